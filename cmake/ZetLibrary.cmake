@@ -1,0 +1,178 @@
+# How this project declares its libraries, programs and tests.
+
+# Which of our libraries each one may use. A dependency that is not in this table is refused, so that the
+# layers stay as ARCHITECTURE.md draws them.
+set(ZET_MAY_USE_zetcore "")
+set(ZET_MAY_USE_zetscanprotocol "")
+set(ZET_MAY_USE_zettransport zetcore)
+set(ZET_MAY_USE_zetmarshal zetcore zettransport)
+set(ZET_MAY_USE_zetaudiofilterhost zetcore)
+set(ZET_MAY_USE_zetaudiopluginhost zetcore zetaudiofilterhost)
+set(ZET_MAY_USE_zetui zetcore)
+set(ZET_MAY_USE_zetaudiopluginhostui
+    zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui)
+set(ZET_MAY_USE_zetaudiofilterscan
+    zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost)
+set(ZET_MAY_USE_zetaudiopluginmanager
+    zetcore zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
+
+add_custom_target(zet_headers_alone)
+
+function(zet_compile_settings target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+    -Wconversion -Wno-sign-conversion -Wextra-semi -Werror)
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+  endif()
+  zet_sanitize(${target})
+endfunction()
+
+function(zet_sanitize target)
+  if(ZET_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${ZET_SANITIZE} -fno-omit-frame-pointer
+                                             -fno-sanitize-recover=all)
+    target_link_options(${target} PRIVATE -fsanitize=${ZET_SANITIZE})
+  endif()
+endfunction()
+
+function(zet_check_layers name)
+  foreach(used IN LISTS ARGN)
+    if(NOT used IN_LIST ZET_MAY_USE_${name})
+      message(FATAL_ERROR "${name} must not use ${used}: see the layers in cmake/ZetLibrary.cmake")
+    endif()
+  endforeach()
+endfunction()
+
+# zet_library(NAME
+#   SOURCES files, POSIX files, WIN files      what it is built of
+#   USES libs, PRIVATE_USES libs               ours, checked against the layers
+#   LINK targets, PRIVATE_LINK targets         others'
+#   [INCLUDE dir]                              public headers, include/ by default
+#   [STATIC])                                  shared unless it says so
+# Its tests use zet_test, which links the library's objects, so that they reach what is not exported.
+function(zet_library name)
+  cmake_parse_arguments(ARG "STATIC" "INCLUDE;LAYER" "SOURCES;POSIX;WIN;USES;PRIVATE_USES;LINK;PRIVATE_LINK" ${ARGN})
+  if(ARG_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "zet_library(${name}): unknown arguments ${ARG_UNPARSED_ARGUMENTS}")
+  endif()
+  if(NOT ARG_INCLUDE)
+    set(ARG_INCLUDE include)
+  endif()
+  if(NOT ARG_LAYER)
+    set(ARG_LAYER ${name})
+  endif()
+  set(ours ${ARG_USES} ${ARG_PRIVATE_USES})
+  list(REMOVE_ITEM ours zetaudiofilterscan_supervisor zetaudiofilterscan_worker zetaudiofilterscan_shared)
+  zet_check_layers(${ARG_LAYER} ${ours})
+  if(WIN32)
+    list(APPEND ARG_SOURCES ${ARG_WIN})
+  else()
+    list(APPEND ARG_SOURCES ${ARG_POSIX})
+  endif()
+
+  set(ZET_NAME ${name})
+  string(TOUPPER ${name} ZET_UPPER)
+  set(generated "${PROJECT_BINARY_DIR}/generated/${name}")
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/Export.h.in" "${generated}/${name}/Export.h" @ONLY)
+
+  add_library(${name}_objects OBJECT ${ARG_SOURCES})
+  zet_compile_settings(${name}_objects)
+  target_compile_definitions(${name}_objects PRIVATE ${name}_EXPORTS)
+  target_include_directories(${name}_objects
+    PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}" "${generated}"
+    PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/src")
+  target_link_libraries(${name}_objects
+    PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
+
+  if(ARG_STATIC)
+    add_library(${name} STATIC $<TARGET_OBJECTS:${name}_objects>)
+  else()
+    add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
+  endif()
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  zet_sanitize(${name})
+  target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}" "${generated}")
+  target_link_libraries(${name} PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
+  set_property(TARGET ${name} PROPERTY ZET_PRIVATE_LINK ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
+
+  zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}")
+endfunction()
+
+# zet_header_library(NAME [USES libs]): a library of headers only.
+function(zet_header_library name)
+  cmake_parse_arguments(ARG "" "" "USES;LINK" ${ARGN})
+  zet_check_layers(${name} ${ARG_USES})
+  add_library(${name} INTERFACE)
+  target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_SOURCE_DIR}/include")
+  target_link_libraries(${name} INTERFACE ${ARG_USES} ${ARG_LINK})
+  zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/include")
+endfunction()
+
+# Every public header must compile when it is the only include; zet_headers_alone builds the proof.
+function(zet_check_headers_alone name include_dir)
+  file(GLOB_RECURSE headers RELATIVE "${include_dir}" CONFIGURE_DEPENDS "${include_dir}/*.h")
+  set(proofs "")
+  foreach(header IN LISTS headers)
+    string(MAKE_C_IDENTIFIER "${header}" id)
+    set(proof "${PROJECT_BINARY_DIR}/generated/headers/${id}.cpp")
+    file(CONFIGURE OUTPUT "${proof}" CONTENT "#include <${header}>\n#include <${header}>\n")
+    list(APPEND proofs "${proof}")
+  endforeach()
+  if(proofs)
+    add_library(${name}_headers_alone OBJECT EXCLUDE_FROM_ALL ${proofs})
+    target_link_libraries(${name}_headers_alone PRIVATE ${name})
+    zet_compile_settings(${name}_headers_alone)
+    add_dependencies(zet_headers_alone ${name}_headers_alone)
+  endif()
+endfunction()
+
+# zet_program(NAME SOURCES files USES libs LINK targets [LAYER name])
+function(zet_program name)
+  cmake_parse_arguments(ARG "" "LAYER" "SOURCES;POSIX;WIN;USES;LINK" ${ARGN})
+  if(ARG_LAYER)
+    set(ours ${ARG_USES})
+    list(REMOVE_ITEM ours zetaudiofilterscan_supervisor zetaudiofilterscan_worker zetaudiofilterscan_shared)
+    zet_check_layers(${ARG_LAYER} ${ours})
+  endif()
+  if(WIN32)
+    list(APPEND ARG_SOURCES ${ARG_WIN})
+  else()
+    list(APPEND ARG_SOURCES ${ARG_POSIX})
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  zet_compile_settings(${name})
+  target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE ${ARG_USES} ${ARG_LINK})
+endfunction()
+
+# zet_test(LIBRARY FILES tests [USES libs] [LINK targets] [NEEDS targets] [NAME name])
+# One test program for the tests that stand beside a library's units; it is linked with the library's objects.
+function(zet_test library)
+  if(NOT ZET_BUILD_TESTS)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "NAME" "FILES;USES;LINK;NEEDS" ${ARGN})
+  if(NOT ARG_NAME)
+    set(ARG_NAME ${library}Test)
+  endif()
+  add_executable(${ARG_NAME} ${ARG_FILES})
+  zet_compile_settings(${ARG_NAME})
+  target_compile_definitions(${ARG_NAME} PRIVATE ${library}_EXPORTS)
+  target_include_directories(${ARG_NAME} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/src")
+  get_property(private_link TARGET ${library} PROPERTY ZET_PRIVATE_LINK)
+  target_link_libraries(${ARG_NAME} PRIVATE ${library}_objects $<TARGET_OBJECTS:${library}_objects> ${private_link}
+                                            ${ARG_USES} ${ARG_LINK} zettesting GTest::gmock GTest::gtest_main)
+  if(ARG_NEEDS)
+    add_dependencies(${ARG_NAME} ${ARG_NEEDS})
+  endif()
+  zet_discover_tests(${ARG_NAME})
+endfunction()
+
+function(zet_discover_tests target)
+  include(GoogleTest)
+  gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

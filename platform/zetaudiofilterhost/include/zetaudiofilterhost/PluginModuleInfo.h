@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <zetaudiofilterhost/Export.h>
+#include <zetaudiofilterhost/PluginLocator.h>
+
+namespace zetaudiofilterhost {
+
+/// What a scan found out about a module.
+enum class ModuleStatus
+{
+    /// It loads; the only status that the registry's iteration shows.
+    Working,
+    /// It is a plug-in but gave none (its entry function returned nothing, for example).
+    Failed,
+    /// Its file is no plug-in for this process.
+    NotAPlugin,
+    /// Left out on purpose (unsupported, or a shell that is there in a newer technology).
+    Skipped,
+    /// Known, to be scanned by the next scan for new plug-ins.
+    Unscanned,
+};
+
+/// One known plug-in module, or one sub-plug-in of a shell. A plain record; the registry hands out shared
+/// pointers to it, used on the main thread. Texts are for showing (valid Unicode); the path is in the
+/// locator.
+class ZETAUDIOFILTERHOST_API PluginModuleInfo
+{
+  public:
+    PluginModuleInfo() = default;
+    explicit PluginModuleInfo(PluginLocator locator);
+
+    const PluginLocator& GetLocator() const noexcept { return locator; }
+    const std::wstring& GetName() const noexcept { return name; }
+    const std::wstring& GetProduct() const noexcept { return product; }
+    const std::wstring& GetVersionString() const noexcept { return version; }
+    const std::wstring& GetVendor() const noexcept { return vendor; }
+    const std::wstring& GetCategory() const noexcept { return category; }
+    /// VST2: the 32-bit id in decimal; VST3: the 32 hexadecimal digits of the class id.
+    const std::wstring& GetUniqueId() const noexcept { return uniqueId; }
+    /// The number that the plug-in itself gives for its version; 0 when it gives none.
+    std::int64_t GetNumericVersion() const noexcept { return numericVersion; }
+    bool IsEnabled() const noexcept { return enabled; }
+    void SetEnabled(bool value) noexcept { enabled = value; }
+    /// True when the module offers at least one effect that is not an instrument.
+    bool HasAnyNonSynthEffect() const noexcept { return hasEffect; }
+    bool HasAnySynth() const noexcept { return hasSynth; }
+    ModuleStatus GetStatus() const noexcept { return status; }
+    /// Why the status is not `Working`; UTF-8, for people.
+    const std::string& GetReason() const noexcept { return reason; }
+    /// The module file's size and time of change (nanoseconds since 1970, UTC) when it was scanned; 0 when
+    /// unknown.
+    std::uint64_t GetFileSize() const noexcept { return fileSize; }
+    std::int64_t GetFileTime() const noexcept { return fileTime; }
+
+    void SetLocator(PluginLocator value) { locator = std::move(value); }
+    void SetName(std::wstring value) { name = std::move(value); }
+    void SetProduct(std::wstring value) { product = std::move(value); }
+    void SetVersionString(std::wstring value) { version = std::move(value); }
+    void SetVendor(std::wstring value) { vendor = std::move(value); }
+    void SetCategory(std::wstring value) { category = std::move(value); }
+    void SetUniqueId(std::wstring value) { uniqueId = std::move(value); }
+    void SetNumericVersion(std::int64_t value) { numericVersion = value; }
+    void SetHasAnyNonSynthEffect(bool value) { hasEffect = value; }
+    void SetHasAnySynth(bool value) { hasSynth = value; }
+    void SetStatus(ModuleStatus value) { status = value; }
+    void SetReason(std::string value) { reason = std::move(value); }
+    void SetFileStamp(std::uint64_t size, std::int64_t time)
+    {
+        fileSize = size;
+        fileTime = time;
+    }
+
+    /// Attributes and child elements of a newer version's file, kept so that saving does not lose them.
+    struct Unknown
+    {
+        std::vector<std::pair<std::string, std::string>> attributes;
+        std::string children;
+    };
+    const Unknown& GetUnknown() const noexcept { return unknown; }
+    void SetUnknown(Unknown value) { unknown = std::move(value); }
+
+  private:
+    PluginLocator locator;
+    std::wstring name, product, version, vendor, category, uniqueId;
+    std::string reason;
+    std::int64_t numericVersion = 0;
+    std::uint64_t fileSize = 0;
+    std::int64_t fileTime = 0;
+    ModuleStatus status = ModuleStatus::Working;
+    bool enabled = true;
+    bool hasEffect = false;
+    bool hasSynth = false;
+    Unknown unknown;
+};
+
+} // namespace zetaudiofilterhost

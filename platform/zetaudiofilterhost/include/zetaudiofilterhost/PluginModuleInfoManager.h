@@ -1,0 +1,108 @@
+#pragma once
+
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/Export.h>
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+#include <zetaudiofilterhost/PluginTechnology.h>
+#include <zetcore/filesupport/File.h>
+#include <zetcore/signals/Signal.h>
+
+namespace zetaudiofilterhost {
+
+/// The registry: every module that a scan has seen, the folders of each technology, and the users' choices.
+///
+/// It keeps records of modules that do not work too, so that a scan for new ones passes them over until their
+/// file changes; only working ones that are not banned are iterated, ordered by locator. Choices (enabled or
+/// not) follow the plug-in's identity: a record that is removed and comes back has the choice that it had.
+/// Main thread, but for what says otherwise.
+///
+/// docs/files.md describes the file.
+class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
+{
+  public:
+    using PluginInfosChangedSignal = zetcore::signals::Signal<>;
+    using InfoPtr = std::shared_ptr<PluginModuleInfo>;
+    /// Random access; valid until the registry changes. Setting a record's enabled flag is no such change.
+    using PluginInfoIterator = std::vector<InfoPtr>::const_iterator;
+
+    static PluginModuleInfoManager* GetInstance();
+    PluginModuleInfoManager();
+    ~PluginModuleInfoManager();
+    PluginModuleInfoManager(const PluginModuleInfoManager&) = delete;
+    PluginModuleInfoManager& operator=(const PluginModuleInfoManager&) = delete;
+
+    /// The file's name inside the preferences folder.
+    static std::wstring GetSettingsFileName();
+
+    PluginInfoIterator PluginInfoBegin();
+    PluginInfoIterator PluginInfoEnd();
+    /// Any record, working or not, banned or not; null when there is none.
+    InfoPtr Find(const PluginLocator& locator) const;
+    /// Every record of the module (its sub-components included), whatever their status.
+    std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
+    std::size_t RecordCount() const;
+
+    /// Null for a technology that is not VST, VST3 or AU.
+    std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
+    std::shared_ptr<PluginTechnology> GetPluginTechnology(int type);
+    /// Each technology's documented locations on this platform, whether or not they exist.
+    void ResetToDefaultFolders();
+
+    /// The plug-in files in the registered folders, ordered by locator, banned ones left out. With `newOnly`,
+    /// only those without a record, with an unscanned one, or whose file has changed since it was scanned.
+    /// `vanished` receives the known modules whose file is gone or lies in no registered folder any more;
+    /// those of a registered folder that cannot be reached are offline and not among them. A banned module
+    /// counts as known.
+    std::vector<PluginLocator> CollectPotentialPlugins(bool newOnly, std::vector<PluginLocator>& vanished);
+
+    /// Removes the records of these modules (a locator without sub-component stands for all of its module's),
+    /// remembering the choices.
+    void RemovePluginLocators(const std::vector<PluginLocator>& locators);
+    /// Adds or replaces one record and gives it its remembered choice.
+    void AddModule(InfoPtr info);
+
+    /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.
+    /// Throws `std::runtime_error` naming the line for a text that is no configuration; the registry is then
+    /// unchanged.
+    void AddConfiguration(const std::string& utf8Text, bool withFolders);
+    /// A configuration text with just these records: what the scanner hands over.
+    static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
+
+    /// Writes folders, records and choices by atomic replacement; with `withModules` false, folders only.
+    /// Between `BeginIncrementalSaves` and `EndIncrementalSaves` a save writes only what has changed since
+    /// the last one, into a journal beside the file, which loading takes into account. Throws
+    /// `file_exception`.
+    void SaveConfiguration(const zetcore::filesupport::File& file, bool withModules);
+    void BeginIncrementalSaves();
+    void EndIncrementalSaves();
+
+    /// Replaces the registry with the file's content; a missing file gives an empty registry with default
+    /// folders. A damaged file is traced, kept aside as `.damaged`, and leaves an empty registry with default
+    /// folders; false then, and `GetLoadError` says what was wrong (file name and line). Throws
+    /// `file_exception` when an existing file cannot be read.
+    bool LoadConfiguration(const zetcore::filesupport::File& file);
+    std::string GetLoadError() const;
+
+    /// The full path text of the locator's module, for showing.
+    std::wstring GetDisplayStringForLocator(const PluginLocator& locator) const;
+
+    PluginInfosChangedSignal& GetPluginInfosChangedSignal() noexcept;
+
+    /// Called by the list of banned plug-ins on every change of it; a locator without sub-component covers
+    /// its whole module. Any thread.
+    void SetBannedLocators(std::vector<PluginLocator> locators);
+
+    /// Empty, as at program start; for tests.
+    void Reset();
+
+  private:
+    struct State;
+    std::unique_ptr<State> state;
+};
+
+} // namespace zetaudiofilterhost

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <zetaudiopluginhost/Export.h>
+#include <zetaudiopluginhost/ScanOutcome.h>
+
+namespace zetaudiopluginhost {
+
+/// "load", "entry", "query", "create", "close", "unload".
+ZETAUDIOPLUGINHOST_API const char* ScanPhaseName(ScanPhase phase);
+
+/// Loads one module into this process, asks it what it is, and unloads it. What the module does to the
+/// process is not undone; a crash is a crash. Keeps nothing between calls. The thread that calls it must be
+/// the process's main thread where plug-ins expect that.
+class ZETAUDIOPLUGINHOST_API ModuleLoader
+{
+  public:
+    /// Told before each phase begins; may be empty.
+    using PhaseCallback = std::function<void(ScanPhase)>;
+
+    ModuleLoader(ScanOptions options, PhaseCallback onPhase);
+
+    /// Other modules of the same scan: a VST2 shell that is among them as VST3 may be skipped.
+    void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+
+    /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
+    /// gives one record with `ModuleStatus::NotAPlugin`; its header is read before anything is loaded.
+    ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
+
+  private:
+    ScanOptions options;
+    PhaseCallback onPhase;
+    std::vector<std::wstring> vst3ShellNames;
+};
+
+} // namespace zetaudiopluginhost

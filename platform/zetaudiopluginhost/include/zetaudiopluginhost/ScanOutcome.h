@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+
+namespace zetaudiopluginhost {
+
+/// Where in a plug-in's life something happened.
+enum class ScanPhase : int
+{
+    None,
+    Load,   ///< the system loads the library and runs its initialisers
+    Entry,  ///< its entry function
+    Query,  ///< questions about name, vendor, classes, sub-plug-ins
+    Create, ///< creating and initialising a component (full effect scan)
+    Close,  ///< closing what was opened
+    Unload, ///< the system unloads the library
+};
+
+/// What came of scanning one module.
+struct ScanOutcome
+{
+    /// The records to keep: one for a plain module, one for each sub-plug-in of a shell, or one that says why
+    /// there is none. Empty when the module misbehaved.
+    std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>> infos;
+    /// True when the module must be banned: it let an exception out, for example. Then `reason` (UTF-8) and
+    /// `phase` say why.
+    bool misbehaved = false;
+    std::string reason;
+    ScanPhase phase = ScanPhase::None;
+};
+
+struct ScanOptions
+{
+    /// Enumerate every VST2 shell. When false, a shell that is there as VST3 too is skipped.
+    bool disableVST2ShellSkipping = false;
+    /// Ask the module only; do not create and initialise each component.
+    bool quickEffectScan = true;
+};
+
+} // namespace zetaudiopluginhost

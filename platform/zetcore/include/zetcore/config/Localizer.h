@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <zetcore/Export.h>
+#include <zetcore/filesupport/File.h>
+
+namespace zetcore::config {
+
+/// Looks up user-visible texts. A key is "$$$/", a path of group names, a key name, "=" and the default text,
+/// for example "$$$/AudioPluginManager/Reload=Reload". Keys are UTF-8; lookups are thread-safe.
+///
+/// A string table is UTF-8, one entry a line: `"key without the default"="text"`; in both, `\n`, `\t`, `\"`
+/// and `\\` are escapes. Empty lines and lines that start with `#` are skipped. A byte-order mark is allowed.
+class ZETCORE_API Localizer
+{
+  public:
+    static Localizer& Get();
+
+    /// The table's text, else the key's default text, else (a text that is no key) the text itself.
+    std::string Localize(std::string_view key) const;
+    std::wstring LocalizeWide(std::string_view key) const;
+    /// `Localize`, then "@0", "@1" ... replaced by the arguments. Inserted text is not expanded again.
+    std::string Localize(std::string_view key, const std::vector<std::string>& arguments) const;
+    std::wstring LocalizeWide(std::string_view key, const std::vector<std::wstring>& arguments) const;
+
+    /// Replaces the table. A malformed line leaves the old table in place and throws `std::runtime_error`
+    /// that names the file and the line. Throws `file_exception` when the file cannot be read.
+    void LoadTable(const filesupport::File& file);
+    void LoadTableFromText(std::string_view text, const std::string& nameForErrors);
+    /// Back to the default texts.
+    void Reset();
+
+  private:
+    mutable std::mutex mutex;
+    std::map<std::string, std::string, std::less<>> table;
+};
+
+} // namespace zetcore::config

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include <zetcore/Export.h>
+
+namespace zetcore::debug {
+
+/// Diagnostic switches as text entries. They come from "DebugDatabase.txt" in the preferences folder (UTF-8,
+/// one `key = value` a line, `#` starts a comment line), read on first use and again when the preferences
+/// folder changes; the environment variable `ZET_DEBUG_DATABASE` ("key=value;key=value") goes before the
+/// file, and `SetEntry` before both. A malformed line is traced with its number and skipped. Thread-safe.
+class ZETCORE_API DebugDatabase
+{
+  public:
+    static DebugDatabase& Instance();
+
+    std::string GetEntry(std::string_view key, std::string_view defaultValue);
+    void SetEntry(std::string_view key, std::string_view value);
+    /// Forgets what `SetEntry` set and what was read: the next lookup reads again.
+    void Reset();
+
+  private:
+    void LoadIfNeeded();
+
+    std::mutex mutex;
+    std::wstring loadedFrom;
+    bool loaded = false;
+    std::map<std::string, std::string, std::less<>> fileEntries;
+    std::map<std::string, std::string, std::less<>> environmentEntries;
+    std::map<std::string, std::string, std::less<>> ownEntries;
+};
+
+} // namespace zetcore::debug

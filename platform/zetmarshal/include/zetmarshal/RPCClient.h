@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <zetcore/serialization/Value.h>
+#include <zetmarshal/Export.h>
+#include <zettransport/Session.h>
+
+namespace zetmarshal {
+
+/// The calling side of JSON-RPC 2.0 over a session. Any thread.
+///
+/// The constructor starts the session and announces the client with the notification "rpc.announce" and
+/// params [name]. Handlers run on the session's threads, one at a time, exactly one of the two for each
+/// request, never inside `SendRequest`; they are dropped uncalled when the client is destroyed or the session
+/// closes. An exception that leaves a handler is traced with its message, and the session is aborted (its
+/// close callback is called), because the conversation cannot go on.
+class ZETMARSHAL_API RPCClient
+{
+  public:
+    /// The number is the request's id.
+    using ResultHandler =
+        std::function<void(const std::shared_ptr<zetcore::serialization::Value>& result, long long id)>;
+    using ErrorHandler = std::function<void(int code, const std::wstring& message, long long id)>;
+
+    RPCClient(std::shared_ptr<zettransport::Session> session, const std::wstring& clientName);
+    ~RPCClient();
+    RPCClient(const RPCClient&) = delete;
+    RPCClient& operator=(const RPCClient&) = delete;
+
+    /// Queues the request and returns at once. On a closed session neither handler is called.
+    void SendRequest(const zetcore::serialization::Call& call, ResultHandler onResult, ErrorHandler onError);
+
+  private:
+    struct State;
+    std::shared_ptr<State> state;
+};
+
+} // namespace zetmarshal

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// The names that the host and the scanner process must agree on. docs/scan-protocol.md describes the
+/// conversation.
+namespace zetscanprotocol {
+
+/// The shared block through which the scanner hands over its port and the host its trace volume.
+inline constexpr char blockName[] = "ZETAudioFilterScan2";
+inline constexpr std::size_t blockSize = 8;
+/// Word 0: the listening port in the low 16 bits, 0 until the scanner listens. Written by the scanner.
+inline constexpr std::size_t portWord = 0;
+/// Word 1 (byte offset 4): the host's master trace volume, signed. Written by the host.
+inline constexpr std::size_t traceVolumeWord = 1;
+
+inline constexpr char loopbackAddress[] = "127.0.0.1";
+
+inline constexpr char connectMethod[] = "com.quorvex.zetaudiofilterscan.Connect";
+inline constexpr char beginScanMethod[] = "com.quorvex.zetaudiofilterscan.BeginScanForPlugins";
+inline constexpr char getScanInfoMethod[] = "com.quorvex.zetaudiofilterscan.GetScanInfo";
+inline constexpr char scanOneEntityMethod[] = "com.quorvex.zetaudiofilterscan.ScanOneEntity";
+
+/// The reply of GetScanInfo: an object with this key, which holds the record with the keys below.
+inline constexpr char valueKey[] = "value";
+inline constexpr char locatorKey[] = "locator";
+inline constexpr char subcomponentKey[] = "subcomponent";
+inline constexpr char progressKey[] = "progress";
+inline constexpr char totalKey[] = "total";
+inline constexpr char continueKey[] = "continue";
+
+/// Appended to the whole path of the plug-in settings file.
+inline constexpr wchar_t resultFileSuffix[] = L".scan";
+
+} // namespace zetscanprotocol

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include <zettransport/ByteStream.h>
+#include <zettransport/Export.h>
+
+namespace zettransport {
+
+/// Two streams in memory, each the other's far end; what one writes the other delivers on a thread of the
+/// pair's own. For tests and for hosts that run both sides in one process.
+ZETTRANSPORT_API std::pair<std::shared_ptr<ByteStream>, std::shared_ptr<ByteStream>> CreateMemoryStreamPair();
+
+} // namespace zettransport

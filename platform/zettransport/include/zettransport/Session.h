@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include <zettransport/ByteStream.h>
+#include <zettransport/Export.h>
+
+namespace zettransport {
+
+/// 0 means no error.
+using TransportError = int;
+
+/// A connection that carries whole frames: `Content-Length: N\r\n\r\n`, then N bytes. Other header lines are
+/// read and ignored. Owned by shared pointers; any thread may call any operation.
+///
+/// open --Close()--> closed (no callback)
+/// open --other side, network, or a frame that breaks the limits--> closed (the callback, exactly once)
+class ZETTRANSPORT_API Session : public std::enable_shared_from_this<Session>
+{
+  public:
+    /// The largest frame; a larger one closes the session before it is read.
+    static constexpr std::size_t maxFrameBytes = std::size_t{16} << 20;
+    /// The longest header.
+    static constexpr std::size_t maxHeaderBytes = 4096;
+
+    using FrameHandler = std::function<void(std::string frame)>;
+    using CloseCallback = std::function<TransportError(std::shared_ptr<Session>)>;
+
+    static std::shared_ptr<Session> Create(std::shared_ptr<ByteStream> stream);
+    ~Session();
+
+    /// Starts to deliver frames to the handler, one at a time, on the transport's threads. Call once.
+    void Start(FrameHandler handler);
+    /// Registered after the session was closed by the other side, it is called all the same (on a transport
+    /// thread).
+    void SetCloseCallback(CloseCallback callback);
+    /// Queues one frame; false when the session is closed or the frame is too large.
+    bool Send(std::string_view payload);
+    /// Closes without calling the close callback. Returns at once; a handler that is running goes on to its
+    /// end.
+    void Close();
+    /// Closes as if the other side had broken the protocol: traces the reason, and the close callback is
+    /// called.
+    void Abort(const std::string& reason);
+    bool IsOpen() const;
+
+  private:
+    explicit Session(std::shared_ptr<ByteStream> stream);
+    struct State;
+    std::unique_ptr<State> state;
+};
+
+} // namespace zettransport

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include <zetui/Export.h>
+#include <zetui/dialogs/ProgressPresentation.h>
+
+namespace zetui::dialogs {
+
+/// Progress and alerts in a terminal: one line that redraws itself (bar, count, percentage, what is being
+/// done), or, where the stream is no terminal, a plain line for each step. Ctrl-C is the cancel button while
+/// a progress dialog is open. Main thread.
+class ZETUI_API TerminalPresentation : public Presentation
+{
+  public:
+    /// What it has shown so far, for the program that owns it.
+    struct Counts
+    {
+        int progressDialogs = 0;
+        int cancelled = 0;
+        int notes = 0;
+        int cautions = 0;
+        unsigned long long lastTotal = 0;
+    };
+
+    /// The stream is not owned. `quiet` shows alerts only.
+    explicit TerminalPresentation(std::FILE* stream, bool quiet = false);
+    ~TerminalPresentation() override;
+
+    std::unique_ptr<ProgressPresentation> CreateProgress() override;
+    void ShowAlert(AlertKind kind, const std::string& title, const std::string& message) override;
+    const Counts& GetCounts() const noexcept;
+
+  private:
+    struct State;
+    std::shared_ptr<State> state;
+};
+
+} // namespace zetui::dialogs

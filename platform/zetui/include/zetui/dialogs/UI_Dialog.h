@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+
+#include <zetui/Export.h>
+#include <zetui/dialogs/Response.h>
+#include <zetui/utility/RefCountedObject.h>
+
+namespace zetui::dialogs {
+
+/// A window as the toolkit's other classes see it. Main thread, like everything below.
+class ZETUI_API OS_Window : public utility::RefCountedObject
+{
+  public:
+    virtual void UI_Show(bool show) = 0;
+    virtual bool UI_IsShown() const = 0;
+
+  protected:
+    ~OS_Window() override;
+};
+
+class ZETUI_API OS_Dialog : public OS_Window
+{
+  public:
+    /// Inside a modal phase: carries out what was posted, handles pending input, repaints, and returns at
+    /// once.
+    virtual void ModalDuring() = 0;
+    /// Asks the dialog to close with the OK response; its modal run ends when control returns to it. Does
+    /// nothing when closed.
+    virtual void PostClose() = 0;
+
+  protected:
+    ~OS_Dialog() override;
+};
+
+/// closed --BeginModal--> modal phase --EndModal--> closed
+/// closed --RunModal--> modal run --PostClose, cancel--> closed
+class ZETUI_API UI_Dialog : public OS_Dialog
+{
+  public:
+    using Response = UI_DialogViewContainer::Response;
+    using PostCloseCallback = std::function<bool(Response)>;
+
+    /// Called once when the user or `PostClose` closes the dialog; not by `EndModal` of one that is still
+    /// open. The result is for the toolkit: true means that the callback has taken care of everything that
+    /// follows.
+    void SetPostCloseCallback(PostCloseCallback callback);
+    /// Enters the modal phase without blocking.
+    virtual void BeginModal() = 0;
+    virtual void EndModal() = 0;
+    /// Shows the dialog and blocks until it is closed.
+    virtual Response RunModal() = 0;
+
+  protected:
+    ~UI_Dialog() override;
+    bool CallPostClose(Response response);
+
+  private:
+    PostCloseCallback postClose;
+};
+
+} // namespace zetui::dialogs

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <zetui/Export.h>
+#include <zetui/dialogs/ProgressPresentation.h>
+#include <zetui/dialogs/UI_Dialog.h>
+#include <zetui/pixmill/SupplierInterface.h>
+#include <zetui/ui/WindowVariant.h>
+
+namespace zetui::dialogs {
+
+/// A progress bar with a title, a text, an extra text that changes, and a cancel button. Texts are UTF-8 and
+/// shown as they are (no localising). Main thread.
+class ZETUI_API UI_ProgressDialog : public UI_Dialog
+{
+  public:
+    /// `indeterminate`: starts as a busy bar; `cancellable`: has a cancel button; `closeWhenFull`: closes
+    /// itself when progress reaches the total.
+    UI_ProgressDialog(const pixmill::SupplierInterface* supplier, const std::string& title,
+                      const std::string& text, ui::WindowVariant parent, bool indeterminate, bool cancellable,
+                      bool closeWhenFull);
+
+    void SetExtraText(const std::string& text);
+    void SetProgress(unsigned long long progress, unsigned long long total, const std::string& text);
+
+    void UI_Show(bool show) override;
+    bool UI_IsShown() const override;
+    void BeginModal() override;
+    void EndModal() override;
+    void ModalDuring() override;
+    void PostClose() override;
+    Response RunModal() override;
+
+  protected:
+    ~UI_ProgressDialog() override;
+
+  private:
+    void Close(Response response);
+
+    std::string title, text, extraText;
+    bool cancellable, closeWhenFull;
+    unsigned long long progress = 0, total = 0;
+    std::unique_ptr<ProgressPresentation> shown;
+    std::optional<Response> closedWith;
+};
+
+} // namespace zetui::dialogs

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <atomic>
+
+#include <zetui/Export.h>
+
+namespace zetui::utility {
+
+/// Counts the references on itself and deletes itself with the last one. Starts with none.
+class ZETUI_API RefCountedObject
+{
+  public:
+    void AddRef() noexcept;
+    void Release() noexcept;
+
+  protected:
+    RefCountedObject() noexcept = default;
+    RefCountedObject(const RefCountedObject&) = delete;
+    RefCountedObject& operator=(const RefCountedObject&) = delete;
+    virtual ~RefCountedObject();
+
+  private:
+    std::atomic<int> references{0};
+};
+
+} // namespace zetui::utility

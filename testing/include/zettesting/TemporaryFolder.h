@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace zettesting {
+
+/// A new folder under the system's temporary one, removed with all that is in it.
+class TemporaryFolder
+{
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const noexcept { return path; }
+    std::filesystem::path operator/(const std::filesystem::path& name) const { return path / name; }
+    std::wstring Wide() const;
+
+  private:
+    std::filesystem::path path;
+};
+
+std::string ReadAll(const std::filesystem::path& file);
+void WriteAll(const std::filesystem::path& file, std::string_view bytes);
+/// The path as zetcore's wide strings, stray bytes included.
+std::wstring ToWide(const std::filesystem::path& path);
+
+} // namespace zettesting

@@ -1,0 +1,69 @@
+#include <zettesting/TemporaryFolder.h>
+
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+#include <zetcore/string/Utf.h>
+
+namespace zettesting {
+
+TemporaryFolder::TemporaryFolder()
+{
+    std::random_device random;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        std::ostringstream name;
+        name << "zettest-" << std::hex << random() << random();
+        path = std::filesystem::temp_directory_path() / name.str();
+        if (std::filesystem::create_directory(path)) {
+            path = std::filesystem::canonical(path);
+            return;
+        }
+    }
+    throw std::runtime_error("cannot make a temporary folder");
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(
+             path, std::filesystem::directory_options::skip_permission_denied, ignored)) {
+        std::error_code notOurs;
+        if (entry.is_directory(notOurs) && !entry.is_symlink(notOurs))
+            std::filesystem::permissions(entry.path(), std::filesystem::perms::owner_all,
+                                         std::filesystem::perm_options::add, notOurs);
+    }
+    std::filesystem::remove_all(path, ignored);
+}
+
+std::wstring TemporaryFolder::Wide() const
+{
+    return ToWide(path);
+}
+
+std::string ReadAll(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        throw std::runtime_error("cannot read " + file.string());
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void WriteAll(const std::filesystem::path& file, std::string_view bytes)
+{
+    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!stream.flush())
+        throw std::runtime_error("cannot write " + file.string());
+}
+
+std::wstring ToWide(const std::filesystem::path& path)
+{
+    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
+        return path.wstring();
+    else
+        return zetcore::string::UTF8to16(path.string());
+}
+
+} // namespace zettesting

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhostui/Export.h>
+#include <zetcore/filesupport/File.h>
+#include <zetcore/utility/EnableSharedAs.h>
+#include <zetui/dialogs/UI_ProgressDialog.h>
+#include <zetui/pixmill/SupplierInterface.h>
+#include <zetui/ui/WindowVariant.h>
+#include <zetui/utility/IntrusivePtr.h>
+
+namespace zetaudiopluginhostui {
+
+class ExternalAudioPluginScan;
+
+/// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
+/// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
+/// pointer; main thread.
+class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
+{
+  public:
+    /// The supplier is not owned and must outlive the scan; null is allowed.
+    explicit AudioPluginScan(const zetui::pixmill::SupplierInterface* supplier);
+    AudioPluginScan(const AudioPluginScan&);
+    AudioPluginScan& operator=(const AudioPluginScan&);
+    ~AudioPluginScan() override;
+
+    /// Scans what the registered folders hold: new and changed plug-ins, or all with `rescanExisting`.
+    /// Plug-ins whose files are gone leave the registry first.
+    void ScanForPlugins(HWND parent, bool rescanExisting, bool disableVST2ShellSkipping, bool quickEffectScan,
+                        bool useSeparateProcess);
+    /// Scans exactly these.
+    void ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                        bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
+
+    /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
+    /// after a crash.
+    static zetcore::filesupport::File GetLastScannedPluginPath();
+
+  private:
+    using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
+
+    bool ScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText,
+                              int progress, int total, ProgressDialogPtr progressDialog, HWND parent);
+    void ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
+                                      const std::string& statusText, int progress, int total,
+                                      ProgressDialogPtr progressDialog);
+    bool OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
+
+    const zetui::pixmill::SupplierInterface* supplier;
+    std::shared_ptr<ExternalAudioPluginScan> externalScan;
+    bool cancelled = false;
+};
+
+} // namespace zetaudiopluginhostui
