@@ -1,0 +1,14 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace zetaudiopluginmanager {
+
+/// The whole program: reads the arguments (UTF-8, without the program's name), carries out the command and
+/// returns the exit status. What the command prints goes to `output`, messages to standard error. Main
+/// thread.
+int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& output);
+
+} // namespace zetaudiopluginmanager

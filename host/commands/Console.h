@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+/// What differs between the systems about the terminal that a program runs in. Main thread.
+namespace zetaudiopluginmanager {
+
+/// The arguments without the program's name, in UTF-8; bytes that are no UTF-8 stay as they are.
+std::vector<std::string> CommandLineArguments(int count, const char* const* arguments);
+
+/// Makes the terminal show UTF-8 where that is not a matter of course.
+void PrepareConsole();
+
+bool IsTerminal(std::FILE* stream);
+/// Columns of the terminal that standard output goes to; 0 when it goes elsewhere.
+std::size_t ConsoleWidth();
+/// True when standard output is a terminal that shows colours and the user has not declined them
+/// (`NO_COLOR`).
+bool ConsoleShowsColour();
+
+} // namespace zetaudiopluginmanager

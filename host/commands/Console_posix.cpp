@@ -1,0 +1,42 @@
+#include "commands/Console.h"
+
+#include <cstdlib>
+#include <string_view>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace zetaudiopluginmanager {
+
+std::vector<std::string> CommandLineArguments(int count, const char* const* arguments)
+{
+    return count > 1 ? std::vector<std::string>(arguments + 1, arguments + count)
+                     : std::vector<std::string>();
+}
+
+void PrepareConsole() {}
+
+bool IsTerminal(std::FILE* stream)
+{
+    return ::isatty(::fileno(stream)) == 1;
+}
+
+std::size_t ConsoleWidth()
+{
+    if (!IsTerminal(stdout))
+        return 0;
+    winsize size{};
+    if (::ioctl(::fileno(stdout), TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
+        return size.ws_col;
+    return 80;
+}
+
+bool ConsoleShowsColour()
+{
+    const char* declined = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return IsTerminal(stdout) && (!declined || !*declined) && terminal && *terminal &&
+           std::string_view(terminal) != "dumb";
+}
+
+} // namespace zetaudiopluginmanager

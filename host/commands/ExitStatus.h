@@ -1,0 +1,39 @@
+#pragma once
+
+namespace zetaudiopluginmanager {
+
+/// What the program's exit status says; the help text lists the same.
+enum class ExitStatus : int
+{
+    Done = 0,
+    /// Done, but something could not be saved (or written to standard output).
+    NotSaved = 1,
+    WrongUsage = 2,
+    /// The scanner process could not be started; nothing was scanned.
+    ScannerNotStarted = 3,
+    /// The user cancelled; what was found until then is kept.
+    Cancelled = 130,
+};
+
+/// The one to report when two things went wrong: the one that says more about what was not done.
+constexpr ExitStatus Worse(ExitStatus left, ExitStatus right)
+{
+    const auto rank = [](ExitStatus status) {
+        switch (status) {
+        case ExitStatus::Done:
+            return 0;
+        case ExitStatus::NotSaved:
+            return 1;
+        case ExitStatus::ScannerNotStarted:
+            return 2;
+        case ExitStatus::Cancelled:
+            return 3;
+        case ExitStatus::WrongUsage:
+            break;
+        }
+        return 4;
+    };
+    return rank(left) < rank(right) ? right : left;
+}
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,102 @@
+#include "commands/FoldersCommand.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <ostream>
+
+#include <zetcore/string/Utf.h>
+
+#include "commands/DisplayText.h"
+#include "commands/PluginFile.h"
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+using zetaudiofilterhost::PluginTechnology;
+using zetaudiofilterhost::TechnologyType;
+
+constexpr std::array technologies{TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU};
+
+std::vector<std::wstring> AbsolutePaths(const std::vector<std::string>& arguments)
+{
+    std::vector<std::wstring> paths;
+    std::transform(arguments.begin(), arguments.end(), std::back_inserter(paths), AbsolutePath);
+    return paths;
+}
+
+void List(HostSession& session, std::ostream& output)
+{
+    for (const TechnologyType type : technologies) {
+        const auto technology = session.Registry().GetPluginTechnology(type);
+        const std::string name = ForTerminal(zetaudiofilterhost::TechnologyName(type));
+        std::for_each(technology->DirectoryBegin(), technology->DirectoryEnd(),
+                      [&](const std::wstring& folder) {
+                          output << name << std::string(6 - name.size(), ' ') << ForTerminal(folder) << '\n';
+                      });
+    }
+}
+
+void Add(HostSession& session, const std::vector<std::wstring>& folders)
+{
+    for (const std::wstring& folder : folders) {
+        if (!PathExists(folder))
+            Say("added, although there is no such folder now: " + ForTerminal(folder));
+    }
+    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
+        session.Registry().GetPluginTechnology(type)->AddPluginDirectories(folders);
+}
+
+/// The folders as their technology writes them.
+bool IsRegistered(const PluginTechnology& technology, const std::wstring& folder)
+{
+    return std::any_of(
+        technology.DirectoryBegin(), technology.DirectoryEnd(), [&folder](const std::wstring& registered) {
+            return registered == folder || AbsolutePath(zetcore::string::UTF16to8(registered)) == folder;
+        });
+}
+
+bool Remove(HostSession& session, const std::vector<std::wstring>& folders)
+{
+    bool allRegistered = true;
+    for (const std::wstring& folder : folders) {
+        const bool registered =
+            std::any_of(technologies.begin(), technologies.end(), [&](TechnologyType type) {
+                return IsRegistered(*session.Registry().GetPluginTechnology(type), folder);
+            });
+        if (!registered)
+            Say("not among the plug-in folders: " + ForTerminal(folder));
+        allRegistered = allRegistered && registered;
+    }
+    if (allRegistered) {
+        for (const TechnologyType type : technologies)
+            session.Registry().GetPluginTechnology(type)->RemovePluginDirectories(folders);
+    }
+    return allRegistered;
+}
+
+} // namespace
+
+ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options, std::ostream& output)
+{
+    switch (options.action) {
+    case FolderAction::List:
+        List(session, output);
+        return session.Status();
+    case FolderAction::Add:
+        Add(session, AbsolutePaths(options.folders));
+        break;
+    case FolderAction::Remove:
+        if (!Remove(session, AbsolutePaths(options.folders)))
+            return ExitStatus::WrongUsage;
+        break;
+    case FolderAction::Reset:
+        session.Registry().ResetToDefaultFolders();
+        break;
+    }
+    session.SaveRegistry();
+    return session.Status();
+}
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "commands/HostSession.h"
+
+namespace zetaudiopluginmanager {
+
+enum class FolderAction
+{
+    List,
+    Add,
+    Remove,
+    Reset,
+};
+
+struct FolderOptions
+{
+    FolderAction action = FolderAction::List;
+    std::vector<std::string> folders;
+};
+
+/// A folder is added for VST and for VST3 plug-ins, and removed from every technology.
+ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options, std::ostream& output);
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,24 @@
+#include "commands/ListCommand.h"
+
+#include <ostream>
+
+#include <zetcore/string/Utf.h>
+
+#include "commands/Console.h"
+#include "commands/JsonOutput.h"
+#include "commands/PluginTable.h"
+
+namespace zetaudiopluginmanager {
+
+ExitStatus RunListCommand(HostSession& session, const ListOptions& options, std::ostream& output)
+{
+    const auto rows = FilterRows(CollectRows(session.Registry(), session.Banned()),
+                                 zetcore::string::UTF8to16(options.filter), options.choice);
+    if (options.json)
+        output << FormatRowsAsJson(rows);
+    else
+        output << FormatPluginTable(rows, {ConsoleWidth(), ConsoleShowsColour()});
+    return session.Status();
+}
+
+} // namespace zetaudiopluginmanager

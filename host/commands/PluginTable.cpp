@@ -1,0 +1,127 @@
+#include "commands/PluginTable.h"
+
+#include <algorithm>
+#include <array>
+#include <tuple>
+
+#include "commands/DisplayText.h"
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+constexpr std::size_t columnCount = 6;
+constexpr std::size_t pathColumn = columnCount - 1;
+constexpr std::string_view gap = "  ";
+constexpr std::string_view reasonIndent = "    ";
+constexpr std::array<std::string_view, columnCount> titles{"Name",    "Type",   "Status",
+                                                           "Version", "Vendor", "Path"};
+/// Columns give way in this order, each down to its least width, until the table fits.
+constexpr std::array<std::pair<std::size_t, std::size_t>, 6> shrinkOrder{
+    {{pathColumn, 24}, {4, 10}, {0, 18}, {3, 7}, {4, 6}, {0, 12}}};
+
+constexpr std::string_view bold = "\x1b[1m", red = "\x1b[31m", dim = "\x1b[2m", plain = "\x1b[0m";
+
+using Cells = std::array<std::string, columnCount>;
+using Widths = std::array<std::size_t, columnCount>;
+
+std::string StatusText(const PluginRow& row)
+{
+    return row.banned ? "banned" : row.enabled ? "working" : "working, off";
+}
+
+Cells CellsOf(const PluginRow& row)
+{
+    return {ForTerminal(row.name),
+            ForTerminal(zetaudiofilterhost::TechnologyName(row.locator.GetTechnologyType())),
+            StatusText(row),
+            row.banned ? "-" : ForTerminal(row.version),
+            row.banned ? "-" : ForTerminal(row.vendor),
+            ForTerminal(row.locator.GetPath())};
+}
+
+Widths FitWidths(const std::vector<Cells>& lines, std::size_t limit)
+{
+    Widths widths{};
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        widths[column] = titles[column].size();
+        for (const Cells& cells : lines)
+            widths[column] = std::max(widths[column], DisplayWidth(cells[column]));
+    }
+    std::size_t total = gap.size() * (columnCount - 1);
+    for (const std::size_t width : widths)
+        total += width;
+    for (const auto& [column, least] : shrinkOrder) {
+        if (limit == 0 || total <= limit)
+            break;
+        const std::size_t spare = widths[column] > least ? widths[column] - least : 0;
+        const std::size_t taken = std::min(spare, total - limit);
+        widths[column] -= taken;
+        total -= taken;
+    }
+    return widths;
+}
+
+std::string Line(const Cells& cells, const Widths& widths)
+{
+    std::string line;
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        const std::string text = column == pathColumn ? CutBeginning(cells[column], widths[column])
+                                                      : CutEnd(cells[column], widths[column]);
+        line += text;
+        if (column + 1 < columnCount)
+            line.append(widths[column] - DisplayWidth(text), ' ').append(gap);
+    }
+    return line;
+}
+
+std::string Paint(std::string text, std::string_view colour, const TableStyle& style)
+{
+    return style.colour ? std::string(colour).append(text).append(plain) : std::move(text);
+}
+
+std::string CountLine(const std::vector<PluginRow>& rows)
+{
+    const auto banned = std::count_if(rows.begin(), rows.end(), [](const auto& row) { return row.banned; });
+    const auto off =
+        std::count_if(rows.begin(), rows.end(), [](const auto& row) { return !row.banned && !row.enabled; });
+    const auto working = static_cast<std::ptrdiff_t>(rows.size()) - banned;
+    std::string text = std::to_string(working) + (working == 1 ? " plug-in" : " plug-ins");
+    if (off > 0)
+        text += " (" + std::to_string(off) + " off)";
+    return text + ", " + std::to_string(banned) + " banned";
+}
+
+} // namespace
+
+std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& style)
+{
+    std::sort(rows.begin(), rows.end(), [](const PluginRow& left, const PluginRow& right) {
+        return std::tie(left.banned, left.name, left.locator) <
+               std::tie(right.banned, right.name, right.locator);
+    });
+    const std::size_t limit = style.width == 0 ? 0 : std::max<std::size_t>(style.width, 80);
+    std::vector<Cells> lines;
+    for (const PluginRow& row : rows)
+        lines.push_back(CellsOf(row));
+    const Widths widths = FitWidths(lines, limit);
+
+    Cells heading;
+    std::copy(titles.begin(), titles.end(), heading.begin());
+    std::string table = Paint(Line(heading, widths), bold, style) + "\n";
+    for (std::size_t index = 0; index < rows.size(); ++index) {
+        const PluginRow& row = rows[index];
+        const std::string line = Line(lines[index], widths);
+        table += (row.banned     ? Paint(line, red, style)
+                  : !row.enabled ? Paint(line, dim, style)
+                                 : line) +
+                 "\n";
+        for (const std::string& reasonLine : LinesForTerminal(row.reason)) {
+            for (const std::string& part : Wrap(reasonLine, limit == 0 ? 0 : limit - reasonIndent.size()))
+                table.append(reasonIndent).append(part).append("\n");
+        }
+    }
+    return table + "\n" + CountLine(rows) + "\n";
+}
+
+} // namespace zetaudiopluginmanager

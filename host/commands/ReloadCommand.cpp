@@ -1,0 +1,80 @@
+#include <algorithm>
+#include <ostream>
+
+#include "commands/Console.h"
+#include "commands/DisplayText.h"
+#include "commands/PluginFile.h"
+#include "commands/ScanCommand.h"
+#include "commands/ScanRun.h"
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+using zetaudiofilterhost::PluginLocator;
+
+/// The banned plug-ins of one module: itself, or sub-components of it.
+std::vector<PluginLocator> BannedOfModule(const HostSession& session, const PluginLocator& module)
+{
+    std::vector<PluginLocator> locators;
+    std::copy_if(session.Banned().BannedBegin(), session.Banned().BannedEnd(), std::back_inserter(locators),
+                 [&module](const PluginLocator& banned) { return banned.ModuleLocator() == module; });
+    return locators;
+}
+
+/// Nothing when the scanner process could not be started.
+std::optional<ScanReport> Reload(HostSession& session, const PluginLocator& module)
+{
+    for (const PluginLocator& locator : BannedOfModule(session, module))
+        session.Banned().RemoveBannedPlugin(locator);
+    session.SaveBannedList();
+
+    std::vector<PluginLocator> vanished;
+    session.Registry().CollectPotentialPlugins(true, vanished);
+    // One that lies in no registered folder counts as vanished too, but its file can be scanned.
+    const bool gone = std::find(vanished.begin(), vanished.end(), module) != vanished.end() &&
+                      !PathExists(module.GetPath());
+    if (!gone)
+        return RunScan(session, {module}, true);
+    session.Registry().RemovePluginLocators({module});
+    session.SaveRegistry();
+    ScanReport report;
+    report.gone = 1;
+    return report;
+}
+
+} // namespace
+
+ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>& files, std::ostream& output)
+{
+    std::vector<PluginLocator> modules;
+    bool allBanned = true;
+    for (const std::string& file : files) {
+        const PluginLocator module = LocatorOfArgument(file);
+        if (BannedOfModule(session, module).empty()) {
+            Say("not banned: " + ForTerminal(module.GetPath()));
+            allBanned = false;
+        }
+        if (std::find(modules.begin(), modules.end(), module) == modules.end())
+            modules.push_back(module);
+    }
+    if (!allBanned)
+        return ExitStatus::WrongUsage;
+
+    ScanReport report;
+    ExitStatus status = ExitStatus::Done;
+    for (const PluginLocator& module : modules) {
+        if (const auto outcome = Reload(session, module)) {
+            report.Add(*outcome);
+        } else {
+            Say("the scanner process could not be started; not scanned: " + ForTerminal(module.GetPath()));
+            status = ExitStatus::ScannerNotStarted;
+        }
+        if (report.cancelled)
+            break;
+    }
+    output << FormatScanReport(report, ConsoleShowsColour());
+    return report.cancelled ? ExitStatus::Cancelled : Worse(status, session.Status());
+}
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace zetaudiopluginmanager {
+
+/// What came of one scan.
+struct ScanReport
+{
+    struct Entry
+    {
+        std::wstring path;
+        /// UTF-8; empty when it is not known.
+        std::string reason;
+
+        friend bool operator==(const Entry&, const Entry&) = default;
+    };
+
+    /// Plug-in files that the scan has dealt with, banned ones included.
+    std::size_t scanned = 0;
+    /// Plug-ins that work; a shell counts once for each that it holds.
+    std::size_t found = 0;
+    /// Known before, and gone since.
+    std::size_t gone = 0;
+    /// Banned by this scan.
+    std::vector<Entry> banned;
+    /// Files that load but gave no plug-in.
+    std::vector<Entry> failed;
+    double seconds = 0;
+    bool cancelled = false;
+
+    void Add(const ScanReport& other);
+    friend bool operator==(const ScanReport&, const ScanReport&) = default;
+};
+
+/// The summary for people; several lines, valid UTF-8 that a terminal shows as it is.
+std::string FormatScanReport(const ScanReport& report, bool colour);
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,80 @@
+#include "commands/ScanRun.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <memory>
+#include <set>
+
+#include <zetaudiopluginhostui/AudioPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiopluginhostui::AudioPluginManager;
+using zetaudiopluginhostui::AudioPluginScan;
+
+std::vector<PluginLocator> BannedLocators(const HostSession& session)
+{
+    return {session.Banned().BannedBegin(), session.Banned().BannedEnd()};
+}
+
+void CountModule(const HostSession& session, const PluginLocator& module, ScanReport& report)
+{
+    const auto records = session.Registry().FindModule(module);
+    if (!records.empty())
+        ++report.scanned;
+    for (const auto& record : records) {
+        if (record->GetStatus() == ModuleStatus::Working)
+            ++report.found;
+        else if (record->GetStatus() == ModuleStatus::Failed)
+            report.failed.push_back({module.GetPath(), record->GetReason()});
+    }
+}
+
+} // namespace
+
+std::optional<ScanReport> RunScan(HostSession& session, const std::vector<PluginLocator>& modules,
+                                  bool useSeparateProcess)
+{
+    const std::vector<PluginLocator> bannedBefore = BannedLocators(session);
+    const auto shownBefore = session.Shown();
+    const auto start = std::chrono::steady_clock::now();
+
+    const auto scan = std::make_shared<AudioPluginScan>(nullptr);
+    scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
+                         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
+
+    ScanReport report;
+    report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    if (session.Shown().progressDialogs == shownBefore.progressDialogs)
+        return std::nullopt;
+    report.cancelled = session.Shown().cancelled > shownBefore.cancelled;
+
+    // The scan took these modules out of the registry first: what has a record now has been scanned.
+    const std::vector<PluginLocator> bannedNow = BannedLocators(session);
+    std::vector<PluginLocator> newlyBanned;
+    std::set_difference(bannedNow.begin(), bannedNow.end(), bannedBefore.begin(), bannedBefore.end(),
+                        std::back_inserter(newlyBanned));
+    std::set<PluginLocator> bannedModules;
+    for (const PluginLocator& locator : newlyBanned) {
+        bannedModules.insert(locator.ModuleLocator());
+        const auto info = session.Banned().GetBanInfo(locator);
+        report.banned.push_back({locator.GetPath(), info ? info->reason : std::string()});
+    }
+    for (const PluginLocator& module : std::set<PluginLocator>(modules.begin(), modules.end())) {
+        if (bannedModules.contains(module))
+            ++report.scanned;
+        else if (!session.Banned().IsBanned(module))
+            CountModule(session, module, report);
+    }
+    if (!newlyBanned.empty())
+        session.SaveBannedList();
+    return report;
+}
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+
+#include "commands/HostSession.h"
+#include "commands/ScanReport.h"
+
+namespace zetaudiopluginmanager {
+
+/// Scans exactly these modules and says what came of it; nothing when the scanner process could not be
+/// started. Saves the banned list when it has changed. Main thread.
+std::optional<ScanReport> RunScan(HostSession& session,
+                                  const std::vector<zetaudiofilterhost::PluginLocator>& modules,
+                                  bool useSeparateProcess);
+
+} // namespace zetaudiopluginmanager

@@ -1,0 +1,11 @@
+#include <iostream>
+
+#include "commands/CommandLine.h"
+#include "commands/Console.h"
+
+int main(int argumentCount, char** arguments)
+{
+    zetaudiopluginmanager::PrepareConsole();
+    return zetaudiopluginmanager::RunCommandLine(
+        zetaudiopluginmanager::CommandLineArguments(argumentCount, arguments), std::cout);
+}
