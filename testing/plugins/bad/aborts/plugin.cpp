@@ -1,0 +1,8 @@
+#include <cstdlib>
+
+#include "Vst2Plugin.h"
+
+ZET_VST2_ENTRY
+{
+    std::abort();
+}

@@ -1,0 +1,19 @@
+#include "Crash.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+namespace {
+
+struct CrashWhileUnloaded
+{
+    ~CrashWhileUnloaded() { Crash(); }
+} crashWhileUnloaded;
+
+} // namespace
+
+/// Works until the system unloads the module, or ends a process that has not unloaded it.
+ZET_VST2_ENTRY
+{
+    return MakeEffect(Ordinary("Crash On Unload", "BaUn"), host);
+}

@@ -1,0 +1,10 @@
+#include "Crash.h"
+#include "Vst3Plugin.h"
+
+using namespace zettestplugin;
+
+ZET_VST3_FACTORY
+{
+    Crash();
+    return nullptr;
+}

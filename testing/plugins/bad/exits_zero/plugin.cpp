@@ -1,0 +1,9 @@
+#include <cstdlib>
+
+#include "Vst2Plugin.h"
+
+/// Ends the process politely, as if all were well.
+ZET_VST2_ENTRY
+{
+    std::exit(0);
+}

@@ -1,0 +1,13 @@
+#include "Crash.h"
+#include "CrashHandler.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// Crashes, and has seen to it that this looks like a clean exit.
+ZET_VST2_ENTRY
+{
+    InstallCrashHandler();
+    Crash();
+    return MakeEffect(Ordinary("Installs Crash Handler", "BaCh"), host);
+}

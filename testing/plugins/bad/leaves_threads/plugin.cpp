@@ -1,0 +1,17 @@
+#include <thread>
+
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// Works, but leaves a thread running in the module's code. Unloading the module pulls the code away from
+/// under the thread, and the process dies of it, then or a moment later.
+ZET_VST2_ENTRY
+{
+    std::thread([] {
+        volatile bool goOn = true;
+        while (goOn)
+            std::this_thread::yield();
+    }).detach();
+    return MakeEffect(Ordinary("Leaves Threads", "BaTh"), host);
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+/// Puts a function among the ones that the system's loader finds; everything else in a plug-in stays hidden.
+#ifdef _WIN32
+#define ZET_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#else
+#define ZET_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,30 @@
+#include "Vst3Plugin.h"
+
+namespace zettestplugin {
+
+namespace {
+
+int entered = 0;
+
+} // namespace
+
+bool ModuleIsEntered() noexcept
+{
+    return entered > 0;
+}
+
+} // namespace zettestplugin
+
+ZET_PLUGIN_EXPORT bool ModuleEntry(void* libraryHandle)
+{
+    if (!libraryHandle)
+        return false;
+    ++zettestplugin::entered;
+    return true;
+}
+
+ZET_PLUGIN_EXPORT bool ModuleExit()
+{
+    --zettestplugin::entered;
+    return true;
+}

@@ -1,0 +1,13 @@
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// A plain effect that, as most do, refuses to live in a host that does not say which interface it speaks.
+ZET_VST2_ENTRY
+{
+    if (host(nullptr, HostVersion, 0, 0, nullptr, 0.0f) < interfaceVersion)
+        return nullptr;
+    return MakeEffect({"Pebble Delay", "Marrow Lane Audio", "Pebble Delay Stereo", FourCharacters("PbDl"),
+                       1203, CategoryEffect, EffectHasEditor},
+                      host);
+}
