@@ -1,0 +1,26 @@
+#include "BareLoader.h"
+
+#include <windows.h>
+
+#include "BareQuestions.h"
+
+namespace bench {
+
+int LoadAndAskNames(const std::vector<std::string>& paths)
+{
+    int answered = 0;
+    for (const std::string& path : paths) {
+        const HMODULE library = ::LoadLibraryA(path.c_str());
+        if (!library)
+            continue;
+        FARPROC entry = ::GetProcAddress(library, "VSTPluginMain");
+        if (!entry)
+            entry = ::GetProcAddress(library, "main");
+        if (entry && AskName(reinterpret_cast<void*>(entry)))
+            ++answered;
+        ::FreeLibrary(library);
+    }
+    return answered;
+}
+
+} // namespace bench

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "vst2/Vst2Abi.h"
+
+namespace bench {
+
+inline std::intptr_t AnswerBarely(zetaudiopluginhost::vst2::Effect*, std::int32_t opcode, std::int32_t,
+                                  std::intptr_t, void*, float)
+{
+    using namespace zetaudiopluginhost::vst2;
+    switch (opcode) {
+    case HostVersion:
+        return interfaceVersion;
+    case HostGetSampleRate:
+        return 44100;
+    case HostGetBlockSize:
+        return 512;
+    default:
+        return 0;
+    }
+}
+
+/// Makes the effect, asks its name and closes it; false when there is none.
+inline bool AskName(void* entry)
+{
+    using namespace zetaudiopluginhost::vst2;
+    Effect* effect = reinterpret_cast<EntryFunction>(entry)(AnswerBarely);
+    if (!effect || effect->magic != effectMagic)
+        return false;
+    std::array<char, generousStringBuffer> name{};
+    effect->dispatcher(effect, EffectGetEffectName, 0, 0, name.data(), 0);
+    effect->dispatcher(effect, EffectClose, 0, 0, nullptr, 0);
+    return name[0] != 0;
+}
+
+} // namespace bench

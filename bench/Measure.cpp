@@ -1,0 +1,66 @@
+#include "Measure.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+#if defined(_WIN32)
+#define popen _popen
+#define pclose _pclose
+#endif
+
+namespace bench {
+
+double Seconds(const std::function<void()>& call)
+{
+    const auto start = std::chrono::steady_clock::now();
+    call();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> values)
+{
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    const std::size_t middle = values.size() / 2;
+    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+ChildResult RunChild(const std::string& program, const std::vector<std::string>& arguments)
+{
+    std::string command = '"' + program + '"';
+    for (const std::string& argument : arguments)
+        command += " \"" + argument + '"';
+    std::FILE* stream = popen(command.c_str(), "r");
+    if (!stream)
+        throw std::runtime_error("cannot run " + command);
+    std::string output;
+    std::array<char, 4096> buffer;
+    while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), stream))
+        output.append(buffer.data(), size);
+    const int status = pclose(stream);
+    // Plug-ins print on standard output too: the result is the last line.
+    const std::size_t mark = output.rfind("RESULT ");
+    ChildResult result;
+    if (status != 0 || mark == std::string::npos ||
+        !(std::istringstream(output.substr(mark + 7)) >> result.seconds >> result.found))
+        throw std::runtime_error(command + " failed with status " + std::to_string(status));
+    return result;
+}
+
+void Report(const std::string& what, double value, const std::string& unit, double limit)
+{
+    if (limit > 0)
+        std::printf("%-66s %9.3f %-4s (limit %.2f)%s\n", what.c_str(), value, unit.c_str(), limit,
+                    value > limit ? "  OVER" : "");
+    else
+        std::printf("%-66s %9.3f %s\n", what.c_str(), value, unit.c_str());
+    std::fflush(stdout);
+}
+
+} // namespace bench

@@ -1,0 +1,67 @@
+#include "ScannerLaunch.h"
+
+#include <atomic>
+#include <future>
+#include <memory>
+#include <stdexcept>
+
+#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/serialization/Value.h>
+#include <zetcore/threads/Backoff.h>
+#include <zetmarshal/RPCClient.h>
+#include <zetscanprotocol/ScanProtocol.h>
+#include <zettransport/SocketTransport.h>
+
+#include "Measure.h"
+
+namespace bench {
+
+double SecondsToConnect(const std::filesystem::path& scanner, const std::filesystem::path& prefs)
+{
+    using namespace zetcore;
+    filesupport::MemoryMappedFile block;
+    if (!block.Init(zetscanprotocol::blockName, zetscanprotocol::blockSize,
+                    filesupport::MemoryMappedFile::CreateLocked))
+        throw std::runtime_error("no shared block");
+    std::atomic_ref<std::uint32_t> port(
+        static_cast<std::uint32_t*>(block.GetAddress())[zetscanprotocol::portWord]);
+    port = 0;
+
+    std::shared_ptr<zettransport::SocketTransport> transport;
+    std::shared_ptr<zettransport::Session> session;
+    std::unique_ptr<zetmarshal::RPCClient> client;
+    const double seconds = Seconds([&] {
+        // The shell starts it in the background and is gone at once; the scanner ends with the connection.
+        const std::string command = '"' + scanner.string() + "\" >/dev/null 2>&1 </dev/null &";
+        if (std::system(command.c_str()) != 0)
+            throw std::runtime_error("cannot start " + scanner.string());
+        threads::Backoff backoff;
+        while ((port & 0xffff) == 0)
+            backoff();
+        block.CloseFileHandleIfPossible();
+        transport = zettransport::SocketTransport::Create(1);
+        session = transport->ClientStart(zetscanprotocol::loopbackAddress,
+                                         static_cast<std::uint16_t>(port & 0xffff));
+        if (!session)
+            throw std::runtime_error("cannot connect to the scanner");
+        client = std::make_unique<zetmarshal::RPCClient>(session, L"ScanBench");
+
+        auto arguments = serialization::MakeValue(serialization::Array{});
+        for (const char* name : {"AudioPlugins.xml", "BannedAudioPlugins.xml", "UnsupportedAudioPlugins.xml",
+                                 "AudioPlugins.xml.scan"})
+            serialization::AppendToArray(arguments, serialization::MakeString((prefs / name).string()));
+        serialization::AppendToArray(arguments, serialization::MakeValue(false));
+        serialization::AppendToArray(arguments, serialization::MakeValue(true));
+        std::promise<bool> answered;
+        client->SendRequest(
+            serialization::BuildCall(zetscanprotocol::connectMethod, arguments),
+            [&](const auto&, long long) { answered.set_value(true); },
+            [&](int, const std::wstring&, long long) { answered.set_value(false); });
+        if (!answered.get_future().get())
+            throw std::runtime_error("the scanner refused to connect");
+    });
+    session->Close();
+    return seconds;
+}
+
+} // namespace bench
