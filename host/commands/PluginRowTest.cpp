@@ -1,0 +1,94 @@
+#include "commands/PluginRow.h"
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
+using zetaudiopluginhost::BannedPluginManager;
+
+PluginRow Row(const std::wstring& name, const std::wstring& path, const std::wstring& version)
+{
+    PluginRow row;
+    row.locator = PluginLocator(TechnologyType::VST, path);
+    row.name = name;
+    row.version = version;
+    row.enabled = true;
+    return row;
+}
+
+TEST(PluginRow, TheFilterLooksAtNamePathAndVersion)
+{
+    const PluginRow row = Row(L"Big \u00c9cho", L"/plugins/Folder/echo.so", L"1.2-beta");
+    const struct
+    {
+        std::wstring_view text;
+        bool matches;
+    } cases[] = {
+        {L"", true},       {L"big", true},       {L"BIG", true},        {L"folder/ECHO", true},
+        {L"BETA", true},   {L"\u00c9cho", true}, {L"\u00e9cho", false}, {L"VST3", false},
+        {L"big  ", false}, {L"1.3", false},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(MatchesFilter(row, each.text), each.matches) << testing::PrintToString(each.text);
+}
+
+TEST(PluginRow, EachChoiceKeepsItsRows)
+{
+    PluginRow enabled = Row(L"on", L"/on.so", L"1"), disabled = Row(L"off", L"/off.so", L"1"),
+              banned = Row(L"bad", L"/bad.so", L"");
+    disabled.enabled = false;
+    banned.enabled = false;
+    banned.banned = true;
+    const std::vector<PluginRow> rows{enabled, disabled, banned};
+    EXPECT_EQ(FilterRows(rows, L"", RowChoice::All), rows);
+    EXPECT_EQ(FilterRows(rows, L"", RowChoice::Enabled), std::vector{enabled});
+    EXPECT_EQ(FilterRows(rows, L"", RowChoice::Disabled), std::vector{disabled});
+    EXPECT_EQ(FilterRows(rows, L"", RowChoice::Banned), std::vector{banned});
+    EXPECT_EQ(FilterRows(rows, L"OFF", RowChoice::All), std::vector{disabled});
+    EXPECT_EQ(FilterRows(rows, L"off", RowChoice::Banned), std::vector<PluginRow>());
+}
+
+TEST(PluginRow, WorkingPluginsComeBeforeBannedOnes)
+{
+    auto& registry = *PluginModuleInfoManager::GetInstance();
+    auto& banned = *BannedPluginManager::GetInstance();
+    registry.Reset();
+    banned.Reset();
+    const auto working = std::make_shared<PluginModuleInfo>(PluginLocator(TechnologyType::VST3, L"/z.vst3"));
+    working->SetName(L"Zed");
+    working->SetVersionString(L"2.0");
+    working->SetVendor(L"Maker");
+    working->SetEnabled(false);
+    working->SetHasAnyNonSynthEffect(true);
+    registry.AddModule(working);
+    banned.AddBannedPlugin(PluginLocator(TechnologyType::VST, L"/folder/a.so"), "signal 11 while loading");
+
+    const std::vector<PluginRow> rows = CollectRows(registry, banned);
+    registry.Reset();
+    banned.Reset();
+
+    PluginRow expectedWorking;
+    expectedWorking.locator = working->GetLocator();
+    expectedWorking.name = L"Zed";
+    expectedWorking.version = L"2.0";
+    expectedWorking.vendor = L"Maker";
+    expectedWorking.effect = true;
+    PluginRow expectedBanned;
+    expectedBanned.locator = PluginLocator(TechnologyType::VST, L"/folder/a.so");
+    expectedBanned.name = L"a.so";
+    expectedBanned.banned = true;
+    expectedBanned.reason = "signal 11 while loading";
+    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned}));
+}
+
+} // namespace
+
+} // namespace zetaudiopluginmanager
