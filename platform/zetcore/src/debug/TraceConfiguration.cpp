@@ -1,0 +1,47 @@
+#include "debug/TraceConfiguration.h"
+
+#include <charconv>
+
+#include "debug/TextEntries.h"
+
+namespace zetcore::debug {
+
+namespace {
+
+std::optional<int> ParseVolume(std::string_view text)
+{
+    int volume = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), volume);
+    if (error != std::errc{} || end != text.data() + text.size() || volume < 0 || volume > 9)
+        return std::nullopt;
+    return volume;
+}
+
+} // namespace
+
+TraceConfiguration ParseTraceConfiguration(std::string_view text)
+{
+    TraceConfiguration configuration;
+    for (const std::string_view part : SplitText(text, ';')) {
+        if (Trim(part).empty())
+            continue;
+        const auto entry = ParseEntry(part);
+        if (!entry) {
+            configuration.problems.push_back("\"" + std::string(part) + "\" is no name=value");
+        } else if (entry->key == "volume") {
+            configuration.volume = ParseVolume(entry->value);
+            if (!configuration.volume)
+                configuration.problems.push_back("volume must be 0 to 9, not \"" + entry->value + "\"");
+        } else if (entry->key == "file") {
+            configuration.file = entry->value;
+        } else if (entry->key == "off") {
+            for (const std::string_view category : SplitText(entry->value, ','))
+                configuration.off.emplace_back(Trim(category));
+        } else {
+            configuration.problems.push_back("\"" + entry->key + "\" is not known; volume, file and off are");
+        }
+    }
+    return configuration;
+}
+
+} // namespace zetcore::debug

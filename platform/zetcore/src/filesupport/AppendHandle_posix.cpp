@@ -1,0 +1,37 @@
+#include "filesupport/AppendHandle.h"
+
+#include <fcntl.h>
+
+#include <zetcore/filesupport/FileException.h>
+
+#include "filesupport/Descriptor_posix.h"
+#include "filesupport/PlatformPath.h"
+#include "filesupport/SystemError.h"
+#include "filesupport/WholeWrite_posix.h"
+
+namespace zetcore::filesupport {
+
+struct AppendHandle::Opened
+{
+    Descriptor file;
+};
+
+AppendHandle::AppendHandle(std::wstring filePath)
+    : path(std::move(filePath)), opened(std::make_unique<Opened>())
+{
+    constexpr const char* operation = "open for appending";
+    opened->file = Descriptor(
+        ::open(ToNativeChecked(operation, path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+    if (!opened->file.IsOpen())
+        throw file_exception(operation, path, LastSystemError());
+}
+
+AppendHandle::~AppendHandle() = default;
+
+void AppendHandle::Write(std::string_view bytes)
+{
+    if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
+        throw file_exception("append to", path, error);
+}
+
+} // namespace zetcore::filesupport

@@ -1,0 +1,123 @@
+#include "filesupport/FileReplacement.h"
+
+#include <chrono>
+
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/Utf.h>
+#include <zetcore/threads/Backoff.h>
+
+#include "filesupport/FileStatus.h"
+#include "filesupport/Handle_win.h"
+#include "filesupport/PlatformPath.h"
+#include "filesupport/SystemError.h"
+#include "filesupport/WholeWrite_win.h"
+
+namespace zetcore::filesupport {
+
+namespace {
+
+constexpr const char* operation = "write";
+
+/// The file that a link leads to; the path itself when it is no link or leads nowhere.
+std::filesystem::path FollowLinks(const std::filesystem::path& path)
+{
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return path;
+    const Handle file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!file.IsOpen())
+        return path;
+    std::wstring target(32768, L'\0');
+    const DWORD length =
+        ::GetFinalPathNameByHandleW(file.Get(), target.data(), static_cast<DWORD>(target.size()), 0);
+    if (length == 0 || length >= target.size())
+        return path;
+    target.resize(length);
+    return target;
+}
+
+class TemporaryFile
+{
+  public:
+    explicit TemporaryFile(std::filesystem::path temporaryPath)
+        : path(std::move(temporaryPath)), file(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr,
+                                                             CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))
+    {
+        created = file.IsOpen();
+    }
+
+    ~TemporaryFile()
+    {
+        file.Close();
+        if (created)
+            ::DeleteFileW(path.c_str());
+    }
+
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    bool IsOpen() const { return file.IsOpen(); }
+
+    std::error_code Write(std::string_view bytes, Durability durability)
+    {
+        if (const std::error_code error = WriteWhole(file.Get(), bytes))
+            return error;
+        if (durability == Durability::PowerCut && ::FlushFileBuffers(file.Get()) == 0)
+            return LastSystemError();
+        file.Close();
+        return {};
+    }
+
+    std::error_code MoveTo(const std::filesystem::path& target, Durability durability)
+    {
+        const DWORD flags =
+            MOVEFILE_REPLACE_EXISTING | (durability == Durability::PowerCut ? MOVEFILE_WRITE_THROUGH : 0);
+        const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+        threads::Backoff pause;
+        for (;;) {
+            // The first keeps the access list and the attributes of the file that is there.
+            if (::ReplaceFileW(target.c_str(), path.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                               nullptr, nullptr) != 0 ||
+                ::MoveFileExW(path.c_str(), target.c_str(), flags) != 0) {
+                created = false;
+                return {};
+            }
+            // Search indexers and virus scanners hold new files open for a moment.
+            const DWORD error = ::GetLastError();
+            const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+                                 error == ERROR_ACCESS_DENIED;
+            if (!mayPass || std::chrono::steady_clock::now() > giveUp)
+                return {static_cast<int>(error), std::system_category()};
+            pause();
+        }
+    }
+
+  private:
+    std::filesystem::path path;
+    Handle file;
+    bool created = false;
+};
+
+} // namespace
+
+void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability)
+{
+    const std::filesystem::path target = FollowLinks(ToNativeChecked(operation, path));
+    std::error_code missing;
+    if (ReadFileStatus(target, missing).kind == FileKind::Folder && !missing)
+        throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
+    const DWORD attributes = ::GetFileAttributesW(target.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        throw file_exception(operation, path, std::make_error_code(std::errc::permission_denied));
+
+    TemporaryFile temporary(target.parent_path() / string::AsciiToUTF16(MakeTemporaryName()));
+    if (!temporary.IsOpen())
+        throw file_exception(operation, path, LastSystemError());
+    if (const std::error_code error = temporary.Write(bytes, durability))
+        throw file_exception(operation, path, error);
+    if (const std::error_code error = temporary.MoveTo(target, durability))
+        throw file_exception(operation, path, error);
+}
+
+} // namespace zetcore::filesupport

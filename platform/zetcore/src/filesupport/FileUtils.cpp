@@ -1,0 +1,82 @@
+#include <zetcore/filesupport/FileUtils.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/IPlatformByteStream.h>
+
+#include "filesupport/AppendHandle.h"
+#include "filesupport/FileReplacement.h"
+#include "filesupport/FileStatus.h"
+#include "filesupport/PlatformPath.h"
+
+namespace zetcore::filesupport {
+
+std::string MakeTemporaryName()
+{
+    std::random_device random;
+    std::ostringstream name;
+    name << ".zet-" << std::hex << random() << '-' << random() << ".tmp";
+    return name.str();
+}
+
+void FileUtils::SimpleWriteStringToFile(const std::wstring& path, std::string_view bytes)
+{
+    ReplaceWholeFile(path, bytes, Durability::ProcessCrash);
+}
+
+void FileUtils::ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability)
+{
+    ReplaceWholeFile(path, bytes, durability);
+}
+
+void FileUtils::AppendToFile(const std::wstring& path, std::string_view bytes)
+{
+    AppendHandle(path).Write(bytes);
+}
+
+std::string FileUtils::ReadFile(const File& file, std::uint64_t maxBytes)
+{
+    const auto stream = IPlatformByteStream::OpenForReading(file);
+    const auto refuseAbove = [&](std::uint64_t size) {
+        if (size > maxBytes)
+            throw file_exception("read", file.FullPath(), std::make_error_code(std::errc::file_too_large));
+    };
+    const std::uint64_t length = stream->Length();
+    refuseAbove(length);
+
+    // The length is only where to begin: the file may grow meanwhile, and some system files say 0.
+    constexpr std::size_t smallestRoom = 4096;
+    std::string content;
+    std::size_t size = 0;
+    content.resize(std::max<std::size_t>(static_cast<std::size_t>(length) + 1, smallestRoom));
+    while (const std::size_t got = stream->ReadBlock(content.data() + size, content.size() - size)) {
+        size += got;
+        refuseAbove(size);
+        if (size == content.size())
+            content.resize(content.size() * 2);
+    }
+    content.resize(size);
+    return content;
+}
+
+std::wstring FileUtils::KeepAside(const File& file)
+{
+    constexpr const char* operation = "keep aside";
+    constexpr int mostNames = 10'000;
+    const std::filesystem::path damaged = ToNativeChecked(operation, file.FullPath());
+    std::error_code error;
+    for (int number = 1; number <= mostNames; ++number) {
+        std::wstring aside = file.FullPath() + L".damaged" + (number == 1 ? L"" : std::to_wstring(number));
+        error = RenameToFreeName(damaged, ToNative(aside));
+        if (!error)
+            return aside;
+        if (error != std::errc::file_exists)
+            break;
+    }
+    throw file_exception(operation, file.FullPath(), error);
+}
+
+} // namespace zetcore::filesupport

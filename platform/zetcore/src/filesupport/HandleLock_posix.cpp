@@ -1,0 +1,27 @@
+#include "filesupport/HandleLock_posix.h"
+
+#include <cerrno>
+
+#include <sys/file.h>
+
+#include <zetcore/threads/Backoff.h>
+
+#include "filesupport/SystemError.h"
+
+namespace zetcore::filesupport {
+
+std::error_code LockWithin(int descriptor, std::chrono::milliseconds limit)
+{
+    const auto giveUp = std::chrono::steady_clock::now() + limit;
+    threads::Backoff pause;
+    while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return LastSystemError();
+        if (std::chrono::steady_clock::now() >= giveUp)
+            return std::make_error_code(std::errc::timed_out);
+        pause();
+    }
+    return {};
+}
+
+} // namespace zetcore::filesupport

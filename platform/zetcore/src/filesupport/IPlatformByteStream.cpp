@@ -1,0 +1,7 @@
+#include <zetcore/filesupport/IPlatformByteStream.h>
+
+namespace zetcore::filesupport {
+
+IPlatformByteStream::~IPlatformByteStream() = default;
+
+} // namespace zetcore::filesupport

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+/// Where this system keeps things. Empty when there is no such folder.
+namespace zetcore::filesupport {
+
+std::wstring FindExecutableFolder();
+std::wstring FindHomeFolder();
+/// The folder in which every program has its preferences folder.
+std::wstring FindConfigFolder();
+/// Makes the folder when it has to. Throws `file_exception`.
+std::wstring FindRuntimeFolder();
+
+} // namespace zetcore::filesupport

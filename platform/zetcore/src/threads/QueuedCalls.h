@@ -1,0 +1,14 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+
+namespace zetcore::threads {
+
+std::size_t QueuedCallCount();
+
+/// Runs at most `count` calls of the main thread's queue, none of them begun after the deadline. Returns how
+/// many ran.
+std::size_t RunQueuedCalls(std::size_t count, std::chrono::steady_clock::time_point deadline);
+
+} // namespace zetcore::threads
