@@ -14,9 +14,13 @@ namespace zetmarshal {
 /// Deeper nesting is refused.
 inline constexpr std::size_t maxJsonDepth = 64;
 
-/// One line of UTF-8. Throws `std::bad_any_cast` for a type that is no serialised value.
+/// One line. Strings are taken to be UTF-8; bytes that are not cross unchanged. A null pointer is written as
+/// null, and other integer types, `float` and `std::string` as what they stand for. Throws
+/// `std::bad_any_cast` for any other type, `std::length_error` for a value that is nested too deep, and
+/// `std::range_error` for a real number that is not finite.
 ZETMARSHAL_API std::string ToJson(const zetcore::serialization::ValuePtr& value);
-/// Throws `std::runtime_error` that says what is wrong, and where.
+/// Of a key that stands twice in an object, the last counts. Throws `std::runtime_error` that says what is
+/// wrong, and where.
 ZETMARSHAL_API zetcore::serialization::ValuePtr FromJson(std::string_view text);
 
 } // namespace zetmarshal

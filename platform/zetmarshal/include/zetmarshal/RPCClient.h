@@ -16,7 +16,9 @@ namespace zetmarshal {
 /// params [name]. Handlers run on the session's threads, one at a time, exactly one of the two for each
 /// request, never inside `SendRequest`; they are dropped uncalled when the client is destroyed or the session
 /// closes. An exception that leaves a handler is traced with its message, and the session is aborted (its
-/// close callback is called), because the conversation cannot go on.
+/// close callback is called), because the conversation cannot go on. So is it for a frame that is no
+/// JSON-RPC, a batch, and a reply without exactly one of result and error. Replies to no pending request, and
+/// requests from the server, are traced and ignored.
 class ZETMARSHAL_API RPCClient
 {
   public:
@@ -30,7 +32,9 @@ class ZETMARSHAL_API RPCClient
     RPCClient(const RPCClient&) = delete;
     RPCClient& operator=(const RPCClient&) = delete;
 
-    /// Queues the request and returns at once. On a closed session neither handler is called.
+    /// Queues the request and returns at once. On a closed session neither handler is called. Throws
+    /// `std::bad_any_cast` for arguments that are no serialised value, and `std::length_error` for a request
+    /// that is nested too deep or larger than a frame may be; then nothing was sent.
     void SendRequest(const zetcore::serialization::Call& call, ResultHandler onResult, ErrorHandler onError);
 
   private:

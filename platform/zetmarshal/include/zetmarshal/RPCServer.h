@@ -47,7 +47,14 @@ class ZETMARSHAL_API RPCResponder
     virtual void Fail(RPCErrorCode code, const std::string& message) = 0;
 };
 
-/// The answering side of JSON-RPC 2.0 over a session. Register the methods, then `Start`.
+/// The answering side of JSON-RPC 2.0 over a session. Register the methods, then `Start`. The server owns the
+/// session; requests that arrive after the server's destruction are ignored.
+///
+/// It answers by itself: `MethodNotFound` for an unknown method, `InvalidParams` for parameters that are not
+/// an array (absent ones are an empty array), `InvalidRequest` for a batch and for a method or id of a wrong
+/// type. Notifications get no reply. "rpc.announce" with params [name] sets the client's name; another shape
+/// is traced and ignored. A reply that is sent to the server is traced and ignored. What is no JSON-RPC at
+/// all aborts the session.
 class ZETMARSHAL_API RPCServer
 {
   public:

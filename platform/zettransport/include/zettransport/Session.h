@@ -32,9 +32,11 @@ class ZETTRANSPORT_API Session : public std::enable_shared_from_this<Session>
     using CloseCallback = std::function<TransportError(std::shared_ptr<Session>)>;
 
     static std::shared_ptr<Session> Create(std::shared_ptr<ByteStream> stream);
+    /// Closes; no callback.
     ~Session();
 
-    /// Starts to deliver frames to the handler, one at a time, on the transport's threads. Call once.
+    /// Starts to deliver frames to the handler, one at a time, on the transport's threads, with no lock held.
+    /// Call once. An exception that leaves the handler aborts the session with its message as the reason.
     void Start(FrameHandler handler);
     /// Registered after the session was closed by the other side, it is called all the same (on a transport
     /// thread).

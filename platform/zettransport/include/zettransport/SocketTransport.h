@@ -33,8 +33,8 @@ class ZETTRANSPORT_API SocketTransport
     /// Connects within 10 seconds; null (traced) when that fails. The session delivers once it is started.
     std::shared_ptr<Session> ClientStart(const std::string& host, std::uint16_t port);
 
-    /// Listens on 127.0.0.1 at a port of the system's choice and returns the port. Throws
-    /// `std::system_error`.
+    /// Listens on 127.0.0.1 at a port of the system's choice and returns the port; an earlier listener stops.
+    /// A session that the handler does not keep closes. Throws `std::system_error`.
     std::uint16_t ServerStart(AcceptHandler handler);
     /// Stops listening; sessions go on.
     void ServerStop();

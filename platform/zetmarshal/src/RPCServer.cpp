@@ -1,0 +1,207 @@
+#include <zetmarshal/RPCServer.h>
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include <zetcore/debug/Trace.h>
+
+#include "RPCMessage.h"
+
+namespace zetmarshal {
+
+using namespace zetcore::serialization;
+using zettransport::Session;
+
+namespace {
+
+constexpr char category[] = "zetmarshal";
+
+bool IsGoodId(const Value& id)
+{
+    return !id.has_value() || id.type() == typeid(long long) || id.type() == typeid(unsigned long long) ||
+           id.type() == typeid(double) || id.type() == typeid(Utf8String);
+}
+
+/// For an error message: a long name would only drown it.
+std::string Quoted(const std::string& name)
+{
+    constexpr std::size_t shown = 200;
+    return "\"" + (name.size() > shown ? name.substr(0, shown) + "..." : name) + "\"";
+}
+
+class Responder final : public RPCResponder
+{
+  public:
+    /// A null id: a notification's.
+    Responder(const std::shared_ptr<Session>& rpcSession, ValuePtr requestId)
+        : session(rpcSession), id(std::move(requestId))
+    {}
+
+    ~Responder() override
+    {
+        try {
+            if (id)
+                Fail(RPCErrorCode::InternalError, "the request was not answered");
+        } catch (const std::exception& error) {
+            zetcore::debug::TraceLine(1, category, std::string("Cannot answer a request: ") + error.what());
+        }
+    }
+
+    void Succeed(ValuePtr result) override
+    {
+        if (answered.exchange(true))
+            return;
+        try {
+            if (id)
+                Reply(ResultText(id, result));
+        } catch (const std::exception& error) {
+            ReplyError(RPCErrorCode::InternalError,
+                       std::string("the result cannot be sent: ") + error.what());
+        }
+    }
+
+    void Fail(RPCErrorCode code, const std::string& message) override
+    {
+        if (!answered.exchange(true))
+            ReplyError(code, message);
+    }
+
+  private:
+    void ReplyError(RPCErrorCode code, const std::string& message)
+    {
+        zetcore::debug::TraceLine(3, category, "Request failed: " + message);
+        if (id)
+            Reply(ErrorText(id, code, message));
+    }
+
+    void Reply(const std::string& text)
+    {
+        const auto current = session.lock();
+        if (!current || current->Send(text) || !current->IsOpen())
+            return;
+        const std::string instead =
+            ErrorText(id, RPCErrorCode::InternalError, "the reply is larger than a frame may be");
+        if (!current->Send(instead))
+            current->Abort("a request whose reply is larger than a frame may be");
+    }
+
+    const std::weak_ptr<Session> session;
+    const ValuePtr id;
+    std::atomic<bool> answered = false;
+};
+
+} // namespace
+
+RPCError::RPCError(RPCErrorCode errorCode, const std::string& message)
+    : std::runtime_error(message), code(errorCode)
+{}
+
+RPCError::~RPCError() = default;
+
+RPCResponder::~RPCResponder() = default;
+
+struct RPCServer::State
+{
+    explicit State(std::shared_ptr<Session> rpcSession) : session(std::move(rpcSession)) {}
+
+    void OnFrame(const std::string& frame);
+    void OnRequest(const RPCMessage& message, const std::shared_ptr<RPCResponder>& responder);
+    void OnAnnounce(const Array& params, RPCResponder& responder);
+    void RefuseWhole(const std::string& message) const;
+
+    const std::shared_ptr<Session> session;
+    mutable std::mutex mutex;
+    std::map<std::string, std::shared_ptr<const Method>, std::less<>> methods;
+    std::string clientName;
+};
+
+RPCServer::RPCServer(std::shared_ptr<Session> session) : state(std::make_shared<State>(std::move(session))) {}
+
+RPCServer::~RPCServer() = default;
+
+void RPCServer::Register(const std::string& name, Method method)
+{
+    const std::lock_guard lock(state->mutex);
+    state->methods[name] = std::make_shared<const Method>(std::move(method));
+}
+
+void RPCServer::Start()
+{
+    // The state owns the session, so the session must not own the state.
+    state->session->Start([weak = std::weak_ptr(state)](const std::string& frame) {
+        if (const auto current = weak.lock())
+            current->OnFrame(frame);
+    });
+}
+
+std::string RPCServer::ClientName() const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->clientName;
+}
+
+/// An answer to what cannot be told to be a request, and of which.
+void RPCServer::State::RefuseWhole(const std::string& message) const
+{
+    session->Send(ErrorText(nullptr, RPCErrorCode::InvalidRequest, message));
+}
+
+void RPCServer::State::OnFrame(const std::string& frame)
+{
+    const RPCMessage message = ParseMessage(frame);
+    if (message.isBatch)
+        RefuseWhole("batches are not supported");
+    else if (!message.method && (message.result || message.error))
+        zetcore::debug::TraceLine(3, category, "Ignored a reply sent to a server");
+    else if (message.id && !IsGoodId(*message.id))
+        RefuseWhole("the id must be a number, a string or null");
+    else
+        OnRequest(message, std::make_shared<Responder>(session, message.id));
+}
+
+void RPCServer::State::OnRequest(const RPCMessage& message, const std::shared_ptr<RPCResponder>& responder)
+{
+    const auto* name = message.method ? std::any_cast<Utf8String>(message.method.get()) : nullptr;
+    if (!name)
+        return responder->Fail(RPCErrorCode::InvalidRequest, "the method must be a string");
+    const std::string method = ToStdString(*name);
+    const ValuePtr params = message.params ? message.params : MakeValue(Array());
+    const auto* arguments = std::any_cast<Array>(params.get());
+    if (!arguments)
+        return responder->Fail(RPCErrorCode::InvalidParams,
+                               "the parameters of " + Quoted(method) + " must be an array");
+    if (method == announceMethod)
+        return OnAnnounce(*arguments, *responder);
+    std::shared_ptr<const Method> handler;
+    {
+        const std::lock_guard lock(mutex);
+        if (const auto found = methods.find(method); found != methods.end())
+            handler = found->second;
+    }
+    if (!handler)
+        return responder->Fail(RPCErrorCode::MethodNotFound, "there is no method " + Quoted(method));
+    try {
+        (*handler)(*arguments, responder);
+    } catch (const RPCError& error) {
+        responder->Fail(error.Code(), error.what());
+    } catch (const std::exception& error) {
+        responder->Fail(RPCErrorCode::InternalError, error.what());
+    }
+}
+
+void RPCServer::State::OnAnnounce(const Array& params, RPCResponder& responder)
+{
+    const auto* name = params.size() == 1 && params[0] ? std::any_cast<Utf8String>(params[0].get()) : nullptr;
+    if (!name)
+        return responder.Fail(RPCErrorCode::InvalidParams,
+                              "\"rpc.announce\" takes one string, the client's name");
+    {
+        const std::lock_guard lock(mutex);
+        clientName = ToStdString(*name);
+    }
+    responder.Succeed(MakeValue(Object()));
+}
+
+} // namespace zetmarshal

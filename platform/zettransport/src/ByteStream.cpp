@@ -1,0 +1,7 @@
+#include <zettransport/ByteStream.h>
+
+namespace zettransport {
+
+ByteStream::~ByteStream() = default;
+
+} // namespace zettransport

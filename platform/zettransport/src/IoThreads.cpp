@@ -1,0 +1,89 @@
+#include "IoThreads.h"
+
+#include <algorithm>
+#include <exception>
+#include <string>
+#include <utility>
+
+#include <boost/asio/post.hpp>
+#include <zetcore/debug/Trace.h>
+
+namespace zettransport {
+
+std::shared_ptr<IoThreads> IoThreads::Create(int threadCount)
+{
+    const int count = std::max(threadCount, 1);
+    std::shared_ptr<IoThreads> created(new IoThreads(count));
+    created->threads.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        created->threads.emplace_back([created] { created->Run(); });
+    return created;
+}
+
+IoThreads::IoThreads(int threadCount) : context(threadCount), work(context.get_executor()) {}
+
+void IoThreads::SetStopping()
+{
+    const std::lock_guard lock(postMutex);
+    stopping = true;
+}
+
+void IoThreads::Post(const Strand& strand, std::function<void()> call)
+{
+    const std::lock_guard lock(postMutex);
+    if (stopping)
+        return;
+    boost::asio::post(strand, [self = shared_from_this(), call = std::move(call)] {
+        if (!self->Stopping())
+            call();
+    });
+}
+
+void IoThreads::Stop()
+{
+    SetStopping();
+    work.reset();
+    // Waiting for the threads to run out of work would never end on one of them: the handler that we are in
+    // counts as work. So they are stopped, and what they leave is drained by the last one.
+    context.stop();
+    bool onOwnThread = false;
+    for (std::thread& thread : threads) {
+        if (thread.get_id() == std::this_thread::get_id()) {
+            onOwnThread = true;
+            drainingThread = thread.get_id();
+            thread.detach();
+        } else {
+            thread.join();
+        }
+    }
+    threads.clear();
+    if (!onOwnThread)
+        Drain();
+}
+
+void IoThreads::Run()
+{
+    RunContext();
+    if (drainingThread.load() == std::this_thread::get_id())
+        Drain();
+}
+
+void IoThreads::Drain()
+{
+    context.restart();
+    RunContext();
+}
+
+void IoThreads::RunContext()
+{
+    for (;;) {
+        try {
+            context.run();
+            return;
+        } catch (const std::exception& error) {
+            zetcore::debug::TraceLine(1, "zettransport", std::string("A handler threw: ") + error.what());
+        }
+    }
+}
+
+} // namespace zettransport

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <boost/asio/ip/tcp.hpp>
+
+namespace zettransport {
+
+/// The user that owns the socket with these two ends, by the text of /proc/net/tcp or /proc/net/tcp6; nothing
+/// when no line has it. IPv4 addresses are found in their IPv6 form too. Lines that cannot be read are passed
+/// over.
+std::optional<std::uint32_t> FindSocketOwner(std::string_view table,
+                                             const boost::asio::ip::tcp::endpoint& local,
+                                             const boost::asio::ip::tcp::endpoint& remote);
+
+} // namespace zettransport

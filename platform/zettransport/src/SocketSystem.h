@@ -1,0 +1,31 @@
+#pragma once
+
+#include <chrono>
+#include <system_error>
+
+#include <boost/asio/ip/tcp.hpp>
+
+/// The few socket calls that Asio does not make as we need them: sockets must not be inherited by child
+/// processes, not even for a moment.
+namespace zettransport::sockets {
+
+using Endpoint = boost::asio::ip::tcp::endpoint;
+using NativeSocket = boost::asio::ip::tcp::socket::native_handle_type;
+
+/// A TCP socket of the protocol's family that child processes do not inherit. Throws `std::system_error`.
+NativeSocket Open(const boost::asio::ip::tcp& protocol);
+/// As `Open`, for listening: no other program can bind the address as well.
+NativeSocket OpenForListening(const boost::asio::ip::tcp& protocol);
+/// Connects, waiting for at most the time given; no error when connected. The socket does not block
+/// afterwards.
+std::error_code Connect(NativeSocket socket, const Endpoint& endpoint, std::chrono::milliseconds limit);
+/// The next waiting connection; `std::errc::operation_would_block` when there is none. Child processes do not
+/// inherit it.
+NativeSocket Accept(NativeSocket listener, std::error_code& error);
+void Close(NativeSocket socket);
+
+/// Whether the process at the other end of a connection within this machine belongs to this process's user;
+/// true where it cannot be told.
+bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote);
+
+} // namespace zettransport::sockets
