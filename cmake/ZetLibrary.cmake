@@ -168,7 +168,7 @@ function(zet_test library)
   target_compile_definitions(${ARG_NAME} PRIVATE ${library}_EXPORTS)
   target_include_directories(${ARG_NAME} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/src")
   get_property(private_link TARGET ${library} PROPERTY ZET_PRIVATE_LINK)
-  target_link_libraries(${ARG_NAME} PRIVATE ${library}_objects $<TARGET_OBJECTS:${library}_objects> ${private_link}
+  target_link_libraries(${ARG_NAME} PRIVATE ${library}_objects ${private_link}
                                             ${ARG_USES} ${ARG_LINK} zettesting GTest::gmock GTest::gtest_main)
   if(ARG_NEEDS)
     add_dependencies(${ARG_NAME} ${ARG_NEEDS})
