@@ -1,0 +1,241 @@
+#include "WorkerMessages.h"
+
+#include <cstring>
+#include <stdexcept>
+#include <type_traits>
+
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiofilterscan {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiopluginhost::ScanPhase;
+
+namespace {
+
+enum class Tag : std::uint8_t
+{
+    Settings = 'S',
+    Entity = 'E',
+    Answer = 'A',
+    Trace = 'T',
+};
+
+class Writer
+{
+  public:
+    explicit Writer(Tag tag) { bytes.push_back(static_cast<char>(tag)); }
+
+    void Number(std::uint32_t number)
+    {
+        char raw[sizeof number];
+        std::memcpy(raw, &number, sizeof number);
+        bytes.append(raw, sizeof number);
+    }
+    void Flag(bool flag) { bytes.push_back(flag ? '\1' : '\0'); }
+    void Text(std::string_view text)
+    {
+        Number(static_cast<std::uint32_t>(text.size()));
+        bytes.append(text);
+    }
+    void Wide(std::wstring_view text) { Text(zetcore::string::UTF16to8(text)); }
+
+    std::string bytes;
+};
+
+class Reader
+{
+  public:
+    explicit Reader(std::string_view message) : rest(message) {}
+
+    std::uint8_t Byte(const char* field) { return static_cast<std::uint8_t>(Take(1, field).front()); }
+    std::uint32_t Number(const char* field)
+    {
+        std::uint32_t number = 0;
+        std::memcpy(&number, Take(sizeof number, field).data(), sizeof number);
+        return number;
+    }
+    bool Flag(const char* field)
+    {
+        const std::uint8_t byte = Byte(field);
+        if (byte > 1)
+            Wrong(field);
+        return byte == 1;
+    }
+    std::string Text(const char* field) { return std::string(Take(Number(field), field)); }
+    std::wstring Wide(const char* field) { return zetcore::string::UTF8to16(Text(field)); }
+    PluginLocator Locator(const char* field)
+    {
+        PluginLocator locator = PluginLocator::FromString(Wide(field));
+        if (locator.IsEmpty())
+            Wrong(field);
+        return locator;
+    }
+    ScanPhase Phase(const char* field)
+    {
+        const std::uint8_t byte = Byte(field);
+        if (byte > static_cast<std::uint8_t>(ScanPhase::Unload))
+            Wrong(field);
+        return static_cast<ScanPhase>(byte);
+    }
+    void End() const
+    {
+        if (!rest.empty())
+            throw std::runtime_error(std::to_string(rest.size()) + " bytes too many");
+    }
+    [[noreturn]] static void Wrong(const char* field)
+    {
+        throw std::runtime_error(std::string("wrong value: ") + field);
+    }
+
+  private:
+    std::string_view Take(std::size_t size, const char* field)
+    {
+        if (rest.size() < size)
+            throw std::runtime_error(std::string("cut off: ") + field);
+        const std::string_view taken = rest.substr(0, size);
+        rest.remove_prefix(size);
+        return taken;
+    }
+
+    std::string_view rest;
+};
+
+std::string Encode(const WorkerSettings& settings)
+{
+    Writer writer(Tag::Settings);
+    writer.Wide(settings.preferencesFolder);
+    writer.Number(static_cast<std::uint32_t>(settings.traceVolume));
+    writer.Flag(settings.options.disableVST2ShellSkipping);
+    writer.Flag(settings.options.quickEffectScan);
+    writer.Number(static_cast<std::uint32_t>(settings.knownModules.size()));
+    for (const PluginLocator& locator : settings.knownModules)
+        writer.Wide(locator.ToString());
+    return std::move(writer.bytes);
+}
+
+std::string Encode(const EntityRequest& request)
+{
+    Writer writer(Tag::Entity);
+    writer.Number(request.number);
+    writer.Wide(request.locator.ToString());
+    return std::move(writer.bytes);
+}
+
+std::string Encode(const EntityAnswer& answer)
+{
+    Writer writer(Tag::Answer);
+    writer.Number(answer.number);
+    writer.Flag(answer.misbehaved);
+    writer.bytes.push_back(static_cast<char>(answer.phase));
+    writer.Text(answer.reason);
+    writer.Text(answer.configuration);
+    return std::move(writer.bytes);
+}
+
+std::string Encode(const WorkerTrace& trace)
+{
+    Writer writer(Tag::Trace);
+    writer.Number(static_cast<std::uint32_t>(trace.level));
+    writer.Text(trace.category);
+    writer.Text(trace.text);
+    return std::move(writer.bytes);
+}
+
+WorkerSettings ReadSettings(Reader& reader)
+{
+    WorkerSettings settings;
+    settings.preferencesFolder = reader.Wide("preferences folder");
+    settings.traceVolume = static_cast<int>(reader.Number("trace volume"));
+    settings.options.disableVST2ShellSkipping = reader.Flag("disable shell skipping");
+    settings.options.quickEffectScan = reader.Flag("quick effect scan");
+    for (std::uint32_t left = reader.Number("number of known modules"); left > 0; --left)
+        settings.knownModules.push_back(reader.Locator("known module"));
+    return settings;
+}
+
+EntityRequest ReadRequest(Reader& reader)
+{
+    EntityRequest request;
+    request.number = reader.Number("entity number");
+    if (request.number == 0)
+        Reader::Wrong("entity number");
+    request.locator = reader.Locator("locator");
+    return request;
+}
+
+EntityAnswer ReadAnswer(Reader& reader)
+{
+    EntityAnswer answer;
+    answer.number = reader.Number("entity number");
+    answer.misbehaved = reader.Flag("misbehaved");
+    answer.phase = reader.Phase("phase");
+    answer.reason = reader.Text("reason");
+    answer.configuration = reader.Text("configuration");
+    return answer;
+}
+
+WorkerTrace ReadTrace(Reader& reader)
+{
+    WorkerTrace trace;
+    trace.level = static_cast<int>(reader.Number("level"));
+    trace.category = reader.Text("category");
+    trace.text = reader.Text("text");
+    return trace;
+}
+
+} // namespace
+
+std::string EncodeCommand(const WorkerCommand& command)
+{
+    return std::visit([](const auto& message) { return Encode(message); }, command);
+}
+
+std::string EncodeReport(const WorkerReport& report)
+{
+    return std::visit([](const auto& message) { return Encode(message); }, report);
+}
+
+WorkerCommand DecodeCommand(std::string_view message)
+{
+    Reader reader(message);
+    WorkerCommand command;
+    switch (static_cast<Tag>(reader.Byte("kind"))) {
+    case Tag::Settings:
+        command = ReadSettings(reader);
+        break;
+    case Tag::Entity:
+        command = ReadRequest(reader);
+        break;
+    default:
+        Reader::Wrong("kind");
+    }
+    reader.End();
+    return command;
+}
+
+WorkerReport DecodeReport(std::string_view message)
+{
+    Reader reader(message);
+    WorkerReport report;
+    switch (static_cast<Tag>(reader.Byte("kind"))) {
+    case Tag::Answer:
+        report = ReadAnswer(reader);
+        break;
+    case Tag::Trace:
+        report = ReadTrace(reader);
+        break;
+    default:
+        Reader::Wrong("kind");
+    }
+    reader.End();
+    return report;
+}
+
+ScanPhase PhaseFromNumber(std::uint32_t number) noexcept
+{
+    return number <= static_cast<std::uint32_t>(ScanPhase::Unload) ? static_cast<ScanPhase>(number)
+                                                                   : ScanPhase::None;
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhost/ScanOutcome.h>
+
+/// What supervisor and worker tell each other. A plug-in lives in the worker and may have written all over
+/// it, so the supervisor takes what comes from there as bytes from outside: decoding checks every length and
+/// value.
+namespace zetaudiofilterscan {
+
+/// How the worker shall scan; sent before the first entity, and again when it changes.
+struct WorkerSettings
+{
+    std::wstring preferencesFolder;
+    int traceVolume = 0;
+    zetaudiopluginhost::ScanOptions options;
+    /// For the decision whether a shell may be skipped.
+    std::vector<zetaudiofilterhost::PluginLocator> knownModules;
+};
+
+/// Scan this one.
+struct EntityRequest
+{
+    /// Comes back in the answer and stands in the worker's page while the entity is scanned. Not 0.
+    std::uint32_t number = 0;
+    zetaudiofilterhost::PluginLocator locator;
+};
+
+using WorkerCommand = std::variant<WorkerSettings, EntityRequest>;
+
+/// What came of an entity: a `ScanOutcome` with its records as configuration text.
+struct EntityAnswer
+{
+    std::uint32_t number = 0;
+    bool misbehaved = false;
+    zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
+    std::string reason;
+    std::string configuration;
+};
+
+/// A trace line of the worker's, to be written by the supervisor.
+struct WorkerTrace
+{
+    int level = 0;
+    std::string category;
+    std::string text;
+};
+
+using WorkerReport = std::variant<EntityAnswer, WorkerTrace>;
+
+std::string EncodeCommand(const WorkerCommand& command);
+std::string EncodeReport(const WorkerReport& report);
+/// Both throw `std::runtime_error` naming the field that is wrong or missing; bytes left over are wrong too.
+WorkerCommand DecodeCommand(std::string_view message);
+WorkerReport DecodeReport(std::string_view message);
+
+/// The phase with this number; `None` for a number that is no phase.
+zetaudiopluginhost::ScanPhase PhaseFromNumber(std::uint32_t number) noexcept;
+
+} // namespace zetaudiofilterscan

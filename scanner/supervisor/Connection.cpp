@@ -1,0 +1,86 @@
+#include "Connection.h"
+
+#include <zetcore/debug/Trace.h>
+#include <zetscanprotocol/ScanProtocol.h>
+
+namespace zetaudiofilterscan {
+
+using zetmarshal::RPCResponder;
+using zetmarshal::RPCServer;
+using zettransport::Session;
+using zettransport::SocketTransport;
+
+Connection::Connection(Interrupt& wake) : interrupt(wake), transport(SocketTransport::Create(1)) {}
+
+Connection::~Connection() = default;
+
+std::uint16_t Connection::Listen()
+{
+    return transport->ServerStart(
+        [this](std::shared_ptr<Session> accepted, const SocketTransport::Peer& peer) {
+            return Accept(std::move(accepted), peer);
+        });
+}
+
+bool Connection::IsTaken() const
+{
+    const std::scoped_lock lock(mutex);
+    return session != nullptr;
+}
+
+bool Connection::IsClosed() const
+{
+    const std::scoped_lock lock(mutex);
+    return closed;
+}
+
+std::optional<Request> Connection::NextRequest()
+{
+    const std::scoped_lock lock(mutex);
+    if (requests.empty())
+        return std::nullopt;
+    std::optional<Request> request = std::move(requests.front());
+    requests.pop_front();
+    return request;
+}
+
+bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport::Peer& peer)
+{
+    const std::string from = peer.address + ":" + std::to_string(peer.port);
+    if (!peer.sameUser) {
+        zetcore::debug::TraceLine(1, "zetaudiofilterscan", "refused " + from + ": another user's process");
+        return false;
+    }
+    RPCServer* started = nullptr;
+    {
+        const std::scoped_lock lock(mutex);
+        if (session) {
+            zetcore::debug::TraceLine(1, "zetaudiofilterscan",
+                                      "refused " + from + ": there is a host already");
+            return false;
+        }
+        session = accepted;
+        server = std::make_unique<RPCServer>(std::move(accepted));
+        started = server.get();
+    }
+    for (const char* name : {zetscanprotocol::connectMethod, zetscanprotocol::beginScanMethod,
+                             zetscanprotocol::getScanInfoMethod, zetscanprotocol::scanOneEntityMethod})
+        started->Register(name,
+                          [this, method = std::string(name)](const zetcore::serialization::Array& params,
+                                                             std::shared_ptr<RPCResponder> responder) {
+                              const std::scoped_lock lock(mutex);
+                              requests.push_back({method, params, std::move(responder)});
+                              interrupt.Set();
+                          });
+    session->SetCloseCallback([this](const std::shared_ptr<Session>&) -> zettransport::TransportError {
+        const std::scoped_lock lock(mutex);
+        closed = true;
+        interrupt.Set();
+        return 0;
+    });
+    started->Start();
+    interrupt.Set();
+    return true;
+}
+
+} // namespace zetaudiofilterscan

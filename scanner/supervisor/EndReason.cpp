@@ -1,0 +1,93 @@
+#include "EndReason.h"
+
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiofilterscan {
+
+using zetaudiopluginhost::ScanPhase;
+
+namespace {
+
+constexpr std::size_t maxTextCharacters = 300;
+
+std::string WhatHappened(const WorkerFailure& failure)
+{
+    const std::string code = std::to_string(failure.code);
+    switch (failure.kind) {
+    case WorkerFailure::Kind::Crashed:
+        return "crashed (" + CrashText(failure.code) + ") " + PhaseText(failure.phase);
+    case WorkerFailure::Kind::Exited:
+        return "ended the process (exit code " + code + ") " + PhaseText(failure.phase);
+    case WorkerFailure::Kind::TookTooLong:
+        return "took longer than " + SecondsText(failure.limit) + " " + PhaseText(failure.phase);
+    case WorkerFailure::Kind::ChannelLost:
+        return "closed files of the process that had loaded it";
+    case WorkerFailure::Kind::WrongAnswer:
+        return "damaged the process that had loaded it (" + TidyLine(failure.text, maxTextCharacters) + ")";
+    case WorkerFailure::Kind::Misbehaved:
+        break;
+    }
+    return failure.text.empty() ? "misbehaved " + PhaseText(failure.phase)
+                                : TidyLine(failure.text, maxTextCharacters);
+}
+
+} // namespace
+
+std::string DescribeFailure(const WorkerFailure& failure, std::string_view lastLine)
+{
+    std::string text = WhatHappened(failure);
+    const std::string line = TidyLine(lastLine, maxTextCharacters);
+    if (!line.empty())
+        text += "; its last output: " + line;
+    return text;
+}
+
+std::string PhaseText(ScanPhase phase)
+{
+    switch (phase) {
+    case ScanPhase::Load:
+        return "while being loaded";
+    case ScanPhase::Entry:
+        return "in its entry function";
+    case ScanPhase::Query:
+        return "while being asked what it is";
+    case ScanPhase::Create:
+        return "while a component was being created";
+    case ScanPhase::Close:
+        return "while being closed";
+    case ScanPhase::Unload:
+        return "while being unloaded";
+    case ScanPhase::None:
+        break;
+    }
+    return "while being scanned";
+}
+
+std::string SecondsText(std::chrono::milliseconds time)
+{
+    const auto whole = time.count() / 1000;
+    std::string text = std::to_string(whole);
+    if (const auto rest = time.count() % 1000; rest != 0) {
+        std::string digits = std::to_string(1000 + rest).substr(1);
+        digits.erase(digits.find_last_not_of('0') + 1);
+        text += "." + digits;
+    }
+    return text + (time.count() == 1000 ? " second" : " seconds");
+}
+
+std::string TidyLine(std::string_view text, std::size_t maxCharacters)
+{
+    // Four bytes make a character at most.
+    const bool cut = text.size() > maxCharacters * 4;
+    std::wstring wide = zetcore::string::ForDisplay(
+        zetcore::string::UTF8to16(cut ? text.substr(0, maxCharacters * 4) : text));
+    if (const auto first = wide.find_first_not_of(L' '); first != std::wstring::npos)
+        wide = wide.substr(first, wide.find_last_not_of(L' ') - first + 1);
+    else
+        wide.clear();
+    if (cut || wide.size() > maxCharacters)
+        wide = wide.substr(0, maxCharacters) + L"...";
+    return zetcore::string::UTF16to8(wide);
+}
+
+} // namespace zetaudiofilterscan

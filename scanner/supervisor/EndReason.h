@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include <zetaudiopluginhost/ScanOutcome.h>
+
+/// Why a plug-in is banned, in words for people.
+namespace zetaudiofilterscan {
+
+/// How a process ended, as the system tells it.
+struct ProcessEnd
+{
+    /// A signal, or an exception on Windows; otherwise it ended with an exit code.
+    bool crashed = false;
+    /// The signal, the exception's code or the exit code.
+    long long code = 0;
+};
+
+/// How a worker failed at a plug-in.
+struct WorkerFailure
+{
+    enum class Kind
+    {
+        Crashed,
+        Exited,
+        TookTooLong,
+        /// It lost the channel to the supervisor.
+        ChannelLost,
+        /// What it answered was not an answer.
+        WrongAnswer,
+        /// It goes on, but says that the plug-in did what it must not.
+        Misbehaved,
+    };
+
+    Kind kind = Kind::Exited;
+    /// The signal, exception or exit code.
+    long long code = 0;
+    zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
+    /// WrongAnswer: what was wrong. Misbehaved: what it did.
+    std::string text;
+    /// TookTooLong: the limit.
+    std::chrono::milliseconds limit{0};
+};
+
+/// For example "crashed (segmentation fault) while being loaded; its last output: out of memory". UTF-8, one
+/// line; `lastLine` may be empty.
+std::string DescribeFailure(const WorkerFailure& failure, std::string_view lastLine);
+
+/// "while being loaded", "in its entry function" and so on.
+std::string PhaseText(zetaudiopluginhost::ScanPhase phase);
+
+/// "60 seconds", "1 second", "0.25 seconds".
+std::string SecondsText(std::chrono::milliseconds time);
+
+/// The system's words for a signal or exception: "segmentation fault", or its number.
+std::string CrashText(long long code);
+
+/// Valid UTF-8 in one line without control characters, at most `maxCharacters` long.
+std::string TidyLine(std::string_view text, std::size_t maxCharacters);
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,266 @@
+#include "EntityScanner.h"
+
+#include <algorithm>
+#include <exception>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/string/Utf.h>
+#include <zetmarshal/RPCServer.h>
+
+#include "AnswerCheck.h"
+#include "ExitCodes.h"
+#include "ScanEnd.h"
+
+namespace zetaudiofilterscan {
+
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiopluginhost::ScanOutcome;
+using zetmarshal::RPCError;
+using zetmarshal::RPCErrorCode;
+
+namespace {
+
+constexpr char traceCategory[] = "zetaudiofilterscan";
+// A process that ends closes its channel first; this is how long it may take from there.
+constexpr std::chrono::seconds maxWaitForEnd{1};
+
+bool WasLoaded(const ScanOutcome& outcome)
+{
+    return !std::ranges::all_of(
+        outcome.infos, [](const auto& info) { return info->GetStatus() == ModuleStatus::NotAPlugin; });
+}
+
+std::string ListOfModules(const std::vector<PluginLocator>& modules)
+{
+    constexpr std::size_t most = 20;
+    std::string text;
+    const std::size_t first = modules.size() - std::min(modules.size(), most);
+    if (first > 0)
+        text = std::to_string(first) + " others, ";
+    for (std::size_t index = first; index < modules.size(); ++index)
+        text += (index > first ? ", " : "") + zetcore::string::UTF16to8(modules[index].ToString());
+    return text;
+}
+
+} // namespace
+
+struct EntityScanner::Worker
+{
+    std::unique_ptr<WorkerProcess> process;
+    bool hasSettings = false;
+    /// In order; what a failure may have to do with.
+    std::vector<PluginLocator> loaded;
+};
+
+EntityScanner::EntityScanner(Interrupt& wake, std::function<bool()> closed)
+    : interrupt(wake), connectionClosed(std::move(closed))
+{}
+
+EntityScanner::~EntityScanner() = default;
+
+void EntityScanner::StartAhead()
+{
+    try {
+        worker = StartWorker();
+    } catch (const std::exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseconds limit, ScanLog* newLog)
+{
+    settings = std::move(newSettings);
+    entityLimit = limit;
+    log = newLog;
+    for (Worker* started : {worker.get(), spare.get()})
+        if (started)
+            started->hasSettings = false;
+}
+
+void EntityScanner::KillWorkers()
+{
+    spare.reset();
+    worker.reset();
+}
+
+ScanOutcome EntityScanner::Scan(const PluginLocator& locator)
+{
+    log->BeginEntity(locator);
+    EnsureWorker();
+    const std::vector<PluginLocator> loadedBefore = worker->loaded;
+    Attempt attempt = Try(locator);
+    if (const auto* failure = std::get_if<WorkerFailure>(&attempt); failure && !loadedBefore.empty()) {
+        const std::string name = zetcore::string::UTF16to8(locator.ToString());
+        const std::string reason = DescribeFailure(*failure, log->LastLine());
+        log->Note(name + " " + reason + "; loaded before it in the same process: " +
+                  ListOfModules(loadedBefore) + ". It is tried once more, alone.");
+        log->BeginEntity(locator);
+        attempt = Try(locator);
+        if (std::holds_alternative<ScanOutcome>(attempt)) {
+            log->Note(name + " passed when it was alone.");
+            zetcore::debug::TraceLine(
+                2, traceCategory,
+                name + " " + reason + ", but passed alone; loaded before it: " + ListOfModules(loadedBefore));
+        }
+    }
+    if (const auto* failure = std::get_if<WorkerFailure>(&attempt)) {
+        const std::string reason = DescribeFailure(*failure, log->LastLine());
+        log->Note(zetcore::string::UTF16to8(locator.ToString()) + " " + reason + ".");
+        throw PluginFailed(locator, reason);
+    }
+    return std::get<ScanOutcome>(std::move(attempt));
+}
+
+std::unique_ptr<EntityScanner::Worker> EntityScanner::StartWorker()
+{
+    auto started = std::make_unique<Worker>();
+    started->process = std::make_unique<WorkerProcess>([this](std::string_view bytes) {
+        if (log)
+            log->Output(bytes);
+    });
+    return started;
+}
+
+// A worker may have ended between two entities, through what a plug-in left running in it.
+void EntityScanner::EnsureWorker()
+{
+    if (worker && worker->process->HasEnded()) {
+        log->Note("The worker process ended between two plug-ins; loaded in it: " +
+                  ListOfModules(worker->loaded));
+        worker.reset();
+    }
+    if (!worker)
+        worker = std::move(spare);
+    if (!worker) {
+        try {
+            worker = StartWorker();
+        } catch (const std::exception& error) {
+            throw RPCError(RPCErrorCode::Failed, error.what());
+        }
+    }
+    if (!worker->hasSettings) {
+        worker->process->Send(EncodeCommand(settings));
+        worker->hasSettings = true;
+    }
+}
+
+void EntityScanner::StartSpare()
+{
+    if (spare || worker->loaded.empty())
+        return;
+    try {
+        spare = StartWorker();
+    } catch (const std::exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
+{
+    // A worker that ends before it has begun says nothing about the plug-in.
+    for (int workers = 0; workers < 3; ++workers)
+        if (std::optional<Attempt> attempt = TryOnce(locator))
+            return std::move(*attempt);
+    throw RPCError(RPCErrorCode::Failed, "the worker processes end before they load anything");
+}
+
+std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)
+{
+    EnsureWorker();
+    worker->process->Send(EncodeCommand(EntityRequest{++entityNumber, locator}));
+    StartSpare();
+    Attempt attempt = WaitForAnswer(locator);
+    if (auto* outcome = std::get_if<ScanOutcome>(&attempt)) {
+        if (WasLoaded(*outcome))
+            worker->loaded.push_back(locator);
+        return attempt;
+    }
+    const bool begun = worker->process->Entity() == entityNumber;
+    worker.reset();
+    if (!begun)
+        return std::nullopt;
+    return attempt;
+}
+
+EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator)
+{
+    const auto deadline = std::chrono::steady_clock::now() + entityLimit;
+    try {
+        for (;;) {
+            switch (worker->process->Wait(interrupt, deadline)) {
+            case WorkerProcess::Event::Message:
+                if (std::optional<Attempt> attempt = ReadReport(locator))
+                    return std::move(*attempt);
+                break;
+            case WorkerProcess::Event::Interrupted:
+                interrupt.Reset();
+                if (connectionClosed())
+                    throw ConnectionClosed();
+                break;
+            case WorkerProcess::Event::Ended:
+                return HowItEnded();
+            case WorkerProcess::Event::ChannelClosed:
+                return AfterChannelClosed();
+            case WorkerProcess::Event::DeadlinePassed: {
+                WorkerFailure failure{WorkerFailure::Kind::TookTooLong,
+                                      0,
+                                      PhaseFromNumber(worker->process->Phase()),
+                                      {},
+                                      entityLimit};
+                worker->process->Finish();
+                return failure;
+            }
+            }
+        }
+    } catch (const std::length_error& error) {
+        worker->process->Finish();
+        return WorkerFailure{WorkerFailure::Kind::WrongAnswer, 0, {}, error.what(), {}};
+    }
+}
+
+// Nothing when the message was not the answer.
+std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLocator& locator)
+{
+    WorkerFailure failure{WorkerFailure::Kind::WrongAnswer, 0, {}, {}, {}};
+    try {
+        const WorkerReport report = DecodeReport(worker->process->TakeMessage());
+        if (const auto* line = std::get_if<WorkerTrace>(&report)) {
+            if (zetcore::debug::TraceEnabled(line->category, line->level, true))
+                zetcore::debug::Trace(line->level, line->category, line->text);
+            return std::nullopt;
+        }
+        const auto& answer = std::get<EntityAnswer>(report);
+        if (answer.number != entityNumber)
+            throw std::runtime_error("an answer that was not asked for");
+        ScanOutcome outcome = ReadOutcome(answer, locator);
+        if (!outcome.misbehaved)
+            return outcome;
+        failure = {WorkerFailure::Kind::Misbehaved, 0, outcome.phase, outcome.reason, {}};
+    } catch (const std::exception& error) {
+        failure.text = error.what();
+    }
+    worker->process->Finish();
+    return failure;
+}
+
+WorkerFailure EntityScanner::HowItEnded()
+{
+    const auto phase = PhaseFromNumber(worker->process->Phase());
+    const ProcessEnd end = worker->process->Finish();
+    if (!end.crashed && end.code == exitChannelLost)
+        return {WorkerFailure::Kind::ChannelLost, 0, phase, {}, {}};
+    return {
+        end.crashed ? WorkerFailure::Kind::Crashed : WorkerFailure::Kind::Exited, end.code, phase, {}, {}};
+}
+
+WorkerFailure EntityScanner::AfterChannelClosed()
+{
+    const auto deadline = std::chrono::steady_clock::now() + maxWaitForEnd;
+    if (worker->process->WaitForEnd(deadline))
+        return HowItEnded();
+    worker->process->Finish();
+    return {WorkerFailure::Kind::ChannelLost, 0, {}, {}, {}};
+}
+
+} // namespace zetaudiofilterscan

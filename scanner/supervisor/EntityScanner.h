@@ -1,0 +1,75 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhost/ScanOutcome.h>
+
+#include "EndReason.h"
+#include "Interrupt.h"
+#include "ScanLog.h"
+#include "WorkerMessages.h"
+#include "WorkerProcess.h"
+
+namespace zetaudiofilterscan {
+
+/// Has plug-ins scanned by workers, one at a time, and deals with what plug-ins do to them. Scanning thread.
+///
+/// scanned by the worker in use --answered--> done
+/// worker failed, others had been loaded in it --> once more, alone, in a fresh worker --answered--> done
+/// worker failed, nothing else had been loaded in it --> `PluginFailed`
+///
+/// While a plug-in is scanned in a worker that has loaded others, a spare worker is started, so that a
+/// failure does not wait for one.
+class EntityScanner
+{
+  public:
+    /// `connectionClosed` is asked whenever the interrupt was set.
+    EntityScanner(Interrupt& interrupt, std::function<bool()> connectionClosed);
+    ~EntityScanner();
+    EntityScanner(const EntityScanner&) = delete;
+    EntityScanner& operator=(const EntityScanner&) = delete;
+
+    /// Starts the first worker, so that it is there when it is needed. A failure is traced, and the first
+    /// entity tries again.
+    void StartAhead();
+    /// For the entities that follow. The log must outlive the scanner, or the next call.
+    void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* log);
+
+    /// Throws `PluginFailed`, `ConnectionClosed`, `zetmarshal::RPCError` when no worker can be had.
+    zetaudiopluginhost::ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
+
+    /// Kills the workers and all of their groups.
+    void KillWorkers();
+
+  private:
+    struct Worker;
+    using Attempt = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
+
+    std::unique_ptr<Worker> StartWorker();
+    void EnsureWorker();
+    void StartSpare();
+    Attempt Try(const zetaudiofilterhost::PluginLocator& locator);
+    std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
+    Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
+    std::optional<Attempt> ReadReport(const zetaudiofilterhost::PluginLocator& locator);
+    WorkerFailure HowItEnded();
+    WorkerFailure AfterChannelClosed();
+
+    Interrupt& interrupt;
+    std::function<bool()> connectionClosed;
+    WorkerSettings settings;
+    std::chrono::milliseconds entityLimit{0};
+    ScanLog* log = nullptr;
+    std::unique_ptr<Worker> worker;
+    std::unique_ptr<Worker> spare;
+    std::uint32_t entityNumber = 0;
+};
+
+} // namespace zetaudiofilterscan

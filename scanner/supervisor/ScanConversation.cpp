@@ -1,0 +1,164 @@
+#include "ScanConversation.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BanReasons.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/string/Utf.h>
+#include <zetmarshal/RPCServer.h>
+#include <zetscanprotocol/ScanProtocol.h>
+
+#include "BannedLists.h"
+#include "SupervisorProcess.h"
+#include "TimeLimit.h"
+
+namespace zetaudiofilterscan {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetcore::filesupport::Dir;
+using zetcore::filesupport::File;
+using zetcore::serialization::Array;
+using zetcore::serialization::MakeString;
+using zetcore::serialization::MakeValue;
+using zetcore::serialization::Object;
+using zetcore::serialization::ToUtf8String;
+using zetcore::serialization::ValuePtr;
+using zetmarshal::RPCError;
+using zetmarshal::RPCErrorCode;
+
+namespace {
+
+constexpr char traceCategory[] = "zetaudiofilterscan";
+constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
+constexpr std::chrono::seconds defaultEntityTimeout{60};
+constexpr wchar_t logFolder[] = L"scan-logs";
+
+void Require(bool inOrder, const char* message)
+{
+    if (!inOrder)
+        throw RPCError(RPCErrorCode::OutOfOrder, message);
+}
+
+ValuePtr MakeScanInfo(const PluginLocator& locator, const std::string& subcomponent, long long progress,
+                      long long total, bool goesOn)
+{
+    namespace names = zetscanprotocol;
+    Object record;
+    record[ToUtf8String(names::locatorKey)] = MakeString(locator.ToString());
+    record[ToUtf8String(names::subcomponentKey)] = MakeString(subcomponent);
+    record[ToUtf8String(names::progressKey)] = MakeValue(progress);
+    record[ToUtf8String(names::totalKey)] = MakeValue(total);
+    record[ToUtf8String(names::continueKey)] = MakeValue(goesOn);
+    Object reply;
+    reply[ToUtf8String(names::valueKey)] = MakeValue(std::move(record));
+    return MakeValue(std::move(reply));
+}
+
+} // namespace
+
+ScanConversation::ScanConversation(EntityScanner& scanner) : entityScanner(scanner) {}
+
+ScanConversation::~ScanConversation() = default;
+
+ValuePtr ScanConversation::Handle(const std::string& method, const Array& params)
+{
+    if (method == zetscanprotocol::connectMethod) {
+        Require(!connected, "Connect has been done already");
+        Connect(ReadConnectArguments(params));
+    } else if (method == zetscanprotocol::beginScanMethod) {
+        Require(connected.has_value(), "BeginScanForPlugins must follow Connect");
+        BeginScan(ReadLocators(params));
+    } else if (method == zetscanprotocol::getScanInfoMethod) {
+        Require(engine != nullptr, "GetScanInfo must follow BeginScanForPlugins");
+        ReadNoArguments("GetScanInfo", params);
+        return GetScanInfo();
+    } else {
+        Require(atPlugin, "ScanOneEntity must follow a GetScanInfo whose \"continue\" is true");
+        ReadNoArguments("ScanOneEntity", params);
+        ScanOneEntity();
+    }
+    return MakeValue(Object());
+}
+
+void ScanConversation::Connect(ConnectArguments arguments)
+{
+    // From here on the debug database and the lists are the host's.
+    const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
+    Dir::SetPrefDir(preferences);
+    LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
+    entityLimit = TimeLimitFromDebugDatabase(entityTimeoutKey, defaultEntityTimeout);
+    log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
+    connected = std::move(arguments);
+}
+
+void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
+{
+    WorkerSettings settings;
+    settings.preferencesFolder = Dir::PrefDir().FullPath();
+    settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
+    settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
+    // A shell can only be there as VST3 too; the rest of the list need not travel.
+    if (!connected->disableVST2ShellSkipping)
+        std::ranges::copy_if(
+            locators, std::back_inserter(settings.knownModules), [](const PluginLocator& locator) {
+                return locator.GetTechnologyType() == zetaudiofilterhost::TechnologyType::VST3;
+            });
+    entityScanner.Configure(std::move(settings), entityLimit, log.get());
+
+    engine = std::make_unique<zetaudiopluginhost::PluginModuleScanner>(
+        locators, connected->disableVST2ShellSkipping, connected->quickEffectScan, true);
+    engine->SetEntityScan([this](const PluginLocator& locator) { return entityScanner.Scan(locator); });
+    engine->BeginScan();
+    total = locators.size();
+    atPlugin = false;
+}
+
+ValuePtr ScanConversation::GetScanInfo()
+{
+    PluginLocator locator;
+    std::string statusText;
+    int progress = 0;
+    int count = 0;
+    atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
+    if (!atPlugin)
+        return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
+    return MakeScanInfo(locator, statusText, progress, count, true);
+}
+
+void ScanConversation::ScanOneEntity()
+{
+    engine->ContinueScan();
+    atPlugin = false;
+    const auto& infos = engine->LastOutcome().infos;
+    try {
+        zetcore::filesupport::FileUtils::ReplaceFile(
+            connected->resultPath, infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos),
+            zetcore::filesupport::Durability::ProcessCrash);
+    } catch (const zetcore::filesupport::file_exception& error) {
+        throw RPCError(RPCErrorCode::Failed, error.what());
+    }
+}
+
+void ScanConversation::RecordFailure(const PluginFailed& failure)
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const zetaudiopluginhost::BanInfo info{failure.what(),
+                                           std::chrono::duration_cast<std::chrono::seconds>(now).count()};
+    zetcore::debug::TraceLine(1, traceCategory,
+                              zetcore::string::UTF16to8(failure.Locator().ToString()) + " " + info.reason);
+    try {
+        zetaudiopluginhost::RecordBanReason(connected->bannedSettingsPath, failure.Locator(), info);
+    } catch (const std::exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhost/PluginModuleScanner.h>
+#include <zetcore/serialization/Value.h>
+
+#include "EntityScanner.h"
+#include "ScanArguments.h"
+#include "ScanEnd.h"
+#include "ScanLog.h"
+
+namespace zetaudiofilterscan {
+
+/// Carries out the requests of one host. Scanning thread.
+///
+/// start --Connect--> connected --BeginScanForPlugins--> has a list
+/// has a list --GetScanInfo, continue true--> at a plug-in --ScanOneEntity--> has a list
+/// has a list --GetScanInfo, continue false--> has a list (nothing more to scan)
+///
+/// GetScanInfo may be repeated. BeginScanForPlugins may come at any time after Connect: it starts over with
+/// its list. Connect comes once. A request at another time gets the error `OutOfOrder` and changes nothing,
+/// as do wrong arguments.
+class ScanConversation
+{
+  public:
+    explicit ScanConversation(EntityScanner& entityScanner);
+    ~ScanConversation();
+    ScanConversation(const ScanConversation&) = delete;
+    ScanConversation& operator=(const ScanConversation&) = delete;
+
+    /// The reply's value. Throws `zetmarshal::RPCError` for an error reply, and what `EntityScanner::Scan`
+    /// throws.
+    zetcore::serialization::ValuePtr Handle(const std::string& method,
+                                            const zetcore::serialization::Array& params);
+
+    /// Leaves the reason where the host looks for it. What goes wrong with that is traced.
+    void RecordFailure(const PluginFailed& failure);
+
+  private:
+    void Connect(ConnectArguments arguments);
+    void BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+    zetcore::serialization::ValuePtr GetScanInfo();
+    void ScanOneEntity();
+
+    EntityScanner& entityScanner;
+    std::optional<ConnectArguments> connected;
+    std::unique_ptr<ScanLog> log;
+    std::chrono::milliseconds entityLimit{0};
+    std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
+    std::size_t total = 0;
+    bool atPlugin = false;
+};
+
+} // namespace zetaudiofilterscan

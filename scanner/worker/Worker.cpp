@@ -1,0 +1,85 @@
+#include "Worker.h"
+
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/ModuleLoader.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/Dir.h>
+
+#include "ExitCodes.h"
+#include "WorkerChannel.h"
+#include "WorkerMessages.h"
+#include "WorkerProcessSetup.h"
+
+namespace zetaudiofilterscan {
+
+namespace {
+
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::ModuleLoader;
+using zetaudiopluginhost::ScanOutcome;
+using zetaudiopluginhost::ScanPhase;
+
+void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
+{
+    // Never write into something else that a plug-in has opened at the channel's place.
+    if (!channel.IsIntact() || !channel.Write(EncodeReport(report)))
+        EndWorkerProcess(exitChannelLost);
+}
+
+void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional<ModuleLoader>& loader)
+{
+    zetcore::filesupport::Dir::SetPrefDir(settings.preferencesFolder);
+    zetcore::debug::SetTraceSink([&channel](int level, std::string_view category, std::string_view text) {
+        SendOrEnd(channel, WorkerTrace{level, std::string(category), std::string(text)});
+    });
+    zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
+    loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
+        page.phase = static_cast<std::uint32_t>(phase);
+    });
+    loader->SetKnownModules(settings.knownModules);
+}
+
+EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLoader& loader)
+{
+    page.phase = static_cast<std::uint32_t>(ScanPhase::None);
+    page.entity = request.number;
+    const ScanOutcome outcome = loader.Scan(request.locator);
+    return {request.number, outcome.misbehaved, outcome.phase, outcome.reason,
+            PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
+}
+
+void Serve(WorkerChannel& channel)
+{
+    std::optional<ModuleLoader> loader;
+    while (const std::optional<std::string> message = channel.Read()) {
+        const WorkerCommand command = DecodeCommand(*message);
+        if (const auto* settings = std::get_if<WorkerSettings>(&command))
+            Apply(*settings, channel, loader);
+        else if (loader)
+            SendOrEnd(channel, ScanEntity(std::get<EntityRequest>(command), channel.Page(), *loader));
+    }
+}
+
+} // namespace
+
+void RunWorker(const WorkerArguments& arguments)
+{
+    SetUpWorkerProcess(arguments.parentProcess);
+    try {
+        WorkerChannel channel(arguments);
+        Serve(channel);
+        EndWorkerProcess(channel.IsIntact() ? exitConnectionClosed : exitChannelLost);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zetaudiofilterscan: worker: %s\n", error.what());
+        EndWorkerProcess(exitWrongUsage);
+    }
+}
+
+} // namespace zetaudiofilterscan
