@@ -17,6 +17,7 @@ class ZETUI_API ProgressPresentation
     virtual ~ProgressPresentation();
     virtual void Show(const std::string& title, const std::string& text, bool cancellable) = 0;
     virtual void SetExtraText(const std::string& text) = 0;
+    /// A total of 0 is a busy bar.
     virtual void SetProgress(unsigned long long progress, unsigned long long total,
                              const std::string& text) = 0;
     virtual void Hide() = 0;

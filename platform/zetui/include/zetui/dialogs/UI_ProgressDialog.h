@@ -39,11 +39,19 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
 
   private:
     void Close(Response response);
+    void ProcessEvents(bool wait);
+    void FinishClosing();
+    void Hide();
 
     std::string title, text, extraText;
     bool cancellable, closeWhenFull;
+    /// False until there is something to show in the bar.
+    bool hasProgress;
     unsigned long long progress = 0, total = 0;
     std::unique_ptr<ProgressPresentation> shown;
+    bool visible = false;
+    /// How many calls of the presentation are under way: it must not be destroyed meanwhile.
+    int processing = 0;
     std::optional<Response> closedWith;
 };
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdio>
+
+/// What the terminal presentation asks of the system. Main thread.
+namespace zetui::dialogs {
+
+/// True for a stream that understands cursor and erase sequences; where that has to be switched on, it is.
+bool IsTerminal(std::FILE* stream);
+/// The terminal's present width, else the environment's `COLUMNS`, else 80.
+int TerminalColumns(std::FILE* stream);
+
+/// Ctrl-C as an answer while at least one of these exists: the first one becomes a flag; a second one before
+/// the last of these is gone ends the program as usual, so that a program that hangs can always be stopped.
+/// Where Ctrl-C was ignored before, it stays so.
+class InterruptWatch
+{
+  public:
+    InterruptWatch();
+    ~InterruptWatch();
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+    /// True once for each Ctrl-C.
+    static bool Take();
+};
+
+} // namespace zetui::dialogs

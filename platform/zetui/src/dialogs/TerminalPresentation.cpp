@@ -1,0 +1,193 @@
+#include <zetui/dialogs/TerminalPresentation.h>
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include <zetcore/threads/MainThread.h>
+#include <zetcore/threads/PlainEventLoop.h>
+
+#include "dialogs/Terminal.h"
+#include "dialogs/TerminalText.h"
+
+namespace zetui::dialogs {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Redrawing more often tells nobody more; the same time is how soon Ctrl-C is noticed.
+constexpr std::chrono::milliseconds redrawInterval{50};
+constexpr std::chrono::milliseconds pollInterval{2};
+
+/// Sleeps until something is posted to this thread, and runs it.
+void WaitForPostedCalls(Clock::time_point until)
+{
+    namespace threads = zetcore::threads;
+    if (const auto loop =
+            std::dynamic_pointer_cast<threads::PlainEventLoop>(threads::GetRegisteredMainThread())) {
+        loop->WaitAndRun(until);
+        return;
+    }
+    // No loop of ours that could be woken.
+    if (!threads::RunQueuedCalls(until))
+        std::this_thread::sleep_for(pollInterval);
+}
+
+} // namespace
+
+struct TerminalPresentation::State
+{
+    std::FILE* stream = nullptr;
+    bool quiet = false;
+    bool terminal = false;
+    /// True while a progress line is on the screen.
+    bool lineDrawn = false;
+    Counts counts;
+
+    void Write(const std::string& text) const
+    {
+        std::fwrite(text.data(), 1, text.size(), stream);
+        std::fflush(stream);
+    }
+
+    void ClearLine()
+    {
+        if (!std::exchange(lineDrawn, false))
+            return;
+        Write("\r\x1b[K");
+    }
+
+    class Progress;
+};
+
+class TerminalPresentation::State::Progress : public ProgressPresentation
+{
+  public:
+    explicit Progress(std::shared_ptr<State> owner) : state(std::move(owner)) {}
+    ~Progress() override { state->ClearLine(); }
+
+    void Show(const std::string& title, const std::string& text, bool cancellable) override
+    {
+        ++state->counts.progressDialogs;
+        state->counts.lastTotal = 0;
+        line = {};
+        line.title = title;
+        line.text = text;
+        lastPlainLine.clear();
+        if (cancellable)
+            interrupts.emplace();
+        if (state->quiet)
+            return;
+        if (!state->terminal)
+            state->Write(PrintableText(title, false) + "\n");
+        Changed();
+        DrawIfDue();
+    }
+
+    void SetExtraText(const std::string& text) override
+    {
+        if (line.extraText == text)
+            return;
+        line.extraText = text;
+        Changed();
+    }
+
+    void SetProgress(unsigned long long progress, unsigned long long total, const std::string& text) override
+    {
+        if (total > 0)
+            state->counts.lastTotal = total;
+        line.progress = progress;
+        line.total = total;
+        line.text = text;
+        Changed();
+        if (!state->quiet && !state->terminal)
+            WritePlainLine();
+    }
+
+    void Hide() override
+    {
+        interrupts.reset();
+        dirty = false;
+        state->ClearLine();
+    }
+
+    bool ProcessEvents(bool wait) override
+    {
+        if (wait) {
+            const auto now = Clock::now();
+            WaitForPostedCalls(dirty ? std::clamp(lastDrawn + redrawInterval, now, now + redrawInterval)
+                                     : now + redrawInterval);
+        }
+        DrawIfDue();
+        if (!interrupts || !InterruptWatch::Take())
+            return false;
+        ++state->counts.cancelled;
+        return true;
+    }
+
+  private:
+    /// Drawn when events are processed, so that what changes together appears together.
+    void Changed() { dirty = !state->quiet && state->terminal; }
+
+    void DrawIfDue()
+    {
+        if (!dirty)
+            return;
+        const auto now = Clock::now();
+        if (now < lastDrawn + redrawInterval)
+            return;
+        dirty = false;
+        lastDrawn = now;
+        state->lineDrawn = true;
+        state->Write("\r" + FormatProgressLine(line, TerminalColumns(state->stream)) + "\x1b[K");
+    }
+
+    void WritePlainLine()
+    {
+        if (line.text.empty() && line.extraText.empty())
+            return;
+        std::string plain = FormatPlainLine(line) + "\n";
+        if (plain == lastPlainLine)
+            return;
+        state->Write(plain);
+        lastPlainLine = std::move(plain);
+    }
+
+    std::shared_ptr<State> state;
+    ProgressLine line;
+    bool dirty = false;
+    Clock::time_point lastDrawn{};
+    std::string lastPlainLine;
+    std::optional<InterruptWatch> interrupts;
+};
+
+TerminalPresentation::TerminalPresentation(std::FILE* stream, bool quiet) : state(std::make_shared<State>())
+{
+    state->stream = stream;
+    state->quiet = quiet;
+    state->terminal = !quiet && IsTerminal(stream);
+}
+
+TerminalPresentation::~TerminalPresentation() = default;
+
+std::unique_ptr<ProgressPresentation> TerminalPresentation::CreateProgress()
+{
+    return std::make_unique<State::Progress>(state);
+}
+
+void TerminalPresentation::ShowAlert(AlertKind kind, const std::string& title, const std::string& message)
+{
+    ++(kind == AlertKind::Note ? state->counts.notes : state->counts.cautions);
+    state->ClearLine();
+    state->Write(PrintableText(title, false) + ": " + PrintableText(message, true) + "\n");
+}
+
+const TerminalPresentation::Counts& TerminalPresentation::GetCounts() const noexcept
+{
+    return state->counts;
+}
+
+} // namespace zetui::dialogs

@@ -1,0 +1,207 @@
+// What only a real terminal and real signals can show.
+#include <zetui/dialogs/TerminalPresentation.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <zetcore/threads/MainThread.h>
+#include <zetcore/threads/PlainEventLoop.h>
+#include <zettesting/HostFixture.h>
+
+namespace zetui::dialogs {
+namespace {
+
+/// A pseudo terminal of 80 columns.
+class TerminalLine : public zettesting::HostFixture
+{
+  protected:
+    TerminalLine() : master(::posix_openpt(O_RDWR | O_NOCTTY))
+    {
+        ::grantpt(master);
+        ::unlockpt(master);
+        const int slave = ::open(::ptsname(master), O_RDWR | O_NOCTTY);
+        struct termios raw = {};
+        ::tcgetattr(slave, &raw);
+        ::cfmakeraw(&raw);
+        ::tcsetattr(slave, TCSANOW, &raw);
+        SetColumns(80);
+        stream.reset(::fdopen(slave, "w"));
+        presentation = std::make_shared<TerminalPresentation>(stream.get());
+    }
+    ~TerminalLine() override { ::close(master); }
+
+    void SetColumns(unsigned short columns)
+    {
+        struct winsize size = {};
+        size.ws_col = columns;
+        size.ws_row = 24;
+        ::ioctl(master, TIOCSWINSZ, &size);
+    }
+
+    /// What has reached the terminal since the last call. The system passes it on in its own time: an end
+    /// mark tells that all of it has come.
+    std::string Output() const
+    {
+        constexpr char endMark = 5;
+        std::fputc(endMark, stream.get());
+        std::fflush(stream.get());
+        std::string all;
+        char byte = 0;
+        while (::read(master, &byte, 1) == 1 && byte != endMark)
+            all += byte;
+        return all;
+    }
+
+    /// Lets the progress line catch up.
+    static void UntilDrawn(ProgressPresentation& progress)
+    {
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(60);
+        while (std::chrono::steady_clock::now() < until)
+            progress.ProcessEvents(true);
+    }
+
+    int master;
+    zettesting::ScopedEnvironment term{"TERM", "xterm"};
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{nullptr, &std::fclose};
+    std::shared_ptr<TerminalPresentation> presentation;
+};
+
+TEST_F(TerminalLine, IsRedrawnInPlaceAndLeavesACleanLine)
+{
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    progress->SetExtraText("/vst/reverb.so");
+    progress->SetProgress(1, 2, "");
+    UntilDrawn(*progress);
+    progress->Hide();
+    EXPECT_EQ(Output(), "\rScanning\x1b[K"
+                        "\rScanning  [##########----------] 1/2  50%  /vst/reverb.so\x1b[K"
+                        "\r\x1b[K");
+}
+
+TEST_F(TerminalLine, FollowsTheTerminalsWidth)
+{
+    SetColumns(30);
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    progress->SetExtraText("/usr/lib/vst/reverb.so");
+    progress->SetProgress(1, 2, "");
+    UntilDrawn(*progress);
+    EXPECT_NE(Output().find("\r1/2  50%  ...ib/vst/reverb.so\x1b[K"), std::string::npos);
+}
+
+TEST_F(TerminalLine, IsNotRedrawnForEveryOneOfManyQuickSteps)
+{
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    const auto start = std::chrono::steady_clock::now();
+    for (unsigned long long step = 0; step < 1000; ++step) {
+        progress->SetExtraText("/vst/" + std::to_string(step));
+        progress->SetProgress(step, 1000, "");
+        progress->ProcessEvents(false);
+    }
+    const auto intervals = (std::chrono::steady_clock::now() - start) / std::chrono::milliseconds(50);
+    UntilDrawn(*progress);
+    const std::string output = Output();
+    EXPECT_LE(std::count(output.begin(), output.end(), '\r'), intervals + 4);
+    EXPECT_NE(output.find("999/1000  99%  /vst/999\x1b[K"), std::string::npos);
+}
+
+TEST_F(TerminalLine, MakesRoomForAnAlert)
+{
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    presentation->ShowAlert(AlertKind::Caution, "Host", "Trouble.");
+    EXPECT_EQ(Output(), "\rScanning\x1b[K\r\x1b[KHost: Trouble.\n");
+}
+
+TEST_F(TerminalLine, ADumbTerminalGetsPlainLines)
+{
+    const zettesting::ScopedEnvironment dumb("TERM", "dumb");
+    TerminalPresentation plain(stream.get());
+    plain.CreateProgress()->Show("Scanning", "", true);
+    EXPECT_EQ(Output(), "Scanning\n");
+}
+
+struct sigaction CurrentAction()
+{
+    struct sigaction action = {};
+    ::sigaction(SIGINT, nullptr, &action);
+    return action;
+}
+
+TEST_F(TerminalLine, CtrlCMeansCancelOnlyWhileACancellableProgressDialogIsOpen)
+{
+    EXPECT_EQ(CurrentAction().sa_handler, SIG_DFL);
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", false);
+    EXPECT_EQ(CurrentAction().sa_handler, SIG_DFL);
+    progress->Hide();
+    progress->Show("Scanning", "", true);
+    EXPECT_NE(CurrentAction().sa_handler, SIG_DFL);
+    progress->Hide();
+    EXPECT_EQ(CurrentAction().sa_handler, SIG_DFL);
+}
+
+TEST_F(TerminalLine, CtrlCStaysIgnoredWhereItWasIgnored)
+{
+    ::signal(SIGINT, SIG_IGN);
+    {
+        const auto progress = presentation->CreateProgress();
+        progress->Show("Scanning", "", true);
+        EXPECT_EQ(CurrentAction().sa_handler, SIG_IGN);
+    }
+    EXPECT_EQ(CurrentAction().sa_handler, SIG_IGN);
+    ::signal(SIGINT, SIG_DFL);
+}
+
+TEST_F(TerminalLine, CtrlCIsReportedOnce)
+{
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    ::raise(SIGINT);
+    EXPECT_TRUE(progress->ProcessEvents(false));
+    EXPECT_FALSE(progress->ProcessEvents(false));
+}
+
+TEST_F(TerminalLine, CtrlCIsNoticedWhileTheMainThreadWaits)
+{
+    zetcore::threads::RegisterMainThread(std::make_shared<zetcore::threads::PlainEventLoop>());
+    const auto progress = presentation->CreateProgress();
+    progress->Show("Scanning", "", true);
+    std::thread user([] { ::kill(::getpid(), SIGINT); });
+    while (!progress->ProcessEvents(true)) {
+    }
+    user.join();
+    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
+}
+
+using TerminalLineDeathTest = TerminalLine;
+
+TEST_F(TerminalLineDeathTest, ASecondCtrlCEndsTheProgram)
+{
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            const auto progress = presentation->CreateProgress();
+            progress->Show("Scanning", "", true);
+            ::raise(SIGINT);
+            progress->ProcessEvents(false);
+            ::raise(SIGINT);
+            ::_exit(0);
+        },
+        ::testing::KilledBySignal(SIGINT), "");
+}
+
+} // namespace
+} // namespace zetui::dialogs

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What the terminal presentation writes, as text. All of it is UTF-8.
+namespace zetui::dialogs {
+
+/// Text that cannot command a terminal: control characters become a space, direction marks and bytes that
+/// are no text U+FFFD. Line feeds stay where `keepLines` says so.
+std::string PrintableText(std::string_view text, bool keepLines);
+
+/// Columns that printable text takes: two for the wide characters of East Asian scripts and for pictures,
+/// none for combining marks.
+int DisplayWidth(std::string_view printable);
+
+/// Cuts at the left, where "..." then says so: the end of a path, its file name, says most.
+std::string ElideLeft(std::string_view printable, int columns);
+
+struct ProgressLine
+{
+    std::string title;
+    std::string text;
+    std::string extraText;
+    unsigned long long progress = 0;
+    /// 0 for a bar that is only busy.
+    unsigned long long total = 0;
+};
+
+/// One line that fits into a terminal of that many columns, the last one left free.
+std::string FormatProgressLine(const ProgressLine& line, int columns);
+
+/// The same for a stream that is no terminal, without any cut: "[3/160] extra text".
+std::string FormatPlainLine(const ProgressLine& line);
+
+} // namespace zetui::dialogs

@@ -1,0 +1,83 @@
+#include "dialogs/Terminal.h"
+
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace zetui::dialogs {
+
+namespace {
+
+std::atomic<bool> pending{false};
+std::atomic<int> presses{0};
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+
+int watches = 0;
+struct sigaction before;
+
+void OnInterrupt(int)
+{
+    if (presses.fetch_add(1) > 0) {
+        struct sigaction standard = {};
+        standard.sa_handler = SIG_DFL;
+        ::sigaction(SIGINT, &standard, nullptr);
+        ::raise(SIGINT); // delivered when this handler returns
+        return;
+    }
+    pending = true;
+}
+
+} // namespace
+
+bool IsTerminal(std::FILE* stream)
+{
+    const char* const kind = std::getenv("TERM");
+    return ::isatty(::fileno(stream)) && !(kind && std::strcmp(kind, "dumb") == 0);
+}
+
+int TerminalColumns(std::FILE* stream)
+{
+    struct winsize size = {};
+    if (::ioctl(::fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
+        return size.ws_col;
+    int columns = 0;
+    if (const char* const variable = std::getenv("COLUMNS")) {
+        const std::string_view text = variable;
+        std::from_chars(text.data(), text.data() + text.size(), columns);
+    }
+    return columns > 0 ? columns : 80;
+}
+
+InterruptWatch::InterruptWatch()
+{
+    if (watches++ > 0)
+        return;
+    pending = false;
+    presses = 0;
+    ::sigaction(SIGINT, nullptr, &before);
+    if (before.sa_handler == SIG_IGN)
+        return;
+    struct sigaction ours = {};
+    ours.sa_handler = OnInterrupt;
+    ours.sa_flags = SA_RESTART;
+    ::sigaction(SIGINT, &ours, nullptr);
+}
+
+InterruptWatch::~InterruptWatch()
+{
+    if (--watches == 0)
+        ::sigaction(SIGINT, &before, nullptr);
+}
+
+bool InterruptWatch::Take()
+{
+    return pending.exchange(false);
+}
+
+} // namespace zetui::dialogs
