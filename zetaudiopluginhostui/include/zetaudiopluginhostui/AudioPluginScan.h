@@ -44,6 +44,12 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::Enable
   private:
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
 
+    void ScanInThisProcess(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                           bool disableVST2ShellSkipping, bool quickEffectScan,
+                           const ProgressDialogPtr& progressDialog);
+    void ScanInSeparateProcess(const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                               bool disableVST2ShellSkipping, bool quickEffectScan,
+                               const ProgressDialogPtr& progressDialog);
     bool ScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText,
                               int progress, int total, ProgressDialogPtr progressDialog, HWND parent);
     void ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include <zetcore/geom/RectT.h>
+
+namespace zetaudiopluginhostui {
+
+/// What the plug-in manager dialog remembers from one opening to the next. The host owns it and keeps it
+/// between runs; the module never stores it. Plain and trivially copyable.
+struct AudioPluginManagerSettings
+{
+    /// Whether a scan that is started from the dialog scans known plug-ins again.
+    bool rescanExisting = false;
+    /// The sort column of the plug-in list; 0: none was saved, and the list keeps its own default.
+    std::uint32_t sortColumn = 0;
+    /// Counts only when `sortColumn` is not 0.
+    bool sortAscending = false;
+    /// The host's own; the module copies it and neither reads nor writes it.
+    bool hostFlag = true;
+    /// The window's last frame; applied only when width and height are both at least 1.
+    zetcore::geom::RectT<int> dialogBounds;
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,26 @@
+#include <zetaudiopluginhostui/AudioPluginManager.h>
+
+#include "module/DebugSwitch.h"
+
+namespace zetaudiopluginhostui {
+
+AudioPluginManager::~AudioPluginManager() = default;
+
+AudioPluginManager& AudioPluginManager::GetInstance()
+{
+    static AudioPluginManager instance;
+    return instance;
+}
+
+bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()
+{
+    static const bool enabled = IsDebugSwitchOn("zetaudiofilterhost.EnableQuickEffectScan", "true");
+    return enabled;
+}
+
+bool AudioPluginManager::IsVST2ShellSkippingFeatureEnabled()
+{
+    return IsDebugSwitchOn("zetaudiofilterhost.EnableWavesVST2ShellSkipping", "true");
+}
+
+} // namespace zetaudiopluginhostui

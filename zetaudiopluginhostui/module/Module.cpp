@@ -1,0 +1,50 @@
+#include <zetaudiopluginhostui/Module.h>
+
+#include <memory>
+
+#include "module/ModuleHandle.h"
+#include "module/ModuleResources.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+struct ModuleState
+{
+    bool initialised = false;
+    std::unique_ptr<zetui::utility::OS_ResourceManager> resources;
+};
+
+ModuleState& State()
+{
+    static ModuleState state;
+    return state;
+}
+
+} // namespace
+
+bool Initialize()
+{
+    ModuleState& state = State();
+    if (state.initialised)
+        return true;
+    state.resources = std::make_unique<zetui::utility::OS_ResourceManager>(OwnModuleHandle());
+    state.initialised = true;
+    return true;
+}
+
+void Terminate()
+{
+    ModuleState& state = State();
+    if (!state.initialised)
+        return;
+    state.resources.reset();
+    state.initialised = false;
+}
+
+zetui::utility::OS_ResourceManager* GetModuleResources()
+{
+    return State().resources.get();
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <zetui/utility/OS_ResourceManager.h>
+
+namespace zetaudiopluginhostui {
+
+/// The module's own resources; null before `Initialize` and after `Terminate`. Main thread.
+zetui::utility::OS_ResourceManager* GetModuleResources();
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,237 @@
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+
+#include <utility>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/PluginModuleScanner.h>
+#include <zetcore/config/Localizer.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/string/Utf.h>
+#include <zetcore/utility/NullPtrException.h>
+#include <zetui/dialogs/messagebox.h>
+
+#include "module/DebugSwitch.h"
+#include "module/PreferenceAccessError.h"
+#include "scan/ExternalAudioPluginScan.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+namespace filesupport = zetcore::filesupport;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::BannedPluginManager;
+using zetaudiopluginhost::PluginModuleScanner;
+
+constexpr char titleKey[] = "$$$/AudioPluginManager/ScanAudioPlugIns=Scanning Audio Plug-Ins";
+constexpr wchar_t markerName[] = L"ScannedPluginPath.txt";
+
+filesupport::File InPrefDir(const std::wstring& name)
+{
+    return {filesupport::Dir::PrefDir(), name};
+}
+
+/// False when the preferences folder does not let it.
+bool SaveRegistry()
+{
+    try {
+        PluginModuleInfoManager::GetInstance()->SaveConfiguration(
+            InPrefDir(PluginModuleInfoManager::GetSettingsFileName()), true);
+        return true;
+    } catch (const filesupport::file_exception&) {
+        return false;
+    }
+}
+
+bool WriteMarker(const PluginLocator& plugin)
+{
+    try {
+        filesupport::FileUtils::SimpleWriteStringToFile(
+            AudioPluginScan::GetLastScannedPluginPath().FullPath(),
+            zetcore::string::UTF16to8(plugin.ToString()));
+        return true;
+    } catch (const filesupport::file_exception&) {
+        return false;
+    }
+}
+
+bool DeleteMarker()
+{
+    try {
+        const filesupport::File marker = AudioPluginScan::GetLastScannedPluginPath();
+        if (marker.Exists())
+            marker.Delete();
+        return true;
+    } catch (const filesupport::file_exception&) {
+        return false;
+    }
+}
+
+/// A save before every plug-in would make a long scan slower and slower, if each wrote the whole registry.
+class IncrementalSaves
+{
+  public:
+    IncrementalSaves() { PluginModuleInfoManager::GetInstance()->BeginIncrementalSaves(); }
+    ~IncrementalSaves() { PluginModuleInfoManager::GetInstance()->EndIncrementalSaves(); }
+    IncrementalSaves(const IncrementalSaves&) = delete;
+    IncrementalSaves& operator=(const IncrementalSaves&) = delete;
+};
+
+std::string ExtraText(const PluginLocator& plugin, const std::string& statusText)
+{
+    return zetcore::string::UTF16to8(
+               PluginModuleInfoManager::GetInstance()->GetDisplayStringForLocator(plugin)) +
+           statusText;
+}
+
+} // namespace
+
+AudioPluginScan::AudioPluginScan(const zetui::pixmill::SupplierInterface* drawingSupplier)
+    : supplier(drawingSupplier), externalScan(std::make_shared<ExternalAudioPluginScan>())
+{}
+
+AudioPluginScan::AudioPluginScan(const AudioPluginScan&) = default;
+
+AudioPluginScan& AudioPluginScan::operator=(const AudioPluginScan&) = default;
+
+AudioPluginScan::~AudioPluginScan() = default;
+
+filesupport::File AudioPluginScan::GetLastScannedPluginPath()
+{
+    return InPrefDir(markerName);
+}
+
+void AudioPluginScan::ScanForPlugins(HWND parent, bool rescanExisting, bool disableVST2ShellSkipping,
+                                     bool quickEffectScan, bool useSeparateProcess)
+{
+    std::vector<PluginLocator> vanished;
+    const auto candidates =
+        PluginModuleInfoManager::GetInstance()->CollectPotentialPlugins(!rescanExisting, vanished);
+    PluginModuleInfoManager::GetInstance()->RemovePluginLocators(vanished);
+    ScanForPlugins(parent, candidates, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
+}
+
+void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocator>& plugins,
+                                     bool disableVST2ShellSkipping, bool quickEffectScan,
+                                     bool useSeparateProcess)
+{
+    cancelled = false;
+    bool preferencesAccessible = true;
+    const ProgressDialogPtr progressDialog = zetui::utility::MakeIntrusive<zetui::dialogs::UI_ProgressDialog>(
+        supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),
+        zetui::ui::WindowVariant(parent), false, true, false);
+    PluginModuleInfoManager::GetInstance()->RemovePluginLocators(plugins);
+
+    if (useSeparateProcess) {
+        preferencesAccessible = SaveRegistry();
+        ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+    } else {
+        ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+    }
+
+    preferencesAccessible = DeleteMarker() && preferencesAccessible;
+    preferencesAccessible = SaveRegistry() && preferencesAccessible;
+    PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
+    if (!preferencesAccessible)
+        ShowPreferenceAccessCaution(supplier, parent);
+}
+
+void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& plugins,
+                                            bool disableVST2ShellSkipping, bool quickEffectScan,
+                                            const ProgressDialogPtr& progressDialog)
+{
+    // Nothing would ever close the dialog of a scan object that cannot be referred to weakly.
+    if (!SharedThis())
+        zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
+    const bool started = externalScan->StartScan(
+        InPrefDir(PluginModuleInfoManager::GetSettingsFileName()).FullPath(),
+        InPrefDir(BannedPluginManager::GetSettingsFileName()).FullPath(),
+        InPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName()).FullPath(), plugins,
+        disableVST2ShellSkipping, quickEffectScan,
+        [weak = WeakThis(), progressDialog](const PluginLocator& plugin, const std::string& statusText,
+                                            int progress, int total) {
+            if (const auto self = weak.lock())
+                self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
+        });
+    if (!started)
+        return;
+    progressDialog->RunModal();
+    externalScan->StopScan();
+}
+
+void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLocator>& plugins,
+                                        bool disableVST2ShellSkipping, bool quickEffectScan,
+                                        const ProgressDialogPtr& progressDialog)
+{
+    progressDialog->SetPostCloseCallback([this](zetui::dialogs::UI_DialogViewContainer::Response response) {
+        return OnProgressPostClose(response);
+    });
+    progressDialog->UI_Show(true);
+    progressDialog->BeginModal();
+    {
+        const IncrementalSaves incrementalSaves;
+        PluginModuleScanner scanner(plugins, disableVST2ShellSkipping, quickEffectScan, false);
+        scanner.BeginScan();
+        PluginLocator plugin;
+        std::string statusText;
+        int progress = 0;
+        int total = 0;
+        while (scanner.GetCurrentProgressInfo(plugin, statusText, progress, total)) {
+            if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent))
+                break;
+            if (!scanner.ContinueScan())
+                break;
+        }
+        scanner.EndScan();
+        progressDialog->EndModal();
+    }
+    // It may outlive this scan only in hands that are not ours.
+    progressDialog->SetPostCloseCallback({});
+}
+
+bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
+                                           int progress, int total, ProgressDialogPtr progressDialog,
+                                           HWND parent)
+{
+    // Without its marker the scan goes on like without a save: the caution below tells the user.
+    const bool marked = WriteMarker(plugin);
+    if (progressDialog) {
+        progressDialog->SetExtraText(ExtraText(plugin, statusText));
+        progressDialog->SetProgress(static_cast<unsigned long long>(progress),
+                                    static_cast<unsigned long long>(total), std::string());
+        progressDialog->ModalDuring();
+    }
+    if (IsDebugSwitchOn("DebugPluginLoading", "false"))
+        zetui::dialogs::messagebox::ShowNote(supplier, L"Scanning", plugin.GetPath(),
+                                             zetui::ui::WindowVariant(parent));
+    const bool saved = SaveRegistry();
+    if (!marked || !saved)
+        ShowPreferenceAccessCaution(supplier, parent);
+    return !cancelled;
+}
+
+void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
+                                                   int progress, int total, ProgressDialogPtr progressDialog)
+{
+    if (!progressDialog)
+        return;
+    if (total == 0 && progress == 1) {
+        progressDialog->PostClose();
+        return;
+    }
+    progressDialog->SetExtraText(ExtraText(plugin, statusText));
+    progressDialog->SetProgress(static_cast<unsigned long long>(progress),
+                                static_cast<unsigned long long>(total), std::string());
+}
+
+bool AudioPluginScan::OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response)
+{
+    cancelled = response == zetui::dialogs::UI_DialogViewContainer::kCancel;
+    return false;
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <any>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetcore/filesupport/File.h>
+#include <zetmarshal/RPCClient.h>
+#include <zettransport/Session.h>
+#include <zettransport/SocketTransport.h>
+
+#include "scan/ScannerLauncher.h"
+
+namespace zetaudiopluginhostui {
+
+/// One scan at a time in the scanner process: starts it, drives its requests, merges its results into the
+/// registry, and, when it dies on a plug-in, bans that one and starts a new scanner for the rest.
+///
+///     prepared --launched--> launching --port read--> connecting --"Connect" answered--> connected
+///     connected --> polling (GetScanInfo and ScanOneEntity in turn) --nothing left--> finished
+///     connecting, connected, polling --session closed, plug-ins pending--> launching again
+///     connecting, connected, polling --session closed, none pending--> finished
+///     any --StopScan--> ended
+///
+/// An error reply leaves the state where it is. A launch that fails ends nothing that it may have started: a
+/// scanner that nobody connects to ends by itself.
+///
+/// Make it with a shared pointer.
+class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudioPluginScan>
+{
+  public:
+    using PluginLocator = zetaudiofilterhost::PluginLocator;
+    /// The plug-in that is being scanned, its sub-component (UTF-8), how many are done, and of how many.
+    /// Progress 1 of total 0 is the end of the scan.
+    using ProgressCallback = std::function<void(const PluginLocator& plugin, const std::string& subcomponent,
+                                                int progress, int total)>;
+
+    explicit ExternalAudioPluginScan(PortWait portWait = {});
+    ~ExternalAudioPluginScan();
+    ExternalAudioPluginScan(const ExternalAudioPluginScan&) = delete;
+    ExternalAudioPluginScan& operator=(const ExternalAudioPluginScan&) = delete;
+
+    /// Launches the scanner and sends the first request; false when that fails. After true, `StopScan` must
+    /// follow. The callback is called on the main thread. Main thread.
+    bool StartScan(const std::wstring& pluginSettingsPath, const std::wstring& bannedSettingsPath,
+                   const std::wstring& permanentBannedSettingsPath,
+                   const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
+                   bool quickEffectScan, ProgressCallback progressCallback);
+
+    /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
+    /// unless that was done. Main thread.
+    void StopScan();
+
+  private:
+    friend class ExternalAudioPluginScanAccess;
+
+    // Main thread.
+    bool LaunchServerAndConnect();
+    bool Connect(std::uint16_t port);
+    void RestartSession();
+    void ReportProgress(const PluginLocator& plugin, const std::string& subcomponent);
+    void NotifyScanFinished();
+
+    // Transport threads.
+    void OnServerConnectOK();
+    void SendScanRequest();
+    void OnScanRequestSuccess();
+    void SendGetScanInfo();
+    void OnGetScanInfo(const std::shared_ptr<std::any>& reply);
+    void SendScanOneEntity();
+    void OnScanOneEntitySuccess();
+    void OnServerFailed(int code, const std::wstring& message, long long id);
+    zettransport::TransportError OnSessionClosed(const std::shared_ptr<zettransport::Session>& closed);
+    void OnServerQuitDone();
+
+    // Any thread; `PostToMainThread` with the mutex held.
+    void PostToMainThread(std::function<void(ExternalAudioPluginScan&)> call);
+    void
+    SendRequest(const zetcore::serialization::Call& call,
+                std::function<void(ExternalAudioPluginScan&, const std::shared_ptr<std::any>&)> onResult);
+    zetcore::filesupport::File ResultFile() const;
+
+    /// Guards the pointers of the connection only: the main thread replaces them while the transport's
+    /// threads send. Never held while anything is called.
+    std::mutex connectionMutex;
+    std::shared_ptr<zettransport::SocketTransport> transport;
+    std::shared_ptr<zettransport::Session> session;
+    std::shared_ptr<zetmarshal::RPCClient> client;
+
+    /// Guards the flags, the counters, the pending list, the current locator and the result file.
+    std::mutex mutex;
+    bool finished = false;
+    std::int32_t progress = 0;
+    /// What was done before the current scanner was started.
+    std::int32_t progressBase = 0;
+    std::int32_t total = 0;
+    /// Not yet reported by the scanner.
+    std::vector<PluginLocator> pending;
+    bool connected = false;
+    bool restartAllowed = false;
+    PluginLocator currentLocator;
+    /// Counts the scans, so that a call that one has posted does nothing to the next.
+    unsigned scanNumber = 0;
+
+    // Set by `StartScan`, before there is any other thread.
+    ProgressCallback progressCallback;
+    std::wstring pluginSettingsPath;
+    std::wstring bannedSettingsPath;
+    std::wstring permanentBannedSettingsPath;
+    std::wstring resultFilePath;
+    bool disableVST2ShellSkipping = false;
+    bool quickEffectScan = false;
+
+    // Main thread.
+    ScannerProcess process;
+    ScannerLauncher launcher;
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <atomic>
+#include <climits>
+#include <sstream>
+#include <string>
+
+namespace zetaudiopluginhostui {
+
+/// One place that traces lines of the external scan. Make it static: it remembers whether the category is
+/// enabled, and asks again only when the trace configuration has changed. Any thread.
+class ScanTraceSite
+{
+  public:
+    /// Writes the parts as one line, when that is enabled.
+    template<typename... Parts>
+    void Write(const Parts&... parts)
+    {
+        if (!IsEnabled())
+            return;
+        std::ostringstream line;
+        (line << ... << parts) << "\r\n";
+        WriteLine(line.str());
+    }
+
+  private:
+    bool IsEnabled();
+    static void WriteLine(const std::string& line);
+
+    std::atomic<int> seenChangeCount{INT_MIN};
+    std::atomic<bool> enabled{false};
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,99 @@
+#include "scan/ScannerLauncher.h"
+
+#include <atomic>
+#include <utility>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/CommonDirs.h>
+#include <zetscanprotocol/ScanProtocol.h>
+
+#include "scan/ScanTrace.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+namespace filesupport = zetcore::filesupport;
+namespace protocol = zetscanprotocol;
+
+constexpr std::chrono::seconds portTimeout{60};
+constexpr std::uint32_t portMask = 0xFFFF;
+
+std::atomic_ref<std::uint32_t> Word(void* block, std::size_t index)
+{
+    return std::atomic_ref(static_cast<std::uint32_t*>(block)[index]);
+}
+
+/// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
+class LaunchLock
+{
+  public:
+    explicit LaunchLock(filesupport::MemoryMappedFile& mappedBlock) : block(mappedBlock) {}
+    ~LaunchLock() { block.CloseFileHandleIfPossible(); }
+    LaunchLock(const LaunchLock&) = delete;
+    LaunchLock& operator=(const LaunchLock&) = delete;
+
+  private:
+    filesupport::MemoryMappedFile& block;
+};
+
+} // namespace
+
+ScannerLauncher::ScannerLauncher(PortWait wait) : portWait(std::move(wait)) {}
+
+std::uint16_t ScannerLauncher::Launch(ScannerProcess& process)
+{
+    const bool mapped =
+        block.Init(protocol::blockName, protocol::blockSize, filesupport::MemoryMappedFile::CreateLocked);
+    blockAddress = mapped ? block.GetAddress() : nullptr;
+    if (!blockAddress)
+        return 0;
+    const LaunchLock launchLock(block);
+    return Start(process) ? WaitForPort() : std::uint16_t{0};
+}
+
+bool ScannerLauncher::Start(ScannerProcess& process)
+{
+    const int volume = zetcore::debug::GetMasterTraceVolume();
+    static ScanTraceSite volumeSite;
+    volumeSite.Write("Writing trace volume, volume: ", volume);
+    Word(blockAddress, protocol::traceVolumeWord).exchange(static_cast<std::uint32_t>(volume));
+    Word(blockAddress, protocol::portWord).exchange(0);
+
+    const filesupport::File program(filesupport::commondirs::ExecutableDir(), ScannerFileName());
+    if (!program.Exists())
+        return false;
+    static ScanTraceSite launchSite;
+    launchSite.Write("Launching scan server");
+    const ScannerProcess started = StartScannerProcess(program);
+    if (!started)
+        return false;
+    // A handle left from an earlier run is overwritten and not closed.
+    process = started;
+    return true;
+}
+
+std::uint16_t ScannerLauncher::WaitForPort()
+{
+    static ScanTraceSite retrieveSite;
+    retrieveSite.Write("Retrieve server's port");
+    const auto start = portWait.now();
+    const PortWait::Pause pause = portWait.startPauses();
+    std::uint32_t word = 0;
+    PortWait::Clock::duration waited{};
+    for (;;) {
+        word = Word(blockAddress, protocol::portWord).load();
+        waited = portWait.now() - start;
+        if ((word & portMask) != 0 || waited > portTimeout)
+            break;
+        pause();
+    }
+    if (waited > portTimeout) {
+        static ScanTraceSite timeoutSite;
+        timeoutSite.Write("Timeout while launching scan server");
+    }
+    // A port that came in the last pass is still good: only a missing one fails.
+    return static_cast<std::uint16_t>(word & portMask);
+}
+
+} // namespace zetaudiopluginhostui

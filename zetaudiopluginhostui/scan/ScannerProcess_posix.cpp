@@ -1,0 +1,140 @@
+#include "scan/ScannerProcess.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+extern char** environ;
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+/// What this process has started and not yet collected. A scanner whose handle was given up stays here, so
+/// that it does not remain a zombie once it has ended.
+class StartedProcesses
+{
+  public:
+    void Add(pid_t pid)
+    {
+        const std::lock_guard lock(mutex);
+        CollectEnded();
+        pids.push_back(pid);
+    }
+
+    void Kill(pid_t pid)
+    {
+        const std::lock_guard lock(mutex);
+        CollectEnded();
+        const auto found = std::find(pids.begin(), pids.end(), pid);
+        if (found == pids.end())
+            return; // it has ended, and its number may be another process's by now
+        ::kill(pid, SIGKILL);
+        while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        pids.erase(found);
+    }
+
+  private:
+    void CollectEnded()
+    {
+        std::erase_if(pids, [](pid_t pid) { return ::waitpid(pid, nullptr, WNOHANG) != 0; });
+    }
+
+    std::mutex mutex;
+    std::vector<pid_t> pids;
+};
+
+StartedProcesses& Started()
+{
+    static StartedProcesses processes;
+    return processes;
+}
+
+class SpawnAttributes
+{
+  public:
+    SpawnAttributes()
+    {
+        ::posix_spawnattr_init(&attributes);
+        sigset_t none;
+        sigset_t all;
+        ::sigemptyset(&none);
+        ::sigfillset(&all);
+        ::posix_spawnattr_setsigmask(&attributes, &none);
+        ::posix_spawnattr_setsigdefault(&attributes, &all);
+        // Its own session: the Ctrl-C of the host's terminal is the host's to deal with.
+        ::posix_spawnattr_setflags(&attributes,
+                                   POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
+    }
+    ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes); }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+
+    const posix_spawnattr_t* Get() const { return &attributes; }
+
+  private:
+    posix_spawnattr_t attributes;
+};
+
+class SpawnFiles
+{
+  public:
+    SpawnFiles()
+    {
+        ::posix_spawn_file_actions_init(&actions);
+        OpenNull(STDIN_FILENO, O_RDONLY);
+        OpenNull(STDOUT_FILENO, O_WRONLY);
+        if (::fcntl(STDERR_FILENO, F_GETFD) < 0)
+            OpenNull(STDERR_FILENO, O_WRONLY);
+        ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+    }
+    ~SpawnFiles() { ::posix_spawn_file_actions_destroy(&actions); }
+    SpawnFiles(const SpawnFiles&) = delete;
+    SpawnFiles& operator=(const SpawnFiles&) = delete;
+
+    const posix_spawn_file_actions_t* Get() const { return &actions; }
+
+  private:
+    void OpenNull(int descriptor, int mode)
+    {
+        ::posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", mode, 0);
+    }
+
+    posix_spawn_file_actions_t actions;
+};
+
+} // namespace
+
+std::wstring ScannerFileName()
+{
+    return L"zetaudiofilterscan";
+}
+
+ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
+{
+    std::string path = program.FullPathUTF8();
+    char* const arguments[] = {path.data(), nullptr};
+    const SpawnAttributes attributes;
+    const SpawnFiles files;
+    pid_t pid = 0;
+    if (::posix_spawn(&pid, path.c_str(), files.Get(), attributes.Get(), arguments, environ) != 0)
+        return {};
+    Started().Add(pid);
+    return {static_cast<std::uintptr_t>(pid)};
+}
+
+void EndScannerProcess(ScannerProcess process)
+{
+    if (process)
+        Started().Kill(static_cast<pid_t>(process.handle));
+}
+
+} // namespace zetaudiopluginhostui
