@@ -1,6 +1,8 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,7 +47,14 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     /// The number that the plug-in itself gives for its version; 0 when it gives none.
     std::int64_t GetNumericVersion() const noexcept { return numericVersion; }
     bool IsEnabled() const noexcept { return enabled; }
-    void SetEnabled(bool value) noexcept { enabled = value; }
+    void SetEnabled(bool value) noexcept
+    {
+        if (enabled == value)
+            return;
+        enabled = value;
+        if (enabledChanges)
+            enabledChanges->fetch_add(1, std::memory_order_relaxed);
+    }
     /// True when the module offers at least one effect that is not an instrument.
     bool HasAnyNonSynthEffect() const noexcept { return hasEffect; }
     bool HasAnySynth() const noexcept { return hasSynth; }
@@ -80,9 +89,16 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     {
         std::vector<std::pair<std::string, std::string>> attributes;
         std::string children;
+
+        bool IsEmpty() const noexcept { return attributes.empty() && children.empty(); }
     };
     const Unknown& GetUnknown() const noexcept { return unknown; }
     void SetUnknown(Unknown value) { unknown = std::move(value); }
+
+    /// The registry counts every change of an enabled flag of its records, so that a save can tell at once
+    /// that there was none.
+    using ChangeCounter = std::shared_ptr<std::atomic<std::uint64_t>>;
+    void CountEnabledChangesIn(ChangeCounter counter) { enabledChanges = std::move(counter); }
 
   private:
     PluginLocator locator;
@@ -96,6 +112,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     bool hasEffect = false;
     bool hasSynth = false;
     Unknown unknown;
+    ChangeCounter enabledChanges;
 };
 
 } // namespace zetaudiofilterhost

@@ -1,0 +1,165 @@
+#include "ConfigurationJournal.h"
+
+#include <array>
+#include <charconv>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+
+namespace zetaudiofilterhost {
+
+using zetcore::filesupport::File;
+using zetcore::filesupport::file_exception;
+using zetcore::filesupport::FileUtils;
+
+namespace {
+
+constexpr std::string_view journalMark = "zetaudiofilterhost-journal-1 ";
+constexpr std::string_view entryMark = "entry ";
+
+/// "<mark><length> <hash>\n", the numbers in hexadecimal.
+std::string HeadLine(std::string_view mark, const ContentTie& tie)
+{
+    std::array<char, 16> digits;
+    const auto hex = [&digits](std::uint64_t value) {
+        return std::string(digits.data(),
+                           std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr);
+    };
+    return std::string(mark) + hex(tie.length) + " " + hex(tie.hash) + "\n";
+}
+
+/// Takes a head line off the front; nothing, and nothing taken, when there is no whole one.
+std::optional<ContentTie> TakeHeadLine(std::string_view& text, std::string_view mark)
+{
+    const std::size_t lineEnd = text.find('\n');
+    if (lineEnd == text.npos || !text.starts_with(mark))
+        return std::nullopt;
+    ContentTie tie;
+    const char* const end = text.data() + lineEnd;
+    const auto length = std::from_chars(text.data() + mark.size(), end, tie.length, 16);
+    if (length.ec != std::errc() || length.ptr == end || *length.ptr != ' ')
+        return std::nullopt;
+    const auto hash = std::from_chars(length.ptr + 1, end, tie.hash, 16);
+    if (hash.ec != std::errc() || hash.ptr != end)
+        return std::nullopt;
+    text.remove_prefix(lineEnd + 1);
+    return tie;
+}
+
+/// Takes an entry off the front; nothing when what is there is torn.
+std::optional<std::string> TakeEntry(std::string_view& text)
+{
+    const std::optional<ContentTie> tie = TakeHeadLine(text, entryMark);
+    if (!tie || text.size() <= tie->length || text[tie->length] != '\n')
+        return std::nullopt;
+    const std::string_view payload = text.substr(0, tie->length);
+    if (TieOf(payload) != *tie)
+        return std::nullopt;
+    text.remove_prefix(tie->length + 1);
+    return std::string(payload);
+}
+
+/// The journal's text behind its first line, when it belongs to this content.
+std::optional<std::string> ReadTied(const File& base, const ContentTie& tie)
+{
+    const File journal = ConfigurationJournal::FileFor(base);
+    if (!journal.Exists())
+        return std::nullopt;
+    try {
+        const std::string text = FileUtils::ReadFile(journal);
+        std::string_view rest = text;
+        if (TakeHeadLine(rest, journalMark) == tie)
+            return std::string(rest);
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ContentTie TieOf(std::string_view bytes)
+{
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char byte : bytes) {
+        hash ^= static_cast<unsigned char>(byte);
+        hash *= 0x100000001b3;
+    }
+    return {bytes.size(), hash};
+}
+
+File ConfigurationJournal::FileFor(const File& base)
+{
+    return File(base.FullPath() + L".journal");
+}
+
+std::vector<std::string> ConfigurationJournal::ReadEntries(const File& base, const ContentTie& tie)
+{
+    std::vector<std::string> entries;
+    const std::optional<std::string> text = ReadTied(base, tie);
+    if (!text && FileFor(base).Exists())
+        zetcore::debug::TraceLine(3, "PluginRegistry",
+                                  FileFor(base).FullPathUTF8() + ": belongs to no such file, passed over");
+    std::string_view rest = text ? std::string_view(*text) : std::string_view();
+    while (!rest.empty()) {
+        std::optional<std::string> entry = TakeEntry(rest);
+        if (!entry) {
+            zetcore::debug::TraceLine(1, "PluginRegistry",
+                                      FileFor(base).FullPathUTF8() + ": the last entry is torn, passed over");
+            break;
+        }
+        entries.push_back(std::move(*entry));
+    }
+    return entries;
+}
+
+void ConfigurationJournal::PrepareForWholeSave(const File& base, std::string_view newContent)
+{
+    if (FileFor(base).Exists() && ReadTied(base, TieOf(newContent)))
+        FileFor(base).Delete();
+}
+
+void ConfigurationJournal::Begin(const File& file, std::string_view content)
+{
+    base = Base{file, TieOf(content), file.Size(), file.ModificationTime()};
+    journalSize = 0;
+}
+
+void ConfigurationJournal::End()
+{
+    base.reset();
+}
+
+bool ConfigurationJournal::CanAppendTo(const File& file) const
+{
+    if (!base || base->file.FullPath() != file.FullPath())
+        return false;
+    try {
+        return file.Size() == base->size && file.ModificationTime() == base->time &&
+               (journalSize == 0 || FileFor(file).Size() == journalSize);
+    } catch (const file_exception&) {
+        return false;
+    }
+}
+
+void ConfigurationJournal::Append(std::string_view payload)
+{
+    std::string entry = HeadLine(entryMark, TieOf(payload));
+    entry.append(payload).append("\n");
+    const std::wstring path = FileFor(base->file).FullPath();
+    try {
+        if (journalSize == 0) {
+            entry.insert(0, HeadLine(journalMark, base->tie));
+            FileUtils::SimpleWriteStringToFile(path, entry);
+        } else {
+            FileUtils::AppendToFile(path, entry);
+        }
+    } catch (const file_exception&) {
+        End();
+        throw;
+    }
+    journalSize += entry.size();
+}
+
+} // namespace zetaudiofilterhost

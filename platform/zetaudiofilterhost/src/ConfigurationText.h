@@ -1,0 +1,82 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+
+/// The registry's XML text: the registry file, the scan result, and the changes in the registry's journal.
+/// docs/files.md describes it. Here are only texts and values; files are the registry's business.
+namespace zetaudiofilterhost {
+
+using Unknown = PluginModuleInfo::Unknown;
+using InfoPtr = std::shared_ptr<PluginModuleInfo>;
+
+/// What is remembered of a record that was removed, until it comes back.
+struct RememberedChoice
+{
+    bool enabled = true;
+    Unknown unknown;
+
+    bool IsWorthKeeping() const noexcept { return !enabled || !unknown.IsEmpty(); }
+};
+
+struct PluginFolder
+{
+    std::wstring path;
+    Unknown unknown;
+};
+
+struct TechnologyFolders
+{
+    TechnologyType type = TechnologyType::None;
+    std::vector<PluginFolder> folders;
+    Unknown unknown;
+};
+
+/// One locator's state: a record, or a choice to remember, or (neither) nothing any more.
+struct RegistryChange
+{
+    PluginLocator locator;
+    InfoPtr info;
+    std::optional<RememberedChoice> choice;
+};
+
+/// The version of the format that this code writes.
+inline constexpr std::string_view configurationVersion = "1.0";
+
+struct Configuration
+{
+    /// Of the file it came from when that is newer than ours, else ours.
+    std::string version{configurationVersion};
+    std::vector<TechnologyFolders> technologies;
+    std::vector<InfoPtr> modules;
+    std::vector<RegistryChange> choices;
+    Unknown unknown;
+};
+
+/// The text is damaged; the message names the text and the line.
+class ConfigurationError : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+    ~ConfigurationError() override;
+};
+
+/// Throws `ConfigurationError`. `nameForErrors` is UTF-8, for people.
+Configuration ReadConfiguration(std::string_view utf8, const std::string& nameForErrors);
+std::string WriteConfiguration(const Configuration& configuration);
+
+std::vector<RegistryChange> ReadChanges(std::string_view utf8, const std::string& nameForErrors);
+std::string WriteChanges(const std::vector<RegistryChange>& changes);
+
+/// Between a status and its word in the text.
+std::string_view StatusWord(ModuleStatus status);
+std::optional<ModuleStatus> StatusFromWord(std::string_view word);
+
+} // namespace zetaudiofilterhost

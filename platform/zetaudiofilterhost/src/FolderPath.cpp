@@ -1,0 +1,48 @@
+#include "FolderPath.h"
+
+#include <filesystem>
+
+#include "NativePath.h"
+#include "PluginPlatform.h"
+
+namespace zetaudiofilterhost {
+
+namespace {
+
+std::filesystem::path Normalised(const std::wstring& path)
+{
+    std::filesystem::path result;
+    for (const std::filesystem::path& part : ToNativePath(path))
+        if (!part.empty() && part != ".")
+            result /= part;
+    return result;
+}
+
+} // namespace
+
+std::wstring NormalisedFolderPath(const std::wstring& path)
+{
+    return FromNativePath(Normalised(path).make_preferred());
+}
+
+bool IsSameFolderPath(const std::wstring& left, const std::wstring& right)
+{
+    return IsInsideFolder(left, right) && IsInsideFolder(right, left);
+}
+
+bool IsInsideFolder(const std::wstring& path, const std::wstring& folder)
+{
+    const std::filesystem::path inner = Normalised(path);
+    const std::filesystem::path outer = Normalised(folder);
+    if (outer.empty())
+        return false;
+    auto innerPart = inner.begin();
+    for (const std::filesystem::path& part : outer) {
+        if (innerPart == inner.end() || !IsSameFileName(FromNativePath(*innerPart), FromNativePath(part)))
+            return false;
+        ++innerPart;
+    }
+    return true;
+}
+
+} // namespace zetaudiofilterhost

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+/// Between the wide strings of the host and the system's own paths, exact in both directions.
+namespace zetaudiofilterhost {
+
+std::filesystem::path ToNativePath(const std::wstring& text);
+std::wstring FromNativePath(const std::filesystem::path& path);
+
+/// True for an entry that leads elsewhere: a symbolic link, a junction.
+bool IsLink(const std::filesystem::directory_entry& entry);
+/// The path with every link followed; empty, and the error set, when it leads nowhere.
+std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error);
+
+} // namespace zetaudiofilterhost

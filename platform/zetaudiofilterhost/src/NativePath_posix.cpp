@@ -1,0 +1,28 @@
+#include "NativePath.h"
+
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiofilterhost {
+
+std::filesystem::path ToNativePath(const std::wstring& text)
+{
+    return zetcore::string::UTF16to8(text);
+}
+
+std::wstring FromNativePath(const std::filesystem::path& path)
+{
+    return zetcore::string::UTF8to16(path.native());
+}
+
+bool IsLink(const std::filesystem::directory_entry& entry)
+{
+    std::error_code ignored;
+    return entry.is_symlink(ignored);
+}
+
+std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
+{
+    return std::filesystem::canonical(path, error);
+}
+
+} // namespace zetaudiofilterhost

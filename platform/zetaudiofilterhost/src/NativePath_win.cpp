@@ -1,0 +1,69 @@
+#include "NativePath.h"
+
+#include <memory>
+#include <type_traits>
+
+#include <windows.h>
+
+namespace zetaudiofilterhost {
+
+namespace {
+
+struct HandleCloser
+{
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+std::error_code LastError()
+{
+    return {static_cast<int>(::GetLastError()), std::system_category()};
+}
+
+} // namespace
+
+std::filesystem::path ToNativePath(const std::wstring& text)
+{
+    return text;
+}
+
+std::wstring FromNativePath(const std::filesystem::path& path)
+{
+    return path.native();
+}
+
+bool IsLink(const std::filesystem::directory_entry& entry)
+{
+    const DWORD attributes = ::GetFileAttributesW(entry.path().c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
+{
+    // The standard library's canonical does not follow junctions here.
+    const HANDLE opened = ::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) {
+        error = LastError();
+        return {};
+    }
+    const UniqueHandle handle(opened);
+    std::wstring text(512, L'\0');
+    for (;;) {
+        const DWORD length = ::GetFinalPathNameByHandleW(
+            handle.get(), text.data(), static_cast<DWORD>(text.size()), FILE_NAME_NORMALIZED);
+        if (length == 0) {
+            error = LastError();
+            return {};
+        }
+        const bool fits = length < text.size();
+        text.resize(length);
+        if (fits)
+            break;
+    }
+    error.clear();
+    return text;
+}
+
+} // namespace zetaudiofilterhost

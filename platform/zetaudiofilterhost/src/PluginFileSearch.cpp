@@ -1,0 +1,124 @@
+#include "PluginFileSearch.h"
+
+#include <algorithm>
+
+#include "NativePath.h"
+#include "PluginPlatform.h"
+#include <zetcore/debug/Trace.h>
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiofilterhost {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void TracePassedOver(const fs::path& path, const std::error_code& error)
+{
+    zetcore::debug::TraceLine(3, "PluginRegistry",
+                              zetcore::string::UTF16to8(FromNativePath(path)) + ": passed over, " +
+                                  error.message());
+}
+
+bool IsBundle(const fs::path& path)
+{
+    return HasPluginExtension(TechnologyType::VST3, path);
+}
+
+} // namespace
+
+PluginFileSearch::PluginFileSearch(TechnologyType technologyType) : type(technologyType) {}
+
+void PluginFileSearch::AddPlugin(Place plugin)
+{
+    if (reached.insert(plugin.resolved.native()).second)
+        found.push_back({FromNativePath(plugin.path), std::move(plugin.resolved)});
+}
+
+bool PluginFileSearch::SearchFolder(const std::wstring& folder)
+{
+    std::error_code error;
+    Place root{ToNativePath(folder), {}};
+    root.resolved = ResolvedPath(root.path, error);
+    if (error) {
+        zetcore::debug::TraceLine(5, "PluginRegistry",
+                                  zetcore::string::UTF16to8(folder) + ": cannot be reached, " +
+                                      error.message());
+        return false;
+    }
+    if (type == TechnologyType::VST3 && IsBundle(root.path)) {
+        AddPlugin(std::move(root));
+        return true;
+    }
+    std::vector<Place> toSearch;
+    if (!reached.contains(root.resolved.native()) && !ReadFolder(root, toSearch))
+        return false;
+    while (!toSearch.empty()) {
+        const Place next = std::move(toSearch.back());
+        toSearch.pop_back();
+        ReadFolder(next, toSearch);
+    }
+    return true;
+}
+
+bool PluginFileSearch::ReadFolder(const Place& folder, std::vector<Place>& toSearch)
+{
+    if (!reached.insert(folder.resolved.native()).second)
+        return true;
+    std::vector<Place> plugins;
+    std::vector<Place> folders;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder.path, error), end; !error && entry != end;
+         entry.increment(error))
+        Classify(*entry, folder, plugins, folders);
+    if (error)
+        TracePassedOver(folder.path, error);
+    const auto byPath = [](const Place& left, const Place& right) {
+        return left.path.native() < right.path.native();
+    };
+    std::sort(plugins.begin(), plugins.end(), byPath);
+    for (Place& plugin : plugins)
+        AddPlugin(std::move(plugin));
+    std::sort(folders.begin(), folders.end(), byPath);
+    std::move(folders.rbegin(), folders.rend(), std::back_inserter(toSearch));
+    return !error;
+}
+
+void PluginFileSearch::Classify(const fs::directory_entry& entry, const Place& folder,
+                                std::vector<Place>& plugins, std::vector<Place>& folders) const
+{
+    std::error_code error;
+    const bool isFolder = entry.is_directory(error);
+    const bool isPluginName = HasPluginExtension(type, entry.path());
+    const bool isPlugin = isPluginName && (isFolder ? IsBundle(entry.path()) : entry.is_regular_file(error));
+    const bool isSearched = isFolder && !IsBundle(entry.path());
+    if (!isPlugin && !isSearched) {
+        if (error && isPluginName)
+            TracePassedOver(entry.path(), error);
+        return;
+    }
+    // A link has to be followed; the rest is known from the folder.
+    fs::path resolved =
+        IsLink(entry) ? ResolvedPath(entry.path(), error) : folder.resolved / entry.path().filename();
+    if (error)
+        TracePassedOver(entry.path(), error);
+    else
+        (isPlugin ? plugins : folders).push_back({entry.path(), std::move(resolved)});
+}
+
+FilePresence FindPresence(const PluginLocator& module)
+{
+    const fs::path path = ToNativePath(module.GetPath());
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::not_found)
+        return FilePresence::Gone;
+    if (error || status.type() == fs::file_type::none || status.type() == fs::file_type::unknown)
+        return FilePresence::Unknown;
+    // A library that a folder has taken the place of is gone.
+    const bool isFolder = fs::is_directory(status);
+    return isFolder && module.GetTechnologyType() == TechnologyType::VST ? FilePresence::Gone
+                                                                         : FilePresence::Present;
+}
+
+} // namespace zetaudiofilterhost

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+
+namespace zetaudiofilterhost {
+
+struct FoundPlugin
+{
+    /// As it was reached, links included.
+    std::wstring path;
+    /// With every link followed: what tells one file reached twice.
+    std::filesystem::path resolved;
+};
+
+/// Finds one technology's plug-in files in folders, at any depth. Links are followed; what was reached
+/// already is not reached again, so a cycle ends. A bundle is one plug-in and not searched inside; a VST3
+/// bundle holds no VST plug-in.
+class PluginFileSearch
+{
+  public:
+    explicit PluginFileSearch(TechnologyType type);
+
+    /// False when the folder cannot be reached or read. Folders inside it that cannot be are traced.
+    bool SearchFolder(const std::wstring& folder);
+    /// In the order of finding: the given folders' order; in each folder, by name, its files before its
+    /// folders.
+    const std::vector<FoundPlugin>& Found() const noexcept { return found; }
+
+  private:
+    struct Place
+    {
+        std::filesystem::path path;
+        std::filesystem::path resolved;
+    };
+    void AddPlugin(Place plugin);
+    /// Appends the folder's subfolders in reverse order. False when it cannot be read.
+    bool ReadFolder(const Place& folder, std::vector<Place>& toSearch);
+    void Classify(const std::filesystem::directory_entry& entry, const Place& folder,
+                  std::vector<Place>& plugins, std::vector<Place>& folders) const;
+
+    TechnologyType type;
+    std::unordered_set<std::filesystem::path::string_type> reached;
+    std::vector<FoundPlugin> found;
+};
+
+enum class FilePresence
+{
+    Present,
+    Gone,
+    /// It cannot be told: no permission, a share that is down.
+    Unknown,
+};
+/// Whether the technology's plug-in is at the path.
+FilePresence FindPresence(const PluginLocator& module);
+
+} // namespace zetaudiofilterhost

@@ -1,0 +1,7 @@
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+
+namespace zetaudiofilterhost {
+
+PluginModuleInfo::PluginModuleInfo(PluginLocator moduleLocator) : locator(std::move(moduleLocator)) {}
+
+} // namespace zetaudiofilterhost

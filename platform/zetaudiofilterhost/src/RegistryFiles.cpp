@@ -1,0 +1,190 @@
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+
+#include "RegistryState.h"
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+
+namespace zetaudiofilterhost {
+
+using zetcore::filesupport::File;
+using zetcore::filesupport::file_exception;
+using zetcore::filesupport::FileUtils;
+
+namespace {
+
+void DeleteOldJournal(const File& file)
+{
+    try {
+        ConfigurationJournal::FileFor(file).Delete();
+    } catch (const file_exception& error) {
+        // It does not belong to the new content, so it does no harm.
+        zetcore::debug::TraceLine(3, "PluginRegistry", error.what());
+    }
+}
+
+std::vector<RegistryChange> ReadJournal(const File& file, std::string_view content)
+{
+    std::vector<RegistryChange> changes;
+    const File journal = ConfigurationJournal::FileFor(file);
+    if (!journal.Exists())
+        return changes;
+    for (const std::string& entry : ConfigurationJournal::ReadEntries(file, TieOf(content))) {
+        try {
+            for (RegistryChange& change : ReadChanges(entry, journal.FullPathUTF8()))
+                changes.push_back(std::move(change));
+        } catch (const ConfigurationError& error) {
+            zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
+        }
+    }
+    return changes;
+}
+
+} // namespace
+
+std::vector<std::vector<std::wstring>> PluginModuleInfoManager::State::FolderPaths() const
+{
+    std::vector<std::vector<std::wstring>> paths;
+    for (const Technology& technology : technologies)
+        paths.emplace_back(technology.technology->DirectoryBegin(), technology.technology->DirectoryEnd());
+    return paths;
+}
+
+std::vector<TechnologyFolders> PluginModuleInfoManager::State::Folders() const
+{
+    std::vector<TechnologyFolders> result;
+    for (const Technology& technology : technologies) {
+        TechnologyFolders& folders = result.emplace_back();
+        folders.type = technology.technology->GetType();
+        folders.unknown = technology.unknown;
+        for (auto path = technology.technology->DirectoryBegin();
+             path != technology.technology->DirectoryEnd(); ++path) {
+            const auto known = technology.folderUnknown.find(*path);
+            folders.folders.push_back(
+                {*path, known == technology.folderUnknown.end() ? Unknown() : known->second});
+        }
+    }
+    return result;
+}
+
+Configuration PluginModuleInfoManager::State::MakeConfiguration(bool withModules) const
+{
+    Configuration configuration;
+    configuration.version = version;
+    configuration.unknown = unknown;
+    configuration.technologies = Folders();
+    if (!withModules)
+        return configuration;
+    configuration.modules.reserve(records.size());
+    for (const auto& [locator, record] : records)
+        configuration.modules.push_back(record.info);
+    for (const auto& [locator, choice] : choices)
+        configuration.choices.push_back({locator, nullptr, choice});
+    return configuration;
+}
+
+void PluginModuleInfoManager::State::NoteFlippedRecords()
+{
+    if (enabledChanges->load(std::memory_order_relaxed) == savedEnabledChanges)
+        return;
+    for (const auto& [locator, record] : records)
+        if (record.info->IsEnabled() != record.savedEnabled)
+            changed.insert(locator);
+}
+
+void PluginModuleInfoManager::State::NoteSaved()
+{
+    for (const PluginLocator& locator : changed)
+        if (const auto record = records.find(locator); record != records.end())
+            record->second.savedEnabled = record->second.info->IsEnabled();
+    changed.clear();
+    savedEnabledChanges = enabledChanges->load(std::memory_order_relaxed);
+}
+
+void PluginModuleInfoManager::State::SaveChanges()
+{
+    NoteFlippedRecords();
+    std::vector<RegistryChange> changes;
+    for (const PluginLocator& locator : changed) {
+        RegistryChange& change = changes.emplace_back(RegistryChange{locator, nullptr, std::nullopt});
+        if (const auto record = records.find(locator); record != records.end())
+            change.info = record->second.info;
+        else if (const auto choice = choices.find(locator); choice != choices.end())
+            change.choice = choice->second;
+    }
+    if (!changes.empty())
+        journal.Append(WriteChanges(changes));
+    NoteSaved();
+}
+
+void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModules)
+{
+    if (!damagedPath.empty() && file.FullPath() == damagedPath) {
+        if (file.Exists())
+            FileUtils::KeepAside(file);
+        damagedPath.clear();
+    }
+    journal.End();
+    const std::string text = WriteConfiguration(MakeConfiguration(withModules));
+    ConfigurationJournal::PrepareForWholeSave(file, text);
+    FileUtils::SimpleWriteStringToFile(file.FullPath(), text);
+    DeleteOldJournal(file);
+    if (!withModules || !incremental)
+        return;
+    journal.Begin(file, text);
+    savedFolderPaths = FolderPaths();
+    NoteFlippedRecords();
+    NoteSaved();
+}
+
+void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModules)
+{
+    if (withModules && state->incremental && state->savedFolderPaths == state->FolderPaths() &&
+        state->journal.CanAppendTo(file))
+        state->SaveChanges();
+    else
+        state->SaveWhole(file, withModules);
+}
+
+void PluginModuleInfoManager::BeginIncrementalSaves()
+{
+    // What was changed until now was not recorded one by one, so the first save is a whole one.
+    if (!state->incremental)
+        state->journal.End();
+    state->incremental = true;
+}
+
+void PluginModuleInfoManager::EndIncrementalSaves()
+{
+    state->incremental = false;
+    state->journal.End();
+    state->changed.clear();
+}
+
+bool PluginModuleInfoManager::LoadConfiguration(const File& file)
+{
+    if (!file.Exists()) {
+        state->Clear();
+        state->SetDefaultFolders();
+        return true;
+    }
+    const std::string text = FileUtils::ReadFile(file);
+    try {
+        state->ReplaceContent(ReadConfiguration(text, file.FullPathUTF8()), ReadJournal(file, text));
+        return true;
+    } catch (const ConfigurationError& error) {
+        state->Clear();
+        state->loadError = error.what();
+    }
+    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError);
+    try {
+        FileUtils::KeepAside(file);
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
+        state->damagedPath = file.FullPath();
+    }
+    state->SetDefaultFolders();
+    return false;
+}
+
+} // namespace zetaudiofilterhost

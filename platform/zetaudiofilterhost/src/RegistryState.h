@@ -1,0 +1,97 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ConfigurationJournal.h"
+#include "ConfigurationText.h"
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+
+namespace zetaudiofilterhost {
+
+/// What the registry holds. Main thread, but for what `mutex` guards.
+struct PluginModuleInfoManager::State
+{
+    struct Record
+    {
+        InfoPtr info;
+        /// The enabled flag that the saved file has.
+        bool savedEnabled = true;
+    };
+    struct Technology
+    {
+        std::shared_ptr<PluginTechnology> technology;
+        Unknown unknown;
+        /// Of the folders that have any, by path.
+        std::map<std::wstring, Unknown> folderUnknown;
+    };
+
+    State();
+
+    // Content (RegistryState.cpp). Only taking folders raises a signal: the technology's.
+    /// A record with a locator of a known technology.
+    bool CanHold(const InfoPtr& info);
+    void Put(const InfoPtr& info);
+    /// Takes the record out and remembers its choice.
+    void Forget(const PluginLocator& locator);
+    void ForgetModule(const PluginLocator& module);
+    /// Disabled when the record that it replaces, or the choice remembered for it, is disabled.
+    void GiveChoice(PluginModuleInfo& info);
+    void Apply(const RegistryChange& change);
+    std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
+    void Clear();
+    /// Technologies that the configuration does not mention get their default folders.
+    void ReplaceContent(Configuration configuration, const std::vector<RegistryChange>& changes);
+    void TakeFolders(const std::vector<TechnologyFolders>& given);
+    void SetDefaultFolders();
+    Technology* FindTechnology(TechnologyType type);
+
+    // Iteration and bans.
+    void RebuildIteration();
+    /// With the mutex held.
+    bool IsBannedLocked(const PluginLocator& locator) const;
+
+    // Saving (RegistryFiles.cpp).
+    std::vector<TechnologyFolders> Folders() const;
+    Configuration MakeConfiguration(bool withModules) const;
+    void SaveWhole(const zetcore::filesupport::File& file, bool withModules);
+    void SaveChanges();
+    void NoteFlippedRecords();
+    void NoteSaved();
+    void Touch(const PluginLocator& locator);
+    std::vector<std::vector<std::wstring>> FolderPaths() const;
+
+    std::map<PluginLocator, Record> records;
+    std::map<PluginLocator, RememberedChoice> choices;
+    std::array<Technology, 3> technologies;
+    Unknown unknown;
+    std::string version{configurationVersion};
+    std::string loadError;
+    /// A damaged file that could not be kept aside: it must be before anything is saved there.
+    std::wstring damagedPath;
+    PluginInfosChangedSignal infosChanged;
+
+    bool incremental = false;
+    ConfigurationJournal journal;
+    std::set<PluginLocator> changed;
+    std::vector<std::vector<std::wstring>> savedFolderPaths;
+    PluginModuleInfo::ChangeCounter enabledChanges = std::make_shared<std::atomic<std::uint64_t>>(0);
+    std::uint64_t savedEnabledChanges = 0;
+
+    /// Guards what follows; `records` is read under it but changed on the main thread only.
+    mutable std::mutex mutex;
+    std::set<PluginLocator> banned;
+    /// Locators that were banned, until they are removed: they count as known without a record.
+    std::set<PluginLocator> everBanned;
+    std::vector<InfoPtr> iteration;
+    bool iterationStale = false;
+};
+
+} // namespace zetaudiofilterhost
