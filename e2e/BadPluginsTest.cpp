@@ -1,0 +1,222 @@
+#include <algorithm>
+#include <set>
+
+#include <gmock/gmock.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+enum class Verdict
+{
+    Banned,
+    /// It works.
+    Found,
+    /// It loads and gives nothing, or is no plug-in: neither listed nor banned.
+    NoPlugin,
+    /// It works until it dies of itself; either is right.
+    FoundOrBanned,
+};
+
+struct Behaviour
+{
+    std::string name;
+    Verdict verdict;
+    /// A pattern that the reason must hold.
+    std::string reason;
+
+    friend void PrintTo(const Behaviour& behaviour, std::ostream* stream) { *stream << behaviour.name; }
+};
+
+const Behaviour behaviours[] = {
+    {"crash_on_load", Verdict::Banned, "crashed \\(segmentation fault\\) while being loaded"},
+    {"crash_in_entry", Verdict::Banned, "crashed \\(segmentation fault\\) in its entry function"},
+    {"crash_when_asked_name", Verdict::Banned, "crashed \\(segmentation fault\\) while being asked"},
+    {"crash_on_close", Verdict::Banned, "crashed \\(segmentation fault\\) while being closed"},
+    {"crash_on_unload", Verdict::Banned, "crashed \\(segmentation fault\\) while being unloaded"},
+    {"aborts", Verdict::Banned, "crashed \\(aborted\\) in its entry function"},
+    {"throws_exception", Verdict::Banned, "exception.*the plug-in gave up"},
+    {"exits_zero", Verdict::Banned, "ended the process \\(exit code 0\\) in its entry function"},
+    {"quick_exits_one", Verdict::Banned, "ended the process \\(exit code 1\\) in its entry function"},
+    {"overflows_stack", Verdict::Banned, "crashed \\(segmentation fault\\) in its entry function"},
+    {"loops_forever", Verdict::Banned, "took longer than 1 second in its entry function"},
+    {"deadlocks_on_unload", Verdict::Banned, "took longer than 1 second while being unloaded"},
+    {"closes_descriptors", Verdict::Banned, "closed files"},
+    {"crash_vst3_factory", Verdict::Banned, "crashed \\(segmentation fault\\)"},
+    {"installs_crash_handler", Verdict::Banned, "ended the process \\(exit code 0\\) in its entry function"},
+    {"floods_output", Verdict::Found, ""},
+    {"changes_process", Verdict::Found, ""},
+    {"poisons_process", Verdict::Found, ""},
+    {"crashes_when_poisoned", Verdict::Found, ""},
+    {"unterminated_names", Verdict::Found, ""},
+    {"invalid_utf8_names", Verdict::Found, ""},
+    {"vst3_unterminated_names", Verdict::Found, ""},
+    {"endless_shell", Verdict::FoundOrBanned, ""},
+    {"leaves_threads", Verdict::FoundOrBanned, ""},
+    {"returns_null", Verdict::NoPlugin, ""},
+    {"wrong_magic", Verdict::NoPlugin, ""},
+    {"no_entry_point", Verdict::NoPlugin, ""},
+    {"vst3_null_factory", Verdict::NoPlugin, ""},
+};
+
+class BadPlugin : public ManagerFixture, public testing::WithParamInterface<Behaviour>
+{
+  protected:
+    BadPlugin()
+    {
+        good = {Install("good/vst2_effect", "a_effect").string(),
+                Install("good/vst2_shell", "b_shell").string(),
+                Install("good/vst3_without_moduleinfo", "c_vst3").string(),
+                Install("good/vst2_main_entry", "x_main").string(),
+                Install("good/vst3_several_classes", "y_classes").string(),
+                Install("good/vst2_synth", "z_synth").string()};
+        bad = Install("bad/" + GetParam().name, "m_bad");
+        environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.EntityTimeoutSeconds=1";
+    }
+
+    bool IsBanned() const
+    {
+        const auto listed = FindListed(bad);
+        return listed && listed->IsBanned();
+    }
+
+    Strings good;
+    std::filesystem::path bad;
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, BadPlugin, testing::ValuesIn(behaviours),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(BadPlugin, TheHostSurvivesAndTheGoodOnesAreFound)
+{
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.scanned, static_cast<long long>(good.size()) + 1);
+    ExpectNoProcessLeft();
+
+    Strings working, banned;
+    for (const ListedPlugin& plugin : List())
+        (plugin.IsBanned() ? banned : working).push_back(plugin.path);
+    for (const std::string& path : good) {
+        EXPECT_THAT(working, testing::Contains(path));
+        EXPECT_THAT(banned, testing::Not(testing::Contains(path)));
+    }
+    EXPECT_EQ(summary.banned, banned);
+
+    const bool isBanned = std::find(banned.begin(), banned.end(), bad.string()) != banned.end();
+    const bool isFound = std::find(working.begin(), working.end(), bad.string()) != working.end();
+    switch (GetParam().verdict) {
+    case Verdict::Banned:
+        EXPECT_TRUE(isBanned);
+        EXPECT_FALSE(isFound);
+        break;
+    case Verdict::Found:
+        EXPECT_FALSE(isBanned);
+        EXPECT_TRUE(isFound);
+        break;
+    case Verdict::NoPlugin:
+        EXPECT_FALSE(isBanned);
+        EXPECT_FALSE(isFound);
+        break;
+    case Verdict::FoundOrBanned:
+        EXPECT_NE(isBanned, isFound);
+        break;
+    }
+    if (isBanned) {
+        const auto listed = FindListed(bad);
+        ASSERT_TRUE(listed);
+        EXPECT_THAT(listed->reason, testing::ContainsRegex(GetParam().reason));
+        EXPECT_NE(listed->reason, "");
+    }
+}
+
+TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
+{
+    Scan();
+    const bool wasBanned = IsBanned();
+    const auto list = List();
+    const ScanSummary second = Scan();
+    EXPECT_EQ(second.exitStatus, 0) << second.messages;
+    EXPECT_EQ(second.scanned, 0);
+    EXPECT_EQ(second.banned, Strings());
+    EXPECT_EQ(List(), list);
+
+    const zettesting::ChildResult reload = Run({"reload", bad.string()});
+    if (!wasBanned) {
+        EXPECT_EQ(reload.exitStatus, 2);
+        return;
+    }
+    EXPECT_EQ(reload.exitStatus, 0) << reload.error;
+    if (GetParam().verdict == Verdict::Banned) {
+        EXPECT_THAT(reload.output, testing::HasSubstr("1 banned"));
+        EXPECT_THAT(reload.output, testing::ContainsRegex(GetParam().reason));
+        EXPECT_TRUE(IsBanned());
+    }
+    for (const std::string& path : good)
+        EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
+}
+
+class BadPlugins : public ManagerFixture
+{};
+
+TEST_F(BadPlugins, TheTableSaysWhichWereBannedAndWhy)
+{
+    Install("good/vst2_effect", "good");
+    const auto bad = Install("bad/crash_in_entry", "bad");
+    const std::string scan = RunWell({"scan"});
+    EXPECT_THAT(scan, testing::HasSubstr("Banned: " + bad.string() + "\n    crashed"));
+    const std::string table = RunWell({"list"});
+    EXPECT_THAT(table, testing::HasSubstr("1 plug-in, 1 banned"));
+    EXPECT_THAT(table, testing::ContainsRegex(bad.string() + "\n    crashed"));
+}
+
+TEST_F(BadPlugins, OutputOfPluginsGoesToTheScanLogsOnly)
+{
+    Install("bad/floods_output", "flood");
+    const auto result = Run({"scan", "--json"});
+    EXPECT_EQ(result.output.find("~~~~"), std::string::npos);
+    EXPECT_EQ(result.error.find("~~~~"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::is_directory(prefs / "scan-logs"));
+    EXPECT_FALSE(std::filesystem::is_empty(prefs / "scan-logs"));
+}
+
+TEST_F(BadPlugins, APoisonedProcessDoesNotGetTheNextPluginBanned)
+{
+    Install("bad/poisons_process", "a_poison");
+    const auto sensitive = Install("bad/crashes_when_poisoned", "b_sensitive");
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 0);
+    EXPECT_EQ(summary.banned, Strings());
+    EXPECT_EQ(summary.found, 2);
+    const auto listed = FindListed(sensitive);
+    ASSERT_TRUE(listed);
+    EXPECT_FALSE(listed->IsBanned());
+}
+
+TEST_F(BadPlugins, AllOfThemAtOnceLeaveTheGoodOnes)
+{
+    Strings good;
+    for (const auto& behaviour : behaviours) {
+        const std::string number = std::to_string(100 + (&behaviour - behaviours));
+        Install("bad/" + behaviour.name, number + "_bad");
+        good.push_back(Install("good/vst2_effect", number + "_good").string());
+    }
+    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.EntityTimeoutSeconds=1";
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.scanned, static_cast<long long>(2 * std::size(behaviours)));
+    const Strings working = ListedPaths({"--enabled"});
+    for (const std::string& path : good)
+        EXPECT_THAT(working, testing::Contains(path));
+    const auto mustBeBanned = std::count_if(std::begin(behaviours), std::end(behaviours),
+                                            [](const auto& each) { return each.verdict == Verdict::Banned; });
+    EXPECT_GE(static_cast<std::ptrdiff_t>(summary.banned.size()), mustBeBanned);
+    for (const std::string& path : summary.banned)
+        EXPECT_TRUE(path.ends_with("_bad" + std::string(zettesting::ModuleSuffix())) ||
+                    path.ends_with("_bad.vst3"))
+            << path;
+}
+
+} // namespace

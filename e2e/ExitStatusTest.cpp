@@ -1,0 +1,164 @@
+#include <algorithm>
+
+#include <gmock/gmock.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using testing::HasSubstr;
+using Strings = std::vector<std::string>;
+using zettesting::ChildProcess;
+
+class ExitStatus : public ManagerFixture
+{};
+
+TEST_F(ExitStatus, WrongUsageIsTwoAndChangesNothing)
+{
+    const auto known = Install("good/vst2_effect", "known");
+    RunWell({"scan"});
+    const auto before = List();
+    const std::string missing = (plugins / "missing.so").string();
+    for (const Strings& arguments :
+         {Strings{}, Strings{"frobnicate"}, Strings{"scan", missing}, Strings{"enable", missing},
+          Strings{"disable", known.string(), missing}, Strings{"ban", known.string(), missing},
+          Strings{"reload", missing}, Strings{"reload", known.string()},
+          Strings{"folders", "remove", missing}, Strings{"list", "--enabled", "--banned"}}) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(arguments);
+        EXPECT_NE(result.error, "") << testing::PrintToString(arguments);
+        EXPECT_EQ(result.output, "") << testing::PrintToString(arguments);
+    }
+    EXPECT_EQ(List(), before);
+    EXPECT_THAT(Run({"enable", missing}).error, HasSubstr(missing));
+}
+
+TEST_F(ExitStatus, ABannedPluginCannotBeEnabledAndTheMessageSaysWhatToDo)
+{
+    const auto known = Install("good/vst2_effect", "known");
+    RunWell({"scan"});
+    RunWell({"ban", known.string()});
+    const auto result = Run({"enable", known.string()});
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.error, HasSubstr("reload"));
+    EXPECT_EQ(Run({"ban", known.string()}).exitStatus, 0) << "banning twice is no error";
+}
+
+TEST_F(ExitStatus, WhatCannotBeSavedIsOneAndSaysWhere)
+{
+    Install("good/vst2_effect", "effect");
+    prefs = folder / "a file";
+    zettesting::WriteAll(prefs, "no folder");
+    for (const Strings& arguments :
+         {Strings{"list", "--json"}, Strings{"folders", "add", plugins.string()}, Strings{"enable", "--all"},
+          Strings{"scan", "--json", "--in-process", (plugins / "effect.so").string()}}) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 1) << testing::PrintToString(arguments) << result.error;
+        EXPECT_THAT(result.error, HasSubstr(prefs.string())) << testing::PrintToString(arguments);
+    }
+    EXPECT_EQ(zettesting::ReadAll(prefs), "no folder");
+}
+
+TEST_F(ExitStatus, AFolderInPlaceOfTheRegistryIsOne)
+{
+    std::filesystem::path registry;
+    for (const auto& entry : std::filesystem::directory_iterator(prefs)) {
+        if (zettesting::ReadAll(entry.path()).find(plugins.filename().string()) != std::string::npos)
+            registry = entry.path();
+    }
+    ASSERT_NE(registry, "");
+    std::filesystem::remove(registry);
+    std::filesystem::create_directory(registry);
+    const auto result = Run({"list"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.error, HasSubstr(registry.string()));
+    EXPECT_TRUE(std::filesystem::is_directory(registry));
+}
+
+TEST_F(ExitStatus, ADamagedRegistryIsKeptAsideAndNamed)
+{
+    Install("good/vst2_effect", "effect");
+    RunWell({"scan"});
+    Strings files;
+    for (const auto& entry : std::filesystem::directory_iterator(prefs)) {
+        if (entry.path().extension() == ".xml")
+            files.push_back(entry.path().string());
+    }
+    ASSERT_FALSE(files.empty());
+    const std::string damage = "<plugins><unfinished";
+    for (const std::string& file : files)
+        zettesting::WriteAll(file, damage);
+    const auto result = Run({"list", "--json"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_EQ(result.output, "[]\n");
+    for (const std::string& file : files) {
+        EXPECT_THAT(result.error, HasSubstr(file));
+        EXPECT_EQ(zettesting::ReadAll(file + ".damaged"), damage);
+    }
+}
+
+TEST_F(ExitStatus, AScannerThatIsNotThereIsThree)
+{
+    const auto bin = folder / "bin";
+    std::filesystem::create_directory(bin);
+    for (const auto& entry : std::filesystem::directory_iterator(ProgramFolder())) {
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with("libzet") || name.ends_with(".dll"))
+            std::filesystem::copy(entry.path(), bin / name);
+    }
+    std::filesystem::copy(program, bin / program.filename());
+    program = bin / program.filename();
+
+    Install("good/vst2_effect", "effect");
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 3) << summary.messages;
+    EXPECT_EQ(summary.scanned, 0);
+    EXPECT_NE(summary.messages, "");
+    EXPECT_EQ(List().size(), 0u);
+    EXPECT_EQ(Scan({"--in-process"}).exitStatus, 0) << "in-process scans need no scanner";
+    EXPECT_EQ(List().size(), 1u);
+}
+
+TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
+{
+    const auto first = Install("good/vst2_effect", "a_first");
+    const auto hanging = Install("bad/loops_forever", "m_hanging");
+    Install("good/vst2_synth", "z_last");
+    ChildProcess scan(Command({"scan", "--json"}));
+    ASSERT_TRUE(scan.WaitForError(hanging.string()));
+    const auto interrupted = std::chrono::steady_clock::now();
+    scan.Interrupt();
+    const auto& result = scan.Wait();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - interrupted;
+    EXPECT_EQ(result.exitStatus, 130) << result.error;
+    EXPECT_LT(took.count(), 1.0);
+    const ScanSummary summary = ReadScanSummary(result);
+    EXPECT_EQ(summary.banned, Strings());
+    ExpectNoProcessLeft();
+    EXPECT_EQ(ListedPaths(), Strings{first.string()});
+    EXPECT_EQ(List({"--banned"}).size(), 0u);
+}
+
+TEST_F(ExitStatus, HelpAndVersionAreDone)
+{
+    const auto help = Run({"--help"});
+    EXPECT_EQ(help.exitStatus, 0);
+    EXPECT_THAT(help.output, HasSubstr("130"));
+    EXPECT_EQ(help.error, "");
+    EXPECT_EQ(Run({"--version"}).exitStatus, 0);
+}
+
+TEST_F(ExitStatus, JsonIsAllThatGoesToStandardOutput)
+{
+    Install("good/vst2_effect", "effect");
+    Install("bad/crash_in_entry", "bad");
+    const auto scan = Run({"scan", "--json"});
+    EXPECT_EQ(std::count(scan.output.begin(), scan.output.end(), '\n'), 1);
+    EXPECT_EQ(ReadScanSummary(scan).found, 1);
+    EXPECT_THAT(scan.error, HasSubstr("bad"));
+    const auto list = Run({"list", "--json"});
+    EXPECT_EQ(list.error, "");
+    EXPECT_EQ(ReadList(list.output).size(), 2u);
+}
+
+} // namespace

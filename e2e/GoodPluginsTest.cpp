@@ -1,0 +1,138 @@
+#include <algorithm>
+#include <set>
+
+#include <gmock/gmock.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using Strings = std::vector<std::string>;
+
+/// What a scan must tell of one plug-in; versions stand apart, since technologies write them differently.
+using Facts = std::tuple<std::string, std::string, std::string>;
+
+class GoodPlugins : public ManagerFixture, public testing::WithParamInterface<bool>
+{
+  protected:
+    GoodPlugins() { std::filesystem::copy(zettesting::TestPluginsFolder() / "good", plugins, recursively); }
+
+    Strings ScanArguments() const { return GetParam() ? Strings{"--in-process"} : Strings{}; }
+
+    static constexpr auto recursively = std::filesystem::copy_options::recursive;
+};
+
+INSTANTIATE_TEST_SUITE_P(BothWays, GoodPlugins, testing::Bool(),
+                         [](const auto& test) { return test.param ? "InProcess" : "Externally"; });
+
+TEST_P(GoodPlugins, AllAreFoundWithTheirNamesAndVendors)
+{
+    const ScanSummary summary = Scan(ScanArguments());
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.banned, Strings());
+    EXPECT_GE(summary.seconds, 0);
+
+    std::multiset<Facts> expected, found;
+    for (const auto& fact : zettesting::GoodTestPluginFacts()) {
+        const auto path = plugins / zettesting::TestPlugin(fact.plugin).filename();
+        expected.emplace(path.string(), fact.name, fact.vendor);
+    }
+    const auto list = List();
+    for (const ListedPlugin& plugin : list) {
+        found.emplace(plugin.path, plugin.name, plugin.vendor);
+        EXPECT_EQ(plugin.status, "working");
+        EXPECT_TRUE(plugin.enabled);
+        EXPECT_EQ(plugin.technology, plugin.path.ends_with(".vst3") ? "VST3" : "VST");
+    }
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(summary.found, static_cast<long long>(list.size()));
+    EXPECT_EQ(summary.scanned, static_cast<long long>(ListedPaths().size()));
+}
+
+TEST_P(GoodPlugins, InstrumentsAreNoEffects)
+{
+    Scan(ScanArguments());
+    const auto list = List();
+    for (const auto& fact : zettesting::GoodTestPluginFacts()) {
+        const auto listed = std::find_if(list.begin(), list.end(),
+                                         [&](const auto& plugin) { return plugin.name == fact.name; });
+        ASSERT_NE(listed, list.end()) << fact.name;
+        EXPECT_EQ(listed->effect, !fact.synth) << fact.name;
+    }
+}
+
+TEST_P(GoodPlugins, AShellGivesARecordForEachThatItHolds)
+{
+    Scan(ScanArguments());
+    std::set<std::string> names, subcomponents;
+    for (const ListedPlugin& plugin : List({"--filter", "vst2_shell"})) {
+        names.insert(plugin.name);
+        subcomponents.insert(plugin.subcomponent);
+    }
+    EXPECT_EQ(names, (std::set<std::string>{"Quarry Gate", "Quarry Mono", "Quarry Tilt"}));
+    EXPECT_EQ(subcomponents.size(), 3u);
+    EXPECT_FALSE(subcomponents.contains(""));
+}
+
+TEST_P(GoodPlugins, TheFullEffectScanFindsTheSame)
+{
+    Scan(ScanArguments());
+    const auto quick = List();
+    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterhost.EnableQuickEffectScan=false";
+    Strings arguments = ScanArguments();
+    arguments.push_back("--rescan");
+    EXPECT_EQ(Scan(arguments).exitStatus, 0);
+    EXPECT_EQ(List(), quick);
+}
+
+TEST_P(GoodPlugins, ASecondScanFindsNothingToDoAndARescanTheSame)
+{
+    const ScanSummary first = Scan(ScanArguments());
+    const auto list = List();
+    const ScanSummary second = Scan(ScanArguments());
+    EXPECT_EQ(second.exitStatus, 0);
+    EXPECT_EQ(second.scanned, 0);
+    EXPECT_EQ(second.found, 0);
+    EXPECT_EQ(List(), list);
+
+    Strings arguments = ScanArguments();
+    arguments.push_back("--rescan");
+    const ScanSummary third = Scan(arguments);
+    EXPECT_EQ(third.scanned, first.scanned);
+    EXPECT_EQ(third.found, first.found);
+    EXPECT_EQ(List(), list);
+}
+
+TEST_P(GoodPlugins, NoMarkerAndNoResultFileAreLeft)
+{
+    Scan(ScanArguments());
+    for (const auto& entry : std::filesystem::directory_iterator(prefs)) {
+        EXPECT_NE(entry.path().filename(), "ScannedPluginPath.txt");
+        EXPECT_NE(entry.path().extension(), ".scan");
+    }
+}
+
+TEST_P(GoodPlugins, BothWaysOfScanningFindTheSame)
+{
+    Scan(ScanArguments());
+    const auto oneWay = List();
+    Scan(GetParam() ? Strings{"--rescan"} : Strings{"--rescan", "--in-process"});
+    EXPECT_EQ(List(), oneWay);
+}
+
+TEST_P(GoodPlugins, WithoutJsonTheScanPrintsASummaryAndTheListATable)
+{
+    Strings arguments = ScanArguments();
+    arguments.insert(arguments.begin(), "scan");
+    EXPECT_THAT(RunWell(arguments),
+                testing::ContainsRegex("^10 plug-in files scanned in .* 15 plug-ins found, 0 banned"));
+    const std::string table = RunWell({"list"});
+    for (const auto& fact : zettesting::GoodTestPluginFacts())
+        EXPECT_THAT(table, HasSubstr(fact.name));
+    EXPECT_THAT(table, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(table, HasSubstr("15 plug-ins, 0 banned"));
+}
+
+} // namespace

@@ -1,0 +1,126 @@
+#include "ManagerFixture.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/string/Utf.h>
+
+using zettesting::ChildProcess;
+using zettesting::ChildResult;
+
+namespace {
+
+std::filesystem::path MakeFolder(const std::filesystem::path& path)
+{
+    std::filesystem::create_directories(path);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    return path;
+}
+
+} // namespace
+
+std::filesystem::path ProgramFolder()
+{
+    return zetcore::string::UTF16to8(zetcore::filesupport::commondirs::ExecutableDir().FullPath());
+}
+
+std::string WithExecutableSuffix(const std::string& name)
+{
+    return zettesting::ModuleSuffix() == ".dll" ? name + ".exe" : name;
+}
+
+ManagerFixture::ManagerFixture()
+    : prefs(folder / "prefs"), plugins(MakeFolder(folder / "plugins")),
+      program(ProgramFolder() / WithExecutableSuffix("zetaudiopluginmanager"))
+{
+    const std::filesystem::path home = MakeFolder(folder / "home");
+    environment = {{"XDG_RUNTIME_DIR", MakeFolder(folder / "runtime").string()},
+                   {"XDG_CONFIG_HOME", (home / "config").string()},
+                   {"HOME", home.string()},
+                   {"VST_PATH", std::nullopt},
+                   {"ZET_DEBUG_DATABASE", std::nullopt},
+                   {"ZET_TRACE", std::nullopt},
+                   {"NO_COLOR", std::nullopt}};
+    UseFolders({plugins});
+}
+
+ManagerFixture::~ManagerFixture()
+{
+    ExpectNoProcessLeft();
+}
+
+ChildProcess::Options ManagerFixture::Command(std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), {"--prefs", prefs.string()});
+    return {program, std::move(arguments), environment, folder.Path()};
+}
+
+ChildResult ManagerFixture::Run(std::vector<std::string> arguments) const
+{
+    return ChildProcess::Run(Command(std::move(arguments)));
+}
+
+std::string ManagerFixture::RunWell(std::vector<std::string> arguments) const
+{
+    const std::string shown = testing::PrintToString(arguments);
+    const ChildResult result = Run(std::move(arguments));
+    EXPECT_EQ(result.exitStatus, 0) << shown << "\n" << result.error;
+    EXPECT_FALSE(result.timedOut) << shown;
+    return result.output;
+}
+
+std::vector<ListedPlugin> ManagerFixture::List(std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), {"list", "--json"});
+    return ReadList(RunWell(std::move(arguments)));
+}
+
+std::vector<std::string> ManagerFixture::ListedPaths(std::vector<std::string> arguments) const
+{
+    std::vector<std::string> paths;
+    for (const ListedPlugin& plugin : List(std::move(arguments)))
+        paths.push_back(plugin.path);
+    std::sort(paths.begin(), paths.end());
+    paths.erase(std::unique(paths.begin(), paths.end()), paths.end());
+    return paths;
+}
+
+std::optional<ListedPlugin> ManagerFixture::FindListed(const std::filesystem::path& path) const
+{
+    for (ListedPlugin& plugin : List()) {
+        if (plugin.path == path.string())
+            return std::move(plugin);
+    }
+    return std::nullopt;
+}
+
+ScanSummary ManagerFixture::Scan(std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), {"scan", "--json"});
+    return ReadScanSummary(Run(std::move(arguments)));
+}
+
+void ManagerFixture::UseFolders(const std::vector<std::filesystem::path>& folders) const
+{
+    std::istringstream lines(RunWell({"folders", "list"}));
+    std::vector<std::string> remove{"folders", "remove"}, add{"folders", "add"};
+    for (std::string line; std::getline(lines, line);)
+        remove.push_back(line.substr(line.find_first_of("/\\") == std::string::npos ? 0 : 6));
+    if (remove.size() > 2)
+        RunWell(remove);
+    for (const std::filesystem::path& each : folders)
+        add.push_back(each.string());
+    if (add.size() > 2)
+        RunWell(add);
+}
+
+void ManagerFixture::ExpectNoProcessLeft() const
+{
+    EXPECT_EQ(zettesting::WaitForProcessesToEnd(folder.Path().string()), std::vector<std::string>());
+}
+
+std::filesystem::path ManagerFixture::Install(const std::string& plugin, const std::string& title) const
+{
+    return zettesting::CopyTestPlugin(plugin, plugins, title);
+}

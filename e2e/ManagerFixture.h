@@ -1,0 +1,75 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <zettesting/ChildProcess.h>
+#include <zettesting/TemporaryFolder.h>
+#include <zettesting/TestPlugins.h>
+
+/// One object of `list --json`. `path` is as the program prints it.
+struct ListedPlugin
+{
+    std::string technology, path, subcomponent, name, version, vendor;
+    bool enabled = false;
+    bool effect = false;
+    std::string status, reason;
+
+    bool IsBanned() const { return status == "banned"; }
+    friend auto operator<=>(const ListedPlugin&, const ListedPlugin&) = default;
+};
+
+/// The object of `scan --json`.
+struct ScanSummary
+{
+    int exitStatus = -1;
+    long long scanned = -1;
+    long long found = -1;
+    std::vector<std::string> banned;
+    double seconds = -1;
+    std::string messages;
+};
+
+/// The real host program with the real scanner, in surroundings of its own: preferences, home and runtime
+/// folder are new, and `plugins` is the only plug-in folder. At the end, no process of the test may be left.
+class ManagerFixture : public ::testing::Test
+{
+  protected:
+    ManagerFixture();
+    ~ManagerFixture() override;
+
+    /// The program's command line with this test's preferences folder.
+    zettesting::ChildProcess::Options Command(std::vector<std::string> arguments) const;
+    zettesting::ChildResult Run(std::vector<std::string> arguments) const;
+    /// Run, and expect exit status 0 and, within the limit, nothing unusual.
+    std::string RunWell(std::vector<std::string> arguments) const;
+    std::vector<ListedPlugin> List(std::vector<std::string> arguments = {}) const;
+    /// The paths of `List`, without doubles.
+    std::vector<std::string> ListedPaths(std::vector<std::string> arguments = {}) const;
+    std::optional<ListedPlugin> FindListed(const std::filesystem::path& path) const;
+    ScanSummary Scan(std::vector<std::string> arguments = {}) const;
+    void UseFolders(const std::vector<std::filesystem::path>& folders) const;
+    /// Waits until none is left.
+    void ExpectNoProcessLeft() const;
+
+    /// Copies it to `plugins`.
+    std::filesystem::path Install(const std::string& plugin, const std::string& title) const;
+
+    zettesting::TemporaryFolder folder;
+    std::filesystem::path prefs, plugins;
+    /// For the program, beside this process's own.
+    std::map<std::string, std::optional<std::string>> environment;
+    std::filesystem::path program;
+};
+
+/// The folder with the program and the scanner.
+std::filesystem::path ProgramFolder();
+std::string WithExecutableSuffix(const std::string& name);
+
+std::vector<ListedPlugin> ReadList(const std::string& json);
+ScanSummary ReadScanSummary(const zettesting::ChildResult& result);

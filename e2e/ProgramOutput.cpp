@@ -1,0 +1,66 @@
+#include "ManagerFixture.h"
+
+#include <set>
+
+#include <boost/json/src.hpp>
+
+namespace {
+
+std::string Text(const boost::json::object& object, const char* key)
+{
+    return std::string(object.at(key).as_string());
+}
+
+std::set<std::string> KeysOf(const boost::json::object& object)
+{
+    std::set<std::string> keys;
+    for (const auto& member : object)
+        keys.emplace(member.key());
+    return keys;
+}
+
+} // namespace
+
+// `boost::json::parse` is strict: it also refuses invalid UTF-8 and anything behind the value.
+std::vector<ListedPlugin> ReadList(const std::string& json)
+{
+    std::vector<ListedPlugin> plugins;
+    const boost::json::value list = boost::json::parse(json);
+    for (const boost::json::value& value : list.as_array()) {
+        const boost::json::object& object = value.as_object();
+        ListedPlugin plugin{Text(object, "technology"),     Text(object, "path"),
+                            Text(object, "subcomponent"),   Text(object, "name"),
+                            Text(object, "version"),        Text(object, "vendor"),
+                            object.at("enabled").as_bool(), object.at("effect").as_bool(),
+                            Text(object, "status"),         {}};
+        std::set<std::string> keys{"technology", "path",    "subcomponent", "name",  "version",
+                                   "vendor",     "enabled", "effect",       "status"};
+        if (plugin.IsBanned()) {
+            plugin.reason = Text(object, "reason");
+            keys.insert("reason");
+        } else {
+            EXPECT_EQ(plugin.status, "working");
+        }
+        EXPECT_EQ(KeysOf(object), keys);
+        plugins.push_back(std::move(plugin));
+    }
+    return plugins;
+}
+
+ScanSummary ReadScanSummary(const zettesting::ChildResult& result)
+{
+    ScanSummary summary;
+    summary.exitStatus = result.exitStatus;
+    summary.messages = result.error;
+    EXPECT_FALSE(result.timedOut) << result.error;
+    EXPECT_FALSE(result.outputHeldOpen);
+    const boost::json::value value = boost::json::parse(result.output);
+    const boost::json::object& object = value.as_object();
+    EXPECT_EQ(KeysOf(object), (std::set<std::string>{"scanned", "found", "banned", "seconds"}));
+    summary.scanned = object.at("scanned").to_number<long long>();
+    summary.found = object.at("found").to_number<long long>();
+    for (const boost::json::value& path : object.at("banned").as_array())
+        summary.banned.emplace_back(path.as_string());
+    summary.seconds = object.at("seconds").to_number<double>();
+    return summary;
+}
