@@ -2,11 +2,11 @@
 
 namespace zettestplugin {
 
-/// A write that the system refuses: SIGSEGV, or an access violation. The pointer is volatile, so that the
-/// compiler cannot see where it leads and put a trap of its own there.
+/// A write that the system refuses: SIGSEGV, or an access violation. Pointer and target are volatile, so that
+/// the compiler neither drops the write nor puts a trap of its own in its place.
 [[gnu::noinline]] inline void Crash()
 {
-    int* volatile nowhere = nullptr;
+    volatile int* volatile nowhere = nullptr;
     *nowhere = 1;
 }
 

@@ -1,0 +1,238 @@
+#include <clocale>
+#include <csignal>
+#include <filesystem>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <zettesting/TemporaryFolder.h>
+
+#include "LoadedPlugin.h"
+
+// The bad plug-ins that take their process with them; each gets one of its own.
+namespace zettesting {
+namespace {
+
+using ::testing::ExitedWithCode;
+using ::testing::KilledBySignal;
+
+constexpr int survived = 42;
+
+/// Puts the system's own crash behaviour back, which sanitizers replace, and limits the child's time.
+void PrepareChild(unsigned secondsToLive = 120)
+{
+    for (const int signal : {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL})
+        std::signal(signal, SIG_DFL);
+    const rlimit noCore{0, 0};
+    ::setrlimit(RLIMIT_CORE, &noCore);
+    ::alarm(secondsToLive);
+}
+
+/// What a scan does with a plug-in, from loading to unloading.
+void Use(std::string_view plugin)
+{
+    const auto library = LoadLibraryOf(plugin);
+    const EffectPointer effect = CreateEffect(library);
+    AskText(*effect, vst2::EffectGetEffectName);
+    AskText(*effect, vst2::EffectGetVendorString);
+}
+
+void UseAndExit(std::string_view plugin)
+{
+    PrepareChild();
+    Use(plugin);
+    ::_exit(survived);
+}
+
+struct Deadly
+{
+    const char* plugin;
+    int signal;
+};
+
+class DeadlyPlugin : public ::testing::TestWithParam<Deadly>
+{};
+
+TEST_P(DeadlyPlugin, dies_of_its_signal)
+{
+    EXPECT_EXIT(UseAndExit(GetParam().plugin), KilledBySignal(GetParam().signal), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, DeadlyPlugin,
+    ::testing::Values(Deadly{"bad/crash_on_load", SIGSEGV}, Deadly{"bad/crash_in_entry", SIGSEGV},
+                      Deadly{"bad/crash_when_asked_name", SIGSEGV}, Deadly{"bad/crash_on_close", SIGSEGV},
+                      Deadly{"bad/crash_on_unload", SIGSEGV}, Deadly{"bad/aborts", SIGABRT},
+                      Deadly{"bad/overflows_stack", SIGSEGV}),
+    [](const auto& deadly) { return std::string(deadly.param.plugin).substr(4); });
+
+/// Says on the way where it has come to, as proof that a crash comes in its own phase and not before.
+void UseAndSay(std::string_view plugin, unsigned secondsToLive = 120)
+{
+    PrepareChild(secondsToLive);
+    const auto say = [](std::string_view text) { return ::write(STDERR_FILENO, text.data(), text.size()); };
+    auto library = LoadLibraryOf(plugin);
+    say("loaded ");
+    EffectPointer effect = CreateEffect(library);
+    say("made ");
+    AskText(*effect, vst2::EffectGetVendorString);
+    say("vendor ");
+    AskText(*effect, vst2::EffectGetEffectName);
+    say("name ");
+    effect.reset();
+    say("closed ");
+    library.unload();
+    say("unloaded ");
+    ::_exit(survived);
+}
+
+TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
+{
+    EXPECT_EXIT(UseAndSay("bad/crash_on_load"), KilledBySignal(SIGSEGV), "^$");
+    EXPECT_EXIT(UseAndSay("bad/crash_in_entry"), KilledBySignal(SIGSEGV), "^loaded $");
+    EXPECT_EXIT(UseAndSay("bad/crash_when_asked_name"), KilledBySignal(SIGSEGV), "^loaded made vendor $");
+    EXPECT_EXIT(UseAndSay("bad/crash_on_close"), KilledBySignal(SIGSEGV), "^loaded made vendor name $");
+    EXPECT_EXIT(UseAndSay("bad/crash_on_unload"), KilledBySignal(SIGSEGV),
+                "^loaded made vendor name closed $");
+    EXPECT_EXIT(UseAndSay("good/vst2_effect"), ExitedWithCode(survived), "closed unloaded $");
+}
+
+TEST(DeadlyPlugins, exits_look_like_exits)
+{
+    EXPECT_EXIT(UseAndExit("bad/exits_zero"), ExitedWithCode(0), "");
+    EXPECT_EXIT(UseAndExit("bad/quick_exits_one"), ExitedWithCode(1), "");
+    EXPECT_EXIT(UseAndExit("bad/installs_crash_handler"), ExitedWithCode(0), "");
+}
+
+TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            const EnteredModule module("bad/crash_vst3_factory");
+            module.Factory();
+        },
+        KilledBySignal(SIGSEGV), "");
+}
+
+void UseForASecond(std::string_view plugin)
+{
+    PrepareChild();
+    const rlimit oneSecond{1, 10};
+    ::setrlimit(RLIMIT_CPU, &oneSecond);
+    Use(plugin);
+}
+
+TEST(DeadlyPlugins, loops_forever_uses_up_any_time)
+{
+    EXPECT_EXIT(UseForASecond("bad/loops_forever"), KilledBySignal(SIGXCPU), "");
+}
+
+TEST(DeadlyPlugins, deadlocks_on_unload_waits_after_all_its_work_is_done)
+{
+    EXPECT_EXIT(UseAndSay("bad/deadlocks_on_unload", 1), KilledBySignal(SIGALRM), "closed $");
+}
+
+TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            Use("bad/leaves_threads");
+            for (;;)
+                ::pause();
+        },
+        KilledBySignal(SIGSEGV), "");
+}
+
+TEST(DeadlyPlugins, crashes_when_poisoned_crashes_after_poisons_process)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            Use("bad/poisons_process");
+            UseAndSay("bad/crashes_when_poisoned");
+        },
+        KilledBySignal(SIGSEGV), "^loaded $");
+}
+
+/// Exits with the exit code of a child of this process that uses `plugin`; with 1 when that child crashed.
+void UseInChildAndExit(std::string_view plugin)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        UseAndExit(plugin);
+    int status = 0;
+    ::_exit(::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : 1);
+}
+
+TEST(DeadlyPlugins, a_poisoned_process_does_not_poison_its_children)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            Use("bad/poisons_process");
+            UseInChildAndExit("bad/crashes_when_poisoned");
+        },
+        ExitedWithCode(survived), "");
+}
+
+TEST(DeadlyPlugins, closes_descriptors_closes_the_standard_ones_and_all_others)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            const int other = ::open("/dev/null", O_RDONLY);
+            Use("bad/closes_descriptors");
+            for (const int descriptor : {0, 1, 2, other})
+                if (::fcntl(descriptor, F_GETFD) != -1)
+                    ::_exit(1);
+            ::_exit(survived);
+        },
+        ExitedWithCode(survived), "");
+}
+
+TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
+{
+    const TemporaryFolder folder;
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+                ::dup2(::open((folder / std::to_string(stream)).c_str(), O_WRONLY | O_CREAT, 0600), stream);
+            UseAndExit("bad/floods_output");
+        },
+        ExitedWithCode(survived), "");
+    EXPECT_GE(std::filesystem::file_size(folder / "1"), 4u << 20);
+    EXPECT_GE(std::filesystem::file_size(folder / "2"), 4u << 20);
+}
+
+TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            std::filesystem::current_path(std::filesystem::temp_directory_path());
+            Use("bad/changes_process");
+            const bool changed = std::setlocale(LC_ALL, nullptr) != std::string("C") &&
+                                 std::signal(SIGTERM, SIG_DFL) == SIG_IGN &&
+                                 std::signal(SIGSEGV, SIG_DFL) != SIG_DFL &&
+                                 std::filesystem::current_path() == "/";
+            ::_exit(changed ? survived : 1);
+        },
+        ExitedWithCode(survived), "");
+}
+
+TEST(DeadlyPlugins, good_plugins_are_gone_from_memory_after_their_unload)
+{
+    const std::filesystem::path path = TestPluginLibrary("good/vst3_several_classes");
+    AskForFacts("good/vst3_several_classes");
+    EXPECT_EQ(::dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD), nullptr);
+}
+
+} // namespace
+} // namespace zettesting
