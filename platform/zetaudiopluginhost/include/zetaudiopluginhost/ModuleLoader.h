@@ -21,7 +21,7 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     /// Told before each phase begins; may be empty.
     using PhaseCallback = std::function<void(ScanPhase)>;
 
-    ModuleLoader(ScanOptions options, PhaseCallback onPhase);
+    ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
 
     /// Other modules of the same scan: a VST2 shell that is among them as VST3 may be skipped.
     void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);

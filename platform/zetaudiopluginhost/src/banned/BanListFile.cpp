@@ -1,0 +1,141 @@
+#include "banned/BanListFile.h"
+
+#include <algorithm>
+#include <sstream>
+#include <stdexcept>
+
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiopluginhost {
+
+using zetaudiofilterhost::PluginLocator;
+using namespace zetcore::string;
+
+namespace {
+
+constexpr const char* entryName = "plugin";
+constexpr const char* fileVersion = "1.0";
+constexpr std::size_t maxReason = 8192;
+
+bool IsKnownAttribute(std::string_view name)
+{
+    return name == "locator" || name == "reason" || name == "time";
+}
+
+bool HasUnknownParts(const pugi::xml_node& node)
+{
+    for (const pugi::xml_attribute& attribute : node.attributes()) {
+        if (!IsKnownAttribute(attribute.name()))
+            return true;
+    }
+    return node.first_child() != nullptr;
+}
+
+std::shared_ptr<const pugi::xml_document> CopyOf(const pugi::xml_node& node)
+{
+    auto document = std::make_shared<pugi::xml_document>();
+    document->append_copy(node);
+    return document;
+}
+
+void SetAttribute(pugi::xml_node& node, const char* name, const std::string& value)
+{
+    pugi::xml_attribute attribute = node.attribute(name);
+    if (!attribute)
+        attribute = node.append_attribute(name);
+    attribute.set_value(value.c_str());
+}
+
+void WriteEntry(pugi::xml_node& root, const BanEntry& entry)
+{
+    pugi::xml_node node =
+        entry.original ? root.append_copy(entry.original->first_child()) : root.append_child(entryName);
+    SetAttribute(node, "locator", UTF16to8(entry.locator.ToString()));
+    if (!entry.info.reason.empty() || node.attribute("reason"))
+        SetAttribute(node, "reason", entry.info.reason);
+    if (entry.info.time != 0 || node.attribute("time"))
+        SetAttribute(node, "time", std::to_string(entry.info.time));
+}
+
+} // namespace
+
+std::size_t LineOfOffset(std::string_view text, std::size_t offset)
+{
+    const std::string_view before = text.substr(0, std::min(offset, text.size()));
+    return static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
+}
+
+BanListFile ParseBanList(std::string_view text, const char* rootName)
+{
+    pugi::xml_document document;
+    const pugi::xml_parse_result result =
+        document.load_buffer(text.data(), text.size(), pugi::parse_default | pugi::parse_comments);
+    if (!result) {
+        const std::size_t offset = result.offset > 0 ? static_cast<std::size_t>(result.offset) : 0;
+        throw std::runtime_error("line " + std::to_string(LineOfOffset(text, offset)) + ": " +
+                                 result.description());
+    }
+    pugi::xml_node root = document.document_element();
+    if (std::string_view(root.name()) != rootName)
+        throw std::runtime_error("line 1: the root element is <" + std::string(root.name()) + ">, not <" +
+                                 rootName + ">");
+
+    BanListFile file;
+    std::vector<pugi::xml_node> taken;
+    for (const pugi::xml_node& node : root.children(entryName)) {
+        BanEntry entry;
+        entry.locator = PluginLocator::FromString(UTF8to16(node.attribute("locator").value()));
+        // An entry in a form that this version does not understand stays in the file.
+        if (entry.locator.IsEmpty())
+            continue;
+        entry.info.reason = CleanReason(node.attribute("reason").value());
+        entry.info.time = node.attribute("time").as_llong();
+        if (HasUnknownParts(node))
+            entry.original = CopyOf(node);
+        file.entries.push_back(std::move(entry));
+        taken.push_back(node);
+    }
+    for (const pugi::xml_node& node : taken)
+        root.remove_child(node);
+    file.rest = CopyOf(root);
+    return file;
+}
+
+std::string WriteBanList(const BanListFile& file, const char* rootName)
+{
+    pugi::xml_document document;
+    pugi::xml_node declaration = document.append_child(pugi::node_declaration);
+    declaration.append_attribute("version") = "1.0";
+    declaration.append_attribute("encoding") = "UTF-8";
+    pugi::xml_node root =
+        file.rest ? document.append_copy(file.rest->first_child()) : document.append_child(rootName);
+    if (!root.attribute("version"))
+        root.prepend_attribute("version") = fileVersion;
+    for (const BanEntry& entry : file.entries)
+        WriteEntry(root, entry);
+
+    std::ostringstream text;
+    document.save(text, "\t", pugi::format_default, pugi::encoding_utf8);
+    return text.str();
+}
+
+std::string CleanReason(std::string_view reason)
+{
+    std::wstring cleaned;
+    for (const wchar_t unit : UTF8to16(reason.substr(0, maxReason * 4))) {
+        if (cleaned.size() >= maxReason)
+            break;
+        cleaned += unit == L'\t' ? L' ' : unit;
+    }
+    std::wstring text;
+    for (std::size_t start = 0; start <= cleaned.size();) {
+        const std::size_t end = std::min(cleaned.find(L'\n', start), cleaned.size());
+        text += ForDisplay(std::wstring_view(cleaned).substr(start, end - start));
+        if (end < cleaned.size())
+            text += L'\n';
+        start = end + 1;
+    }
+    return UTF16to8(text);
+}
+
+} // namespace zetaudiopluginhost

@@ -1,0 +1,102 @@
+#include <zetaudiopluginhost/BanReasons.h>
+
+#include <algorithm>
+#include <mutex>
+#include <optional>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+
+#include "banned/BanListFile.h"
+#include "banned/BanReasonsFile.h"
+
+namespace zetaudiopluginhost {
+
+using zetaudiofilterhost::PluginLocator;
+using namespace zetcore::filesupport;
+
+namespace {
+
+constexpr const char* rootName = "banreasons";
+constexpr std::uint64_t maxFileSize = 16 << 20;
+
+/// Reading, changing and replacing the file is one step for the threads of this process.
+std::mutex& FileMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+/// Nothing for a file that is missing or malformed. Throws `file_exception`.
+std::optional<BanListFile> ReadReasons(const File& file)
+{
+    if (!file.Exists())
+        return std::nullopt;
+    const std::string text = FileUtils::ReadFile(file, maxFileSize);
+    try {
+        return ParseBanList(text, rootName);
+    } catch (const std::runtime_error& error) {
+        zetcore::debug::TraceLine(1, "BanReasons", file.FullPathUTF8() + ": " + error.what());
+        return std::nullopt;
+    }
+}
+
+std::vector<BanEntry>::iterator FindEntry(BanListFile& list, const PluginLocator& locator)
+{
+    return std::find_if(list.entries.begin(), list.entries.end(),
+                        [&locator](const BanEntry& entry) { return entry.locator == locator; });
+}
+
+} // namespace
+
+std::wstring BanReasonsPath(const std::wstring& bannedSettingsPath)
+{
+    return bannedSettingsPath + L".reasons";
+}
+
+void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator,
+                     const BanInfo& info)
+{
+    const std::lock_guard lock(FileMutex());
+    const File file(BanReasonsPath(bannedSettingsPath));
+    BanListFile list = ReadReasons(file).value_or(BanListFile{});
+    auto entry = FindEntry(list, locator);
+    if (entry == list.entries.end())
+        entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
+    entry->info = {CleanReason(info.reason), info.time};
+    FileUtils::ReplaceFile(file.FullPath(), WriteBanList(list, rootName), Durability::ProcessCrash);
+}
+
+std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator)
+{
+    const std::lock_guard lock(FileMutex());
+    try {
+        std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)));
+        if (!list)
+            return std::nullopt;
+        const auto entry = FindEntry(*list, locator);
+        return entry == list->entries.end() ? std::nullopt : std::optional(entry->info);
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, "BanReasons", error.what());
+        return std::nullopt;
+    }
+}
+
+void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<PluginLocator>& locators)
+{
+    const std::lock_guard lock(FileMutex());
+    const File file(BanReasonsPath(bannedSettingsPath));
+    std::optional<BanListFile> list = ReadReasons(file);
+    if (!list)
+        return;
+    const std::size_t removed = std::erase_if(list->entries, [&locators](const BanEntry& entry) {
+        return std::find(locators.begin(), locators.end(), entry.locator) != locators.end();
+    });
+    if (list->entries.empty())
+        file.Delete();
+    else if (removed > 0)
+        FileUtils::ReplaceFile(file.FullPath(), WriteBanList(*list, rootName), Durability::ProcessCrash);
+}
+
+} // namespace zetaudiopluginhost

@@ -1,0 +1,247 @@
+#include <zetaudiopluginhost/BannedPluginManager.h>
+
+#include <chrono>
+#include <map>
+#include <mutex>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BanReasons.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/string/Utf.h>
+
+#include "banned/BanListFile.h"
+#include "banned/BanReasonsFile.h"
+#include "banned/UnsupportedList.h"
+
+namespace zetaudiopluginhost {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using namespace zetcore::filesupport;
+
+namespace {
+
+constexpr const char* rootName = "bannedplugins";
+constexpr const char* traceCategory = "BannedPluginManager";
+constexpr std::uint64_t maxFileSize = 64 << 20;
+
+std::int64_t SecondsSince1970()
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(now).count();
+}
+
+} // namespace
+
+struct BannedPluginManager::State
+{
+    struct Ban
+    {
+        BanInfo info;
+        std::shared_ptr<const pugi::xml_document> original;
+    };
+
+    /// Held while a file is written, so that an older state does not replace a newer one. Before `mutex`.
+    std::mutex saving;
+    mutable std::mutex mutex;
+    // All of it under the mutex. `locators` holds the keys of `bans`: it is what callers iterate.
+    BannedSet locators;
+    std::map<PluginLocator, Ban> bans;
+    std::shared_ptr<const pugi::xml_document> rest;
+    std::string loadError;
+    UnsupportedList unsupported;
+
+    /// Under the mutex, so that the registry hears of changes in their order.
+    void TellRegistry() const
+    {
+        PluginModuleInfoManager::GetInstance()->SetBannedLocators({locators.begin(), locators.end()});
+    }
+
+    void Add(const PluginLocator& locator, BanInfo info)
+    {
+        if (locator.IsEmpty())
+            return;
+        const std::lock_guard lock(mutex);
+        Ban& ban = bans[locator];
+        // What is known about a plug-in that is banned already is worth more than nothing.
+        if (info.reason.empty())
+            info.reason = ban.info.reason;
+        ban.info = std::move(info);
+        if (locators.insert(locator).second)
+            TellRegistry();
+    }
+
+    void Replace(BanListFile file, std::string error)
+    {
+        const std::lock_guard lock(mutex);
+        locators.clear();
+        bans.clear();
+        for (BanEntry& entry : file.entries) {
+            locators.insert(entry.locator);
+            bans[entry.locator] = Ban{std::move(entry.info), std::move(entry.original)};
+        }
+        rest = std::move(file.rest);
+        loadError = std::move(error);
+        TellRegistry();
+    }
+};
+
+BannedPluginManager* BannedPluginManager::GetInstance()
+{
+    // The registry is made first, so that it outlives what tells it of changes.
+    PluginModuleInfoManager::GetInstance();
+    static BannedPluginManager manager;
+    return &manager;
+}
+
+BannedPluginManager::BannedPluginManager() : state(std::make_unique<State>()) {}
+BannedPluginManager::~BannedPluginManager() = default;
+
+std::wstring BannedPluginManager::GetSettingsFileName()
+{
+    return L"BannedAudioPlugins.xml";
+}
+
+std::wstring BannedPluginManager::GetPermanentBannedSettingsFileName()
+{
+    return L"UnsupportedAudioPlugins.xml";
+}
+
+BannedPluginManager::BannedSet::const_iterator BannedPluginManager::BannedBegin() const
+{
+    return state->locators.begin();
+}
+
+BannedPluginManager::BannedSet::const_iterator BannedPluginManager::BannedEnd() const
+{
+    return state->locators.end();
+}
+
+void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator)
+{
+    const File file(Dir::PrefDir(), GetSettingsFileName());
+    BanInfo info = FindBanReason(file.FullPath(), locator).value_or(BanInfo{});
+    if (info.time == 0)
+        info.time = SecondsSince1970();
+    state->Add(locator, std::move(info));
+}
+
+void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator, const std::string& reason)
+{
+    state->Add(locator, {CleanReason(reason), SecondsSince1970()});
+}
+
+void BannedPluginManager::RemoveBannedPlugin(const PluginLocator& locator)
+{
+    const std::lock_guard lock(state->mutex);
+    if (state->locators.erase(locator) == 0)
+        return;
+    state->bans.erase(locator);
+    state->TellRegistry();
+}
+
+bool BannedPluginManager::IsBanned(const PluginLocator& locator) const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->locators.contains(locator) || state->locators.contains(locator.ModuleLocator());
+}
+
+std::optional<BanInfo> BannedPluginManager::GetBanInfo(const PluginLocator& locator) const
+{
+    const std::lock_guard lock(state->mutex);
+    const auto found = state->bans.find(locator);
+    return found == state->bans.end() ? std::nullopt : std::optional(found->second.info);
+}
+
+bool BannedPluginManager::LoadConfiguration(const File& file)
+{
+    if (!file.Exists()) {
+        state->Replace({}, {});
+        return true;
+    }
+    const std::string text = FileUtils::ReadFile(file, maxFileSize);
+    try {
+        state->Replace(ParseBanList(text, rootName), {});
+        return true;
+    } catch (const std::runtime_error& damage) {
+        std::string error = zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what();
+        zetcore::debug::TraceLine(1, traceCategory, file.FullPathUTF8() + ", " + damage.what());
+        try {
+            FileUtils::KeepAside(file);
+        } catch (const file_exception& notKept) {
+            zetcore::debug::TraceLine(1, traceCategory, notKept.what());
+        }
+        state->Replace({}, std::move(error));
+        return false;
+    }
+}
+
+void BannedPluginManager::SaveConfiguration(const File& file) const
+{
+    const std::lock_guard savingLock(state->saving);
+    BanListFile list;
+    std::vector<PluginLocator> saved;
+    {
+        const std::lock_guard lock(state->mutex);
+        list.rest = state->rest;
+        for (const auto& [locator, ban] : state->bans) {
+            list.entries.push_back({locator, ban.info, ban.original});
+            saved.push_back(locator);
+        }
+    }
+    FileUtils::ReplaceFile(file.FullPath(), WriteBanList(list, rootName), Durability::PowerCut);
+    try {
+        ForgetBanReasons(file.FullPath(), saved);
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+std::string BannedPluginManager::GetLoadError() const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->loadError;
+}
+
+bool BannedPluginManager::LoadStaticConfiguration(const File& file)
+{
+    UnsupportedList list;
+    bool isLoaded = false;
+    try {
+        if (file.Exists()) {
+            list = UnsupportedList::Parse(FileUtils::ReadFile(file, maxFileSize));
+            isLoaded = true;
+        }
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    } catch (const std::runtime_error& error) {
+        zetcore::debug::TraceLine(1, traceCategory, file.FullPathUTF8() + ", " + error.what());
+    }
+    const std::lock_guard lock(state->mutex);
+    state->unsupported = std::move(list);
+    return isLoaded;
+}
+
+bool BannedPluginManager::IsUnsupportedFile(const std::wstring& fileName) const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->unsupported.MatchesFile(fileName);
+}
+
+bool BannedPluginManager::IsUnsupported(const std::wstring& fileName, std::uint32_t uniqueId,
+                                        std::int64_t version) const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->unsupported.Matches(fileName, uniqueId, version);
+}
+
+void BannedPluginManager::Reset()
+{
+    state->Replace({}, {});
+    const std::lock_guard lock(state->mutex);
+    state->unsupported = {};
+}
+
+} // namespace zetaudiopluginhost

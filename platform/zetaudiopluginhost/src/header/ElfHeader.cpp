@@ -1,0 +1,295 @@
+#include "header/ModuleFileHeader.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace zetaudiopluginhost {
+
+namespace {
+
+// Layouts and numbers of the System V ABI's 64-bit object files; <elf.h> is not there on every platform.
+struct FileHeader
+{
+    unsigned char ident[16];
+    std::uint16_t type, machine;
+    std::uint32_t version;
+    std::uint64_t entry, programHeaders, sectionHeaders;
+    std::uint32_t flags;
+    std::uint16_t headerSize, programHeaderSize, programHeaderCount;
+    std::uint16_t sectionHeaderSize, sectionHeaderCount, sectionNames;
+};
+static_assert(sizeof(FileHeader) == 64);
+
+struct ProgramHeader
+{
+    std::uint32_t type, flags;
+    std::uint64_t offset, virtualAddress, physicalAddress, fileSize, memorySize, alignment;
+};
+static_assert(sizeof(ProgramHeader) == 56);
+
+struct DynamicEntry
+{
+    std::int64_t tag;
+    std::uint64_t value;
+};
+
+struct Symbol
+{
+    std::uint32_t name;
+    unsigned char info, other;
+    std::uint16_t section;
+    std::uint64_t value, size;
+};
+static_assert(sizeof(Symbol) == 24);
+
+constexpr std::uint16_t typeShared = 3;
+constexpr std::uint32_t programLoad = 1, programDynamic = 2;
+constexpr std::int64_t dynamicHash = 4, dynamicStrings = 5, dynamicSymbols = 6, dynamicStringSize = 10;
+constexpr std::int64_t dynamicGnuHash = 0x6FFFFEF5, dynamicFlags1 = 0x6FFFFFFB;
+constexpr std::uint64_t flag1Program = 0x08000000;
+constexpr std::uint16_t maxProgramHeaders = 1024;
+constexpr std::uint64_t maxDynamicEntries = 4096;
+constexpr std::uint64_t maxSymbols = 1 << 20;
+
+std::string MachineName(std::uint16_t machine)
+{
+    switch (machine) {
+    case 3:
+        return "i386";
+    case 8:
+        return "mips";
+    case 20:
+    case 21:
+        return "powerpc";
+    case 22:
+        return "s390";
+    case 40:
+        return "arm";
+    case 62:
+        return "x86_64";
+    case 183:
+        return "aarch64";
+    case 243:
+        return "riscv";
+    default:
+        return "number " + std::to_string(machine);
+    }
+}
+
+std::uint16_t MachineNumber(ModuleMachine machine)
+{
+    return machine == ModuleMachine::X86_64 ? 62 : 183;
+}
+
+/// The parts of a library that the search for an exported name needs.
+class DynamicTables
+{
+  public:
+    DynamicTables(ByteReader& reader, const std::vector<ProgramHeader>& headers)
+        : file(reader), programHeaders(headers)
+    {}
+
+    /// False when the tables are damaged.
+    bool Load()
+    {
+        for (const ProgramHeader& header : programHeaders) {
+            if (header.type == programDynamic)
+                return LoadEntries(header);
+        }
+        return true;
+    }
+
+    bool IsProgram() const { return (flags1 & flag1Program) != 0; }
+
+    bool Exports(std::string_view name)
+    {
+        if (strings == 0 || symbols == 0)
+            return false;
+        if (gnuHash != 0)
+            return ExportsByGnuHash(name);
+        if (hash != 0)
+            return ExportsByHash(name);
+        return ExportsByOrder(name);
+    }
+
+  private:
+    bool LoadEntries(const ProgramHeader& header)
+    {
+        const std::uint64_t count = std::min(header.fileSize / sizeof(DynamicEntry), maxDynamicEntries);
+        for (std::uint64_t i = 0; i < count; ++i) {
+            DynamicEntry entry{};
+            if (!file.ReadValue(header.offset + i * sizeof(DynamicEntry), entry))
+                return false;
+            switch (entry.tag) {
+            case 0:
+                return true;
+            case dynamicHash:
+                hash = entry.value;
+                break;
+            case dynamicStrings:
+                strings = entry.value;
+                break;
+            case dynamicSymbols:
+                symbols = entry.value;
+                break;
+            case dynamicStringSize:
+                stringSize = entry.value;
+                break;
+            case dynamicGnuHash:
+                gnuHash = entry.value;
+                break;
+            case dynamicFlags1:
+                flags1 = entry.value;
+                break;
+            default:
+                break;
+            }
+        }
+        return true;
+    }
+
+    std::optional<std::uint64_t> OffsetOf(std::uint64_t address) const
+    {
+        for (const ProgramHeader& header : programHeaders) {
+            if (header.type == programLoad && address >= header.virtualAddress &&
+                address - header.virtualAddress < header.fileSize)
+                return header.offset + (address - header.virtualAddress);
+        }
+        return std::nullopt;
+    }
+
+    template<class T>
+    bool ReadAt(std::uint64_t address, T& value)
+    {
+        const std::optional<std::uint64_t> offset = OffsetOf(address);
+        return offset && file.ReadValue(*offset, value);
+    }
+
+    bool IsExportOf(std::uint64_t index, std::string_view name)
+    {
+        Symbol symbol{};
+        if (index == 0 || !ReadAt(symbols + index * sizeof(Symbol), symbol))
+            return false;
+        const unsigned binding = symbol.info >> 4;
+        const unsigned type = symbol.info & 0xF;
+        const bool isFunction = type == 0 || type == 2 || type == 10;
+        const bool isVisible = binding == 1 || binding == 2 || binding == 10;
+        if (symbol.section == 0 || !isFunction || !isVisible)
+            return false;
+        if (symbol.name >= stringSize || name.size() >= stringSize - symbol.name)
+            return false;
+        const std::optional<std::uint64_t> text = OffsetOf(strings + symbol.name);
+        return text && file.HasText(*text, name);
+    }
+
+    bool ExportsByGnuHash(std::string_view name)
+    {
+        struct
+        {
+            std::uint32_t buckets, firstSymbol, bloomWords, bloomShift;
+        } header{};
+        if (!ReadAt(gnuHash, header) || header.buckets == 0)
+            return false;
+        std::uint32_t wanted = 5381;
+        for (const char c : name)
+            wanted = wanted * 33 + static_cast<unsigned char>(c);
+
+        const std::uint64_t buckets = gnuHash + sizeof(header) + std::uint64_t{header.bloomWords} * 8;
+        const std::uint64_t chains = buckets + std::uint64_t{header.buckets} * 4;
+        std::uint32_t index = 0;
+        if (!ReadAt(buckets + std::uint64_t{wanted % header.buckets} * 4, index) ||
+            index < header.firstSymbol)
+            return false;
+        for (std::uint64_t steps = 0; steps < maxSymbols; ++steps, ++index) {
+            std::uint32_t found = 0;
+            if (!ReadAt(chains + std::uint64_t{index - header.firstSymbol} * 4, found))
+                return false;
+            if ((found | 1) == (wanted | 1) && IsExportOf(index, name))
+                return true;
+            if ((found & 1) != 0)
+                return false;
+        }
+        return false;
+    }
+
+    bool ExportsByHash(std::string_view name)
+    {
+        struct
+        {
+            std::uint32_t buckets, symbolCount;
+        } header{};
+        if (!ReadAt(hash, header))
+            return false;
+        return ExportsByOrder(name, header.symbolCount);
+    }
+
+    bool ExportsByOrder(std::string_view name)
+    {
+        // Linkers put the names right behind the symbols.
+        return strings > symbols && ExportsByOrder(name, (strings - symbols) / sizeof(Symbol));
+    }
+
+    bool ExportsByOrder(std::string_view name, std::uint64_t count)
+    {
+        for (std::uint64_t i = 1; i < std::min(count, maxSymbols); ++i) {
+            if (IsExportOf(i, name))
+                return true;
+        }
+        return false;
+    }
+
+    ByteReader& file;
+    const std::vector<ProgramHeader>& programHeaders;
+    std::uint64_t hash = 0, gnuHash = 0, strings = 0, stringSize = 0, symbols = 0, flags1 = 0;
+};
+
+} // namespace
+
+std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
+                              const std::vector<std::string_view>& entryPoints)
+{
+    unsigned char ident[16] = {};
+    if (!file.ReadValue(0, ident))
+        return "truncated";
+    if (ident[4] == 1)
+        return "32-bit";
+    if (ident[4] != 2)
+        return "damaged";
+    if (ident[5] == 2)
+        return "for another machine (big-endian)";
+
+    FileHeader header{};
+    if (!file.ReadValue(0, header))
+        return "truncated";
+    if (header.machine != MachineNumber(machine))
+        return "for another machine (" + MachineName(header.machine) + ")";
+    if (header.type != typeShared)
+        return "a program or an object file, not a library";
+    if (header.programHeaderSize != sizeof(ProgramHeader) || header.programHeaderCount == 0 ||
+        header.programHeaderCount > maxProgramHeaders)
+        return "damaged";
+
+    std::vector<ProgramHeader> programHeaders(header.programHeaderCount);
+    if (!file.Read(header.programHeaders, programHeaders.data(),
+                   programHeaders.size() * sizeof(ProgramHeader)))
+        return "truncated";
+    for (const ProgramHeader& part : programHeaders) {
+        // The system maps what lies behind the end, and the process dies when it is touched.
+        if ((part.type == programLoad || part.type == programDynamic) &&
+            !file.Contains(part.offset, part.fileSize))
+            return "truncated";
+    }
+
+    DynamicTables tables(file, programHeaders);
+    if (!tables.Load())
+        return "damaged";
+    if (tables.IsProgram())
+        return "a program or an object file, not a library";
+    for (const std::string_view name : entryPoints) {
+        if (tables.Exports(name))
+            return {};
+    }
+    return "no plug-in entry point";
+}
+
+} // namespace zetaudiopluginhost

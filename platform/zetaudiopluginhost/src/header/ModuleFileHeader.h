@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "header/ByteReader.h"
+
+namespace zetaudiopluginhost {
+
+enum class ModuleFormat
+{
+    Elf, ///< 64-bit, little-endian
+    Pe,  ///< PE32+
+};
+
+enum class ModuleMachine
+{
+    X86_64,
+    AArch64,
+};
+
+/// What this process can load.
+struct ModuleTarget
+{
+    ModuleFormat format = ModuleFormat::Elf;
+    ModuleMachine machine = ModuleMachine::X86_64;
+};
+ModuleTarget NativeModuleTarget();
+
+/// Empty when a process of the given kind can load the file and it exports one of the entry points; else why
+/// not, in words ("32-bit", "truncated", "no plug-in entry point"). Reads a few pieces of the file and
+/// believes none of them.
+std::string WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
+                           const std::vector<std::string_view>& entryPoints);
+
+/// The two formats' own parts, for a file that begins with the format's magic number.
+std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
+                              const std::vector<std::string_view>& entryPoints);
+std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
+                             const std::vector<std::string_view>& entryPoints);
+
+} // namespace zetaudiopluginhost

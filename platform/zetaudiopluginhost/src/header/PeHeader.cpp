@@ -1,0 +1,149 @@
+#include "header/ModuleFileHeader.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace zetaudiopluginhost {
+
+namespace {
+
+// Layouts and numbers of the PE format's published description.
+struct CoffHeader
+{
+    std::uint32_t signature;
+    std::uint16_t machine, sectionCount;
+    std::uint32_t time, symbols, symbolCount;
+    std::uint16_t optionalHeaderSize, characteristics;
+};
+static_assert(sizeof(CoffHeader) == 24);
+
+struct SectionHeader
+{
+    char name[8];
+    std::uint32_t virtualSize, virtualAddress, rawSize, rawOffset;
+    std::uint32_t relocations, lineNumbers;
+    std::uint16_t relocationCount, lineNumberCount;
+    std::uint32_t characteristics;
+};
+static_assert(sizeof(SectionHeader) == 40);
+
+struct ExportDirectory
+{
+    std::uint32_t flags, time, version, name, ordinalBase;
+    std::uint32_t functionCount, nameCount, functions, names, ordinals;
+};
+static_assert(sizeof(ExportDirectory) == 40);
+
+constexpr std::uint64_t peOffsetPlace = 0x3C;
+constexpr std::uint32_t peSignature = 0x00004550;
+constexpr std::uint16_t isDll = 0x2000;
+constexpr std::uint16_t magicPe32 = 0x10B, magicPe32Plus = 0x20B;
+constexpr std::uint64_t directoryCountPlace = 108, exportDirectoryPlace = 112;
+constexpr std::uint16_t maxSections = 96;
+constexpr std::uint32_t maxNames = 1 << 17;
+
+std::string MachineName(std::uint16_t machine)
+{
+    switch (machine) {
+    case 0x8664:
+        return "x86_64";
+    case 0xAA64:
+        return "aarch64";
+    case 0x1C0:
+    case 0x1C4:
+        return "arm";
+    case 0x200:
+        return "ia64";
+    default:
+        return "number " + std::to_string(machine);
+    }
+}
+
+std::uint16_t MachineNumber(ModuleMachine machine)
+{
+    return machine == ModuleMachine::X86_64 ? 0x8664 : 0xAA64;
+}
+
+std::optional<std::uint64_t> OffsetOf(const std::vector<SectionHeader>& sections, std::uint32_t address)
+{
+    for (const SectionHeader& section : sections) {
+        if (address >= section.virtualAddress && address - section.virtualAddress < section.rawSize)
+            return std::uint64_t{section.rawOffset} + (address - section.virtualAddress);
+    }
+    return std::nullopt;
+}
+
+bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
+                  std::uint32_t directoryAddress, const std::vector<std::string_view>& wanted)
+{
+    const std::optional<std::uint64_t> place = OffsetOf(sections, directoryAddress);
+    ExportDirectory directory{};
+    if (!place || !file.ReadValue(*place, directory))
+        return false;
+    const std::optional<std::uint64_t> names = OffsetOf(sections, directory.names);
+    if (!names)
+        return false;
+    for (std::uint32_t i = 0; i < std::min(directory.nameCount, maxNames); ++i) {
+        std::uint32_t nameAddress = 0;
+        if (!file.ReadValue(*names + std::uint64_t{i} * 4, nameAddress))
+            return false;
+        const std::optional<std::uint64_t> text = OffsetOf(sections, nameAddress);
+        for (const std::string_view name : wanted) {
+            if (text && file.HasText(*text, name))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
+                             const std::vector<std::string_view>& entryPoints)
+{
+    std::uint32_t peOffset = 0;
+    CoffHeader header{};
+    if (!file.ReadValue(peOffsetPlace, peOffset) || !file.ReadValue(peOffset, header))
+        return "truncated";
+    if (header.signature != peSignature)
+        return "not a library";
+    if (header.machine == 0x14C)
+        return "32-bit";
+    if (header.machine != MachineNumber(machine))
+        return "for another machine (" + MachineName(header.machine) + ")";
+    if ((header.characteristics & isDll) == 0)
+        return "a program or an object file, not a library";
+
+    const std::uint64_t optional = std::uint64_t{peOffset} + sizeof(CoffHeader);
+    std::uint16_t magic = 0;
+    if (!file.ReadValue(optional, magic))
+        return "truncated";
+    if (magic == magicPe32)
+        return "32-bit";
+    if (magic != magicPe32Plus || header.sectionCount == 0 || header.sectionCount > maxSections)
+        return "damaged";
+
+    std::vector<SectionHeader> sections(header.sectionCount);
+    if (!file.Read(optional + header.optionalHeaderSize, sections.data(),
+                   sections.size() * sizeof(SectionHeader)))
+        return "truncated";
+    for (const SectionHeader& section : sections) {
+        if (section.rawSize != 0 && section.rawOffset != 0 &&
+            !file.Contains(section.rawOffset, section.rawSize))
+            return "truncated";
+    }
+
+    std::uint32_t directoryCount = 0;
+    std::array<std::uint32_t, 2> exportDirectory{};
+    if (header.optionalHeaderSize < exportDirectoryPlace + sizeof(exportDirectory) ||
+        !file.ReadValue(optional + directoryCountPlace, directoryCount) ||
+        !file.ReadValue(optional + exportDirectoryPlace, exportDirectory))
+        return "damaged";
+    if (directoryCount == 0 || exportDirectory[0] == 0 ||
+        !ExportsOneOf(file, sections, exportDirectory[0], entryPoints))
+        return "no plug-in entry point";
+    return {};
+}
+
+} // namespace zetaudiopluginhost

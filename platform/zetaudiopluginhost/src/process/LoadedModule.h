@@ -1,0 +1,42 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace zetaudiopluginhost {
+
+/// The system could not load a library; the message is the system's, in UTF-8.
+class ModuleLoadError : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A library loaded into this process. It stays loaded unless `Unload` is called: the code of a module that
+/// did not end in order may still be running, and taking it away would kill the process.
+class LoadedModule
+{
+  public:
+    /// Throws `ModuleLoadError`.
+    explicit LoadedModule(const std::wstring& path);
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+
+    /// The exported function, or null.
+    template<class Function>
+    Function Find(const char* name) const
+    {
+        return reinterpret_cast<Function>(FindAddress(name));
+    }
+    /// What the system calls the library by: a VST3 module's entry function is given it.
+    void* NativeHandle() const noexcept { return handle; }
+    void Unload();
+
+  private:
+    using AnyFunction = void (*)();
+    AnyFunction FindAddress(const char* name) const;
+
+    void* handle = nullptr;
+};
+
+} // namespace zetaudiopluginhost

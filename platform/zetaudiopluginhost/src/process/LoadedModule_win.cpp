@@ -1,0 +1,33 @@
+#include "process/LoadedModule.h"
+
+#include <system_error>
+#include <utility>
+
+#include <windows.h>
+
+namespace zetaudiopluginhost {
+
+LoadedModule::LoadedModule(const std::wstring& path)
+{
+    // A missing library must come back as an error, not as a dialog.
+    DWORD modeBefore = 0;
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &modeBefore);
+    handle = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const DWORD error = GetLastError();
+    SetThreadErrorMode(modeBefore, nullptr);
+    if (handle == nullptr)
+        throw ModuleLoadError(std::system_category().message(static_cast<int>(error)));
+}
+
+LoadedModule::AnyFunction LoadedModule::FindAddress(const char* name) const
+{
+    return reinterpret_cast<AnyFunction>(GetProcAddress(static_cast<HMODULE>(handle), name));
+}
+
+void LoadedModule::Unload()
+{
+    if (void* loaded = std::exchange(handle, nullptr))
+        FreeLibrary(static_cast<HMODULE>(loaded));
+}
+
+} // namespace zetaudiopluginhost

@@ -1,0 +1,29 @@
+#include "process/ProcessThreads.h"
+
+#include <algorithm>
+
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+namespace zetaudiopluginhost {
+
+std::vector<std::uint64_t> ProcessThreads()
+{
+    std::vector<std::uint64_t> threads;
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return threads;
+    const DWORD process = GetCurrentProcessId();
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = Thread32First(snapshot, &entry); more != FALSE; more = Thread32Next(snapshot, &entry)) {
+        if (entry.th32OwnerProcessID == process)
+            threads.push_back(entry.th32ThreadID);
+    }
+    CloseHandle(snapshot);
+    std::sort(threads.begin(), threads.end());
+    return threads;
+}
+
+} // namespace zetaudiopluginhost

@@ -1,0 +1,241 @@
+#include <zetaudiopluginhost/ModuleLoader.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+
+#include "header/ModuleFileHeader.h"
+#include "process/LoadedModule.h"
+#include "process/NativePath.h"
+#include "process/ProcessState.h"
+#include "process/ProcessThreads.h"
+#include "scan/ModuleQuestions.h"
+#include "scan/PluginText.h"
+#include "scan/ScanSteps.h"
+#include "scan/ShellNames.h"
+#include "vst2/Vst2Abi.h"
+#include "vst3/ModuleInfoJson.h"
+#include "vst3/Vst3Abi.h"
+#include "vst3/Vst3Bundle.h"
+
+namespace zetaudiopluginhost {
+
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::TechnologyType;
+using namespace zetcore::filesupport;
+
+namespace {
+
+constexpr const char* traceCategory = "ModuleLoader";
+constexpr std::uint64_t maxModuleInfoSize = 4 << 20;
+
+std::shared_ptr<PluginModuleInfo> FailureInfo(const PluginLocator& locator, ModuleStatus status,
+                                              const std::string& reason)
+{
+    auto info = std::make_shared<PluginModuleInfo>(locator);
+    info->SetName(FileStem(locator.GetPath()));
+    info->SetStatus(status);
+    info->SetReason(ReasonText(reason));
+    zetcore::debug::TraceLine(4, traceCategory,
+                              File(locator.GetPath()).FullPathUTF8() + ": " + info->GetReason());
+    return info;
+}
+
+ScanOutcome OneRecord(std::shared_ptr<PluginModuleInfo> info)
+{
+    ScanOutcome outcome;
+    outcome.infos.push_back(std::move(info));
+    return outcome;
+}
+
+std::vector<std::string_view> EntryPoints(TechnologyType technology)
+{
+    if (technology == TechnologyType::VST3)
+        return {vst3::factoryEntryName};
+    return {vst2::entryName, vst2::oldEntryName};
+}
+
+/// Empty when the file can be loaded as a plug-in of the technology.
+std::string WhyNotAPlugin(const std::wstring& path, TechnologyType technology)
+{
+    // Anything but a regular file may block whoever opens it.
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(NativePath(path), error);
+    if (!std::filesystem::exists(status))
+        return "the file does not exist";
+    if (std::filesystem::is_directory(status))
+        return "a folder";
+    if (!std::filesystem::is_regular_file(status))
+        return "not a regular file";
+    try {
+        FileByteReader file(path);
+        return WhyNotLoadable(file, NativeModuleTarget(), EntryPoints(technology));
+    } catch (const file_exception& exception) {
+        return exception.what();
+    }
+}
+
+/// The description that came with the module, when it can be used.
+std::optional<vst3::Vst3Description> ReadModuleInfo(const std::optional<File>& file)
+{
+    if (!file)
+        return std::nullopt;
+    try {
+        return vst3::ParseModuleInfo(FileUtils::ReadFile(*file, maxModuleInfoSize));
+    } catch (const file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    } catch (const std::runtime_error& error) {
+        zetcore::debug::TraceLine(1, traceCategory, file->FullPathUTF8() + ": " + ReasonText(error.what()));
+    }
+    return std::nullopt;
+}
+
+std::string ExceptionReason(const std::string& message, ScanPhase phase)
+{
+    const std::string text = ReasonText(message);
+    return "threw an exception " + (text.empty() ? std::string() : "(" + text + ") ") + "in phase " +
+           ScanPhaseName(phase);
+}
+
+/// One visit of a module to this process.
+class ModuleVisit
+{
+  public:
+    ModuleVisit(const PluginLocator& module, const ScanOptions& scanOptions, ScanSteps& scanSteps,
+                std::function<bool()> isShellSkipped)
+        : locator(module), options(scanOptions), steps(scanSteps), skipsShell(std::move(isShellSkipped))
+    {}
+
+    ScanOutcome Run(const std::wstring& library)
+    {
+        const ProcessState state;
+        const std::vector<std::uint64_t> threads = ProcessThreads();
+        steps.Enter(ScanPhase::Load);
+        std::optional<LoadedModule> module;
+        try {
+            module.emplace(library);
+        } catch (const ModuleLoadError& error) {
+            state.Restore();
+            return OneRecord(FailureInfo(locator, ModuleStatus::Failed, error.what()));
+        }
+        ScanOutcome outcome = Ask(*module);
+        state.Restore();
+        if (outcome.misbehaved)
+            return outcome;
+        if (HasNewThreads(threads)) {
+            zetcore::debug::TraceLine(4, traceCategory,
+                                      File(locator.GetPath()).FullPathUTF8() +
+                                          ": stays loaded, because it left threads running");
+            return outcome;
+        }
+        steps.Enter(ScanPhase::Unload);
+        module->Unload();
+        state.Restore();
+        return outcome;
+    }
+
+  private:
+    ScanOutcome Ask(LoadedModule& module)
+    {
+        const ModuleQuestions questions{locator, options, module, steps, skipsShell};
+        ScanOutcome outcome;
+        try {
+            outcome.infos = locator.GetTechnologyType() == TechnologyType::VST3 ? AskVst3Module(questions)
+                                                                                : AskVst2Module(questions);
+        } catch (const PluginUnusable& error) {
+            return OneRecord(FailureInfo(locator, ModuleStatus::Failed, error.what()));
+        } catch (const PluginThrew& exception) {
+            outcome.misbehaved = true;
+            outcome.phase = steps.Phase();
+            outcome.reason = ExceptionReason(exception.what(), outcome.phase);
+        }
+        return outcome;
+    }
+
+    const PluginLocator& locator;
+    const ScanOptions& options;
+    ScanSteps& steps;
+    std::function<bool()> skipsShell;
+};
+
+} // namespace
+
+const char* ScanPhaseName(ScanPhase phase)
+{
+    switch (phase) {
+    case ScanPhase::None:
+        break;
+    case ScanPhase::Load:
+        return "load";
+    case ScanPhase::Entry:
+        return "entry";
+    case ScanPhase::Query:
+        return "query";
+    case ScanPhase::Create:
+        return "create";
+    case ScanPhase::Close:
+        return "close";
+    case ScanPhase::Unload:
+        return "unload";
+    }
+    return "";
+}
+
+ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)
+    : options(scanOptions), onPhase(std::move(phaseCallback))
+{}
+
+void ModuleLoader::SetKnownModules(const std::vector<PluginLocator>& locators)
+{
+    vst3ShellNames.clear();
+    for (const PluginLocator& locator : locators) {
+        if (locator.GetTechnologyType() == TechnologyType::VST3)
+            vst3ShellNames.push_back(ShellComparisonName(locator.GetPath()));
+    }
+    std::sort(vst3ShellNames.begin(), vst3ShellNames.end());
+}
+
+ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
+{
+    const TechnologyType technology = locator.GetTechnologyType();
+    // Before anything is loaded: a file that changes meanwhile is scanned again.
+    const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
+    vst3::Vst3Files files;
+    if (technology == TechnologyType::VST3)
+        files = vst3::FindVst3Files(locator.GetPath());
+    else
+        files.library = locator.GetPath();
+    if (technology != TechnologyType::VST && technology != TechnologyType::VST3)
+        files.problem = "a plug-in of a technology that this system does not have";
+    if (files.problem.empty())
+        files.problem = WhyNotAPlugin(files.library, technology);
+
+    ScanOutcome outcome;
+    if (!files.problem.empty()) {
+        outcome = OneRecord(FailureInfo(locator, ModuleStatus::NotAPlugin, files.problem));
+    } else if (const auto description =
+                   options.quickEffectScan ? ReadModuleInfo(files.moduleInfo) : std::nullopt) {
+        outcome = OneRecord(vst3::MakeVst3Info(locator, *description));
+    } else {
+        ScanSteps steps(onPhase);
+        ModuleVisit visit(locator, options, steps, [this, &locator] {
+            return !options.disableVST2ShellSkipping &&
+                   std::binary_search(vst3ShellNames.begin(), vst3ShellNames.end(),
+                                      ShellComparisonName(locator.GetPath()));
+        });
+        outcome = visit.Run(files.library);
+    }
+    for (const auto& info : outcome.infos)
+        info->SetFileStamp(stamp.size, stamp.time);
+    return outcome;
+}
+
+} // namespace zetaudiopluginhost

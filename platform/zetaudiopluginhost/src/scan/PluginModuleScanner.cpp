@@ -1,0 +1,213 @@
+#include <zetaudiopluginhost/PluginModuleScanner.h>
+
+#include <charconv>
+#include <optional>
+
+#include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ModuleLoader.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/Utf.h>
+
+#include "scan/PluginText.h"
+
+namespace zetaudiopluginhost {
+
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
+using zetcore::filesupport::Dir;
+using zetcore::filesupport::File;
+
+namespace {
+
+constexpr const char* traceCategory = "PluginModuleScanner";
+constexpr const char* unsupportedReason = "it is on the list of unsupported plug-ins";
+
+/// VST2's unique id; other technologies' do not fit the list.
+std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
+{
+    const std::string text = zetcore::string::UTF16to8(info.GetUniqueId());
+    std::uint32_t id = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber ? std::optional(id) : std::nullopt;
+}
+
+ScanOutcome RefusedFile(const PluginLocator& locator)
+{
+    auto info = std::make_shared<PluginModuleInfo>(locator);
+    info->SetName(FileStem(locator.GetPath()));
+    info->SetStatus(ModuleStatus::Skipped);
+    info->SetReason(unsupportedReason);
+    const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
+    info->SetFileStamp(stamp.size, stamp.time);
+    ScanOutcome outcome;
+    outcome.infos.push_back(std::move(info));
+    return outcome;
+}
+
+void RefuseUnsupported(const std::wstring& fileName, ScanOutcome& outcome)
+{
+    for (const auto& info : outcome.infos) {
+        if (info->GetStatus() != ModuleStatus::Working ||
+            info->GetLocator().GetTechnologyType() != TechnologyType::VST)
+            continue;
+        const std::optional<std::uint32_t> id = NumericId(*info);
+        if (id &&
+            BannedPluginManager::GetInstance()->IsUnsupported(fileName, *id, info->GetNumericVersion())) {
+            info->SetStatus(ModuleStatus::Skipped);
+            info->SetReason(unsupportedReason);
+        }
+    }
+}
+
+void Ban(const PluginLocator& locator, const std::string& reason)
+{
+    BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    banned.AddBannedPlugin(locator, reason);
+    try {
+        banned.SaveConfiguration(File(Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()));
+    } catch (const zetcore::filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+void TakeIntoRegistry(const PluginLocator& locator, const ScanOutcome& outcome)
+{
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+    // A locator with a sub-component stands for that one; the rest of its shell stays as it is.
+    const bool isKnown = locator.GetSubcomponent().empty() ? !registry.FindModule(locator).empty()
+                                                           : registry.Find(locator) != nullptr;
+    if (isKnown)
+        registry.RemovePluginLocators({locator});
+    for (const auto& info : outcome.infos)
+        registry.AddModule(info);
+    if (outcome.misbehaved)
+        Ban(locator, outcome.reason);
+}
+
+} // namespace
+
+struct PluginModuleScanner::State
+{
+    std::vector<PluginLocator> locators;
+    ScanOptions options;
+    bool resultsOnly = false;
+    bool isScanning = false;
+    std::size_t current = 0;
+    EntityScan entityScan;
+    ScanOutcome lastOutcome;
+
+    /// Modules that a VST2 shell may be there as, too: those of this scan and those that are known.
+    std::vector<PluginLocator> KnownModules() const
+    {
+        std::vector<PluginLocator> known = locators;
+        PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+        for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
+            if ((*info)->GetLocator().GetTechnologyType() == TechnologyType::VST3)
+                known.push_back((*info)->GetLocator());
+        }
+        return known;
+    }
+
+    void UseThisProcess()
+    {
+        auto loader = std::make_shared<ModuleLoader>(options, ModuleLoader::PhaseCallback());
+        loader->SetKnownModules(KnownModules());
+        entityScan = [loader](const PluginLocator& locator) { return loader->Scan(locator); };
+    }
+
+    ScanOutcome ScanOne(const PluginLocator& locator) const
+    {
+        const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+        if (banned.IsBanned(locator))
+            return {};
+        const std::wstring fileName = File(locator.GetPath()).GetTitle();
+        if (banned.IsUnsupportedFile(fileName))
+            return RefusedFile(locator);
+        ScanOutcome outcome = entityScan(locator);
+        RefuseUnsupported(fileName, outcome);
+        return outcome;
+    }
+};
+
+PluginModuleScanner::PluginModuleScanner(const std::vector<PluginLocator>& locators,
+                                         bool disableVST2ShellSkipping, bool quickEffectScan,
+                                         bool resultsOnly)
+    : state(std::make_unique<State>())
+{
+    state->locators = locators;
+    state->options = {disableVST2ShellSkipping, quickEffectScan};
+    state->resultsOnly = resultsOnly;
+}
+
+PluginModuleScanner::~PluginModuleScanner()
+{
+    try {
+        EndScan();
+    } catch (const std::exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+}
+
+void PluginModuleScanner::SetEntityScan(EntityScan scan)
+{
+    state->entityScan = std::move(scan);
+}
+
+void PluginModuleScanner::BeginScan()
+{
+    if (state->isScanning)
+        return;
+    if (!state->entityScan)
+        state->UseThisProcess();
+    state->current = 0;
+    state->isScanning = true;
+    if (!state->resultsOnly)
+        PluginModuleInfoManager::GetInstance()->BeginIncrementalSaves();
+}
+
+bool PluginModuleScanner::GetCurrentProgressInfo(PluginLocator& locator, std::string& statusText,
+                                                 int& progress, int& total)
+{
+    if (!state->isScanning || state->current >= state->locators.size())
+        return false;
+    locator = state->locators[state->current];
+    statusText = zetcore::string::UTF16to8(locator.GetSubcomponent());
+    progress = static_cast<int>(state->current);
+    total = static_cast<int>(state->locators.size());
+    return true;
+}
+
+bool PluginModuleScanner::ContinueScan()
+{
+    if (!state->isScanning || state->current >= state->locators.size())
+        return false;
+    const PluginLocator& locator = state->locators[state->current];
+    state->lastOutcome = state->ScanOne(locator);
+    if (!state->resultsOnly)
+        TakeIntoRegistry(locator, state->lastOutcome);
+    ++state->current;
+    return state->current < state->locators.size();
+}
+
+void PluginModuleScanner::EndScan()
+{
+    if (!state->isScanning)
+        return;
+    state->isScanning = false;
+    if (!state->resultsOnly)
+        PluginModuleInfoManager::GetInstance()->EndIncrementalSaves();
+}
+
+const ScanOutcome& PluginModuleScanner::LastOutcome() const
+{
+    return state->lastOutcome;
+}
+
+} // namespace zetaudiopluginhost

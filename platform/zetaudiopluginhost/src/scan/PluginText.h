@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zetaudiopluginhost {
+
+/// What a plug-in wrote into a text buffer, for showing: up to the first zero, UTF-8 (what is not valid
+/// becomes U+FFFD), without control characters and surrounding spaces, of a length that fits a list.
+std::wstring PluginText(std::string_view buffer);
+/// The same for UTF-16.
+std::wstring PluginText(std::u16string_view buffer);
+
+/// The file's name without folder and extension, for showing.
+std::wstring FileStem(const std::wstring& path);
+
+/// Valid UTF-8 for a reason: names and messages of plug-ins may hold anything.
+std::string ReasonText(std::string_view text);
+
+} // namespace zetaudiopluginhost

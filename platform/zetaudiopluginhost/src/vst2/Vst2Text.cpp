@@ -1,0 +1,82 @@
+#include "vst2/Vst2Text.h"
+
+#include "vst2/Vst2Abi.h"
+
+namespace zetaudiopluginhost::vst2 {
+
+namespace {
+
+std::wstring JoinedDigits(std::int64_t version)
+{
+    std::wstring text;
+    for (const wchar_t digit : std::to_wstring(version)) {
+        if (!text.empty())
+            text += L'.';
+        text += digit;
+    }
+    return text;
+}
+
+} // namespace
+
+std::wstring VersionText(std::int64_t version)
+{
+    constexpr std::int64_t largestDecimal = 9999;
+    constexpr std::int64_t largestPart = 99;
+    if (version == 0)
+        return {};
+    if (version < 0 || version > 0xFFFFFFFF)
+        return std::to_wstring(version);
+    if (version <= largestDecimal)
+        return JoinedDigits(version);
+
+    std::wstring text;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        const std::int64_t part = (version >> shift) & 0xFF;
+        if (part > largestPart)
+            return std::to_wstring(version);
+        if (part == 0 && text.empty() && shift == 24)
+            continue;
+        if (!text.empty())
+            text += L'.';
+        text += std::to_wstring(part);
+    }
+    return text;
+}
+
+std::wstring CategoryText(std::intptr_t category)
+{
+    switch (category) {
+    case CategoryEffect:
+        return L"Effect";
+    case CategorySynth:
+        return L"Synth";
+    case CategoryAnalysis:
+        return L"Analysis";
+    case CategoryMastering:
+        return L"Mastering";
+    case CategorySpacializer:
+        return L"Spatializer";
+    case CategoryRoomFx:
+        return L"Room Effect";
+    case CategorySurroundFx:
+        return L"Surround Effect";
+    case CategoryRestoration:
+        return L"Restoration";
+    case CategoryOfflineProcess:
+        return L"Offline Process";
+    case CategoryShell:
+        return L"Shell";
+    case CategoryGenerator:
+        return L"Generator";
+    default:
+        return {};
+    }
+}
+
+std::wstring IdText(std::int32_t id)
+{
+    return std::to_wstring(static_cast<std::uint32_t>(id));
+}
+
+} // namespace zetaudiopluginhost::vst2

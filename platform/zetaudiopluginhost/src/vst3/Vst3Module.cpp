@@ -1,0 +1,69 @@
+#include "scan/ModuleQuestions.h"
+#include "vst3/Vst3Factory.h"
+#include "vst3/Vst3Platform.h"
+
+namespace zetaudiopluginhost {
+
+using namespace vst3;
+
+namespace {
+
+IPluginFactory* GetFactory(const LoadedModule& module)
+{
+    const auto getFactory = module.Find<GetPluginFactoryFunction>(factoryEntryName);
+    if (getFactory == nullptr)
+        throw PluginUnusable("no plug-in entry point");
+    return CallPlugin([getFactory] { return getFactory(); });
+}
+
+/// Classes that cannot be made are left out. Empty, or why none could be.
+std::string KeepWorkingClasses(Vst3Factory& factory, Vst3Description& description,
+                               const std::vector<Uid>& ids)
+{
+    std::string problem;
+    std::vector<Vst3Class> working;
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const std::string failure = factory.TryComponent(ids[i]);
+        if (failure.empty())
+            working.push_back(description.classes[i]);
+        else if (problem.empty())
+            problem = failure;
+    }
+    description.classes = std::move(working);
+    return description.classes.empty() ? problem : std::string();
+}
+
+} // namespace
+
+InfoList AskVst3Module(const ModuleQuestions& questions)
+{
+    ScanSteps& steps = questions.steps;
+    steps.Enter(ScanPhase::Entry);
+    if (!EnterModule(questions.module))
+        throw PluginUnusable("its entry function refused");
+    std::string problem;
+    Vst3Description description;
+    if (IPluginFactory* given = GetFactory(questions.module)) {
+        steps.Enter(ScanPhase::Query);
+        Vst3Factory factory(given);
+        std::vector<Uid> ids;
+        description = factory.Describe(ids);
+        if (ids.empty()) {
+            problem = "it has no audio module class";
+        } else if (!questions.options.quickEffectScan) {
+            steps.Enter(ScanPhase::Create);
+            problem = KeepWorkingClasses(factory, description, ids);
+        }
+        steps.Enter(ScanPhase::Close);
+        factory.Release();
+    } else {
+        problem = "its entry function returned nothing";
+    }
+    steps.Enter(ScanPhase::Close);
+    LeaveModule(questions.module);
+    if (!problem.empty())
+        throw PluginUnusable(problem);
+    return {MakeVst3Info(questions.locator, description)};
+}
+
+} // namespace zetaudiopluginhost

@@ -1,0 +1,22 @@
+#include "vst3/Vst3Platform.h"
+
+#include "scan/ScanSteps.h"
+#include "vst3/Vst3Abi.h"
+
+namespace zetaudiopluginhost::vst3 {
+
+const char* const libraryExtension = ".so";
+
+bool EnterModule(const LoadedModule& module)
+{
+    const auto enter = module.Find<ModuleEntryFunction>(moduleEntryName);
+    return enter == nullptr || CallPlugin([&] { return enter(module.NativeHandle()); });
+}
+
+void LeaveModule(const LoadedModule& module)
+{
+    if (const auto leave = module.Find<ModuleExitFunction>(moduleExitName))
+        CallPlugin(leave);
+}
+
+} // namespace zetaudiopluginhost::vst3

@@ -1,0 +1,22 @@
+#include "vst3/Vst3Platform.h"
+
+#include "scan/ScanSteps.h"
+#include "vst3/Vst3Abi.h"
+
+namespace zetaudiopluginhost::vst3 {
+
+const char* const libraryExtension = ".vst3";
+
+bool EnterModule(const LoadedModule& module)
+{
+    const auto enter = module.Find<InitDllFunction>(initDllName);
+    return enter == nullptr || CallPlugin(enter);
+}
+
+void LeaveModule(const LoadedModule& module)
+{
+    if (const auto leave = module.Find<ExitDllFunction>(exitDllName))
+        CallPlugin(leave);
+}
+
+} // namespace zetaudiopluginhost::vst3
