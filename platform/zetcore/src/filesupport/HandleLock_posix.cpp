@@ -24,4 +24,9 @@ std::error_code LockWithin(int descriptor, std::chrono::milliseconds limit)
     return {};
 }
 
+void Unlock(int descriptor)
+{
+    ::flock(descriptor, LOCK_UN);
+}
+
 } // namespace zetcore::filesupport

@@ -6,7 +6,9 @@
 namespace zetcore::filesupport {
 
 /// Takes the exclusive lock of an open file, polling for at most `limit`: `errc::timed_out` after that. The
-/// lock ends when the last descriptor of this opening is closed, also by the process's death.
+/// lock ends by `Unlock`, and when all descriptors and mappings of this opening are gone (so with its
+/// process).
 std::error_code LockWithin(int descriptor, std::chrono::milliseconds limit);
+void Unlock(int descriptor);
 
 } // namespace zetcore::filesupport

@@ -1,6 +1,8 @@
 #include <zetcore/filesupport/MemoryMappedFile.h>
 
+#include <chrono>
 #include <exception>
+#include <stdexcept>
 #include <system_error>
 
 #include <fcntl.h>
@@ -125,8 +127,11 @@ void* MemoryMappedFile::GetAddress() const noexcept
 
 void MemoryMappedFile::CloseFileHandleIfPossible()
 {
-    if (mapping)
-        mapping->file.Close();
+    if (!mapping || !mapping->file.IsOpen())
+        return;
+    // The mapping keeps the opened file alive, and closing the descriptor alone would leave it locked.
+    Unlock(mapping->file.Get());
+    mapping->file.Close();
 }
 
 } // namespace zetcore::filesupport
