@@ -1,5 +1,6 @@
 #include "filesupport/PlatformFolders.h"
 
+#include <cerrno>
 #include <vector>
 
 #include <pwd.h>
