@@ -26,8 +26,8 @@ namespace {
 void CheckCount(const char* method, const Array& params, std::size_t expected)
 {
     if (params.size() != expected)
-        Throw(std::string(method) + " takes " + std::to_string(expected) + " arguments, not " +
-              std::to_string(params.size()));
+        Throw(std::string(method) + " takes " + std::to_string(expected) +
+              (expected == 1 ? " argument, not " : " arguments, not ") + std::to_string(params.size()));
 }
 
 // `number` counts from 1.

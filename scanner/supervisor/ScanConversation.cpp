@@ -16,6 +16,7 @@
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "BannedLists.h"
+#include "RegistryLook.h"
 #include "SupervisorProcess.h"
 #include "TimeLimit.h"
 
@@ -23,6 +24,7 @@ namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 using zetcore::serialization::Array;
@@ -99,18 +101,28 @@ void ScanConversation::Connect(ConnectArguments arguments)
     connected = std::move(arguments);
 }
 
+// The modules that a VST2 shell may be there as, too: those of this scan and those that the registry knows.
+// Nothing when shells are not skipped, or when there is none that could be.
+std::vector<PluginLocator> ScanConversation::KnownModules(const std::vector<PluginLocator>& locators) const
+{
+    const auto isOf = [](TechnologyType technology) {
+        return
+            [technology](const PluginLocator& locator) { return locator.GetTechnologyType() == technology; };
+    };
+    if (connected->disableVST2ShellSkipping || std::ranges::none_of(locators, isOf(TechnologyType::VST)))
+        return {};
+    std::vector<PluginLocator> known = WorkingVST3ModulesOfFile(connected->pluginSettingsPath);
+    std::ranges::copy_if(locators, std::back_inserter(known), isOf(TechnologyType::VST3));
+    return known;
+}
+
 void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
 {
     WorkerSettings settings;
     settings.preferencesFolder = Dir::PrefDir().FullPath();
     settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
-    // A shell can only be there as VST3 too; the rest of the list need not travel.
-    if (!connected->disableVST2ShellSkipping)
-        std::ranges::copy_if(
-            locators, std::back_inserter(settings.knownModules), [](const PluginLocator& locator) {
-                return locator.GetTechnologyType() == zetaudiofilterhost::TechnologyType::VST3;
-            });
+    settings.knownModules = KnownModules(locators);
     entityScanner.Configure(std::move(settings), entityLimit, log.get());
 
     engine = std::make_unique<zetaudiopluginhost::PluginModuleScanner>(

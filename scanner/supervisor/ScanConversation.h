@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -44,6 +45,8 @@ class ScanConversation
   private:
     void Connect(ConnectArguments arguments);
     void BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+    std::vector<zetaudiofilterhost::PluginLocator>
+    KnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators) const;
     zetcore::serialization::ValuePtr GetScanInfo();
     void ScanOneEntity();
 

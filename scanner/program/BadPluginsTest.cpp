@@ -1,0 +1,196 @@
+#include "ScannerFixture.h"
+
+#include <ostream>
+
+// Each misbehaving plug-in in the real scanner, between two good ones.
+namespace zetaudiofilterscan {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+struct Banned
+{
+    const char* plugin;
+    /// How the recorded reason begins.
+    const char* reason;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Banned& banned)
+{
+    return stream << banned.plugin;
+}
+
+class BannedPlugin : public ScannerFixture, public testing::WithParamInterface<Banned>
+{};
+
+TEST_P(BannedPlugin, takes_down_the_scanner_and_leaves_its_reason_and_the_good_ones_around_it_are_found)
+{
+    WriteDebugDatabase("zetaudiofilterscan.EntityTimeoutSeconds = 3\n");
+    const auto bad = Plugin(GetParam().plugin);
+    const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), bad, Plugin("good/vst2_synth")});
+
+    EXPECT_EQ(scan.scannersStarted, 2);
+    ASSERT_EQ(scan.failed.size(), 1U);
+    EXPECT_THAT(scan.failed.at(bad.GetPath()), StartsWith(GetParam().reason));
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
+    EXPECT_EQ(scan.reported.size(), 3U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, BannedPlugin,
+    testing::Values(
+        Banned{"bad/crash_on_load", "crashed (segmentation fault) while being loaded"},
+        Banned{"bad/crash_in_entry", "crashed (segmentation fault) in its entry function"},
+        Banned{"bad/crash_when_asked_name", "crashed (segmentation fault) while being asked what it is"},
+        Banned{"bad/crash_on_close", "crashed (segmentation fault) while being closed"},
+        Banned{"bad/crash_on_unload", "crashed (segmentation fault) while being unloaded"},
+        Banned{"bad/crash_vst3_factory", "crashed (segmentation fault) in its entry function"},
+        Banned{"bad/aborts", "crashed (aborted) in its entry function"},
+        Banned{"bad/overflows_stack", "crashed (segmentation fault) in its entry function"},
+        Banned{"bad/exits_zero", "ended the process (exit code 0) in its entry function"},
+        Banned{"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
+        Banned{"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
+        Banned{"bad/throws_exception", "threw an exception (the plug-in gave up)"},
+        Banned{"bad/closes_descriptors", "closed files of the process that had loaded it"},
+        Banned{"bad/loops_forever", "took longer than 3 seconds in its entry function"},
+        Banned{"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded"}),
+    [](const auto& banned) { return std::string(banned.param.plugin).substr(4); });
+
+struct Harmless
+{
+    const char* plugin;
+    const char* status;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Harmless& harmless)
+{
+    return stream << harmless.plugin;
+}
+
+class HarmlessPlugin : public ScannerFixture, public testing::WithParamInterface<Harmless>
+{};
+
+TEST_P(HarmlessPlugin, is_not_banned_and_the_scan_goes_on_in_the_same_scanner)
+{
+    WriteDebugDatabase("zetaudiofilterscan.EntityTimeoutSeconds = 50\n");
+    const auto bad = Plugin(GetParam().plugin);
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect"), bad, Plugin("good/vst2_synth")});
+    std::vector<std::string> results;
+    for (ScanInfo info = client.GetScanInfo(); info.goesOn; info = client.GetScanInfo()) {
+        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+        results.push_back(zettesting::ReadAll(client.ResultPath()));
+    }
+    ASSERT_EQ(results.size(), 3U);
+    EXPECT_THAT(results[0], HasSubstr("status=\"working\""));
+    EXPECT_THAT(results[1], AllOf(HasSubstr(std::string("status=\"") + GetParam().status + "\""),
+                                  HasSubstr(std::string(GetParam().plugin).substr(4))));
+    EXPECT_THAT(results[2], HasSubstr("status=\"working\""));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, HarmlessPlugin,
+    testing::Values(Harmless{"bad/floods_output", "working"}, Harmless{"bad/changes_process", "working"},
+                    Harmless{"bad/leaves_threads", "working"}, Harmless{"bad/poisons_process", "working"},
+                    Harmless{"bad/unterminated_names", "working"},
+                    Harmless{"bad/invalid_utf8_names", "working"},
+                    Harmless{"bad/vst3_unterminated_names", "working"},
+                    Harmless{"bad/endless_shell", "failed"}, Harmless{"bad/returns_null", "failed"},
+                    Harmless{"bad/wrong_magic", "failed"}, Harmless{"bad/vst3_null_factory", "failed"},
+                    Harmless{"bad/no_entry_point", "notaplugin"}),
+    [](const auto& harmless) { return std::string(harmless.param.plugin).substr(4); });
+
+class PluginsTogether : public ScannerFixture
+{};
+
+TEST_F(PluginsTogether, one_that_crashes_only_after_another_passes_alone_and_is_not_banned)
+{
+    const WholeScan scan = ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_poisoned"),
+                                           Plugin("good/vst2_effect")});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("poisons_process"), HasSubstr("crashes_when_poisoned"),
+                                    HasSubstr("vst2_effect")));
+    std::string log;
+    for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+        log += zettesting::ReadAll(entry.path());
+    EXPECT_THAT(log, AllOf(HasSubstr("loaded before it in the same process"), HasSubstr("poisons_process"),
+                           HasSubstr("passed when it was alone")));
+}
+
+TEST_F(PluginsTogether, two_bad_ones_in_a_row_are_banned_each_for_its_own_reason)
+{
+    const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/aborts"),
+                                           Plugin("bad/exits_zero"), Plugin("good/vst2_synth")});
+    EXPECT_EQ(scan.scannersStarted, 3);
+    EXPECT_EQ(scan.failed.size(), 2U);
+    EXPECT_THAT(scan.failed.at(Plugin("bad/aborts").GetPath()), HasSubstr("aborted"));
+    EXPECT_THAT(scan.failed.at(Plugin("bad/exits_zero").GetPath()), HasSubstr("exit code 0"));
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
+}
+
+TEST_F(PluginsTogether, a_bad_one_at_the_end_is_banned_too)
+{
+    const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/crash_on_unload")});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_EQ(scan.failed.size(), 1U);
+}
+
+TEST_F(PluginsTogether, output_goes_to_the_log_and_never_to_the_scanners_own)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("bad/floods_output")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    client.Close();
+    const auto& result = client.Process().Wait();
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.error, Not(HasSubstr("~~~~")));
+    std::uintmax_t bytes = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+        bytes += entry.file_size();
+    EXPECT_GT(bytes, 100000U);
+    EXPECT_LT(bytes, 8U << 20);
+}
+
+TEST_F(PluginsTogether, files_that_cannot_be_plugins_are_skipped_and_never_banned)
+{
+    const auto made = folder / "made";
+    std::filesystem::create_directory(made);
+    std::vector<zetaudiofilterhost::PluginLocator> locators;
+    for (const auto& file : {zettesting::MakeTextModule(made), zettesting::MakeEmptyModule(made),
+                             zettesting::MakeTruncatedModule(made), zettesting::Make32BitModule(made),
+                             zettesting::MakeOtherMachineModule(made),
+                             zettesting::MakeOtherSystemModule(made), made / "not_there.so"})
+        locators.push_back(LocatorOf(file));
+    const WholeScan scan = ScanAll(prefs, locators);
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_EQ(scan.reported.size(), locators.size());
+    EXPECT_THAT(scan.results, Not(HasSubstr("status=\"working\"")));
+}
+
+TEST_F(PluginsTogether, names_that_are_hard_to_carry_come_through)
+{
+    const auto made = folder / "made";
+    std::filesystem::create_directory(made);
+    std::vector<zetaudiofilterhost::PluginLocator> locators;
+    for (const auto& file : zettesting::CopyTestPluginWithOddNames("good/vst2_effect", made))
+        locators.push_back(LocatorOf(file));
+    ASSERT_FALSE(locators.empty());
+    locators.push_back(LocatorOf(zettesting::CopyTestPlugin("bad/aborts", made, "bad \" name")));
+    const WholeScan scan = ScanAll(prefs, locators);
+    ASSERT_EQ(scan.reported.size(), locators.size());
+    for (std::size_t i = 0; i < locators.size(); ++i)
+        EXPECT_EQ(scan.reported[i], locators[i].ToString());
+    ASSERT_EQ(scan.failed.size(), 1U);
+    EXPECT_EQ(scan.failed.begin()->first, locators.back().GetPath());
+}
+
+} // namespace
+} // namespace zetaudiofilterscan

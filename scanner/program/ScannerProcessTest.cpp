@@ -1,0 +1,325 @@
+#include "ScannerFixture.h"
+
+#include <chrono>
+#include <future>
+
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/debug/Trace.h>
+#include <zetmarshal/RPCServer.h>
+#include <zettransport/SocketTransport.h>
+
+#include "ExitCodes.h"
+
+// The real scanner's life and its answers.
+namespace zetaudiofilterscan {
+namespace {
+
+using namespace zetcore::serialization;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::TechnologyType;
+using zetmarshal::RPCErrorCode;
+
+class ScannerProcess : public ScannerFixture
+{
+  protected:
+    static zettesting::ChildResult Run(std::vector<std::string> arguments)
+    {
+        return zettesting::ChildProcess::Run({ScannerClient::Program(), std::move(arguments), {}, {}});
+    }
+};
+
+void ExpectError(const Reply& reply, RPCErrorCode code, const std::wstring& text)
+{
+    EXPECT_FALSE(reply.closed);
+    EXPECT_EQ(reply.errorCode, static_cast<int>(code));
+    EXPECT_THAT(reply.errorMessage, HasSubstr(text));
+}
+
+TEST_F(ScannerProcess, says_so_and_ends_when_no_host_has_started_it)
+{
+    const auto result = Run({});
+    EXPECT_EQ(result.exitStatus, exitNoPortBlock);
+    EXPECT_THAT(result.error, HasSubstr("there is no host to scan for"));
+    EXPECT_EQ(result.output, "");
+}
+
+TEST_F(ScannerProcess, says_so_and_ends_when_it_is_given_arguments)
+{
+    const auto result = Run({"--help"});
+    EXPECT_EQ(result.exitStatus, exitWrongUsage);
+    EXPECT_THAT(result.error, HasSubstr("without\narguments"));
+}
+
+TEST_F(ScannerProcess, a_worker_whose_supervisor_is_not_its_parent_ends_at_once)
+{
+    const auto result = Run({"--worker", "3", "4", "1"});
+    EXPECT_FALSE(result.timedOut);
+}
+
+TEST_F(ScannerProcess, ends_when_nobody_connects_in_time)
+{
+    ScannerClient client(prefs, {{"ZET_DEBUG_DATABASE", "zetaudiofilterscan.ConnectTimeoutSeconds=0.2"}});
+    const auto& result = client.Process().Wait();
+    EXPECT_EQ(result.exitStatus, exitNobodyConnected);
+    EXPECT_THAT(LeftProcesses(), IsEmpty());
+}
+
+TEST_F(ScannerProcess, does_not_end_for_that_once_a_host_is_there)
+{
+    ScannerClient client(prefs, {{"ZET_DEBUG_DATABASE", "zetaudiofilterscan.ConnectTimeoutSeconds=1"}});
+    ASSERT_TRUE(client.Open());
+    EXPECT_FALSE(client.Process().WaitForError("never written", std::chrono::milliseconds(1500)));
+    EXPECT_TRUE(client.Connect().Succeeded());
+}
+
+TEST_F(ScannerProcess, ends_with_its_worker_when_the_connection_closes)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_GE(RunningProcesses().size(), 2U);
+    client.Close();
+    EXPECT_EQ(client.Process().Wait().exitStatus, exitConnectionClosed);
+    EXPECT_THAT(LeftProcesses(), IsEmpty());
+}
+
+TEST_F(ScannerProcess, ends_at_once_when_the_connection_closes_while_a_plugin_hangs)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect"), Plugin("bad/loops_forever")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    client.Send("ScanOneEntity");
+    const auto before = std::chrono::steady_clock::now();
+    client.Close();
+    EXPECT_EQ(client.Process().Wait().exitStatus, exitConnectionClosed);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
+    EXPECT_THAT(LeftProcesses(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".reasons"));
+}
+
+TEST_F(ScannerProcess, leaves_no_worker_behind_when_it_is_killed)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("bad/loops_forever")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    client.Send("ScanOneEntity");
+    client.Process().Kill();
+    client.Process().Wait();
+    EXPECT_THAT(LeftProcesses(), IsEmpty());
+}
+
+TEST_F(ScannerProcess, does_not_end_by_the_ctrl_c_that_its_hosts_terminal_sends_it)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect")});
+    client.Process().Interrupt();
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+}
+
+TEST_F(ScannerProcess, serves_one_connection_only)
+{
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    ASSERT_TRUE(client.Connect().Succeeded());
+    const auto transport = zettransport::SocketTransport::Create(1);
+    const auto second = transport->ClientStart("127.0.0.1", client.Port());
+    ASSERT_TRUE(second);
+    std::promise<void> closed;
+    second->SetCloseCallback([&closed](const std::shared_ptr<zettransport::Session>&) {
+        closed.set_value();
+        return 0;
+    });
+    second->Start([](const std::string&) {});
+    EXPECT_EQ(closed.get_future().wait_for(std::chrono::minutes(1)), std::future_status::ready);
+    EXPECT_TRUE(client.BeginScan({}).Succeeded());
+}
+
+TEST_F(ScannerProcess, refuses_requests_out_of_order_and_goes_on)
+{
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    ExpectError(client.BeginScan({}), RPCErrorCode::OutOfOrder, L"must follow Connect");
+    ExpectError(client.Call("GetScanInfo"), RPCErrorCode::OutOfOrder, L"must follow BeginScanForPlugins");
+    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ASSERT_TRUE(client.Connect().Succeeded());
+    ExpectError(client.Connect(), RPCErrorCode::OutOfOrder, L"has been done already");
+    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ASSERT_TRUE(client.BeginScan({Plugin("good/vst2_effect")}).Succeeded());
+    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    EXPECT_FALSE(client.GetScanInfo().goesOn);
+    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+}
+
+TEST_F(ScannerProcess, refuses_wrong_arguments_and_unknown_methods_and_goes_on)
+{
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    ExpectError(client.Call("Connect"), RPCErrorCode::InvalidParams, L"takes 6 arguments, not 0");
+    Array wrong = client.ConnectArguments();
+    wrong[4] = MakeString("true");
+    ExpectError(client.Call("Connect", wrong), RPCErrorCode::InvalidParams, L"argument 5 must be a boolean");
+    ASSERT_TRUE(client.Connect().Succeeded());
+    ExpectError(client.Call("BeginScanForPlugins", {MakeValue(Array{MakeString("nonsense")})}),
+                RPCErrorCode::InvalidParams, L"element 1 is no plug-in locator: nonsense");
+    ExpectError(client.Call("Stop"), RPCErrorCode::MethodNotFound, L"Stop");
+    ASSERT_TRUE(client.BeginScan({}).Succeeded());
+    ExpectError(client.Call("GetScanInfo", {MakeValue(1LL)}), RPCErrorCode::InvalidParams,
+                L"takes 0 arguments");
+    EXPECT_FALSE(client.GetScanInfo().goesOn);
+}
+
+TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
+{
+    const std::vector<PluginLocator> locators{Plugin("good/vst2_shell"), Plugin("good/vst3_several_classes")};
+    ScannerClient client(prefs);
+    client.StartScan(locators);
+    for (std::size_t done = 0; done < locators.size(); ++done) {
+        for (int asked = 0; asked < 2; ++asked) {
+            const ScanInfo info = client.GetScanInfo();
+            EXPECT_EQ(info.locator, locators[done].ToString());
+            EXPECT_EQ(info.progress, static_cast<long long>(done));
+            EXPECT_EQ(info.total, 2);
+            EXPECT_TRUE(info.goesOn);
+        }
+        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    }
+    const ScanInfo end = client.GetScanInfo();
+    EXPECT_EQ(end.locator, L"");
+    EXPECT_EQ(end.subcomponent, "");
+    EXPECT_EQ(end.progress, 2);
+    EXPECT_EQ(end.total, 2);
+    EXPECT_FALSE(end.goesOn);
+}
+
+TEST_F(ScannerProcess, has_nothing_to_do_for_an_empty_list)
+{
+    ScannerClient client(prefs);
+    client.StartScan({});
+    const ScanInfo info = client.GetScanInfo();
+    EXPECT_FALSE(info.goesOn);
+    EXPECT_EQ(info.total, 0);
+}
+
+TEST_F(ScannerProcess, starts_over_with_a_second_list)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.BeginScan({Plugin("good/vst3_single_file")}).Succeeded());
+    const ScanInfo info = client.GetScanInfo();
+    EXPECT_EQ(info.locator, Plugin("good/vst3_single_file").ToString());
+    EXPECT_EQ(info.progress, 0);
+    EXPECT_EQ(info.total, 1);
+    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+}
+
+TEST_F(ScannerProcess, the_result_file_holds_the_last_plugins_records_and_no_others)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_shell")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    const std::string second = zettesting::ReadAll(client.ResultPath());
+    EXPECT_THAT(second, Not(HasSubstr("vst2_effect")));
+    std::size_t records = 0;
+    for (auto at = second.find("<module "); at != std::string::npos; at = second.find("<module ", at + 1))
+        ++records;
+    EXPECT_EQ(records, 3U);
+}
+
+TEST_F(ScannerProcess, the_result_file_is_replaced_whole)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect")});
+    // A second name of the file shows the old content only when the file was replaced, not overwritten.
+    zettesting::WriteAll(client.ResultPath(), "old");
+    std::filesystem::create_hard_link(client.ResultPath(), prefs / "second_name");
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_EQ(zettesting::ReadAll(prefs / "second_name"), "old");
+    EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
+}
+
+TEST_F(ScannerProcess, says_which_file_and_why_when_the_result_cannot_be_written)
+{
+    ScannerClient client(prefs);
+    client.StartScan({Plugin("good/vst2_effect")});
+    std::filesystem::create_directory(client.ResultPath());
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    const Reply reply = client.Call("ScanOneEntity");
+    ExpectError(reply, RPCErrorCode::Failed, L"plugins.xml.scan");
+}
+
+TEST_F(ScannerProcess, passes_over_banned_plugins_with_an_empty_result)
+{
+    zetaudiopluginhost::BannedPluginManager banned;
+    banned.AddBannedPlugin(Plugin("bad/crash_on_load"), "for a test");
+    ScannerClient client(prefs);
+    banned.SaveConfiguration(zetcore::filesupport::File(zettesting::ToWide(client.BannedPath())));
+    client.StartScan({Plugin("bad/crash_on_load"), Plugin("good/vst2_effect")});
+    EXPECT_EQ(client.GetScanInfo().locator, Plugin("bad/crash_on_load").ToString());
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_EQ(zettesting::ReadAll(client.ResultPath()), "");
+    EXPECT_EQ(client.GetScanInfo().progress, 1);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
+}
+
+TEST_F(ScannerProcess, leaves_damaged_lists_of_the_host_where_they_are)
+{
+    ScannerClient client(prefs);
+    zettesting::WriteAll(client.BannedPath(), "<bannedplugins><plugin");
+    zettesting::WriteAll(client.PermanentBannedPath(), "nonsense");
+    zettesting::WriteAll(client.SettingsPath(), "<damaged");
+    client.StartScan({Plugin("good/vst2_effect")});
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_EQ(zettesting::ReadAll(client.BannedPath()), "<bannedplugins><plugin");
+    EXPECT_EQ(zettesting::ReadAll(client.PermanentBannedPath()), "nonsense");
+    EXPECT_EQ(zettesting::ReadAll(client.SettingsPath()), "<damaged");
+    EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".damaged"));
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "runtime"))
+        EXPECT_FALSE(entry.is_directory()) << entry.path();
+}
+
+TEST_F(ScannerProcess, requests_that_come_all_at_once_are_answered_in_order)
+{
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    client.Send("Connect", client.ConnectArguments());
+    client.Send("BeginScanForPlugins", {MakeValue(Array{MakeString(Plugin("good/vst2_effect").ToString())})});
+    client.Send("GetScanInfo");
+    client.Send("ScanOneEntity");
+    EXPECT_FALSE(client.GetScanInfo().goesOn);
+    EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
+}
+
+TEST_F(ScannerProcess, a_long_scan_stays_in_one_scanner)
+{
+    const auto made = folder / "made";
+    std::filesystem::create_directory(made);
+    std::vector<PluginLocator> locators;
+    for (const auto& file : zettesting::CopyTestPlugin("good/vst2_effect", made, 200))
+        locators.push_back(LocatorOf(file));
+    const WholeScan scan = ScanAll(prefs, locators);
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_EQ(scan.reported.size(), 200U);
+    EXPECT_THAT(scan.results, HasSubstr("copy00199"));
+}
+
+} // namespace
+} // namespace zetaudiofilterscan

@@ -1,0 +1,48 @@
+#include "TimeLimit.h"
+
+#include <gtest/gtest.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/debug/Trace.h>
+#include <zettesting/HostFixture.h>
+
+namespace zetaudiofilterscan {
+namespace {
+
+using namespace std::chrono_literals;
+
+class TimeLimit : public zettesting::HostFixture
+{};
+
+TEST_F(TimeLimit, reads_seconds_with_a_fraction)
+{
+    EXPECT_EQ(ParseSeconds("60"), 60s);
+    EXPECT_EQ(ParseSeconds("0.25"), 250ms);
+    EXPECT_EQ(ParseSeconds("1.5"), 1500ms);
+    EXPECT_EQ(ParseSeconds("0.0001"), 1ms);
+    EXPECT_EQ(ParseSeconds("1000000"), 1000000s);
+}
+
+TEST_F(TimeLimit, takes_nothing_else)
+{
+    for (const char* text :
+         {"", "0", "-1", "1,5", "1e3", "60s", " 60", "nan", "inf", "1000001", "0x10", "1.5.2"})
+        EXPECT_FALSE(ParseSeconds(text)) << text;
+}
+
+TEST_F(TimeLimit, uses_the_default_and_traces_when_the_entry_is_nonsense)
+{
+    zetcore::debug::SetMasterTraceVolume(1);
+    auto& database = zetcore::debug::DebugDatabase::Instance();
+    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 60s);
+    EXPECT_TRUE(traceLines->empty());
+    database.SetEntry("Some.Seconds", "2.5");
+    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 2500ms);
+    EXPECT_TRUE(traceLines->empty());
+    database.SetEntry("Some.Seconds", "soon");
+    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 60s);
+    ASSERT_EQ(traceLines->size(), 1U);
+    EXPECT_NE(traceLines->front().find("Some.Seconds is no time in seconds: soon"), std::string::npos);
+}
+
+} // namespace
+} // namespace zetaudiofilterscan
