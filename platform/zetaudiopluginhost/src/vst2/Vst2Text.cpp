@@ -6,14 +6,11 @@ namespace zetaudiopluginhost::vst2 {
 
 namespace {
 
-std::wstring JoinedDigits(std::int64_t version)
+std::wstring FourDigits(std::int64_t version)
 {
     std::wstring text;
-    for (const wchar_t digit : std::to_wstring(version)) {
-        if (!text.empty())
-            text += L'.';
-        text += digit;
-    }
+    for (const std::int64_t unit : {1000, 100, 10, 1})
+        text += (text.empty() ? L"" : L".") + std::to_wstring(version / unit % 10);
     return text;
 }
 
@@ -21,14 +18,15 @@ std::wstring JoinedDigits(std::int64_t version)
 
 std::wstring VersionText(std::int64_t version)
 {
+    constexpr std::int64_t smallestDecimal = 100;
     constexpr std::int64_t largestDecimal = 9999;
     constexpr std::int64_t largestPart = 99;
     if (version == 0)
         return {};
-    if (version < 0 || version > 0xFFFFFFFF)
+    if (version < smallestDecimal || version > 0xFFFFFFFF)
         return std::to_wstring(version);
-    if (version <= largestDecimal)
-        return JoinedDigits(version);
+    if (version <= largestDecimal && version % 256 != 0)
+        return FourDigits(version);
 
     std::wstring text;
     for (int shift = 24; shift >= 0; shift -= 8) {

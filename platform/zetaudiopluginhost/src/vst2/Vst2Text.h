@@ -5,9 +5,10 @@
 
 namespace zetaudiopluginhost::vst2 {
 
-/// The version number as people know it. The format has no rule for it; makers use two: decimal digits (1100
-/// is 1.1.0.0) up to 9999, and one byte for each part above (0x010203 is 1.2.3). What is neither, a part
-/// above 99, is shown as the plain number. Empty for 0.
+/// The version number as people know it. The format has no rule for it; makers use two: four decimal digits
+/// (1100 is 1.1.0.0, 930 is 0.9.3.0), and one byte for each part (0x010203 is 1.2.3). Numbers above 9999 and
+/// multiples of 256 are read as bytes; what then has a part above 99, and numbers below 100, are shown as
+/// they are. Empty for 0.
 std::wstring VersionText(std::int64_t version);
 
 /// "Effect", "Synth" and so on; empty for a category that says nothing.

@@ -1,0 +1,319 @@
+#include <zetaudiopluginhost/ModuleLoader.h>
+
+#include <clocale>
+#include <csignal>
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/string/Utf.h>
+#include <zettesting/HostFixture.h>
+#include <zettesting/TestPlugins.h>
+
+namespace zetaudiopluginhost {
+namespace {
+
+using namespace testing;
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::TechnologyType;
+
+TechnologyType TechnologyOf(const std::filesystem::path& file)
+{
+    return file.extension() == ".vst3" ? TechnologyType::VST3 : TechnologyType::VST;
+}
+
+PluginLocator LocatorOf(const std::filesystem::path& file)
+{
+    return PluginLocator(TechnologyOf(file), zettesting::ToWide(file));
+}
+
+class ModuleLoaderTest : public zettesting::HostFixture
+{
+  protected:
+    ScanOutcome Scan(const std::filesystem::path& file, ScanOptions options = {})
+    {
+        ModuleLoader loader(options, [this](ScanPhase phase) { phases.push_back(phase); });
+        return loader.Scan(LocatorOf(file));
+    }
+    ScanOutcome Scan(const char* plugin, ScanOptions options = {})
+    {
+        return Scan(zettesting::TestPlugin(plugin), options);
+    }
+    static const PluginModuleInfo& Only(const ScanOutcome& outcome)
+    {
+        EXPECT_FALSE(outcome.misbehaved) << outcome.reason;
+        if (outcome.infos.size() != 1)
+            throw std::runtime_error(std::to_string(outcome.infos.size()) + " records");
+        return *outcome.infos.front();
+    }
+    void ExpectStatus(const std::filesystem::path& file, ModuleStatus status, const std::string& reason)
+    {
+        phases.clear();
+        const ScanOutcome outcome = Scan(file);
+        EXPECT_EQ(Only(outcome).GetStatus(), status) << file;
+        EXPECT_THAT(Only(outcome).GetReason(), HasSubstr(reason)) << file;
+        EXPECT_FALSE(Only(outcome).GetName().empty()) << file;
+        EXPECT_EQ(phases.empty(), status == ModuleStatus::NotAPlugin) << file;
+    }
+
+    static constexpr ScanOptions full{false, false};
+    std::vector<ScanPhase> phases;
+};
+
+TEST_F(ModuleLoaderTest, GoodPluginsAreFoundWithWhatTheyTell)
+{
+    for (const ScanOptions& options : {ScanOptions{}, full}) {
+        std::size_t seen = 0;
+        for (const zettesting::TestPluginFacts& facts : zettesting::GoodTestPluginFacts()) {
+            if (facts.plugin == "good/vst3_several_classes")
+                continue;
+            const ScanOutcome outcome = Scan(facts.plugin.c_str(), options);
+            ASSERT_FALSE(outcome.misbehaved) << facts.plugin << outcome.reason;
+            const std::wstring id = zetcore::string::UTF8to16(facts.uniqueId);
+            const auto found = std::find_if(outcome.infos.begin(), outcome.infos.end(),
+                                            [&id](const auto& info) { return info->GetUniqueId() == id; });
+            ASSERT_NE(found, outcome.infos.end()) << facts.name;
+            const PluginModuleInfo& info = **found;
+            EXPECT_EQ(info.GetStatus(), ModuleStatus::Working);
+            EXPECT_EQ(zetcore::string::UTF16to8(info.GetName()), facts.name);
+            EXPECT_EQ(zetcore::string::UTF16to8(info.GetVendor()), facts.vendor);
+            EXPECT_GT(info.GetFileSize(), 0u);
+            EXPECT_GT(info.GetFileTime(), 0);
+            // What kind a shell's plug-in is takes an instance of it.
+            if (!facts.inShell || !options.quickEffectScan) {
+                EXPECT_EQ(info.HasAnySynth(), facts.synth) << facts.name;
+                EXPECT_EQ(info.HasAnyNonSynthEffect(), !facts.synth) << facts.name;
+                const bool isVst2 = info.GetLocator().GetTechnologyType() == TechnologyType::VST;
+                EXPECT_EQ(isVst2 ? std::to_string(info.GetNumericVersion())
+                                 : zetcore::string::UTF16to8(info.GetVersionString()),
+                          facts.version)
+                    << facts.name;
+            }
+            ++seen;
+        }
+        EXPECT_GT(seen, 8u);
+    }
+}
+
+TEST_F(ModuleLoaderTest, AModuleWithSeveralClassesIsOneRecord)
+{
+    for (const ScanOptions& options : {ScanOptions{}, full}) {
+        const ScanOutcome outcome = Scan("good/vst3_several_classes", options);
+        EXPECT_EQ(Only(outcome).GetName(), L"vst3_several_classes");
+        EXPECT_EQ(Only(outcome).GetVendor(), L"Wicker Works");
+        EXPECT_EQ(Only(outcome).GetVersionString(), L"3.1.0");
+        EXPECT_TRUE(Only(outcome).HasAnySynth());
+        EXPECT_TRUE(Only(outcome).HasAnyNonSynthEffect());
+    }
+}
+
+TEST_F(ModuleLoaderTest, ThePhasesAreToldInOrder)
+{
+    Scan("good/vst2_effect");
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query, ScanPhase::Close,
+                                    ScanPhase::Unload));
+    for (const char* plugin : {"good/vst2_effect", "good/vst3_without_moduleinfo"}) {
+        phases.clear();
+        Scan(plugin, full);
+        EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query,
+                                        ScanPhase::Create, ScanPhase::Close, ScanPhase::Unload));
+    }
+    EXPECT_STREQ(ScanPhaseName(ScanPhase::Create), "create");
+    EXPECT_STREQ(ScanPhaseName(ScanPhase::Unload), "unload");
+}
+
+TEST_F(ModuleLoaderTest, ADescriptionSavesTheLoadInTheQuickScanOnly)
+{
+    for (const char* plugin : {"good/vst3_with_moduleinfo", "good/vst3_with_moduleinfo_beside"}) {
+        phases.clear();
+        EXPECT_EQ(Only(Scan(plugin)).GetStatus(), ModuleStatus::Working);
+        EXPECT_THAT(phases, IsEmpty());
+        EXPECT_EQ(Only(Scan(plugin, full)).GetStatus(), ModuleStatus::Working);
+        EXPECT_THAT(phases, Contains(ScanPhase::Create));
+    }
+}
+
+TEST_F(ModuleLoaderTest, ADamagedDescriptionIsTracedAndTheModuleLoaded)
+{
+    zetcore::debug::SetMasterTraceVolume(1);
+    const std::filesystem::path bundle =
+        zettesting::CopyTestPlugin("good/vst3_with_moduleinfo", folder.Path(), "damaged");
+    zettesting::WriteAll(bundle / "Contents" / "Resources" / "moduleinfo.json", "{ \"Classes\": [ {");
+    EXPECT_EQ(Only(Scan(bundle)).GetName(), L"Drift Filter");
+    EXPECT_THAT(phases, Contains(ScanPhase::Load));
+    EXPECT_THAT(*traceLines, Contains(HasSubstr("moduleinfo.json")));
+}
+
+TEST_F(ModuleLoaderTest, AShellGivesOneRecordForEachOfItsPlugins)
+{
+    for (const ScanOptions& options : {ScanOptions{}, full}) {
+        const ScanOutcome outcome = Scan("good/vst2_shell", options);
+        ASSERT_EQ(outcome.infos.size(), 3u);
+        EXPECT_EQ(outcome.infos[0]->GetName(), L"Quarry Gate");
+        EXPECT_EQ(outcome.infos[0]->GetLocator().GetSubcomponent(), L"1366443892");
+        EXPECT_EQ(outcome.infos[2]->GetLocator().GetSubcomponent(), L"1366445422");
+        EXPECT_EQ(outcome.infos[2]->GetLocator().GetPath(),
+                  zettesting::ToWide(zettesting::TestPlugin("good/vst2_shell")));
+    }
+}
+
+TEST_F(ModuleLoaderTest, OnePluginOfAShellCanBeScannedAlone)
+{
+    const std::wstring path = zettesting::ToWide(zettesting::TestPlugin("good/vst2_shell"));
+    ModuleLoader loader(full, {});
+    EXPECT_EQ(Only(loader.Scan(PluginLocator(TechnologyType::VST, path, L"1366447212"))).GetName(),
+              L"Quarry Tilt");
+    const ScanOutcome gone = loader.Scan(PluginLocator(TechnologyType::VST, path, L"1"));
+    EXPECT_EQ(Only(gone).GetStatus(), ModuleStatus::Failed);
+    EXPECT_EQ(Only(gone).GetLocator().GetSubcomponent(), L"1");
+}
+
+TEST_F(ModuleLoaderTest, AShellThatIsThereAsVst3IsSkippedUnlessToldOtherwise)
+{
+    const std::filesystem::path shell =
+        zettesting::CopyTestPlugin("good/vst2_shell", folder.Path(), "House-VST 2");
+    const PluginLocator locator = LocatorOf(shell);
+    const PluginLocator newer(TechnologyType::VST3, L"/elsewhere/house-vst3 2.vst3");
+    const PluginLocator older(TechnologyType::VST, L"/elsewhere/House-VST2 2.so");
+
+    ModuleLoader skipping({false, true}, {});
+    skipping.SetKnownModules({locator, older});
+    EXPECT_EQ(skipping.Scan(locator).infos.size(), 3u);
+    skipping.SetKnownModules({locator, newer});
+    EXPECT_EQ(Only(skipping.Scan(locator)).GetStatus(), ModuleStatus::Skipped);
+    EXPECT_THAT(Only(skipping.Scan(locator)).GetReason(), HasSubstr("VST3"));
+
+    ModuleLoader enumerating({true, true}, {});
+    enumerating.SetKnownModules({locator, newer});
+    EXPECT_EQ(enumerating.Scan(locator).infos.size(), 3u);
+
+    std::filesystem::create_directory(folder / "effects");
+    const std::filesystem::path effect =
+        zettesting::CopyTestPlugin("good/vst2_effect", folder.Path() / "effects", "House-VST 2");
+    EXPECT_EQ(Only(skipping.Scan(LocatorOf(effect))).GetStatus(), ModuleStatus::Working);
+}
+
+TEST_F(ModuleLoaderTest, FilesThatCannotBePluginsAreNeverLoaded)
+{
+    using namespace zettesting;
+    ExpectStatus(MakeTextModule(folder.Path()), ModuleStatus::NotAPlugin, "a text file");
+    ExpectStatus(MakeEmptyModule(folder.Path()), ModuleStatus::NotAPlugin, "an empty file");
+    ExpectStatus(MakeTruncatedModule(folder.Path()), ModuleStatus::NotAPlugin, "truncated");
+    ExpectStatus(Make32BitModule(folder.Path()), ModuleStatus::NotAPlugin, "32-bit");
+    ExpectStatus(MakeOtherMachineModule(folder.Path()), ModuleStatus::NotAPlugin, "another machine");
+    ExpectStatus(MakeOtherSystemModule(folder.Path()), ModuleStatus::NotAPlugin, "another system");
+    ExpectStatus(TestPlugin("bad/no_entry_point"), ModuleStatus::NotAPlugin, "no plug-in entry point");
+    ExpectStatus(folder / "missing.so", ModuleStatus::NotAPlugin, "does not exist");
+    ExpectStatus(folder.Path(), ModuleStatus::NotAPlugin, "a folder");
+    std::filesystem::create_directories(folder / "empty.vst3" / "Contents");
+    ExpectStatus(folder / "empty.vst3", ModuleStatus::NotAPlugin, "without a library");
+}
+
+TEST_F(ModuleLoaderTest, ATruncatedModuleIsRefusedWhereverItEnds)
+{
+    const std::uintmax_t whole = std::filesystem::file_size(zettesting::TestPlugin("good/vst2_effect"));
+    for (std::size_t bytes = 1; bytes < whole / 2; bytes += 509) {
+        const ScanOutcome outcome = Scan(zettesting::MakeTruncatedModule(folder.Path(), bytes));
+        EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin) << bytes;
+    }
+    EXPECT_THAT(phases, IsEmpty());
+}
+
+TEST_F(ModuleLoaderTest, ATechnologyThatIsNotThereIsNoPlugin)
+{
+    ModuleLoader loader({}, {});
+    const ScanOutcome outcome = loader.Scan(
+        PluginLocator(TechnologyType::AU, zettesting::ToWide(zettesting::TestPlugin("good/vst2_effect"))));
+    EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin);
+}
+
+TEST_F(ModuleLoaderTest, PluginsThatGiveNothingHaveFailedAndAreNotBanned)
+{
+    ExpectStatus(zettesting::TestPlugin("bad/returns_null"), ModuleStatus::Failed, "returned nothing");
+    ExpectStatus(zettesting::TestPlugin("bad/wrong_magic"), ModuleStatus::Failed, "no VST plug-in");
+    ExpectStatus(zettesting::TestPlugin("bad/endless_shell"), ModuleStatus::Failed, "never ends its list");
+    ExpectStatus(zettesting::TestPlugin("bad/vst3_null_factory"), ModuleStatus::Failed, "returned nothing");
+}
+
+TEST_F(ModuleLoaderTest, NamesWithoutTerminatorAndInBadEncodingAreShown)
+{
+    const ScanOutcome unterminated = Scan("bad/unterminated_names");
+    EXPECT_EQ(Only(unterminated).GetName(), std::wstring(32, L'N'));
+    EXPECT_EQ(Only(unterminated).GetVendor(), std::wstring(64, L'V'));
+    const ScanOutcome invalid = Scan("bad/invalid_utf8_names");
+    EXPECT_THAT(zetcore::string::UTF16to8(Only(invalid).GetName()), StartsWith("Caf\xEF\xBF\xBD Verb"));
+    EXPECT_EQ(zetcore::string::ForDisplay(Only(invalid).GetVendor()), Only(invalid).GetVendor());
+    const ScanOutcome vst3 = Scan("bad/vst3_unterminated_names", full);
+    EXPECT_FALSE(Only(vst3).GetName().empty());
+    EXPECT_LE(Only(vst3).GetVendor().size(), 64u);
+}
+
+TEST_F(ModuleLoaderTest, AnExceptionIsMisbehaviourWithItsMessageAndPhase)
+{
+    const ScanOutcome outcome = Scan("bad/throws_exception");
+    EXPECT_TRUE(outcome.misbehaved);
+    EXPECT_THAT(outcome.infos, IsEmpty());
+    EXPECT_EQ(outcome.phase, ScanPhase::Entry);
+    EXPECT_EQ(outcome.reason, "threw an exception (the plug-in gave up) in phase entry");
+    EXPECT_THAT(phases, Not(Contains(ScanPhase::Unload)));
+}
+
+TEST_F(ModuleLoaderTest, ThePhaseCallbacksOwnExceptionIsNotThePlugins)
+{
+    ModuleLoader loader({}, [](ScanPhase phase) {
+        if (phase == ScanPhase::Query)
+            throw std::logic_error("the callback's");
+    });
+    EXPECT_THROW(loader.Scan(LocatorOf(zettesting::TestPlugin("good/vst2_effect"))), std::logic_error);
+}
+
+TEST_F(ModuleLoaderTest, AModuleThatLeavesThreadsRunningStaysLoaded)
+{
+    const ScanOutcome outcome = Scan("bad/leaves_threads");
+    EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::Working);
+    EXPECT_THAT(phases, Not(Contains(ScanPhase::Unload)));
+    // Threads of a module before it are not held against the next one.
+    phases.clear();
+    EXPECT_EQ(Only(Scan("good/vst2_effect")).GetStatus(), ModuleStatus::Working);
+    EXPECT_THAT(phases, Contains(ScanPhase::Unload));
+}
+
+TEST_F(ModuleLoaderTest, WhatAModuleChangesInTheProcessIsPutBack)
+{
+    const std::filesystem::path here = std::filesystem::current_path();
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
+    const auto handlerOf = [](int signal) {
+        const auto handler = std::signal(signal, SIG_DFL);
+        std::signal(signal, handler);
+        return handler;
+    };
+    std::vector<void (*)(int)> before;
+    for (const int signal : {SIGINT, SIGTERM, SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+        before.push_back(handlerOf(signal));
+
+    EXPECT_EQ(Only(Scan("bad/changes_process")).GetStatus(), ModuleStatus::Working);
+
+    std::vector<void (*)(int)> after;
+    for (const int signal : {SIGINT, SIGTERM, SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+        after.push_back(handlerOf(signal));
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(std::filesystem::current_path(), here);
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), locale);
+}
+
+TEST_F(ModuleLoaderTest, OddFileNamesAreLoadedAndKept)
+{
+    const std::vector<std::filesystem::path> copies =
+        zettesting::CopyTestPluginWithOddNames("good/vst2_effect", folder.Path());
+    ASSERT_GT(copies.size(), 2u);
+    for (const std::filesystem::path& copy : copies) {
+        const ScanOutcome outcome = Scan(copy);
+        EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::Working) << Only(outcome).GetReason();
+        EXPECT_EQ(Only(outcome).GetLocator(), LocatorOf(copy));
+    }
+}
+
+} // namespace
+} // namespace zetaudiopluginhost
