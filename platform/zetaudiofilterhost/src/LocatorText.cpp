@@ -1,6 +1,7 @@
 #include "LocatorText.h"
 
 #include <cstdint>
+#include <type_traits>
 
 #include <zetcore/string/Utf.h>
 

@@ -67,16 +67,18 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     void AddModule(InfoPtr info);
 
     /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.
-    /// Throws `std::runtime_error` naming the line for a text that is no configuration; the registry is then
-    /// unchanged.
+    /// Without, it is what a scan found: for each module that it mentions, its records take the place of all
+    /// that the module had, and a record that the user disabled, or the choice remembered for it, keeps it
+    /// disabled. Throws `std::runtime_error` naming the line for a text that is no configuration; the
+    /// registry is then unchanged.
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
 
     /// Writes folders, records and choices by atomic replacement; with `withModules` false, folders only.
     /// Between `BeginIncrementalSaves` and `EndIncrementalSaves` a save writes only what has changed since
-    /// the last one, into a journal beside the file, which loading takes into account. Throws
-    /// `file_exception`.
+    /// the last one, into a journal beside the file, which loading takes into account; the first one writes
+    /// the whole file. The pair does not nest: the first end ends it. Throws `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file, bool withModules);
     void BeginIncrementalSaves();
     void EndIncrementalSaves();
