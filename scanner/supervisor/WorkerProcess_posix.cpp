@@ -87,9 +87,11 @@ struct WorkerProcess::System
     bool HasEnded() const
     {
         siginfo_t info = {};
-        return reaped ||
-               (::waitid(P_PID, static_cast<id_t>(worker.pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-                info.si_pid == worker.pid);
+        if (reaped)
+            return true;
+        if (::waitid(P_PID, static_cast<id_t>(worker.pid), &info, WEXITED | WNOHANG | WNOWAIT) != 0)
+            return errno == ECHILD;
+        return info.si_pid == worker.pid;
     }
 
     // Until the process has ended or the time is up.

@@ -71,14 +71,15 @@ struct ScannerClient::Conversation
     }
 };
 
-ScannerClient::ScannerClient(std::filesystem::path preferences, Environment environment)
+ScannerClient::ScannerClient(std::filesystem::path preferences, Environment environment, int traceVolume)
     : prefs(std::move(preferences))
 {
     if (!block.Init(zetscanprotocol::blockName, zetscanprotocol::blockSize, MemoryMappedFile::CreateLocked))
         throw std::runtime_error("the port block cannot be made");
     auto* words = static_cast<std::uint32_t*>(block.GetAddress());
     const std::atomic_ref<std::uint32_t> portWord(words[zetscanprotocol::portWord]);
-    std::atomic_ref<std::uint32_t>(words[zetscanprotocol::traceVolumeWord]).store(0);
+    std::atomic_ref<std::uint32_t>(words[zetscanprotocol::traceVolumeWord])
+        .store(static_cast<std::uint32_t>(traceVolume));
     portWord.store(0);
 
     zettesting::ChildProcess::Options options;

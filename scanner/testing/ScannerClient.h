@@ -44,7 +44,7 @@ class ScannerClient
     using Environment = std::map<std::string, std::optional<std::string>>;
 
     /// Starts it, as a host does, and waits for its port. `prefs` is where the settings files are.
-    explicit ScannerClient(std::filesystem::path prefs, Environment environment = {});
+    explicit ScannerClient(std::filesystem::path prefs, Environment environment = {}, int traceVolume = 0);
     ~ScannerClient();
     ScannerClient(const ScannerClient&) = delete;
     ScannerClient& operator=(const ScannerClient&) = delete;
