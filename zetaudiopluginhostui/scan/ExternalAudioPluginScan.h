@@ -95,7 +95,8 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
 
     /// Guards the flags, the counters, the pending list, the current locator and the result file.
     std::mutex mutex;
-    bool finished = false;
+    /// Nothing is under way before the first scan.
+    bool finished = true;
     std::int32_t progress = 0;
     /// What was done before the current scanner was started.
     std::int32_t progressBase = 0;

@@ -1,0 +1,118 @@
+#include <zetaudiopluginhostui/AudioPluginManager.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <type_traits>
+
+#include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zettesting/HostFixture.h>
+
+#include "module/DebugSwitch.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+constexpr char quickScanKey[] = "zetaudiofilterhost.EnableQuickEffectScan";
+constexpr char shellSkippingKey[] = "zetaudiofilterhost.EnableWavesVST2ShellSkipping";
+
+using zetcore::debug::DebugDatabase;
+
+using FeatureSwitches = zettesting::HostFixture;
+using FeatureSwitchesDeathTest = FeatureSwitches;
+
+TEST_F(FeatureSwitches, ADebugSwitchIsOnOnlyWhenTheEntryIsExactlyTrue)
+{
+    struct Case
+    {
+        const char* entry;
+        bool on;
+    };
+    for (const Case& each : {Case{"true", true},
+                             {"True", false},
+                             {"TRUE", false},
+                             {"1", false},
+                             {"", false},
+                             {"truely", false},
+                             {"tru", false},
+                             {"false", false}}) {
+        DebugDatabase::Instance().SetEntry("some.key", each.entry);
+        EXPECT_EQ(IsDebugSwitchOn("some.key", "true"), each.on) << each.entry;
+        EXPECT_EQ(IsDebugSwitchOn("some.key", "false"), each.on) << each.entry;
+    }
+    EXPECT_TRUE(IsDebugSwitchOn("another.key", "true"));
+    EXPECT_FALSE(IsDebugSwitchOn("another.key", "false"));
+}
+
+TEST_F(FeatureSwitches, NoEntryEnablesShellSkipping)
+{
+    EXPECT_TRUE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
+}
+
+TEST_F(FeatureSwitches, TrueWithACapitalTDisablesShellSkipping)
+{
+    DebugDatabase::Instance().SetEntry(shellSkippingKey, "True");
+    EXPECT_FALSE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
+}
+
+TEST_F(FeatureSwitches, ShellSkippingIsReadAfreshOnEveryCall)
+{
+    EXPECT_TRUE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
+    DebugDatabase::Instance().SetEntry(shellSkippingKey, "false");
+    EXPECT_FALSE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
+    DebugDatabase::Instance().SetEntry(shellSkippingKey, "true");
+    EXPECT_TRUE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
+}
+
+// The quick scan's switch is read once a process: each of these asks a process of its own.
+
+[[noreturn]] void ExitWithQuickScan()
+{
+    std::exit(AudioPluginManager::IsQuickEffectScanFeatureEnabled() ? 10 : 20);
+}
+
+TEST_F(FeatureSwitchesDeathTest, NoEntryEnablesTheQuickEffectScan)
+{
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(ExitWithQuickScan(), ::testing::ExitedWithCode(10), "");
+}
+
+TEST_F(FeatureSwitchesDeathTest, TrueWithACapitalTDisablesTheQuickEffectScan)
+{
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    DebugDatabase::Instance().SetEntry(quickScanKey, "True");
+    EXPECT_EXIT(ExitWithQuickScan(), ::testing::ExitedWithCode(20), "");
+}
+
+TEST_F(FeatureSwitchesDeathTest, TheQuickEffectScanIsReadOnceAProcess)
+{
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    DebugDatabase::Instance().SetEntry(quickScanKey, "false");
+    EXPECT_EXIT(
+        {
+            const bool first = AudioPluginManager::IsQuickEffectScanFeatureEnabled();
+            DebugDatabase::Instance().SetEntry(quickScanKey, "true");
+            const bool second = AudioPluginManager::IsQuickEffectScanFeatureEnabled();
+            std::exit(!first && !second ? 30 : 40);
+        },
+        ::testing::ExitedWithCode(30), "");
+}
+
+TEST(AudioPluginManager, ThereIsOneInstance)
+{
+    EXPECT_EQ(&AudioPluginManager::GetInstance(), &AudioPluginManager::GetInstance());
+}
+
+TEST(AudioPluginManagerSettings, IsAPlainRecordWithItsDefaults)
+{
+    static_assert(std::is_trivially_copyable_v<AudioPluginManagerSettings>);
+    const AudioPluginManagerSettings settings;
+    EXPECT_FALSE(settings.rescanExisting);
+    EXPECT_EQ(settings.sortColumn, 0u);
+    EXPECT_FALSE(settings.sortAscending);
+    EXPECT_TRUE(settings.hostFlag);
+    EXPECT_EQ(settings.dialogBounds, (zetcore::geom::RectT<int>{0, 0, 0, 0}));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,57 @@
+#include <zetaudiopluginhostui/Module.h>
+
+#include <gtest/gtest.h>
+
+#include "module/ModuleHandle.h"
+#include "module/ModuleResources.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+class Module : public ::testing::Test
+{
+  protected:
+    ~Module() override { Terminate(); }
+};
+
+TEST_F(Module, InitializeTwiceReturnsTrueTwiceAndBuildsOneResourceManager)
+{
+    EXPECT_TRUE(Initialize());
+    const auto* const resources = GetModuleResources();
+    ASSERT_NE(resources, nullptr);
+    EXPECT_TRUE(Initialize());
+    EXPECT_EQ(GetModuleResources(), resources);
+}
+
+TEST_F(Module, TerminateWithoutInitializeDoesNothing)
+{
+    Terminate();
+    Terminate();
+    EXPECT_EQ(GetModuleResources(), nullptr);
+}
+
+TEST_F(Module, ThereAreNoResourcesBeforeInitializeAndAfterTerminate)
+{
+    EXPECT_EQ(GetModuleResources(), nullptr);
+    Initialize();
+    Terminate();
+    EXPECT_EQ(GetModuleResources(), nullptr);
+}
+
+TEST_F(Module, CanBeInitializedAgainAfterTerminate)
+{
+    Initialize();
+    Terminate();
+    EXPECT_TRUE(Initialize());
+    EXPECT_NE(GetModuleResources(), nullptr);
+}
+
+TEST_F(Module, ItsResourcesAreThoseOfTheModuleThatItsCodeIsIn)
+{
+    Initialize();
+    EXPECT_NE(OwnModuleHandle(), nullptr);
+    EXPECT_EQ(GetModuleResources()->Module(), OwnModuleHandle());
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

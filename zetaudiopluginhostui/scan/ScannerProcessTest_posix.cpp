@@ -1,0 +1,121 @@
+#include "scan/ScannerProcess.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include <zetcore/string/Utf.h>
+
+#include "testing/ExternalScanFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+class ScannerProcessTest : public ExternalScanFixture
+{
+  protected:
+    static zetcore::filesupport::File FactsProgram()
+    {
+        return zetcore::filesupport::File(zetcore::string::UTF8to16(ZET_PROCESS_FACTS_PROGRAM));
+    }
+    static zetcore::filesupport::File FakeScanner()
+    {
+        return zetcore::filesupport::File(zetcore::string::UTF8to16(ZET_FAKE_SCANNER_FOLDER) + L"/" +
+                                          ScannerFileName());
+    }
+    /// Until it has ended; whoever started it can still collect it.
+    static void WaitForEnd(ScannerProcess process)
+    {
+        siginfo_t info = {};
+        ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(process.handle), &info, WEXITED | WNOWAIT), 0);
+    }
+    static bool IsKnownToTheSystem(ScannerProcess process)
+    {
+        return ::kill(static_cast<pid_t>(process.handle), 0) == 0;
+    }
+
+    const std::filesystem::path facts = folder / "facts";
+    zettesting::ScopedEnvironment factsFile{"ZET_PROCESS_FACTS", facts.string()};
+};
+
+TEST_F(ScannerProcessTest, StartsWithoutArgumentsOrOpenFilesOrSignalSettingsInASessionOfItsOwn)
+{
+    const int inheritable = ::open("/dev/null", O_RDONLY);
+    ASSERT_EQ(::fcntl(inheritable, F_GETFD), 0);
+    sigset_t blocked;
+    sigset_t before;
+    ::sigemptyset(&blocked);
+    ::sigaddset(&blocked, SIGUSR1);
+    ::pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    ::signal(SIGUSR2, SIG_IGN);
+
+    const ScannerProcess process = StartScannerProcess(FactsProgram());
+
+    ::signal(SIGUSR2, SIG_DFL);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    ::close(inheritable);
+    ASSERT_TRUE(process);
+    WaitForEnd(process);
+    EXPECT_EQ(zettesting::ReadAll(facts), "arguments 0\n"
+                                          "program " ZET_PROCESS_FACTS_PROGRAM "\n"
+                                          "folder " +
+                                              std::filesystem::current_path().string() +
+                                              "\n"
+                                              "descriptors 0 1 2\n"
+                                              "input /dev/null\n"
+                                              "output /dev/null\n"
+                                              "own session 1\n"
+                                              "SIGUSR1 blocked 0\n"
+                                              "SIGUSR2 ignored 0\n");
+    EndScannerProcess(process);
+}
+
+TEST_F(ScannerProcessTest, EndingOneThatRunsEndsItAtOnceAndCollectsIt)
+{
+    Script(1, {"none", "wait forever"});
+    const ScannerProcess process = StartScannerProcess(FakeScanner());
+    ASSERT_TRUE(process);
+    EXPECT_TRUE(IsKnownToTheSystem(process));
+    EndScannerProcess(process);
+    EXPECT_FALSE(IsKnownToTheSystem(process));
+}
+
+TEST_F(ScannerProcessTest, EndingOneThatHasEndedCollectsItAndEndingItAgainDoesNothing)
+{
+    const ScannerProcess process = StartScannerProcess(FactsProgram());
+    WaitForEnd(process);
+    EndScannerProcess(process);
+    EXPECT_FALSE(IsKnownToTheSystem(process));
+    EndScannerProcess(process);
+    EndScannerProcess(ScannerProcess());
+}
+
+TEST_F(ScannerProcessTest, OneWhoseHandleWasGivenUpIsCollectedAtTheNextLaunch)
+{
+    const ScannerProcess first = StartScannerProcess(FactsProgram());
+    WaitForEnd(first);
+    EXPECT_TRUE(IsKnownToTheSystem(first));
+    const ScannerProcess second = StartScannerProcess(FactsProgram());
+    EXPECT_FALSE(IsKnownToTheSystem(first));
+    WaitForEnd(second);
+    EndScannerProcess(second);
+}
+
+TEST_F(ScannerProcessTest, AMissingProgramGivesNone)
+{
+    EXPECT_FALSE(StartScannerProcess(zetcore::filesupport::File(folder.Wide() + L"/missing")));
+}
+
+TEST_F(ScannerProcessTest, WithoutTheSharedBlockNoScannerIsStarted)
+{
+    std::filesystem::create_directory(folder / "runtime" / "ZETAudioFilterScan2");
+    EXPECT_FALSE(Start({}));
+    EXPECT_EQ(Launches(), 0);
+    EXPECT_FALSE(ExternalAudioPluginScanAccess::Process(*scan));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "scan/ExternalAudioPluginScan.h"
+#include "testing/ScanFixture.h"
+
+namespace zetaudiopluginhostui {
+
+/// What only the session itself may touch.
+class ExternalAudioPluginScanAccess
+{
+  public:
+    static ScannerProcess Process(const ExternalAudioPluginScan& scan) { return scan.process; }
+    static void OnServerQuitDone(ExternalAudioPluginScan& scan) { scan.OnServerQuitDone(); }
+};
+
+/// One external scan against the fake scanner, and what it reports.
+class ExternalScanFixture : public ScanFixture
+{
+  protected:
+    static constexpr char endReport[] = " 1/0";
+
+    ~ExternalScanFixture() override;
+
+    bool Start(const std::vector<PluginLocator>& plugins, bool disableShellSkipping = false,
+               bool quickScan = true);
+    /// Runs posted calls until the end has been reported.
+    void RunUntilEnd();
+    int EndReports() const;
+
+    std::wstring Settings() const { return zettesting::ToWide(prefs / "plugins.xml"); }
+    std::filesystem::path BannedFile() const { return prefs / "banned.xml"; }
+    std::filesystem::path ResultFile() const { return prefs / "plugins.xml.scan"; }
+
+    /// "FILE NAME[:sub-component] PROGRESS/TOTAL".
+    std::vector<std::string> reports;
+    std::wstring banned = zettesting::ToWide(BannedFile());
+    std::shared_ptr<ExternalAudioPluginScan> scan = std::make_shared<ExternalAudioPluginScan>();
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,217 @@
+// A scanner that does what a script says. The folder that the environment's ZET_FAKE_SCANNER names holds
+// script.1 for the first process that is started there, script.2 for the second, and so on; log.N tells what
+// each was asked. A script's lines:
+//
+//   none            do not write a port
+//   dead            write a port at which nobody listens
+//   word N          write this number as the port
+//   listen [NAME]   listen, write the port and make a file of that name; the lines after it answer the
+//   requests wait NAME       wait until there is a file of that name in the folder touch NAME      make one
+//   ok              answer the request with success
+//   reply JSON      answer with this result
+//   result TEXT     write the result file, then answer with success
+//   error           answer with an error
+//   hold            do not answer
+//   die             end at once
+//   die-when NAME   end as soon as there is a file of that name
+//
+// A script without an answer left lets the scanner wait until its connection closes; it ends then.
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/serialization/Value.h>
+#include <zetcore/string/Utf.h>
+#include <zetcore/threads/Backoff.h>
+#include <zetmarshal/JsonValue.h>
+#include <zetmarshal/RPCServer.h>
+#include <zetscanprotocol/ScanProtocol.h>
+#include <zettransport/SocketTransport.h>
+
+namespace {
+
+namespace protocol = zetscanprotocol;
+namespace serialization = zetcore::serialization;
+using zetcore::filesupport::MemoryMappedFile;
+using zetmarshal::RPCResponder;
+
+class FakeScanner
+{
+  public:
+    explicit FakeScanner(std::filesystem::path scriptFolder) : folder(std::move(scriptFolder))
+    {
+        do
+            ++number;
+        while (!CreateNew(folder / ("launch." + std::to_string(number))));
+        std::ifstream script(folder / ("script." + std::to_string(number)));
+        for (std::string line; std::getline(script, line);)
+            lines.push_back(line);
+        if (!block.Init(protocol::blockName, protocol::blockSize, MemoryMappedFile::OpenShared))
+            throw std::runtime_error("no block");
+        Log("volume " + std::to_string(static_cast<int>(Word(protocol::traceVolumeWord).load())));
+    }
+
+    void Run()
+    {
+        while (!lines.empty()) {
+            const auto [command, argument] = NextLine();
+            if (command == "none")
+                continue;
+            if (command == "word")
+                Word(protocol::portWord) = static_cast<std::uint32_t>(std::stoul(argument));
+            else if (command == "dead")
+                Word(protocol::portWord) = UnusedPort();
+            else if (command == "listen")
+                Serve(argument);
+            else
+                DoBetween(command, argument);
+        }
+    }
+
+  private:
+    static bool CreateNew(const std::filesystem::path& file)
+    {
+        std::FILE* const created = std::fopen(file.string().c_str(), "wx");
+        return created && std::fclose(created) == 0;
+    }
+
+    std::atomic_ref<std::uint32_t> Word(std::size_t index)
+    {
+        return std::atomic_ref(static_cast<std::uint32_t*>(block.GetAddress())[index]);
+    }
+
+    static std::uint16_t UnusedPort()
+    {
+        const auto transport = zettransport::SocketTransport::Create(1);
+        return transport->ServerStart([](auto&&...) { return false; });
+    }
+
+    std::pair<std::string, std::string> NextLine()
+    {
+        const std::string line = lines.front();
+        lines.erase(lines.begin());
+        const auto space = line.find(' ');
+        return {line.substr(0, space), space == std::string::npos ? std::string() : line.substr(space + 1)};
+    }
+
+    void Log(const std::string& line)
+    {
+        std::ofstream log(folder / ("log." + std::to_string(number)), std::ios::app);
+        log << line << "\n";
+    }
+
+    void DoBetween(const std::string& command, const std::string& argument)
+    {
+        if (command == "touch")
+            std::ofstream(folder / argument).flush();
+        else if (command == "wait")
+            for (zetcore::threads::Backoff pause; !std::filesystem::exists(folder / argument);)
+                pause();
+        else if (command == "die")
+            std::_Exit(1);
+        else if (command == "die-when")
+            std::thread([this, argument] {
+                DoBetween("wait", argument);
+                std::_Exit(1);
+            }).detach();
+        else
+            throw std::runtime_error("cannot do \"" + command + "\"");
+    }
+
+    void Serve(const std::string& whenListening)
+    {
+        const auto transport = zettransport::SocketTransport::Create(1);
+        std::promise<void> closed;
+        std::unique_ptr<zetmarshal::RPCServer> server;
+        const std::uint16_t port = transport->ServerStart(
+            [&](std::shared_ptr<zettransport::Session> session, const zettransport::SocketTransport::Peer&) {
+                server = std::make_unique<zetmarshal::RPCServer>(session);
+                for (const char* method : {protocol::connectMethod, protocol::beginScanMethod,
+                                           protocol::getScanInfoMethod, protocol::scanOneEntityMethod})
+                    server->Register(method, [this, method](const serialization::Array& params,
+                                                            std::shared_ptr<RPCResponder> responder) {
+                        Answer(method, params, responder);
+                    });
+                server->Start();
+                session->SetCloseCallback([&closed](auto&&) {
+                    closed.set_value();
+                    return 0;
+                });
+                return true;
+            });
+        Word(protocol::portWord) = port;
+        if (!whenListening.empty())
+            DoBetween("touch", whenListening);
+        closed.get_future().wait();
+        transport->ServerStop();
+        lines.clear();
+    }
+
+    void Answer(const std::string& method, const serialization::Array& params,
+                const std::shared_ptr<RPCResponder>& responder)
+    {
+        Log(method.substr(method.rfind('.') + 1) + " " +
+            zetmarshal::ToJson(serialization::MakeValue(params)));
+        if (method == protocol::connectMethod)
+            resultFile = zetcore::string::UTF8to16(
+                serialization::ToStdString(std::any_cast<serialization::Utf8String>(*params.at(3))));
+        while (!lines.empty()) {
+            const auto [command, argument] = NextLine();
+            if (command == "ok")
+                return responder->Succeed(serialization::MakeValue(serialization::Object()));
+            if (command == "reply")
+                return responder->Succeed(zetmarshal::FromJson(argument));
+            if (command == "error")
+                return responder->Fail(zetmarshal::RPCErrorCode::Failed, "as the script says");
+            if (command == "hold") {
+                held.push_back(responder);
+                return;
+            }
+            if (command == "result") {
+                zetcore::filesupport::FileUtils::SimpleWriteStringToFile(resultFile, argument);
+                return responder->Succeed(serialization::MakeValue(serialization::Object()));
+            }
+            DoBetween(command, argument);
+        }
+        held.push_back(responder);
+    }
+
+    const std::filesystem::path folder;
+    int number = 0;
+    std::vector<std::string> lines;
+    MemoryMappedFile block;
+    std::wstring resultFile;
+    std::vector<std::shared_ptr<RPCResponder>> held;
+};
+
+} // namespace
+
+int main()
+{
+    // Whatever a script asks for, nothing is left behind for long.
+    std::thread([] {
+        std::this_thread::sleep_for(std::chrono::minutes(3));
+        std::_Exit(2);
+    }).detach();
+    const char* const folder = std::getenv("ZET_FAKE_SCANNER");
+    if (!folder)
+        return 3;
+    try {
+        FakeScanner(folder).Run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "fake scanner: %s\n", error.what());
+        return 4;
+    }
+    return 0;
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <zetcore/threads/MainThread.h>
+#include <zetcore/threads/PlainEventLoop.h>
+#include <zetui/dialogs/ProgressPresentation.h>
+
+namespace zetaudiopluginhostui {
+
+/// Writes down what is shown, and answers as the test says. Installed while it lives.
+class RecordingPresentation
+{
+  public:
+    RecordingPresentation() { zetui::dialogs::SetPresentation(std::make_shared<Recorder>(*this)); }
+    ~RecordingPresentation() { zetui::dialogs::SetPresentation(nullptr); }
+    RecordingPresentation(const RecordingPresentation&) = delete;
+    RecordingPresentation& operator=(const RecordingPresentation&) = delete;
+
+    /// "show TITLE", "step EXTRA (PROGRESS/TOTAL)", "hide", "note TITLE: MESSAGE", "caution TITLE: MESSAGE".
+    std::vector<std::string> calls;
+    /// Called after each step; true is the cancel button.
+    std::function<bool()> onStep;
+    /// Called for each alert.
+    std::function<void()> onAlert;
+
+    std::vector<std::string> Starting(const std::string& with) const
+    {
+        std::vector<std::string> found;
+        for (const std::string& call : calls)
+            if (call.starts_with(with))
+                found.push_back(call);
+        return found;
+    }
+
+  private:
+    class Progress : public zetui::dialogs::ProgressPresentation
+    {
+      public:
+        explicit Progress(RecordingPresentation& record) : owner(record) {}
+        void Show(const std::string& title, const std::string& text, bool cancellable) override
+        {
+            owner.calls.push_back("show " + title + text + (cancellable ? "" : " (not cancellable)"));
+        }
+        void SetExtraText(const std::string& text) override { extraText = text; }
+        void SetProgress(unsigned long long progress, unsigned long long total,
+                         const std::string& text) override
+        {
+            owner.calls.push_back("step " + extraText + " (" + std::to_string(progress) + "/" +
+                                  std::to_string(total) + ")" + text);
+            stepped = true;
+        }
+        void Hide() override { owner.calls.push_back("hide"); }
+        bool ProcessEvents(bool wait) override
+        {
+            if (wait)
+                if (const auto loop = std::dynamic_pointer_cast<zetcore::threads::PlainEventLoop>(
+                        zetcore::threads::GetRegisteredMainThread()))
+                    loop->WaitAndRun(std::chrono::steady_clock::now() + std::chrono::milliseconds(50));
+            return std::exchange(stepped, false) && owner.onStep && owner.onStep();
+        }
+
+      private:
+        RecordingPresentation& owner;
+        std::string extraText;
+        bool stepped = false;
+    };
+
+    class Recorder : public zetui::dialogs::Presentation
+    {
+      public:
+        explicit Recorder(RecordingPresentation& record) : owner(record) {}
+        std::unique_ptr<zetui::dialogs::ProgressPresentation> CreateProgress() override
+        {
+            return std::make_unique<Progress>(owner);
+        }
+        void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title,
+                       const std::string& message) override
+        {
+            const bool note = kind == zetui::dialogs::AlertKind::Note;
+            owner.calls.push_back((note ? "note " : "caution ") + title + ": " + message);
+            if (owner.onAlert)
+                owner.onAlert();
+        }
+
+      private:
+        RecordingPresentation& owner;
+    };
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,163 @@
+#include "testing/ScanFixture.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/serialization/Value.h>
+#include <zetcore/string/Utf.h>
+#include <zetcore/threads/Backoff.h>
+#include <zetcore/threads/MainThread.h>
+#include <zetmarshal/JsonValue.h>
+#include <zettesting/ChildProcess.h>
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::BannedPluginManager;
+
+constexpr std::chrono::seconds patience{60};
+
+std::filesystem::path NewFolder(const std::filesystem::path& path)
+{
+    std::filesystem::create_directory(path);
+    return path;
+}
+
+} // namespace
+
+ScanFixture::ScanFixture()
+    : scripts(NewFolder(folder / "scripts")),
+      environment(std::make_unique<zettesting::ScopedEnvironment>("ZET_FAKE_SCANNER", scripts.string()))
+{
+    zetcore::threads::RegisterMainThread(loop);
+    zetcore::filesupport::commondirs::SetExecutableDir(zetcore::string::UTF8to16(ZET_FAKE_SCANNER_FOLDER));
+    zetcore::debug::SetTraceSink(
+        [log = lockedTrace](int level, std::string_view category, std::string_view text) {
+            if (level != 6 || category != "ExternalAudioPluginScan")
+                return;
+            const std::lock_guard lock(log->mutex);
+            log->lines.emplace_back(text);
+        });
+    PluginModuleInfoManager::GetInstance()->Reset();
+    BannedPluginManager::GetInstance()->Reset();
+}
+
+ScanFixture::~ScanFixture()
+{
+    PluginModuleInfoManager::GetInstance()->Reset();
+    BannedPluginManager::GetInstance()->Reset();
+}
+
+void ScanFixture::Script(int number, const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + "\n";
+    zettesting::WriteAll(scripts / ("script." + std::to_string(number)), text);
+}
+
+std::vector<std::string> ScanFixture::Log(int number) const
+{
+    std::ifstream file(scripts / ("log." + std::to_string(number)));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+int ScanFixture::Launches() const
+{
+    int count = 0;
+    while (std::filesystem::exists(scripts / ("launch." + std::to_string(count + 1))))
+        ++count;
+    return count;
+}
+
+void ScanFixture::Touch(const std::string& name) const
+{
+    zettesting::WriteAll(scripts / name, "");
+}
+
+void ScanFixture::WaitForFile(const std::string& name) const
+{
+    WaitUntil([&] { return std::filesystem::exists(scripts / name); });
+}
+
+bool ScanFixture::ScannersRun() const
+{
+    return !zettesting::ProcessesWithEnvironment(scripts.string()).empty();
+}
+
+bool ScanFixture::ScannersEnd() const
+{
+    return zettesting::WaitForProcessesToEnd(scripts.string()).empty();
+}
+
+void ScanFixture::RunUntil(const std::function<bool()>& condition)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            ADD_FAILURE() << "nothing of what was waited for has happened";
+            return;
+        }
+        loop->WaitAndRun(std::chrono::steady_clock::now() + std::chrono::milliseconds(20));
+    }
+}
+
+void ScanFixture::WaitUntil(const std::function<bool()>& condition)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    for (zetcore::threads::Backoff pause; !condition(); pause())
+        if (std::chrono::steady_clock::now() > deadline) {
+            ADD_FAILURE() << "nothing of what was waited for has happened";
+            return;
+        }
+}
+
+std::string ScanFixture::Info(const PluginLocator& plugin, int progress, int total, bool continues,
+                              const std::string& subcomponent)
+{
+    const auto quoted =
+        zetmarshal::ToJson(zetcore::serialization::MakeString(std::string_view(subcomponent)));
+    std::ostringstream line;
+    line << "reply {\"value\":{\"locator\":" << Quoted(plugin) << ",\"subcomponent\":" << quoted
+         << ",\"progress\":" << progress << ",\"total\":" << total
+         << ",\"continue\":" << (continues ? "true" : "false") << "}}";
+    return line.str();
+}
+
+zetaudiofilterhost::PluginLocator ScanFixture::Plugin(const std::string& name) const
+{
+    return {zetaudiofilterhost::TechnologyType::VST, zettesting::ToWide(folder / name)};
+}
+
+std::string ScanFixture::Quoted(const PluginLocator& plugin)
+{
+    return zetmarshal::ToJson(zetcore::serialization::MakeString(std::wstring_view(plugin.ToString())));
+}
+
+std::string ScanFixture::Result(const PluginLocator& plugin, const std::wstring& name)
+{
+    const auto info = std::make_shared<zetaudiofilterhost::PluginModuleInfo>(plugin);
+    info->SetName(name);
+    std::string text = PluginModuleInfoManager::ToConfigurationText({info});
+    for (char& character : text)
+        if (character == '\n')
+            character = ' ';
+    return "result " + text;
+}
+
+std::vector<std::string> ScanFixture::Traced() const
+{
+    const std::lock_guard lock(lockedTrace->mutex);
+    return lockedTrace->lines;
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetcore/threads/PlainEventLoop.h>
+#include <zettesting/HostFixture.h>
+
+namespace zetaudiopluginhostui {
+
+/// A host with an empty registry and lists, an event loop, and a fake scanner in its executable folder that
+/// does what `Script` says (see FakeScanner.cpp).
+class ScanFixture : public zettesting::HostFixture
+{
+  protected:
+    using PluginLocator = zetaudiofilterhost::PluginLocator;
+
+    ScanFixture();
+    ~ScanFixture() override;
+
+    /// What the scanner of this number does; 1 is the first that is launched.
+    void Script(int number, const std::vector<std::string>& lines);
+    /// What it was asked, a line for each request; the first line is the trace volume it found.
+    std::vector<std::string> Log(int number) const;
+    int Launches() const;
+    void Touch(const std::string& name) const;
+    /// Waits for a file in the scripts' folder; fails the test when the time is up.
+    void WaitForFile(const std::string& name) const;
+    bool ScannersRun() const;
+    /// Waits until no scanner of this test runs any more.
+    bool ScannersEnd() const;
+
+    /// Runs posted calls until it holds, or, after a long time, fails the test.
+    void RunUntil(const std::function<bool()>& condition);
+    /// Waits without running posted calls.
+    static void WaitUntil(const std::function<bool()>& condition);
+
+    /// The line of a script that answers GetScanInfo.
+    static std::string Info(const PluginLocator& plugin, int progress, int total, bool continues,
+                            const std::string& subcomponent = {});
+    PluginLocator Plugin(const std::string& name) const;
+    /// `Plugin`'s text as JSON.
+    static std::string Quoted(const PluginLocator& plugin);
+    /// The line of a script that answers ScanOneEntity with a result for this plug-in.
+    static std::string Result(const PluginLocator& plugin, const std::wstring& name);
+
+    /// Trace without level and category, from whatever thread.
+    std::vector<std::string> Traced() const;
+
+    std::filesystem::path scripts;
+    std::shared_ptr<zetcore::threads::PlainEventLoop> loop =
+        std::make_shared<zetcore::threads::PlainEventLoop>();
+
+  private:
+    struct LockedTrace
+    {
+        mutable std::mutex mutex;
+        std::vector<std::string> lines;
+    };
+    std::shared_ptr<LockedTrace> lockedTrace = std::make_shared<LockedTrace>();
+    std::unique_ptr<zettesting::ScopedEnvironment> environment;
+};
+
+} // namespace zetaudiopluginhostui
