@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -21,6 +22,26 @@ class GoodPlugins : public ManagerFixture, public testing::WithParamInterface<bo
 
     Strings ScanArguments() const { return GetParam() ? Strings{"--in-process"} : Strings{}; }
 
+    /// What a scan must find: a record for each module, and for each plug-in of a VST2 shell. A VST3 module
+    /// with several classes goes by its file's name.
+    std::multiset<Facts> ExpectedFacts() const
+    {
+        std::map<std::string, std::vector<zettesting::TestPluginFacts>> modules;
+        for (const auto& fact : zettesting::GoodTestPluginFacts())
+            modules[fact.plugin].push_back(fact);
+        std::multiset<Facts> expected;
+        for (const auto& [name, facts] : modules) {
+            const auto path = plugins / zettesting::TestPlugin(name).filename();
+            if (facts.size() > 1 && !facts.front().inShell) {
+                expected.emplace(path.string(), path.stem().string(), facts.front().vendor);
+                continue;
+            }
+            for (const auto& fact : facts)
+                expected.emplace(path.string(), fact.name, fact.vendor);
+        }
+        return expected;
+    }
+
     static constexpr auto recursively = std::filesystem::copy_options::recursive;
 };
 
@@ -34,11 +55,7 @@ TEST_P(GoodPlugins, AllAreFoundWithTheirNamesAndVendors)
     EXPECT_EQ(summary.banned, Strings());
     EXPECT_GE(summary.seconds, 0);
 
-    std::multiset<Facts> expected, found;
-    for (const auto& fact : zettesting::GoodTestPluginFacts()) {
-        const auto path = plugins / zettesting::TestPlugin(fact.plugin).filename();
-        expected.emplace(path.string(), fact.name, fact.vendor);
-    }
+    std::multiset<Facts> found;
     const auto list = List();
     for (const ListedPlugin& plugin : list) {
         found.emplace(plugin.path, plugin.name, plugin.vendor);
@@ -46,20 +63,31 @@ TEST_P(GoodPlugins, AllAreFoundWithTheirNamesAndVendors)
         EXPECT_TRUE(plugin.enabled);
         EXPECT_EQ(plugin.technology, plugin.path.ends_with(".vst3") ? "VST3" : "VST");
     }
-    EXPECT_EQ(found, expected);
+    EXPECT_EQ(found, ExpectedFacts());
     EXPECT_EQ(summary.found, static_cast<long long>(list.size()));
     EXPECT_EQ(summary.scanned, static_cast<long long>(ListedPaths().size()));
 }
 
+// What kind a shell's plug-in is takes an instance of it, which only the full scan makes.
 TEST_P(GoodPlugins, InstrumentsAreNoEffects)
 {
-    Scan(ScanArguments());
-    const auto list = List();
-    for (const auto& fact : zettesting::GoodTestPluginFacts()) {
-        const auto listed = std::find_if(list.begin(), list.end(),
-                                         [&](const auto& plugin) { return plugin.name == fact.name; });
-        ASSERT_NE(listed, list.end()) << fact.name;
-        EXPECT_EQ(listed->effect, !fact.synth) << fact.name;
+    for (const bool quick : {true, false}) {
+        environment["ZET_DEBUG_DATABASE"] =
+            std::string("zetaudiofilterhost.EnableQuickEffectScan=") + (quick ? "true" : "false");
+        Strings arguments = ScanArguments();
+        arguments.push_back("--rescan");
+        Scan(arguments);
+        std::map<std::string, bool> effects;
+        for (const ListedPlugin& plugin : List())
+            effects[plugin.name] = plugin.effect;
+        for (const auto& fact : zettesting::GoodTestPluginFacts()) {
+            const bool known = !fact.inShell || !quick;
+            if (known && fact.plugin != "good/vst3_several_classes") {
+                ASSERT_TRUE(effects.contains(fact.name)) << fact.name;
+                EXPECT_EQ(effects[fact.name], !fact.synth) << fact.name;
+            }
+        }
+        EXPECT_TRUE(effects["vst3_several_classes"]) << "it holds effects beside its instruments";
     }
 }
 
@@ -74,17 +102,6 @@ TEST_P(GoodPlugins, AShellGivesARecordForEachThatItHolds)
     EXPECT_EQ(names, (std::set<std::string>{"Quarry Gate", "Quarry Mono", "Quarry Tilt"}));
     EXPECT_EQ(subcomponents.size(), 3u);
     EXPECT_FALSE(subcomponents.contains(""));
-}
-
-TEST_P(GoodPlugins, TheFullEffectScanFindsTheSame)
-{
-    Scan(ScanArguments());
-    const auto quick = List();
-    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterhost.EnableQuickEffectScan=false";
-    Strings arguments = ScanArguments();
-    arguments.push_back("--rescan");
-    EXPECT_EQ(Scan(arguments).exitStatus, 0);
-    EXPECT_EQ(List(), quick);
 }
 
 TEST_P(GoodPlugins, ASecondScanFindsNothingToDoAndARescanTheSame)
@@ -127,12 +144,12 @@ TEST_P(GoodPlugins, WithoutJsonTheScanPrintsASummaryAndTheListATable)
     Strings arguments = ScanArguments();
     arguments.insert(arguments.begin(), "scan");
     EXPECT_THAT(RunWell(arguments),
-                testing::ContainsRegex("^10 plug-in files scanned in .* 15 plug-ins found, 0 banned"));
+                testing::ContainsRegex("^10 plug-in files scanned in .* 12 plug-ins found, 0 banned"));
     const std::string table = RunWell({"list"});
-    for (const auto& fact : zettesting::GoodTestPluginFacts())
-        EXPECT_THAT(table, HasSubstr(fact.name));
+    for (const auto& [path, name, vendor] : ExpectedFacts())
+        EXPECT_THAT(table, AllOf(HasSubstr(path), HasSubstr(name), HasSubstr(vendor)));
     EXPECT_THAT(table, Not(HasSubstr("\x1b")));
-    EXPECT_THAT(table, HasSubstr("15 plug-ins, 0 banned"));
+    EXPECT_THAT(table, HasSubstr("12 plug-ins, 0 banned"));
 }
 
 } // namespace

@@ -22,6 +22,10 @@ struct ListedPlugin
 
     bool IsBanned() const { return status == "banned"; }
     friend auto operator<=>(const ListedPlugin&, const ListedPlugin&) = default;
+    friend void PrintTo(const ListedPlugin& plugin, std::ostream* stream)
+    {
+        *stream << plugin.status << " " << plugin.name << " " << plugin.path << "|" << plugin.subcomponent;
+    }
 };
 
 /// The object of `scan --json`.

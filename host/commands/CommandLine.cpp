@@ -1,5 +1,6 @@
 #include "commands/CommandLine.h"
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
 
@@ -47,7 +48,7 @@ struct Choice
 
 CLI::Option* AddFiles(CLI::App& app, std::vector<std::string>& files, const std::string& name)
 {
-    return app.add_option(name, files)->type_name("")->allow_extra_args(false);
+    return app.add_option(name, files)->type_name("");
 }
 
 void AddScan(CLI::App& app, Choice& choice)
@@ -145,6 +146,19 @@ void AddFolders(CLI::App& app, Choice& choice)
     });
 }
 
+/// The parser takes "[a,b]" for a list of two. As a file name it means what it says.
+std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
+{
+    std::string before;
+    for (std::string& argument : arguments) {
+        const bool isText = before == "--filter" || before == "--client";
+        before = argument;
+        if (!isText && argument.starts_with('[') && argument.ends_with(']'))
+            argument.insert(0, "./");
+    }
+    return arguments;
+}
+
 ExitStatus Carry(const Choice& choice, std::ostream& output)
 {
     if (!choice.client.empty())
@@ -184,7 +198,9 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& outp
     AddBanAndReload(app, choice);
     AddFolders(app, choice);
     try {
-        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        std::vector<std::string> reversed = KeepBracketedNames(arguments);
+        std::reverse(reversed.begin(), reversed.end());
+        app.parse(reversed);
     } catch (const CLI::ParseError& error) {
         const bool asked = app.exit(error, output, std::cerr) == 0;
         return static_cast<int>(asked ? ExitStatus::Done : ExitStatus::WrongUsage);

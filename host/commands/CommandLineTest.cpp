@@ -5,12 +5,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <zettesting/HostFixture.h>
+
 namespace zetaudiopluginmanager {
 
 namespace {
 
 using testing::HasSubstr;
 using Arguments = std::vector<std::string>;
+
+class CommandLineInAFolder : public zettesting::HostFixture
+{};
 
 TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
 {
@@ -42,6 +47,14 @@ TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
         EXPECT_NE(testing::internal::GetCapturedStderr(), "") << testing::PrintToString(arguments);
         EXPECT_EQ(output.str(), "") << testing::PrintToString(arguments);
     }
+}
+
+TEST_F(CommandLineInAFolder, AFileNameInBracketsIsOneName)
+{
+    std::ostringstream output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "scan", "[no such,file]"}, output), 2);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("/[no such,file]\n"));
 }
 
 TEST(CommandLine, HelpNamesEveryCommandAndExitStatus)

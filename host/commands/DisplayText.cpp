@@ -122,10 +122,9 @@ std::vector<std::string> LinesForTerminal(std::string_view utf8)
     std::vector<std::string> lines;
     for (std::size_t start = 0; start <= utf8.size();) {
         const std::size_t end = std::min(utf8.find('\n', start), utf8.size());
-        std::string_view line = utf8.substr(start, end - start);
-        while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
-            line.remove_suffix(1);
-        lines.push_back(ForTerminal(zetcore::string::UTF8to16(line)));
+        std::string line = ForTerminal(zetcore::string::UTF8to16(utf8.substr(start, end - start)));
+        line.erase(line.find_last_not_of(' ') + 1);
+        lines.push_back(std::move(line));
         start = end + 1;
     }
     while (!lines.empty() && lines.back().empty())
