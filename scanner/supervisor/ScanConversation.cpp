@@ -153,7 +153,7 @@ void ScanConversation::ScanOneEntity()
     try {
         zetcore::filesupport::FileUtils::ReplaceFile(
             connected->resultPath, infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos),
-            zetcore::filesupport::Durability::ProcessCrash);
+            zetcore::filesupport::Durability::Handover);
     } catch (const zetcore::filesupport::file_exception& error) {
         throw RPCError(RPCErrorCode::Failed, error.what());
     }

@@ -27,6 +27,11 @@ std::filesystem::path FolderOf(const std::filesystem::path& file)
     return folder.empty() ? std::filesystem::path(".") : folder;
 }
 
+bool SwapNames(const std::filesystem::path& first, const std::filesystem::path& second)
+{
+    return ::renameat2(AT_FDCWD, first.c_str(), AT_FDCWD, second.c_str(), RENAME_EXCHANGE) == 0;
+}
+
 /// One replacement under way. The temporary file goes when it does not become the real one.
 class Replacement
 {
@@ -71,6 +76,10 @@ class Replacement
 
     void Commit(Durability durability)
     {
+        // To swap the two names is as atomic as a rename over the target, but no reason for the file system
+        // to write the new content out first. The destructor then deletes the old content.
+        if (existing && durability == Durability::Handover && SwapNames(temporary, target))
+            return;
         if (::rename(temporary.c_str(), target.c_str()) != 0)
             Fail(LastSystemError());
         written = false;

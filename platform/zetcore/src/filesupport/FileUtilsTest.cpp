@@ -48,6 +48,19 @@ TEST_F(FileUtilsTest, AFileIsCreatedAndReplaced)
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
 
+TEST_F(FileUtilsTest, EveryDurabilityCreatesAndReplacesAndLeavesNothingElse)
+{
+    for (const Durability durability :
+         {Durability::Handover, Durability::ProcessCrash, Durability::PowerCut}) {
+        for (const char* bytes : {"first", "second, longer", ""}) {
+            FileUtils::ReplaceFile(Path("a"), bytes, durability);
+            EXPECT_EQ(ReadAll(folder / "a"), bytes);
+            EXPECT_THAT(Names(), ElementsAre("a"));
+        }
+        File(Path("a")).Delete();
+    }
+}
+
 TEST_F(FileUtilsTest, LargeContentIsWrittenWhole)
 {
     std::string bytes(5'000'000, '\0');

@@ -11,6 +11,9 @@ namespace zetcore::filesupport {
 /// How far a replaced file must have come before the call returns.
 enum class Durability
 {
+    /// Whole for every process as long as the system runs; after a power cut the file may be empty. For what
+    /// one process hands to another, where nobody reads it later. The cheapest by far on some file systems.
+    Handover,
     /// Whole after a crash of this process; after a power cut the old or the new content may be there.
     ProcessCrash,
     /// Also on the medium: whole and new after a power cut.
