@@ -1,10 +1,11 @@
 #include "EndReason.h"
 
+#include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterscan {
 
-using zetaudiopluginhost::ScanPhase;
+using zetaudiopluginhost::ScanPhaseText;
 
 namespace {
 
@@ -15,11 +16,11 @@ std::string WhatHappened(const WorkerFailure& failure)
     const std::string code = std::to_string(failure.code);
     switch (failure.kind) {
     case WorkerFailure::Kind::Crashed:
-        return "crashed (" + CrashText(failure.code) + ") " + PhaseText(failure.phase);
+        return "crashed (" + CrashText(failure.code) + ") " + ScanPhaseText(failure.phase);
     case WorkerFailure::Kind::Exited:
-        return "ended the process (exit code " + code + ") " + PhaseText(failure.phase);
+        return "ended the process (exit code " + code + ") " + ScanPhaseText(failure.phase);
     case WorkerFailure::Kind::TookTooLong:
-        return "took longer than " + SecondsText(failure.limit) + " " + PhaseText(failure.phase);
+        return "took longer than " + SecondsText(failure.limit) + " " + ScanPhaseText(failure.phase);
     case WorkerFailure::Kind::ChannelLost:
         return "closed files of the process that had loaded it";
     case WorkerFailure::Kind::WrongAnswer:
@@ -27,7 +28,7 @@ std::string WhatHappened(const WorkerFailure& failure)
     case WorkerFailure::Kind::Misbehaved:
         break;
     }
-    return failure.text.empty() ? "misbehaved " + PhaseText(failure.phase)
+    return failure.text.empty() ? std::string("misbehaved ") + ScanPhaseText(failure.phase)
                                 : TidyLine(failure.text, maxTextCharacters);
 }
 
@@ -40,27 +41,6 @@ std::string DescribeFailure(const WorkerFailure& failure, std::string_view lastL
     if (!line.empty())
         text += "; its last output: " + line;
     return text;
-}
-
-std::string PhaseText(ScanPhase phase)
-{
-    switch (phase) {
-    case ScanPhase::Load:
-        return "while being loaded";
-    case ScanPhase::Entry:
-        return "in its entry function";
-    case ScanPhase::Query:
-        return "while being asked what it is";
-    case ScanPhase::Create:
-        return "while a component was being created";
-    case ScanPhase::Close:
-        return "while being closed";
-    case ScanPhase::Unload:
-        return "while being unloaded";
-    case ScanPhase::None:
-        break;
-    }
-    return "while being scanned";
 }
 
 std::string SecondsText(std::chrono::milliseconds time)

@@ -48,9 +48,6 @@ struct WorkerFailure
 /// line; `lastLine` may be empty.
 std::string DescribeFailure(const WorkerFailure& failure, std::string_view lastLine);
 
-/// "while being loaded", "in its entry function" and so on.
-std::string PhaseText(zetaudiopluginhost::ScanPhase phase);
-
 /// "60 seconds", "1 second", "0.25 seconds".
 std::string SecondsText(std::chrono::milliseconds time);
 

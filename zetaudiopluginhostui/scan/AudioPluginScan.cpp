@@ -71,16 +71,6 @@ bool DeleteMarker()
     }
 }
 
-/// A save before every plug-in would make a long scan slower and slower, if each wrote the whole registry.
-class IncrementalSaves
-{
-  public:
-    IncrementalSaves() { PluginModuleInfoManager::GetInstance()->BeginIncrementalSaves(); }
-    ~IncrementalSaves() { PluginModuleInfoManager::GetInstance()->EndIncrementalSaves(); }
-    IncrementalSaves(const IncrementalSaves&) = delete;
-    IncrementalSaves& operator=(const IncrementalSaves&) = delete;
-};
-
 std::string ExtraText(const PluginLocator& plugin, const std::string& statusText)
 {
     return zetcore::string::UTF16to8(
@@ -128,7 +118,12 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
 
     if (useSeparateProcess) {
         preferencesAccessible = SaveRegistry();
-        ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+        try {
+            ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+        } catch (const filesupport::file_exception&) {
+            // The result file of an earlier scan is there and cannot be deleted.
+            preferencesAccessible = false;
+        }
     } else {
         ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
     }
@@ -173,7 +168,7 @@ void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLoc
     progressDialog->UI_Show(true);
     progressDialog->BeginModal();
     {
-        const IncrementalSaves incrementalSaves;
+        // While it scans, a save writes only what is new: one before each plug-in stays cheap.
         PluginModuleScanner scanner(plugins, disableVST2ShellSkipping, quickEffectScan, false);
         scanner.BeginScan();
         PluginLocator plugin;

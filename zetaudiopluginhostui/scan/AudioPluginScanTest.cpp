@@ -243,6 +243,16 @@ TEST_F(AudioPluginScanTest, AnExternalScanThatCannotStartShowsNothingButSavesAnd
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(AudioPluginScanTest, AnOldResultFileThatCannotBeDeletedIsReportedAndNothingIsScanned)
+{
+    const auto a = MakeFile("a.so");
+    const std::wstring settings = PluginModuleInfoManager::GetSettingsFileName();
+    std::filesystem::create_directories(prefs / (settings + L".scan") / "not empty");
+    Scan({a}, true);
+    EXPECT_THAT(shown.calls, ElementsAre(StartsWith(Caution())));
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_F(AudioPluginScanTest, AnExternalScanStartsFromTheSavedRegistryAndPassesTheListsAndFlags)
 {
     const auto a = MakeFile("a.so");

@@ -9,8 +9,9 @@
 
 namespace zetaudiopluginhost {
 
-/// "load", "entry", "query", "create", "close", "unload".
-ZETAUDIOPLUGINHOST_API const char* ScanPhaseName(ScanPhase phase);
+/// When something happened, for reasons that people read: "while being loaded", "in its entry function" and
+/// so on.
+ZETAUDIOPLUGINHOST_API const char* ScanPhaseText(ScanPhase phase);
 
 /// Loads one module into this process, asks it what it is, and unloads it. Current folder, locale, signal and
 /// terminate handlers, floating-point mode and the mask for new files are put back after it; whatever else it

@@ -36,8 +36,9 @@ class ZETAUDIOPLUGINHOST_API PluginModuleScanner
     void SetEntityScan(EntityScan scan);
 
     void BeginScan();
-    /// The plug-in that `ContinueScan` will load next, the text to show behind its name (its sub-component,
-    /// UTF-8), how many are done and how many there are. False when nothing is left, and after `EndScan`.
+    /// The plug-in that `ContinueScan` will load next, the text to show right behind its path (its
+    /// sub-component in brackets, UTF-8), how many are done and how many there are. False when nothing is
+    /// left, and after `EndScan`.
     bool GetCurrentProgressInfo(zetaudiofilterhost::PluginLocator& locator, std::string& statusText,
                                 int& progress, int& total);
     /// Scans the current plug-in and moves on. False when the scan is complete.

@@ -101,8 +101,7 @@ std::optional<vst3::Vst3Description> ReadModuleInfo(const std::optional<File>& f
 std::string ExceptionReason(const std::string& message, ScanPhase phase)
 {
     const std::string text = ReasonText(message);
-    return "threw an exception " + (text.empty() ? std::string() : "(" + text + ") ") + "in phase " +
-           ScanPhaseName(phase);
+    return "threw an exception " + (text.empty() ? std::string() : "(" + text + ") ") + ScanPhaseText(phase);
 }
 
 /// One visit of a module to this process.
@@ -168,25 +167,25 @@ class ModuleVisit
 
 } // namespace
 
-const char* ScanPhaseName(ScanPhase phase)
+const char* ScanPhaseText(ScanPhase phase)
 {
     switch (phase) {
     case ScanPhase::None:
         break;
     case ScanPhase::Load:
-        return "load";
+        return "while being loaded";
     case ScanPhase::Entry:
-        return "entry";
+        return "in its entry function";
     case ScanPhase::Query:
-        return "query";
+        return "while being asked what it is";
     case ScanPhase::Create:
-        return "create";
+        return "while a component was being created";
     case ScanPhase::Close:
-        return "close";
+        return "while being closed";
     case ScanPhase::Unload:
-        return "unload";
+        return "while being unloaded";
     }
-    return "";
+    return "while being scanned";
 }
 
 ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)

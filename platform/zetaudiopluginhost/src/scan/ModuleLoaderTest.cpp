@@ -120,8 +120,8 @@ TEST_F(ModuleLoaderTest, ThePhasesAreToldInOrder)
         EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query,
                                         ScanPhase::Create, ScanPhase::Close, ScanPhase::Unload));
     }
-    EXPECT_STREQ(ScanPhaseName(ScanPhase::Create), "create");
-    EXPECT_STREQ(ScanPhaseName(ScanPhase::Unload), "unload");
+    EXPECT_STREQ(ScanPhaseText(ScanPhase::Create), "while a component was being created");
+    EXPECT_STREQ(ScanPhaseText(ScanPhase::Unload), "while being unloaded");
 }
 
 TEST_F(ModuleLoaderTest, ADescriptionSavesTheLoadInTheQuickScanOnly)
@@ -257,7 +257,7 @@ TEST_F(ModuleLoaderTest, AnExceptionIsMisbehaviourWithItsMessageAndPhase)
     EXPECT_TRUE(outcome.misbehaved);
     EXPECT_THAT(outcome.infos, IsEmpty());
     EXPECT_EQ(outcome.phase, ScanPhase::Entry);
-    EXPECT_EQ(outcome.reason, "threw an exception (the plug-in gave up) in phase entry");
+    EXPECT_EQ(outcome.reason, "threw an exception (the plug-in gave up) in its entry function");
     EXPECT_THAT(phases, Not(Contains(ScanPhase::Unload)));
 }
 

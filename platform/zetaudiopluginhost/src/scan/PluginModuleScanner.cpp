@@ -28,6 +28,13 @@ namespace {
 constexpr const char* traceCategory = "PluginModuleScanner";
 constexpr const char* unsupportedReason = "it is on the list of unsupported plug-ins";
 
+/// Shown directly behind the module's path.
+std::string StatusText(const PluginLocator& locator)
+{
+    const std::string subcomponent = zetcore::string::UTF16to8(locator.GetSubcomponent());
+    return subcomponent.empty() ? std::string() : " (" + subcomponent + ")";
+}
+
 /// VST2's unique id; other technologies' do not fit the list.
 std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
 {
@@ -178,7 +185,7 @@ bool PluginModuleScanner::GetCurrentProgressInfo(PluginLocator& locator, std::st
     if (!state->isScanning || state->current >= state->locators.size())
         return false;
     locator = state->locators[state->current];
-    statusText = zetcore::string::UTF16to8(locator.GetSubcomponent());
+    statusText = StatusText(locator);
     progress = static_cast<int>(state->current);
     total = static_cast<int>(state->locators.size());
     return true;

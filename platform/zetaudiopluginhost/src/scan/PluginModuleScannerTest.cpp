@@ -94,7 +94,7 @@ TEST_F(PluginModuleScannerTest, EveryLocatorIsReportedOnceInTheGivenOrder)
     EXPECT_TRUE(scanner.ContinueScan());
     ASSERT_TRUE(scanner.GetCurrentProgressInfo(locator, status, progress, total));
     EXPECT_EQ(locator, third);
-    EXPECT_EQ(status, "42");
+    EXPECT_EQ(status, " (42)");
     EXPECT_EQ(progress, 1);
     EXPECT_EQ(total, 3);
     EXPECT_TRUE(scanner.ContinueScan());
