@@ -26,6 +26,15 @@ class RPCFixture : public zettesting::HostFixture
         peer = zettransport::Session::Create(std::move(far));
     }
 
+    /// No handler may run any more when the logs go.
+    ~RPCFixture() override
+    {
+        if (session)
+            session->Close();
+        peer->Close();
+        Settle();
+    }
+
     void RecordClose()
     {
         session->SetCloseCallback([this](const std::shared_ptr<zettransport::Session>&) {

@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t localField = 1;
 constexpr std::size_t remoteField = 2;
 constexpr std::size_t userField = 7;
+constexpr std::size_t inodeField = 9;
 
 std::vector<std::string_view> FieldsOf(std::string_view line)
 {
@@ -95,7 +96,7 @@ std::optional<std::uint32_t> FindSocketOwner(std::string_view table, const ip::t
         const auto end = table.find('\n');
         const auto fields = FieldsOf(table.substr(0, end));
         table.remove_prefix(end == std::string_view::npos ? table.size() : end + 1);
-        if (fields.size() <= userField)
+        if (fields.size() <= inodeField || fields[inodeField] == "0")
             continue;
         if (ParseEndpoint(fields[localField]) == local && ParseEndpoint(fields[remoteField]) == remote)
             if (const auto user = ParseNumber<std::uint32_t>(fields[userField], 10))

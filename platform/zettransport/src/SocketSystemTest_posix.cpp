@@ -11,10 +11,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <gmock/gmock.h>
 #include <zettesting/EventLog.h>
 #include <zettesting/HostFixture.h>
 #include <zettransport/SocketTransport.h>
+
+#include "SocketDiagnosis_posix.h"
 
 namespace zettransport {
 
@@ -65,14 +69,14 @@ TEST_F(SocketSystemTest, ChildProcessesInheritNoSocket)
     const auto before = InheritableDescriptors();
     const auto server = SocketTransport::Create(1);
     const auto client = SocketTransport::Create(1);
-    std::promise<std::shared_ptr<Session>> accepted;
-    const auto port = server->ServerStart([&](const std::shared_ptr<Session>& session, const auto&) {
-        accepted.set_value(session);
+    const auto accepted = std::make_shared<std::promise<std::shared_ptr<Session>>>();
+    const auto port = server->ServerStart([accepted](const std::shared_ptr<Session>& session, const auto&) {
+        accepted->set_value(session);
         return true;
     });
     const auto near = client->ClientStart("127.0.0.1", port);
     ASSERT_TRUE(near);
-    const auto far = accepted.get_future().get();
+    const auto far = accepted->get_future().get();
     EXPECT_EQ(InheritableDescriptors(), before);
 }
 
@@ -82,19 +86,61 @@ TEST_F(SocketSystemTest, TellsOtherUsersFromOurs)
     constexpr uid_t nobody = 65534;
     const uid_t user = ::geteuid() == 0 ? nobody : ::geteuid();
     const auto server = SocketTransport::Create(1);
-    std::promise<bool> sameUser;
-    const auto port = server->ServerStart([&](const auto&, const SocketTransport::Peer& peer) {
-        sameUser.set_value(peer.sameUser);
+    const auto sameUser = std::make_shared<std::promise<bool>>();
+    const auto port = server->ServerStart([sameUser](const auto&, const SocketTransport::Peer& peer) {
+        sameUser->set_value(peer.sameUser);
         return false;
     });
     const pid_t child = ConnectAs(user, port);
     ASSERT_GT(child, 0);
-    auto told = sameUser.get_future();
+    auto told = sameUser->get_future();
     ASSERT_EQ(told.wait_for(zettesting::EventLog::limit), std::future_status::ready);
     EXPECT_EQ(told.get(), user == ::geteuid());
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
+}
+
+/// Both ends of a connection within this process.
+struct Ends
+{
+    Ends() : first(context), second(context)
+    {
+        boost::asio::ip::tcp::acceptor acceptor(context, {boost::asio::ip::address_v4::loopback(), 0});
+        first.connect(acceptor.local_endpoint());
+        acceptor.accept(second);
+    }
+
+    boost::asio::io_context context;
+    boost::asio::ip::tcp::socket first;
+    boost::asio::ip::tcp::socket second;
+};
+
+TEST_F(SocketSystemTest, AsksTheKernelForTheOwnerOfOneSocket)
+{
+    const Ends ends;
+    EXPECT_EQ(AskSocketOwner(ends.first.local_endpoint(), ends.first.remote_endpoint()), ::geteuid());
+    EXPECT_EQ(AskSocketOwner(ends.second.local_endpoint(), ends.second.remote_endpoint()), ::geteuid());
+}
+
+TEST_F(SocketSystemTest, AResetConnectionHasNoOwner)
+{
+    Ends ends;
+    const auto remote = ends.second.remote_endpoint();
+    const auto local = ends.second.local_endpoint();
+    EXPECT_TRUE(sockets::BelongsToSameUser(local, remote));
+    ends.first.set_option(boost::asio::socket_base::linger(true, 0));
+    ends.first.close();
+    EXPECT_FALSE(AskSocketOwner(remote, local));
+}
+
+TEST_F(SocketSystemTest, APeerThatHasClosedIsNoneOfOurs)
+{
+    Ends ends;
+    const auto remote = ends.second.remote_endpoint();
+    ends.first.close();
+    EXPECT_FALSE(AskSocketOwner(remote, ends.second.local_endpoint()));
+    EXPECT_FALSE(sockets::BelongsToSameUser(ends.second.local_endpoint(), remote));
 }
 
 TEST_F(SocketSystemTest, ConnectSaysWhatWentWrong)

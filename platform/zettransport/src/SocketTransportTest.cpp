@@ -78,13 +78,13 @@ TEST_F(SocketTransportTest, KeepsEachThreadsFramesInOrder)
 
 TEST_F(SocketTransportTest, TellsWhoConnected)
 {
-    std::promise<SocketTransport::Peer> accepted;
-    port = server->ServerStart([&](const auto&, const SocketTransport::Peer& peer) {
-        accepted.set_value(peer);
+    const auto accepted = std::make_shared<std::promise<SocketTransport::Peer>>();
+    port = server->ServerStart([accepted](const auto&, const SocketTransport::Peer& peer) {
+        accepted->set_value(peer);
         return true;
     });
     near = client->ClientStart("127.0.0.1", port);
-    const auto peer = AwaitValue(accepted.get_future());
+    const auto peer = AwaitValue(accepted->get_future());
     EXPECT_EQ(peer.address, "127.0.0.1");
     EXPECT_NE(peer.port, 0);
     EXPECT_NE(peer.port, port);

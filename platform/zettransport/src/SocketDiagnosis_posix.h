@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <boost/asio/ip/tcp.hpp>
+
+namespace zettransport {
+
+/// The user that owns the IPv4 socket with these two ends, asked of the kernel for this one socket: that
+/// takes microseconds where reading the whole table may take many milliseconds. Nothing when the socket
+/// belongs to no process any more, and when the kernel does not answer such questions.
+std::optional<std::uint32_t> AskSocketOwner(const boost::asio::ip::tcp::endpoint& local,
+                                            const boost::asio::ip::tcp::endpoint& remote);
+
+} // namespace zettransport
