@@ -70,6 +70,10 @@ void EntityScanner::StartAhead()
 
 void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseconds limit, ScanLog* newLog)
 {
+    // It belongs to a list that is no more.
+    if (requested.has_value())
+        worker.reset();
+    requested.reset();
     settings = std::move(newSettings);
     entityLimit = limit;
     log = newLog;
@@ -80,14 +84,33 @@ void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseco
 
 void EntityScanner::KillWorkers()
 {
+    requested.reset();
     spare.reset();
     worker.reset();
 }
 
+void EntityScanner::Begin(const PluginLocator& locator)
+{
+    if (requested == locator)
+        return;
+    if (requested.has_value())
+        worker.reset();
+    log->BeginEntity(locator);
+    try {
+        EnsureWorker();
+        RequestEntity(locator);
+        requested = locator;
+    } catch (const RPCError&) {
+        // No worker can be had: whoever asks for the entity is told so.
+        requested.reset();
+    }
+}
+
 ScanOutcome EntityScanner::Scan(const PluginLocator& locator)
 {
-    log->BeginEntity(locator);
-    EnsureWorker();
+    Begin(locator);
+    if (!requested)
+        EnsureWorker(); // says why there is none
     const std::vector<PluginLocator> loadedBefore = worker->loaded;
     Attempt attempt = Try(locator);
     if (const auto* failure = std::get_if<WorkerFailure>(&attempt); failure && !loadedBefore.empty()) {
@@ -156,6 +179,11 @@ void EntityScanner::StartSpare()
     }
 }
 
+void EntityScanner::RequestEntity(const PluginLocator& locator)
+{
+    worker->process->Send(EncodeCommand(EntityRequest{++entityNumber, locator}));
+}
+
 EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
 {
     // A worker that ends before it has begun says nothing about the plug-in.
@@ -167,8 +195,11 @@ EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
 
 std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)
 {
-    EnsureWorker();
-    worker->process->Send(EncodeCommand(EntityRequest{++entityNumber, locator}));
+    if (requested != locator) {
+        EnsureWorker();
+        RequestEntity(locator);
+    }
+    requested.reset();
     StartSpare();
     Attempt attempt = WaitForAnswer(locator);
     if (auto* outcome = std::get_if<ScanOutcome>(&attempt)) {
@@ -176,9 +207,9 @@ std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator
             worker->loaded.push_back(locator);
         return attempt;
     }
-    const bool begun = worker->process->Entity() == entityNumber;
+    const bool hasBegun = worker->process->Entity() == entityNumber;
     worker.reset();
-    if (!begun)
+    if (!hasBegun)
         return std::nullopt;
     return attempt;
 }

@@ -42,6 +42,9 @@ class EntityScanner
     /// For the entities that follow. The log must outlive the scanner, or the next call.
     void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* log);
 
+    /// Has a worker begin with the entity that `Scan` will be asked for next, so that it is loaded while the
+    /// host still reads that it is next. What comes of it is told by `Scan`.
+    void Begin(const zetaudiofilterhost::PluginLocator& locator);
     /// Throws `PluginFailed`, `ConnectionClosed`, `zetmarshal::RPCError` when no worker can be had.
     zetaudiopluginhost::ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
@@ -55,6 +58,7 @@ class EntityScanner
     std::unique_ptr<Worker> StartWorker();
     void EnsureWorker();
     void StartSpare();
+    void RequestEntity(const zetaudiofilterhost::PluginLocator& locator);
     Attempt Try(const zetaudiofilterhost::PluginLocator& locator);
     std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
     Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
@@ -70,6 +74,8 @@ class EntityScanner
     std::unique_ptr<Worker> worker;
     std::unique_ptr<Worker> spare;
     std::uint32_t entityNumber = 0;
+    /// What the worker has been asked for and nobody has waited for yet.
+    std::optional<zetaudiofilterhost::PluginLocator> requested;
 };
 
 } // namespace zetaudiofilterscan

@@ -142,6 +142,8 @@ ValuePtr ScanConversation::GetScanInfo()
     atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
     if (!atPlugin)
         return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
+    if (engine->WillLoadCurrent())
+        entityScanner.Begin(locator);
     return MakeScanInfo(locator, statusText, progress, count, true);
 }
 

@@ -191,6 +191,15 @@ bool PluginModuleScanner::GetCurrentProgressInfo(PluginLocator& locator, std::st
     return true;
 }
 
+bool PluginModuleScanner::WillLoadCurrent() const
+{
+    if (!state->isScanning || state->current >= state->locators.size())
+        return false;
+    const PluginLocator& locator = state->locators[state->current];
+    const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    return !banned.IsBanned(locator) && !banned.IsUnsupportedFile(File(locator.GetPath()).GetTitle());
+}
+
 bool PluginModuleScanner::ContinueScan()
 {
     if (!state->isScanning || state->current >= state->locators.size())

@@ -151,6 +151,21 @@ TEST_F(PluginModuleScannerTest, UnsupportedFilesAreRefusedBeforeTheyAreLoaded)
     EXPECT_THAT(registry.Find(first)->GetReason(), HasSubstr("unsupported"));
 }
 
+TEST_F(PluginModuleScannerTest, SaysBeforehandWhetherThePluginWillBeLoaded)
+{
+    BannedPluginManager::GetInstance()->AddBannedPlugin(third.ModuleLocator(), "crashed");
+    Unsupported("<plugin filename=\"A.SO\"/>");
+    PluginModuleScanner scanner({first, second, third}, false, true, true);
+    scanner.SetEntityScan(Recording());
+    EXPECT_FALSE(scanner.WillLoadCurrent());
+    scanner.BeginScan();
+    for (const bool loaded : {false, true, false}) {
+        EXPECT_EQ(scanner.WillLoadCurrent(), loaded);
+        scanner.ContinueScan();
+    }
+    EXPECT_FALSE(scanner.WillLoadCurrent());
+}
+
 TEST_F(PluginModuleScannerTest, UnsupportedIdsAndVersionsAreAppliedAfterTheQuestions)
 {
     Unsupported("<plugin filename=\"a.so\" uniqueid=\"7\" version=\"2400\"/>"
