@@ -24,7 +24,7 @@ std::string MakeTemporaryName()
 
 void FileUtils::SimpleWriteStringToFile(const std::wstring& path, std::string_view bytes)
 {
-    ReplaceWholeFile(path, bytes, Durability::ProcessCrash);
+    ReplaceWholeFile(path, bytes, Durability::Handover);
 }
 
 void FileUtils::ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability)

@@ -25,7 +25,8 @@ class ZETCORE_API FileUtils
 {
   public:
     /// Creates or replaces the file atomically: a reader, a crash or a full disk sees the old or the new
-    /// content, never a part. The bytes are written as they are.
+    /// content, never a part. The bytes are written as they are. After a power cut the file may be empty
+    /// (`Durability::Handover`), so this is for markers and for what can be made again.
     static void SimpleWriteStringToFile(const std::wstring& path, std::string_view bytes);
 
     /// The same with a choice of durability. A link is followed, and the file's permissions are kept.
