@@ -16,8 +16,8 @@ class PluginThatLeavesAProcess : public ScannerFixture
             {LocatorOf(zettesting::MakeTextModule(folder.Path())), LocatorOf(ZET_LEAVES_PROCESS_PLUGIN)});
         ASSERT_TRUE(client.GetScanInfo().goesOn);
         ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
-        ASSERT_TRUE(client.GetScanInfo().goesOn);
         const auto before = RunningProcesses().size();
+        ASSERT_TRUE(client.GetScanInfo().goesOn);
         ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
         ASSERT_EQ(RunningProcesses().size(), before + 1);
     }
