@@ -39,6 +39,8 @@ TEST_F(RealPlugins, BothWaysOfScanningFindTheSameAndNoneIsBanned)
         EXPECT_NE(plugin.vendor, "") << plugin.path;
     }
 
+    // What plug-ins leave unfreed in the host's process is not the host's to report.
+    environment["ASAN_OPTIONS"] = "detect_leaks=0";
     const ScanSummary inProcess = Scan({"--rescan", "--in-process"});
     EXPECT_EQ(inProcess.exitStatus, 0) << inProcess.messages;
     EXPECT_EQ(inProcess.banned, Strings());

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <system_error>
+#include <thread>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -24,6 +25,30 @@ Interrupt::~Interrupt()
     ::close(system->descriptor);
 }
 
+namespace {
+
+bool IsReadable(int descriptor)
+{
+    pollfd entry{descriptor, POLLIN, 0};
+    return ::poll(&entry, 1, 0) > 0;
+}
+
+// The next request is nearly there when the last one has been answered, and to wake a sleeping thread can
+// take longer than to answer it.
+bool IsReadableSoon(int descriptor)
+{
+    constexpr std::chrono::microseconds moment{100};
+    const auto until = std::chrono::steady_clock::now() + moment;
+    do {
+        if (IsReadable(descriptor))
+            return true;
+        std::this_thread::yield();
+    } while (std::chrono::steady_clock::now() < until);
+    return false;
+}
+
+} // namespace
+
 void Interrupt::Set()
 {
     const std::uint64_t one = 1;
@@ -39,6 +64,8 @@ void Interrupt::Reset()
 
 bool Interrupt::WaitUntil(std::chrono::steady_clock::time_point deadline)
 {
+    if (IsReadableSoon(system->descriptor))
+        return true;
     for (;;) {
         pollfd entry{system->descriptor, POLLIN, 0};
         if (::poll(&entry, 1, PollTimeout(deadline)) > 0)

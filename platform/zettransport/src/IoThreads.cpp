@@ -1,8 +1,10 @@
 #include "IoThreads.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include <boost/asio/post.hpp>
@@ -74,11 +76,26 @@ void IoThreads::Drain()
     RunContext();
 }
 
+// A conversation goes back and forth: after one message the next is nearly there, and to wake a sleeping
+// thread can take longer than to answer. So a thread looks around for a moment before it sleeps.
+void IoThreads::RunWhatFollowsSoon()
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::microseconds moment{100};
+    for (auto until = Clock::now() + moment; Clock::now() < until;) {
+        if (context.poll_one() > 0)
+            until = Clock::now() + moment;
+        else
+            std::this_thread::yield();
+    }
+}
+
 void IoThreads::RunContext()
 {
     for (;;) {
         try {
-            context.run();
+            while (context.run_one() > 0)
+                RunWhatFollowsSoon();
             return;
         } catch (const std::exception& error) {
             zetcore::debug::TraceLine(1, "zettransport", std::string("A handler threw: ") + error.what());

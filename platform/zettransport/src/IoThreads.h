@@ -39,6 +39,7 @@ class IoThreads : public std::enable_shared_from_this<IoThreads>
     void Run();
     void Drain();
     void RunContext();
+    void RunWhatFollowsSoon();
 
     boost::asio::io_context context;
     std::optional<boost::asio::executor_work_guard<boost::asio::io_context::executor_type>> work;
