@@ -53,8 +53,8 @@ const Behaviour behaviours[] = {
     {"unterminated_names", Verdict::Found, ""},
     {"invalid_utf8_names", Verdict::Found, ""},
     {"vst3_unterminated_names", Verdict::Found, ""},
-    {"endless_shell", Verdict::FoundOrBanned, ""},
     {"leaves_threads", Verdict::FoundOrBanned, ""},
+    {"endless_shell", Verdict::NoPlugin, ""},
     {"returns_null", Verdict::NoPlugin, ""},
     {"wrong_magic", Verdict::NoPlugin, ""},
     {"no_entry_point", Verdict::NoPlugin, ""},
@@ -158,6 +158,38 @@ TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
         EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
 }
 
+/// Those that leave the process that loads them alive can be scanned in the host's own.
+class BadPluginInProcess : public BadPlugin
+{};
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, BadPluginInProcess,
+    testing::Values(
+        Behaviour{"throws_exception", Verdict::Banned, "the plug-in gave up"},
+        Behaviour{"floods_output", Verdict::Found, ""}, Behaviour{"changes_process", Verdict::Found, ""},
+        Behaviour{"poisons_process", Verdict::Found, ""}, Behaviour{"unterminated_names", Verdict::Found, ""},
+        Behaviour{"invalid_utf8_names", Verdict::Found, ""},
+        Behaviour{"vst3_unterminated_names", Verdict::Found, ""},
+        Behaviour{"endless_shell", Verdict::NoPlugin, ""}, Behaviour{"returns_null", Verdict::NoPlugin, ""},
+        Behaviour{"wrong_magic", Verdict::NoPlugin, ""}, Behaviour{"no_entry_point", Verdict::NoPlugin, ""},
+        Behaviour{"vst3_null_factory", Verdict::NoPlugin, ""}),
+    [](const auto& test) { return test.param.name; });
+
+TEST_P(BadPluginInProcess, GivesTheSameAsInTheScanner)
+{
+    const ScanSummary summary = Scan({"--in-process"});
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.banned.size(), GetParam().verdict == Verdict::Banned ? 1u : 0u);
+    EXPECT_EQ(IsBanned(), GetParam().verdict == Verdict::Banned);
+    EXPECT_EQ(FindListed(bad).has_value(), GetParam().verdict != Verdict::NoPlugin);
+    for (const std::string& path : good)
+        EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
+    if (IsBanned()) {
+        EXPECT_THAT(FindListed(bad)->reason, testing::ContainsRegex(GetParam().reason));
+        EXPECT_EQ(Scan({"--in-process"}).scanned, 0);
+    }
+}
+
 class BadPlugins : public ManagerFixture
 {};
 
@@ -180,6 +212,27 @@ TEST_F(BadPlugins, OutputOfPluginsGoesToTheScanLogsOnly)
     EXPECT_EQ(result.error.find("~~~~"), std::string::npos);
     EXPECT_TRUE(std::filesystem::is_directory(prefs / "scan-logs"));
     EXPECT_FALSE(std::filesystem::is_empty(prefs / "scan-logs"));
+}
+
+TEST_F(BadPlugins, AShellWithoutEndSaysSo)
+{
+    Install("bad/endless_shell", "endless");
+    EXPECT_THAT(RunWell({"scan"}), testing::ContainsRegex("No plug-in: .*endless.*\n    .*shell"));
+}
+
+TEST_F(BadPlugins, AnUnsupportedPluginIsNotLoaded)
+{
+    const auto bad = Install("bad/crash_on_load", "Unsupported");
+    const auto good = Install("good/vst2_effect", "good");
+    zettesting::WriteAll(prefs / "UnsupportedAudioPlugins.xml", "<pluginlist><plugin filename=\"unSUPPORTED" +
+                                                                    std::string(zettesting::ModuleSuffix()) +
+                                                                    "\"/></pluginlist>");
+    for (const Strings& arguments : {Strings{"--rescan"}, Strings{"--rescan", "--in-process"}}) {
+        const ScanSummary summary = Scan(arguments);
+        EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+        EXPECT_EQ(summary.banned, Strings());
+        EXPECT_EQ(ListedPaths(), Strings{good.string()});
+    }
 }
 
 TEST_F(BadPlugins, APoisonedProcessDoesNotGetTheNextPluginBanned)

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 
 #include <gmock/gmock.h>
 
@@ -137,6 +138,51 @@ TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
     ExpectNoProcessLeft();
     EXPECT_EQ(ListedPaths(), Strings{first.string()});
     EXPECT_EQ(List({"--banned"}).size(), 0u);
+}
+
+TEST_F(ExitStatus, CancellingInProcessKeepsWhatWasFound)
+{
+    const auto first = Install("good/vst2_effect", "a_first");
+    for (int number = 100; number < 1100; ++number)
+        Install("good/vst2_synth", std::to_string(number));
+    ChildProcess scan(Command({"scan", "--json", "--in-process"}));
+    ASSERT_TRUE(scan.WaitForError((plugins / "110").string()));
+    scan.Interrupt();
+    const auto& result = scan.Wait();
+    EXPECT_EQ(result.exitStatus, 130) << result.error;
+    const ScanSummary summary = ReadScanSummary(result);
+    EXPECT_GT(summary.scanned, 0);
+    EXPECT_LT(summary.scanned, 1001);
+    EXPECT_EQ(static_cast<long long>(List().size()), summary.found);
+    EXPECT_EQ(Scan().scanned, 1001 - summary.scanned) << "the next scan goes on with the rest";
+}
+
+TEST_F(ExitStatus, AScannerWhoseHostIsKilledEnds)
+{
+    const auto hanging = Install("bad/loops_forever", "hanging");
+    ChildProcess scan(Command({"scan"}));
+    ASSERT_TRUE(scan.WaitForError(hanging.string()));
+    scan.Kill();
+    EXPECT_FALSE(scan.Wait().timedOut);
+    ExpectNoProcessLeft();
+}
+
+TEST_F(ExitStatus, TwoHostsScanAtTheSameTime)
+{
+    Install("good/vst2_effect", "effect");
+    Install("bad/crash_in_entry", "bad");
+    std::vector<std::unique_ptr<ChildProcess>> scans;
+    for (int number = 0; number < 4; ++number) {
+        prefs = folder / ("prefs" + std::to_string(number));
+        UseFolders({plugins});
+        scans.push_back(std::make_unique<ChildProcess>(Command({"scan", "--json"})));
+    }
+    for (const auto& scan : scans) {
+        const ScanSummary summary = ReadScanSummary(scan->Wait());
+        EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+        EXPECT_EQ(summary.found, 1);
+        EXPECT_EQ(summary.banned.size(), 1u);
+    }
 }
 
 TEST_F(ExitStatus, HelpAndVersionAreDone)

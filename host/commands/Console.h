@@ -21,4 +21,18 @@ std::size_t ConsoleWidth();
 /// (`NO_COLOR`).
 bool ConsoleShowsColour();
 
+/// While it lives, what anything in this process writes to standard output goes to standard error: plug-ins
+/// that are loaded into it talk there.
+class OutputDiversion
+{
+  public:
+    OutputDiversion();
+    ~OutputDiversion();
+    OutputDiversion(const OutputDiversion&) = delete;
+    OutputDiversion& operator=(const OutputDiversion&) = delete;
+
+  private:
+    int output;
+};
+
 } // namespace zetaudiopluginmanager

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -37,6 +38,23 @@ bool ConsoleShowsColour()
     const char* terminal = std::getenv("TERM");
     return IsTerminal(stdout) && (!declined || !*declined) && terminal && *terminal &&
            std::string_view(terminal) != "dumb";
+}
+
+OutputDiversion::OutputDiversion()
+{
+    std::fflush(stdout);
+    output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (output >= 0)
+        ::dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+OutputDiversion::~OutputDiversion()
+{
+    std::fflush(stdout);
+    if (output >= 0) {
+        ::dup2(output, STDOUT_FILENO);
+        ::close(output);
+    }
 }
 
 } // namespace zetaudiopluginmanager

@@ -64,4 +64,24 @@ bool ConsoleShowsColour()
     return ::SetConsoleMode(HandleOf(stdout), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+OutputDiversion::OutputDiversion()
+{
+    std::fflush(stdout);
+    output = ::_dup(::_fileno(stdout));
+    if (output >= 0) {
+        ::_dup2(::_fileno(stderr), ::_fileno(stdout));
+        ::SetStdHandle(STD_OUTPUT_HANDLE, HandleOf(stdout));
+    }
+}
+
+OutputDiversion::~OutputDiversion()
+{
+    std::fflush(stdout);
+    if (output >= 0) {
+        ::_dup2(output, ::_fileno(stdout));
+        ::_close(output);
+        ::SetStdHandle(STD_OUTPUT_HANDLE, HandleOf(stdout));
+    }
+}
+
 } // namespace zetaudiopluginmanager

@@ -1,12 +1,26 @@
 #include "commands/JsonOutput.h"
 
-#include <cmath>
+#include <algorithm>
+#include <array>
+#include <charconv>
 
 #include <boost/json/src.hpp>
 
 #include "commands/DisplayText.h"
 
 namespace zetaudiopluginmanager {
+
+namespace {
+
+std::string DecimalText(double value)
+{
+    std::array<char, 64> digits;
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                      std::clamp(value, 0.0, 1e12), std::chars_format::fixed, 6);
+    return {digits.data(), result.ptr};
+}
+
+} // namespace
 
 std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
 {
@@ -34,13 +48,12 @@ std::string FormatScanReportAsJson(const ScanReport& report)
     boost::json::array banned;
     for (const ScanReport::Entry& entry : report.banned)
         banned.emplace_back(PathForJson(entry.path));
-    // Microseconds are enough, and keep the number free of a long tail of digits.
-    const auto microseconds = std::llround(report.seconds * 1e6);
-    const boost::json::object object{{"scanned", report.scanned},
-                                     {"found", report.found},
-                                     {"banned", std::move(banned)},
-                                     {"seconds", static_cast<double>(microseconds) / 1e6}};
-    return boost::json::serialize(object) + "\n";
+    const boost::json::object object{
+        {"scanned", report.scanned}, {"found", report.found}, {"banned", std::move(banned)}};
+    std::string text = boost::json::serialize(object);
+    // The library writes 1.25E0, which is right but nothing to read.
+    text.back() = ',';
+    return text + "\"seconds\":" + DecimalText(report.seconds) + "}\n";
 }
 
 } // namespace zetaudiopluginmanager

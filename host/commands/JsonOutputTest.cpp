@@ -82,7 +82,7 @@ TEST(JsonOutput, TheScanIsOneObject)
     report.banned = {{L"/a.so", "why"}, {L"/b.vst3", ""}};
     report.seconds = 1.25;
     EXPECT_EQ(FormatScanReportAsJson(report),
-              R"({"scanned":12,"found":9,"banned":["/a.so","/b.vst3"],"seconds":1.25E0})"
+              R"({"scanned":12,"found":9,"banned":["/a.so","/b.vst3"],"seconds":1.250000})"
               "\n");
     const auto value = boost::json::parse(FormatScanReportAsJson(ScanReport{}));
     EXPECT_EQ(value.as_object().at("banned"), boost::json::array());

@@ -9,6 +9,8 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
+#include "commands/Console.h"
+
 namespace zetaudiopluginmanager {
 
 namespace {
@@ -45,9 +47,13 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const auto shownBefore = session.Shown();
     const auto start = std::chrono::steady_clock::now();
 
+    std::optional<OutputDiversion> diversion;
+    if (!useSeparateProcess)
+        diversion.emplace();
     const auto scan = std::make_shared<AudioPluginScan>(nullptr);
     scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
                          AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
+    diversion.reset();
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

@@ -3,21 +3,59 @@
 #include <csignal>
 #include <cstdio>
 
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace zetaudiofilterscan {
 
+namespace {
+
+// Waits for the worker's end and then kills what its plug-ins have started. When the supervisor is killed
+// itself, as hosts do at the end of a scan, nobody else is left to do so.
+[[noreturn]] void GuardGroup(pid_t worker)
+{
+    sigset_t all;
+    ::sigfillset(&all);
+    ::sigprocmask(SIG_SETMASK, &all, nullptr);
+    const auto watched = static_cast<int>(::syscall(SYS_pidfd_open, worker, 0));
+    if (watched < 0)
+        ::_exit(0);
+    // It must not keep the worker's channel and output open.
+    if (watched > 0)
+        ::close_range(0, static_cast<unsigned>(watched) - 1, 0);
+    ::close_range(static_cast<unsigned>(watched) + 1, ~0U, 0);
+    pollfd entry{watched, POLLIN, 0};
+    while (::getppid() == worker && ::poll(&entry, 1, -1) < 0) {
+    }
+    ::kill(0, SIGKILL);
+    ::_exit(0);
+}
+
+void StartGroupGuard()
+{
+    const pid_t worker = ::getpid();
+    // As `fork`, but without a signal at its end: a plug-in that waits for any child of its process must not
+    // find itself waiting for this one.
+    if (::syscall(SYS_clone, 0L, nullptr, nullptr, nullptr, nullptr) == 0)
+        GuardGroup(worker);
+}
+
+} // namespace
+
 void SetUpWorkerProcess(std::uint64_t parentProcess)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // A parent that ended before the line above sends nothing any more.
-    if (static_cast<std::uint64_t>(::getppid()) != parentProcess)
+    // A parent that ended before the line above sends nothing any more. The second condition keeps somebody
+    // who calls this program by hand from losing the shell's group.
+    if (static_cast<std::uint64_t>(::getppid()) != parentProcess || ::getpgrp() != ::getpid())
         EndWorkerProcess(0);
     ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     const rlimit none{0, 0};
     ::setrlimit(RLIMIT_CORE, &none);
+    StartGroupGuard();
     // A pipe would make it block-buffered, and a crash would lose what the plug-in said last.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }

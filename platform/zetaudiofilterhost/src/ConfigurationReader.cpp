@@ -52,6 +52,7 @@ class Reader
     bool Try(const pugi::xml_node& element, Read&& read);
 
     TechnologyFolders ReadTechnology(const pugi::xml_node& element);
+    void KeepUnknown(Unknown& unknown, const pugi::xml_node& child);
 
     [[noreturn]] void Fail(std::size_t offset, const std::string& what) const
     {
@@ -124,6 +125,17 @@ bool Reader::Try(const pugi::xml_node& element, Read&& read)
     }
 }
 
+void Reader::KeepUnknown(Unknown& unknown, const pugi::xml_node& child)
+{
+    if (child.type() == pugi::node_element)
+        AppendRaw(unknown.children, child);
+    else if (!isNewer)
+        Fail(Offset(child), "text between the elements");
+    else
+        zetcore::debug::TraceLine(3, "PluginRegistry",
+                                  At(Offset(child), "text between the elements; passed over"));
+}
+
 TechnologyFolders Reader::ReadTechnology(const pugi::xml_node& element)
 {
     TechnologyFolders technology;
@@ -138,7 +150,7 @@ TechnologyFolders Reader::ReadTechnology(const pugi::xml_node& element)
         const bool isFolder = std::string_view(child.name()) == "folder";
         const auto read = [&] { technology.folders.push_back(ReadFolder(child)); };
         if (!isFolder || !Try(child, read))
-            AppendRaw(technology.unknown.children, child);
+            KeepUnknown(technology.unknown, child);
     }
     return technology;
 }
@@ -165,7 +177,7 @@ Configuration Reader::ReadWhole()
                 configuration.technologies.push_back(std::move(technology));
         }
         if (!understood)
-            AppendRaw(configuration.unknown.children, child);
+            KeepUnknown(configuration.unknown, child);
     }
     return configuration;
 }

@@ -142,6 +142,7 @@ TEST_F(ConfigurationTextTest, DamageIsNamedWithTextAndLine)
         {Whole("\n<module locator=\"VST|/\xFF|\"/>"), "file.xml, line 4: a byte that is not UTF-8 text"},
         {std::string("<audioplugins version=\"1.0\">\n\0</audioplugins>", 45),
          "file.xml, line 2: a byte that is not UTF-8 text"},
+        {Whole("<module locator=\"VST|/a|\"/>\nrest"), "file.xml, line 3: text between the elements"},
         {Whole("<module/>"), "file.xml, line 3: element module, attribute locator is missing"},
         {Whole("<module locator=\"/a.so\"/>"),
          "file.xml, line 3: element module, attribute locator: \"/a.so\" names no plug-in"},

@@ -1,7 +1,6 @@
 #include <zetmarshal/RPCServer.h>
 
 #include <atomic>
-#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -209,6 +208,8 @@ TEST_F(RPCServerTest, AResponderMayOutliveServerAndSession)
     log.Await(1);
     server.reset();
     session.reset();
+    // The handler that is on its way out holds the session too.
+    Settle();
     kept->Succeed(nullptr);
     kept.reset();
     Settle();

@@ -1,5 +1,6 @@
 #include <zettransport/MemoryStream.h>
 
+#include <future>
 #include <string>
 #include <thread>
 
@@ -91,19 +92,21 @@ TEST_F(MemoryStreamTest, RunsHandlersOnAThreadOfItsOwn)
 TEST_F(MemoryStreamTest, MayBeDestroyedInItsHandler)
 {
     EventLog log;
+    std::promise<void> released;
     auto [left, right] = CreateMemoryStreamPair();
-    auto held = std::make_shared<std::pair<std::shared_ptr<ByteStream>, std::shared_ptr<ByteStream>>>(
-        std::move(left), std::move(right));
-    ByteStream& writer = *held->first;
-    held->second->Start(
-        [&log, held](std::string_view) mutable {
-            held->first.reset();
-            held->second.reset();
-            log.Add("destroyed");
+    std::shared_ptr<void> guard(nullptr, [&log](void*) { log.Add("handlers dropped"); });
+    right->Start(
+        [&log, &released, held = right, dropped = std::move(guard)](std::string_view) mutable {
+            released.get_future().wait();
+            held.reset();
+            log.Add("last reference gone");
         },
         [](std::error_code) {});
-    writer.Write("x");
-    EXPECT_THAT(log.Await(1), ElementsAre("destroyed"));
+    right.reset();
+    left->Write("x");
+    left.reset();
+    released.set_value();
+    EXPECT_THAT(log.Await(2), ElementsAre("last reference gone", "handlers dropped"));
 }
 
 } // namespace

@@ -138,6 +138,8 @@ TEST_F(SocketTransportTest, ClosesAConnectionThatTheHandlerRefuses)
     near = client->ClientStart("127.0.0.1", port);
     Record(*near, log);
     EXPECT_THAT(log.Await(1), ElementsAre("closed"));
+    server.reset();
+    EXPECT_FALSE(far->IsOpen());
 }
 
 TEST_F(SocketTransportTest, ClosesAConnectionWhoseHandlerThrowsAndGoesOnListening)

@@ -19,10 +19,9 @@ class EventLog
 
     void Add(std::string event)
     {
-        {
-            const std::lock_guard lock(mutex);
-            events.push_back(std::move(event));
-        }
+        // Told under the lock: the test may end, and destroy this, as soon as it can see the event.
+        const std::lock_guard lock(mutex);
+        events.push_back(std::move(event));
         changed.notify_all();
     }
 

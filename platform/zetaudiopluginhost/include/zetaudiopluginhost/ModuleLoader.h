@@ -12,9 +12,11 @@ namespace zetaudiopluginhost {
 /// "load", "entry", "query", "create", "close", "unload".
 ZETAUDIOPLUGINHOST_API const char* ScanPhaseName(ScanPhase phase);
 
-/// Loads one module into this process, asks it what it is, and unloads it. What the module does to the
-/// process is not undone; a crash is a crash. Keeps nothing between calls. The thread that calls it must be
-/// the process's main thread where plug-ins expect that.
+/// Loads one module into this process, asks it what it is, and unloads it. Current folder, locale, signal and
+/// terminate handlers, floating-point mode and the mask for new files are put back after it; whatever else it
+/// does to the process is not undone, and a crash is a crash. A module that leaves threads running or lets an
+/// exception out stays loaded. Keeps nothing between calls. The thread that calls it must be the process's
+/// main thread where plug-ins expect that.
 class ZETAUDIOPLUGINHOST_API ModuleLoader
 {
   public:
@@ -28,6 +30,8 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
 
     /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
     /// gives one record with `ModuleStatus::NotAPlugin`; its header is read before anything is loaded.
+    /// A shell's sub-plug-ins have their unique id, in decimal, as sub-component; a locator with a
+    /// sub-component gives that one's record only.
     ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
   private:

@@ -213,8 +213,9 @@ TEST_F(ModuleLoaderTest, FilesThatCannotBePluginsAreNeverLoaded)
 
 TEST_F(ModuleLoaderTest, ATruncatedModuleIsRefusedWhereverItEnds)
 {
-    const std::uintmax_t whole = std::filesystem::file_size(zettesting::TestPlugin("good/vst2_effect"));
-    for (std::size_t bytes = 1; bytes < whole / 2; bytes += 509) {
+    // The dynamic section stands near the end of what the system loads; debug information may follow.
+    constexpr std::size_t loadedPart = 8192;
+    for (std::size_t bytes = 1; bytes < loadedPart; bytes += 509) {
         const ScanOutcome outcome = Scan(zettesting::MakeTruncatedModule(folder.Path(), bytes));
         EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin) << bytes;
     }
@@ -263,7 +264,7 @@ TEST_F(ModuleLoaderTest, AnExceptionIsMisbehaviourWithItsMessageAndPhase)
 TEST_F(ModuleLoaderTest, ThePhaseCallbacksOwnExceptionIsNotThePlugins)
 {
     ModuleLoader loader({}, [](ScanPhase phase) {
-        if (phase == ScanPhase::Query)
+        if (phase == ScanPhase::Entry)
             throw std::logic_error("the callback's");
     });
     EXPECT_THROW(loader.Scan(LocatorOf(zettesting::TestPlugin("good/vst2_effect"))), std::logic_error);
