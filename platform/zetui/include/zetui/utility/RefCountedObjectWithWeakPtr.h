@@ -24,6 +24,7 @@ class ZETUI_API RefCountedObjectWithWeakPtr : public RefCountedObject
   protected:
     RefCountedObjectWithWeakPtr() = default;
     ~RefCountedObjectWithWeakPtr() override;
+    void BeforeDeletion() noexcept override;
 
   private:
     WeakKey weakKey;
