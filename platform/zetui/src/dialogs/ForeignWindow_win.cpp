@@ -9,6 +9,9 @@ bool EnableForeignWindow(HWND window, bool enable)
     if (!IsWindow(window) || (IsWindowEnabled(window) != FALSE) == enable)
         return false;
     EnableWindow(window, enable ? TRUE : FALSE);
+    // While it was disabled, the system has activated some other program's window instead.
+    if (enable)
+        SetForegroundWindow(window);
     return true;
 }
 

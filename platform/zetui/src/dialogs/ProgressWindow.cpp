@@ -1,0 +1,157 @@
+#include "dialogs/ProgressWindow.h"
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <zetcore/config/Localizer.h>
+
+#include "pixmill/QtConversions.h"
+
+namespace zetui::dialogs {
+
+namespace {
+
+constexpr int windowWidth = 460;
+constexpr int margin = 20;
+constexpr int barHeight = 6;
+constexpr std::chrono::milliseconds frameTime{33};
+
+QString Localized(std::string_view key)
+{
+    return pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(key));
+}
+
+} // namespace
+
+PathLabel::PathLabel(QWidget* parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    // A line's height, also while it is empty, so that nothing jumps.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QString PathLabel::ShownText() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+}
+
+QSize PathLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(text()), fontMetrics().height()};
+}
+
+QSize PathLabel::minimumSizeHint() const
+{
+    return {0, fontMetrics().height()};
+}
+
+void PathLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(contentsRect(),
+                     static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
+                                      QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
+                     ShownText());
+}
+
+ProgressWindow::ProgressWindow(QWidget* parent, const QString& title, bool canBeCancelled)
+    : QDialog(parent), text(new QLabel(this)), extraText(new PathLabel(this)), bar(new QProgressBar(this)),
+      count(new QLabel(this)), cancellable(canBeCancelled)
+{
+    setWindowTitle(title);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setWindowFlag(Qt::WindowCloseButtonHint, cancellable);
+
+    text->setTextFormat(Qt::PlainText);
+    text->setWordWrap(true);
+    text->hide();
+    count->setTextFormat(Qt::PlainText);
+    count->setForegroundRole(QPalette::PlaceholderText);
+    bar->setTextVisible(false);
+    bar->setFixedHeight(barHeight);
+    bar->setAccessibleName(title);
+    bar->setRange(0, 1);
+    bar->setValue(0);
+
+    auto* const lines = new QVBoxLayout(this);
+    lines->setContentsMargins(margin, margin, margin, margin - 4);
+    lines->setSpacing(10);
+    lines->addWidget(text);
+    lines->addWidget(extraText);
+    lines->addWidget(bar);
+    auto* const lastLine = new QHBoxLayout;
+    lastLine->setContentsMargins(0, 4, 0, 0);
+    lastLine->addWidget(count, 1);
+    if (cancellable) {
+        auto* const cancel = new QPushButton(Localized("$$$/zetui/Dialog/Cancel=Cancel"), this);
+        // Return must not throw away what has been done so far.
+        cancel->setAutoDefault(false);
+        cancel->setMinimumWidth(84);
+        connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+        lastLine->addWidget(cancel);
+        cancel->setFocus();
+    }
+    lines->addLayout(lastLine);
+    setFixedWidth(windowWidth);
+    lines->setSizeConstraint(QLayout::SetMinimumSize);
+
+    connect(&animation, &QTimer::timeout, bar, QOverload<>::of(&QWidget::update));
+}
+
+void ProgressWindow::SetText(const QString& newText)
+{
+    text->setText(newText);
+    text->setVisible(!newText.isEmpty());
+}
+
+void ProgressWindow::SetExtraText(const QString& newText)
+{
+    extraText->setText(newText);
+    const bool cut = extraText->ShownText() != newText;
+    extraText->setToolTip(cut ? newText.toHtmlEscaped() : QString());
+}
+
+void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long total)
+{
+    if (total == 0) {
+        bar->setRange(0, 0);
+        count->clear();
+        if (!animation.isActive())
+            animation.start(frameTime);
+        return;
+    }
+    animation.stop();
+    // The bar counts in ints.
+    constexpr unsigned long long most = std::numeric_limits<int>::max();
+    const unsigned long long step = total / most + 1;
+    bar->setRange(0, static_cast<int>(total / step));
+    bar->setValue(static_cast<int>(std::min(progress, total) / step));
+    count->setText(pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(
+        "$$$/zetui/Progress/Count=@0 of @1", {std::to_string(progress), std::to_string(total)})));
+}
+
+bool ProgressWindow::TakeCancelled()
+{
+    return std::exchange(cancelled, false);
+}
+
+void ProgressWindow::reject()
+{
+    cancelled = cancelled || cancellable;
+}
+
+void ProgressWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    reject();
+}
+
+} // namespace zetui::dialogs
