@@ -77,6 +77,10 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
     ~UI_ArchivedDialog() override;
 
   private:
+    void CloseWhenPressed(const utility::IntrusivePtr<controls::UI_TextButton>& button, Response response);
+    void FinishClosing();
+    void ReportSize();
+
     struct ArchivedState;
     std::unique_ptr<ArchivedState> archived;
 };

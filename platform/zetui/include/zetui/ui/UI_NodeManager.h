@@ -24,8 +24,9 @@ class ZETUI_API UI_NodeManager
   public:
     /// Never null; made on first use. `forTests` gives a fresh one, without filters.
     static UI_NodeManager* Get(bool forTests);
-    /// The last one added is asked first.
-    void AddKeyboardEventFilterNode(KeyboardEventFilter* filter);
+    /// The last one added is asked first. With `onlyWhenFocused`, a filter that is a node is asked only while
+    /// it or a descendant has the focus.
+    void AddKeyboardEventFilterNode(KeyboardEventFilter* filter, bool onlyWhenFocused = false);
     void RemoveKeyboardEventFilterNode(KeyboardEventFilter* filter);
     /// The node whose widget has the focus, or which is its nearest ancestor; null when none of ours has it.
     UI_Node* GetFocusNode() const;
