@@ -5,6 +5,7 @@
 #include <QWindow>
 
 #include "dialogs/ForeignWindow.h"
+#include "ui/DialogPlace.h"
 
 namespace zetui::dialogs {
 
@@ -15,12 +16,9 @@ WId IdOf(ui::WindowVariant window)
     return reinterpret_cast<WId>(window.Native());
 }
 
-void MoveToMiddle(QWidget& dialog, const QWindow& parent)
+bool IsForeign(ui::WindowVariant window)
 {
-    dialog.adjustSize();
-    QRect frame(QPoint(0, 0), dialog.size());
-    frame.moveCenter(parent.frameGeometry().center());
-    dialog.move(frame.topLeft());
+    return !window.IsEmpty() && !QWidget::find(IdOf(window));
 }
 
 } // namespace
@@ -35,10 +33,18 @@ QWidget* FindParentWidget(ui::WindowVariant parent)
     return widget ? widget->window() : nullptr;
 }
 
+void PlaceOnForeignParent(QWidget& dialog, ui::WindowVariant parent)
+{
+    if (!IsForeign(parent))
+        return;
+    dialog.adjustSize();
+    dialog.move(ui::CentredOnParent(dialog.size(), parent).topLeft());
+}
+
 ParentWindowLock::ParentWindowLock(QWidget& dialog, ui::WindowVariant parent)
 {
     dialog.setWindowModality(parent.IsEmpty() ? Qt::ApplicationModal : Qt::WindowModal);
-    if (parent.IsEmpty() || QWidget::find(IdOf(parent)))
+    if (!IsForeign(parent))
         return;
     // No window of this application: nothing else of it may be used while the dialog is open.
     dialog.setWindowModality(Qt::ApplicationModal);
@@ -46,7 +52,6 @@ ParentWindowLock::ParentWindowLock(QWidget& dialog, ui::WindowVariant parent)
     if (foreign) {
         dialog.winId();
         dialog.windowHandle()->setTransientParent(foreign.get());
-        MoveToMiddle(dialog, *foreign);
     }
     if (EnableForeignWindow(parent.Native(), false))
         locked = parent.Native();

@@ -13,9 +13,12 @@ namespace zetui::dialogs {
 /// the window that is in use, if any.
 QWidget* FindParentWidget(ui::WindowVariant parent);
 
+/// Moves a dialog that is not shown yet to the middle of a foreign parent; with others Qt does so by itself.
+void PlaceOnForeignParent(QWidget& dialog, ui::WindowVariant parent);
+
 /// Ties a dialog to the window that it is to be opened for, while it lives: the dialog is modal to it. A
-/// foreign window becomes the dialog's transient parent, takes no input, and has the dialog in its middle; a
-/// window of this application should be the dialog's parent widget.
+/// foreign window becomes the dialog's transient parent and takes no input; a window of this application
+/// should be the dialog's parent widget.
 class ParentWindowLock
 {
   public:

@@ -94,22 +94,31 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& title, bool canBe
         auto* const cancel = new QPushButton(Localized("$$$/zetui/Dialog/Cancel=Cancel"), this);
         // Return must not throw away what has been done so far.
         cancel->setAutoDefault(false);
-        cancel->setMinimumWidth(84);
+        cancel->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
         connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
         lastLine->addWidget(cancel);
         cancel->setFocus();
     }
     lines->addLayout(lastLine);
-    setFixedWidth(windowWidth);
-    lines->setSizeConstraint(QLayout::SetMinimumSize);
+    FitHeight();
 
     connect(&animation, &QTimer::timeout, bar, QOverload<>::of(&QWidget::update));
 }
 
 void ProgressWindow::SetText(const QString& newText)
 {
+    if (text->text() == newText)
+        return;
     text->setText(newText);
     text->setVisible(!newText.isEmpty());
+    FitHeight();
+}
+
+void ProgressWindow::FitHeight()
+{
+    const int width = std::max(windowWidth, layout()->totalMinimumSize().width());
+    setFixedSize(width, layout()->totalHeightForWidth(width) > 0 ? layout()->totalHeightForWidth(width)
+                                                                 : layout()->totalSizeHint().height());
 }
 
 void ProgressWindow::SetExtraText(const QString& newText)

@@ -10,6 +10,10 @@
 
 namespace zetui::dialogs {
 
+/// The least size of a button of the toolkit's own dialogs.
+inline constexpr int kDialogButtonWidth = 84;
+inline constexpr int kDialogButtonHeight = 23;
+
 /// One line that is shortened in its middle where it does not fit; screen readers get all of it.
 class PathLabel : public QLabel
 {
@@ -42,6 +46,8 @@ class ProgressWindow : public QDialog
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void FitHeight();
+
     QLabel* text;
     PathLabel* extraText;
     QProgressBar* bar;

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -62,6 +64,33 @@ int ClosingAnswer(const Question& question)
     return question.buttonSet & kNo ? kNo : question.defaultButton;
 }
 
+/// Room around the texts, and a width below which a window looks lost.
+void LayOut(QMessageBox& box)
+{
+    constexpr int margin = 20, narrowest = 320;
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!grid)
+        return;
+    if (auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        // Beside the icon, a single line stands in its middle, and the first of several near its top.
+        const QFontMetrics metrics = label->fontMetrics();
+        const int iconHeight = box.iconPixmap().deviceIndependentSize().toSize().height();
+        const bool oneLine =
+            !box.text().contains(u'\n') && metrics.horizontalAdvance(box.text()) < narrowest - 4 * margin;
+        const int above = oneLine ? std::max(0, (iconHeight - metrics.height()) / 2) : 2;
+        label->setContentsMargins(iconHeight > 0 ? 8 : 0, above, 0, 0);
+        label->setIndent(0);
+        label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+        int row = 0, column = 0, rows = 0, columns = 0;
+        grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+        grid->setColumnStretch(column, 1);
+    }
+    grid->setContentsMargins(margin, margin, margin, margin - 4);
+    grid->setHorizontalSpacing(0);
+    grid->setVerticalSpacing(12);
+    grid->addItem(new QSpacerItem(narrowest - 2 * margin, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 /// On the heap and deleted here, unless its parent goes first while it is open.
 template<typename Dialog>
 class DialogOwner
@@ -113,7 +142,7 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
             continue;
         QPushButton* const button = box->addButton(
             pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(kind.key)), kind.role);
-        button->setMinimumWidth(84);
+        button->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
         if (kind.flag == question.defaultButton)
             box->setDefaultButton(button);
         if (kind.flag == closingAnswer)
@@ -122,6 +151,8 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
     }
 
     skins::DressWindow(*box);
+    LayOut(*box);
+    PlaceOnForeignParent(*box, parent);
     const QueuedCallsTimer queuedCalls;
     const ParentWindowLock lock(*box, parent);
     box->exec();
@@ -141,6 +172,7 @@ std::wstring QtPresentation::ChooseFolder(const std::wstring& title, ui::WindowV
     chooser->setDirectory(lastFolder.empty() ? QDir::homePath() : ui::ToQString(lastFolder));
 
     skins::DressWindow(*chooser);
+    PlaceOnForeignParent(*chooser, parent);
     const QueuedCallsTimer queuedCalls;
     const ParentWindowLock lock(*chooser, parent);
     if (chooser->exec() != QDialog::Accepted || !chooser || chooser->selectedFiles().isEmpty())

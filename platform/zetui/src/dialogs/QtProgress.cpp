@@ -47,6 +47,7 @@ void QtProgress::Show(const std::string& title, const std::string& text, bool ca
     window = new ProgressWindow(FindParentWidget(parent), pixmill::DisplayLines(title), cancellable);
     skins::DressWindow(*window);
     window->SetText(pixmill::DisplayLines(text));
+    PlaceOnForeignParent(*window, parent);
     lock.emplace(*window, parent);
     window->show();
     changed = true;

@@ -64,7 +64,8 @@ struct ButtonColors
 
 constexpr Color none{0, 0, 0, 0};
 
-bool IsAccented(const ButtonLook& look)
+/// What stands out among the buttons, each skin in its way.
+bool StandsOut(const ButtonLook& look)
 {
     return look.variant == Variant::Accent || look.isDefault;
 }
@@ -84,9 +85,9 @@ ButtonColors V7ButtonColors(const SkinColors& colors, const ButtonLook& look)
         if (look.quiet)
             return {none, none, colors.disabledText};
         return framed ? ButtonColors{none, colors.outline, colors.disabledText}
-                      : ButtonColors{colors.groove, none, colors.disabledText};
+                      : ButtonColors{colors.gridLine, none, colors.disabledText};
     }
-    if (IsAccented(look))
+    if (StandsOut(look))
         return {Pick(state, colors.accent, colors.accentHover, colors.accentPressed), none,
                 colors.accentText};
     if (look.quiet || framed) {
@@ -103,7 +104,7 @@ ButtonColors ClassicButtonColors(const SkinColors& colors, const ButtonLook& loo
     const ControlState& state = look.state;
     if (!state.enabled)
         return {colors.window, colors.sectionOutline, colors.disabledText};
-    const bool lit = state.hovered || state.pressed || IsAccented(look);
+    const bool lit = state.hovered || state.pressed || StandsOut(look);
     return {Pick(state, colors.button, colors.buttonHover, colors.buttonPressed),
             lit ? colors.accent : colors.outline, colors.text};
 }
@@ -129,6 +130,11 @@ void PaintTick(QPainter& painter, const QRectF& box, const QColor& color, CheckM
 qreal CornerRadius(Skin skin)
 {
     return skin == Skin::Classic ? 2 : 3;
+}
+
+bool IsAccented(Skin skin, const ButtonLook& look)
+{
+    return skin != Skin::Classic && look.state.enabled && StandsOut(look);
 }
 
 QColor ButtonTextColor(Skin skin, const SkinColors& colors, const ButtonLook& look)

@@ -34,6 +34,8 @@ enum class CheckMark
 };
 
 qreal CornerRadius(Skin skin);
+/// The button is filled with the accent colour.
+bool IsAccented(Skin skin, const ButtonLook& look);
 QColor ButtonTextColor(Skin skin, const SkinColors& colors, const ButtonLook& look);
 void PaintButton(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
                  const ButtonLook& look);

@@ -50,11 +50,33 @@ void SkinProxyStyle::DrawPushButton(const QStyleOptionButton& option, QPainter& 
     const SkinColors& colors = CurrentColors();
     const ButtonLook look = LookOf(option, widget);
     PaintButton(painter, QRectF(option.rect), skin, colors, look);
+    if (option.text.isEmpty() && !option.icon.isNull()) {
+        const QIcon::Mode lit = IsAccented(skin, look) ? QIcon::Selected : QIcon::Normal;
+        QRect place(QPoint(0, 0), option.iconSize);
+        place.moveCenter(option.rect.center());
+        option.icon.paint(&painter, place, Qt::AlignCenter, look.state.enabled ? lit : QIcon::Disabled);
+        return;
+    }
     QStyleOptionButton label(option);
     const QColor textColor = ButtonTextColor(skin, colors, look);
     label.palette.setColor(QPalette::ButtonText, textColor);
     label.palette.setColor(QPalette::Disabled, QPalette::ButtonText, textColor);
     proxy()->drawControl(CE_PushButtonLabel, &label, &painter, widget);
+}
+
+void SkinProxyStyle::DrawCheckBox(const QStyleOptionButton& option, QPainter& painter,
+                                  const QWidget* widget) const
+{
+    QStyleOptionButton part(option);
+    part.rect = proxy()->subElementRect(SE_CheckBoxIndicator, &option, widget);
+    proxy()->drawPrimitive(PE_IndicatorCheckBox, &part, &painter, widget);
+    part.rect = proxy()->subElementRect(SE_CheckBoxContents, &option, widget);
+    proxy()->drawControl(CE_CheckBoxLabel, &part, &painter, widget);
+    if (!option.state.testFlag(State_HasFocus))
+        return;
+    part.rect = proxy()->subElementRect(SE_CheckBoxFocusRect, &option, widget);
+    if (!part.rect.isEmpty())
+        PaintFocusFrame(painter, QRectF(part.rect), skin, CurrentColors());
 }
 
 void SkinProxyStyle::DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const
@@ -65,6 +87,29 @@ void SkinProxyStyle::DrawProgressBar(const QStyleOptionProgressBar& option, QPai
                (static_cast<double>(option.maximum) - option.minimum);
     const bool reversed = (option.direction == Qt::RightToLeft) != option.invertedAppearance;
     PaintProgress(painter, QRectF(option.rect), skin, CurrentColors(), part, BusyPhase(), reversed);
+}
+
+void SkinProxyStyle::DrawHeader(const QStyleOptionHeader& option, QPainter& painter,
+                                const QWidget* widget) const
+{
+    painter.save();
+    painter.setClipRect(option.rect, Qt::IntersectClip);
+    proxy()->drawControl(CE_HeaderSection, &option, &painter, widget);
+    // The newer option says how the title is shortened.
+    QStyleOptionHeaderV2 part;
+    if (const auto* const newer = qstyleoption_cast<const QStyleOptionHeaderV2*>(&option)) {
+        part = *newer;
+    } else {
+        static_cast<QStyleOptionHeader&>(part) = option;
+        part.version = QStyleOptionHeaderV2::Version;
+    }
+    part.rect = proxy()->subElementRect(SE_HeaderLabel, &option, widget);
+    proxy()->drawControl(CE_HeaderLabel, &part, &painter, widget);
+    if (option.sortIndicator != QStyleOptionHeader::None) {
+        part.rect = proxy()->subElementRect(SE_HeaderArrow, &option, widget);
+        proxy()->drawPrimitive(PE_IndicatorHeaderArrow, &part, &painter, widget);
+    }
+    painter.restore();
 }
 
 void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& painter) const

@@ -132,8 +132,9 @@ class Engine : public QIconEngine
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
         const SkinColors& colors = CurrentColors();
+        const pixmill::Color onSurface = mode == QIcon::Disabled ? colors.disabledText : colors.text;
         PaintIcon(*painter, name, QRectF(rect),
-                  pixmill::ToQt(mode == QIcon::Disabled ? colors.disabledText : colors.text));
+                  pixmill::ToQt(mode == QIcon::Selected ? colors.accentText : onSurface));
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override

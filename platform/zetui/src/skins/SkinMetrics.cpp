@@ -11,12 +11,17 @@ namespace {
 
 struct Metrics
 {
-    int buttonHeight, buttonPadding, fieldHeight, checkBox, scrollBar, headerHeight, headerMargin;
+    int buttonHeight, buttonPadding, fieldHeight, fieldPadding, checkBox, scrollBar, headerHeight,
+        headerMargin;
 };
+
+/// Between a label and the focus frame around it.
+constexpr int focusGap = 3;
 
 constexpr Metrics classicMetrics{.buttonHeight = 19,
                                  .buttonPadding = 9,
                                  .fieldHeight = 20,
+                                 .fieldPadding = 2,
                                  .checkBox = 14,
                                  .scrollBar = 13,
                                  .headerHeight = 19,
@@ -24,6 +29,7 @@ constexpr Metrics classicMetrics{.buttonHeight = 19,
 constexpr Metrics v7Metrics{.buttonHeight = 24,
                             .buttonPadding = 12,
                             .fieldHeight = 24,
+                            .fieldPadding = 4,
                             .checkBox = 16,
                             .scrollBar = 12,
                             .headerHeight = 24,
@@ -79,6 +85,46 @@ QRect SkinProxyStyle::subControlRect(ComplexControl control, const QStyleOptionC
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
+QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                     const QWidget* widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    switch (element) {
+    case SE_LineEditContents: {
+        const int padding = MetricsOf(skin).fieldPadding;
+        return rect.adjusted(padding, 0, -padding, 0);
+    }
+    case SE_CheckBoxFocusRect: {
+        const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        // Without a label the ring around the box says it all.
+        if (!button || button->text.isEmpty())
+            return {};
+        const QRect label = QProxyStyle::subElementRect(SE_CheckBoxContents, option, widget);
+        const QRect text = itemTextRect(
+            option->fontMetrics, label,
+            static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic), true, button->text);
+        return text.adjusted(-focusGap - 1, -1, focusGap + 1, 1) & option->rect;
+    }
+    case SE_HeaderLabel: {
+        const int margin = MetricsOf(skin).headerMargin;
+        const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        const bool sorted = header && header->sortIndicator != QStyleOptionHeader::None;
+        const int arrow = sorted ? pixelMetric(PM_HeaderMarkSize, option, widget) + 4 : 0;
+        return visualRect(option->direction, option->rect,
+                          option->rect.adjusted(margin, 0, -margin - arrow, 0));
+    }
+    case SE_HeaderArrow: {
+        const int size = pixelMetric(PM_HeaderMarkSize, option, widget);
+        const int margin = MetricsOf(skin).headerMargin;
+        return visualRect(option->direction, option->rect,
+                          QRect(option->rect.right() - margin - size,
+                                option->rect.top() + (option->rect.height() - size) / 2, size, size));
+    }
+    default:
+        return rect;
+    }
+}
+
 QSize SkinProxyStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                        const QWidget* widget) const
 {
@@ -93,8 +139,11 @@ QSize SkinProxyStyle::sizeFromContents(ContentsType type, const QStyleOption* op
     }
     case CT_HeaderSection: {
         const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        return {size.width(), std::max(size.height(), metrics.headerHeight)};
+        // The margin counts on all sides there.
+        return {size.width(), std::max(size.height() - 2 * metrics.headerMargin + 6, metrics.headerHeight)};
     }
+    case CT_CheckBox:
+        return QProxyStyle::sizeFromContents(type, option, contents, widget) + QSize(focusGap, 0);
     default:
         return QProxyStyle::sizeFromContents(type, option, contents, widget);
     }
@@ -108,7 +157,7 @@ int SkinProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, 
     case PM_IndicatorHeight:
         return metrics.checkBox;
     case PM_CheckBoxLabelSpacing:
-        return 5;
+        return 4 + focusGap;
     case PM_ScrollBarExtent:
         return metrics.scrollBar;
     case PM_ScrollBarSliderMin:
@@ -127,7 +176,7 @@ int SkinProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, 
     case PM_LineEditIconSize:
         return 16;
     case PM_MessageBoxIconSize:
-        return 40;
+        return 32;
     case PM_DefaultFrameWidth:
         return 1;
     case PM_HeaderMarkSize:

@@ -69,7 +69,8 @@ void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption*
     case PE_FrameLineEdit:
         return;
     case PE_FrameFocusRect:
-        PaintFocusFrame(*painter, rect, skin, colors);
+        if (!rect.isEmpty())
+            PaintFocusFrame(*painter, rect, skin, colors);
         return;
     case PE_Frame:
         if (qobject_cast<const QAbstractScrollArea*>(widget)) {
@@ -102,9 +103,21 @@ void SkinProxyStyle::drawControl(ControlElement element, const QStyleOption* opt
             return;
         }
         break;
+    case CE_CheckBox:
+        if (const auto* const box = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+            DrawCheckBox(*box, *painter, widget);
+            return;
+        }
+        break;
     case CE_ProgressBar:
         if (const auto* const bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option)) {
             DrawProgressBar(*bar, *painter);
+            return;
+        }
+        break;
+    case CE_Header:
+        if (const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+            DrawHeader(*header, *painter, widget);
             return;
         }
         break;

@@ -21,6 +21,8 @@ class SkinProxyStyle : public QProxyStyle
                             const QWidget* widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
@@ -34,7 +36,9 @@ class SkinProxyStyle : public QProxyStyle
 
   private:
     void DrawPushButton(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
+    void DrawCheckBox(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
     void DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const;
+    void DrawHeader(const QStyleOptionHeader& option, QPainter& painter, const QWidget* widget) const;
     void DrawHeaderSection(const QStyleOption& option, QPainter& painter) const;
     void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const;
 
