@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
@@ -32,42 +33,50 @@ void Say(std::string_view text)
         std::fprintf(stderr, "zetaudiopluginmanager: %s\n", line.c_str());
 }
 
-HostSession::HostSession()
+HostSession::Surroundings::Surroundings()
     : eventLoop(std::make_shared<zetcore::threads::PlainEventLoop>()),
-      terminal(std::make_shared<zetui::dialogs::TerminalPresentation>(stderr)),
-      registry(PluginModuleInfoManager::GetInstance()), banned(BannedPluginManager::GetInstance())
+      terminal(std::make_shared<zetui::dialogs::TerminalPresentation>(stderr))
 {
-    // A constructor that throws runs no destructor: what needs undoing comes after what may throw.
-    LoadLists();
     zetcore::threads::RegisterMainThread(eventLoop);
     zetui::dialogs::SetPresentation(terminal);
     zetaudiopluginhostui::Initialize();
 }
 
-HostSession::~HostSession()
+HostSession::Surroundings::~Surroundings()
 {
     zetaudiopluginhostui::Terminate();
     zetui::dialogs::SetPresentation(nullptr);
     zetcore::threads::RegisterMainThread(nullptr);
 }
 
-void HostSession::LoadLists()
+HostSession::HostSession()
+    : registry(PluginModuleInfoManager::GetInstance()), banned(BannedPluginManager::GetInstance())
+{
+    CheckAtStart();
+}
+
+void HostSession::CheckAtStart()
 {
     const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
     if (unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile))
-        Say("the list of unsupported plug-ins is malformed and not used: " + unsupportedFile.FullPathUTF8());
-
-    if (!banned->LoadConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())))
-        Say(banned->GetLoadError());
-
+        Say("the list of unsupported plug-ins could not be read and starts anew: " +
+            unsupportedFile.FullPathUTF8());
     const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
-    if (!registryFile.Exists()) {
-        registry->LoadConfiguration(registryFile);
+    const bool isFirstStart = !registryFile.Exists();
+
+    zetaudiopluginhostui::AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr,
+                                                                                                nullptr);
+    for (const std::string& error : {banned->GetLoadError(), registry->GetLoadError()})
+        if (!error.empty())
+            Say(error);
+    if (isFirstStart) {
         registry->ResetToDefaultFolders();
         SaveRegistry();
-    } else if (!registry->LoadConfiguration(registryFile)) {
-        Say(registry->GetLoadError());
     }
+    // The alerts do not say which file it was, nor whether a ban could be saved.
+    cautionsAtStart = Shown().cautions;
+    if (cautionsAtStart > 0)
+        SaveBannedList();
 }
 
 template<typename Save>
@@ -97,7 +106,7 @@ void HostSession::SaveBannedList()
 
 ExitStatus HostSession::Status() const
 {
-    return notSaved || Shown().cautions > 0 ? ExitStatus::NotSaved : ExitStatus::Done;
+    return notSaved || Shown().cautions > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
 }
 
 } // namespace zetaudiopluginmanager

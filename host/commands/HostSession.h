@@ -21,17 +21,20 @@ void Say(std::string_view text);
 class HostSession
 {
   public:
-    /// Loads the unsupported list, the banned list and the registry. Without a registry file, the default
-    /// folders are set and saved. What a damaged file was about is said, and the program goes on without it.
-    /// Throws `file_exception` when an existing file cannot be read.
+    /// Starts as every host does: initialises the module and lets it load the lists and the registry and
+    /// act on what a crash has left. Without a registry file, the default folders are set and saved. What a
+    /// damaged file was about is said, and the program goes on without it. Throws `file_exception` when an
+    /// existing file cannot be read.
     HostSession();
-    ~HostSession();
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
     zetaudiofilterhost::PluginModuleInfoManager& Registry() const noexcept { return *registry; }
     zetaudiopluginhost::BannedPluginManager& Banned() const noexcept { return *banned; }
-    const zetui::dialogs::TerminalPresentation::Counts& Shown() const { return terminal->GetCounts(); }
+    const zetui::dialogs::TerminalPresentation::Counts& Shown() const
+    {
+        return surroundings.terminal->GetCounts();
+    }
 
     /// Saves; what cannot be is said and remembered for `Status`. `SaveRegistry` also raises the registry's
     /// signal.
@@ -43,15 +46,28 @@ class HostSession
     ExitStatus Status() const;
 
   private:
-    void LoadLists();
+    /// What is undone even when the start fails.
+    struct Surroundings
+    {
+        Surroundings();
+        ~Surroundings();
+        Surroundings(const Surroundings&) = delete;
+        Surroundings& operator=(const Surroundings&) = delete;
+
+        std::shared_ptr<zetcore::threads::PlainEventLoop> eventLoop;
+        std::shared_ptr<zetui::dialogs::TerminalPresentation> terminal;
+    };
+
+    void CheckAtStart();
     template<typename Save>
     void TrySaving(Save save);
 
-    std::shared_ptr<zetcore::threads::PlainEventLoop> eventLoop;
-    std::shared_ptr<zetui::dialogs::TerminalPresentation> terminal;
+    Surroundings surroundings;
     zetaudiofilterhost::PluginModuleInfoManager* registry;
     zetaudiopluginhost::BannedPluginManager* banned;
     bool notSaved = false;
+    /// Of the check at the start, which are not about what the command does.
+    int cautionsAtStart = 0;
 };
 
 } // namespace zetaudiopluginmanager

@@ -1,5 +1,6 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
+#include "module/CrashRecovery.h"
 #include "module/DebugSwitch.h"
 
 namespace zetaudiopluginhostui {
@@ -10,6 +11,12 @@ AudioPluginManager& AudioPluginManager::GetInstance()
 {
     static AudioPluginManager instance;
     return instance;
+}
+
+void AudioPluginManager::CheckForCrashedPluginsAndNotifyUser(
+    const zetui::pixmill::SupplierInterface* supplier, HWND parent)
+{
+    CrashRecovery(supplier, parent).Run();
 }
 
 bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <zetaudiopluginhostui/Export.h>
+#include <zetui/pixmill/SupplierInterface.h>
+#include <zetui/ui/WindowVariant.h>
 
 namespace zetaudiopluginhostui {
 
@@ -14,6 +16,13 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginManager
     virtual ~AudioPluginManager();
 
     static AudioPluginManager& GetInstance();
+
+    /// Once at start-up, after `Initialize` and before any scan. Loads the list of unsupported plug-ins
+    /// (written first where it is missing or damaged), the banned list and the registry. A scan marker that
+    /// is still there names the plug-in that brought the host down: it is banned, and the user is told.
+    /// Returns when every alert has been dismissed. The supplier is not owned; null is allowed for both.
+    /// Throws `file_exception` when an existing file cannot be read.
+    void CheckForCrashedPluginsAndNotifyUser(const zetui::pixmill::SupplierInterface* supplier, HWND parent);
 
     /// On when the debug-database entry "zetaudiofilterhost.EnableQuickEffectScan" (default "true") is
     /// exactly "true". Read once a process, on first use.
