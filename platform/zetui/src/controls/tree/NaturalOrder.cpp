@@ -82,17 +82,13 @@ NaturalOrder::NaturalOrder(const QLocale& locale) : collator(locale)
     asciiByCharacter = AsciiPairsKeepTheirPlace();
 }
 
-int NaturalOrder::Compare(const std::wstring& left, const std::wstring& right) const
-{
-    return collator.compare(ui::ToQString(left), ui::ToQString(right));
-}
-
 void NaturalOrder::MakeRanks()
 {
     std::vector<QString> characters;
     for (char16_t code = 1; code < 128; ++code) {
         const QString character = QChar(code);
-        if (collator.compare(character, QString()) != 0)
+        // Compared with nothing at all, everything counts.
+        if (collator.compare(QChar('a') + character, QStringLiteral("a")) != 0)
             characters.push_back(character);
     }
     std::stable_sort(characters.begin(), characters.end(), [this](const QString& left, const QString& right) {

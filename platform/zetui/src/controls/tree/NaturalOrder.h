@@ -22,9 +22,6 @@ class NaturalOrder
   public:
     explicit NaturalOrder(const QLocale& locale = UserLocale());
 
-    /// Below 0, 0 or above 0.
-    int Compare(const std::wstring& left, const std::wstring& right) const;
-
     using TextOf = std::function<std::wstring(int index)>;
     /// The indexes 0 to `count` - 1 in the order of their texts; equal texts by index, in both directions.
     /// Each text is asked for once.
