@@ -56,7 +56,7 @@ constexpr SkinColors classicDark{
     .tooltip = Rgb(0x1E1E20),
     .text = Rgb(0xE6E6E8),
     .disabledText = Rgb(0x8F8F94),
-    .placeholder = Rgb(0x9C9CA2),
+    .placeholder = Rgb(0xA2A2A8),
     .tooltipText = Rgb(0xE6E6E8),
     .link = Rgb(0x7DB4F5),
     .outline = Rgb(0x5C5C60),
@@ -79,7 +79,7 @@ constexpr SkinColors classicDark{
     .hoverRow = Rgb(0x30353C),
     .groove = Rgb(0x222224),
     .handle = Rgb(0x6C6C71),
-    .negative = Rgb(0xFF8A80),
+    .negative = Rgb(0xFFA39B),
     .caution = Rgb(0xF5B93A),
 };
 
