@@ -13,6 +13,7 @@
 #include <zetui/skins/Skins.h>
 
 #include "pixmill/QtConversions.h"
+#include "pixmill/TextWidths.h"
 
 namespace zetui::pixmill {
 
@@ -20,36 +21,34 @@ namespace {
 
 /// Asking the system for a font costs more than measuring a text, and lists measure thousands. A child of
 /// the application object, because fonts must not outlive it.
-class MetricsCache : public QObject
+class WidthsCache : public QObject
 {
   public:
-    explicit MetricsCache(QObject* parent) : QObject(parent) {}
-    std::map<std::pair<std::string, float>, QFontMetricsF> byFont;
+    explicit WidthsCache(QObject* parent) : QObject(parent) {}
+    std::map<std::pair<std::string, float>, TextWidths> byFont;
 };
 
-MetricsCache& Metrics()
+WidthsCache& Cache()
 {
     /// Takes the cache along where this library is unloaded before the application ends.
     struct Holder
     {
         ~Holder() { delete cache.data(); }
-        QPointer<MetricsCache> cache;
+        QPointer<WidthsCache> cache;
     };
     static Holder holder;
     if (!holder.cache)
-        holder.cache = new MetricsCache(QCoreApplication::instance());
+        holder.cache = new WidthsCache(QCoreApplication::instance());
     return *holder.cache;
 }
 
-const QFontMetricsF& MetricsOf(const Font& font)
+const TextWidths& WidthsOf(const Font& font)
 {
-    auto& metrics = Metrics().byFont;
+    auto& byFont = Cache().byFont;
     // The application's font may change, so the name is looked up each time.
     const std::pair key(font.name.empty() ? ui::GetFontName(0) : font.name, font.size);
-    const auto found = metrics.find(key);
-    if (found != metrics.end())
-        return found->second;
-    return metrics.emplace(key, QFontMetricsF(ToQt(font))).first->second;
+    const auto found = byFont.find(key);
+    return found != byFont.end() ? found->second : byFont.emplace(key, ToQt(font)).first->second;
 }
 
 bool CanMeasure()
@@ -97,7 +96,7 @@ float GetTextWidth(const Font& font, const std::wstring& text)
 {
     if (text.empty() || !CanMeasure())
         return 0;
-    return static_cast<float>(MetricsOf(font).horizontalAdvance(DisplayText(text)));
+    return static_cast<float>(WidthsOf(font).WidthOf(text));
 }
 
 std::wstring TruncateString(const Font& font, const std::wstring& text, TextTruncation truncation,
@@ -105,12 +104,15 @@ std::wstring TruncateString(const Font& font, const std::wstring& text, TextTrun
 {
     if (truncation == TextTruncation::None || text.empty() || !CanMeasure())
         return text;
-    const QFontMetricsF& metrics = MetricsOf(font);
-    const QString shown = DisplayText(text);
-    const auto fits = [&](const QString& candidate) { return metrics.horizontalAdvance(candidate) <= width; };
-    if (fits(shown))
+    const TextWidths& widths = WidthsOf(font);
+    if (widths.WidthOf(text) <= static_cast<double>(width))
         return text;
 
+    const QFontMetricsF& metrics = widths.Metrics();
+    const auto fits = [&](const QString& candidate) {
+        return metrics.horizontalAdvance(candidate) <= static_cast<qreal>(width);
+    };
+    const QString shown = DisplayText(text);
     const std::vector<qsizetype> starts = CharacterStarts(shown);
     std::size_t fitting = 0, tooMany = starts.size() - 1;
     while (fitting + 1 < tooMany) {
@@ -125,7 +127,7 @@ float GetFontBaseline(const Font& font, float cellHeight)
 {
     if (!CanMeasure())
         return cellHeight;
-    const QFontMetricsF& metrics = MetricsOf(font);
+    const QFontMetricsF& metrics = WidthsOf(font).Metrics();
     const qreal height = metrics.ascent() + metrics.descent();
     // On a whole pixel, where glyphs are sharp.
     return static_cast<float>(std::round((static_cast<qreal>(cellHeight) - height) / 2 + metrics.ascent()));

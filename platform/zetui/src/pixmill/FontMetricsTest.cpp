@@ -5,9 +5,11 @@
 #include <vector>
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <gtest/gtest.h>
 #include <zetui/skins/Skins.h>
 
+#include "pixmill/QtConversions.h"
 #include "testing/WindowsFixture.h"
 
 namespace zetui::pixmill {
@@ -35,6 +37,23 @@ TEST_F(Text, WidthsGrowWithTextAndSize)
     EXPECT_GT(Width(L"W"), Width(L"i"));
     EXPECT_NEAR(GetTextWidth({"", 24}, L"Reload"), 2 * Width(L"Reload"), 4);
     EXPECT_EQ(GetTextWidth({ValidateFontName(""), 12}, L"Reload"), Width(L"Reload"));
+}
+
+TEST_F(Text, WidthsAreThoseOfTheTextAsItIsDrawn)
+{
+    for (const std::string& family :
+         {std::string(), std::string("DejaVu Serif"), std::string("DejaVu Sans Mono")})
+        for (const float size : {11.0f, 12.0f, 13.0f, 24.0f}) {
+            const Font one{ValidateFontName(family), size};
+            const QFontMetricsF metrics(ToQt(one));
+            for (const wchar_t* const text : {L"Reload", L"AVATAR To. LTy", L"office fluff affix",
+                                              L"/usr/lib/vst/DragonflyPlateReverb-vst.so",
+                                              L"C:\\Program Files\\VstPlugins\\Delay (x64) v2.10.dll",
+                                              L"\u00DCberhall \u65E5\u672C", L"a\tb", L" ", L"~!"})
+                EXPECT_NEAR(static_cast<double>(GetTextWidth(one, text)),
+                            metrics.horizontalAdvance(DisplayText(text)), 0.75)
+                    << family << " " << size;
+        }
 }
 
 TEST_F(Text, ThatFitsStaysAsItIs)
