@@ -38,9 +38,10 @@ float UI_MultiColumnTree::GetDefaultRowHeight()
     return skins::IsRunningV7OrBeyond() ? 28.0F : 22.0F;
 }
 
+// Left and right as the skins' header titles have it, so that texts stand below their title.
 std::pair<float, float> UI_MultiColumnTree::GetDefaultCellPadding()
 {
-    return skins::IsRunningV7OrBeyond() ? std::pair(6.0F, 12.0F) : std::pair(3.0F, 6.0F);
+    return skins::IsRunningV7OrBeyond() ? std::pair(6.0F, 8.0F) : std::pair(3.0F, 6.0F);
 }
 
 float UI_MultiColumnTree::GetRowHeight() const

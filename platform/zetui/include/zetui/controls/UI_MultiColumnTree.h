@@ -20,11 +20,14 @@ using TreeFlags = unsigned;
 
 /// A list of rows with columns, drawn by callbacks, with controls in its cells. Row widgets are made for
 /// visible rows only, by the row-visibility callback, so that its cost does not grow with the number of rows.
-/// Main thread.
+/// Rows appended without a deferred-layout guard are shown when control is back in the event loop, or when
+/// somebody asks for their place. Exceptions of callbacks do not get lost in the toolkit: the modal run that
+/// is going on throws them again. Main thread.
 ///
 /// Keyboard: arrows, Page Up and Down, Home and End select rows (Left and Right select cells, where cells may
 /// be selected); typed letters jump to the next row whose second cell (or only cell) begins with them; Tab
-/// moves through the controls of the selected row's cells.
+/// moves through the controls of the selected row's cells and then leaves the list; Space toggles the
+/// checkbox in its first cell.
 class ZETUI_API UI_MultiColumnTree : public UI_ControlView
 {
   public:
@@ -48,6 +51,7 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetSupportDeselectAllOnEmptyTreeClick(bool support);
     void SetSupportMultipleSelections(bool support);
     void SetWantsKeyboardFocus(bool wants) override;
+    /// Space selects the current row where it does not toggle the first cell's checkbox.
     void SetSupportNonArrowKeysToSelectRow(bool support);
     void SetSupportUserSelectableRows(bool support);
     void SetSupportUserSelectableCells(bool support);
@@ -61,7 +65,8 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetDrawCellOfRowCallback(DrawCellOfRowCallback callback);
     void SetRowsSelectionChangedCallback(std::function<void()> callback);
     /// A row came into the visible area or left it (`IsRowVisible` tells which). Also called after a sort or
-    /// a fill, when the layout is done.
+    /// a fill, when the layout is done. When columns are moved or resized, the visible rows leave and come
+    /// again with new cell views. Nothing is visible before the window is shown.
     void SetRowVisibilityChangedCallback(RowCallback callback);
     void SetCellSelectionChangedCallback(std::function<void()> callback);
     /// The text by which a cell is sorted. Texts are compared as people expect: letters by the user's locale,
@@ -72,6 +77,7 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     /// The tooltip of a cell; none where it is not set or empty.
     void SetCellTooltipFunction(CellSortDataFunction function);
 
+    /// Tells of a selection that goes with them, but not of rows that were visible.
     void RemoveAllRows();
     /// Appends in fill order. Only top-level rows are supported: `parent` must be null. `sortLater`: its
     /// place is found by the next `SortTree` or at the end of the deferred layout.

@@ -23,7 +23,8 @@ class ZETUI_API UI_MultiColumnTreeRow : public utility::RefCountedObject
     bool IsSelectable() const noexcept { return selectable; }
     /// The view in the row's cell at this position (0 is the first cell that the header shows), into which
     /// controls may be inserted. Made on first use; kept while the row is visible. Its coordinates are the
-    /// cell's. Null for a position that there is not.
+    /// cell's. Null for a position that there is not, and for a row in no tree; an empty one that nobody
+    /// keeps while the row is not visible.
     utility::IntrusivePtr<ui::UI_SubView> GetCellView(int position);
 
   protected:

@@ -1,7 +1,6 @@
 #include "controls/tree/NaturalOrder.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "ui/QtText.h"
 
@@ -18,16 +17,13 @@ bool IsDigit(wchar_t character)
     return character >= L'0' && character <= L'9';
 }
 
-/// The next eight bytes as a number that compares as they do; zeros follow the end.
-std::uint64_t ChunkAt(std::string_view key, std::size_t depth)
+/// Eight bytes as a number that compares as they do, zeros for all beyond `size`.
+std::uint64_t ChunkOf(const char* bytes, std::size_t size)
 {
-    unsigned char bytes[chunkSize] = {};
-    if (depth < key.size())
-        std::memcpy(bytes, key.data() + depth, std::min(chunkSize, key.size() - depth));
     std::uint64_t chunk = 0;
-    for (const unsigned char byte : bytes)
-        chunk = chunk << 8 | byte;
-    return chunk;
+    for (std::size_t i = 0; i < chunkSize; ++i)
+        chunk = chunk << 8 | static_cast<unsigned char>(bytes[i]);
+    return size >= chunkSize ? chunk : chunk & ~(~std::uint64_t{0} >> (8 * size));
 }
 
 bool EndsIn(std::uint64_t chunk)
@@ -42,9 +38,14 @@ struct NaturalOrder::Keys
 {
     struct Ascii
     {
-        std::uint64_t chunk = 0;
         std::size_t key, keySize, text, textSize;
         int index;
+    };
+    /// What is moved about: a piece of a key, and the place of the rest in `ascii`.
+    struct Piece
+    {
+        std::uint64_t chunk;
+        std::uint32_t item;
     };
     struct Other
     {
@@ -54,13 +55,15 @@ struct NaturalOrder::Keys
     };
 
     std::vector<Ascii> ascii;
+    std::vector<Piece> sorted;
     std::vector<Other> others;
     /// The keys and the texts of `ascii`, one after the other.
     std::string keyBytes, textBytes;
 
-    std::string_view KeyOf(const Ascii& item) const
+    std::uint64_t ChunkAt(const Piece& piece, std::size_t depth) const
     {
-        return std::string_view(keyBytes).substr(item.key, item.keySize);
+        const Ascii& item = ascii[piece.item];
+        return depth < item.keySize ? ChunkOf(keyBytes.data() + item.key + depth, item.keySize - depth) : 0;
     }
     QString TextOf(const Ascii& item) const
     {
@@ -102,21 +105,22 @@ void NaturalOrder::MakeRanks()
     }
 }
 
+/// Where two letters sort as one of their own, the pair is out of place among those with the same first.
 bool NaturalOrder::AsciiPairsKeepTheirPlace() const
 {
-    const auto agrees = [this](QChar first, QChar second, const QString& other, QChar otherSecond) {
-        const int expected = ranks[second.unicode()] - ranks[otherSecond.unicode()];
-        const int found = collator.compare(QString(first) + second, other);
-        return (expected < 0) == (found < 0) && (expected > 0) == (found > 0);
-    };
+    std::vector<char16_t> seconds;
+    for (char16_t code = 1; code < 128; ++code) {
+        if (ranks[code] != 0 && !IsDigit(static_cast<wchar_t>(code)))
+            seconds.push_back(code);
+    }
+    std::sort(seconds.begin(), seconds.end(),
+              [this](char16_t left, char16_t right) { return ranks[left] < ranks[right]; });
     for (char16_t first = 'a'; first <= 'z'; ++first) {
-        for (char16_t second = 1; second < 128; ++second) {
-            if (ranks[second] == 0 || (second >= '0' && second <= '9'))
-                continue;
-            for (const char16_t other : {u'a', u'm', u'z'}) {
-                if (!agrees(first, second, QString(QChar(first)) + QChar(other), other))
-                    return false;
-            }
+        for (std::size_t i = 1; i < seconds.size(); ++i) {
+            const int order = collator.compare(QString(QChar(first)) + QChar(seconds[i - 1]),
+                                               QString(QChar(first)) + QChar(seconds[i]));
+            if (order > 0 || (order == 0) != (ranks[seconds[i - 1]] == ranks[seconds[i]]))
+                return false;
         }
     }
     return true;
@@ -158,31 +162,33 @@ void NaturalOrder::SortKeys(Keys& keys, bool ascending) const
     {
         std::size_t begin, end, depth;
     };
-    std::vector<Range> ranges{{0, keys.ascii.size(), 0}};
+    std::vector<Keys::Piece>& pieces = keys.sorted;
+    for (std::uint32_t item = 0; item < keys.ascii.size(); ++item)
+        pieces.push_back({0, item});
+    std::vector<Range> ranges{{0, pieces.size(), 0}};
     while (!ranges.empty()) {
         const Range range = ranges.back();
         ranges.pop_back();
-        const auto begin = keys.ascii.begin() + static_cast<std::ptrdiff_t>(range.begin);
-        const auto end = keys.ascii.begin() + static_cast<std::ptrdiff_t>(range.end);
+        const auto begin = pieces.begin() + static_cast<std::ptrdiff_t>(range.begin);
+        const auto end = pieces.begin() + static_cast<std::ptrdiff_t>(range.end);
         bool same = true;
-        for (auto item = begin; item != end; ++item) {
-            item->chunk = ChunkAt(keys.KeyOf(*item), range.depth);
-            same = same && item->chunk == begin->chunk;
+        for (auto piece = begin; piece != end; ++piece) {
+            piece->chunk = keys.ChunkAt(*piece, range.depth);
+            same = same && piece->chunk == begin->chunk;
         }
         if (!same) {
-            std::sort(begin, end, [ascending](const Keys::Ascii& left, const Keys::Ascii& right) {
+            std::sort(begin, end, [ascending](const Keys::Piece& left, const Keys::Piece& right) {
                 if (left.chunk != right.chunk)
                     return (left.chunk < right.chunk) == ascending;
-                return left.index < right.index;
+                return left.item < right.item;
             });
         }
         for (auto first = begin; first != end;) {
             auto last =
-                std::find_if(first, end, [first](const auto& item) { return item.chunk != first->chunk; });
+                std::find_if(first, end, [first](const auto& piece) { return piece.chunk != first->chunk; });
             if (last - first > 1 && !EndsIn(first->chunk))
-                ranges.push_back({static_cast<std::size_t>(first - keys.ascii.begin()),
-                                  static_cast<std::size_t>(last - keys.ascii.begin()),
-                                  range.depth + chunkSize});
+                ranges.push_back({static_cast<std::size_t>(first - pieces.begin()),
+                                  static_cast<std::size_t>(last - pieces.begin()), range.depth + chunkSize});
             first = last;
         }
     }
@@ -201,19 +207,20 @@ std::vector<int> NaturalOrder::Merged(const Keys& keys, bool ascending) const
 {
     std::vector<int> sorted;
     sorted.reserve(keys.ascii.size() + keys.others.size());
-    auto next = keys.ascii.begin();
+    auto next = keys.sorted.cbegin();
     for (const Keys::Other& other : keys.others) {
         const auto place = std::lower_bound(
-            next, keys.ascii.end(), other, [&](const Keys::Ascii& item, const Keys::Other& sought) {
+            next, keys.sorted.cend(), other, [&](const Keys::Piece& piece, const Keys::Other& sought) {
+                const Keys::Ascii& item = keys.ascii[piece.item];
                 const int order = collator.compare(keys.TextOf(item), sought.text);
                 return order != 0 ? (order < 0) == ascending : item.index < sought.index;
             });
         for (; next != place; ++next)
-            sorted.push_back(next->index);
+            sorted.push_back(keys.ascii[next->item].index);
         sorted.push_back(other.index);
     }
-    for (; next != keys.ascii.end(); ++next)
-        sorted.push_back(next->index);
+    for (; next != keys.sorted.cend(); ++next)
+        sorted.push_back(keys.ascii[next->item].index);
     return sorted;
 }
 
@@ -221,14 +228,14 @@ std::vector<int> NaturalOrder::Sorted(int count, const TextOf& textOf, bool asce
 {
     Keys keys;
     keys.ascii.reserve(static_cast<std::size_t>(count));
+    keys.sorted.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index) {
         const std::wstring text = textOf(index);
         const std::size_t key = keys.keyBytes.size();
         if (asciiByCharacter && AppendKey(text, keys.keyBytes)) {
             const std::size_t start = keys.textBytes.size();
-            for (const wchar_t character : text)
-                keys.textBytes.push_back(static_cast<char>(character));
-            keys.ascii.push_back({0, key, keys.keyBytes.size() - key, start, text.size(), index});
+            keys.textBytes.append(text.begin(), text.end());
+            keys.ascii.push_back({key, keys.keyBytes.size() - key, start, text.size(), index});
         } else {
             const QString other = ui::ToQString(text);
             keys.others.push_back({collator.sortKey(other), other, index});
@@ -242,6 +249,8 @@ std::vector<int> NaturalOrder::Sorted(int count, const TextOf& textOf, bool asce
         }
         keys.ascii.clear();
     }
+    // So that the last key, too, can be read by eight bytes.
+    keys.keyBytes.append(chunkSize, '\0');
     SortKeys(keys, ascending);
     SortOthers(keys, ascending);
     return Merged(keys, ascending);

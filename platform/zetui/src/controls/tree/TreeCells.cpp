@@ -92,6 +92,8 @@ TreeCells::CellView TreeCells::ViewAt(UI_MultiColumnTreeRow& row, int position)
         cell = utility::MakeIntrusive<ui::UI_SubView>();
         QWidget* const widget = ui::WidgetOf(cell.get());
         widget->installEventFilter(this);
+        // So that the list sees the mouse move over it.
+        widget->setMouseTracking(true);
         PlaceView(*shown, position);
         ui::NodeAccess::Embed(cell.get(), state.view->viewport(), &state.owner);
     }
