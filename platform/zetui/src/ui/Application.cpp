@@ -11,6 +11,7 @@
 
 #include "dialogs/QtPresentation.h"
 #include "skins/SkinStyle.h"
+#include "ui/DialogPlace.h"
 #include "ui/Display.h"
 #include "ui/QtMainThread.h"
 
@@ -85,6 +86,14 @@ bool InitializeWindows()
 bool HaveWindows()
 {
     return State().initialized && HasApplicationWithWidgets();
+}
+
+zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content)
+{
+    if (!HaveWindows())
+        return content;
+    const QRect place = OnScreen(content);
+    return {place.left(), place.top(), place.width(), place.height()};
 }
 
 void TerminateWindows()

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <zetcore/geom/RectT.h>
 #include <zetui/Export.h>
 
 /// The toolkit's application object and event loop. Main thread.
@@ -16,6 +17,10 @@ ZETUI_API bool HaveWindows();
 /// True when there is a display, without opening anything: `QT_QPA_PLATFORM`, or a window system's variables
 /// where there is one.
 ZETUI_API bool IsDisplayAvailable();
+/// Where a window with this content belongs on today's screens: where it is, as long as the user can take
+/// hold of it there, else on the nearest screen and no larger than that. Screen coordinates. Without windows:
+/// the same place.
+ZETUI_API zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content);
 /// Puts the presentation and the event loop back; for tests and the end of a program.
 ZETUI_API void TerminateWindows();
 
