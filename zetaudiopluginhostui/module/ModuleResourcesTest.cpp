@@ -47,6 +47,14 @@ TEST_F(ModuleResources, TheUnsupportedListHasItsTabsAndLineEnds)
               "</pluginlist>\r\n");
 }
 
+TEST_F(ModuleResources, TheLayoutArchivesAreTheFilesByteForByte)
+{
+    EXPECT_NE(Load("AUDIOPLUGINMANAGER"), "");
+    EXPECT_EQ(Load("AUDIOPLUGINMANAGER"), FileText("AudioPluginManager.xml"));
+    EXPECT_NE(Load("AUDIOPLUGINMANAGER.V7"), "");
+    EXPECT_EQ(Load("AUDIOPLUGINMANAGER.V7"), FileText("AudioPluginManager.V7.xml"));
+}
+
 TEST_F(ModuleResources, AnUnknownNameGivesNothing)
 {
     EXPECT_EQ(Load("NoSuchResource"), "");
