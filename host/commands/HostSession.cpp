@@ -8,6 +8,7 @@
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/threads/MainThread.h>
+#include <zetui/ui/Application.h>
 
 #include "commands/DisplayText.h"
 
@@ -33,24 +34,34 @@ void Say(std::string_view text)
         std::fprintf(stderr, "zetaudiopluginmanager: %s\n", line.c_str());
 }
 
-HostSession::Surroundings::Surroundings()
-    : eventLoop(std::make_shared<zetcore::threads::PlainEventLoop>()),
-      terminal(std::make_shared<zetui::dialogs::TerminalPresentation>(stderr))
+HostSession::Surroundings::Surroundings(Surface surface)
 {
-    zetcore::threads::RegisterMainThread(eventLoop);
-    zetui::dialogs::SetPresentation(terminal);
+    if (surface == Surface::Windows) {
+        if (!zetui::ui::InitializeWindows())
+            throw no_display("there is no display to open a window on");
+    } else {
+        eventLoop = std::make_shared<zetcore::threads::PlainEventLoop>();
+        terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr);
+        zetcore::threads::RegisterMainThread(eventLoop);
+        zetui::dialogs::SetPresentation(terminal);
+    }
     zetaudiopluginhostui::Initialize();
 }
 
 HostSession::Surroundings::~Surroundings()
 {
     zetaudiopluginhostui::Terminate();
-    zetui::dialogs::SetPresentation(nullptr);
-    zetcore::threads::RegisterMainThread(nullptr);
+    if (terminal) {
+        zetui::dialogs::SetPresentation(nullptr);
+        zetcore::threads::RegisterMainThread(nullptr);
+    } else {
+        zetui::ui::TerminateWindows();
+    }
 }
 
-HostSession::HostSession()
-    : registry(PluginModuleInfoManager::GetInstance()), banned(BannedPluginManager::GetInstance())
+HostSession::HostSession(Surface surface)
+    : surroundings(surface), registry(PluginModuleInfoManager::GetInstance()),
+      banned(BannedPluginManager::GetInstance())
 {
     CheckAtStart();
 }
@@ -79,8 +90,13 @@ void HostSession::CheckAtStart()
         SaveBannedList();
 }
 
-template<typename Save>
-void HostSession::TrySaving(Save save)
+zetui::dialogs::TerminalPresentation::Counts HostSession::Shown() const
+{
+    return surroundings.terminal ? surroundings.terminal->GetCounts()
+                                 : zetui::dialogs::TerminalPresentation::Counts();
+}
+
+void HostSession::Save(const std::function<void()>& save)
 {
     try {
         save();
@@ -92,7 +108,7 @@ void HostSession::TrySaving(Save save)
 
 void HostSession::SaveRegistry()
 {
-    TrySaving([this] {
+    Save([this] {
         registry->SaveConfiguration(PreferencesFile(PluginModuleInfoManager::GetSettingsFileName()), true);
     });
     registry->GetPluginInfosChangedSignal()();
@@ -100,8 +116,7 @@ void HostSession::SaveRegistry()
 
 void HostSession::SaveBannedList()
 {
-    TrySaving(
-        [this] { banned->SaveConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())); });
+    Save([this] { banned->SaveConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())); });
 }
 
 ExitStatus HostSession::Status() const
