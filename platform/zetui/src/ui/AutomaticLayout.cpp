@@ -99,10 +99,11 @@ void PlaceUnconstrained(Span& span, const Axis& axis)
             span.length = std::max(0.0F, span.length + growth);
         return;
     }
-    const float factor = axis.from > 0 ? axis.to / axis.from : 1;
-    span.start *= factor;
+    if (axis.from <= 0)
+        return;
+    span.start = span.start * axis.to / axis.from;
     if (!span.fixed)
-        span.length *= factor;
+        span.length = span.length * axis.to / axis.from;
 }
 
 void Place(Spans& spans, const Axis& axis)

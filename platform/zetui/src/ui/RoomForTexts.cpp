@@ -53,8 +53,10 @@ float Spread(std::vector<Segment>& segments, float viewLength, bool growEvenly)
             if (other.End() <= item.start && other.Meets(item))
                 item.newStart = std::max(item.newStart, other.NewEnd() + Gap(item.start - other.End()));
         }
+        // Growing about its middle uses up the margin on either side.
+        const float margin = viewLength - item.End() - (growEvenly ? growth / 2 : 0);
         if (item.NewEnd() > item.End())
-            neededLength = std::max(neededLength, item.NewEnd() + Gap(viewLength - item.End()));
+            neededLength = std::max(neededLength, item.NewEnd() + Gap(margin));
     }
     return neededLength;
 }

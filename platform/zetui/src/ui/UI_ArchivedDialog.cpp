@@ -10,7 +10,6 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QPointer>
 #include <QPushButton>
 
 #include <zetcore/threads/MainThread.h>
@@ -19,13 +18,11 @@
 #include <zetui/ui/NodeArchive.h>
 
 #include "dialogs/ParentWindow.h"
-#include "skins/SkinStyle.h"
+#include "ui/ArchivedDialogState.h"
 #include "ui/DialogPlace.h"
 #include "ui/DialogWindow.h"
 #include "ui/HandlerErrors.h"
 #include "ui/NodeAccess.h"
-#include "ui/QtText.h"
-#include "ui/RoomForTexts.h"
 
 namespace zetui::ui {
 
@@ -56,74 +53,6 @@ utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::OS_ResourceManager* re
 }
 
 } // namespace
-
-struct UI_ArchivedDialog::ArchivedState
-{
-    const pixmill::SupplierInterface* supplier = nullptr;
-    WindowVariant parent;
-    NodeFactory factory;
-    /// Gone when Qt has deleted it with the parent's window.
-    QPointer<DialogWindow> window;
-    utility::IntrusivePtr<UI_SubView> root;
-    utility::IntrusivePtr<controls::UI_TextButton> okButton, cancelButton;
-    utility::IntrusivePtr<UI_Node> firstFocus;
-    /// Only while the dialog is modal.
-    std::unique_ptr<dialogs::ParentWindowLock> parentLock;
-    QEventLoop* loop = nullptr;
-    bool modeless = false, resizable = true;
-    bool placed = false;
-    QSize reportedSize{-1, -1};
-    std::optional<Response> closedWith;
-    Response result = dialogs::UI_DialogViewContainer::kCancel;
-
-    void MakeWindow(const std::wstring& title, bool hasTitleBar, PointF origin);
-    void FitToTexts() const;
-    void Show();
-    void Hide();
-};
-
-void UI_ArchivedDialog::ArchivedState::MakeWindow(const std::wstring& title, bool hasTitleBar, PointF origin)
-{
-    window = new DialogWindow(dialogs::FindParentWidget(parent));
-    window->setWindowTitle(ToQString(title));
-    window->setWindowFlag(Qt::FramelessWindowHint, !hasTitleBar);
-    NodeAccess::SetSupplier(window, supplier);
-    NodeAccess::Embed(root.get(), window, nullptr);
-    skins::DressWindow(*window);
-    if (origin.x != 0 || origin.y != 0) {
-        window->move(qRound(origin.x), qRound(origin.y));
-        placed = true;
-    }
-}
-
-void UI_ArchivedDialog::ArchivedState::FitToTexts() const
-{
-    const LayoutSize size = MakeRoomForTexts(*root);
-    NodeAccess::SetFrameByLayout(root.get(), {0, 0, size.width, size.height});
-    const QSize whole(static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)));
-    window->resize(whole);
-    if (!resizable)
-        window->setFixedSize(whole);
-    ArrangeTabOrder(*window);
-}
-
-void UI_ArchivedDialog::ArchivedState::Show()
-{
-    if (!placed)
-        window->setGeometry(CentredOnParent(window->size(), parent));
-    placed = true;
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
-
-void UI_ArchivedDialog::ArchivedState::Hide()
-{
-    // Before the window goes, or the system would give the focus to some other program.
-    parentLock.reset();
-    if (window)
-        window->hide();
-}
 
 UI_ArchivedDialog::UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
                                      const utility::OS_ResourceManager* resources,
@@ -316,11 +245,12 @@ void UI_ArchivedDialog::BeginModal()
     if (!archived->modeless && !archived->parentLock)
         archived->parentLock =
             std::make_unique<dialogs::ParentWindowLock>(*archived->window, archived->parent);
-    archived->Show();
+    // Before it is shown: Qt would choose by itself then.
     if (!archived->window->focusWidget()) {
         if (const utility::IntrusivePtr<UI_Node> first = GetFirstFocusNode())
             first->UI_GainKeyboardFocus(kFocusChangeProgram);
     }
+    archived->Show();
 }
 
 void UI_ArchivedDialog::EndModal()
