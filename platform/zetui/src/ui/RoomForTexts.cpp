@@ -11,8 +11,9 @@ namespace {
 
 using RectF = zetcore::geom::RectT<float>;
 
-/// What stays of a gap that is wider, in pixels.
+/// What stays of a gap between items, or of a margin, that is wider. In pixels.
 constexpr float comfortableGap = 12;
+constexpr float comfortableMargin = 24;
 
 /// One direction of an item, before and after.
 struct Segment
@@ -33,6 +34,11 @@ struct Segment
 float Gap(float distance)
 {
     return std::clamp(distance, 0.0F, comfortableGap);
+}
+
+float Margin(float distance)
+{
+    return std::clamp(distance, 0.0F, comfortableMargin);
 }
 
 /// Returns the length that the view needs.
@@ -56,7 +62,7 @@ float Spread(std::vector<Segment>& segments, float viewLength, bool growEvenly)
         // Growing about its middle uses up the margin on either side.
         const float margin = viewLength - item.End() - (growEvenly ? growth / 2 : 0);
         if (item.NewEnd() > item.End())
-            neededLength = std::max(neededLength, item.NewEnd() + Gap(margin));
+            neededLength = std::max(neededLength, item.NewEnd() + Margin(margin));
     }
     return neededLength;
 }

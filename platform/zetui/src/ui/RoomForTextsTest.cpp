@@ -41,6 +41,15 @@ TEST(MakeRoom, AWideGapLeavesAComfortableRest)
     EXPECT_EQ(room.frames[1].left, 97);
 }
 
+TEST(MakeRoom, TheMarginsOfAViewThatGrowsStayEven)
+{
+    // Two sections, one of which must grow: the other goes with the view, by its margin of 17.
+    const Room room = MakeRoom({{{14, 0, 100, 20}, {150, 0}}}, {131, 20});
+    EXPECT_EQ(room.size.width, 181);
+    EXPECT_EQ(MakeRoom({{{0, 0, 40, 20}, {60, 0}}}, {100, 20}).size.width, 100);
+    EXPECT_EQ(MakeRoom({{{0, 0, 40, 20}, {90, 0}}}, {100, 20}).size.width, 114);
+}
+
 TEST(MakeRoom, AnotherRowIsNotMoved)
 {
     const Room room = MakeRoom({{{0, 0, 40, 20}, {80, 0}}, {{50, 20, 40, 20}, {0, 0}}}, {100, 40});

@@ -22,7 +22,8 @@ class ZETUI_API UI_StaticText : public UI_ControlView
     void SetText(const std::wstring& text);
     std::wstring GetText() const;
     void SetAlignment(int alignment);
-    /// The control that the text names: its mnemonic goes there.
+    /// The control that the text names: its mnemonic ("&" before a letter) goes there, and screen readers say
+    /// the text for it.
     void SetBuddy(UI_Node* control);
 
   protected:

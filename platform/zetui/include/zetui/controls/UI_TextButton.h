@@ -11,8 +11,9 @@
 
 namespace zetui::controls {
 
-/// A push button with a text. In the V7 skin, one whose archived size is an icon's (24 by 24) shows the icon
-/// of its id, with its text as tooltip and accessible name. Sends `UI_ButtonChangedMessage`.
+/// A push button with a text. In the V7 skin, one whose archived size is an icon's (24 by 24) shows its
+/// archived icon or the one of its id, with its text as tooltip and accessible name. "&" before a letter makes
+/// it the mnemonic. Sends `UI_ButtonChangedMessage`.
 class ZETUI_API UI_TextButton : public UI_ControlView
 {
   public:

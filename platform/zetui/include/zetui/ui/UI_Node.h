@@ -44,6 +44,7 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     bool UI_IsShown() const;
     void UI_SetEnabled(bool enable);
     void UI_SetDisabled(bool disable) { UI_SetEnabled(!disable); }
+    /// False also while a parent is disabled.
     bool UI_IsEnabled() const;
     void UI_SetTooltip(const std::wstring& text);
     std::wstring UI_GetTooltip() const;
@@ -63,7 +64,8 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     virtual void UI_Draw(pixmill::Pixmill* context);
     /// The node's own size has changed (in its own coordinates). The base lays out children where it has any.
     virtual void UI_SizeChanged(const RectF& bounds);
-    /// True when the node has dealt with the event.
+    /// True when the node has dealt with the event. Called for keys that the focus within it has left; nodes
+    /// that bring a widget of their own say themselves which keys they hand on.
     virtual bool UI_DoKeyboardEvent(UI_Node* target, const KeyboardEvent& event);
 
     /// The toolkit's object behind the node (a `QWidget*`); for the toolkit, for tests and for hosts that

@@ -10,7 +10,9 @@
 
 namespace zetui::ui {
 
-/// How a view lays out its children when its size changes; the flags of the layout archive.
+/// How a view lays out its children when its size changes; the flags of the layout archive (docs/files.md
+/// says what they do together). A layout starts from where the children were last placed by somebody, so that
+/// a view that shrinks and grows again gets its old look back.
 struct AutoLayout
 {
     /// Off: children stay where they are.
