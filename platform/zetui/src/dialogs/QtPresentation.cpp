@@ -42,6 +42,11 @@ constexpr std::array buttonKinds{
     ButtonKind{kCancel, QMessageBox::RejectRole, "$$$/zetui/Dialog/Cancel=Cancel"},
 };
 
+QString Localized(std::string_view key)
+{
+    return pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(key));
+}
+
 QMessageBox::Icon IconOf(int icon)
 {
     switch (icon) {
@@ -140,8 +145,7 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
     for (const ButtonKind& kind : buttonKinds) {
         if ((question.buttonSet & kind.flag) == 0)
             continue;
-        QPushButton* const button = box->addButton(
-            pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(kind.key)), kind.role);
+        QPushButton* const button = box->addButton(Localized(kind.key), kind.role);
         button->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
         if (kind.flag == question.defaultButton)
             box->setDefaultButton(button);
@@ -169,6 +173,10 @@ std::wstring QtPresentation::ChooseFolder(const std::wstring& title, ui::WindowV
     chooser->setWindowTitle(pixmill::DisplayText(title));
     chooser->setFileMode(QFileDialog::Directory);
     chooser->setOption(QFileDialog::ShowDirsOnly);
+    chooser->setLabelText(QFileDialog::Accept, Localized("$$$/zetui/FolderChooser/Choose=&Choose"));
+    chooser->setLabelText(QFileDialog::Reject, Localized("$$$/zetui/Dialog/Cancel=Cancel"));
+    chooser->setLabelText(QFileDialog::LookIn, Localized("$$$/zetui/FolderChooser/LookIn=Look in:"));
+    chooser->setLabelText(QFileDialog::FileName, Localized("$$$/zetui/FolderChooser/Folder=Folder:"));
     chooser->setDirectory(lastFolder.empty() ? QDir::homePath() : ui::ToQString(lastFolder));
 
     skins::DressWindow(*chooser);

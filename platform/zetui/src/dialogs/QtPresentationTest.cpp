@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
@@ -253,6 +254,28 @@ TEST_F(ModalDialogs, TheFolderChooserGivesTheChosenFolder)
     });
     EXPECT_TRUE(chooser.RunModal());
     EXPECT_EQ(chooser.GetPath(), expected);
+}
+
+TEST_F(ModalDialogs, TheFolderChooserSpeaksTheLanguageOfTheTable)
+{
+    using zetcore::config::Localizer;
+    const std::shared_ptr<void> defaultTexts(nullptr, [](void*) { Localizer::Get().Reset(); });
+    Localizer::Get().LoadTableFromText("\"$$$/zetui/FolderChooser/Choose\"=\"&W\xC3\xA4hlen\"\n"
+                                       "\"$$$/zetui/FolderChooser/LookIn\"=\"Suchen in:\"\n"
+                                       "\"$$$/zetui/FolderChooser/Folder\"=\"Ordner:\"\n"
+                                       "\"$$$/zetui/Dialog/Cancel\"=\"Abbrechen\"\n",
+                                       "test");
+    OS_FolderChooserDialog chooser{ui::WindowVariant()};
+    User<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.labelText(QFileDialog::LookIn), QStringLiteral("Suchen in:"));
+        EXPECT_EQ(dialog.labelText(QFileDialog::FileName), QStringLiteral("Ordner:"));
+        auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+        ASSERT_NE(buttons, nullptr);
+        EXPECT_EQ(buttons->button(QDialogButtonBox::Open)->text(), QString::fromUtf8("&W\xC3\xA4hlen"));
+        EXPECT_EQ(buttons->button(QDialogButtonBox::Cancel)->text(), QStringLiteral("Abbrechen"));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_FALSE(chooser.RunModal());
 }
 
 TEST_F(ModalDialogs, CancellingTheFolderChooserChoosesNothing)
