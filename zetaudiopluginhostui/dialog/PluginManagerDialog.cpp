@@ -54,6 +54,8 @@ PluginManagerDialog::PluginManagerDialog(const zetui::pixmill::SupplierInterface
 
 PluginManagerDialog::~PluginManagerDialog()
 {
+    // A field that loses the focus tells of its text: now, while there is somebody to tell.
+    UI_ArchivedDialog::UI_Show(false);
     settings.rescanExisting = rescanExistingCheckbox && rescanExistingCheckbox->IsChecked();
     if (const auto* const header = pluginList ? pluginList->GetHeaderRow() : nullptr) {
         settings.sortColumn = header->GetSortColumn();
@@ -138,7 +140,8 @@ void PluginManagerDialog::SetUpFolderList()
     directoryList->SetCellTextFunction(
         [this](const RowPtr& row, int /*cellIndex*/) { return GetFolder(row.get()); });
     directoryList->SetNumberOfColumns(1);
-    FitFolderColumn();
+    constexpr float roomAtTheRight = 12;
+    directoryList->SetColumnWidth(0, directoryList->GetContentViewWidth() - roomAtTheRight);
 }
 
 void PluginManagerDialog::SetUpFolderCommands(const Ptr<Button>& addDirectoryButton)

@@ -99,7 +99,6 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
 
     // Folders.
     void PopulateFolderList();
-    void FitFolderColumn();
     void OnPluginDirectoriesChanged(const std::shared_ptr<zetaudiofilterhost::PluginTechnology>& technology);
     void DrawFolderCell(zetui::pixmill::Pixmill* context, const RowPtr& row, const RectF& cell);
     std::wstring GetFolder(const Row* row) const;
@@ -114,7 +113,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     /// False when the preferences folder does not let it.
     bool SaveBannedList() const;
     bool SaveRegistry() const;
-    void RescanPlugin(const zetaudiofilterhost::PluginLocator& locator);
+    bool RescanPlugin(const zetaudiofilterhost::PluginLocator& locator) const;
 
     zetcore::signals::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
     /// By row, as long as the row is in its list.

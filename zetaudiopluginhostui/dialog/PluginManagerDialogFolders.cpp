@@ -38,13 +38,6 @@ void PluginManagerDialog::PopulateFolderList()
         folderOfRow.insert_or_assign(directoryList->CreateAndAppendRow().get(), *path);
 }
 
-void PluginManagerDialog::FitFolderColumn()
-{
-    constexpr float roomAtTheRight = 12;
-    if (directoryList)
-        directoryList->SetColumnWidth(0, directoryList->GetContentViewWidth() - roomAtTheRight);
-}
-
 void PluginManagerDialog::OnPluginDirectoriesChanged(
     const std::shared_ptr<zetaudiofilterhost::PluginTechnology>& /*technology*/)
 {

@@ -51,7 +51,7 @@ void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
         registry.RemovePluginLocators({locator});
         preferencesAccessible = SaveRegistry() && preferencesAccessible;
     } else {
-        RescanPlugin(locator);
+        preferencesAccessible = RescanPlugin(locator) && preferencesAccessible;
     }
     PopulatePluginList(true, true);
     if (!preferencesAccessible)
@@ -80,10 +80,10 @@ bool PluginManagerDialog::SaveRegistry() const
     }
 }
 
-void PluginManagerDialog::RescanPlugin(const PluginLocator& locator)
+bool PluginManagerDialog::RescanPlugin(const PluginLocator& locator) const
 {
     const auto scan = std::make_shared<AudioPluginScan>(GetSupplier());
-    scan->ScanForPlugins(
+    return scan->ScanForPluginsWithoutAlerts(
         GetNativeWindow(), {locator}, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), separateProcessCheckbox->IsChecked());
 }

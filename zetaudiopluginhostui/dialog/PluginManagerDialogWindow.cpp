@@ -13,7 +13,6 @@ constexpr int tabKey = 9;
 void PluginManagerDialog::UI_SizeChanged(const RectF& bounds)
 {
     UI_ArchivedDialog::UI_SizeChanged(bounds);
-    FitFolderColumn();
     if (pluginTreeSection) {
         const RectF section = pluginTreeSection->UI_GetLocalRectF(false);
         for (const auto& button : {enableAllButton, disableAllButton}) {
