@@ -12,7 +12,7 @@
 
 #include "dialog/CellDrawing.h"
 #include "dialog/ColumnWidths.h"
-#include "dialog/FindTest.h"
+#include "dialog/FindMatch.h"
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerDialog.h"
 
@@ -34,7 +34,7 @@ void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTo
         entryOfRow.clear();
         checkboxOfRow.clear();
         reloadButtonOfRow.clear();
-        const FindTest find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
+        const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
         for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
             if (!*info || (!(*info)->HasAnyNonSynthEffect() && !synthsEnabled))
                 continue;

@@ -1,4 +1,4 @@
-#include "dialog/FindTest.h"
+#include "dialog/FindMatch.h"
 
 #include <algorithm>
 
@@ -15,19 +15,19 @@ constexpr wchar_t Fold(wchar_t unit)
 
 } // namespace
 
-FindTest::FindTest(std::wstring_view findText) : folded(findText)
+FindMatch::FindMatch(std::wstring_view findText) : folded(findText)
 {
     std::transform(folded.begin(), folded.end(), folded.begin(), Fold);
 }
 
-bool FindTest::OccursIn(std::wstring_view text) const
+bool FindMatch::OccursIn(std::wstring_view text) const
 {
     return std::search(text.begin(), text.end(), folded.begin(), folded.end(),
                        [](wchar_t inText, wchar_t wanted) { return Fold(inText) == wanted; }) != text.end() ||
            folded.empty();
 }
 
-bool FindTest::Keeps(const PluginListEntry& entry) const
+bool FindMatch::Keeps(const PluginListEntry& entry) const
 {
     if (folded.empty())
         return true;
