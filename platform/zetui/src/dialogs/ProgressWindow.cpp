@@ -7,12 +7,15 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <zetcore/config/Localizer.h>
 
 #include "pixmill/QtConversions.h"
+#include "ui/QtText.h"
 
 namespace zetui::dialogs {
 
@@ -50,6 +53,16 @@ QSize PathLabel::sizeHint() const
 QSize PathLabel::minimumSizeHint() const
 {
     return {0, fontMetrics().height()};
+}
+
+bool PathLabel::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    const bool cut = ShownText() != text();
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       cut ? ui::PlainForTooltip(ui::ToWide(text())) : QString(), this);
+    return true;
 }
 
 void PathLabel::paintEvent(QPaintEvent*)
@@ -124,8 +137,6 @@ void ProgressWindow::FitHeight()
 void ProgressWindow::SetExtraText(const QString& newText)
 {
     extraText->setText(newText);
-    const bool cut = extraText->ShownText() != newText;
-    extraText->setToolTip(cut ? newText.toHtmlEscaped() : QString());
 }
 
 void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long total)

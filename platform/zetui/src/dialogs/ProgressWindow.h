@@ -25,6 +25,8 @@ class PathLabel : public QLabel
     QSize minimumSizeHint() const override;
 
   protected:
+    /// All of the text as a tooltip, where it is shortened.
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };
 

@@ -83,6 +83,10 @@ void LayOut(QMessageBox& box)
         const bool oneLine =
             !box.text().contains(u'\n') && metrics.horizontalAdvance(box.text()) < narrowest - 4 * margin;
         const int above = oneLine ? std::max(0, (iconHeight - metrics.height()) / 2) : 2;
+        // Without an icon the text stands on the margin.
+        QLayoutItem* const indent = grid->itemAtPosition(0, 0);
+        if (iconHeight == 0 && indent && indent->spacerItem())
+            indent->spacerItem()->changeSize(0, 0);
         label->setContentsMargins(iconHeight > 0 ? 8 : 0, above, 0, 0);
         label->setIndent(0);
         label->setAlignment(Qt::AlignTop | Qt::AlignLeft);

@@ -5,8 +5,10 @@
 #include <vector>
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
@@ -87,6 +89,23 @@ TEST_F(ProgressInAWindow, ShortensALongPathInItsMiddleWithoutGrowing)
     EXPECT_TRUE(shown.startsWith(QStringLiteral("/start/")));
     EXPECT_TRUE(shown.endsWith(QStringLiteral("/end.so")));
     EXPECT_LE(Extra()->fontMetrics().horizontalAdvance(shown), Extra()->width());
+    dialog->EndModal();
+}
+
+TEST_F(ProgressInAWindow, TellsAllOfAShortenedPathInATooltip)
+{
+    const auto dialog = Make();
+    dialog->BeginModal();
+    const auto tooltip = [] {
+        QHelpEvent point(QEvent::ToolTip, QPoint(5, 5), Extra()->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(Extra(), &point);
+        return QToolTip::text();
+    };
+    dialog->SetExtraText("/vst/short.so");
+    EXPECT_EQ(tooltip(), QString());
+    const std::string path = "/vst & more/" + std::string(500, 'x') + ".so";
+    dialog->SetExtraText(path);
+    EXPECT_EQ(tooltip(), QString::fromStdString(path));
     dialog->EndModal();
 }
 

@@ -15,7 +15,7 @@ enum class Skin
     V7,
 };
 
-/// Before any window is open.
+/// Before any window is open. V7 unless it is called.
 ZETUI_API void SetSkin(Skin skin);
 ZETUI_API Skin GetSkin();
 ZETUI_API bool IsRunningV7OrBeyond();
