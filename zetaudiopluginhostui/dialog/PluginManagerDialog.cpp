@@ -139,6 +139,8 @@ void PluginManagerDialog::SetUpFolderList()
     directoryList->SetRowsSelectionChangedCallback([this] { OnFolderSelectionChanged(); });
     directoryList->SetCellTextFunction(
         [this](const RowPtr& row, int /*cellIndex*/) { return GetFolder(row.get()); });
+    directoryList->UI_SetAccessibleName(
+        Localizer::Get().LocalizeWide("$$$/PluginManager/Dialog/VSTPluginFolders=VST Plug-In Folders:"));
     directoryList->SetNumberOfColumns(1);
     constexpr float roomAtTheRight = 12;
     directoryList->SetColumnWidth(0, directoryList->GetContentViewWidth() - roomAtTheRight);
@@ -172,6 +174,8 @@ void PluginManagerDialog::SetUpPluginList()
     pluginList->SetNumberOfColumns(0);
     pluginList->SetSupportUserSelectableRows(true);
     pluginList->SetSupportUserSelectableCells(true);
+    pluginList->UI_SetAccessibleName(
+        Localizer::Get().LocalizeWide("$$$/PluginManager/Dialog/AvailablePlugins=Available Plug-Ins:"));
     AppendPluginColumns();
     SetPluginListCallbacks();
     if (settings.sortColumn != 0) {
