@@ -30,14 +30,16 @@ QString WithoutMnemonic(QString text)
 struct UI_TextButton::ButtonState
 {
     /// Shows text or icon as the state says.
-    void Present(UI_TextButton& node) const;
+    void Present(UI_TextButton& node);
 
     std::wstring text;
     std::string icon;
     ButtonComponents components;
+    /// The accessible name is the text, because an icon stands in its place; otherwise it is the caller's.
+    bool namedByText = false;
 };
 
-void UI_TextButton::ButtonState::Present(UI_TextButton& node) const
+void UI_TextButton::ButtonState::Present(UI_TextButton& node)
 {
     auto* const widget = static_cast<QPushButton*>(WidgetOf(&node));
     if (!widget)
@@ -46,7 +48,9 @@ void UI_TextButton::ButtonState::Present(UI_TextButton& node) const
     const QIcon picture = icon.empty() ? QIcon() : skins::MakeIcon(icon);
     widget->setIcon(picture);
     widget->setText(picture.isNull() ? shown : QString());
-    widget->setAccessibleName(picture.isNull() ? QString() : WithoutMnemonic(shown));
+    if (!picture.isNull() || namedByText)
+        widget->setAccessibleName(picture.isNull() ? QString() : WithoutMnemonic(shown));
+    namedByText = !picture.isNull();
     const std::wstring tooltip = node.UI_GetTooltip();
     const std::wstring fallback = picture.isNull() ? std::wstring() : ui::ToWide(WithoutMnemonic(shown));
     widget->setToolTip(ui::PlainForTooltip(tooltip.empty() ? fallback : tooltip));

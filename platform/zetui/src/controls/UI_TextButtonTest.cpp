@@ -99,6 +99,15 @@ TEST_F(UI_TextButtonTest, WithAnIconItsTextIsTooltipAndName)
     EXPECT_EQ(Widget(button)->toolTip(), QString());
 }
 
+TEST_F(UI_TextButtonTest, ANameOfItsOwnStaysBesideAText)
+{
+    const auto button = Open<UI_TextButton>();
+    button->UI_SetAccessibleName(L"Reload Reverb");
+    button->SetText(L"Reload");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(Widget(button))->text(QAccessible::Name),
+              QStringLiteral("Reload Reverb"));
+}
+
 TEST_F(UI_TextButtonTest, AnUnknownIconLeavesTheText)
 {
     const auto button = Open<UI_TextButton>();

@@ -19,6 +19,7 @@ class HandlerErrors
     HandlerErrors& operator=(const HandlerErrors&) = delete;
 
     void Rethrow();
+    bool HasAny() const noexcept { return first != nullptr; }
     void Keep(std::exception_ptr exception);
 
     static HandlerErrors* Innermost() noexcept;

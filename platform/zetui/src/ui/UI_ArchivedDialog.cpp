@@ -280,7 +280,8 @@ UI_ArchivedDialog::Response UI_ArchivedDialog::RunModal()
     QEventLoop loop;
     HandlerErrors errors([&loop] { loop.quit(); });
     BeginModal();
-    if (UI_IsShown()) {
+    // A loop cannot be ended before it runs.
+    if (UI_IsShown() && !errors.HasAny()) {
         archived->loop = &loop;
         // The window may be deleted with its parent.
         QObject::connect(archived->window, &QObject::destroyed, &loop, &QEventLoop::quit);

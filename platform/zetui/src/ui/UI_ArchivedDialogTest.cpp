@@ -183,6 +183,19 @@ TEST_F(UI_ArchivedDialogTest, AnExceptionOfAHandlerEndsTheRunAndComesOut)
     EXPECT_FALSE(dialog->UI_IsShown());
 }
 
+TEST_F(UI_ArchivedDialogTest, AnExceptionWhileItOpensComesOut)
+{
+    class Failing : public TestDialog
+    {
+      public:
+        using TestDialog::TestDialog;
+        void UI_SizeChanged(const RectF&) override { throw std::runtime_error("size"); }
+    };
+    const auto dialog = MakeIntrusive<Failing>(resources);
+    EXPECT_THROW(dialog->RunModal(), std::runtime_error);
+    EXPECT_FALSE(dialog->UI_IsShown());
+}
+
 TEST_F(UI_ArchivedDialogTest, TabGoesAsOneReads)
 {
     const auto dialog = MakeIntrusive<TestDialog>(resources);
