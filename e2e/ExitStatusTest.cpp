@@ -24,13 +24,15 @@ TEST_F(ExitStatus, WrongUsageIsTwoAndChangesNothing)
          {Strings{}, Strings{"frobnicate"}, Strings{"scan", missing}, Strings{"enable", missing},
           Strings{"disable", known.string(), missing}, Strings{"ban", known.string(), missing},
           Strings{"reload", missing}, Strings{"reload", known.string()},
-          Strings{"folders", "remove", missing}, Strings{"list", "--enabled", "--banned"}}) {
+          Strings{"folders", "remove", missing}, Strings{"list", "--enabled", "--banned"}, Strings{"manage"},
+          Strings{"list", "--skin", "v8"}, Strings{"list", "--lang", "no-such"}}) {
         const auto result = Run(arguments);
         EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(arguments);
         EXPECT_NE(result.error, "") << testing::PrintToString(arguments);
         EXPECT_EQ(result.output, "") << testing::PrintToString(arguments);
     }
     EXPECT_EQ(List(), before);
+    EXPECT_THAT(Run({"manage"}).error, HasSubstr("no display"));
     EXPECT_THAT(Run({"enable", missing}).error, HasSubstr(missing));
 }
 

@@ -41,7 +41,11 @@ ManagerFixture::ManagerFixture()
                    {"VST_PATH", std::nullopt},
                    {"ZET_DEBUG_DATABASE", std::nullopt},
                    {"ZET_TRACE", std::nullopt},
-                   {"NO_COLOR", std::nullopt}};
+                   {"NO_COLOR", std::nullopt},
+                   {"LC_ALL", "C.UTF-8"},
+                   {"QT_QPA_PLATFORM", std::nullopt},
+                   {"DISPLAY", std::nullopt},
+                   {"WAYLAND_DISPLAY", std::nullopt}};
     UseFolders({plugins});
 }
 

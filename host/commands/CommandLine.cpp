@@ -3,17 +3,22 @@
 #include <algorithm>
 #include <functional>
 #include <iostream>
+#include <map>
 
 #include <CLI/CLI.hpp>
 
 #include <zetcore/config/ClientName.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/string/Utf.h>
+#include <zetui/skins/Skins.h>
+#include <zetui/ui/Application.h>
 
 #include "commands/BanCommand.h"
 #include "commands/EnableCommand.h"
 #include "commands/FoldersCommand.h"
+#include "commands/Language.h"
 #include "commands/ListCommand.h"
+#include "commands/ManageCommand.h"
 #include "commands/PluginFile.h"
 #include "commands/ScanCommand.h"
 
@@ -28,16 +33,22 @@ constexpr const char* footer =
     "Exit status:\n"
     "  0    done\n"
     "  1    done, but something could not be saved\n"
-    "  2    wrong usage\n"
+    "  2    wrong usage, or no display for windows\n"
     "  3    the scanner process could not be started\n"
     "  130  cancelled";
+
+/// The look that is chosen with --skin.
+const std::map<std::string, zetui::skins::Skin> skinNames = {{"classic", zetui::skins::Skin::Classic},
+                                                             {"v7", zetui::skins::Skin::V7}};
 
 using Command = std::function<ExitStatus(HostSession&, std::ostream&)>;
 
 /// The options' values, and the command that the arguments name.
 struct Choice
 {
-    std::string preferences, client;
+    std::string preferences, client, language;
+    zetui::skins::Skin skin = zetui::skins::GetSkin();
+    Surface surface = Surface::Terminal;
     ScanOptions scan;
     ListOptions list;
     EnableOptions enable;
@@ -49,6 +60,19 @@ struct Choice
 CLI::Option* AddFiles(CLI::App& app, std::vector<std::string>& files, const std::string& name)
 {
     return app.add_option(name, files)->type_name("");
+}
+
+void ChooseManager(Choice& choice)
+{
+    choice.surface = Surface::Windows;
+    choice.command = [](HostSession& session, std::ostream&) { return RunManageCommand(session); };
+}
+
+void AddManage(CLI::App& app, Choice& choice)
+{
+    CLI::App* manage =
+        app.add_subcommand("manage", "Open the Audio Plug-In Manager (the default where there is a display)");
+    manage->callback([&choice] { ChooseManager(choice); });
 }
 
 void AddScan(CLI::App& app, Choice& choice)
@@ -151,12 +175,29 @@ std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
 {
     std::string before;
     for (std::string& argument : arguments) {
-        const bool isText = before == "--filter" || before == "--client";
+        const bool isText = before == "--filter" || before == "--client" || before == "--lang";
         before = argument;
         if (!isText && argument.starts_with('[') && argument.ends_with(']'))
             argument.insert(0, "./");
     }
     return arguments;
+}
+
+/// False when the user asked for a language that there is no table for.
+bool ChooseLanguage(const std::string& asked)
+{
+    if (!asked.empty()) {
+        if (LoadLanguage(asked))
+            return true;
+        Say("there are no texts in this language: " + asked);
+        return false;
+    }
+    try {
+        LoadLanguage(SystemLanguage());
+    } catch (const std::runtime_error& error) {
+        Say(error.what());
+    }
+    return true;
 }
 
 ExitStatus Carry(const Choice& choice, std::ostream& output)
@@ -165,9 +206,12 @@ ExitStatus Carry(const Choice& choice, std::ostream& output)
         zetcore::config::SetClientName(zetcore::string::UTF8to16(choice.client));
     if (!choice.preferences.empty())
         zetcore::filesupport::Dir::SetPrefDir(AbsolutePath(choice.preferences));
+    if (!ChooseLanguage(choice.language))
+        return ExitStatus::WrongUsage;
+    zetui::skins::SetSkin(choice.skin);
     ExitStatus status = ExitStatus::Done;
     {
-        HostSession session;
+        HostSession session(choice.surface);
         status = choice.command(session, output);
     }
     if (!output.flush()) {
@@ -188,9 +232,16 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& outp
     app.add_option("--client", choice.client,
                    "The host's name, for the default preferences folder and alerts")
         ->type_name("NAME");
-    app.require_subcommand(1);
+    app.add_option("--skin", choice.skin, "How windows look: classic or v7")
+        ->type_name("SKIN")
+        ->transform(CLI::CheckedTransformer(skinNames, CLI::ignore_case).description(""));
+    app.add_option("--lang", choice.language, "The language of windows and alerts, for example de")
+        ->type_name("TAG");
+    const bool hasDisplay = zetui::ui::IsDisplayAvailable();
+    app.require_subcommand(hasDisplay ? 0 : 1, 1);
     app.fallthrough();
     app.footer(footer);
+    AddManage(app, choice);
     AddScan(app, choice);
     AddList(app, choice);
     AddEnable(app, choice, true);
@@ -201,12 +252,17 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& outp
         std::vector<std::string> reversed = KeepBracketedNames(arguments);
         std::reverse(reversed.begin(), reversed.end());
         app.parse(reversed);
+        if (!choice.command)
+            ChooseManager(choice);
     } catch (const CLI::ParseError& error) {
         const bool asked = app.exit(error, output, std::cerr) == 0;
         return static_cast<int>(asked ? ExitStatus::Done : ExitStatus::WrongUsage);
     }
     try {
         return static_cast<int>(Carry(choice, output));
+    } catch (const no_display& error) {
+        Say(std::string(error.what()) + "; the other commands need none");
+        return static_cast<int>(ExitStatus::WrongUsage);
     } catch (const std::exception& error) {
         Say(error.what());
         return static_cast<int>(ExitStatus::NotSaved);

@@ -19,6 +19,10 @@ class CommandLineInAFolder : public zettesting::HostFixture
 
 TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
 {
+    // With a display, no command at all opens the manager.
+    const zettesting::ScopedEnvironment noPlatform("QT_QPA_PLATFORM", std::nullopt);
+    const zettesting::ScopedEnvironment noX("DISPLAY", std::nullopt);
+    const zettesting::ScopedEnvironment noWayland("WAYLAND_DISPLAY", std::nullopt);
     const Arguments cases[] = {
         {},
         {"frobnicate"},

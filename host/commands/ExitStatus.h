@@ -8,6 +8,7 @@ enum class ExitStatus : int
     Done = 0,
     /// Done, but something could not be saved (or written to standard output).
     NotSaved = 1,
+    /// Also: a window was asked for, and there is no display.
     WrongUsage = 2,
     /// The scanner process could not be started; nothing was scanned.
     ScannerNotStarted = 3,

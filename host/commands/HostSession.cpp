@@ -2,11 +2,13 @@
 
 #include <cstdio>
 
+#include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/threads/MainThread.h>
+#include <zetui/ui/Application.h>
 
 #include "commands/DisplayText.h"
 
@@ -32,46 +34,69 @@ void Say(std::string_view text)
         std::fprintf(stderr, "zetaudiopluginmanager: %s\n", line.c_str());
 }
 
-HostSession::HostSession()
-    : eventLoop(std::make_shared<zetcore::threads::PlainEventLoop>()),
-      terminal(std::make_shared<zetui::dialogs::TerminalPresentation>(stderr)),
-      registry(PluginModuleInfoManager::GetInstance()), banned(BannedPluginManager::GetInstance())
+HostSession::Surroundings::Surroundings(Surface surface)
 {
-    // A constructor that throws runs no destructor: what needs undoing comes after what may throw.
-    LoadLists();
-    zetcore::threads::RegisterMainThread(eventLoop);
-    zetui::dialogs::SetPresentation(terminal);
+    if (surface == Surface::Windows) {
+        if (!zetui::ui::InitializeWindows())
+            throw no_display("there is no display to open a window on");
+    } else {
+        eventLoop = std::make_shared<zetcore::threads::PlainEventLoop>();
+        terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr);
+        zetcore::threads::RegisterMainThread(eventLoop);
+        zetui::dialogs::SetPresentation(terminal);
+    }
     zetaudiopluginhostui::Initialize();
 }
 
-HostSession::~HostSession()
+HostSession::Surroundings::~Surroundings()
 {
     zetaudiopluginhostui::Terminate();
-    zetui::dialogs::SetPresentation(nullptr);
-    zetcore::threads::RegisterMainThread(nullptr);
-}
-
-void HostSession::LoadLists()
-{
-    const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
-    if (unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile))
-        Say("the list of unsupported plug-ins is malformed and not used: " + unsupportedFile.FullPathUTF8());
-
-    if (!banned->LoadConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())))
-        Say(banned->GetLoadError());
-
-    const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
-    if (!registryFile.Exists()) {
-        registry->LoadConfiguration(registryFile);
-        registry->ResetToDefaultFolders();
-        SaveRegistry();
-    } else if (!registry->LoadConfiguration(registryFile)) {
-        Say(registry->GetLoadError());
+    if (terminal) {
+        zetui::dialogs::SetPresentation(nullptr);
+        zetcore::threads::RegisterMainThread(nullptr);
+    } else {
+        zetui::ui::TerminateWindows();
     }
 }
 
-template<typename Save>
-void HostSession::TrySaving(Save save)
+HostSession::HostSession(Surface surface)
+    : surroundings(surface), registry(PluginModuleInfoManager::GetInstance()),
+      banned(BannedPluginManager::GetInstance())
+{
+    CheckAtStart();
+}
+
+void HostSession::CheckAtStart()
+{
+    const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
+    if (unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile))
+        Say("the list of unsupported plug-ins could not be read and starts anew: " +
+            unsupportedFile.FullPathUTF8());
+    const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
+    const bool isFirstStart = !registryFile.Exists();
+
+    zetaudiopluginhostui::AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr,
+                                                                                                nullptr);
+    for (const std::string& error : {banned->GetLoadError(), registry->GetLoadError()})
+        if (!error.empty())
+            Say(error);
+    if (isFirstStart) {
+        registry->ResetToDefaultFolders();
+        SaveRegistry();
+    }
+    // The alerts do not say which file it was, nor whether a ban could be saved.
+    cautionsAtStart = Shown().cautions;
+    if (cautionsAtStart > 0)
+        SaveBannedList();
+}
+
+zetui::dialogs::TerminalPresentation::Counts HostSession::Shown() const
+{
+    return surroundings.terminal ? surroundings.terminal->GetCounts()
+                                 : zetui::dialogs::TerminalPresentation::Counts();
+}
+
+void HostSession::Save(const std::function<void()>& save)
 {
     try {
         save();
@@ -83,7 +108,7 @@ void HostSession::TrySaving(Save save)
 
 void HostSession::SaveRegistry()
 {
-    TrySaving([this] {
+    Save([this] {
         registry->SaveConfiguration(PreferencesFile(PluginModuleInfoManager::GetSettingsFileName()), true);
     });
     registry->GetPluginInfosChangedSignal()();
@@ -91,13 +116,12 @@ void HostSession::SaveRegistry()
 
 void HostSession::SaveBannedList()
 {
-    TrySaving(
-        [this] { banned->SaveConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())); });
+    Save([this] { banned->SaveConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())); });
 }
 
 ExitStatus HostSession::Status() const
 {
-    return notSaved || Shown().cautions > 0 ? ExitStatus::NotSaved : ExitStatus::Done;
+    return notSaved || Shown().cautions > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
 }
 
 } // namespace zetaudiopluginmanager

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -16,42 +18,71 @@ namespace zetaudiopluginmanager {
 /// One line on standard error, with the program's name before it.
 void Say(std::string_view text);
 
+/// There is no display to open windows on.
+class no_display : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Where progress, alerts and dialogs are shown.
+enum class Surface
+{
+    Terminal,
+    Windows,
+};
+
 /// The host program's surroundings while a command runs: the main thread's event loop, dialogs in the
-/// terminal, the module, and the registries as the preferences folder holds them. Main thread; one at a time.
+/// terminal or in windows, the module, and the registries as the preferences folder holds them. Main thread;
+/// one at a time.
 class HostSession
 {
   public:
-    /// Loads the unsupported list, the banned list and the registry. Without a registry file, the default
-    /// folders are set and saved. What a damaged file was about is said, and the program goes on without it.
-    /// Throws `file_exception` when an existing file cannot be read.
-    HostSession();
-    ~HostSession();
+    /// Starts as every host does: initialises the module and lets it load the lists and the registry and
+    /// act on what a crash has left. Without a registry file, the default folders are set and saved. What a
+    /// damaged file was about is said, and the program goes on without it. Throws `file_exception` when an
+    /// existing file cannot be read, and `no_display` when there is none to open windows on.
+    explicit HostSession(Surface surface);
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
     zetaudiofilterhost::PluginModuleInfoManager& Registry() const noexcept { return *registry; }
     zetaudiopluginhost::BannedPluginManager& Banned() const noexcept { return *banned; }
-    const zetui::dialogs::TerminalPresentation::Counts& Shown() const { return terminal->GetCounts(); }
+    /// What the terminal has shown; nothing when there are windows.
+    zetui::dialogs::TerminalPresentation::Counts Shown() const;
 
     /// Saves; what cannot be is said and remembered for `Status`. `SaveRegistry` also raises the registry's
     /// signal.
     void SaveRegistry();
     void SaveBannedList();
+    void Save(const std::function<void()>& save);
 
     /// `NotSaved` when something could not be saved, by these operations or by the module (which then showed
     /// a caution).
     ExitStatus Status() const;
 
   private:
-    void LoadLists();
-    template<typename Save>
-    void TrySaving(Save save);
+    /// What is undone even when the start fails.
+    struct Surroundings
+    {
+        explicit Surroundings(Surface surface);
+        ~Surroundings();
+        Surroundings(const Surroundings&) = delete;
+        Surroundings& operator=(const Surroundings&) = delete;
 
-    std::shared_ptr<zetcore::threads::PlainEventLoop> eventLoop;
-    std::shared_ptr<zetui::dialogs::TerminalPresentation> terminal;
+        /// Null when there are windows.
+        std::shared_ptr<zetcore::threads::PlainEventLoop> eventLoop;
+        std::shared_ptr<zetui::dialogs::TerminalPresentation> terminal;
+    };
+
+    void CheckAtStart();
+
+    Surroundings surroundings;
     zetaudiofilterhost::PluginModuleInfoManager* registry;
     zetaudiopluginhost::BannedPluginManager* banned;
     bool notSaved = false;
+    /// Of the check at the start, which are not about what the command does.
+    int cautionsAtStart = 0;
 };
 
 } // namespace zetaudiopluginmanager

@@ -132,6 +132,29 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
     preferencesAccessible = SaveRegistry() && preferencesAccessible;
     PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
     if (!preferencesAccessible)
+        ReportPreferenceAccessError(parent);
+}
+
+bool AudioPluginScan::ScanForPluginsWithoutAlerts(HWND parent, const std::vector<PluginLocator>& plugins,
+                                                  bool disableVST2ShellSkipping, bool quickEffectScan,
+                                                  bool useSeparateProcess)
+{
+    struct WithoutAlerts
+    {
+        explicit WithoutAlerts(bool& switchedOn) : flag(switchedOn) { flag = true; }
+        ~WithoutAlerts() { flag = false; }
+        bool& flag;
+    };
+    const WithoutAlerts quiet(withoutAlerts);
+    preferencesInaccessible = false;
+    ScanForPlugins(parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
+    return !preferencesInaccessible;
+}
+
+void AudioPluginScan::ReportPreferenceAccessError(HWND parent)
+{
+    preferencesInaccessible = true;
+    if (!withoutAlerts)
         ShowPreferenceAccessCaution(supplier, parent);
 }
 
@@ -205,7 +228,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
                                              zetui::ui::WindowVariant(parent));
     const bool saved = SaveRegistry();
     if (!marked || !saved)
-        ShowPreferenceAccessCaution(supplier, parent);
+        ReportPreferenceAccessError(parent);
     return !cancelled;
 }
 

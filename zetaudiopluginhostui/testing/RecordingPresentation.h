@@ -74,12 +74,13 @@ class RecordingPresentation
     {
       public:
         explicit Recorder(RecordingPresentation& record) : owner(record) {}
-        std::unique_ptr<zetui::dialogs::ProgressPresentation> CreateProgress() override
+        std::unique_ptr<zetui::dialogs::ProgressPresentation>
+        CreateProgress(zetui::ui::WindowVariant) override
         {
             return std::make_unique<Progress>(owner);
         }
-        void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title,
-                       const std::string& message) override
+        void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title, const std::string& message,
+                       zetui::ui::WindowVariant) override
         {
             const bool note = kind == zetui::dialogs::AlertKind::Note;
             owner.calls.push_back((note ? "note " : "caution ") + title + ": " + message);

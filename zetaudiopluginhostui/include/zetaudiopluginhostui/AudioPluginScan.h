@@ -37,6 +37,13 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::Enable
     void ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                         bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
+    /// The same for whoever tells the user about a preferences folder that cannot be written: false then, and
+    /// no alert.
+    bool ScanForPluginsWithoutAlerts(HWND parent,
+                                     const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                                     bool disableVST2ShellSkipping, bool quickEffectScan,
+                                     bool useSeparateProcess);
+
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
     static zetcore::filesupport::File GetLastScannedPluginPath();
@@ -55,11 +62,14 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::Enable
     void ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                       const std::string& statusText, int progress, int total,
                                       ProgressDialogPtr progressDialog);
+    void ReportPreferenceAccessError(HWND parent);
     bool OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
 
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;
     bool cancelled = false;
+    bool withoutAlerts = false;
+    bool preferencesInaccessible = false;
 };
 
 } // namespace zetaudiopluginhostui

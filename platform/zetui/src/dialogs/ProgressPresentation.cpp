@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <zetui/dialogs/TerminalPresentation.h>
+#include <zetui/dialogs/messagebox.h>
 
 namespace zetui::dialogs {
 
@@ -19,6 +20,18 @@ std::shared_ptr<Presentation>& Installed()
 ProgressPresentation::~ProgressPresentation() = default;
 
 Presentation::~Presentation() = default;
+
+int Presentation::Ask(const Question& question, ui::WindowVariant parent)
+{
+    const bool alarming = question.icon == messagebox::kIconCaution || question.icon == messagebox::kIconStop;
+    ShowAlert(alarming ? AlertKind::Caution : AlertKind::Note, question.title, question.message, parent);
+    return question.defaultButton;
+}
+
+std::wstring Presentation::ChooseFolder(const std::wstring&, ui::WindowVariant)
+{
+    return {};
+}
 
 std::shared_ptr<Presentation> GetPresentation()
 {

@@ -173,12 +173,13 @@ TerminalPresentation::TerminalPresentation(std::FILE* stream, bool quiet) : stat
 
 TerminalPresentation::~TerminalPresentation() = default;
 
-std::unique_ptr<ProgressPresentation> TerminalPresentation::CreateProgress()
+std::unique_ptr<ProgressPresentation> TerminalPresentation::CreateProgress(ui::WindowVariant)
 {
     return std::make_unique<State::Progress>(state);
 }
 
-void TerminalPresentation::ShowAlert(AlertKind kind, const std::string& title, const std::string& message)
+void TerminalPresentation::ShowAlert(AlertKind kind, const std::string& title, const std::string& message,
+                                     ui::WindowVariant)
 {
     ++(kind == AlertKind::Note ? state->counts.notes : state->counts.cautions);
     state->ClearLine();

@@ -34,7 +34,7 @@ class PlainPresentation : public zettesting::HostFixture
 
 TEST_F(PlainPresentation, WritesTheTitleAndALineForEachStep)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     progress->SetExtraText("/vst/a.so");
     progress->SetProgress(0, 2, "");
@@ -47,7 +47,7 @@ TEST_F(PlainPresentation, WritesTheTitleAndALineForEachStep)
 
 TEST_F(PlainPresentation, DoesNotRepeatALine)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     progress->SetExtraText("/vst/a.so");
     progress->SetProgress(0, 2, "");
@@ -57,18 +57,18 @@ TEST_F(PlainPresentation, DoesNotRepeatALine)
 
 TEST_F(PlainPresentation, TextsCannotCommandATerminal)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Title\x1b]0;x\a", "", true);
     progress->SetExtraText("a\nb\x1b[31m");
     progress->SetProgress(0, 1, "");
-    presentation->ShowAlert(AlertKind::Note, "t\x1b", "m\x1b\nn");
+    presentation->ShowAlert(AlertKind::Note, "t\x1b", "m\x1b\nn", {});
     EXPECT_EQ(Output(), "Title ]0;x \n[0/1] a b [31m\nt : m \nn\n");
 }
 
 TEST_F(PlainPresentation, AlertsAreTitleAndMessageAndAreCounted)
 {
-    presentation->ShowAlert(AlertKind::Note, "Host", "A note.");
-    presentation->ShowAlert(AlertKind::Caution, "Host", "A caution.");
+    presentation->ShowAlert(AlertKind::Note, "Host", "A note.", {});
+    presentation->ShowAlert(AlertKind::Caution, "Host", "A caution.", {});
     EXPECT_EQ(Output(), "Host: A note.\nHost: A caution.\n");
     EXPECT_EQ(presentation->GetCounts().notes, 1);
     EXPECT_EQ(presentation->GetCounts().cautions, 1);
@@ -77,13 +77,13 @@ TEST_F(PlainPresentation, AlertsAreTitleAndMessageAndAreCounted)
 TEST_F(PlainPresentation, AQuietOneShowsAlertsOnly)
 {
     TerminalPresentation quiet(stream.get(), true);
-    const auto progress = quiet.CreateProgress();
+    const auto progress = quiet.CreateProgress({});
     progress->Show("Scanning", "", true);
     progress->SetExtraText("/vst/a.so");
     progress->SetProgress(0, 2, "");
     progress->ProcessEvents(false);
     progress->Hide();
-    quiet.ShowAlert(AlertKind::Caution, "Host", "A caution.");
+    quiet.ShowAlert(AlertKind::Caution, "Host", "A caution.", {});
     EXPECT_EQ(Output(), "Host: A caution.\n");
     EXPECT_EQ(quiet.GetCounts().lastTotal, 2u);
 }
@@ -91,14 +91,14 @@ TEST_F(PlainPresentation, AQuietOneShowsAlertsOnly)
 TEST_F(PlainPresentation, CountsDialogsAndTheTotalOfTheLastOne)
 {
     for (const unsigned long long total : {5ull, 3ull}) {
-        const auto progress = presentation->CreateProgress();
+        const auto progress = presentation->CreateProgress({});
         progress->Show("Scanning", "", true);
         progress->SetProgress(0, total, "");
         progress->Hide();
         EXPECT_EQ(presentation->GetCounts().lastTotal, total);
     }
     EXPECT_EQ(presentation->GetCounts().progressDialogs, 2);
-    const auto empty = presentation->CreateProgress();
+    const auto empty = presentation->CreateProgress({});
     empty->Show("Scanning", "", true);
     EXPECT_EQ(presentation->GetCounts().lastTotal, 0u);
 }

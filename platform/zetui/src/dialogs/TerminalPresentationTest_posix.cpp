@@ -78,7 +78,7 @@ class TerminalLine : public zettesting::HostFixture
 
 TEST_F(TerminalLine, IsRedrawnInPlaceAndLeavesACleanLine)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     progress->SetExtraText("/vst/reverb.so");
     progress->SetProgress(1, 2, "");
@@ -92,7 +92,7 @@ TEST_F(TerminalLine, IsRedrawnInPlaceAndLeavesACleanLine)
 TEST_F(TerminalLine, FollowsTheTerminalsWidth)
 {
     SetColumns(30);
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     progress->SetExtraText("/usr/lib/vst/reverb.so");
     progress->SetProgress(1, 2, "");
@@ -102,7 +102,7 @@ TEST_F(TerminalLine, FollowsTheTerminalsWidth)
 
 TEST_F(TerminalLine, IsNotRedrawnForEveryOneOfManyQuickSteps)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     const auto start = std::chrono::steady_clock::now();
     for (unsigned long long step = 0; step < 1000; ++step) {
@@ -119,9 +119,9 @@ TEST_F(TerminalLine, IsNotRedrawnForEveryOneOfManyQuickSteps)
 
 TEST_F(TerminalLine, MakesRoomForAnAlert)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
-    presentation->ShowAlert(AlertKind::Caution, "Host", "Trouble.");
+    presentation->ShowAlert(AlertKind::Caution, "Host", "Trouble.", {});
     EXPECT_EQ(Output(), "\rScanning\x1b[K\r\x1b[KHost: Trouble.\n");
 }
 
@@ -129,7 +129,7 @@ TEST_F(TerminalLine, ADumbTerminalGetsPlainLines)
 {
     const zettesting::ScopedEnvironment dumb("TERM", "dumb");
     TerminalPresentation plain(stream.get());
-    plain.CreateProgress()->Show("Scanning", "", true);
+    plain.CreateProgress({})->Show("Scanning", "", true);
     EXPECT_EQ(Output(), "Scanning\n");
 }
 
@@ -143,7 +143,7 @@ struct sigaction CurrentAction()
 TEST_F(TerminalLine, CtrlCMeansCancelOnlyWhileACancellableProgressDialogIsOpen)
 {
     EXPECT_EQ(CurrentAction().sa_handler, SIG_DFL);
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", false);
     EXPECT_EQ(CurrentAction().sa_handler, SIG_DFL);
     progress->Hide();
@@ -157,7 +157,7 @@ TEST_F(TerminalLine, CtrlCStaysIgnoredWhereItWasIgnored)
 {
     ::signal(SIGINT, SIG_IGN);
     {
-        const auto progress = presentation->CreateProgress();
+        const auto progress = presentation->CreateProgress({});
         progress->Show("Scanning", "", true);
         EXPECT_EQ(CurrentAction().sa_handler, SIG_IGN);
     }
@@ -167,7 +167,7 @@ TEST_F(TerminalLine, CtrlCStaysIgnoredWhereItWasIgnored)
 
 TEST_F(TerminalLine, CtrlCIsReportedOnce)
 {
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     ::raise(SIGINT);
     EXPECT_TRUE(progress->ProcessEvents(false));
@@ -177,7 +177,7 @@ TEST_F(TerminalLine, CtrlCIsReportedOnce)
 TEST_F(TerminalLine, CtrlCIsNoticedWhileTheMainThreadWaits)
 {
     zetcore::threads::RegisterMainThread(std::make_shared<zetcore::threads::PlainEventLoop>());
-    const auto progress = presentation->CreateProgress();
+    const auto progress = presentation->CreateProgress({});
     progress->Show("Scanning", "", true);
     std::thread user([] { ::kill(::getpid(), SIGINT); });
     while (!progress->ProcessEvents(true)) {
@@ -193,7 +193,7 @@ TEST_F(TerminalLineDeathTest, ASecondCtrlCEndsTheProgram)
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
         {
-            const auto progress = presentation->CreateProgress();
+            const auto progress = presentation->CreateProgress({});
             progress->Show("Scanning", "", true);
             ::raise(SIGINT);
             progress->ProcessEvents(false);

@@ -15,10 +15,10 @@ constexpr std::chrono::milliseconds postedCallsLimit{50};
 } // namespace
 
 UI_ProgressDialog::UI_ProgressDialog(const pixmill::SupplierInterface*, const std::string& windowTitle,
-                                     const std::string& firstText, ui::WindowVariant, bool indeterminate,
-                                     bool canBeCancelled, bool closesWhenFull)
-    : title(windowTitle), text(firstText), cancellable(canBeCancelled), closeWhenFull(closesWhenFull),
-      hasProgress(indeterminate)
+                                     const std::string& firstText, ui::WindowVariant parentWindow,
+                                     bool indeterminate, bool canBeCancelled, bool closesWhenFull)
+    : parent(parentWindow), title(windowTitle), text(firstText), cancellable(canBeCancelled),
+      closeWhenFull(closesWhenFull), hasProgress(indeterminate)
 {}
 
 UI_ProgressDialog::~UI_ProgressDialog()
@@ -56,7 +56,7 @@ void UI_ProgressDialog::UI_Show(bool show)
         return;
     closedWith.reset();
     if (!shown)
-        shown = GetPresentation()->CreateProgress();
+        shown = GetPresentation()->CreateProgress(parent);
     visible = true;
     shown->Show(title, text, cancellable);
     if (!extraText.empty())

@@ -22,11 +22,11 @@ class Recorder : public Presentation
         std::function<bool(bool wait)> onEvents;
     };
 
-    std::unique_ptr<ProgressPresentation> CreateProgress() override
+    std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant) override
     {
         return std::make_unique<Progress>(log);
     }
-    void ShowAlert(AlertKind, const std::string&, const std::string&) override {}
+    void ShowAlert(AlertKind, const std::string&, const std::string&, ui::WindowVariant) override {}
 
     std::shared_ptr<Log> log = std::make_shared<Log>();
 

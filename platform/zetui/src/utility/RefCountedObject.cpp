@@ -2,6 +2,13 @@
 
 namespace zetui::utility {
 
+namespace {
+
+/// So many references that those which a destructor takes for a moment do not delete the object again.
+constexpr int beingDeleted = 1 << 30;
+
+} // namespace
+
 RefCountedObject::~RefCountedObject() = default;
 
 void RefCountedObject::AddRef() noexcept
@@ -11,8 +18,18 @@ void RefCountedObject::AddRef() noexcept
 
 void RefCountedObject::Release() noexcept
 {
-    if (references.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        delete this;
+    if (references.fetch_sub(1, std::memory_order_acq_rel) != 1)
+        return;
+    references.store(beingDeleted, std::memory_order_relaxed);
+    BeforeDeletion();
+    delete this;
 }
+
+bool RefCountedObject::IsBeingDeleted() const noexcept
+{
+    return references.load(std::memory_order_relaxed) >= beingDeleted / 2;
+}
+
+void RefCountedObject::BeforeDeletion() noexcept {}
 
 } // namespace zetui::utility

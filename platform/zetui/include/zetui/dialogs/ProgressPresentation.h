@@ -5,6 +5,7 @@
 #include <string>
 
 #include <zetui/Export.h>
+#include <zetui/ui/WindowVariant.h>
 
 /// How dialogs reach the user. zetui has a presentation for the terminal; one with windows replaces it where
 /// there is a display.
@@ -26,20 +27,37 @@ class ZETUI_API ProgressPresentation
     virtual bool ProcessEvents(bool wait) = 0;
 };
 
-/// The buttons of a message box, and what it returns.
 enum class AlertKind
 {
     Note,
     Caution,
 };
 
+/// What a message box asks; buttons and icons as in `messagebox`. `buttonSet` has at least one known button,
+/// and `defaultButton` is one of the set.
+struct Question
+{
+    std::string title, message;
+    int buttonSet = 0;
+    int defaultButton = 0;
+    int icon = 0;
+};
+
+/// Texts are UTF-8 and shown as they are. The parent is the window that a dialog belongs to and blocks; none
+/// stands for the whole application.
 class ZETUI_API Presentation
 {
   public:
     virtual ~Presentation();
-    virtual std::unique_ptr<ProgressPresentation> CreateProgress() = 0;
+    virtual std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant parent) = 0;
     /// Returns when the user has dismissed it.
-    virtual void ShowAlert(AlertKind kind, const std::string& title, const std::string& message) = 0;
+    virtual void ShowAlert(AlertKind kind, const std::string& title, const std::string& message,
+                           ui::WindowVariant parent) = 0;
+    /// The button that was pressed. Here: shows the message as an alert and takes the default button, because
+    /// nobody can be asked.
+    virtual int Ask(const Question& question, ui::WindowVariant parent);
+    /// The folder that the user chose, empty when there is none. Here: none.
+    virtual std::wstring ChooseFolder(const std::wstring& title, ui::WindowVariant parent);
 };
 
 /// The presentation in use; never null: the terminal's on standard error unless a program installed another.

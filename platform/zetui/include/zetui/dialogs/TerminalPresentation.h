@@ -29,8 +29,9 @@ class ZETUI_API TerminalPresentation : public Presentation
     explicit TerminalPresentation(std::FILE* stream, bool quiet = false);
     ~TerminalPresentation() override;
 
-    std::unique_ptr<ProgressPresentation> CreateProgress() override;
-    void ShowAlert(AlertKind kind, const std::string& title, const std::string& message) override;
+    std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant parent) override;
+    void ShowAlert(AlertKind kind, const std::string& title, const std::string& message,
+                   ui::WindowVariant parent) override;
     const Counts& GetCounts() const noexcept;
 
   private:

@@ -4,12 +4,12 @@
 
 #include <zetui/Export.h>
 #include <zetui/dialogs/Response.h>
-#include <zetui/utility/RefCountedObject.h>
+#include <zetui/utility/RefCountedObjectWithWeakPtr.h>
 
 namespace zetui::dialogs {
 
 /// A window as the toolkit's other classes see it. Main thread, like everything below.
-class ZETUI_API OS_Window : public utility::RefCountedObject
+class ZETUI_API OS_Window : public utility::RefCountedObjectWithWeakPtr
 {
   public:
     virtual void UI_Show(bool show) = 0;

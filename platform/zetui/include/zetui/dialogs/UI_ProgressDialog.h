@@ -43,6 +43,7 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
     void FinishClosing();
     void Hide();
 
+    ui::WindowVariant parent;
     std::string title, text, extraText;
     bool cancellable, closeWhenFull;
     /// False until there is something to show in the bar.

@@ -1,15 +1,21 @@
 #pragma once
 
 #include <zetui/Export.h>
+#include <zetui/pixmill/Types.h>
 
 namespace zetui::pixmill {
 
 /// Where drawing resources come from. The host owns it and keeps it alive while any window that was given it
-/// is open; null stands for the toolkit's own.
+/// is open; null stands for the toolkit's own. A host may override what it wants to make itself.
 class ZETUI_API SupplierInterface
 {
   public:
     virtual ~SupplierInterface();
+    virtual PathP CreatePath() const;
+    virtual PenP CreatePen(const Color& color, float width) const;
 };
+
+/// The toolkit's own.
+ZETUI_API const SupplierInterface& DefaultSupplier();
 
 } // namespace zetui::pixmill

@@ -18,6 +18,9 @@ class ZETUI_API RefCountedObject
     RefCountedObject(const RefCountedObject&) = delete;
     RefCountedObject& operator=(const RefCountedObject&) = delete;
     virtual ~RefCountedObject();
+    /// The last reference has been given up: the destructor runs next.
+    virtual void BeforeDeletion() noexcept;
+    bool IsBeingDeleted() const noexcept;
 
   private:
     std::atomic<int> references{0};

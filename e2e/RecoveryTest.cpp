@@ -1,0 +1,150 @@
+#include <algorithm>
+#include <chrono>
+
+#include <gmock/gmock.h>
+
+#include <zetcore/threads/Backoff.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using Strings = std::vector<std::string>;
+using zettesting::ChildProcess;
+
+/// A host that loads plug-ins into its own process, and what its next starts make of a crash.
+class Recovery : public ManagerFixture
+{
+  protected:
+    std::filesystem::path Marker() const { return prefs / "ScannedPluginPath.txt"; }
+
+    /// Plug-ins before and after the bad one in the order of scanning.
+    void InstallGoodOnesAround()
+    {
+        before = {Install("good/vst2_effect", "a_effect").string(),
+                  Install("good/vst2_shell", "b_shell").string(),
+                  Install("good/vst3_without_moduleinfo", "c_vst3").string()};
+        after = {Install("good/vst2_synth", "y_synth").string(),
+                 Install("good/vst3_several_classes", "z_classes").string()};
+    }
+
+    void ExpectTheNextStartsToRecoverFrom(const std::filesystem::path& bad)
+    {
+        ASSERT_TRUE(std::filesystem::exists(Marker())) << "the scan has not ended of itself";
+
+        const auto second = Run({"list", "--json"});
+        EXPECT_EQ(second.exitStatus, 0) << second.error;
+        EXPECT_THAT(second.error, HasSubstr("An error occurred when scanning the plug-in '" + bad.string() +
+                                            "' that caused Sondrel to shut down."));
+        EXPECT_FALSE(std::filesystem::exists(Marker()));
+        Strings working, banned;
+        for (const ListedPlugin& plugin : ReadList(second.output))
+            (plugin.IsBanned() ? banned : working).push_back(plugin.path);
+        working.erase(std::unique(working.begin(), working.end()), working.end());
+        EXPECT_THAT(working, testing::UnorderedElementsAreArray(before))
+            << "what was found before the crash, and nothing else";
+        EXPECT_EQ(banned, Strings{bad.string()});
+
+        const auto third = Run({"list", "--json"});
+        EXPECT_EQ(third.exitStatus, 0);
+        EXPECT_EQ(third.error, "");
+        EXPECT_EQ(third.output, second.output);
+
+        const ScanSummary rest = Scan({"--in-process"});
+        EXPECT_EQ(rest.exitStatus, 0) << rest.messages;
+        EXPECT_EQ(rest.scanned, static_cast<long long>(after.size())) << "the banned one is left out";
+        for (const std::string& path : after)
+            EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
+        EXPECT_TRUE(FindListed(bad)->IsBanned());
+        EXPECT_FALSE(std::filesystem::exists(Marker()));
+    }
+
+    Strings before, after;
+};
+
+class RecoveryFrom : public Recovery, public testing::WithParamInterface<const char*>
+{};
+
+INSTANTIATE_TEST_SUITE_P(Each, RecoveryFrom,
+                         testing::Values("crash_on_load", "crash_in_entry", "crash_when_asked_name",
+                                         "crash_on_close", "crash_on_unload", "crash_vst3_factory", "aborts",
+                                         "exits_zero", "quick_exits_one", "overflows_stack",
+                                         "installs_crash_handler"),
+                         [](const auto& test) { return test.param; });
+
+TEST_P(RecoveryFrom, TheSecondStartBansWhatCrashedTheFirstAndTheThirdFindsNothing)
+{
+    InstallGoodOnesAround();
+    const auto bad = Install("bad/" + std::string(GetParam()), "m_bad");
+    const auto first = Run({"scan", "--json", "--in-process"});
+    EXPECT_FALSE(first.timedOut);
+    EXPECT_EQ(first.output, "") << "the host is gone before it can report";
+    ExpectTheNextStartsToRecoverFrom(bad);
+}
+
+TEST_F(Recovery, AHostThatIsKilledWhileAPluginHangsRecoversToo)
+{
+    InstallGoodOnesAround();
+    const auto bad = Install("bad/loops_forever", "m_bad");
+    ChildProcess scan(Command({"scan", "--json", "--in-process"}));
+    ASSERT_TRUE(scan.WaitForError(bad.string()));
+    // The plug-in is named, then the registry is saved, then the plug-in is loaded.
+    const auto journal = prefs / "AudioPlugins.xml.journal";
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    const auto isSaved = [&] {
+        return std::filesystem::exists(journal) &&
+               zettesting::ReadAll(journal).find(before.back()) != std::string::npos;
+    };
+    for (zetcore::threads::Backoff pause; !isSaved(); pause())
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+    scan.Kill();
+    scan.Wait();
+    ExpectTheNextStartsToRecoverFrom(bad);
+}
+
+TEST_F(Recovery, EveryCommandChecksFirst)
+{
+    const auto bad = Install("bad/crash_in_entry", "bad");
+    const auto good = Install("good/vst2_effect", "good");
+    RunWell({"ban", bad.string()});
+    RunWell({"scan"});
+    const std::string locator = "VST|" + bad.string() + "|";
+    for (const Strings& arguments :
+         {Strings{"list"}, Strings{"scan"}, Strings{"folders", "list"}, Strings{"enable", good.string()},
+          Strings{"disable", "--all"}, Strings{"ban", good.string()}, Strings{"reload", good.string()}}) {
+        zettesting::WriteAll(Marker(), locator);
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 0) << testing::PrintToString(arguments) << result.error;
+        EXPECT_THAT(result.error, HasSubstr(bad.string())) << testing::PrintToString(arguments);
+        EXPECT_THAT(result.output, Not(HasSubstr("An error occurred")));
+        EXPECT_FALSE(std::filesystem::exists(Marker())) << testing::PrintToString(arguments);
+    }
+}
+
+TEST_F(Recovery, ABanThatCannotBeSavedIsOneAndNamesTheFile)
+{
+    const auto bad = Install("good/vst2_effect", "blamed");
+    RunWell({"scan"});
+    zettesting::WriteAll(Marker(), "VST|" + bad.string() + "|");
+    const auto list = prefs / "BannedAudioPlugins.xml";
+    std::filesystem::remove(list);
+    std::filesystem::create_symlink(folder / "missing" / "list.xml", list);
+    const auto result = Run({"list"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.error, HasSubstr("Preferences folder"));
+    EXPECT_THAT(result.error, HasSubstr("An error occurred when scanning the plug-in '" + bad.string()));
+    EXPECT_THAT(result.error, HasSubstr(list.string()));
+    EXPECT_THAT(result.output, HasSubstr("1 banned"));
+}
+
+TEST_F(Recovery, TheUnsupportedListIsWrittenByteForByte)
+{
+    const std::string text = zettesting::ReadAll(prefs / "UnsupportedAudioPlugins.xml");
+    EXPECT_THAT(text,
+                testing::StartsWith("<?xml version=\"1.0\" ?>\r\n<pluginlist version=\"4.0.0\">\r\n\t"));
+    EXPECT_EQ(text, zettesting::ReadAll(ZET_UNSUPPORTED_LIST));
+}
+
+} // namespace

@@ -1,0 +1,208 @@
+#include <functional>
+#include <sstream>
+
+#include <QApplication>
+#include <QScreen>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/config/Localizer.h>
+#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/threads/MainThread.h>
+#include <zettesting/HostFixture.h>
+#include <zetui/skins/Skins.h>
+#include <zetui/ui/Application.h>
+
+#include "commands/CommandLine.h"
+#include "commands/WindowSettings.h"
+
+namespace zetaudiopluginmanager {
+namespace {
+
+using testing::HasSubstr;
+using Arguments = std::vector<std::string>;
+using Bounds = zetcore::geom::RectT<int>;
+
+/// The program with windows that nobody sees, and a user who acts in whatever window is open.
+class ManageCommand : public zettesting::HostFixture
+{
+  protected:
+    ManageCommand() : platform("QT_QPA_PLATFORM", "offscreen") { ForgetAll(); }
+    ~ManageCommand() override
+    {
+        ForgetAll();
+        zetui::skins::SetSkin(skinBefore);
+        zetcore::config::Localizer::Get().Reset();
+    }
+
+    /// Returns the exit status.
+    int Run(Arguments arguments, std::function<void(QWidget&)> user)
+    {
+        ForgetAll();
+        UserActs(std::move(user));
+        arguments.insert(arguments.begin(), {"--prefs", prefs.string()});
+        std::ostringstream output;
+        const int status = RunCommandLine(arguments, output);
+        EXPECT_EQ(output.str(), "");
+        return status;
+    }
+    static void Cancel(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
+
+    /// Waits, by posting itself again, until a modal window is there.
+    static void UserActs(std::function<void(QWidget&)> user)
+    {
+        zetcore::threads::AsyncCallFromMainThread(
+            [user = std::move(user)]() mutable {
+                QWidget* const window = QApplication::activeModalWidget();
+                if (window && window->isVisible())
+                    user(*window);
+                else
+                    UserActs(std::move(user));
+            },
+            0);
+    }
+    static void ForgetAll()
+    {
+        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
+        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+    }
+
+    zettesting::ScopedEnvironment platform;
+    const zetui::skins::Skin skinBefore = zetui::skins::GetSkin();
+};
+
+TEST_F(ManageCommand, OpensTheManagerAndIsTheDefaultWhereThereIsADisplay)
+{
+    for (const Arguments& arguments : {Arguments{"manage"}, Arguments{}}) {
+        std::string title;
+        EXPECT_EQ(Run(arguments,
+                      [&](QWidget& window) {
+                          title = window.windowTitle().toStdString();
+                          Cancel(window);
+                      }),
+                  0);
+        EXPECT_EQ(title, "Audio Plug-In Manager");
+        EXPECT_FALSE(zetui::ui::HaveWindows()) << "all is put back at the end";
+    }
+}
+
+TEST_F(ManageCommand, TheWindowOpensWhereItWasClosed)
+{
+    Run({"manage"}, [](QWidget& window) {
+        window.setGeometry(33, 44, 755, 533);
+        Cancel(window);
+    });
+    EXPECT_EQ(LoadWindowSettings().dialogBounds, (Bounds{33, 44, 755, 533}));
+    Run({"manage"}, [](QWidget& window) {
+        EXPECT_EQ(window.geometry(), QRect(33, 44, 755, 533));
+        Cancel(window);
+    });
+}
+
+TEST_F(ManageCommand, AWindowThatWouldOpenOffScreenIsBroughtBack)
+{
+    for (const Bounds& away : {Bounds{20000, 300, 750, 500}, Bounds{100, -9000, 750, 500},
+                               Bounds{-30000, -30000, 750, 500}, Bounds{50000, 50000, 30000, 30000}}) {
+        zetaudiopluginhostui::AudioPluginManagerSettings settings;
+        settings.dialogBounds = away;
+        SaveWindowSettings(settings);
+        Run({"manage"}, [](QWidget& window) {
+            const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+            EXPECT_TRUE(screen.intersects(window.geometry()));
+            EXPECT_TRUE(screen.contains(window.geometry().topLeft()));
+            Cancel(window);
+        });
+    }
+}
+
+TEST_F(ManageCommand, ADamagedSettingsFileOpensTheWindowAllTheSame)
+{
+    zettesting::WriteAll(prefs / "PluginManagerWindow.xml", "<managerwindow");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Run({"manage"}, Cancel), 0);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("PluginManagerWindow.xml"));
+    EXPECT_TRUE(std::filesystem::exists(prefs / "PluginManagerWindow.xml.damaged"));
+}
+
+TEST_F(ManageCommand, SettingsThatCannotBeSavedAreExitStatusOne)
+{
+    std::filesystem::create_directory(prefs / "PluginManagerWindow.xml");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Run({"manage"}, Cancel), 1);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("PluginManagerWindow.xml"));
+}
+
+TEST_F(ManageCommand, ACrashIsToldInAWindowBeforeTheManagerOpens)
+{
+    const std::string path = (folder / "bad.so").string();
+    zettesting::WriteAll(prefs / "ScannedPluginPath.txt", "VST|" + path + "|");
+    std::vector<std::string> titles;
+    EXPECT_EQ(Run({"manage"},
+                  [&](QWidget& alert) {
+                      titles.push_back(alert.windowTitle().toStdString());
+                      UserActs([&, first = &alert](QWidget& window) {
+                          EXPECT_NE(&window, first);
+                          titles.push_back(window.windowTitle().toStdString());
+                          Cancel(window);
+                      });
+                      QTest::keyClick(&alert, Qt::Key_Return);
+                  }),
+              0);
+    EXPECT_EQ(titles.size(), 2u);
+    EXPECT_EQ(titles.back(), "Audio Plug-In Manager");
+    EXPECT_FALSE(std::filesystem::exists(prefs / "ScannedPluginPath.txt"));
+}
+
+TEST_F(ManageCommand, TheSkinIsChosenBeforeOrBehindTheCommand)
+{
+    struct Case
+    {
+        Arguments arguments;
+        bool isV7;
+    };
+    for (const Case& each : {Case{{"manage", "--skin", "classic"}, false},
+                             Case{{"--skin", "v7", "manage"}, true}, Case{{"--skin=classic"}, false}})
+        Run(each.arguments, [&](QWidget& window) {
+            EXPECT_EQ(zetui::skins::IsRunningV7OrBeyond(), each.isV7);
+            Cancel(window);
+        });
+}
+
+TEST_F(ManageCommand, TheLanguageIsChosenAndAnUnknownOneOrAnUnknownSkinIsWrongUsage)
+{
+    std::filesystem::create_directories(folder / "bin/lang");
+    zettesting::WriteAll(folder / "bin/lang/de.txt",
+                         "\"$$$/AudioPluginManager/DialogTitle\"=\"Plug-in-Verwaltung\"\n");
+    zetcore::filesupport::commondirs::SetExecutableDir(zettesting::ToWide(folder / "bin"));
+    EXPECT_EQ(Run({"manage", "--lang", "de-DE"},
+                  [](QWidget& window) {
+                      EXPECT_EQ(window.windowTitle().toStdString(), "Plug-in-Verwaltung");
+                      Cancel(window);
+                  }),
+              0);
+    for (const Arguments& wrong : {Arguments{"manage", "--lang", "tlh"}, Arguments{"manage", "--skin", "v8"},
+                                   Arguments{"manage", "stray"}}) {
+        std::ostringstream output;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(RunCommandLine(wrong, output), 2);
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(wrong.back()));
+    }
+}
+
+TEST_F(ManageCommand, WithoutADisplayItSaysSoAndExitsWithTwo)
+{
+    const zettesting::ScopedEnvironment noPlatform("QT_QPA_PLATFORM", std::nullopt);
+    const zettesting::ScopedEnvironment noX("DISPLAY", std::nullopt);
+    const zettesting::ScopedEnvironment noWayland("WAYLAND_DISPLAY", std::nullopt);
+    std::ostringstream output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "manage"}, output), 2);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("no display"));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"--prefs", prefs.string()}, output), 2);
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
+} // namespace
+} // namespace zetaudiopluginmanager

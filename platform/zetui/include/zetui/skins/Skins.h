@@ -1,0 +1,69 @@
+#pragma once
+
+#include <string>
+
+#include <zetui/Export.h>
+#include <zetui/pixmill/Types.h>
+
+/// The looks that a host can choose from, and their colours and fonts. Colours follow the desktop's light or
+/// dark scheme. Main thread.
+namespace zetui::skins {
+
+enum class Skin
+{
+    Classic,
+    V7,
+};
+
+/// Before any window is open. V7 unless it is called.
+ZETUI_API void SetSkin(Skin skin);
+ZETUI_API Skin GetSkin();
+ZETUI_API bool IsRunningV7OrBeyond();
+
+enum class Scheme
+{
+    FollowDesktop,
+    Light,
+    Dark,
+};
+ZETUI_API void SetScheme(Scheme scheme);
+ZETUI_API bool IsDark();
+
+} // namespace zetui::skins
+
+namespace zetui::skins::utilities {
+
+ZETUI_API pixmill::Color GetDefaultTextColor();
+ZETUI_API pixmill::Color GetDefaultTextDisabledColor();
+
+} // namespace zetui::skins::utilities
+
+namespace zetui::ui {
+
+class ThemeProvider;
+/// Stands for the current theme; may be null.
+ZETUI_API const ThemeProvider* GetDefaultThemeProvider();
+
+/// Colour of the outline around a section (`GetColor`).
+inline constexpr int kSectionOutlineColor = 324;
+/// The classic skin's colours by id; unknown ids give the text colour.
+ZETUI_API pixmill::Color GetColor(int id);
+
+/// The toolkit's fonts by size id: 0 normal, 1 titles.
+ZETUI_API std::string GetFontName(int sizeId);
+/// In pixels.
+ZETUI_API float GetFontSize(int sizeId);
+
+} // namespace zetui::ui
+
+namespace zetui::skins::design {
+
+using ColorFlags = unsigned;
+struct SkinSet
+{};
+/// The outline of tables.
+inline constexpr int kTableOutline = 2;
+ZETUI_API pixmill::Color GetTableColor(const ui::ThemeProvider* theme, ColorFlags flags, int property,
+                                       bool selected, const SkinSet& skins);
+
+} // namespace zetui::skins::design

@@ -1,0 +1,60 @@
+#include <zetui/controls/UI_StaticText.h>
+
+#include <QLabel>
+
+#include "controls/TextMeasure.h"
+#include "ui/NodeAccess.h"
+#include "ui/QtText.h"
+
+namespace zetui::controls {
+
+using ui::NodeAccess;
+
+UI_StaticText::UI_StaticText() : UI_ControlView(NodeAccess::NewWidget<QLabel>())
+{
+    auto* const widget = static_cast<QLabel*>(WidgetOf(this));
+    widget->setTextFormat(Qt::PlainText);
+    NodeAccess::SetNeededSize(this, [widget] {
+        // A label that names a control shows its mnemonic, others show their "&".
+        const QFontMetricsF metrics(widget->fontMetrics());
+        if (widget->text().isEmpty())
+            return QSizeF(0, 0);
+        const QSizeF text = TextSize(metrics, widget->text());
+        return widget->buddy() ? text : QSizeF(metrics.horizontalAdvance(widget->text()) + 1, text.height());
+    });
+}
+
+UI_StaticText::~UI_StaticText() = default;
+
+void UI_StaticText::SetText(const std::wstring& text)
+{
+    if (auto* const widget = static_cast<QLabel*>(WidgetOf(this)))
+        widget->setText(ui::ToQString(text));
+}
+
+std::wstring UI_StaticText::GetText() const
+{
+    const auto* const widget = static_cast<QLabel*>(WidgetOf(this));
+    return widget ? ui::ToWide(widget->text()) : std::wstring();
+}
+
+void UI_StaticText::SetAlignment(int alignment)
+{
+    auto* const widget = static_cast<QLabel*>(WidgetOf(this));
+    if (!widget)
+        return;
+    Qt::Alignment across = Qt::AlignLeft;
+    if (alignment == kAlignCenter)
+        across = Qt::AlignHCenter;
+    else if (alignment == kAlignRight)
+        across = Qt::AlignRight;
+    widget->setAlignment(across | Qt::AlignVCenter);
+}
+
+void UI_StaticText::SetBuddy(UI_Node* named)
+{
+    if (auto* const widget = static_cast<QLabel*>(WidgetOf(this)))
+        widget->setBuddy(WidgetOf(named));
+}
+
+} // namespace zetui::controls

@@ -1,0 +1,11 @@
+#include "dialogs/ForeignWindow.h"
+
+namespace zetui::dialogs {
+
+// X11 and Wayland leave that to the dialog's modality hint and the window manager.
+bool EnableForeignWindow(HWND, bool)
+{
+    return false;
+}
+
+} // namespace zetui::dialogs

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include <zetui/ui/WindowVariant.h>
+
+class QWidget;
+class QWindow;
+
+namespace zetui::dialogs {
+
+/// The window of this application behind a native handle; null for a foreign one. Where there is no handle,
+/// the window that is in use, if any.
+QWidget* FindParentWidget(ui::WindowVariant parent);
+
+/// Moves a dialog that is not shown yet to the middle of a foreign parent; with others Qt does so by itself.
+void PlaceOnForeignParent(QWidget& dialog, ui::WindowVariant parent);
+
+/// Ties a dialog to the window that it is to be opened for, while it lives: the dialog is modal to it. A
+/// foreign window becomes the dialog's transient parent and takes no input; a window of this application
+/// should be the dialog's parent widget.
+class ParentWindowLock
+{
+  public:
+    ParentWindowLock(QWidget& dialog, ui::WindowVariant parent);
+    ~ParentWindowLock();
+    ParentWindowLock(const ParentWindowLock&) = delete;
+    ParentWindowLock& operator=(const ParentWindowLock&) = delete;
+
+  private:
+    /// Null when nothing was locked.
+    HWND locked = nullptr;
+    std::unique_ptr<QWindow> foreign;
+};
+
+} // namespace zetui::dialogs

@@ -1,0 +1,177 @@
+#include "dialogs/ProgressWindow.h"
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+#include <QVBoxLayout>
+#include <zetcore/config/Localizer.h>
+
+#include "pixmill/QtConversions.h"
+#include "ui/QtText.h"
+
+namespace zetui::dialogs {
+
+namespace {
+
+constexpr int windowWidth = 460;
+constexpr int margin = 20;
+constexpr int barHeight = 6;
+constexpr std::chrono::milliseconds frameTime{33};
+
+QString Localized(std::string_view key)
+{
+    return pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(key));
+}
+
+} // namespace
+
+PathLabel::PathLabel(QWidget* parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    // A line's height, also while it is empty, so that nothing jumps.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QString PathLabel::ShownText() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+}
+
+QSize PathLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(text()), fontMetrics().height()};
+}
+
+QSize PathLabel::minimumSizeHint() const
+{
+    return {0, fontMetrics().height()};
+}
+
+bool PathLabel::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    const bool cut = ShownText() != text();
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       cut ? ui::PlainForTooltip(ui::ToWide(text())) : QString(), this);
+    return true;
+}
+
+void PathLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(contentsRect(),
+                     static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
+                                      QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
+                     ShownText());
+}
+
+ProgressWindow::ProgressWindow(QWidget* parent, const QString& title, bool canBeCancelled)
+    : QDialog(parent), text(new QLabel(this)), extraText(new PathLabel(this)), bar(new QProgressBar(this)),
+      count(new QLabel(this)), cancellable(canBeCancelled)
+{
+    setWindowTitle(title);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setWindowFlag(Qt::WindowCloseButtonHint, cancellable);
+
+    text->setTextFormat(Qt::PlainText);
+    text->setWordWrap(true);
+    text->hide();
+    count->setTextFormat(Qt::PlainText);
+    count->setForegroundRole(QPalette::PlaceholderText);
+    bar->setTextVisible(false);
+    bar->setFixedHeight(barHeight);
+    bar->setAccessibleName(title);
+    bar->setRange(0, 1);
+    bar->setValue(0);
+
+    auto* const lines = new QVBoxLayout(this);
+    lines->setContentsMargins(margin, margin, margin, margin - 4);
+    lines->setSpacing(10);
+    lines->addWidget(text);
+    lines->addWidget(extraText);
+    lines->addWidget(bar);
+    auto* const lastLine = new QHBoxLayout;
+    lastLine->setContentsMargins(0, 4, 0, 0);
+    lastLine->addWidget(count, 1);
+    if (cancellable) {
+        auto* const cancel = new QPushButton(Localized("$$$/zetui/Dialog/Cancel=Cancel"), this);
+        // Return must not throw away what has been done so far.
+        cancel->setAutoDefault(false);
+        cancel->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
+        connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+        lastLine->addWidget(cancel);
+        cancel->setFocus();
+    }
+    lines->addLayout(lastLine);
+    FitHeight();
+
+    connect(&animation, &QTimer::timeout, bar, QOverload<>::of(&QWidget::update));
+}
+
+void ProgressWindow::SetText(const QString& newText)
+{
+    if (text->text() == newText)
+        return;
+    text->setText(newText);
+    text->setVisible(!newText.isEmpty());
+    FitHeight();
+}
+
+void ProgressWindow::FitHeight()
+{
+    const int width = std::max(windowWidth, layout()->totalMinimumSize().width());
+    setFixedSize(width, layout()->totalHeightForWidth(width) > 0 ? layout()->totalHeightForWidth(width)
+                                                                 : layout()->totalSizeHint().height());
+}
+
+void ProgressWindow::SetExtraText(const QString& newText)
+{
+    extraText->setText(newText);
+}
+
+void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long total)
+{
+    if (total == 0) {
+        bar->setRange(0, 0);
+        count->clear();
+        if (!animation.isActive())
+            animation.start(frameTime);
+        return;
+    }
+    animation.stop();
+    // The bar counts in ints.
+    constexpr unsigned long long most = std::numeric_limits<int>::max();
+    const unsigned long long step = total / most + 1;
+    bar->setRange(0, static_cast<int>(total / step));
+    bar->setValue(static_cast<int>(std::min(progress, total) / step));
+    count->setText(pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(
+        "$$$/zetui/Progress/Count=@0 of @1", {std::to_string(progress), std::to_string(total)})));
+}
+
+bool ProgressWindow::TakeCancelled()
+{
+    return std::exchange(cancelled, false);
+}
+
+void ProgressWindow::reject()
+{
+    cancelled = cancelled || cancellable;
+}
+
+void ProgressWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    reject();
+}
+
+} // namespace zetui::dialogs

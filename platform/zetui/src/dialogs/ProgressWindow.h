@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+namespace zetui::dialogs {
+
+/// The least size of a button of the toolkit's own dialogs.
+inline constexpr int kDialogButtonWidth = 84;
+inline constexpr int kDialogButtonHeight = 23;
+
+/// One line that is shortened in its middle where it does not fit; screen readers get all of it.
+class PathLabel : public QLabel
+{
+  public:
+    explicit PathLabel(QWidget* parent);
+    /// What is drawn at the present width.
+    QString ShownText() const;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    /// All of the text as a tooltip, where it is shortened.
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// The window of a progress dialog. It does not close by itself: it notes that the user wants to cancel.
+class ProgressWindow : public QDialog
+{
+  public:
+    ProgressWindow(QWidget* parent, const QString& title, bool canBeCancelled);
+
+    void SetText(const QString& text);
+    void SetExtraText(const QString& text);
+    /// A total of 0 is a busy bar.
+    void SetProgress(unsigned long long progress, unsigned long long total);
+    /// True when the user asked to cancel since the last call.
+    bool TakeCancelled();
+    void reject() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void FitHeight();
+
+    QLabel* text;
+    PathLabel* extraText;
+    QProgressBar* bar;
+    QLabel* count;
+    QTimer animation;
+    const bool cancellable;
+    bool cancelled = false;
+};
+
+} // namespace zetui::dialogs

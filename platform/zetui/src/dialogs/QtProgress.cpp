@@ -1,0 +1,105 @@
+#include "dialogs/QtProgress.h"
+
+#include <chrono>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <QWindow>
+#include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
+
+#include "pixmill/QtConversions.h"
+#include "skins/SkinStyle.h"
+
+namespace zetui::dialogs {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// How long waiting for events may take. Short, because calls may be posted that wake no loop of Qt.
+constexpr std::chrono::milliseconds longestWait{10};
+/// How long posted calls may keep the window waiting.
+constexpr std::chrono::milliseconds postedCallsLimit{50};
+/// How long a window system may take to put the window on the screen before work goes on without it.
+constexpr std::chrono::milliseconds exposeLimit{200};
+
+void WaitForEvents()
+{
+    QTimer wake;
+    wake.setSingleShot(true);
+    wake.start(longestWait);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace
+
+QtProgress::~QtProgress()
+{
+    Hide();
+}
+
+void QtProgress::Show(const std::string& title, const std::string& text, bool cancellable)
+{
+    Hide();
+    window = new ProgressWindow(FindParentWidget(parent), pixmill::DisplayLines(title), cancellable);
+    skins::DressWindow(*window);
+    window->SetText(pixmill::DisplayLines(text));
+    PlaceOnForeignParent(*window, parent);
+    lock.emplace(*window, parent);
+    window->show();
+    changed = true;
+    // Work that blocks may follow at once: the window must be there before.
+    const auto deadline = Clock::now() + exposeLimit;
+    while (window && !window->windowHandle()->isExposed() && Clock::now() < deadline)
+        WaitForEvents();
+    Repaint();
+}
+
+void QtProgress::SetExtraText(const std::string& text)
+{
+    if (!window)
+        return;
+    window->SetExtraText(pixmill::DisplayText(zetcore::string::UTF8to16(text)));
+    changed = true;
+}
+
+void QtProgress::SetProgress(unsigned long long progress, unsigned long long total, const std::string& text)
+{
+    if (!window)
+        return;
+    window->SetText(pixmill::DisplayLines(text));
+    window->SetProgress(progress, total);
+    changed = true;
+}
+
+void QtProgress::Hide()
+{
+    lock.reset();
+    if (ProgressWindow* const old = window.data()) {
+        window.clear();
+        old->hide();
+        // Later, because this may be a handler of its own.
+        old->deleteLater();
+    }
+}
+
+bool QtProgress::ProcessEvents(bool wait)
+{
+    if (wait && !zetcore::threads::RunQueuedCalls(Clock::now() + postedCallsLimit))
+        WaitForEvents();
+    else
+        QCoreApplication::processEvents();
+    Repaint();
+    return window && window->TakeCancelled();
+}
+
+void QtProgress::Repaint()
+{
+    if (window && std::exchange(changed, false))
+        window->repaint();
+}
+
+} // namespace zetui::dialogs

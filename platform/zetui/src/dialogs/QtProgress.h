@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <QPointer>
+#include <zetui/dialogs/ProgressPresentation.h>
+
+#include "dialogs/ParentWindow.h"
+#include "dialogs/ProgressWindow.h"
+
+namespace zetui::dialogs {
+
+/// A progress dialog in a window. Main thread.
+class QtProgress : public ProgressPresentation
+{
+  public:
+    explicit QtProgress(ui::WindowVariant parentWindow) : parent(parentWindow) {}
+    ~QtProgress() override;
+
+    void Show(const std::string& title, const std::string& text, bool cancellable) override;
+    void SetExtraText(const std::string& text) override;
+    void SetProgress(unsigned long long progress, unsigned long long total, const std::string& text) override;
+    void Hide() override;
+    bool ProcessEvents(bool wait) override;
+
+  private:
+    void Repaint();
+
+    const ui::WindowVariant parent;
+    /// Null while it is not shown, and when its parent has taken it along.
+    QPointer<ProgressWindow> window;
+    std::optional<ParentWindowLock> lock;
+    bool changed = false;
+};
+
+} // namespace zetui::dialogs

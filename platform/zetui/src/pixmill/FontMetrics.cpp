@@ -1,0 +1,136 @@
+#include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include <QCoreApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QTextBoundaryFinder>
+#include <zetui/pixmill/Pixmill.h>
+#include <zetui/skins/Skins.h>
+
+#include "pixmill/QtConversions.h"
+#include "pixmill/TextWidths.h"
+
+namespace zetui::pixmill {
+
+namespace {
+
+/// Asking the system for a font costs more than measuring a text, and lists measure thousands. A child of
+/// the application object, because fonts must not outlive it.
+class WidthsCache : public QObject
+{
+  public:
+    explicit WidthsCache(QObject* parent) : QObject(parent) {}
+    std::map<std::pair<std::string, float>, TextWidths> byFont;
+};
+
+WidthsCache& Cache()
+{
+    /// Takes the cache along where this library is unloaded before the application ends.
+    struct Holder
+    {
+        ~Holder() { delete cache.data(); }
+        QPointer<WidthsCache> cache;
+    };
+    static Holder holder;
+    if (!holder.cache)
+        holder.cache = new WidthsCache(QCoreApplication::instance());
+    return *holder.cache;
+}
+
+const TextWidths& WidthsOf(const Font& font)
+{
+    auto& byFont = Cache().byFont;
+    // The application's font may change, so the name is looked up each time.
+    const std::pair key(font.name.empty() ? ui::GetFontName(0) : font.name, font.size);
+    const auto found = byFont.find(key);
+    return found != byFont.end() ? found->second : byFont.emplace(key, ToQt(font)).first->second;
+}
+
+bool CanMeasure()
+{
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+/// Where a text may be cut: never inside what is read as one character.
+std::vector<qsizetype> CharacterStarts(const QString& text)
+{
+    std::vector<qsizetype> starts;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    for (qsizetype at = 0; at >= 0 && at < text.size(); at = finder.toNextBoundary())
+        starts.push_back(at);
+    starts.push_back(text.size());
+    return starts;
+}
+
+/// The text with an ellipsis and this many of its characters.
+QString Shortened(const QString& text, const std::vector<qsizetype>& starts, TextTruncation truncation,
+                  std::size_t kept)
+{
+    const std::size_t count = starts.size() - 1;
+    std::size_t head = kept;
+    if (truncation == TextTruncation::Beginning)
+        head = 0;
+    else if (truncation == TextTruncation::Middle)
+        head = (kept + 1) / 2;
+    return text.left(starts[head]) + QChar(0x2026) + text.mid(starts[count - (kept - head)]);
+}
+
+} // namespace
+
+std::string ValidateFontName(const std::string& name)
+{
+    if (!CanMeasure())
+        return name;
+    if (!name.empty() &&
+        QFontDatabase::hasFamily(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))))
+        return name;
+    return ui::GetFontName(0);
+}
+
+float GetTextWidth(const Font& font, const std::wstring& text)
+{
+    if (text.empty() || !CanMeasure())
+        return 0;
+    return static_cast<float>(WidthsOf(font).WidthOf(text));
+}
+
+std::wstring TruncateString(const Font& font, const std::wstring& text, TextTruncation truncation,
+                            float width)
+{
+    if (truncation == TextTruncation::None || text.empty() || !CanMeasure())
+        return text;
+    const TextWidths& widths = WidthsOf(font);
+    if (widths.WidthOf(text) <= static_cast<double>(width))
+        return text;
+
+    const QFontMetricsF& metrics = widths.Metrics();
+    const auto fits = [&](const QString& candidate) {
+        return metrics.horizontalAdvance(candidate) <= static_cast<qreal>(width);
+    };
+    const QString shown = DisplayText(text);
+    const std::vector<qsizetype> starts = CharacterStarts(shown);
+    std::size_t fitting = 0, tooMany = starts.size() - 1;
+    while (fitting + 1 < tooMany) {
+        const std::size_t middle = (fitting + tooMany) / 2;
+        (fits(Shortened(shown, starts, truncation, middle)) ? fitting : tooMany) = middle;
+    }
+    const QString shortened = Shortened(shown, starts, truncation, fitting);
+    return fits(shortened) ? shortened.toStdWString() : std::wstring();
+}
+
+float GetFontBaseline(const Font& font, float cellHeight)
+{
+    if (!CanMeasure())
+        return cellHeight;
+    const QFontMetricsF& metrics = WidthsOf(font).Metrics();
+    const qreal height = metrics.ascent() + metrics.descent();
+    // On a whole pixel, where glyphs are sharp.
+    return static_cast<float>(std::round((static_cast<qreal>(cellHeight) - height) / 2 + metrics.ascent()));
+}
+
+} // namespace zetui::pixmill

@@ -1,0 +1,90 @@
+#include <zetui/pixmill/Pixmill.h>
+
+#include <QPainter>
+#include <QPen>
+#include <zetcore/utility/NullPtrException.h>
+#include <zetui/pixmill/Path.h>
+
+#include "pixmill/QtConversions.h"
+
+namespace zetui::pixmill {
+
+namespace {
+
+QPainter& PainterOf(void* painter)
+{
+    if (!painter)
+        zetcore::utility::DoThrowNullPtrException("QPainter");
+    return *static_cast<QPainter*>(painter);
+}
+
+QRectF ToQt(const zetcore::geom::RectT<float>& rect)
+{
+    return {rect.left, rect.top, rect.width, rect.height};
+}
+
+} // namespace
+
+Pixmill::Pixmill(void* nativePainter, const SupplierInterface* drawingSupplier)
+    : painter(nativePainter), supplier(drawingSupplier ? drawingSupplier : &DefaultSupplier())
+{
+    PainterOf(painter);
+}
+
+Pixmill::~Pixmill() = default;
+
+const SupplierInterface& Pixmill::Supplier() const noexcept
+{
+    return *supplier;
+}
+
+void Pixmill::StrokePath(const PathP& path, const PenP& pen)
+{
+    if (!path)
+        zetcore::utility::DoThrowNullPtrException("PathP");
+    if (!pen)
+        zetcore::utility::DoThrowNullPtrException("PenP");
+    // A pen of width 0 draws nothing here, but the thinnest line in Qt.
+    if (!(pen->width > 0))
+        return;
+    QPainter& target = PainterOf(painter);
+    target.save();
+    // Square caps close the corners of rectangles.
+    target.setPen(
+        QPen(ToQt(pen->color), static_cast<qreal>(pen->width), Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    for (const Path::Segment& segment : path->Segments())
+        target.drawLine(QPointF(segment.fromX, segment.fromY), QPointF(segment.toX, segment.toY));
+    target.restore();
+}
+
+void Pixmill::FillRect(const zetcore::geom::RectT<float>& rect, const Color& color)
+{
+    PainterOf(painter).fillRect(ToQt(rect), ToQt(color));
+}
+
+void Pixmill::DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y)
+{
+    QPainter& target = PainterOf(painter);
+    const QPen pen = target.pen();
+    const QFont previousFont = target.font();
+    target.setFont(ToQt(font));
+    target.setPen(ToQt(color));
+    target.drawText(QPointF(x, y), DisplayText(text));
+    target.setFont(previousFont);
+    target.setPen(pen);
+}
+
+Pixmill::Clip::Clip(Pixmill& drawingContext, const zetcore::geom::RectT<float>& rect)
+    : context(drawingContext)
+{
+    QPainter& target = PainterOf(context.painter);
+    target.save();
+    target.setClipRect(ToQt(rect), Qt::IntersectClip);
+}
+
+Pixmill::Clip::~Clip()
+{
+    PainterOf(context.painter).restore();
+}
+
+} // namespace zetui::pixmill

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QRectF>
+#include <zetui/controls/ButtonComponents.h>
+#include <zetui/skins/Skins.h>
+
+#include "skins/SkinColors.h"
+
+class QColor;
+class QPainter;
+
+/// How the controls of both skins look; the style calls these. They leave the painter as it was.
+namespace zetui::skins {
+
+struct ControlState
+{
+    bool enabled = true, hovered = false, pressed = false, focused = false;
+};
+
+struct ButtonLook
+{
+    ControlState state;
+    controls::Variant variant = controls::Variant::Primary;
+    bool quiet = false;
+    /// Return presses it.
+    bool isDefault = false;
+};
+
+enum class CheckMark
+{
+    None,
+    Mixed,
+    Checked,
+};
+
+qreal CornerRadius(Skin skin);
+/// The button is filled with the accent colour.
+bool IsAccented(Skin skin, const ButtonLook& look);
+QColor ButtonTextColor(Skin skin, const SkinColors& colors, const ButtonLook& look);
+void PaintButton(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+                 const ButtonLook& look);
+void PaintCheckBox(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+                   const ControlState& state, CheckMark mark);
+/// The frame and background of what is typed into.
+void PaintField(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+                const ControlState& state);
+/// `part` of the bar is full; below 0 it is busy, and `phase` (0 to 1) says where its moving piece is.
+void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors, double part,
+                   double phase, bool rightToLeft);
+void PaintScrollHandle(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+                       const ControlState& state);
+/// Around what has the keyboard focus and no frame of its own.
+void PaintFocusFrame(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors);
+/// Points up where the sort order is ascending.
+void PaintSortArrow(QPainter& painter, const QRectF& rect, const SkinColors& colors, bool up);
+
+} // namespace zetui::skins

@@ -1,0 +1,94 @@
+#include "skins/SkinColors.h"
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace zetui::skins {
+namespace {
+
+using pixmill::Color;
+
+TEST(ContrastRatio, IsTheOneOfTheAccessibilityGuidelines)
+{
+    const Color black{0, 0, 0, 255}, white{255, 255, 255, 255}, grey{0x76, 0x76, 0x76, 255};
+    EXPECT_DOUBLE_EQ(ContrastRatio(black, white), 21.0);
+    EXPECT_DOUBLE_EQ(ContrastRatio(white, black), 21.0);
+    EXPECT_DOUBLE_EQ(ContrastRatio(white, white), 1.0);
+    EXPECT_NEAR(ContrastRatio(grey, white), 4.54, 0.01);
+}
+
+class Contrast : public ::testing::TestWithParam<std::tuple<Skin, bool>>
+{
+  protected:
+    struct Pair
+    {
+        std::string name;
+        Color foreground, background;
+    };
+
+    void ExpectAtLeast(double ratio, const std::vector<Pair>& pairs) const
+    {
+        for (const Pair& pair : pairs)
+            EXPECT_GE(ContrastRatio(pair.foreground, pair.background), ratio) << pair.name;
+    }
+
+    const SkinColors& colors = ColorsOf(std::get<0>(GetParam()), std::get<1>(GetParam()));
+};
+
+TEST_P(Contrast, OfTextIsEnoughOnEverySurfaceThatItStandsOn)
+{
+    ExpectAtLeast(4.5, {{"text on window", colors.text, colors.window},
+                        {"text on base", colors.text, colors.base},
+                        {"text on alternate base", colors.text, colors.alternateBase},
+                        {"text on header", colors.text, colors.header},
+                        {"text on a row pointed at", colors.text, colors.hoverRow},
+                        {"text on a selected row", colors.text, colors.selection},
+                        {"text on an inactive selected row", colors.text, colors.inactiveSelection},
+                        {"selected text", colors.selectionText, colors.selection},
+                        {"inactive selected text", colors.inactiveSelectionText, colors.inactiveSelection},
+                        {"text on button", colors.text, colors.button},
+                        {"text on button pointed at", colors.text, colors.buttonHover},
+                        {"text on pressed button", colors.text, colors.buttonPressed},
+                        {"accent", colors.accentText, colors.accent},
+                        {"accent pointed at", colors.accentText, colors.accentHover},
+                        {"accent pressed", colors.accentText, colors.accentPressed},
+                        {"placeholder on base", colors.placeholder, colors.base},
+                        {"placeholder on window", colors.placeholder, colors.window},
+                        {"tooltip", colors.tooltipText, colors.tooltip},
+                        {"link on window", colors.link, colors.window},
+                        {"link on base", colors.link, colors.base},
+                        {"negative on window", colors.negative, colors.window},
+                        {"negative on button", colors.negative, colors.button}});
+}
+
+TEST_P(Contrast, OfWhatIsDrawnIsEnoughToSeeIt)
+{
+    ExpectAtLeast(3.0, {{"focus on window", colors.focus, colors.window},
+                        {"focus on base", colors.focus, colors.base},
+                        {"field on base", colors.fieldOutline, colors.base},
+                        {"field on window", colors.fieldOutline, colors.window},
+                        {"disabled text on window", colors.disabledText, colors.window},
+                        {"disabled text on base", colors.disabledText, colors.base}});
+    // What is quiet on purpose must still be there.
+    ExpectAtLeast(1.15, {{"section outline on window", colors.sectionOutline, colors.window},
+                         {"table outline on window", colors.tableOutline, colors.window},
+                         {"groove on window", colors.groove, colors.window},
+                         {"selection on base", colors.selection, colors.base},
+                         {"inactive selection on base", colors.inactiveSelection, colors.base}});
+    EXPECT_NE(colors.disabledText, colors.text);
+    EXPECT_NE(colors.hoverRow, colors.base);
+}
+
+INSTANTIATE_TEST_SUITE_P(Skins, Contrast,
+                         ::testing::Combine(::testing::Values(Skin::Classic, Skin::V7), ::testing::Bool()),
+                         [](const auto& parameters) {
+                             return std::string(std::get<0>(parameters.param) == Skin::Classic ? "Classic"
+                                                                                               : "V7") +
+                                    (std::get<1>(parameters.param) ? "Dark" : "Light");
+                         });
+
+} // namespace
+} // namespace zetui::skins

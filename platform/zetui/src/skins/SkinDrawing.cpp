@@ -1,0 +1,150 @@
+#include <chrono>
+
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOption>
+
+#include "pixmill/QtConversions.h"
+#include "skins/ControlPainting.h"
+#include "skins/SkinColors.h"
+#include "skins/SkinProxyStyle.h"
+#include "skins/SkinStyle.h"
+
+// What Qt's options say, in the words of `ControlPainting`.
+namespace zetui::skins {
+
+namespace {
+
+ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget)
+{
+    ButtonLook look;
+    look.state.enabled = option.state.testFlag(QStyle::State_Enabled);
+    look.state.hovered = option.state.testFlag(QStyle::State_MouseOver);
+    look.state.pressed =
+        option.state.testFlag(QStyle::State_Sunken) || option.state.testFlag(QStyle::State_On);
+    look.state.focused = option.state.testFlag(QStyle::State_HasFocus);
+    const QVariant variant = widget ? widget->property(kVariantProperty) : QVariant();
+    if (variant.isValid()) {
+        look.variant = static_cast<controls::Variant>(variant.toInt());
+        look.quiet = widget->property(kQuietProperty).toBool();
+    } else {
+        // Buttons of the toolkit's own dialogs: the one that Return presses stands out.
+        look.isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
+    }
+    return look;
+}
+
+/// 0 to 1 and again.
+double BusyPhase()
+{
+    constexpr std::chrono::milliseconds period{1500};
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(now % period) / period;
+}
+
+} // namespace
+
+void SkinProxyStyle::DrawPushButton(const QStyleOptionButton& option, QPainter& painter,
+                                    const QWidget* widget) const
+{
+    const SkinColors& colors = CurrentColors();
+    const ButtonLook look = LookOf(option, widget);
+    PaintButton(painter, QRectF(option.rect), skin, colors, look);
+    if (option.text.isEmpty() && !option.icon.isNull()) {
+        const QIcon::Mode lit = IsAccented(skin, look) ? QIcon::Selected : QIcon::Normal;
+        QRect place(QPoint(0, 0), option.iconSize);
+        place.moveCenter(option.rect.center());
+        option.icon.paint(&painter, place, Qt::AlignCenter, look.state.enabled ? lit : QIcon::Disabled);
+        return;
+    }
+    QStyleOptionButton label(option);
+    const QColor textColor = ButtonTextColor(skin, colors, look);
+    label.palette.setColor(QPalette::ButtonText, textColor);
+    label.palette.setColor(QPalette::Disabled, QPalette::ButtonText, textColor);
+    proxy()->drawControl(CE_PushButtonLabel, &label, &painter, widget);
+}
+
+void SkinProxyStyle::DrawCheckBox(const QStyleOptionButton& option, QPainter& painter,
+                                  const QWidget* widget) const
+{
+    QStyleOptionButton part(option);
+    part.rect = proxy()->subElementRect(SE_CheckBoxIndicator, &option, widget);
+    proxy()->drawPrimitive(PE_IndicatorCheckBox, &part, &painter, widget);
+    part.rect = proxy()->subElementRect(SE_CheckBoxContents, &option, widget);
+    proxy()->drawControl(CE_CheckBoxLabel, &part, &painter, widget);
+    if (!option.state.testFlag(State_HasFocus))
+        return;
+    part.rect = proxy()->subElementRect(SE_CheckBoxFocusRect, &option, widget);
+    if (!part.rect.isEmpty())
+        PaintFocusFrame(painter, QRectF(part.rect), skin, CurrentColors());
+}
+
+void SkinProxyStyle::DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const
+{
+    double part = -1;
+    if (option.maximum > option.minimum)
+        part = (static_cast<double>(option.progress) - option.minimum) /
+               (static_cast<double>(option.maximum) - option.minimum);
+    const bool reversed = (option.direction == Qt::RightToLeft) != option.invertedAppearance;
+    PaintProgress(painter, QRectF(option.rect), skin, CurrentColors(), part, BusyPhase(), reversed);
+}
+
+void SkinProxyStyle::DrawHeader(const QStyleOptionHeader& option, QPainter& painter,
+                                const QWidget* widget) const
+{
+    painter.save();
+    painter.setClipRect(option.rect, Qt::IntersectClip);
+    proxy()->drawControl(CE_HeaderSection, &option, &painter, widget);
+    // The newer option says how the title is shortened.
+    QStyleOptionHeaderV2 part;
+    if (const auto* const newer = qstyleoption_cast<const QStyleOptionHeaderV2*>(&option)) {
+        part = *newer;
+    } else {
+        static_cast<QStyleOptionHeader&>(part) = option;
+        part.version = QStyleOptionHeaderV2::Version;
+    }
+    part.rect = proxy()->subElementRect(SE_HeaderLabel, &option, widget);
+    proxy()->drawControl(CE_HeaderLabel, &part, &painter, widget);
+    if (option.sortIndicator != QStyleOptionHeader::None) {
+        part.rect = proxy()->subElementRect(SE_HeaderArrow, &option, widget);
+        proxy()->drawPrimitive(PE_IndicatorHeaderArrow, &part, &painter, widget);
+    }
+    painter.restore();
+}
+
+void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& painter) const
+{
+    const SkinColors& colors = CurrentColors();
+    const QRect& rect = option.rect;
+    const bool pressed = option.state.testFlag(State_Sunken);
+    const bool hovered = option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled);
+    painter.fillRect(
+        rect, pixmill::ToQt(pressed ? colors.buttonPressed : (hovered ? colors.hoverRow : colors.header)));
+    painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), pixmill::ToQt(colors.tableOutline));
+    // Short in V7, where lines are to be few.
+    const int inset = skin == Skin::Classic ? 0 : 6;
+    painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 1 - 2 * inset),
+                     pixmill::ToQt(colors.tableOutline));
+}
+
+void SkinProxyStyle::DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const
+{
+    const SkinColors& colors = CurrentColors();
+    painter.fillRect(option.rect, pixmill::ToQt(skin == Skin::Classic ? colors.window : colors.base));
+    if (option.maximum <= option.minimum)
+        return;
+    ControlState state;
+    state.enabled = option.state.testFlag(State_Enabled);
+    const bool onHandle = option.activeSubControls.testFlag(SC_ScrollBarSlider);
+    state.hovered = onHandle && option.state.testFlag(State_MouseOver);
+    state.pressed = onHandle && option.state.testFlag(State_Sunken);
+    const bool horizontal = option.orientation == Qt::Horizontal;
+    const int margin = skin == Skin::Classic ? 2 : 3;
+    const QRect handle = proxy()->subControlRect(CC_ScrollBar, &option, SC_ScrollBarSlider, nullptr);
+    PaintScrollHandle(painter,
+                      QRectF(horizontal ? handle.adjusted(1, margin, -1, -margin)
+                                        : handle.adjusted(margin, 1, -margin, -1)),
+                      skin, colors, state);
+}
+
+} // namespace zetui::skins

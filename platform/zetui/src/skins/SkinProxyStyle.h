@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QProxyStyle>
+#include <QStyleOption>
+#include <zetui/skins/Skins.h>
+
+namespace zetui::skins {
+
+/// A skin as a style: Fusion, with the controls that our windows are made of drawn by `ControlPainting`.
+/// Colours are those of the scheme at the time of drawing.
+class SkinProxyStyle : public QProxyStyle
+{
+  public:
+    explicit SkinProxyStyle(Skin skin);
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
+    using QProxyStyle::unpolish;
+    void unpolish(QWidget* widget) override;
+
+  private:
+    void DrawPushButton(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
+    void DrawCheckBox(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
+    void DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const;
+    void DrawHeader(const QStyleOptionHeader& option, QPainter& painter, const QWidget* widget) const;
+    void DrawHeaderSection(const QStyleOption& option, QPainter& painter) const;
+    void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const;
+
+    const Skin skin;
+};
+
+} // namespace zetui::skins

@@ -1,0 +1,222 @@
+#include "skins/SkinStyle.h"
+
+#include <optional>
+#include <utility>
+
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+#include <QPointer>
+#include <QStyle>
+#include <QToolTip>
+#include <QWidget>
+
+#include "pixmill/QtConversions.h"
+#include "skins/DesktopScheme.h"
+#include "skins/SkinProxyStyle.h"
+
+namespace zetui::skins {
+
+namespace {
+
+using pixmill::ToQt;
+
+bool IsDarkPalette(const QPalette& palette)
+{
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+QFont SkinFont(const QFont& system)
+{
+    QFont font = system;
+    font.setPixelSize(static_cast<int>(ui::GetFontSize(0)));
+    return font;
+}
+
+/// Follows the desktop while the application wears a skin; its child, so that it goes with it.
+class WornSkin : public QObject
+{
+  public:
+    explicit WornSkin(QApplication& wearer)
+        : QObject(&wearer), application(wearer), ownStyle(QApplication::style()->name()),
+          ownPalette(QApplication::palette()), ownFont(QApplication::font())
+    {
+        dark = SystemAsksForDark().value_or(IsDarkPalette(ownPalette));
+        application.installEventFilter(this);
+    }
+
+    void Wear()
+    {
+        if (skinWorn != GetSkin()) {
+            skinWorn = GetSkin();
+            QApplication::setStyle(MakeStyle(*skinWorn).release());
+        }
+        const SkinColors& colors = CurrentColors();
+        const QPalette palette = MakePalette(colors);
+        QApplication::setPalette(palette);
+        QApplication::setFont(SkinFont(ownFont));
+        QToolTip::setPalette(palette);
+        QToolTip::setFont(SkinFont(ownFont));
+    }
+
+    void TakeOff()
+    {
+        application.removeEventFilter(this);
+        QApplication::setStyle(ownStyle);
+        QApplication::setPalette(ownPalette);
+        QApplication::setFont(ownFont);
+        QToolTip::setPalette(ownPalette);
+        QToolTip::setFont(ownFont);
+    }
+
+    bool DesktopDark() const { return dark; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ThemeChange && !std::exchange(asking, true))
+            // Later, because asking changes the palette, which must not happen while it is being told.
+            QMetaObject::invokeMethod(
+                this, [this] { AskDesktop(); }, Qt::QueuedConnection);
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    void AskDesktop()
+    {
+        // Without ours, the application's palette is the desktop's.
+        QApplication::setPalette(QPalette());
+        dark = SystemAsksForDark().value_or(IsDarkPalette(QApplication::palette()));
+        Wear();
+        asking = false;
+    }
+
+    QApplication& application;
+    const QString ownStyle;
+    const QPalette ownPalette;
+    const QFont ownFont;
+    std::optional<Skin> skinWorn;
+    bool dark = false;
+    bool asking = false;
+};
+
+QPointer<WornSkin>& Worn()
+{
+    static QPointer<WornSkin> worn;
+    return worn;
+}
+
+/// Puts a skin on a window and on everything that comes into it.
+class Dresser : public QObject
+{
+  public:
+    explicit Dresser(QWidget& window) : QObject(&window), style(MakeStyle(GetSkin()).release())
+    {
+        style->setParent(this);
+        window.setPalette(MakePalette(CurrentColors()));
+        window.setFont(SkinFont(window.font()));
+        Dress(window);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ChildPolished)
+            if (auto* const child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child()))
+                Dress(*child);
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    void Dress(QWidget& widget)
+    {
+        if (widget.style() == style)
+            return;
+        widget.setStyle(style);
+        widget.installEventFilter(this);
+        for (QObject* const child : widget.children())
+            if (auto* const childWidget = qobject_cast<QWidget*>(child))
+                Dress(*childWidget);
+    }
+
+    QStyle* style;
+};
+
+} // namespace
+
+QPalette MakePalette(const SkinColors& colors)
+{
+    const std::pair<QPalette::ColorRole, pixmill::Color> roles[] = {
+        {QPalette::Window, colors.window},
+        {QPalette::WindowText, colors.text},
+        {QPalette::Base, colors.base},
+        {QPalette::AlternateBase, colors.alternateBase},
+        {QPalette::ToolTipBase, colors.tooltip},
+        {QPalette::ToolTipText, colors.tooltipText},
+        {QPalette::PlaceholderText, colors.placeholder},
+        {QPalette::Text, colors.text},
+        {QPalette::Button, colors.button},
+        {QPalette::ButtonText, colors.text},
+        {QPalette::BrightText, colors.negative},
+        {QPalette::Light, colors.base},
+        {QPalette::Midlight, colors.gridLine},
+        {QPalette::Mid, colors.outline},
+        {QPalette::Dark, colors.fieldOutline},
+        {QPalette::Shadow, colors.fieldOutline},
+        {QPalette::Highlight, colors.selection},
+        {QPalette::HighlightedText, colors.selectionText},
+        {QPalette::Link, colors.link},
+        {QPalette::LinkVisited, colors.link},
+    };
+    QPalette palette;
+    for (const auto& [role, color] : roles)
+        palette.setColor(QPalette::All, role, ToQt(color));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, ToQt(colors.inactiveSelection));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, ToQt(colors.inactiveSelectionText));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                           QPalette::HighlightedText, QPalette::PlaceholderText})
+        palette.setColor(QPalette::Disabled, role, ToQt(colors.disabledText));
+    palette.setColor(QPalette::Disabled, QPalette::Base, ToQt(colors.window));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, ToQt(colors.inactiveSelection));
+    return palette;
+}
+
+std::unique_ptr<QStyle> MakeStyle(Skin skin)
+{
+    return std::make_unique<SkinProxyStyle>(skin);
+}
+
+void ApplySkin(QApplication& application)
+{
+    if (!Worn())
+        Worn() = new WornSkin(application);
+    Worn()->Wear();
+}
+
+void RemoveSkin()
+{
+    if (!Worn())
+        return;
+    Worn()->TakeOff();
+    delete Worn().data();
+}
+
+void DressWindow(QWidget& window)
+{
+    if (!Worn())
+        new Dresser(window);
+}
+
+void SkinChanged()
+{
+    if (Worn())
+        Worn()->Wear();
+}
+
+bool DesktopIsDark()
+{
+    if (Worn())
+        return Worn()->DesktopDark();
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
+           IsDarkPalette(QApplication::palette());
+}
+
+} // namespace zetui::skins

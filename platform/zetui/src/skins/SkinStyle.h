@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+class QApplication;
+class QIcon;
+class QPalette;
+class QStyle;
+class QWidget;
+
+#include "skins/SkinColors.h"
+
+/// How the skins reach the windows. Main thread.
+namespace zetui::skins {
+
+/// Dynamic properties of a `QPushButton` that the V7 skin draws by: a `controls::Variant` as int, and a bool.
+inline constexpr char kVariantProperty[] = "zetVariant";
+inline constexpr char kQuietProperty[] = "zetQuiet";
+
+/// Gives an application that is ours the chosen skin: style, palette, font. From then on it follows
+/// `SetSkin`, `SetScheme` and the desktop's palette.
+void ApplySkin(QApplication& application);
+/// Gives the application its own look back; nothing when it wears none of ours.
+void RemoveSkin();
+/// Dresses one window, with what is in it now and later, inside an application of another look. Nothing where
+/// the application wears the skin already.
+void DressWindow(QWidget& window);
+
+QPalette MakePalette(const SkinColors& colors);
+std::unique_ptr<QStyle> MakeStyle(Skin skin);
+
+/// Called by `SetSkin` and `SetScheme`.
+void SkinChanged();
+/// What the desktop asked for when our palette was not yet set; false without an application.
+bool DesktopIsDark();
+
+} // namespace zetui::skins

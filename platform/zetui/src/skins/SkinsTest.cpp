@@ -1,0 +1,274 @@
+#include <zetui/skins/Skins.h>
+
+#include <initializer_list>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionSlider>
+#include <zetui/controls/ButtonComponents.h>
+#include <zetui/pixmill/Pixmill.h>
+
+#include "pixmill/QtConversions.h"
+#include "skins/SkinIcons.h"
+#include "skins/SkinStyle.h"
+#include "testing/WindowsFixture.h"
+
+namespace zetui::skins {
+namespace {
+
+class Skins : public WindowsFixture
+{};
+
+TEST_F(Skins, TheHostChoosesSkinAndScheme)
+{
+    SetSkin(Skin::Classic);
+    EXPECT_EQ(GetSkin(), Skin::Classic);
+    EXPECT_FALSE(IsRunningV7OrBeyond());
+    SetSkin(Skin::V7);
+    EXPECT_TRUE(IsRunningV7OrBeyond());
+    SetScheme(Scheme::Dark);
+    EXPECT_TRUE(IsDark());
+    SetScheme(Scheme::Light);
+    EXPECT_FALSE(IsDark());
+}
+
+TEST_F(Skins, ColoursAndFontsFollowTheChoice)
+{
+    for (const bool dark : {false, true}) {
+        SetScheme(dark ? Scheme::Dark : Scheme::Light);
+        for (const Skin skin : {Skin::Classic, Skin::V7}) {
+            SetSkin(skin);
+            EXPECT_EQ(utilities::GetDefaultTextColor(), ColorsOf(skin, dark).text);
+            EXPECT_EQ(utilities::GetDefaultTextDisabledColor(), ColorsOf(skin, dark).disabledText);
+        }
+        EXPECT_EQ(ui::GetColor(324), ColorsOf(Skin::Classic, dark).sectionOutline);
+        EXPECT_EQ(ui::GetColor(-1), ColorsOf(Skin::Classic, dark).text);
+        EXPECT_EQ(design::GetTableColor(ui::GetDefaultThemeProvider(), {}, 2, false, {}),
+                  ColorsOf(Skin::V7, dark).tableOutline);
+        EXPECT_EQ(design::GetTableColor(nullptr, {}, 77, false, {}), ColorsOf(Skin::V7, dark).text);
+    }
+    EXPECT_FALSE(ui::GetFontName(0).empty());
+    EXPECT_EQ(pixmill::ValidateFontName(ui::GetFontName(0)), ui::GetFontName(0));
+    for (const Skin skin : {Skin::Classic, Skin::V7}) {
+        SetSkin(skin);
+        EXPECT_GE(ui::GetFontSize(0), 11);
+        EXPECT_GT(ui::GetFontSize(1), ui::GetFontSize(0));
+        EXPECT_EQ(ui::GetFontSize(99), ui::GetFontSize(0));
+    }
+}
+
+TEST_F(Skins, AnApplicationThatIsOursWearsTheSkinAndFollowsTheChoice)
+{
+    for (const Skin skin : {Skin::Classic, Skin::V7})
+        for (const Scheme scheme : {Scheme::Dark, Scheme::Light}) {
+            SetSkin(skin);
+            SetScheme(scheme);
+            EXPECT_EQ(QApplication::palette().color(QPalette::Window), pixmill::ToQt(CurrentColors().window));
+            EXPECT_EQ(QApplication::font().pixelSize(), static_cast<int>(ui::GetFontSize(0)));
+        }
+}
+
+TEST_F(Skins, TheDesktopsSchemeIsFollowedAlsoWhenItChanges)
+{
+    SetScheme(Scheme::FollowDesktop);
+    EXPECT_FALSE(IsDark());
+    RemoveSkin();
+    QPalette night;
+    night.setColor(QPalette::Window, Qt::black);
+    night.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(night);
+    EXPECT_TRUE(IsDark());
+    ApplySkin(*qobject_cast<QApplication*>(QCoreApplication::instance()));
+    EXPECT_TRUE(IsDark());
+    EXPECT_EQ(QApplication::palette().color(QPalette::Window),
+              pixmill::ToQt(ColorsOf(Skin::V7, true).window));
+
+    // The desktop of these tests is bright.
+    QWidget window;
+    QEvent changed(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(&window, &changed);
+    EXPECT_TRUE(WaitUntil([] { return !IsDark(); }));
+    EXPECT_EQ(QApplication::palette().color(QPalette::Window),
+              pixmill::ToQt(ColorsOf(Skin::V7, false).window));
+}
+
+TEST_F(Skins, AHostsOwnLookStaysAndOnlyOurWindowsAreDressed)
+{
+    RemoveSkin();
+    SetScheme(Scheme::Dark);
+    const QPalette hosts = QApplication::palette();
+    EXPECT_NE(hosts.color(QPalette::Window), pixmill::ToQt(CurrentColors().window));
+
+    QWidget window;
+    QPushButton early(&window);
+    DressWindow(window);
+    auto* const late = new QWidget(&window);
+    auto* const inLate = new QPushButton(late);
+    window.show();
+    for (const QWidget* const widget :
+         {&window, static_cast<QWidget*>(&early), late, static_cast<QWidget*>(inLate)}) {
+        EXPECT_EQ(widget->style(), window.style());
+        EXPECT_EQ(widget->palette().color(QPalette::Window), pixmill::ToQt(CurrentColors().window));
+    }
+    EXPECT_NE(window.style(), QApplication::style());
+    EXPECT_EQ(QApplication::palette(), hosts);
+}
+
+TEST_F(Skins, TakingASkinOffGivesTheApplicationItsLookBack)
+{
+    const QString ours = QApplication::style()->name();
+    RemoveSkin();
+    RemoveSkin();
+    const QPalette palette = QApplication::palette();
+    const QFont font = QApplication::font();
+    ApplySkin(*qobject_cast<QApplication*>(QCoreApplication::instance()));
+    EXPECT_NE(QApplication::font(), font);
+    RemoveSkin();
+    EXPECT_EQ(QApplication::palette(), palette);
+    EXPECT_EQ(QApplication::font(), font);
+}
+
+/// In each skin and scheme.
+class SkinLook : public WindowsFixture, public ::testing::WithParamInterface<std::tuple<Skin, Scheme>>
+{
+  protected:
+    SkinLook() : WindowsFixture(std::get<0>(GetParam())) { SetScheme(std::get<1>(GetParam())); }
+
+    /// Pixels that differ so much between two pictures that people see it.
+    static int VisibleDifference(const QImage& one, const QImage& other)
+    {
+        int count = 0;
+        for (int y = 0; y < one.height(); ++y)
+            for (int x = 0; x < one.width(); ++x)
+                count += ContrastRatio(ColorAt(one, x, y), ColorAt(other, x, y)) >= 2;
+        return count;
+    }
+    static pixmill::Color ColorAt(const QImage& image, int x, int y)
+    {
+        const QRgb pixel = image.pixel(x, y);
+        return {static_cast<std::uint8_t>(qRed(pixel)), static_cast<std::uint8_t>(qGreen(pixel)),
+                static_cast<std::uint8_t>(qBlue(pixel)), 255};
+    }
+};
+
+TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
+{
+    QWidget window;
+    QHBoxLayout row(&window);
+    QPushButton elsewhere, accent(QStringLiteral("OK")), plain(QStringLiteral("Add")),
+        outlined(QStringLiteral("Cancel")), quiet(QStringLiteral("Quiet"));
+    accent.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Accent));
+    plain.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
+    outlined.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Negative));
+    quiet.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
+    quiet.setProperty(kQuietProperty, true);
+    QCheckBox unchecked, checked, labelled(QStringLiteral("Rescan"));
+    checked.setChecked(true);
+    QLineEdit field;
+    for (QWidget* const widget : std::initializer_list<QWidget*>{
+             &elsewhere, &accent, &plain, &outlined, &quiet, &unchecked, &checked, &labelled, &field})
+        row.addWidget(widget);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return window.isActiveWindow(); }));
+    for (QWidget* const widget : std::initializer_list<QWidget*>{&accent, &plain, &outlined, &quiet,
+                                                                 &unchecked, &checked, &labelled, &field}) {
+        elsewhere.setFocus(Qt::TabFocusReason);
+        const QImage without = widget->grab().toImage();
+        widget->setFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(widget->hasFocus());
+        // About the outline of the smallest thing that has a focus, the box of a check box.
+        EXPECT_GE(VisibleDifference(without, widget->grab().toImage()), 30)
+            << widget->metaObject()->className();
+    }
+}
+
+TEST_P(SkinLook, ButtonsThatCannotBePressedLookSo)
+{
+    QPushButton button(QStringLiteral("Scan for Plug-Ins"));
+    button.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Accent));
+    const QImage enabled = button.grab().toImage();
+    button.setEnabled(false);
+    EXPECT_GT(VisibleDifference(enabled, button.grab().toImage()), 20);
+}
+
+TEST_P(SkinLook, CheckBoxesShowTheirThreeStates)
+{
+    QCheckBox box;
+    box.setTristate(true);
+    std::vector<QImage> pictures;
+    for (const Qt::CheckState state : {Qt::Unchecked, Qt::PartiallyChecked, Qt::Checked}) {
+        box.setCheckState(state);
+        pictures.push_back(box.grab().toImage());
+    }
+    EXPECT_GT(VisibleDifference(pictures[0], pictures[1]), 20);
+    EXPECT_GT(VisibleDifference(pictures[0], pictures[2]), 20);
+    EXPECT_GT(VisibleDifference(pictures[1], pictures[2]), 5);
+}
+
+TEST_P(SkinLook, TheWholeScrollBarScrolls)
+{
+    QScrollBar bar(Qt::Vertical);
+    bar.setRange(0, 1000);
+    bar.setPageStep(100);
+    bar.resize(bar.sizeHint().width(), 220);
+    const auto part = [&bar](QStyle::SubControl control) {
+        QStyleOptionSlider option;
+        option.initFrom(&bar);
+        option.orientation = Qt::Vertical;
+        option.minimum = bar.minimum();
+        option.maximum = bar.maximum();
+        option.pageStep = bar.pageStep();
+        option.sliderPosition = bar.value();
+        return bar.style()->subControlRect(QStyle::CC_ScrollBar, &option, control, &bar);
+    };
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSlider).top(), 0);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSlider).height(), 28) << "never too small to be caught";
+    bar.setValue(1000);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSlider).bottom(), 219);
+    bar.setValue(500);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSubPage).height(), 96);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarAddPage).height(), 96);
+    bar.setRange(0, 0);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSlider), QRect(0, 0, bar.width(), 220));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SkinLook,
+                         ::testing::Combine(::testing::Values(Skin::Classic, Skin::V7),
+                                            ::testing::Values(Scheme::Light, Scheme::Dark)),
+                         [](const auto& parameters) {
+                             return std::string(std::get<0>(parameters.param) == Skin::Classic ? "Classic"
+                                                                                               : "V7") +
+                                    (std::get<1>(parameters.param) == Scheme::Dark ? "Dark" : "Light");
+                         });
+
+TEST_F(Skins, V7ControlsAre24PixelsHigh)
+{
+    EXPECT_EQ(QPushButton(QStringLiteral("Scan")).sizeHint().height(), 24);
+    EXPECT_EQ(QLineEdit().sizeHint().height(), 24);
+}
+
+TEST_F(Skins, EveryIconDrawsSomethingOfItsOwn)
+{
+    std::vector<QImage> pictures;
+    for (const char* const name :
+         {"add", "remove", "reset", "ok", "cancel", "search", "clear", "note", "caution", "stop"}) {
+        const QImage picture = MakeIcon(name).pixmap(32, 32).toImage();
+        ASSERT_EQ(picture.size(), QSize(32, 32)) << name;
+        for (const QImage& other : pictures)
+            EXPECT_NE(picture, other) << name;
+        pictures.push_back(picture);
+    }
+    EXPECT_TRUE(MakeIcon("unknown").isNull());
+}
+
+} // namespace
+} // namespace zetui::skins

@@ -1,0 +1,12 @@
+#include "testing/ThisModule.h"
+
+#include <windows.h>
+
+namespace zetui {
+
+utility::ModuleHandle ThisModule()
+{
+    return ::GetModuleHandleW(nullptr);
+}
+
+} // namespace zetui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace zetui::ui {
+
+struct ArchiveValue;
+
+/// The pairs of a `prop.list`, in file order; keys are unique.
+struct ArchiveList
+{
+    std::vector<std::pair<std::string, ArchiveValue>> pairs;
+
+    const ArchiveValue* Find(std::string_view key) const noexcept;
+};
+
+/// One typed value of a layout archive.
+struct ArchiveValue
+{
+    std::variant<bool, std::int64_t, double, std::string, ArchiveList> value;
+    /// Where it stands in the file, from 1.
+    int line = 0;
+};
+
+/// What bounds an archive; beyond them it is refused.
+inline constexpr std::size_t largestArchive = std::size_t{4} << 20;
+inline constexpr int deepestArchiveList = 512;
+inline constexpr std::size_t longestArchiveText = 16384;
+
+/// Names the resource and, from 1, the line.
+[[noreturn]] void ThrowArchiveError(const std::string& resourceName, int line, const std::string& problem);
+
+/// The list in the root of a property map, version 4. Throws `archive_error`.
+ArchiveList ParseArchive(std::string_view xml, const std::string& resourceName);
+
+} // namespace zetui::ui

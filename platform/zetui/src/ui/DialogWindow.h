@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QDialog>
+
+namespace zetui::ui {
+
+/// The window of an archived dialog. It decides nothing: what the user does goes to the functions.
+class DialogWindow : public QDialog
+{
+  public:
+    explicit DialogWindow(QWidget* parent);
+
+    /// Return, wherever the focus is, unless the control there takes it.
+    std::function<void()> confirmed;
+    /// Escape, and the window's close button.
+    std::function<void()> cancelled;
+    std::function<void()> sizeChanged;
+
+    void reject() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+};
+
+/// The nodes' widgets below this one that Tab stops at, as they are read: from the top down, and in a row
+/// from left to right.
+std::vector<QWidget*> ReadingOrder(const QWidget& parent);
+void ArrangeTabOrder(const QWidget& parent);
+
+} // namespace zetui::ui

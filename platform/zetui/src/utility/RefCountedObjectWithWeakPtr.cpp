@@ -1,0 +1,35 @@
+#include <zetui/utility/RefCountedObjectWithWeakPtr.h>
+
+namespace zetui::utility {
+
+struct RefCountedObjectWithWeakPtr::WeakTarget
+{
+    /// Null from the moment the last reference is given up.
+    RefCountedObjectWithWeakPtr* object;
+};
+
+RefCountedObjectWithWeakPtr::~RefCountedObjectWithWeakPtr()
+{
+    // For objects that nobody ever referred to, whose constructor failed, for example.
+    RefCountedObjectWithWeakPtr::BeforeDeletion();
+}
+
+RefCountedObjectWithWeakPtr::WeakKey RefCountedObjectWithWeakPtr::GetWeakKey()
+{
+    if (!weakKey)
+        weakKey = std::make_shared<WeakTarget>(WeakTarget{IsBeingDeleted() ? nullptr : this});
+    return weakKey;
+}
+
+IntrusivePtr<RefCountedObjectWithWeakPtr> RefCountedObjectWithWeakPtr::Lock(const WeakKey& key)
+{
+    return key ? key->object : nullptr;
+}
+
+void RefCountedObjectWithWeakPtr::BeforeDeletion() noexcept
+{
+    if (weakKey)
+        weakKey->object = nullptr;
+}
+
+} // namespace zetui::utility

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "dialog/PluginListEntry.h"
+
+namespace zetaudiopluginhostui {
+
+/// What the find box keeps in the list: texts in which its own occurs, the letters "A" to "Z" being equal to
+/// "a" to "z" and every other unit to itself only. An empty find text is in every text. Main thread.
+class FindMatch
+{
+  public:
+    explicit FindMatch(std::wstring_view findText);
+
+    bool OccursIn(std::wstring_view text) const;
+    /// Looks into the Name, then the Path, then the Version.
+    bool Keeps(const PluginListEntry& entry) const;
+
+  private:
+    std::wstring folded;
+};
+
+} // namespace zetaudiopluginhostui

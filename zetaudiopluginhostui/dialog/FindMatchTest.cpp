@@ -1,0 +1,68 @@
+#include "dialog/FindMatch.h"
+
+#include <gtest/gtest.h>
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::TechnologyType;
+
+TEST(FindMatch, FoldsTheLettersAToZOnBothSidesAndNothingElse)
+{
+    struct Case
+    {
+        const wchar_t* find;
+        const wchar_t* text;
+        bool occurs;
+    };
+    for (const Case& each : {Case{L"", L"", true},
+                             {L"", L"anything", true},
+                             {L"a", L"", false},
+                             {L"vst", L"/usr/lib/VST3/a", true},
+                             {L"VST", L"/usr/lib/vst3/a", true},
+                             {L"vSt3", L"VsT3", true},
+                             {L"vst3 ", L"VST3", false},
+                             {L"reverb", L"Hall Reverb", true},
+                             {L"aab", L"aaab", true},
+                             {L"longer than the text", L"text", false},
+                             {L"\u00c9", L"\u00c9cho", true},
+                             {L"\u00c9", L"\u00e9cho", false},
+                             {L"\u00e9", L"\u00c9cho", false},
+                             {L"\u00e9CHO", L"\u00e9cho", true},
+                             {L"\u0416", L"\u0436", false},
+                             {L"[", L"{", false},
+                             {L"@", L"`", false},
+                             {L"1.0", L"1.0.2", true}}) {
+        EXPECT_EQ(FindMatch(each.find).OccursIn(each.text), each.occurs) << each.find << L" in " << each.text;
+    }
+}
+
+TEST(FindMatch, LooksIntoNamePathAndVersionButNotIntoTypeAndStatus)
+{
+    const PluginLocator locator(TechnologyType::VST, L"/folder/file.so");
+    const auto info = std::make_shared<zetaudiofilterhost::PluginModuleInfo>(locator);
+    info->SetName(L"Reverb");
+    info->SetVersionString(L"3.7");
+    const PluginListEntry working{locator, info};
+    const PluginListEntry banned{locator, nullptr};
+    struct Case
+    {
+        const wchar_t* find;
+        bool keepsWorking, keepsBanned;
+    };
+    for (const Case& each : {Case{L"", true, true},
+                             {L"reverb", true, false},
+                             {L"FOLDER", true, true},
+                             {L"file", true, true},
+                             {L"3.7", true, false},
+                             {L"-", false, true},
+                             {L"vst", false, false},
+                             {L"working", false, false}}) {
+        EXPECT_EQ(FindMatch(each.find).Keeps(working), each.keepsWorking) << each.find;
+        EXPECT_EQ(FindMatch(each.find).Keeps(banned), each.keepsBanned) << each.find;
+    }
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,74 @@
+// What a screen reader finds in the manager dialog.
+#include <QAccessible>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using DialogAccessibility = DialogFixture;
+
+QAccessibleInterface& Accessible(QWidget& widget)
+{
+    QAccessibleInterface* const found = QAccessible::queryAccessibleInterface(&widget);
+    if (!found)
+        throw std::runtime_error("a screen reader does not see it");
+    return *found;
+}
+
+std::string Name(QAccessibleInterface& interface)
+{
+    return interface.text(QAccessible::Name).toStdString();
+}
+
+TEST_F(DialogAccessibility, TheListTellsItsTitlesItsCellsAndItsCheckboxes)
+{
+    AddPlugin(L"Chorus", L"/a/1.so", L"2.0");
+    AddPlugin(L"Delay", L"/a/2.so")->SetEnabled(false);
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    QAccessibleInterface& list = Accessible(WidgetOf(PluginList()));
+    EXPECT_EQ(list.role(), QAccessible::Table);
+    QAccessibleTableInterface* const table = list.tableInterface();
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->rowCount(), 3);
+    EXPECT_EQ(table->columnCount(), 6);
+    const char* const titles[] = {"Enabled", "Name", "Type", "Status", "Version", "Path"};
+    for (int column = 0; column < 6; ++column)
+        EXPECT_EQ(table->columnDescription(column).toStdString(), titles[column]);
+    EXPECT_EQ(Name(*table->cellAt(0, 1)), "Chorus");
+    EXPECT_EQ(Name(*table->cellAt(0, 3)), "Working");
+    EXPECT_EQ(Name(*table->cellAt(0, 4)), "2.0");
+    EXPECT_EQ(Name(*table->cellAt(1, 0)), "Disabled");
+    EXPECT_EQ(Name(*table->cellAt(2, 1)), "bad.so");
+    EXPECT_EQ(Name(*table->cellAt(2, 3)), "Not Working");
+
+    QAccessibleInterface& checkbox = Accessible(WidgetOf(*CheckboxOf(L"Chorus")));
+    EXPECT_EQ(checkbox.role(), QAccessible::CheckBox);
+    EXPECT_EQ(Name(checkbox), "Enable Chorus");
+    EXPECT_TRUE(checkbox.state().checked);
+    EXPECT_FALSE(Accessible(WidgetOf(*CheckboxOf(L"Delay"))).state().checked);
+    EXPECT_TRUE(Accessible(WidgetOf(*CheckboxOf(L"bad.so"))).state().disabled);
+    EXPECT_EQ(Accessible(WidgetOf(*ReloadButtonOf(L"bad.so"))).role(), QAccessible::Button);
+}
+
+TEST_F(DialogAccessibility, EveryControlHasAName)
+{
+    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+        zetui::skins::SetSkin(skin);
+        OpenDialog();
+        for (const char* const id :
+             {ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton, ids::kAddDirectoryButton,
+              ids::kRemoveDirectoryButton, ids::kDefaultDirectoriesButton, ids::kOKButton, ids::kCancelButton,
+              ids::kRescanExisting, ids::kSeparateProcess, ids::kFindTextEdit, ids::kPluginList,
+              ids::kDirectoryList})
+            EXPECT_NE(Name(Accessible(WidgetOf(Node<zetui::ui::UI_Node>(id)))), "") << id;
+        CloseDialog();
+    }
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

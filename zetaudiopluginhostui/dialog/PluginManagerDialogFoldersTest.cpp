@@ -1,0 +1,150 @@
+// The folder list of the manager dialog and its commands.
+#include <QTableView>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <zetcore/config/ClientName.h>
+#include <zettesting/TemporaryFolder.h>
+
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using zettesting::ToWide;
+using zetui::ui::UI_Node;
+
+class FolderCommands : public DialogFixture
+{
+  protected:
+    FolderCommands() { std::filesystem::create_directory(real); }
+
+    static void AddFolders(const std::vector<std::wstring>& paths)
+    {
+        TheRegistry().GetPluginTechnology(2)->AddPluginDirectories(paths);
+    }
+    void ClickFolder(int place, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+        const QPoint middle = view.visualRect(view.model()->index(place, 0)).center();
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, middle);
+        HandleEvents();
+    }
+    bool CanRemove() const { return Node<UI_Node>(ids::kRemoveDirectoryButton).UI_IsEnabled(); }
+
+    const std::filesystem::path real = folder / "plug-ins";
+};
+
+TEST_F(FolderCommands, TheListShowsTheVstFoldersInTheirOrder)
+{
+    AddFolders({L"/second", L"/first"});
+    TheRegistry().GetPluginTechnology(3)->AddPluginDirectories({L"/of another technology"});
+    OpenDialog();
+    EXPECT_THAT(Folders(), ElementsAre(L"/second", L"/first"));
+    AddFolders({L"/third"});
+    EXPECT_THAT(Folders(), ElementsAre(L"/second", L"/first", L"/third"));
+}
+
+TEST_F(FolderCommands, CancellingTheChooserChangesNothing)
+{
+    AddFolders({L"/first"});
+    OpenDialog();
+    Press(ids::kAddDirectoryButton);
+    EXPECT_THAT(shown->choosers, ElementsAre(L"Choose a Plug-In Folder:"));
+    EXPECT_THAT(Folders(), ElementsAre(L"/first"));
+    EXPECT_THAT(VstFolders(), ElementsAre(L"/first"));
+    EXPECT_TRUE(shown->alerts.empty());
+}
+
+TEST_F(FolderCommands, ChoosingAFolderThatIsGoneChangesNothing)
+{
+    OpenDialog();
+    shown->chosenFolder = ToWide(real);
+    shown->onChoose = [this] { std::filesystem::remove(real); };
+    Press(ids::kAddDirectoryButton);
+    EXPECT_EQ(shown->choosers.size(), 1u);
+    EXPECT_THAT(VstFolders(), IsEmpty());
+    EXPECT_TRUE(shown->alerts.empty());
+}
+
+TEST_F(FolderCommands, AChosenFolderIsAddedOnceHoweverOftenItIsChosen)
+{
+    OpenDialog();
+    shown->chosenFolder = ToWide(real);
+    Press(ids::kAddDirectoryButton);
+    EXPECT_THAT(Folders(), ElementsAre(ToWide(real)));
+    shown->chosenFolder = ToWide(real) + L"/";
+    Press(ids::kAddDirectoryButton);
+    EXPECT_THAT(Folders(), ElementsAre(ToWide(real)));
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide(real)));
+}
+
+TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOnes)
+{
+    AddFolders({L"/one", L"/two", L"/three"});
+    OpenDialog();
+    EXPECT_FALSE(CanRemove());
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(VstFolders().size(), 3u) << "nothing is selected";
+    ClickFolder(0);
+    EXPECT_TRUE(CanRemove());
+    ClickFolder(2, Qt::ControlModifier);
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_THAT(Folders(), ElementsAre(L"/two"));
+    EXPECT_THAT(VstFolders(), ElementsAre(L"/two"));
+    EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
+}
+
+TEST_F(FolderCommands, AClickBelowTheRowsDeselectsThemAndDisablesRemove)
+{
+    AddFolders({L"/one"});
+    OpenDialog();
+    ClickFolder(0);
+    ASSERT_TRUE(CanRemove());
+    auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(20, view.viewport()->height() - 2));
+    HandleEvents();
+    EXPECT_FALSE(CanRemove());
+}
+
+TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
+{
+    zetcore::config::SetClientName(L"Studio");
+    AddFolders({L"/my own"});
+    OpenDialog();
+    shown->answer = 64;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_THAT(VstFolders(), ElementsAre(L"/my own"));
+    ASSERT_EQ(shown->questions.size(), 1u);
+    const auto& question = shown->questions.front();
+    EXPECT_EQ(question.title, "Studio");
+    EXPECT_EQ(question.message,
+              "Resetting the application's VST Plug-In folder settings to the default will delete any custom "
+              "folders that have been specified. Do you want to continue?");
+    EXPECT_EQ(question.buttonSet, 80);
+    EXPECT_EQ(question.defaultButton, 64);
+    EXPECT_EQ(question.icon, 2);
+
+    shown->answer = 16;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_EQ(shown->questions.size(), 2u);
+    EXPECT_THAT(VstFolders(), ::testing::Not(::testing::Contains(L"/my own")));
+    EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
+    EXPECT_EQ(Folders(), VstFolders());
+    zetcore::config::SetClientName(L"zetaudiopluginmanager");
+}
+
+TEST_F(FolderCommands, DefaultWithoutFoldersResetsAtOnceWithoutAsking)
+{
+    OpenDialog();
+    ASSERT_THAT(Folders(), IsEmpty());
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_TRUE(shown->questions.empty());
+    EXPECT_THAT(Folders(), ::testing::Not(IsEmpty()));
+    EXPECT_EQ(Folders(), VstFolders());
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,313 @@
+// The plug-in list of the manager dialog.
+#include <cmath>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
+
+#include "dialog/CellDrawing.h"
+#include "dialog/PluginListText.h"
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using zetui::ui::UI_Node;
+
+class PluginListView : public DialogFixture
+{
+  protected:
+    float Width(unsigned column) const { return PluginList().GetHeaderRow()->GetColumnWidth(column); }
+    /// At the right edge of the column's title.
+    void FitByDoubleClick(unsigned column) const
+    {
+        QHeaderView& header = *dynamic_cast<QTableView&>(WidgetOf(PluginList())).horizontalHeader();
+        const int section = static_cast<int>(column) - 1;
+        const QPoint edge(header.sectionViewportPosition(section) + header.sectionSize(section) - 1,
+                          header.height() / 2);
+        QTest::mouseMove(header.viewport(), edge);
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, edge);
+        QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, edge);
+        HandleEvents();
+    }
+    void EnterIntoFindBox(const QString& text) const
+    {
+        FindBox().setFocus();
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QApplication::sendEvent(&FindBox(), &event);
+        HandleEvents();
+    }
+    bool IsEnabled(const char* id) const { return Node<UI_Node>(id).UI_IsEnabled(); }
+    /// Where the name's cell is in the list.
+    QPoint CellOf(const std::wstring& name, unsigned column) const
+    {
+        auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
+        const auto names = Names();
+        const int place = static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
+        return view.visualRect(view.model()->index(place, static_cast<int>(column) - 1)).center();
+    }
+    QWidget& Viewport() const { return *dynamic_cast<QTableView&>(WidgetOf(PluginList())).viewport(); }
+};
+
+TEST_F(PluginListView, IsEmptyWithColumnsAtTheirMinimumsForAnEmptyRegistryAndNoBannedPlugins)
+{
+    OpenDialog();
+    EXPECT_EQ(PluginList().GetRowCount(), 0);
+    EXPECT_EQ(Width(kColumnName), 140);
+    EXPECT_EQ(Width(kColumnStatus), 70);
+    EXPECT_EQ(Width(kColumnVersion), 70);
+    EXPECT_EQ(Width(kColumnPath), 240);
+    EXPECT_EQ(Width(kColumnEnabled), 80);
+    EXPECT_EQ(Width(kColumnType), 70);
+    FitByDoubleClick(kColumnPath);
+    EXPECT_LT(Width(kColumnPath), 100) << "the best fit of an empty list is 0, which leaves the title";
+}
+
+TEST_F(PluginListView, FitsColumnsToTheirWidestTextsAndTheReloadButton)
+{
+    const std::wstring name = L"A plug-in whose name is far wider than the column would be otherwise";
+    AddPlugin(name, L"/a/1.so");
+    AddPlugin(L"B", L"/a/2.so");
+    const auto textWidth = [](const std::wstring& text) {
+        return std::trunc(zetui::pixmill::GetTextWidth(GetCellFont(), text));
+    };
+    OpenDialog();
+    EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
+    EXPECT_FLOAT_EQ(Width(kColumnStatus), std::max(70.0F, textWidth(L"Working") + 6 + 1));
+    CloseDialog();
+    Ban(L"/a/3.so");
+    OpenDialog();
+    EXPECT_FLOAT_EQ(Width(kColumnStatus), textWidth(L"Not Working") + 6 + 1 +
+                                              ReloadButtonOf(L"3.so")->UI_GetLocalRectF(true).width + 4);
+    FitByDoubleClick(kColumnName);
+    EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
+}
+
+TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPluginAlways)
+{
+    const auto both = AddPlugin(L"Both", L"/a/both.so");
+    both->SetHasAnySynth(true);
+    const auto synth = AddPlugin(L"Synth", L"/a/synth.so");
+    synth->SetHasAnyNonSynthEffect(false);
+    synth->SetHasAnySynth(true);
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    EXPECT_THAT(Names(), ElementsAre(L"Both", L"Synth", L"bad.so"));
+    CloseDialog();
+    zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(false);
+    OpenDialog();
+    EXPECT_THAT(Names(), ElementsAre(L"Both", L"bad.so"));
+    TypeIntoFindBox("both");
+    EXPECT_THAT(Names(), ElementsAre(L"Both"));
+}
+
+TEST_F(PluginListView, FindTextIsFoundInNamePathAndVersionWhateverTheCaseOfItsLatinLetters)
+{
+    AddPlugin(L"One", L"/plugins/VST3/one.so");
+    AddPlugin(L"Two", L"/plugins/other/two.so", L"7.5");
+    Ban(L"/plugins/vst2/bad.so");
+    OpenDialog();
+    TypeIntoFindBox("vst");
+    EXPECT_THAT(Names(), ElementsAre(L"One", L"bad.so"));
+    FindBox().clear();
+    TypeIntoFindBox("TWO");
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+    FindBox().clear();
+    TypeIntoFindBox("7.5");
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+    FindBox().clear();
+    TypeIntoFindBox("-");
+    EXPECT_THAT(Names(), ElementsAre(L"bad.so")) << "the version of a banned plug-in";
+    TypeIntoFindBox("x");
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(PluginListView, AnAccentedCapitalInTheFindTextMatchesOnlyItself)
+{
+    AddPlugin(L"\u00c9cho", L"/a/1.so");
+    AddPlugin(L"\u00e9cho", L"/a/2.so");
+    OpenDialog();
+    EnterIntoFindBox(QString::fromStdWString(L"\u00c9CH"));
+    EXPECT_THAT(Names(), ElementsAre(L"\u00c9cho"));
+}
+
+TEST_F(PluginListView, ABannedRowSaysSoAndSortsWithTheDisabledOnes)
+{
+    AddPlugin(L"On", L"/a/1.so");
+    AddPlugin(L"Off", L"/a/2.so")->SetEnabled(false);
+    Ban(L"/a/0 bad.so");
+    settings.sortColumn = kColumnEnabled;
+    settings.sortAscending = true;
+    OpenDialog();
+    EXPECT_THAT(Names(), ElementsAre(L"Off", L"0 bad.so", L"On"));
+    EXPECT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working", L"Not Working", L"Working"));
+    EXPECT_THAT(ColumnTexts(kColumnVersion), ElementsAre(L"1.0", L"-", L"1.0"));
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/2.so", L"/a/0 bad.so", L"/a/1.so"));
+    EXPECT_THAT(ColumnTexts(kColumnEnabled), ElementsAre(L"Disabled", L"Disabled", L"Enabled"));
+}
+
+TEST_F(PluginListView, TheStatusOfABannedRowHasATooltipWithTheReasonAndNoOtherCellHas)
+{
+    AddPlugin(L"Good", L"/a/1.so");
+    Ban(L"/a/bad.so", "It divided by zero.");
+    OpenDialog();
+    const auto tooltip = [this](int row, unsigned column) {
+        const auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
+        return view.model()->index(row, static_cast<int>(column) - 1).data(Qt::ToolTipRole).toString();
+    };
+    EXPECT_TRUE(tooltip(1, kColumnStatus).contains("It divided by zero."))
+        << tooltip(1, kColumnStatus).toStdString();
+    EXPECT_TRUE(tooltip(1, kColumnStatus).contains("Banned: 20"));
+    EXPECT_EQ(tooltip(1, kColumnPath), "");
+    EXPECT_EQ(tooltip(0, kColumnStatus), "");
+}
+
+TEST_F(PluginListView, TogglingACheckboxChangesTheRegistryAtOnce)
+{
+    const auto one = AddPlugin(L"One", L"/a/1.so");
+    const auto two = AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    PressAt(*CheckboxOf(L"Two"), 7, 7);
+    EXPECT_TRUE(one->IsEnabled());
+    EXPECT_FALSE(two->IsEnabled());
+    EXPECT_FALSE(CheckboxOf(L"Two")->IsChecked());
+    PressAt(*CheckboxOf(L"Two"), 7, 7);
+    EXPECT_TRUE(two->IsEnabled());
+}
+
+TEST_F(PluginListView, WithoutAnyModuleRecordEnableAllAndDisableAllAreDisabled)
+{
+    OpenDialog();
+    EXPECT_FALSE(IsEnabled(ids::kEnableAllButton));
+    EXPECT_FALSE(IsEnabled(ids::kDisableAllButton));
+    CloseDialog();
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    EXPECT_FALSE(IsEnabled(ids::kEnableAllButton)) << "banned plug-ins do not count";
+    EXPECT_FALSE(IsEnabled(ids::kDisableAllButton));
+    CloseDialog();
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    TypeIntoFindBox("nothing has this name");
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_TRUE(IsEnabled(ids::kEnableAllButton)) << "rows that are not shown count";
+    EXPECT_TRUE(IsEnabled(ids::kDisableAllButton));
+}
+
+TEST_F(PluginListView, DisableAllAndEnableAllReachThePluginsThatTheListDoesNotShow)
+{
+    const auto one = AddPlugin(L"One", L"/a/1.so");
+    const auto two = AddPlugin(L"Two", L"/a/2.so");
+    const auto synth = AddPlugin(L"Synth", L"/a/3.so");
+    synth->SetHasAnyNonSynthEffect(false);
+    zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(false);
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    TypeIntoFindBox("one");
+    ASSERT_THAT(Names(), ElementsAre(L"One"));
+    Press(ids::kDisableAllButton);
+    for (const auto& info : {one, two, synth})
+        EXPECT_FALSE(info->IsEnabled());
+    EXPECT_THAT(Names(), ElementsAre(L"One"));
+    EXPECT_FALSE(CheckboxOf(L"One")->IsChecked());
+    Press(ids::kEnableAllButton);
+    for (const auto& info : {one, two, synth})
+        EXPECT_TRUE(info->IsEnabled());
+    EXPECT_TRUE(CheckboxOf(L"One")->IsChecked());
+}
+
+TEST_F(PluginListView, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    auto row = RowOf(L"One");
+    const auto wasFilledAgain = [&] {
+        const auto now = RowOf(L"One");
+        return std::exchange(row, now) != now;
+    };
+    TypeIntoFindBox("o");
+    EXPECT_TRUE(wasFilledAgain());
+    QTest::keyClick(&FindBox(), Qt::Key_Backspace);
+    EXPECT_TRUE(wasFilledAgain());
+    QTest::keyClick(&FindBox(), Qt::Key_Left);
+    EXPECT_FALSE(wasFilledAgain());
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_FALSE(wasFilledAgain()) << "leaving the box commits the text that is there already";
+    TypeIntoFindBox("on");
+    EXPECT_TRUE(wasFilledAgain());
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_FALSE(wasFilledAgain());
+    TheRegistry().GetPluginInfosChangedSignal()();
+    EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
+}
+
+TEST_F(PluginListView, AFillByTheFindTextGoesToTheTopAndOneByEnableAllStays)
+{
+    AddManyPlugins(100);
+    OpenDialog();
+    PluginList().ScrollToRow(PluginList().GetRowAt(99).get());
+    HandleEvents();
+    Press(ids::kDisableAllButton);
+    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(99).get()));
+    TypeIntoFindBox("plugin");
+    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
+}
+
+TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    PluginList().GetHeaderRow()->SetColumnWidth(kColumnName, 333);
+    TypeIntoFindBox("o");
+    Press(ids::kDisableAllButton);
+    EXPECT_EQ(Width(kColumnName), 333);
+}
+
+TEST_F(PluginListView, TheColumnsSortTheirOwnTextsAlsoWhenMoved)
+{
+    AddPlugin(L"B", L"/a/1.so", L"2.10");
+    AddPlugin(L"a", L"/b/2.so", L"2.9");
+    OpenDialog();
+    PluginList().GetHeaderRow()->MoveColumn(kColumnPath, 1);
+    PluginList().GetHeaderRow()->SetSortDirection(true);
+    const auto sortedBy = [this](unsigned column) {
+        PluginList().GetHeaderRow()->SetSortColumn(column);
+        PluginList().SortTree();
+        return PluginList().GetRowAt(0);
+    };
+    const auto first = sortedBy(kColumnPath);
+    EXPECT_NE(sortedBy(kColumnName), first);
+    EXPECT_NE(sortedBy(kColumnVersion), first);
+    EXPECT_EQ(sortedBy(kColumnPath), first);
+}
+
+TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)
+{
+    const auto info = AddPlugin(L"One", L"/a/1.so");
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"One", kColumnName));
+    HandleEvents();
+    EXPECT_EQ(PluginList().GetSelectedCellOfSelectedRow(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(PluginList())) << "a cell without control";
+    QTest::keyClick(&WidgetOf(PluginList()), Qt::Key_Left);
+    HandleEvents();
+    ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_FALSE(info->IsEnabled());
+    PluginList().SelectCell(RowOf(L"bad.so").get(), kStatusCell);
+    HandleEvents();
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*ReloadButtonOf(L"bad.so")));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

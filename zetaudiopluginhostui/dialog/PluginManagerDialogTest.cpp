@@ -1,0 +1,201 @@
+// How the manager dialog is put together, and what it remembers.
+#include "dialog/PluginManagerDialog.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <zetcore/debug/DebugDatabase.h>
+
+#include "dialog/PluginListText.h"
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::ElementsAre;
+using zetcore::debug::DebugDatabase;
+using zetui::controls::UI_Checkbox;
+using zetui::controls::UI_TextButton;
+using zetui::ui::UI_Node;
+
+constexpr char showSeparateProcess[] = "AudioPluginManager.ShowExternalCheckBox";
+
+using DialogAssembly = DialogFixture;
+using DialogAssemblyV7 = V7DialogFixture;
+
+struct ToolStripFrames
+{
+    UI_Node::RectF strip, checkbox, label, findBox;
+};
+
+ToolStripFrames FramesOf(const PluginManagerDialog& dialog)
+{
+    const auto checkbox = dialog.GetNodeForID(ids::kSeparateProcess);
+    return {checkbox->UI_GetParentNode()->UI_GetLocalRectF(true), checkbox->UI_GetLocalRectF(true),
+            dialog.GetNodeForID(ids::kFindStaticText)->UI_GetLocalRectF(true),
+            dialog.GetNodeForID(ids::kFindTextEdit)->UI_GetLocalRectF(true)};
+}
+
+TEST_F(DialogAssembly, EveryControlIsFoundInBothSkins)
+{
+    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+        zetui::skins::SetSkin(skin);
+        OpenDialog();
+        for (const char* const id : {ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton,
+                                     ids::kAddDirectoryButton, ids::kRemoveDirectoryButton,
+                                     ids::kDefaultDirectoriesButton, ids::kOKButton, ids::kCancelButton})
+            EXPECT_NO_THROW(Node<UI_TextButton>(id)) << id;
+        EXPECT_NO_THROW(Node<BoxView>(ids::kPluginTreeSection));
+        EXPECT_NO_THROW(Node<PluginMultiColumnTree>(ids::kPluginList));
+        EXPECT_NO_THROW(Node<zetui::controls::UI_SearchBox>(ids::kFindTextEdit));
+        EXPECT_FALSE(dialog->GetNodeForID(ids::kEnableVST2Shell));
+        EXPECT_EQ(Window().windowTitle(), "Audio Plug-In Manager");
+        CloseDialog();
+    }
+}
+
+TEST_F(DialogAssembly, WithoutTheSwitchSeparateProcessIsHiddenAndCheckedAndTheFilterWidensToTheLeft)
+{
+    DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
+    OpenDialog();
+    ASSERT_TRUE(Node<UI_Checkbox>(ids::kSeparateProcess).UI_IsShown());
+    const ToolStripFrames before = FramesOf(*dialog);
+    CloseDialog();
+    for (const char* const entry : {"", "True", "1", "false"}) {
+        if (*entry)
+            DebugDatabase::Instance().SetEntry(showSeparateProcess, entry);
+        else
+            DebugDatabase::Instance().Reset();
+        OpenDialog();
+        EXPECT_FALSE(Node<UI_Checkbox>(ids::kSeparateProcess).UI_IsShown()) << entry;
+        EXPECT_TRUE(Node<UI_Checkbox>(ids::kSeparateProcess).IsChecked()) << entry;
+        const ToolStripFrames after = FramesOf(*dialog);
+        EXPECT_EQ(after.checkbox, before.checkbox);
+        EXPECT_FLOAT_EQ(after.strip.width, before.strip.width - before.checkbox.width);
+        EXPECT_FLOAT_EQ(after.label.left, before.checkbox.left);
+        EXPECT_FLOAT_EQ(after.findBox.left, before.findBox.left - before.checkbox.width);
+        EXPECT_FLOAT_EQ(after.findBox.width, before.findBox.width + before.checkbox.width);
+        CloseDialog();
+    }
+}
+
+TEST_F(DialogAssembly, WithTheSwitchSeparateProcessIsShownAndCheckedAndCanBeUnchecked)
+{
+    DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
+    OpenDialog();
+    auto& checkbox = Node<UI_Checkbox>(ids::kSeparateProcess);
+    EXPECT_TRUE(WidgetOf(checkbox).isVisible());
+    EXPECT_TRUE(checkbox.IsChecked());
+    PressAt(checkbox, 7, 7);
+    EXPECT_FALSE(checkbox.IsChecked());
+}
+
+TEST_F(DialogAssembly, TheListOpensSortedByTheSavedColumnAndDirection)
+{
+    AddPlugin(L"Delay", L"/a/1.so");
+    AddPlugin(L"Chorus", L"/a/2.so");
+    AddPlugin(L"Echo", L"/a/3.so");
+    settings.sortColumn = kColumnName;
+    settings.sortAscending = true;
+    OpenDialog();
+    EXPECT_THAT(Names(), ElementsAre(L"Chorus", L"Delay", L"Echo"));
+    CloseDialog();
+    settings.sortAscending = false;
+    OpenDialog();
+    EXPECT_THAT(Names(), ElementsAre(L"Echo", L"Delay", L"Chorus"));
+    CloseDialog();
+    EXPECT_EQ(settings.sortColumn, kColumnName);
+    EXPECT_FALSE(settings.sortAscending);
+}
+
+TEST_F(DialogAssembly, WithoutASavedColumnTheListKeepsItsOwnOrder)
+{
+    AddPlugin(L"Delay", L"/a/1.so");
+    AddPlugin(L"Chorus", L"/a/2.so");
+    AddPlugin(L"Echo", L"/a/3.so");
+    Ban(L"/a/0 banned.so");
+    settings.sortAscending = true;
+    OpenDialog();
+    EXPECT_EQ(PluginList().GetHeaderRow()->GetSortColumn(), 0u);
+    EXPECT_THAT(Names(), ElementsAre(L"Delay", L"Chorus", L"Echo", L"0 banned.so"));
+    CloseDialog();
+    EXPECT_EQ(settings.sortColumn, 0u);
+}
+
+TEST_F(DialogAssembly, TheRemoveFolderButtonStartsDisabled)
+{
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/somewhere"});
+    OpenDialog();
+    EXPECT_FALSE(Node<UI_TextButton>(ids::kRemoveDirectoryButton).UI_IsEnabled());
+    EXPECT_TRUE(Node<UI_TextButton>(ids::kAddDirectoryButton).UI_IsEnabled());
+}
+
+TEST_F(DialogAssembly, CannotBeResizedBelow400By400)
+{
+    OpenDialog();
+    Resize(100, 100);
+    EXPECT_EQ(Window().size(), QSize(400, 400));
+    dialog->UI_SetGlobalStructureRect({0, 0, 399, 1}, false);
+    EXPECT_EQ(dialog->UI_GetGlobalStructureRect().width, 400);
+    EXPECT_EQ(dialog->UI_GetGlobalStructureRect().height, 400);
+}
+
+TEST_F(DialogAssembly, RemembersTheRescanChoiceAndTheSortWhateverTheResult)
+{
+    AddPlugin(L"Delay", L"/a/1.so");
+    OpenDialog();
+    EXPECT_FALSE(Node<UI_Checkbox>(ids::kRescanExisting).IsChecked());
+    PressAt(Node<UI_Node>(ids::kRescanExisting), 7, 7);
+    auto& header = *dynamic_cast<QTableView&>(WidgetOf(PluginList())).horizontalHeader();
+    const QPoint pathTitle(header.sectionViewportPosition(5) + 30, header.height() / 2);
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, pathTitle);
+    CloseDialog();
+    EXPECT_TRUE(settings.rescanExisting);
+    EXPECT_EQ(settings.sortColumn, kColumnPath);
+    EXPECT_TRUE(settings.sortAscending);
+
+    OpenDialog();
+    EXPECT_TRUE(Node<UI_Checkbox>(ids::kRescanExisting).IsChecked());
+    EXPECT_EQ(PluginList().GetHeaderRow()->GetSortColumn(), kColumnPath);
+    Node<UI_Checkbox>(ids::kRescanExisting).SetValue(UI_Checkbox::kMixed);
+    CloseDialog();
+    EXPECT_FALSE(settings.rescanExisting) << "neither on nor off counts as off";
+}
+
+TEST_F(DialogAssembly, OnceItIsGoneNothingReachesItAnyMore)
+{
+    AddPlugin(L"Delay", L"/a/1.so");
+    OpenDialog();
+    const Ptr<UI_TextButton> scan(&Node<UI_TextButton>(ids::kUpdateButton));
+    const Ptr<UI_TextButton> defaults(&Node<UI_TextButton>(ids::kDefaultDirectoriesButton));
+    CloseDialog();
+    TheRegistry().GetPluginInfosChangedSignal()();
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/somewhere"});
+    scan->Click();
+    defaults->Click();
+    HandleEvents();
+    EXPECT_EQ(shown->progressDialogs, 0);
+    EXPECT_TRUE(shown->questions.empty());
+    EXPECT_THAT(VstFolders(), ElementsAre(L"/somewhere"));
+}
+
+TEST_F(DialogAssembly, TheSearchBoxExplainsItselfAndIsNamedForScreenReaders)
+{
+    OpenDialog();
+    EXPECT_EQ(FindBox().placeholderText(), "Filter plug-ins");
+    EXPECT_EQ(FindBox().accessibleName(), "Filter plug-ins");
+}
+
+TEST_F(DialogAssemblyV7, ButtonsOfAnIconsSizeAreNamedByTheirTexts)
+{
+    OpenDialog();
+    EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kAddDirectoryButton)).accessibleName(), "Add...");
+    EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kRemoveDirectoryButton)).accessibleName(), "Remove");
+    EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kDefaultDirectoriesButton)).accessibleName(), "Default");
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

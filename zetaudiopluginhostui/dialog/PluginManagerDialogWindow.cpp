@@ -1,0 +1,52 @@
+// Size, keyboard and focus of the manager dialog.
+#include "dialog/PluginManagerDialog.h"
+#include "dialog/ToolStripFit.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+constexpr int tabKey = 9;
+
+} // namespace
+
+void PluginManagerDialog::UI_SizeChanged(const RectF& bounds)
+{
+    UI_ArchivedDialog::UI_SizeChanged(bounds);
+    if (pluginTreeSection) {
+        const RectF section = pluginTreeSection->UI_GetLocalRectF(false);
+        for (const auto& button : {enableAllButton, disableAllButton}) {
+            if (!button)
+                continue;
+            const RectF onScreen = button->UI_LocalToGlobalF(button->UI_GetLocalRectF(false));
+            button->UI_Show(EndsInside(pluginTreeSection->UI_GlobalToLocalF(onScreen), section));
+        }
+    }
+    const zetui::ui::UI_SubView* const strip =
+        separateProcessCheckbox ? separateProcessCheckbox->UI_GetParentNode() : nullptr;
+    if (!strip)
+        return;
+    const RectF stripFrame = strip->UI_GetLocalRectF(true);
+    if (findStaticText)
+        findStaticText->UI_Show(BeginsBehind(findStaticText->UI_GetLocalRectF(true), stripFrame));
+    if (findTextEdit)
+        findTextEdit->UI_Show(BeginsBehind(findTextEdit->UI_GetLocalRectF(true), stripFrame));
+}
+
+bool PluginManagerDialog::UI_DoPreKeyboardEvent(zetui::ui::UI_Node* target,
+                                                const zetui::ui::KeyboardEvent& event)
+{
+    if (!pluginList || !pluginList->UI_HasKeyboardFocus(false) || event.GetOSCode() != tabKey)
+        return false;
+    return pluginList->UI_DoKeyboardEvent(target, event);
+}
+
+PluginManagerDialog::Response PluginManagerDialog::RunModal()
+{
+    const auto firstFocusNode = GetFirstFocusNode();
+    if (firstFocusNode)
+        firstFocusNode->UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
+    return UI_ArchivedDialog::RunModal();
+}
+
+} // namespace zetaudiopluginhostui

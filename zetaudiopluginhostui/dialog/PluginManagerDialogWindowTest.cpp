@@ -1,0 +1,176 @@
+// Size, keyboard and focus of the manager dialog.
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using zetui::ui::UI_Node;
+
+class DialogWindow : public DialogFixture
+{
+  protected:
+    bool IsShown(const char* id) const { return Node<UI_Node>(id).UI_IsShown(); }
+    bool FitsIntoItsSection(const char* id) const
+    {
+        const QWidget& button = WidgetOf(Node<UI_Node>(id));
+        const QWidget& section = WidgetOf(Node<UI_Node>(ids::kPluginTreeSection));
+        return button.mapTo(&section, QPoint(button.width(), 0)).x() < section.width();
+    }
+    bool IsBehindTheStrip(const char* id) const
+    {
+        const auto strip = Node<UI_Node>(ids::kSeparateProcess).UI_GetParentNode()->UI_GetLocalRectF(true);
+        return strip.left + strip.width < Node<UI_Node>(id).UI_GetLocalRectF(true).left;
+    }
+};
+using DialogKeyboard = DialogWindow;
+
+TEST_F(DialogWindow, NarrowingHidesDisableAllWhenItCrossesTheSectionsEdgeAndEnableAllLater)
+{
+    OpenDialog();
+    ASSERT_TRUE(IsShown(ids::kEnableAllButton));
+    ASSERT_TRUE(IsShown(ids::kDisableAllButton));
+    int withoutDisableAll = 0;
+    int withoutEnableAll = 0;
+    for (int width = Window().width(); width >= 400; --width) {
+        Resize(width, 450);
+        ASSERT_EQ(IsShown(ids::kEnableAllButton), FitsIntoItsSection(ids::kEnableAllButton)) << width;
+        ASSERT_EQ(IsShown(ids::kDisableAllButton), FitsIntoItsSection(ids::kDisableAllButton)) << width;
+        if (!IsShown(ids::kDisableAllButton) && withoutDisableAll == 0)
+            withoutDisableAll = width;
+        if (!IsShown(ids::kEnableAllButton) && withoutEnableAll == 0)
+            withoutEnableAll = width;
+    }
+    EXPECT_GT(withoutEnableAll, 0);
+    EXPECT_GT(withoutDisableAll, withoutEnableAll);
+    Resize(900, 450);
+    EXPECT_TRUE(IsShown(ids::kEnableAllButton));
+    EXPECT_TRUE(IsShown(ids::kDisableAllButton));
+}
+
+TEST_F(DialogWindow, WithSeparateProcessHiddenTheFilterShowsWhileItBeginsBehindThatCheckboxsStrip)
+{
+    OpenDialog();
+    ASSERT_FALSE(IsShown(ids::kSeparateProcess));
+    bool wasHidden = false;
+    bool labelWasShown = false;
+    for (const int width : {1400, 1200, 1000, 900, 800, 750, 700, 650, 600, 500, 400, 1400}) {
+        Resize(width, 450);
+        ASSERT_EQ(IsShown(ids::kFindTextEdit), IsBehindTheStrip(ids::kFindTextEdit)) << width;
+        ASSERT_EQ(IsShown(ids::kFindStaticText), IsBehindTheStrip(ids::kFindStaticText)) << width;
+        wasHidden = wasHidden || !IsShown(ids::kFindTextEdit);
+        labelWasShown = labelWasShown || IsShown(ids::kFindStaticText);
+    }
+    EXPECT_TRUE(wasHidden);
+    EXPECT_TRUE(labelWasShown);
+    EXPECT_TRUE(IsShown(ids::kFindTextEdit));
+}
+
+TEST_F(DialogWindow, TheListsGrowWithTheWindow)
+{
+    OpenDialog();
+    const QSize plugins = WidgetOf(PluginList()).size();
+    const QSize folders = WidgetOf(FolderList()).size();
+    const QSize window = Window().size();
+    Resize(window.width() + 200, window.height() + 100);
+    EXPECT_EQ(WidgetOf(PluginList()).size(), plugins + QSize(200, 100));
+    EXPECT_EQ(WidgetOf(FolderList()).size(), folders + QSize(200, 0));
+}
+
+TEST_F(DialogKeyboard, TabInTheListGoesToTheList)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    QWidget& list = WidgetOf(PluginList());
+    PluginList().UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
+    QTest::keyClick(&list, Qt::Key_Down);
+    HandleEvents();
+    ASSERT_TRUE(PluginList().UI_HasKeyboardFocus(false));
+    QTest::keyClick(&list, Qt::Key_Tab);
+    HandleEvents();
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
+    EXPECT_TRUE(PluginList().UI_HasKeyboardFocus(true));
+}
+
+TEST_F(DialogKeyboard, TabElsewhereMovesTheFocusAsUsual)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    QWidget& scan = WidgetOf(Node<UI_Node>(ids::kUpdateButton));
+    scan.setFocus();
+    QTest::keyClick(&scan, Qt::Key_Tab);
+    HandleEvents();
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(Node<UI_Node>(ids::kRescanExisting)));
+}
+
+TEST_F(DialogKeyboard, OnlyTabInTheFocusedListIsHandedOn)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    const zetui::ui::KeyboardEvent tab(9, false, false, false);
+    const zetui::ui::KeyboardEvent space(' ', false, false, false);
+    FindBox().setFocus();
+    EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(nullptr, tab));
+    PluginList().UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
+    PluginList().SelectRow(PluginList().GetRowAt(0).get(), true);
+    EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(&PluginList(), space));
+    EXPECT_TRUE(dialog->UI_DoPreKeyboardEvent(&PluginList(), tab));
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
+}
+
+TEST_F(DialogKeyboard, ControlFGoesToTheFindBoxWhileItShows)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    QWidget& list = WidgetOf(PluginList());
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(FindBox().hasFocus());
+    Resize(400, 400);
+    ASSERT_FALSE(IsShown(ids::kFindTextEdit));
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_FALSE(FindBox().hasFocus());
+}
+
+TEST_F(DialogKeyboard, TheModalRunStartsWithTheFocusOnTheFirstNode)
+{
+    MakeDialog();
+    dialog->SetFirstFocusNode(&Node<UI_Node>(ids::kRescanExisting));
+    QWidget* focused = nullptr;
+    QTimer::singleShot(0, &Window(), [&] {
+        EXPECT_TRUE(WaitUntil([] { return QApplication::focusWidget() != nullptr; }));
+        focused = QApplication::focusWidget();
+        QTest::keyClick(&Window(), Qt::Key_Escape);
+    });
+    EXPECT_EQ(dialog->RunModal(), zetui::dialogs::UI_DialogViewContainer::kCancel);
+    EXPECT_EQ(focused, &WidgetOf(Node<UI_Node>(ids::kRescanExisting)));
+}
+
+TEST_F(DialogKeyboard, ReturnIsOKAndTheButtonsCloseWithTheirResults)
+{
+    using zetui::dialogs::UI_DialogViewContainer;
+    const auto resultOf = [this](const std::function<void()>& act) {
+        QTimer::singleShot(0, &Window(), [this, act] {
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+            act();
+        });
+        return dialog->RunModal();
+    };
+    MakeDialog();
+    EXPECT_EQ(resultOf([this] { QTest::keyClick(&FindBox(), Qt::Key_Return); }), UI_DialogViewContainer::kOK);
+    EXPECT_EQ(resultOf([this] { Press(ids::kOKButton); }), UI_DialogViewContainer::kOK);
+    EXPECT_EQ(resultOf([this] { Press(ids::kCancelButton); }), UI_DialogViewContainer::kCancel);
+    EXPECT_EQ(resultOf([this] { Window().close(); }), UI_DialogViewContainer::kCancel);
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,169 @@
+#include "module/CrashRecovery.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/config/ClientName.h>
+#include <zetcore/config/Localizer.h>
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/IPlatformByteStream.h>
+#include <zetcore/string/Utf.h>
+#include <zetui/dialogs/messagebox.h>
+
+#include "module/ModuleResources.h"
+#include "module/PreferenceAccessError.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+namespace filesupport = zetcore::filesupport;
+using filesupport::File;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::BannedPluginManager;
+
+constexpr std::string_view nameToken = "@PLUGINNAME";
+constexpr char messageKey[] =
+    "$$$/AudioPluginManager/PluginScanError=An error occurred when scanning the plug-in '@PLUGINNAME' that "
+    "caused Sondrel to shut down. This plug-in has been disabled and will be omitted from future scans until "
+    "it is manually enabled in Sondrel's Audio Plug-In Manager dialog.";
+constexpr char banReason[] = "brought the host down when it was scanned in the host's own process";
+/// No locator is as long as this; reading ends here whatever the marker has become.
+constexpr std::uint64_t longestMarker = std::uint64_t{1} << 20;
+
+File InPrefDir(const std::wstring& name)
+{
+    return {filesupport::Dir::PrefDir(), name};
+}
+
+std::string UnsupportedListResource()
+{
+    const auto* const resources = GetModuleResources();
+    if (!resources)
+        return {};
+    const auto bytes = resources->LoadResource("UnsupportedAudioPlugIns", "xml");
+    return {bytes.begin(), bytes.end()};
+}
+
+/// What the user may want to repair is not overwritten; where it cannot be renamed, the writing that follows
+/// tells the user.
+void KeepAsideUnlessEmpty(const File& file)
+{
+    try {
+        if (file.Exists() && file.Size() > 0)
+            filesupport::FileUtils::KeepAside(file);
+    } catch (const filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, "CrashRecovery", error.what());
+    }
+}
+
+/// Empty for an empty marker; a marker that is too long to be one comes back cut.
+std::string ReadMarker(const File& marker)
+{
+    const auto stream = filesupport::IPlatformByteStream::OpenForReading(marker);
+    std::string text(static_cast<std::size_t>(std::min(stream->Length(), longestMarker)), '\0');
+    std::size_t size = 0;
+    while (size < text.size()) {
+        const std::size_t count = stream->ReadBlock(text.data() + size, text.size() - size);
+        if (count == 0)
+            break;
+        size += count;
+    }
+    text.resize(size);
+    return text;
+}
+
+} // namespace
+
+std::string InsertPluginName(std::string_view message, std::string_view name)
+{
+    std::string result;
+    std::size_t from = 0;
+    for (std::size_t at = message.find(nameToken); at != std::string_view::npos;
+         at = message.find(nameToken, from)) {
+        result.append(message.substr(from, at - from)).append(name);
+        from = at + nameToken.size();
+    }
+    return result.append(message.substr(from));
+}
+
+CrashRecovery::CrashRecovery(const zetui::pixmill::SupplierInterface* drawingSupplier, HWND parentWindow)
+    : supplier(drawingSupplier), parent(parentWindow)
+{}
+
+void CrashRecovery::Run()
+{
+    LoadUnsupportedList();
+    BannedPluginManager::GetInstance()->LoadConfiguration(
+        InPrefDir(BannedPluginManager::GetSettingsFileName()));
+    ActOnMarker();
+    PluginModuleInfoManager::GetInstance()->LoadConfiguration(
+        InPrefDir(PluginModuleInfoManager::GetSettingsFileName()));
+}
+
+void CrashRecovery::LoadUnsupportedList()
+{
+    const File file = InPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName());
+    if (BannedPluginManager::GetInstance()->LoadStaticConfiguration(file))
+        return;
+    KeepAsideUnlessEmpty(file);
+    TryChanging([&file] {
+        filesupport::FileUtils::SimpleWriteStringToFile(file.FullPath(), UnsupportedListResource());
+    });
+    BannedPluginManager::GetInstance()->LoadStaticConfiguration(file);
+}
+
+void CrashRecovery::ActOnMarker()
+{
+    const File marker = AudioPluginScan::GetLastScannedPluginPath();
+    if (!marker.Exists())
+        return;
+    const PluginLocator plugin = PluginLocator::FromString(zetcore::string::UTF8to16(ReadMarker(marker)));
+    if (!plugin.GetPath().empty())
+        BanAndNotify(plugin);
+    TryChanging([&marker] { marker.Delete(); });
+}
+
+void CrashRecovery::BanAndNotify(const PluginLocator& plugin)
+{
+    TryChanging([&plugin] {
+        BannedPluginManager* const banned = BannedPluginManager::GetInstance();
+        banned->AddBannedPlugin(plugin, banReason);
+        banned->SaveConfiguration(InPrefDir(BannedPluginManager::GetSettingsFileName()));
+    });
+    NotifyUser(plugin);
+}
+
+void CrashRecovery::NotifyUser(const PluginLocator& plugin)
+{
+    const std::wstring name = PluginModuleInfoManager::GetInstance()->GetDisplayStringForLocator(plugin);
+    const std::string message = InsertPluginName(zetcore::config::Localizer::Get().Localize(messageKey),
+                                                 zetcore::string::UTF16to8(name));
+    zetui::dialogs::messagebox::ShowCaution(supplier, zetcore::config::GetClientName(),
+                                            zetcore::string::UTF8to16(message),
+                                            zetui::ui::WindowVariant(parent));
+}
+
+/// Changes a preferences file, or tells the user at once that it cannot be.
+template<typename Change>
+void CrashRecovery::TryChanging(Change change)
+{
+    try {
+        change();
+    } catch (const filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, "CrashRecovery", error.what());
+        if (!accessErrorShown)
+            ShowPreferenceAccessCaution(supplier, parent);
+        accessErrorShown = true;
+    }
+}
+
+} // namespace zetaudiopluginhostui

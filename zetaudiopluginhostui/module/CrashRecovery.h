@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetui/pixmill/SupplierInterface.h>
+#include <zetui/ui/WindowVariant.h>
+
+namespace zetaudiopluginhostui {
+
+/// The message with every "@PLUGINNAME" replaced by the name; what has been inserted is not searched again.
+/// UTF-8. Any thread.
+std::string InsertPluginName(std::string_view message, std::string_view name);
+
+/// The check at start-up: loads the lists and the registry, and bans the plug-in that the last scan's marker
+/// names. That the preferences folder cannot be written is told to the user once a check; the check goes on.
+/// Main thread.
+class CrashRecovery
+{
+  public:
+    /// The supplier is not owned; null is allowed for both.
+    CrashRecovery(const zetui::pixmill::SupplierInterface* supplier, HWND parent);
+
+    /// In this order: unsupported list, banned list, marker, registry. Throws `file_exception` when an
+    /// existing file cannot be read.
+    void Run();
+
+  private:
+    void LoadUnsupportedList();
+    void ActOnMarker();
+    void BanAndNotify(const zetaudiofilterhost::PluginLocator& plugin);
+    void NotifyUser(const zetaudiofilterhost::PluginLocator& plugin);
+    template<typename Change>
+    void TryChanging(Change change);
+
+    const zetui::pixmill::SupplierInterface* supplier;
+    HWND parent;
+    bool accessErrorShown = false;
+};
+
+} // namespace zetaudiopluginhostui

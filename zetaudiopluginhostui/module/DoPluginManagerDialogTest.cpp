@@ -1,0 +1,324 @@
+#include <functional>
+#include <optional>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginManager.h>
+#include <zetaudiopluginhostui/Module.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/threads/MainThread.h>
+#include <zetcore/utility/NullPtrException.h>
+#include <zettesting/HostFixture.h>
+#include <zetui/ui/Application.h>
+
+#include "testing/RecordingPresentation.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
+using Bounds = zetcore::geom::RectT<int>;
+
+/// A host that opens the manager; what its user does there is posted before, and driven by real events.
+class DoPluginManagerDialog : public zettesting::HostFixture
+{
+  protected:
+    DoPluginManagerDialog() : platform("QT_QPA_PLATFORM", "offscreen")
+    {
+        registry.Reset();
+        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+        EXPECT_TRUE(zetui::ui::InitializeWindows());
+        shown.emplace();
+        Initialize();
+    }
+    ~DoPluginManagerDialog() override
+    {
+        Terminate();
+        shown.reset();
+        zetui::ui::TerminateWindows();
+        registry.Reset();
+        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+    }
+
+    /// Opens the manager, lets the user act, and returns the manager's answer.
+    bool Run(std::function<void(QWidget&)> user)
+    {
+        UserActs(std::move(user));
+        return AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr);
+    }
+    static void PressOk(QWidget& window) { QTest::keyClick(&window, Qt::Key_Return); }
+    static void PressCancel(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
+    static void Click(QWidget& window, const std::string& text)
+    {
+        for (QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
+            if (button->text().remove('&').toStdString() == text ||
+                button->accessibleName().toStdString() == text) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+        ADD_FAILURE() << "there is no button " << text;
+    }
+    static std::function<void(QWidget&)> DisableAllAnd(void (*end)(QWidget&))
+    {
+        return [end](QWidget& window) {
+            Click(window, "Disable All");
+            end(window);
+        };
+    }
+
+    /// A registry with two plug-ins, in memory and in the file.
+    void SaveTwoPlugins()
+    {
+        for (const wchar_t* path : {L"/plugins/one.so", L"/plugins/two.so"})
+            registry.AddModule(std::make_shared<PluginModuleInfo>(PluginLocator{TechnologyType::VST, path}));
+        Vst().SetPluginDirectories({L"/plugins"});
+        registry.SaveConfiguration(File(), true);
+    }
+    zetcore::filesupport::File File() const
+    {
+        return zetcore::filesupport::File(zettesting::ToWide(configuration));
+    }
+    zetaudiofilterhost::PluginTechnology& Vst() const
+    {
+        return *registry.GetPluginTechnology(TechnologyType::VST);
+    }
+    std::vector<std::wstring> Folders() const { return {Vst().DirectoryBegin(), Vst().DirectoryEnd()}; }
+    std::vector<bool> EnabledFlags() const
+    {
+        std::vector<bool> flags;
+        for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
+            flags.push_back((*info)->IsEnabled());
+        return flags;
+    }
+    void MakePrefsUnwritable() const
+    {
+        zettesting::WriteAll(folder / "file", "");
+        zetcore::filesupport::Dir::SetPrefDir(zettesting::ToWide(folder / "file" / "prefs"));
+    }
+
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+    const std::filesystem::path configuration = prefs / PluginModuleInfoManager::GetSettingsFileName();
+    AudioPluginManagerSettings settings;
+    std::optional<RecordingPresentation> shown;
+
+  private:
+    /// Waits, by posting itself again, until the window is there.
+    static void UserActs(std::function<void(QWidget&)> user)
+    {
+        zetcore::threads::AsyncCallFromMainThread(
+            [user = std::move(user)]() mutable {
+                QWidget* const window = QApplication::activeModalWidget();
+                if (window && window->isVisible()) {
+                    // It takes its final place when it has been shown.
+                    QCoreApplication::processEvents();
+                    user(*window);
+                } else {
+                    UserActs(std::move(user));
+                }
+            },
+            0);
+    }
+
+    zettesting::ScopedEnvironment platform;
+};
+
+TEST_F(DoPluginManagerDialog, OkWithoutAnyChangeReturnsFalse)
+{
+    SaveTwoPlugins();
+    const std::string before = zettesting::ReadAll(configuration);
+    EXPECT_FALSE(Run(PressOk));
+    EXPECT_EQ(zettesting::ReadAll(configuration), before);
+}
+
+TEST_F(DoPluginManagerDialog, OkAfterAChangeSavesItAndReturnsTrue)
+{
+    SaveTwoPlugins();
+    const std::string before = zettesting::ReadAll(configuration);
+    EXPECT_TRUE(Run(DisableAllAnd(PressOk)));
+    EXPECT_NE(zettesting::ReadAll(configuration), before);
+    registry.Reset();
+    registry.LoadConfiguration(File());
+    EXPECT_THAT(EnabledFlags(), ElementsAre(false, false));
+}
+
+TEST_F(DoPluginManagerDialog, OkAfterAChangeBackReturnsFalse)
+{
+    SaveTwoPlugins();
+    EXPECT_FALSE(Run([](QWidget& window) {
+        Click(window, "Disable All");
+        Click(window, "Enable All");
+        PressOk(window);
+    }));
+}
+
+TEST_F(DoPluginManagerDialog, CancelAfterChangesReturnsFalseAndTheRegistryEqualsTheFile)
+{
+    SaveTwoPlugins();
+    const std::string before = zettesting::ReadAll(configuration);
+    EXPECT_FALSE(Run([&](QWidget& window) {
+        Click(window, "Disable All");
+        EXPECT_THAT(EnabledFlags(), ElementsAre(false, false));
+        Vst().AddPluginDirectories({L"/another"});
+        registry.RemovePluginLocators({{TechnologyType::VST, L"/plugins/two.so"}});
+        PressCancel(window);
+    }));
+    EXPECT_THAT(EnabledFlags(), ElementsAre(true, true));
+    EXPECT_THAT(Folders(), ElementsAre(L"/plugins"));
+    EXPECT_EQ(zettesting::ReadAll(configuration), before);
+}
+
+TEST_F(DoPluginManagerDialog, ClosingTheWindowIsCancel)
+{
+    SaveTwoPlugins();
+    EXPECT_FALSE(Run(DisableAllAnd([](QWidget& window) { window.close(); })));
+    EXPECT_THAT(EnabledFlags(), ElementsAre(true, true));
+}
+
+TEST_F(DoPluginManagerDialog, AfterOkEveryListenerRereadsTheList)
+{
+    SaveTwoPlugins();
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+    Run([&](QWidget& window) {
+        changes = 0;
+        PressOk(window);
+    });
+    EXPECT_EQ(changes, 1);
+    Run([&](QWidget& window) {
+        changes = 0;
+        PressCancel(window);
+    });
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(DoPluginManagerDialog, WithoutAConfigurationFileTheDefaultFoldersAreWrittenBeforeTheDialogOpens)
+{
+    registry.ResetToDefaultFolders();
+    const std::vector<std::wstring> defaults = Folders();
+    Vst().SetPluginDirectories({L"/mine"});
+    Run([&](QWidget& window) {
+        EXPECT_EQ(Folders(), defaults);
+        PluginModuleInfoManager loaded;
+        EXPECT_TRUE(File().Exists());
+        loaded.LoadConfiguration(File());
+        const auto vst = loaded.GetPluginTechnology(TechnologyType::VST);
+        EXPECT_EQ(std::vector<std::wstring>(vst->DirectoryBegin(), vst->DirectoryEnd()), defaults);
+        PressCancel(window);
+    });
+}
+
+TEST_F(DoPluginManagerDialog, AnExistingConfigurationKeepsItsFolders)
+{
+    SaveTwoPlugins();
+    Run(PressOk);
+    EXPECT_THAT(Folders(), ElementsAre(L"/plugins"));
+}
+
+TEST_F(DoPluginManagerDialog, EmptyBoundsLeaveTheDialogAtItsOwnSizeAndHoldTheRealFrameAfterwards)
+{
+    SaveTwoPlugins();
+    QRect own;
+    Run([&](QWidget& window) {
+        own = window.geometry();
+        PressCancel(window);
+    });
+    EXPECT_GE(own.width(), 400);
+    EXPECT_EQ(settings.dialogBounds, (Bounds{own.left(), own.top(), own.width(), own.height()}));
+
+    for (const Bounds& ignored : {Bounds{10, 20, 0, 500}, Bounds{10, 20, 500, 0}, Bounds{10, 20, -1, -1}}) {
+        settings.dialogBounds = ignored;
+        Run([&](QWidget& window) {
+            EXPECT_EQ(window.geometry(), own);
+            PressCancel(window);
+        });
+        EXPECT_EQ(settings.dialogBounds, (Bounds{own.left(), own.top(), own.width(), own.height()}));
+    }
+}
+
+TEST_F(DoPluginManagerDialog, SavedBoundsAreAppliedAndTheLastFrameComesBackWhateverTheResult)
+{
+    SaveTwoPlugins();
+    settings.dialogBounds = {30, 40, 750, 520};
+    Run([&](QWidget& window) {
+        EXPECT_EQ(window.geometry(), QRect(30, 40, 750, 520));
+        window.setGeometry(50, 60, 760, 530);
+        PressCancel(window);
+    });
+    EXPECT_EQ(settings.dialogBounds, (Bounds{50, 60, 760, 530}));
+    Run([&](QWidget& window) {
+        window.setGeometry(70, 80, 770, 540);
+        PressOk(window);
+    });
+    EXPECT_EQ(settings.dialogBounds, (Bounds{70, 80, 770, 540}));
+}
+
+TEST_F(DoPluginManagerDialog, RescanChoiceAndSortComeBackAndTheHostsFlagStays)
+{
+    SaveTwoPlugins();
+    settings.hostFlag = false;
+    settings.sortColumn = 2;
+    settings.sortAscending = false;
+    Run([&](QWidget& window) {
+        Click(window, "Rescan existing plug-ins");
+        PressCancel(window);
+    });
+    EXPECT_TRUE(settings.rescanExisting);
+    EXPECT_EQ(settings.sortColumn, 2u);
+    EXPECT_FALSE(settings.sortAscending);
+    EXPECT_FALSE(settings.hostFlag);
+}
+
+TEST_F(DoPluginManagerDialog, ASortColumnThatTheListDoesNotHaveDoesNoHarm)
+{
+    SaveTwoPlugins();
+    settings.sortColumn = 4000000000u;
+    settings.sortAscending = true;
+    EXPECT_FALSE(Run(PressOk));
+}
+
+TEST_F(DoPluginManagerDialog, APreferencesFolderThatCannotBeWrittenIsToldOnceAndAfterTheDialog)
+{
+    MakePrefsUnwritable();
+    registry.AddModule(
+        std::make_shared<PluginModuleInfo>(PluginLocator{TechnologyType::VST, L"/plugins/one.so"}));
+    EXPECT_FALSE(Run([&](QWidget& window) {
+        EXPECT_THAT(shown->calls, IsEmpty());
+        EXPECT_THAT(EnabledFlags(), ElementsAre(true)) << "the dialog works on the registry in memory";
+        shown->onAlert = [] { EXPECT_EQ(QApplication::activeModalWidget(), nullptr); };
+        Click(window, "Disable All");
+        PressOk(window);
+    }));
+    EXPECT_THAT(shown->calls, ElementsAre(StartsWith("caution ")));
+    EXPECT_THAT(EnabledFlags(), ElementsAre(false));
+}
+
+TEST_F(DoPluginManagerDialog, WhatCannotBeWrittenAtFirstIsToldAlsoWhenTheUserCancels)
+{
+    MakePrefsUnwritable();
+    EXPECT_FALSE(Run(PressCancel));
+    EXPECT_THAT(shown->calls, ElementsAre(StartsWith("caution ")));
+}
+
+TEST_F(DoPluginManagerDialog, BeforeInitializeThereIsANullPointerError)
+{
+    SaveTwoPlugins();
+    Terminate();
+    EXPECT_THROW(AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr),
+                 zetcore::utility::null_ptr_exception);
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <zetui/dialogs/ProgressPresentation.h>
+
+namespace zetaudiopluginhostui {
+
+/// Stands in front of the presentation in use while it lives: answers questions and choices as the test says
+/// and writes alerts down; progress dialogs are the real ones.
+class AnsweringPresentation
+{
+  public:
+    AnsweringPresentation()
+    {
+        const auto real = zetui::dialogs::GetPresentation();
+        zetui::dialogs::SetPresentation(std::make_shared<Front>(*this, real));
+        replaced = real;
+    }
+    ~AnsweringPresentation() { zetui::dialogs::SetPresentation(replaced); }
+    AnsweringPresentation(const AnsweringPresentation&) = delete;
+    AnsweringPresentation& operator=(const AnsweringPresentation&) = delete;
+
+    struct Alert
+    {
+        std::string title, message;
+        zetui::ui::WindowVariant parent;
+    };
+    std::vector<Alert> alerts;
+    std::vector<zetui::dialogs::Question> questions;
+    /// The titles of the folder choosers.
+    std::vector<std::wstring> choosers;
+    int progressDialogs = 0;
+    int answer = 0;
+    std::wstring chosenFolder;
+    /// Called while the chooser is open.
+    std::function<void()> onChoose;
+    /// Called for each alert.
+    std::function<void()> onAlert;
+
+  private:
+    class Front : public zetui::dialogs::Presentation
+    {
+      public:
+        Front(AnsweringPresentation& record, std::shared_ptr<zetui::dialogs::Presentation> realOne)
+            : owner(record), real(std::move(realOne))
+        {}
+        std::unique_ptr<zetui::dialogs::ProgressPresentation>
+        CreateProgress(zetui::ui::WindowVariant parent) override
+        {
+            ++owner.progressDialogs;
+            return real->CreateProgress(parent);
+        }
+        void ShowAlert(zetui::dialogs::AlertKind, const std::string& title, const std::string& message,
+                       zetui::ui::WindowVariant parent) override
+        {
+            owner.alerts.push_back({title, message, parent});
+            if (owner.onAlert)
+                owner.onAlert();
+        }
+        int Ask(const zetui::dialogs::Question& question, zetui::ui::WindowVariant) override
+        {
+            owner.questions.push_back(question);
+            return owner.answer;
+        }
+        std::wstring ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant) override
+        {
+            owner.choosers.push_back(title);
+            if (owner.onChoose)
+                owner.onChoose();
+            return owner.chosenFolder;
+        }
+
+      private:
+        AnsweringPresentation& owner;
+        std::shared_ptr<zetui::dialogs::Presentation> real;
+    };
+
+    std::shared_ptr<zetui::dialogs::Presentation> replaced;
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,242 @@
+#include "testing/DialogFixture.h"
+
+#include <chrono>
+#include <cwchar>
+#include <stdexcept>
+
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QTest>
+#include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
+#include <zetaudiopluginhostui/Module.h>
+#include <zetui/ui/Application.h>
+
+#include "dialog/PluginListText.h"
+#include "dialog/PluginManagerIds.h"
+#include "module/ModuleResources.h"
+
+namespace zetaudiopluginhostui {
+
+using zetaudiofilterhost::TechnologyType;
+
+namespace {
+
+void EmptyTheLists()
+{
+    zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
+    zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+    zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(true);
+}
+
+} // namespace
+
+DialogFixture::DialogFixture(zetui::skins::Skin skin)
+{
+    EmptyTheLists();
+    zetui::skins::SetSkin(skin);
+    zetui::skins::SetScheme(zetui::skins::Scheme::Light);
+    EXPECT_TRUE(zetui::ui::InitializeWindows());
+    shown = std::make_unique<AnsweringPresentation>();
+    Initialize();
+}
+
+DialogFixture::~DialogFixture()
+{
+    CloseDialog();
+    Terminate();
+    shown.reset();
+    zetui::ui::TerminateWindows();
+    zetui::skins::SetSkin(zetui::skins::Skin::V7);
+    zetui::skins::SetScheme(zetui::skins::Scheme::FollowDesktop);
+    EmptyTheLists();
+}
+
+DialogFixture::Info DialogFixture::AddPlugin(const std::wstring& name, const std::wstring& path,
+                                             const std::wstring& version)
+{
+    auto info = std::make_shared<zetaudiofilterhost::PluginModuleInfo>(Vst(path));
+    info->SetName(name);
+    info->SetVersionString(version);
+    info->SetHasAnyNonSynthEffect(true);
+    TheRegistry().AddModule(info);
+    return info;
+}
+
+DialogFixture::PluginLocator DialogFixture::Vst(const std::wstring& path)
+{
+    return {TechnologyType::VST, path};
+}
+
+DialogFixture::PluginLocator DialogFixture::Ban(const std::wstring& path, const std::string& reason)
+{
+    TheBanned().AddBannedPlugin(Vst(path), reason);
+    return Vst(path);
+}
+
+void DialogFixture::AddManyPlugins(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        wchar_t name[32];
+        std::swprintf(name, std::size(name), L"plugin%03d", i);
+        AddPlugin(name, std::wstring(L"/plugins/") + name + L".so");
+    }
+}
+
+std::vector<std::wstring> DialogFixture::VstFolders()
+{
+    const auto technology = TheRegistry().GetPluginTechnology(TechnologyType::VST);
+    return {technology->DirectoryBegin(), technology->DirectoryEnd()};
+}
+
+void DialogFixture::MakeDialog()
+{
+    dialog =
+        zetui::utility::MakeIntrusive<PluginManagerDialog>(nullptr, GetModuleResources(), settings, nullptr);
+}
+
+void DialogFixture::OpenDialog()
+{
+    MakeDialog();
+    dialog->UI_Show(true);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    HandleEvents();
+}
+
+void DialogFixture::CloseDialog()
+{
+    dialog = nullptr;
+    HandleEvents();
+}
+
+void DialogFixture::Resize(int width, int height)
+{
+    Window().resize(width, height);
+    HandleEvents();
+}
+
+void DialogFixture::HandleEvents()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+bool DialogFixture::WaitUntil(const std::function<bool()>& condition)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    return true;
+}
+
+QWidget& DialogFixture::WidgetOf(const zetui::ui::UI_Node& node)
+{
+    auto* const widget = static_cast<QWidget*>(node.NativeWidget());
+    if (!widget)
+        throw std::runtime_error("the control has no widget");
+    return *widget;
+}
+
+QWidget& DialogFixture::Window() const
+{
+    return *WidgetOf(*dialog->GetRootView()).window();
+}
+
+void DialogFixture::Press(const char* id) const
+{
+    Press(Node<zetui::ui::UI_Node>(id));
+}
+
+void DialogFixture::Press(const zetui::ui::UI_Node& node)
+{
+    const QPoint middle = WidgetOf(node).rect().center();
+    PressAt(node, middle.x(), middle.y());
+}
+
+void DialogFixture::PressAt(const zetui::ui::UI_Node& node, int x, int y)
+{
+    QTest::mouseClick(&WidgetOf(node), Qt::LeftButton, {}, QPoint(x, y));
+    HandleEvents();
+}
+
+QLineEdit& DialogFixture::FindBox() const
+{
+    return dynamic_cast<QLineEdit&>(WidgetOf(Node<zetui::ui::UI_Node>(ids::kFindTextEdit)));
+}
+
+void DialogFixture::TypeIntoFindBox(const std::string& text) const
+{
+    FindBox().setFocus();
+    QTest::keyClicks(&FindBox(), QString::fromStdString(text));
+    HandleEvents();
+}
+
+zetui::controls::UI_MultiColumnTree& DialogFixture::PluginList() const
+{
+    return Node<PluginMultiColumnTree>(ids::kPluginList);
+}
+
+zetui::controls::UI_MultiColumnTree& DialogFixture::FolderList() const
+{
+    return Node<zetui::controls::UI_MultiColumnTree>(ids::kDirectoryList);
+}
+
+namespace {
+
+std::vector<std::wstring> TextsOf(const QAbstractItemView& view, int column)
+{
+    std::vector<std::wstring> texts;
+    const QAbstractItemModel& model = *view.model();
+    for (int row = 0; row < model.rowCount(); ++row)
+        texts.push_back(model.index(row, column).data().toString().toStdWString());
+    return texts;
+}
+
+} // namespace
+
+std::vector<std::wstring> DialogFixture::ColumnTexts(unsigned column) const
+{
+    PluginList().GetRowCount();
+    return TextsOf(dynamic_cast<QAbstractItemView&>(WidgetOf(PluginList())), static_cast<int>(column) - 1);
+}
+
+std::vector<std::wstring> DialogFixture::Names() const
+{
+    return ColumnTexts(kColumnName);
+}
+
+std::vector<std::wstring> DialogFixture::Folders() const
+{
+    FolderList().GetRowCount();
+    return TextsOf(dynamic_cast<QAbstractItemView&>(WidgetOf(FolderList())), 0);
+}
+
+DialogFixture::Ptr<DialogFixture::Row> DialogFixture::RowOf(const std::wstring& name) const
+{
+    const std::vector<std::wstring> names = Names();
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        if (names[place] == name)
+            return PluginList().GetRowAt(static_cast<int>(place));
+    }
+    throw std::runtime_error("no such row");
+}
+
+DialogFixture::Ptr<zetui::controls::UI_Checkbox> DialogFixture::CheckboxOf(const std::wstring& name) const
+{
+    const auto view = RowOf(name)->GetCellView(kEnabledCell);
+    return dynamic_cast<zetui::controls::UI_Checkbox*>(view->GetChild(0).get());
+}
+
+DialogFixture::Ptr<zetui::controls::UI_TextButton>
+DialogFixture::ReloadButtonOf(const std::wstring& name) const
+{
+    const auto view = RowOf(name)->GetCellView(kStatusCell);
+    return dynamic_cast<zetui::controls::UI_TextButton*>(view->GetChild(0).get());
+}
+
+} // namespace zetaudiopluginhostui
