@@ -54,7 +54,8 @@ TEST_F(ExitStatus, WhatCannotBeSavedIsOneAndSaysWhere)
     zettesting::WriteAll(prefs, "no folder");
     for (const Strings& arguments :
          {Strings{"list", "--json"}, Strings{"folders", "add", plugins.string()}, Strings{"enable", "--all"},
-          Strings{"scan", "--json", "--in-process", (plugins / "effect.so").string()}}) {
+          Strings{"scan", "--json", "--in-process", (plugins / "effect.so").string()},
+          Strings{"scan", "--json", (plugins / "effect.so").string()}}) {
         const auto result = Run(arguments);
         EXPECT_EQ(result.exitStatus, 1) << testing::PrintToString(arguments) << result.error;
         EXPECT_THAT(result.error, HasSubstr(prefs.string())) << testing::PrintToString(arguments);

@@ -157,7 +157,10 @@ void ScanConversation::ScanOneEntity()
             connected->resultPath, infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos),
             zetcore::filesupport::Durability::Handover);
     } catch (const zetcore::filesupport::file_exception& error) {
-        throw RPCError(RPCErrorCode::Failed, error.what());
+        // An error reply would end the host's chain of requests and leave its scan waiting. The host cannot
+        // save either and tells the user.
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+        log->Note(error.what());
     }
 }
 
