@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <QElapsedTimer>
+
+namespace screenshots {
+
+/// Someone at the desk: does one thing after another, each as soon as the windows let it. A step may open a
+/// modal window; the next ones then run inside that window's event loop. Main thread.
+class Actor
+{
+  public:
+    /// Tried again and again until it returns true. The name is for the message when that never happens.
+    void Then(std::string name, std::function<bool()> step);
+    /// Begins with the next event loop that runs.
+    void Begin();
+    bool IsDone() const { return next == steps.size(); }
+
+  private:
+    struct Step
+    {
+        std::string name;
+        std::function<bool()> act;
+    };
+
+    void Schedule();
+    void Act();
+
+    std::vector<Step> steps;
+    std::size_t next = 0;
+    QElapsedTimer waiting;
+};
+
+} // namespace screenshots

@@ -1,0 +1,39 @@
+#include "screenshots/Grab.h"
+
+#include <stdexcept>
+
+#include <QPainter>
+#include <QPixmap>
+#include <QWidget>
+
+namespace screenshots {
+
+namespace {
+
+/// In front of its parent, in the middle, where a window manager would put it.
+QPixmap WithParent(QWidget& window)
+{
+    const QPixmap front = window.grab();
+    const QWidget* const parentWidget = window.parentWidget();
+    if (!parentWidget || !parentWidget->window()->isVisible())
+        return front;
+    QWidget& parent = *parentWidget->window();
+    QPixmap picture = WithParent(parent);
+    const QPoint corner((parent.width() - window.width()) / 2, (parent.height() - window.height()) / 2);
+    QPainter painter(&picture);
+    painter.drawPixmap(corner, front);
+    // Stands for the frame that a window system would draw.
+    painter.setPen(QColor(128, 128, 128));
+    painter.drawRect(QRect(corner, window.size()).adjusted(-1, -1, 0, 0));
+    return picture;
+}
+
+} // namespace
+
+void Grab(QWidget& window, const std::filesystem::path& file)
+{
+    if (!WithParent(window).save(QString::fromStdU16String(file.u16string())))
+        throw std::runtime_error("cannot write " + file.string());
+}
+
+} // namespace screenshots

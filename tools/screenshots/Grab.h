@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+
+class QWidget;
+
+namespace screenshots {
+
+/// Writes a picture of the window; of a dialog with its parent window behind it, as far as that is visible.
+/// Throws `std::runtime_error` naming the file that cannot be written.
+void Grab(QWidget& window, const std::filesystem::path& file);
+
+} // namespace screenshots

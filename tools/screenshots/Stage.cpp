@@ -1,0 +1,105 @@
+#include "screenshots/Stage.h"
+
+#include <array>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <utility>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/string/Utf.h>
+
+#include "commands/CommandLine.h"
+#include "commands/WindowSettings.h"
+
+namespace screenshots {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array badSamples{"crash_on_load", "crash_in_entry", "aborts", "overflows_stack",
+                                "loops_forever"};
+constexpr unsigned nameColumn = 2;
+
+std::string Utf8(const fs::path& path)
+{
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+void UsePreferences(const fs::path& folder)
+{
+    zetcore::filesupport::Dir::SetPrefDir(zetcore::string::UTF8to16(Utf8(folder)));
+}
+
+void Host(const fs::path& preferences, std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), {"--prefs", Utf8(preferences)});
+    if (const int status = zetaudiopluginmanager::RunCommandLine(arguments, std::cerr); status != 0)
+        throw std::runtime_error("the host's command " + arguments[2] + " ended with " +
+                                 std::to_string(status));
+}
+
+} // namespace
+
+Stage::Stage(fs::path rootFolder) : root(std::move(rootFolder)) {}
+
+void Stage::Build(bool scanned) const
+{
+    const fs::path built(ZET_SAMPLE_PLUGINS), samples = root / "samples", empty = root / "empty";
+    fs::create_directories(samples);
+    if (fs::exists(built / "good"))
+        fs::copy(built / "good", samples, fs::copy_options::recursive);
+    for (const char* const bad : badSamples) {
+        const fs::path file = built / "bad" / (std::string(bad) + ZET_MODULE_SUFFIX);
+        if (fs::exists(file))
+            fs::copy_file(file, samples / file.filename());
+    }
+    fs::create_directories(empty);
+    Host(empty, {"folders", "add", Utf8(samples)});
+    UsePreferences(empty);
+    zetaudiopluginhostui::AudioPluginManagerSettings settings;
+    settings.sortColumn = nameColumn;
+    settings.sortAscending = true;
+    zetaudiopluginmanager::SaveWindowSettings(settings);
+    if (!scanned)
+        return;
+    const fs::path filled = root / "filled";
+    fs::copy(empty, filled, fs::copy_options::recursive);
+    Host(filled, {"scan"});
+}
+
+fs::path Stage::CopyOfPreferences(bool filled) const
+{
+    fs::path copy = root / "used";
+    fs::remove_all(copy);
+    fs::copy(root / (filled ? "filled" : "empty"), copy, fs::copy_options::recursive);
+    return copy;
+}
+
+fs::path Stage::UnusablePreferences() const
+{
+    const fs::path file = root / "file";
+    if (!std::ofstream(file))
+        throw std::runtime_error("cannot write " + Utf8(file));
+    return file / "preferences";
+}
+
+void Stage::LeaveMarkerOfCrash(const fs::path& preferences) const
+{
+    UsePreferences(preferences);
+    const fs::path plugin = root / "samples" / (std::string("vst2_synth") + ZET_MODULE_SUFFIX);
+    const zetaudiofilterhost::PluginLocator locator(zetaudiofilterhost::TechnologyType::VST,
+                                                    zetcore::string::UTF8to16(Utf8(plugin)));
+    const std::string marker =
+        zetaudiopluginhostui::AudioPluginScan::GetLastScannedPluginPath().FullPathUTF8();
+    std::ofstream stream(fs::path(std::u8string(marker.begin(), marker.end())));
+    stream << zetcore::string::UTF16to8(locator.ToString());
+    if (!stream.flush())
+        throw std::runtime_error("cannot write " + marker);
+}
+
+} // namespace screenshots

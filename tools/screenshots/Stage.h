@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+
+namespace screenshots {
+
+/// The folders that the pictures are taken on, below a throw-away one:
+/// `samples` (plug-ins, good and bad), `empty` and `filled` (preferences before and after a real scan).
+class Stage
+{
+  public:
+    explicit Stage(std::filesystem::path root);
+
+    /// Copies the samples and sets the preferences up; with `scanned` it scans this machine's plug-ins and
+    /// the samples in the scanner process. Throws `std::runtime_error`.
+    void Build(bool scanned) const;
+    /// Preferences that a scene may change, where it may. Throws `std::filesystem::filesystem_error`.
+    std::filesystem::path CopyOfPreferences(bool filled) const;
+    /// A preferences folder that nobody can write: a file is in its way.
+    std::filesystem::path UnusablePreferences() const;
+    /// Leaves in the preferences what a host leaves that goes down while it loads a plug-in.
+    void LeaveMarkerOfCrash(const std::filesystem::path& preferences) const;
+
+  private:
+    std::filesystem::path root;
+};
+
+} // namespace screenshots

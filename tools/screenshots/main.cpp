@@ -1,0 +1,108 @@
+// Takes pictures of the manager, each in a process of its own, because the scale and much of a window
+// system's state are fixed when a program starts.
+
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "screenshots/Performance.h"
+
+namespace {
+
+using namespace screenshots;
+namespace fs = std::filesystem;
+
+constexpr char usage[] = "usage: screenshots [--drive | --only NAME]... FOLDER\n"
+                         "Writes pictures of the Audio Plug-In Manager into the folder.\n"
+                         "  --drive      scan, find, switch one off and confirm, as a user does\n"
+                         "  --only NAME  this picture\n";
+
+fs::path PathOf(const QString& text)
+{
+    return fs::path(text.toStdU16String());
+}
+
+/// In a process of its own: --play NAME STAGE FOLDER.
+int PlayScene(const std::vector<QString>& arguments)
+{
+    const Scene& scene = FindScene(arguments[1].toStdString());
+    Play(scene, Stage(PathOf(arguments[2])), PathOf(arguments[3]));
+    return 0;
+}
+
+bool StartPlaying(const std::string& name, const QString& stage, const QString& folder)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromStdString(FindScene(name).scale));
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--play"), QString::fromStdString(name), stage, folder});
+    process.waitForFinished(-1);
+    const bool fine = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
+                      process.error() == QProcess::UnknownError;
+    if (!fine)
+        std::fprintf(stderr, "screenshots: %s failed\n", name.c_str());
+    return fine;
+}
+
+int TakePictures(const std::vector<QString>& arguments)
+{
+    std::vector<std::string> names;
+    QString folder;
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        if (arguments[index] == u"--drive")
+            names.emplace_back("drive");
+        else if (arguments[index] == u"--only" && index + 1 < arguments.size())
+            names.push_back(FindScene(arguments[++index].toStdString()).name);
+        else if (folder.isEmpty() && !arguments[index].startsWith(u'-'))
+            folder = arguments[index];
+        else
+            return std::fputs(usage, stderr), 2;
+    }
+    if (folder.isEmpty())
+        return std::fputs(usage, stderr), 2;
+    if (names.empty())
+        for (const Scene& scene : AllScenes())
+            names.push_back(scene.name);
+    fs::create_directories(PathOf(folder));
+
+    const QTemporaryDir stage;
+    bool needsScan = false;
+    for (const std::string& name : names)
+        needsScan = needsScan || FindScene(name).content == Content::Plugins;
+    Stage(PathOf(stage.path())).Build(needsScan);
+    bool fine = true;
+    for (const std::string& name : names)
+        fine = StartPlaying(name, stage.path(), folder) && fine;
+    return fine ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argumentCount, char** argumentTexts)
+{
+    const bool plays = argumentCount == 5 && std::strcmp(argumentTexts[1], "--play") == 0;
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The sample that never returns would hold every scan for as long as people have patience.
+    if (!qEnvironmentVariableIsSet("ZET_DEBUG_DATABASE"))
+        qputenv("ZET_DEBUG_DATABASE", "zetaudiofilterscan.EntityTimeoutSeconds=2");
+    try {
+        const QApplication application(argumentCount, argumentTexts);
+        const QStringList texts = QCoreApplication::arguments();
+        const std::vector<QString> arguments(texts.begin() + 1, texts.end());
+        return plays ? PlayScene(arguments) : TakePictures(arguments);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "screenshots: %s\n", error.what());
+        return 1;
+    }
+}
