@@ -12,7 +12,7 @@ namespace {
 
 constexpr int interval = 20;
 /// A scan of all plug-ins of a machine is one step.
-constexpr qint64 patience = 300'000;
+constexpr qint64 patience = 120'000;
 
 } // namespace
 
@@ -35,8 +35,12 @@ void Actor::Schedule()
 
 void Actor::Act()
 {
-    if (IsDone())
+    if (IsDone()) {
+        Schedule();
+        if (afterwards)
+            afterwards();
         return;
+    }
     if (waiting.elapsed() > patience) {
         std::fprintf(stderr, "screenshots: waited in vain for: %s\n", steps[next].name.c_str());
         // Modal loops are open; there is nobody to return to.

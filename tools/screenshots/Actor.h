@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QElapsedTimer>
@@ -15,6 +16,8 @@ class Actor
   public:
     /// Tried again and again until it returns true. The name is for the message when that never happens.
     void Then(std::string name, std::function<bool()> step);
+    /// Called again and again once all is done.
+    void Afterwards(std::function<void()> act) { afterwards = std::move(act); }
     /// Begins with the next event loop that runs.
     void Begin();
     bool IsDone() const { return next == steps.size(); }
@@ -30,6 +33,7 @@ class Actor
     void Act();
 
     std::vector<Step> steps;
+    std::function<void()> afterwards;
     std::size_t next = 0;
     QElapsedTimer waiting;
 };

@@ -121,7 +121,7 @@ void Performance::PrepareDrive(Actor& actor) const
     actor.Then("the find box", [] {
         QWidget* const box = Control("FindTextEdit");
         QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
-        QTest::keyClicks(box, QStringLiteral("test"));
+        QTest::keyClicks(box, QStringLiteral("vst2_"));
         return true;
     });
     actor.Then("the checkbox of the first plug-in found", [] {
@@ -206,6 +206,11 @@ void Play(const Scene& scene, const Stage& stage, const fs::path& pictures)
 
     Actor actor;
     Performance(scene, pictures).Prepare(actor);
+    // What could not be saved is said once more when the manager has closed.
+    actor.Afterwards([] {
+        if (Modal())
+            PressEscape();
+    });
     actor.Begin();
     const std::vector<std::string> arguments = {"--prefs", Utf8(preferences), "--skin", scene.skin,
                                                 "--lang",  scene.language,    "manage"};

@@ -7,7 +7,8 @@ namespace screenshots {
 
 namespace {
 
-constexpr QSize least(1, 1), large(1600, 1000);
+// At 200 % the offscreen platform's screen is smaller than the default size.
+constexpr QSize least(1, 1), large(1600, 1000), v7Default(968, 474), classicDefault(925, 470);
 
 } // namespace
 
@@ -22,8 +23,8 @@ const std::vector<Scene>& AllScenes()
         {.name = "manager-classic-least", .skin = "classic", .size = least},
         {.name = "manager-v7-large", .size = large},
         {.name = "manager-classic-large", .skin = "classic", .size = large},
-        {.name = "manager-v7-200", .scale = "2"},
-        {.name = "manager-classic-200", .skin = "classic", .scale = "2"},
+        {.name = "manager-v7-200", .size = v7Default, .scale = "2"},
+        {.name = "manager-classic-200", .skin = "classic", .size = classicDefault, .scale = "2"},
         {.name = "manager-v7-empty", .content = Content::Empty},
         {.name = "manager-classic-empty", .skin = "classic", .content = Content::Empty},
         {.name = "scanning", .action = Action::ScanAndCancel},

@@ -10,17 +10,26 @@ namespace zetui::controls {
 
 using ui::NodeAccess;
 
+namespace {
+
+/// Between a text and the edge that it is aligned to: titles stand on the outlines of their sections.
+constexpr int edgeInset = 6;
+
+} // namespace
+
 UI_StaticText::UI_StaticText() : UI_ControlView(NodeAccess::NewWidget<QLabel>())
 {
     auto* const widget = static_cast<QLabel*>(WidgetOf(this));
     widget->setTextFormat(Qt::PlainText);
+    widget->setIndent(edgeInset);
     NodeAccess::SetNeededSize(this, [widget] {
         // A label that names a control shows its mnemonic, others show their "&".
         const QFontMetricsF metrics(widget->fontMetrics());
         if (widget->text().isEmpty())
             return QSizeF(0, 0);
         const QSizeF text = TextSize(metrics, widget->text());
-        return widget->buddy() ? text : QSizeF(metrics.horizontalAdvance(widget->text()) + 1, text.height());
+        const qreal width = widget->buddy() ? text.width() : metrics.horizontalAdvance(widget->text()) + 1;
+        return QSizeF(width + edgeInset, text.height());
     });
 }
 
