@@ -12,6 +12,8 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QTest>
 #include <zetcore/string/Utf.h>
 #include <zetui/skins/Skins.h>
@@ -128,8 +130,12 @@ void Performance::PrepareDrive(Actor& actor) const
         for (QCheckBox* const box : Control("PluginList")->findChildren<QCheckBox*>()) {
             if (!box->isVisible() || !box->isEnabled() || !box->isChecked())
                 continue;
-            QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
-            return !box->isChecked();
+            // The widget fills its cell; only the box itself takes a click.
+            QStyleOptionButton option;
+            option.initFrom(box);
+            const QRect part = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+            QTest::mouseClick(box, Qt::LeftButton, {}, part.center());
+            return true;
         }
         return false;
     });
@@ -225,6 +231,8 @@ void Play(const Scene& scene, const Stage& stage, const fs::path& pictures)
         return;
     std::ostringstream disabled;
     zetaudiopluginmanager::RunCommandLine({"--prefs", Utf8(preferences), "list", "--disabled"}, disabled);
+    if (disabled.str().find("vst2_") == std::string::npos)
+        throw std::runtime_error("no plug-in was switched off");
     std::cerr << "switched off:\n" << disabled.str();
 }
 
