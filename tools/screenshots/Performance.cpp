@@ -92,10 +92,12 @@ class Performance
 std::function<bool()> Performance::Picture(const std::string& name) const
 {
     return [file = pictures / (name + ".png")] {
-        if (!Modal())
+        QWidget* const window = Modal();
+        if (!window)
             return false;
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        Grab(*Modal(), file);
+        // What is posted only: a timer would begin the next step, which may close the window.
+        QApplication::sendPostedEvents();
+        Grab(*window, file);
         std::cout << file.string() << std::endl;
         return true;
     };
@@ -160,9 +162,10 @@ void Performance::Prepare(Actor& actor) const
         PrepareDrive(actor);
         return;
     }
-    Add(actor, "the manager", IsManager, [this] {
-        if (scene.size)
-            Modal()->resize(*scene.size);
+    // By value: the steps are taken when this object is gone.
+    Add(actor, "the manager", IsManager, [size = scene.size] {
+        if (size)
+            Modal()->resize(*size);
         return true;
     });
     if (scene.action == Action::ScanAndCancel) {
