@@ -33,6 +33,10 @@ function(zet_module_resources sources type)
               -P "${PROJECT_SOURCE_DIR}/cmake/ZetResourceTable.cmake"
       DEPENDS ${files} "${PROJECT_SOURCE_DIR}/cmake/ZetResourceTable.cmake"
       VERBATIM)
+    # Each module has a table of this one name, which a sanitizer would take for a clash.
+    if(ZET_SANITIZE)
+      set_source_files_properties("${made}" PROPERTIES COMPILE_OPTIONS "-fno-sanitize=all")
+    endif()
   endif()
   set(${sources} ${${sources}} "${made}" PARENT_SCOPE)
 endfunction()

@@ -12,8 +12,8 @@
 namespace zetui::controls {
 
 /// A push button with a text. In the V7 skin, one whose archived size is an icon's (24 by 24) shows its
-/// archived icon or the one of its id, with its text as tooltip and accessible name. "&" before a letter makes
-/// it the mnemonic. Sends `UI_ButtonChangedMessage`.
+/// archived icon or the one of its id, with its text as tooltip and accessible name. "&" before a letter
+/// makes it the mnemonic. Sends `UI_ButtonChangedMessage`.
 class ZETUI_API UI_TextButton : public UI_ControlView
 {
   public:
