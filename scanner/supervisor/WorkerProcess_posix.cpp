@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include <poll.h>
@@ -25,6 +26,8 @@ using Clock = std::chrono::steady_clock;
 
 // Where the system has no descriptor for a process, this is how often it is asked.
 constexpr std::chrono::milliseconds pollWithoutProcessDescriptor{2};
+// How long the supervisor looks for an answer before it sleeps.
+constexpr std::chrono::microseconds lookAround{200};
 // A killed process ends at once, unless the kernel holds it; that must not hold us.
 constexpr std::chrono::seconds maxWaitForKilled{2};
 
@@ -147,6 +150,7 @@ void WorkerProcess::Send(std::string_view message)
 WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time_point deadline)
 {
     System& self = *system;
+    const auto lookAroundUntil = Clock::now() + lookAround;
     for (;;) {
         if (Clock::now() >= deadline)
             return Event::DeadlinePassed;
@@ -166,8 +170,14 @@ WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time
                                        {self.worker.process.Get(), POLLIN, 0},
                                        {self.worker.channel.Get(), channelEvents, 0},
                                        {self.worker.output.Get(), POLLIN, 0}}};
-        if (::poll(entries.data(), entries.size(), PollTimeout(std::min(deadline, self.NextLook()))) <= 0)
+        // Most plug-ins are quick, and to wake a sleeping thread can take longer than to load one of them.
+        const bool looksAround = Clock::now() < lookAroundUntil;
+        const int timeout = looksAround ? 0 : PollTimeout(std::min(deadline, self.NextLook()));
+        if (::poll(entries.data(), entries.size(), timeout) <= 0) {
+            if (looksAround)
+                std::this_thread::yield();
             continue;
+        }
         if (entries[3].revents)
             self.ReadOutput();
         if (entries[2].revents & POLLOUT)
