@@ -228,6 +228,8 @@ TEST_F(ExternalScan, ACallThatIsCarriedOutAfterTheObjectIsGoneDoesNothing)
     Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "touch scanning", "hold"});
     ASSERT_TRUE(Start({a, b}));
     WaitForFile("scanning");
+    // The reply's handler, which asked for that, holds the object until it returns.
+    WaitUntil([this] { return scan.use_count() == 1; });
     scan.reset();
     loop->Run(std::chrono::steady_clock::time_point::max());
     EXPECT_THAT(reports, IsEmpty());
