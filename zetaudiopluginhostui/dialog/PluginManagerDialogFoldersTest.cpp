@@ -109,6 +109,28 @@ TEST_F(FolderCommands, AClickBelowTheRowsDeselectsThemAndDisablesRemove)
     EXPECT_FALSE(CanRemove());
 }
 
+TEST_F(FolderCommands, AClickWithControlDeselectsTheLastRowAndSpaceDoesNotSelectItAgain)
+{
+    AddFolders({L"/one"});
+    OpenDialog();
+    ClickFolder(0);
+    ClickFolder(0, Qt::ControlModifier);
+    EXPECT_FALSE(CanRemove());
+    WidgetOf(FolderList()).setFocus();
+    QTest::keyClick(&WidgetOf(FolderList()), Qt::Key_Space);
+    EXPECT_FALSE(CanRemove()) << "only arrow keys select";
+    QTest::keyClick(&WidgetOf(FolderList()), Qt::Key_Down);
+    EXPECT_TRUE(CanRemove());
+}
+
+TEST_F(FolderCommands, TheOnlyColumnLeavesRoomAtItsRight)
+{
+    OpenDialog();
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    EXPECT_EQ(view.model()->columnCount(), 1);
+    EXPECT_EQ(view.columnWidth(0), view.viewport()->width() - 12);
+}
+
 TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
 {
     zetcore::config::SetClientName(L"Studio");

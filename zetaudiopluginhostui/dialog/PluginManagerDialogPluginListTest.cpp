@@ -92,6 +92,25 @@ TEST_F(PluginListView, FitsColumnsToTheirWidestTextsAndTheReloadButton)
     EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
 }
 
+using PluginListViewV7 = V7DialogFixture;
+
+TEST_F(PluginListViewV7, FitsColumnsWithTheDistancesOfTheSkin)
+{
+    const std::wstring name = L"A plug-in whose name is far wider than the column would be otherwise";
+    AddPlugin(name, L"/a/1.so");
+    Ban(L"/a/3.so");
+    const auto textWidth = [](const std::wstring& text) {
+        return std::trunc(zetui::pixmill::GetTextWidth(GetCellFont(), text));
+    };
+    OpenDialog();
+    const float padding = zetui::controls::UI_MultiColumnTree::GetDefaultCellPadding().second;
+    const auto& header = *PluginList().GetHeaderRow();
+    EXPECT_FLOAT_EQ(header.GetColumnWidth(kColumnName), textWidth(name) + padding + 1);
+    EXPECT_FLOAT_EQ(header.GetColumnWidth(kColumnStatus),
+                    textWidth(L"Not Working") + padding + 1 +
+                        ReloadButtonOf(L"3.so")->UI_GetLocalRectF(true).width + 12);
+}
+
 TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPluginAlways)
 {
     const auto both = AddPlugin(L"Both", L"/a/both.so");
@@ -250,6 +269,18 @@ TEST_F(PluginListView, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
     EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
 }
 
+TEST_F(PluginListView, AFindTextThatIsOnlyCommittedNarrowsTheListToo)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    FindBox().setFocus();
+    Node<zetui::controls::UI_SearchBox>(ids::kFindTextEdit).SetValue(L"two");
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+}
+
 TEST_F(PluginListView, AFillByTheFindTextGoesToTheTopAndOneByEnableAllStays)
 {
     AddManyPlugins(100);
@@ -272,22 +303,61 @@ TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
     EXPECT_EQ(Width(kColumnName), 333);
 }
 
-TEST_F(PluginListView, TheColumnsSortTheirOwnTextsAlsoWhenMoved)
+TEST_F(PluginListView, TheColumnsKeepTheirTextsAndTheirOrderWhenMoved)
 {
     AddPlugin(L"B", L"/a/1.so", L"2.10");
     AddPlugin(L"a", L"/b/2.so", L"2.9");
     OpenDialog();
-    PluginList().GetHeaderRow()->MoveColumn(kColumnPath, 1);
+    const auto upperB = PluginList().GetRowAt(0);
+    const auto lowerA = PluginList().GetRowAt(1);
+    PluginList().GetHeaderRow()->MoveColumn(kColumnName, 2);
+    PluginList().GetHeaderRow()->MoveColumn(kColumnPath, 4);
     PluginList().GetHeaderRow()->SetSortDirection(true);
-    const auto sortedBy = [this](unsigned column) {
+    const auto firstBy = [this](unsigned column) {
         PluginList().GetHeaderRow()->SetSortColumn(column);
         PluginList().SortTree();
         return PluginList().GetRowAt(0);
     };
-    const auto first = sortedBy(kColumnPath);
-    EXPECT_NE(sortedBy(kColumnName), first);
-    EXPECT_NE(sortedBy(kColumnVersion), first);
-    EXPECT_EQ(sortedBy(kColumnPath), first);
+    EXPECT_EQ(firstBy(kColumnName), lowerA) << "case apart";
+    EXPECT_EQ(firstBy(kColumnPath), upperB);
+    EXPECT_EQ(firstBy(kColumnVersion), lowerA) << "numbers by their value";
+    EXPECT_EQ(firstBy(kColumnType), upperB) << "equal ones stay as they were filled in";
+    EXPECT_THAT(ColumnTexts(kColumnName), ElementsAre(L"B", L"a"));
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/1.so", L"/b/2.so"));
+    EXPECT_THAT(ColumnTexts(kColumnVersion), ElementsAre(L"2.10", L"2.9"));
+}
+
+TEST_F(PluginListView, OnlyOneRowIsSelectedAndAClickBelowTheRowsOrWithControlDeselectsIt)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"One", kColumnName));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"Two", kColumnName));
+    HandleEvents();
+    EXPECT_THAT(PluginList().GetSelectedRows(), ElementsAre(RowOf(L"Two")));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, QPoint(200, Viewport().height() - 2));
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"Two", kColumnName));
+    ASSERT_TRUE(PluginList().IsAnyRowSelected());
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"Two", kColumnName));
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+}
+
+TEST_F(PluginListView, OnlyArrowKeysSelectARow)
+{
+    const auto info = AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    QWidget& list = WidgetOf(PluginList());
+    list.setFocus();
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"One", kColumnName));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"One", kColumnName));
+    ASSERT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_TRUE(PluginList().IsAnyRowSelected());
+    EXPECT_TRUE(info->IsEnabled());
 }
 
 TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)

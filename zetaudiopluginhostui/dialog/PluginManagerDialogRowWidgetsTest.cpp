@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include <QCheckBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -91,6 +92,21 @@ TEST_F(RowWidgets, ScrollingARowAwayAndBackMakesFreshWidgetsThatShowTheRecordAsI
     ASSERT_TRUE(after);
     EXPECT_NE(after.get(), before.get());
     EXPECT_FALSE(after->IsChecked());
+}
+
+TEST_F(RowWidgets, TheWidgetsOfARowThatIsScrolledAwayAreDeleted)
+{
+    Ban(L"/a/0 bad.so");
+    AddManyPlugins(200);
+    settings.sortColumn = kColumnName;
+    settings.sortAscending = true;
+    OpenDialog();
+    const QPointer<QWidget> checkbox = &WidgetOf(*CheckboxOf(L"0 bad.so"));
+    const QPointer<QWidget> button = &WidgetOf(*ReloadButtonOf(L"0 bad.so"));
+    PluginList().ScrollToRow(PluginList().GetRowAt(200).get());
+    HandleEvents();
+    EXPECT_FALSE(checkbox);
+    EXPECT_FALSE(button);
 }
 
 TEST_F(RowWidgets, WidgetsExistForVisibleRowsOnly)
