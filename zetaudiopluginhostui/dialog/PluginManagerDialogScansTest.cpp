@@ -151,11 +151,11 @@ TEST_F(DialogScans, TheScannerIsToldBothFeatureSwitches)
             Press(ids::kUpdateButton);
         // Whether shells are not to be skipped, and whether effects are scanned quickly.
         EXPECT_THAT(zettesting::ReadAll(scripts / ("log." + std::to_string(launch))),
-                    ::testing::HasSubstr(launch == 1 ? ",false,true]\n" : ",true,true]\n"));
+                    ::testing::HasSubstr(launch == 1 ? ",false,true]" : ",true,true]"));
     }
-    EXPECT_THAT(
-        zettesting::ReadAll(scripts / "log.3"),
-        ::testing::HasSubstr("BeginScanForPlugins [[\"VST|" + zetcore::string::UTF16to8(path) + "|\"]]"));
+    const std::string reload = zettesting::ReadAll(scripts / "log.3");
+    EXPECT_THAT(reload,
+                ::testing::ContainsRegex("BeginScanForPlugins \\[\\[\"VST\\|[^,]*effect[^,]*\"\\]\\]"));
 }
 
 TEST_F(DialogScans, WithTheSwitchAWorkingPluginCanBeReloadedToo)
