@@ -31,6 +31,10 @@ TEST_F(RowWidgets, ABannedRowHasADisabledUncheckedCheckboxAndAReloadButtonAtTheR
     EXPECT_EQ(button->GetText(), L"Reload");
     const auto frame = button->UI_GetLocalRectF(true);
     EXPECT_FLOAT_EQ(frame.left + frame.width, PluginList().GetHeaderRow()->GetColumnWidth(kColumnStatus));
+    const auto recommended = zetui::controls::UI_TextButton::UI_GetRecommendedSize(
+        nullptr, L"Reload", zetui::controls::UI_ControlView::DefaultTextSize(),
+        zetui::controls::ButtonComponents(1, false));
+    EXPECT_FLOAT_EQ(frame.width, recommended.first);
     EXPECT_FLOAT_EQ(frame.height, 17);
     EXPECT_FLOAT_EQ(frame.top, std::ceil((PluginList().GetRowHeight() - 17) / 2));
     EXPECT_TRUE(WidgetOf(*button).isVisible());

@@ -67,6 +67,7 @@ TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
     PluginList().ScrollToRow(PluginList().GetRowAt(59).get());
     Press(ids::kUpdateButton);
     EXPECT_EQ(shown->progressDialogs, 1);
+    EXPECT_TRUE(WereShownForTheDialog(1));
     ASSERT_EQ(PluginList().GetRowCount(), 1) << "those that were not there have gone";
     EXPECT_EQ(Names().front(), NameOfOnlyPlugin());
     EXPECT_NE(Width(kColumnName), 333);
@@ -258,6 +259,7 @@ TEST_F(DialogScans, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
     ASSERT_EQ(shown->alerts.size(), 1u);
     EXPECT_EQ(rowsWhenTold, 0);
     EXPECT_EQ(shown->alerts.front().title, "Studio");
+    EXPECT_TRUE(WereShownForTheDialog(1));
     EXPECT_EQ(
         shown->alerts.front().message,
         "Unable to load third-party audio plug-ins. Studio is unable to access your Preferences folder. "
@@ -279,6 +281,7 @@ TEST_F(DialogScans, AReloadThatScansAndCannotSaveAlsoSaysSoOnce)
     EXPECT_EQ(shown->alerts.size(), 1u);
     EXPECT_THAT(statusWhenTold, ElementsAre(L"Working"));
     EXPECT_EQ(shown->progressDialogs, 1);
+    EXPECT_TRUE(WereShownForTheDialog(2));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTimer>
 #include <gmock/gmock.h>
+#include <zetcore/config/Localizer.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
@@ -195,6 +196,28 @@ TEST_F(DialogKeyboard, OnlyTabInTheFocusedListIsHandedOn)
     ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
     EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(CheckboxOf(L"One").get(), tab))
         << "a control of the list has it";
+}
+
+TEST_F(DialogKeyboard, MnemonicsOfTheStringTablePressTheirButtonsAndGoToTheFindBox)
+{
+    auto& localizer = zetcore::config::Localizer::Get();
+    localizer.LoadTableFromText("\"$$$/PluginManager/Dialog/DisableAll\"=\"&Disable All\"\n"
+                                "\"$$$/PluginManager/Dialog/RescanExisting\"=\"&Rescan\"\n"
+                                "\"$$$/PluginManager/Dialog/Filter\"=\"Fi&lter:\"\n",
+                                "test");
+    const auto info = AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    // Buttons show that they are pressed before they act.
+    QTest::keyClick(&Window(), Qt::Key_D, Qt::AltModifier);
+    EXPECT_TRUE(WaitUntil([&] { return !info->IsEnabled(); }));
+    const auto& rescan = Node<zetui::controls::UI_Checkbox>(ids::kRescanExisting);
+    QTest::keyClick(&Window(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(WaitUntil([&] { return rescan.IsChecked(); }));
+    Resize(1200, 500);
+    ASSERT_TRUE(IsShown(ids::kFindStaticText));
+    QTest::keyClick(&Window(), Qt::Key_L, Qt::AltModifier);
+    EXPECT_TRUE(FindBox().hasFocus());
+    localizer.Reset();
 }
 
 TEST_F(DialogKeyboard, ControlFGoesToTheFindBoxWhileItShows)
