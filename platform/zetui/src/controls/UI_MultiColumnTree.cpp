@@ -160,6 +160,11 @@ void UI_MultiColumnTree::SetCellTooltipFunction(CellSortDataFunction function)
     tree->cellTooltip = std::move(function);
 }
 
+void UI_MultiColumnTree::SetEmptyText(const std::wstring& text)
+{
+    tree->SetEmptyText(text);
+}
+
 void UI_MultiColumnTree::RemoveAllRows()
 {
     tree->RemoveAllRows();

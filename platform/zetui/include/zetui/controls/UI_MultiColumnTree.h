@@ -77,6 +77,9 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     /// The tooltip of a cell; none where it is not set or empty.
     void SetCellTooltipFunction(CellSortDataFunction function);
 
+    /// Says in the middle of the list why there is nothing, while it has no rows. Is no row itself.
+    void SetEmptyText(const std::wstring& text);
+
     /// Tells of a selection that goes with them, but not of rows that were visible.
     void RemoveAllRows();
     /// Appends in fill order. Only top-level rows are supported: `parent` must be null. `sortLater`: its

@@ -63,6 +63,8 @@ void TreeState::RemoveAllRows()
     keyboard.SetAnchor(-1);
     rowsPending = sortPending = false;
     model.Show({});
+    if (deferred == 0)
+        DescribeEmptiness();
 }
 
 void TreeState::Append(const RowPtr& row, bool sortLater)
@@ -90,6 +92,7 @@ void TreeState::EndDeferred()
 {
     if (--deferred == 0) {
         Flush();
+        DescribeEmptiness();
         TellOfSelection();
     }
 }
@@ -171,6 +174,7 @@ void TreeState::Show(std::vector<UI_MultiColumnTreeRow*> next)
         view->verticalScrollBar()->setValue(scroll);
     }
     flushing = false;
+    DescribeEmptiness();
     UpdateVisibleRows(false);
 }
 
@@ -219,6 +223,22 @@ void TreeState::ScrollToTop()
     keptScroll = rowsPending || sortPending ? std::optional<int>(0) : std::nullopt;
     if (view)
         view->verticalScrollBar()->setValue(0);
+}
+
+void TreeState::SetEmptyText(const std::wstring& text)
+{
+    emptyText = text;
+    if (deferred == 0)
+        DescribeEmptiness();
+    if (view && rows.empty())
+        view->viewport()->update();
+}
+
+/// Screen readers read it as the list's description.
+void TreeState::DescribeEmptiness() const
+{
+    if (view)
+        view->setAccessibleDescription(rows.empty() ? ui::ToQString(emptyText) : QString());
 }
 
 UI_MultiColumnTree::RowPtr TreeState::Hold(const UI_MultiColumnTreeRow* row) const

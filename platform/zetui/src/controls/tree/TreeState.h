@@ -54,6 +54,9 @@ struct UI_MultiColumnTree::TreeState
     void UpdateVisibleRowsLater();
 
     void ScrollToTop();
+    /// What is shown in the place of rows while there are none.
+    void SetEmptyText(const std::wstring& text);
+    const std::wstring& EmptyText() const noexcept { return emptyText; }
 
     RowPtr Hold(const UI_MultiColumnTreeRow* row) const;
     int ColumnAtPosition(int position) const;
@@ -120,6 +123,7 @@ struct UI_MultiColumnTree::TreeState
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
+    void DescribeEmptiness() const;
     std::vector<RowPtr> RowsInSight() const;
 
     int deferred = 0;
@@ -133,6 +137,7 @@ struct UI_MultiColumnTree::TreeState
     const UI_MultiColumnTreeRow* toldCellRow = nullptr;
     int toldCell = -1;
     std::unique_ptr<NaturalOrder> order;
+    std::wstring emptyText;
     QTimer later;
 };
 
