@@ -14,6 +14,8 @@ class FindMatch
   public:
     explicit FindMatch(std::wstring_view findText);
 
+    /// There is no find text.
+    bool KeepsAll() const noexcept { return folded.empty(); }
     bool OccursIn(std::wstring_view text) const;
     /// Looks into the Name, then the Path, then the Version.
     bool Keeps(const PluginListEntry& entry) const;

@@ -67,6 +67,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void SetUpFindBox();
     void ReflowWithoutSeparateProcess();
     void SetUpPluginCommands();
+    void LeadLabelToFindBox();
 
     // The plug-in list.
     void PopulatePluginList(bool resizeColumns, bool scrollToTop);

@@ -5,6 +5,7 @@
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/config/ThrowError.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/pixmill/Pixmill.h>
@@ -21,6 +22,7 @@ namespace zetaudiopluginhostui {
 namespace controls = zetui::controls;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
+using zetcore::config::Localizer;
 using zetui::utility::MakeIntrusive;
 
 void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTop)
@@ -48,6 +50,10 @@ void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTo
             if (find.Keeps(entry))
                 AppendPluginRow(std::move(entry));
         }
+        pluginList->SetEmptyText(Localizer::Get().LocalizeWide(
+            find.KeepsAll()
+                ? "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders."
+                : "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."));
         if (resizeColumns)
             FitPluginColumns();
         if (scrollToTop)
@@ -142,9 +148,17 @@ void PluginManagerDialog::DrawCellOfRow(zetui::pixmill::Pixmill* context, const 
     if (!context)
         zetcore::utility::DoThrowNullPtrException("Pixmill");
     constexpr int cellShortenedInTheMiddle = 2;
-    DrawCellText(*context, cell, GetCellText(GetColumnOfCell(cellIndex), *entry),
-                 cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
-                 pluginList->UI_IsEnabled());
+    const unsigned column = GetColumnOfCell(cellIndex);
+    CellText text{.text = GetCellText(column, *entry),
+                  .truncation =
+                      cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
+                  .enabled = pluginList->UI_IsEnabled(),
+                  .failure = column == kColumnStatus && !entry->info};
+    // The button in the cell covers what is below it.
+    if (const auto button = reloadButtonOfRow.find(row.get());
+        cellIndex == kStatusCell && button != reloadButtonOfRow.end())
+        text.end = button->second->UI_GetLocalRectF(true).left;
+    DrawCellText(*context, cell, text);
 }
 
 float PluginManagerDialog::GetColumnBestFitWidth(unsigned column) const
