@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <sstream>
 
@@ -85,6 +87,18 @@ TEST_F(ManageCommand, OpensTheManagerAndIsTheDefaultWhereThereIsADisplay)
         EXPECT_EQ(title, "Audio Plug-In Manager");
         EXPECT_FALSE(zetui::ui::HaveWindows()) << "all is put back at the end";
     }
+}
+
+TEST_F(ManageCommand, TheFirstWindowIsInTheMiddleOfTheScreenAndHasRoomForTheList)
+{
+    Run({"manage"}, [](QWidget& window) {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        EXPECT_TRUE(screen.contains(window.geometry()));
+        EXPECT_EQ(window.width(), std::min(1120, screen.width()));
+        EXPECT_EQ(window.height(), 680);
+        EXPECT_LE(std::abs(window.geometry().center().x() - screen.center().x()), 1);
+        Cancel(window);
+    });
 }
 
 TEST_F(ManageCommand, TheWindowOpensWhereItWasClosed)

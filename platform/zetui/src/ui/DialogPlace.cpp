@@ -36,6 +36,17 @@ QRect CentredOnParent(QSize content, WindowVariant parent)
     return OnScreen({rect.left(), rect.top(), rect.width(), rect.height()});
 }
 
+QRect InMiddleOfScreen(QSize content)
+{
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return {};
+    const QRect area = screen->availableGeometry();
+    const zetcore::geom::RectT<int> rect =
+        InMiddleOf({area.left(), area.top(), area.width(), area.height()}, content.width(), content.height());
+    return {rect.left, rect.top, rect.width, rect.height};
+}
+
 QRect OnScreen(const zetcore::geom::RectT<int>& content)
 {
     std::vector<zetcore::geom::RectT<int>> screens;
