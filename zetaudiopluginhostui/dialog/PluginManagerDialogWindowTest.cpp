@@ -243,6 +243,7 @@ TEST_F(DialogKeyboard, ControlFGoesToTheFindBoxWhileItShows)
     EXPECT_TRUE(another.hasFocus()) << "another window's shortcut";
     Window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    EXPECT_FALSE(FindBox().hasFocus());
     Resize(400, 400);
     ASSERT_FALSE(IsShown(ids::kFindTextEdit));
     list.setFocus();

@@ -25,9 +25,9 @@ using TreeFlags = unsigned;
 /// is going on throws them again. Main thread.
 ///
 /// Keyboard: arrows, Page Up and Down, Home and End select rows (Left and Right select cells, where cells may
-/// be selected); typed letters jump to the next row whose second cell (or only cell) begins with them; Tab
-/// moves through the controls of the selected row's cells and then leaves the list; Space toggles the
-/// checkbox in its first cell.
+/// be selected); typed letters jump to the next row whose text in the second (or only) column begins with
+/// them; Tab moves through the controls of the selected row's cells and then leaves the list; Space toggles
+/// the checkbox in its first cell.
 class ZETUI_API UI_MultiColumnTree : public UI_ControlView
 {
   public:

@@ -283,7 +283,7 @@ std::wstring TreeState::CellTooltip(const RowPtr& row, int position) const
 
 int TreeState::NamePosition() const
 {
-    return model.columnCount() > 1 ? 1 : 0;
+    return PositionOfColumn(model.columnCount() > 1 ? 1 : 0);
 }
 
 QVariant TreeState::CellData(int place, int column, int role)
