@@ -42,12 +42,7 @@ pixmill::Font GetCellFont()
 
 std::wstring ShownCellText(const std::wstring& text, pixmill::TextTruncation truncation, float width)
 {
-    const float padding = GetCellTextPadding();
-    const pixmill::Font font = GetCellFont();
-    // A fitted column has room for its widest text and the padding on one side: such a text stays whole.
-    if (pixmill::GetTextWidth(font, text) <= width - padding)
-        return text;
-    return pixmill::TruncateString(font, text, truncation, width - 2 * padding);
+    return pixmill::TruncateString(GetCellFont(), text, truncation, width - 2 * GetCellTextPadding());
 }
 
 void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, const CellText& text)

@@ -14,8 +14,8 @@ float GetCellTextPadding();
 /// The font of the cells.
 zetui::pixmill::Font GetCellFont();
 
-/// What a cell of this width shows of a text: all of it where the cell is as wide as a column that is fitted
-/// to it, else as much as has room between the paddings, with an ellipsis.
+/// What a cell of this width shows of a text: all of it where it has room between the paddings, else as much
+/// as has, with an ellipsis.
 std::wstring ShownCellText(const std::wstring& text, zetui::pixmill::TextTruncation truncation, float width);
 
 struct CellText
