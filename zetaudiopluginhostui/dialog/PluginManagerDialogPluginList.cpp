@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/config/Localizer.h>
@@ -27,38 +26,12 @@ using zetui::utility::MakeIntrusive;
 
 void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTop)
 {
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    const bool synthsEnabled =
-        zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->AreSynthsEnabled();
     if (pluginList) {
-        const controls::ScDeferLayoutForOpenAndCloseRow deferredLayout(pluginList.get());
-        pluginList->RemoveAllRows();
-        entryOfRow.clear();
-        checkboxOfRow.clear();
-        reloadButtonOfRow.clear();
-        const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
-        for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
-            if (!*info || (!(*info)->HasAnyNonSynthEffect() && !synthsEnabled))
-                continue;
-            PluginListEntry entry{(*info)->GetLocator(), *info};
-            if (find.Keeps(entry))
-                AppendPluginRow(std::move(entry));
-        }
-        const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-        for (auto locator = banned.BannedBegin(); locator != banned.BannedEnd(); ++locator) {
-            PluginListEntry entry{*locator, nullptr};
-            if (find.Keeps(entry))
-                AppendPluginRow(std::move(entry));
-        }
-        pluginList->SetEmptyText(Localizer::Get().LocalizeWide(
-            find.KeepsAll()
-                ? "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders."
-                : "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."));
-        if (resizeColumns)
-            FitPluginColumns();
-        if (scrollToTop)
-            pluginList->ScrollToTop(true);
+        plugins.Update();
+        pluginList->ForgetSortedPlaces();
+        FillPluginList(resizeColumns, scrollToTop);
     }
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     const bool registryEmpty = registry.PluginInfoBegin() == registry.PluginInfoEnd();
     if (enableAllButton)
         enableAllButton->UI_SetDisabled(registryEmpty);
@@ -66,11 +39,23 @@ void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTo
         disableAllButton->UI_SetDisabled(registryEmpty);
 }
 
-void PluginManagerDialog::AppendPluginRow(PluginListEntry entry)
+void PluginManagerDialog::FillPluginList(bool resizeColumns, bool scrollToTop)
 {
-    const auto row = MakeIntrusive<Row>(true);
-    entryOfRow.emplace(row.get(), std::move(entry));
-    pluginList->AppendRow(row, nullptr, true);
+    const controls::ScDeferLayoutForOpenAndCloseRow deferredLayout(pluginList.get());
+    pluginList->RemoveAllRows();
+    checkboxOfRow.clear();
+    reloadButtonOfRow.clear();
+    const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
+    for (const PluginListContent::RowPtr& row : plugins.Find(find))
+        pluginList->AppendRow(row, nullptr, true);
+    pluginList->SetEmptyText(Localizer::Get().LocalizeWide(
+        find.KeepsAll()
+            ? "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders."
+            : "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."));
+    if (resizeColumns)
+        FitPluginColumns();
+    if (scrollToTop)
+        pluginList->ScrollToTop(true);
 }
 
 void PluginManagerDialog::FitPluginColumns()
@@ -92,8 +77,9 @@ void PluginManagerDialog::SetAllPluginsEnabled(bool enabled)
 
 const PluginListEntry* PluginManagerDialog::FindEntry(const Row* row) const
 {
-    const auto found = entryOfRow.find(row);
-    return found == entryOfRow.end() ? nullptr : &found->second;
+    // All rows of this list are of that class.
+    return row && row->GetTree() == pluginList.get() ? &static_cast<const PluginListRow*>(row)->Entry()
+                                                     : nullptr;
 }
 
 unsigned PluginManagerDialog::GetColumnOfCell(int cellIndex) const
@@ -171,8 +157,11 @@ float PluginManagerDialog::GetColumnBestFitWidth(unsigned column) const
     const zetui::pixmill::Font font = GetCellFont();
     float widest = 0;
     std::wstring measured;
-    for (const auto& [row, entry] : entryOfRow) {
-        std::wstring text = GetCellText(column, entry);
+    for (const PluginListContent::RowPtr& row : plugins.Rows()) {
+        const PluginListEntry* const entry = FindEntry(row.get());
+        if (!entry)
+            continue;
+        std::wstring text = GetCellText(column, *entry);
         // Many rows have the same text; measuring is what takes the time.
         if (widest > 0 && text == measured)
             continue;
@@ -204,8 +193,10 @@ void PluginManagerDialog::OnEnableCheckboxChanged(ButtonChanged* message)
     if (found == checkboxOfRow.end())
         return;
     const PluginListEntry* const entry = FindEntry(found->first);
-    if (entry && entry->info)
-        entry->info->SetEnabled(checkbox->IsChecked());
+    if (!entry || !entry->info)
+        return;
+    entry->info->SetEnabled(checkbox->IsChecked());
+    pluginList->ForgetSortedPlaces();
 }
 
 /// The list is filled again by what changes it: a scan raises this signal before its end.
@@ -240,7 +231,10 @@ void PluginManagerDialog::ApplyFindText()
     if (text == findText)
         return;
     findText = std::move(text);
-    PopulatePluginList(false, true);
+    if (pluginList && plugins.IsCurrent())
+        FillPluginList(false, true);
+    else
+        PopulatePluginList(false, true);
 }
 
 } // namespace zetaudiopluginhostui

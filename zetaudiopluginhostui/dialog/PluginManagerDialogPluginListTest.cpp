@@ -248,10 +248,12 @@ TEST_F(PluginListView, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
 {
     AddPlugin(L"One", L"/a/1.so");
     OpenDialog();
-    auto row = RowOf(L"One");
+    // A fill makes the widgets of the rows anew.
+    auto checkbox = CheckboxOf(L"One");
     const auto wasFilledAgain = [&] {
-        const auto now = RowOf(L"One");
-        return std::exchange(row, now) != now;
+        HandleEvents();
+        const auto now = CheckboxOf(L"One");
+        return std::exchange(checkbox, now) != now;
     };
     TypeIntoFindBox("o");
     EXPECT_TRUE(wasFilledAgain());
@@ -377,6 +379,38 @@ TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)
     PluginList().SelectCell(RowOf(L"bad.so").get(), kStatusCell);
     HandleEvents();
     EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*ReloadButtonOf(L"bad.so")));
+}
+
+TEST_F(PluginListView, TypingAfterACheckboxWasClickedSortsByWhatIsEnabledNow)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    const auto two = AddPlugin(L"Two", L"/a/2.so");
+    settings.sortColumn = kColumnEnabled;
+    settings.sortAscending = true;
+    OpenDialog();
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
+    PressAt(*CheckboxOf(L"Two"), 7, 7);
+    ASSERT_FALSE(two->IsEnabled());
+    TypeIntoFindBox("so");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"One"));
+}
+
+TEST_F(PluginListView, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    Ban(L"/a/3.so");
+    OpenDialog();
+    AddPlugin(L"Four", L"/a/4.so");
+    TypeIntoFindBox("s");
+    EXPECT_THAT(Names(), ElementsAre(L"One", L"Two", L"Four", L"3.so"));
+    TheRegistry().RemovePluginLocators({Vst(L"/a/1.so")});
+    TypeIntoFindBox("o");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"3.so"));
+    TheBanned().RemoveBannedPlugin(Vst(L"/a/3.so"));
+    Ban(L"/a/5.so");
+    TypeIntoFindBox("\b");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"5.so"));
 }
 
 } // namespace

@@ -88,6 +88,10 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     RowPtr CreateAndAppendRow();
     /// Sorts by the header's sort column; without one, fill order.
     void SortTree();
+    /// The sort data of some row has changed. Until somebody says so (or sorts, or sets another column,
+    /// direction or function), rows that have been sorted keep their order among each other when they are
+    /// removed and appended again, and nobody is asked for their data.
+    void ForgetSortedPlaces();
     int GetRowCount() const;
     /// As shown, from the top.
     RowPtr GetRowAt(int place) const;

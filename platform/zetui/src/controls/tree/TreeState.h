@@ -43,6 +43,7 @@ struct UI_MultiColumnTree::TreeState
     void RemoveAllRows();
     void Append(const RowPtr& row, bool sortLater);
     void RequestSort();
+    void ForgetSortedPlaces() noexcept { sortedRows.clear(); }
     void BeginDeferred() noexcept { ++deferred; }
     void EndDeferred();
     /// Does what is pending, unless layout is put off.
@@ -121,6 +122,9 @@ struct UI_MultiColumnTree::TreeState
   private:
     QVariant CellData(int place, int column, int role);
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
+    std::vector<UI_MultiColumnTreeRow*> RowsSorted(int position);
+    /// None when it is not known of some row.
+    std::vector<UI_MultiColumnTreeRow*> RowsInKnownOrder() const;
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
     void DescribeEmptiness() const;
@@ -137,6 +141,15 @@ struct UI_MultiColumnTree::TreeState
     const UI_MultiColumnTreeRow* toldCellRow = nullptr;
     int toldCell = -1;
     std::unique_ptr<NaturalOrder> order;
+    /// As they were sorted last, and by what. Some may be gone: told from others by their own place alone.
+    std::vector<const UI_MultiColumnTreeRow*> sortedRows;
+    struct SortedBy
+    {
+        unsigned column = 0;
+        int position = -1;
+        bool ascending = true;
+        friend bool operator==(const SortedBy&, const SortedBy&) = default;
+    } sortedBy;
     std::wstring emptyText;
     QTimer later;
 };
