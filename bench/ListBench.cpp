@@ -9,7 +9,7 @@
 #include <cstring>
 #include <exception>
 #include <functional>
-#include <map>
+#include <memory>
 
 #include <QApplication>
 #include <QScrollBar>
@@ -23,6 +23,7 @@
 #include "ListSubject.h"
 #include "ManagerBench.h"
 #include "Measure.h"
+#include "PaintWatch.h"
 #include "Scratch.h"
 #include "Verdicts.h"
 
@@ -47,12 +48,30 @@ double MillisecondsUntilPainted(const std::function<void()>& change)
            });
 }
 
-double MedianOf(int runs, const std::function<double()>& measure)
+using Lists = std::vector<std::unique_ptr<ListSubject>>;
+
+/// The median for each list. They take turns, so that what else the machine does slows all of them.
+std::vector<double> Medians(const Lists& lists, int runs,
+                            const std::function<void(ListSubject&, int run)>& change)
 {
-    std::vector<double> values;
-    for (int run = 0; run < runs; ++run)
-        values.push_back(measure());
-    return Median(std::move(values));
+    std::vector<std::vector<double>> values(lists.size());
+    for (int run = 0; run < runs; ++run) {
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            Settle();
+            values[i].push_back(MillisecondsUntilPainted([&] { change(*lists[i], run); }));
+        }
+    }
+    std::vector<double> medians;
+    for (std::vector<double>& each : values)
+        medians.push_back(Median(std::move(each)));
+    return medians;
+}
+
+/// Where a median is above the figure so far, it takes its place.
+void TakeSlower(std::vector<Figures>& all, double Figures::*figure, const std::vector<double>& medians)
+{
+    for (std::size_t i = 0; i < all.size(); ++i)
+        all[i].*figure = std::max(all[i].*figure, medians[i]);
 }
 
 void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
@@ -70,30 +89,42 @@ void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
     figures.scrollFrame = Median(std::move(values));
 }
 
-Figures MeasureList(ListSubject& list, const std::vector<ListEntry>& entries, int runs, int frames)
+std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntry>& entries, int runs,
+                                  int frames)
 {
-    Figures figures;
-    list.Sort(nameColumn, true);
-    figures.fill = MedianOf(runs, [&] { return MillisecondsUntilPainted([&] { list.Fill(entries); }); });
+    std::vector<Figures> all(lists.size());
+    for (const auto& list : lists)
+        list->Sort(nameColumn, true);
+    TakeSlower(all, &Figures::fill,
+               Medians(lists, runs, [&](ListSubject& list, int) { list.Fill(entries); }));
     for (int column = 1; column < listColumns; ++column) {
-        bool ascending = true;
-        list.Sort(nameColumn, false);
-        const double sort = MedianOf(runs, [&] {
-            ascending = !ascending;
-            return MillisecondsUntilPainted([&] { list.Sort(column, ascending); });
-        });
-        figures.slowestSort = std::max(figures.slowestSort, sort);
+        for (const auto& list : lists)
+            list->Sort(nameColumn, false);
+        TakeSlower(all, &Figures::slowestSort, Medians(lists, runs, [&](ListSubject& list, int run) {
+                       list.Sort(column, run % 2 == 0);
+                   }));
     }
-    list.Sort(nameColumn, true);
-    std::map<std::wstring, std::vector<double>> keystrokes;
+    for (const auto& list : lists)
+        list->Sort(nameColumn, true);
+    // Typed and taken back, letter by letter.
+    const std::vector<std::wstring> texts{L"r", L"re", L"rev", L"re", L"r", L""};
+    std::vector<std::vector<std::vector<double>>> keystrokes(texts.size());
     for (int run = 0; run < runs; ++run) {
-        for (const std::wstring text : {L"r", L"re", L"rev", L"re", L""})
-            keystrokes[text].push_back(MillisecondsUntilPainted([&] { list.Filter(entries, text); }));
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            keystrokes[i].push_back(
+                Medians(lists, 1, [&](ListSubject& list, int) { list.Filter(entries, texts[i]); }));
     }
-    for (auto& [text, values] : keystrokes)
-        figures.slowestFilter = std::max(figures.slowestFilter, Median(values));
-    MeasureScrolling(list, frames, figures);
-    return figures;
+    for (const auto& ofText : keystrokes) {
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            std::vector<double> values;
+            for (const std::vector<double>& run : ofText)
+                values.push_back(run[i]);
+            all[i].slowestFilter = std::max(all[i].slowestFilter, Median(std::move(values)));
+        }
+    }
+    for (std::size_t i = 0; i < lists.size(); ++i)
+        MeasureScrolling(*lists[i], frames, all[i]);
+    return all;
 }
 
 /// `verdicts` null: only told.
@@ -110,15 +141,16 @@ void PrintRow(const std::string& what, const std::vector<Figures>& all, double F
 void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts)
 {
     std::printf("  %-22s", "beside Qt's own lists");
-    std::vector<Figures> all;
+    Lists lists;
     for (const auto& make : {MakeOurList, MakeTreeWidget, MakeProxyTable}) {
-        const auto list = make();
-        std::printf(" %17s", list->Name().c_str());
-        std::fflush(stdout);
-        all.push_back(MeasureList(*list, entries, runs, frames));
+        lists.push_back(make());
+        std::printf(" %17s", lists.back()->Name().c_str());
+    }
+    std::fflush(stdout);
+    const std::vector<Figures> all = MeasureLists(lists, entries, runs, frames);
+    for (const auto& list : lists)
         verdicts.Require("a list does not show what it was filled with",
                          list->ShownRows() == static_cast<int>(entries.size()));
-    }
     std::printf("   best of theirs / ours\n");
     Verdicts* const held = entries.size() >= 10'000 ? &verdicts : nullptr;
     PrintRow("fill, sorted by name", all, &Figures::fill, held);
