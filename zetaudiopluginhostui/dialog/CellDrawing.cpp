@@ -40,23 +40,31 @@ pixmill::Font GetCellFont()
     return {pixmill::ValidateFontName(zetui::ui::GetFontName(0)), zetui::ui::GetFontSize(0)};
 }
 
-std::wstring ShownCellText(const std::wstring& text, pixmill::TextTruncation truncation, float width)
+float GetCellTextRoom(float cellWidth, std::optional<float> end)
 {
-    return pixmill::TruncateString(GetCellFont(), text, truncation, width - 2 * GetCellTextPadding());
+    const float padding = GetCellTextPadding();
+    const float room = cellWidth - 2 * padding;
+    return end ? std::min(room, *end - padding) : room;
+}
+
+std::wstring ShownCellText(const CellText& text, float cellWidth)
+{
+    return pixmill::TruncateString(GetCellFont(), text.text, text.truncation,
+                                   GetCellTextRoom(cellWidth, text.end));
 }
 
 void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, const CellText& text)
 {
     namespace colors = zetui::skins::utilities;
-    const float width = std::min(cell.width, text.end.value_or(cell.width));
-    const std::wstring shown = ShownCellText(text.text, text.truncation, width);
+    const std::wstring shown = ShownCellText(text, cell.width);
     if (shown.empty())
         return;
     const pixmill::Pixmill::Clip clip(context, cell);
     const float padding = GetCellTextPadding();
     const pixmill::Font font = GetCellFont();
     if (text.failure && text.enabled)
-        DrawFailureSurface(context, cell, pixmill::GetTextWidth(font, shown), width);
+        DrawFailureSurface(context, cell, pixmill::GetTextWidth(font, shown),
+                           std::min(cell.width, text.end.value_or(cell.width)));
     context.DrawText(shown, font,
                      text.enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
                      cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));

@@ -14,10 +14,6 @@ float GetCellTextPadding();
 /// The font of the cells.
 zetui::pixmill::Font GetCellFont();
 
-/// What a cell of this width shows of a text: all of it where it has room between the paddings, else as much
-/// as has, with an ellipsis.
-std::wstring ShownCellText(const std::wstring& text, zetui::pixmill::TextTruncation truncation, float width);
-
 struct CellText
 {
     std::wstring text;
@@ -29,6 +25,11 @@ struct CellText
     /// Stands on a surface of its own that says so.
     bool failure = false;
 };
+
+/// How wide a text may be: what is between the paddings, or less where it must end earlier.
+float GetCellTextRoom(float cellWidth, std::optional<float> end = std::nullopt);
+/// All of the text where it has room in a cell of this width, else as much as has, with an ellipsis.
+std::wstring ShownCellText(const CellText& text, float cellWidth);
 
 /// Draws a text into a cell, shortened where it has no room, in the colour of an enabled or disabled list.
 void DrawCellText(zetui::pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell,

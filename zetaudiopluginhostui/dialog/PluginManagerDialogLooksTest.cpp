@@ -85,12 +85,25 @@ TEST_P(DialogLooks, ATextIsWholeBetweenThePaddingsAndHasAnEllipsisWhereItHasNoRo
         const float textWidth = GetTextWidth(GetCellFont(), text);
         for (const auto truncation : {TextTruncation::End, TextTruncation::Middle})
             for (float width = 2 * padding + 14; width < textWidth + 2 * padding + 20; ++width) {
-                const std::wstring seen = ShownCellText(text, truncation, width);
+                const std::wstring seen = ShownCellText({.text = text, .truncation = truncation}, width);
                 EXPECT_LE(GetTextWidth(GetCellFont(), seen), width - 2 * padding) << width;
                 EXPECT_EQ(seen.find(ellipsis) == std::wstring::npos, seen == text) << width;
                 EXPECT_EQ(seen == text, textWidth <= width - 2 * padding) << width;
             }
     }
+}
+
+TEST_P(DialogLooks, TheStatusOfABannedPluginIsWholeBesideItsButtonInAFittedColumn)
+{
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    const auto reload = ReloadButtonOf(L"bad.so");
+    ASSERT_TRUE(reload);
+    const float width = PluginList().GetHeaderRow()->GetColumnWidth(kColumnStatus);
+    const CellText status{.text = L"Not Working", .end = reload->UI_GetLocalRectF(true).left};
+    ASSERT_LT(*status.end, width);
+    EXPECT_EQ(ShownCellText(status, width), status.text);
+    EXPECT_NE(ShownCellText({.text = status.text, .end = *status.end - 20}, width), status.text);
 }
 
 TEST_P(DialogLooks, ThePathTakesTheFreeWidthAndThereIsAScrollBarOnlyWhereTheColumnsHaveNoRoom)
