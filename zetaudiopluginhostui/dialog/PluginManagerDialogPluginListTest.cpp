@@ -3,8 +3,6 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -36,14 +34,6 @@ class PluginListView : public DialogFixture
         QTest::mouseMove(header.viewport(), edge);
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, edge);
         QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, edge);
-        HandleEvents();
-    }
-    void EnterIntoFindBox(const QString& text) const
-    {
-        FindBox().setFocus();
-        QInputMethodEvent event;
-        event.setCommitString(text);
-        QApplication::sendEvent(&FindBox(), &event);
         HandleEvents();
     }
     bool IsEnabled(const char* id) const { return Node<UI_Node>(id).UI_IsEnabled(); }
@@ -127,36 +117,6 @@ TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPlugi
     EXPECT_THAT(Names(), ElementsAre(L"Both", L"bad.so"));
     TypeIntoFindBox("both");
     EXPECT_THAT(Names(), ElementsAre(L"Both"));
-}
-
-TEST_F(PluginListView, FindTextIsFoundInNamePathAndVersionWhateverTheCaseOfItsLatinLetters)
-{
-    AddPlugin(L"One", L"/plugins/VST3/one.so");
-    AddPlugin(L"Two", L"/plugins/other/two.so", L"7.5");
-    Ban(L"/plugins/vst2/bad.so");
-    OpenDialog();
-    TypeIntoFindBox("vst");
-    EXPECT_THAT(Names(), ElementsAre(L"One", L"bad.so"));
-    FindBox().clear();
-    TypeIntoFindBox("TWO");
-    EXPECT_THAT(Names(), ElementsAre(L"Two"));
-    FindBox().clear();
-    TypeIntoFindBox("7.5");
-    EXPECT_THAT(Names(), ElementsAre(L"Two"));
-    FindBox().clear();
-    TypeIntoFindBox("-");
-    EXPECT_THAT(Names(), ElementsAre(L"bad.so")) << "the version of a banned plug-in";
-    TypeIntoFindBox("x");
-    EXPECT_THAT(Names(), IsEmpty());
-}
-
-TEST_F(PluginListView, AnAccentedCapitalInTheFindTextMatchesOnlyItself)
-{
-    AddPlugin(L"\u00c9cho", L"/a/1.so");
-    AddPlugin(L"\u00e9cho", L"/a/2.so");
-    OpenDialog();
-    EnterIntoFindBox(QString::fromStdWString(L"\u00c9CH"));
-    EXPECT_THAT(Names(), ElementsAre(L"\u00c9cho"));
 }
 
 TEST_F(PluginListView, ABannedRowSaysSoAndSortsWithTheDisabledOnes)
@@ -244,57 +204,6 @@ TEST_F(PluginListView, DisableAllAndEnableAllReachThePluginsThatTheListDoesNotSh
     EXPECT_TRUE(CheckboxOf(L"One")->IsChecked());
 }
 
-TEST_F(PluginListView, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    // A fill makes the widgets of the rows anew.
-    auto checkbox = CheckboxOf(L"One");
-    const auto wasFilledAgain = [&] {
-        HandleEvents();
-        const auto now = CheckboxOf(L"One");
-        return std::exchange(checkbox, now) != now;
-    };
-    TypeIntoFindBox("o");
-    EXPECT_TRUE(wasFilledAgain());
-    QTest::keyClick(&FindBox(), Qt::Key_Backspace);
-    EXPECT_TRUE(wasFilledAgain());
-    QTest::keyClick(&FindBox(), Qt::Key_Left);
-    EXPECT_FALSE(wasFilledAgain());
-    WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain()) << "leaving the box commits the text that is there already";
-    TypeIntoFindBox("on");
-    EXPECT_TRUE(wasFilledAgain());
-    WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain());
-    TheRegistry().GetPluginInfosChangedSignal()();
-    EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
-}
-
-TEST_F(PluginListView, AFindTextThatIsOnlyCommittedNarrowsTheListToo)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    AddPlugin(L"Two", L"/a/2.so");
-    OpenDialog();
-    FindBox().setFocus();
-    Node<zetui::controls::UI_SearchBox>(ids::kFindTextEdit).SetValue(L"two");
-    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
-    WidgetOf(PluginList()).setFocus();
-    EXPECT_THAT(Names(), ElementsAre(L"Two"));
-}
-
-TEST_F(PluginListView, AFillByTheFindTextGoesToTheTopAndOneByEnableAllStays)
-{
-    AddManyPlugins(100);
-    OpenDialog();
-    PluginList().ScrollToRow(PluginList().GetRowAt(99).get());
-    HandleEvents();
-    Press(ids::kDisableAllButton);
-    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(99).get()));
-    TypeIntoFindBox("plugin");
-    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
-}
-
 TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
 {
     AddPlugin(L"One", L"/a/1.so");
@@ -379,38 +288,6 @@ TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)
     PluginList().SelectCell(RowOf(L"bad.so").get(), kStatusCell);
     HandleEvents();
     EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*ReloadButtonOf(L"bad.so")));
-}
-
-TEST_F(PluginListView, TypingAfterACheckboxWasClickedSortsByWhatIsEnabledNow)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    const auto two = AddPlugin(L"Two", L"/a/2.so");
-    settings.sortColumn = kColumnEnabled;
-    settings.sortAscending = true;
-    OpenDialog();
-    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
-    PressAt(*CheckboxOf(L"Two"), 7, 7);
-    ASSERT_FALSE(two->IsEnabled());
-    TypeIntoFindBox("so");
-    EXPECT_THAT(Names(), ElementsAre(L"Two", L"One"));
-}
-
-TEST_F(PluginListView, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    AddPlugin(L"Two", L"/a/2.so");
-    Ban(L"/a/3.so");
-    OpenDialog();
-    AddPlugin(L"Four", L"/a/4.so");
-    TypeIntoFindBox("s");
-    EXPECT_THAT(Names(), ElementsAre(L"One", L"Two", L"Four", L"3.so"));
-    TheRegistry().RemovePluginLocators({Vst(L"/a/1.so")});
-    TypeIntoFindBox("o");
-    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"3.so"));
-    TheBanned().RemoveBannedPlugin(Vst(L"/a/3.so"));
-    Ban(L"/a/5.so");
-    TypeIntoFindBox("\b");
-    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"5.so"));
 }
 
 } // namespace
