@@ -33,9 +33,9 @@ void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& 
     const bool fits = pixmill::GetTextWidth(font, text) <= cell.width - padding;
     const std::wstring shown =
         fits ? text : pixmill::TruncateString(font, text, truncation, cell.width - 2 * padding);
-    context.DrawText(shown, font,
-                     enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
-                     cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));
+    context.DrawString(shown, font,
+                       enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
+                       cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));
 }
 
 } // namespace zetaudiopluginhostui

@@ -62,7 +62,7 @@ void Pixmill::FillRect(const zetcore::geom::RectT<float>& rect, const Color& col
     PainterOf(painter).fillRect(ToQt(rect), ToQt(color));
 }
 
-void Pixmill::DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y)
+void Pixmill::DrawString(const std::wstring& text, const Font& font, const Color& color, float x, float y)
 {
     QPainter& target = PainterOf(painter);
     const QPen pen = target.pen();
