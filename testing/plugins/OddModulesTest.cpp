@@ -79,7 +79,7 @@ TEST_F(OddModules, copied_from_bundles_have_their_library_renamed_with_them)
     EXPECT_EQ(copy, folder / "other.vst3");
     EXPECT_TRUE(std::filesystem::exists(copy / "Contents/Resources/moduleinfo.json"));
     const auto library =
-        copy / "Contents" / vst3::bundleArchitecture / ("other" + std::string(ModuleSuffix()));
+        copy / "Contents" / vst3::bundleArchitecture / ("other" + std::string(BundleLibrarySuffix()));
     EXPECT_TRUE(Loads(library));
 }
 

@@ -35,6 +35,8 @@ const std::vector<TestPluginFacts>& GoodTestPluginFacts();
 
 /// ".so" or ".dll".
 std::string_view ModuleSuffix();
+/// That of the library in a VST3 bundle: ".so" or ".vst3".
+std::string_view BundleLibrarySuffix();
 
 // Files that look like plug-ins and are none, or are ones with names that are hard to carry. Each is made in
 // `folder`, which exists; its path is returned.

@@ -8,7 +8,8 @@ namespace zetcore::threads {
 void Backoff::operator()()
 {
     constexpr std::chrono::microseconds longest{2000};
-    std::this_thread::sleep_for(next);
+    // Until a time: some systems cut a short sleep down to nothing.
+    std::this_thread::sleep_until(std::chrono::steady_clock::now() + next);
     next = std::min(next * 2, longest);
 }
 
