@@ -8,4 +8,8 @@ namespace zetui::dialogs {
 /// or belongs to a window system without such a state.
 bool EnableForeignWindow(HWND window, bool enable);
 
+/// Keeps a window of ours above a foreign one, and hides and minimises it with that; a null owner ends this.
+/// Nothing happens where one of them is gone, or where the toolkit ties the two together itself.
+void SetForeignOwner(HWND window, HWND owner);
+
 } // namespace zetui::dialogs

@@ -8,4 +8,7 @@ bool EnableForeignWindow(HWND, bool)
     return false;
 }
 
+// A transient parent is enough there.
+void SetForeignOwner(HWND, HWND) {}
+
 } // namespace zetui::dialogs

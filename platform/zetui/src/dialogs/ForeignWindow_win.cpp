@@ -15,4 +15,14 @@ bool EnableForeignWindow(HWND window, bool enable)
     return true;
 }
 
+// The toolkit makes only its own windows owners.
+void SetForeignOwner(HWND window, HWND owner)
+{
+    if (!IsWindow(window) || (owner && !IsWindow(owner)))
+        return;
+    // A part of a window owns nothing.
+    const HWND whole = owner ? GetAncestor(owner, GA_ROOT) : nullptr;
+    SetWindowLongPtrW(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(whole));
+}
+
 } // namespace zetui::dialogs
