@@ -22,4 +22,5 @@ list(APPEND CMAKE_PREFIX_PATH "${ZET_WINDOWS_PREFIX}")
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake)
 
-set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../../tools/windows/under-wine")
+get_filename_component(CMAKE_CROSSCOMPILING_EMULATOR
+  "${CMAKE_CURRENT_LIST_DIR}/../../tools/windows/under-wine" ABSOLUTE)
