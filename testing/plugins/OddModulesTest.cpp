@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <zettesting/Emulation.h>
 #include <zettesting/Environment.h>
 #include <zettesting/TemporaryFolder.h>
 
@@ -86,6 +87,11 @@ TEST_F(OddModules, copied_from_bundles_have_their_library_renamed_with_them)
 TEST_F(OddModules, link_cycle_leads_to_itself)
 {
     const auto cycle = MakeLinkCycle(folder.Path());
+    if (IsWine()) {
+        // Wine 8 makes no links.
+        EXPECT_TRUE(std::filesystem::is_empty(cycle));
+        return;
+    }
     EXPECT_TRUE(std::filesystem::equivalent(cycle, cycle / "again/again/up/cycle"));
     std::error_code error;
     const auto first = (cycle / "first").concat(ModuleSuffix());

@@ -67,7 +67,7 @@ std::vector<std::filesystem::path> CopyTestPluginWithOddNames(std::string_view n
 std::vector<std::filesystem::path> OddFileNames();
 
 /// A folder with a link to itself inside, a link to its parent, and two links with a module's suffix that
-/// lead to one another. Gives the folder.
+/// lead to one another. Gives the folder. Under Wine, which has no links, the folder is empty.
 std::filesystem::path MakeLinkCycle(const std::filesystem::path& folder);
 
 } // namespace zettesting
