@@ -11,8 +11,8 @@ namespace {
 
 std::filesystem::path Normalised(const std::wstring& path)
 {
-    std::filesystem::path given = ToNativePath(path);
-    given.make_preferred();
+    // Made anew, because GCC's library leaves the parts of a path that it makes preferred as they were.
+    const std::filesystem::path given(ToNativePath(path).make_preferred().native());
     std::filesystem::path result;
     for (const std::filesystem::path& part : given)
         if (!part.empty() && part != ".")
