@@ -136,8 +136,8 @@ class OurList final : public ListSubject
         const float padding = UI_MultiColumnTree::GetDefaultCellPadding().second;
         const std::wstring text = pixmill::TruncateString(
             font, TextAt(EntryOf(row), position), pixmill::TextTruncation::End, rect.width - 2 * padding);
-        context.DrawText(text, font, skins::utilities::GetDefaultTextColor(), rect.left + padding,
-                         rect.top + pixmill::GetFontBaseline(font, rect.height));
+        context.DrawString(text, font, skins::utilities::GetDefaultTextColor(), rect.left + padding,
+                           rect.top + pixmill::GetFontBaseline(font, rect.height));
     }
 
     QWidget window;

@@ -1,3 +1,4 @@
+#include "BadPluginReasons.h"
 #include "ScannerFixture.h"
 
 #include <ostream>
@@ -13,21 +14,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-struct Banned
-{
-    const char* plugin;
-    /// How the recorded reason begins.
-    const char* reason;
-    /// Short only for those that use it up: a busy machine must not make others do so.
-    int secondsLimit = 50;
-};
-
-std::ostream& operator<<(std::ostream& stream, const Banned& banned)
-{
-    return stream << banned.plugin;
-}
-
-class BannedPlugin : public ScannerFixture, public testing::WithParamInterface<Banned>
+class BannedPlugin : public ScannerFixture, public testing::WithParamInterface<BadPluginReason>
 {};
 
 TEST_P(BannedPlugin, takes_down_the_scanner_and_leaves_its_reason_and_the_good_ones_around_it_are_found)
@@ -44,25 +31,8 @@ TEST_P(BannedPlugin, takes_down_the_scanner_and_leaves_its_reason_and_the_good_o
     EXPECT_EQ(scan.reported.size(), 3U);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Each, BannedPlugin,
-    testing::Values(
-        Banned{"bad/crash_on_load", "crashed (segmentation fault) while being loaded"},
-        Banned{"bad/crash_in_entry", "crashed (segmentation fault) in its entry function"},
-        Banned{"bad/crash_when_asked_name", "crashed (segmentation fault) while being asked what it is"},
-        Banned{"bad/crash_on_close", "crashed (segmentation fault) while being closed"},
-        Banned{"bad/crash_on_unload", "crashed (segmentation fault) while being unloaded"},
-        Banned{"bad/crash_vst3_factory", "crashed (segmentation fault) in its entry function"},
-        Banned{"bad/aborts", "crashed (aborted) in its entry function"},
-        Banned{"bad/overflows_stack", "crashed (segmentation fault) in its entry function"},
-        Banned{"bad/exits_zero", "ended the process (exit code 0) in its entry function"},
-        Banned{"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
-        Banned{"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
-        Banned{"bad/throws_exception", "threw an exception (the plug-in gave up)"},
-        Banned{"bad/closes_descriptors", "closed files of the process that had loaded it"},
-        Banned{"bad/loops_forever", "took longer than 3 seconds in its entry function", 3},
-        Banned{"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded", 3}),
-    [](const auto& banned) { return std::string(banned.param.plugin).substr(4); });
+INSTANTIATE_TEST_SUITE_P(Each, BannedPlugin, testing::ValuesIn(BadPluginReasons()),
+                         [](const auto& bad) { return std::string(bad.param.plugin).substr(4); });
 
 struct Harmless
 {
@@ -111,6 +81,18 @@ INSTANTIATE_TEST_SUITE_P(
 class PluginsTogether : public ScannerFixture
 {};
 
+TEST_F(PluginsTogether, those_that_the_loader_stops_are_not_banned_and_the_good_ones_are_found)
+{
+    std::vector<zetaudiofilterhost::PluginLocator> locators{Plugin("good/vst2_effect")};
+    for (const char* const plugin : PluginsThatTheLoaderStops())
+        locators.push_back(Plugin(plugin));
+    locators.push_back(Plugin("good/vst2_synth"));
+    const WholeScan scan = ScanAll(prefs, locators);
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
+}
+
 TEST_F(PluginsTogether, one_that_crashes_only_after_another_passes_alone_and_is_not_banned)
 {
     const WholeScan scan = ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_poisoned"),
@@ -139,7 +121,7 @@ TEST_F(PluginsTogether, two_bad_ones_in_a_row_are_banned_each_for_its_own_reason
 
 TEST_F(PluginsTogether, a_bad_one_at_the_end_is_banned_too)
 {
-    const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/crash_on_unload")});
+    const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/crash_on_close")});
     EXPECT_EQ(scan.scannersStarted, 1);
     EXPECT_EQ(scan.failed.size(), 1U);
 }
@@ -198,7 +180,7 @@ TEST_F(PluginsTogether, names_that_are_hard_to_carry_come_through)
     for (const auto& file : zettesting::CopyTestPluginWithOddNames("good/vst2_effect", made))
         locators.push_back(LocatorOf(file));
     ASSERT_FALSE(locators.empty());
-    locators.push_back(LocatorOf(zettesting::CopyTestPlugin("bad/aborts", made, "bad \" name")));
+    locators.push_back(LocatorOf(zettesting::CopyTestPlugin("bad/aborts", made, QuotedFileName())));
     const WholeScan scan = ScanAll(prefs, locators);
     ASSERT_EQ(scan.reported.size(), locators.size());
     for (std::size_t i = 0; i < locators.size(); ++i)

@@ -29,7 +29,7 @@ void LoadBanned(const File& file)
         return;
     const PrivateFolder folder;
     const File copy(folder.Folder(), file.GetTitle());
-    FileUtils::ReplaceFile(copy.FullPath(), FileUtils::ReadFile(file), Durability::Handover);
+    FileUtils::ReplaceContent(copy.FullPath(), FileUtils::ReadFile(file), Durability::Handover);
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
     if (!banned.LoadConfiguration(copy))
         TraceProblem("the banned list " + file.FullPathUTF8() + " is damaged: " + banned.GetLoadError());

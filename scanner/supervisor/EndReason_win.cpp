@@ -11,6 +11,7 @@ std::string CrashText(long long code)
 {
     constexpr DWORD stackBufferOverrun = 0xC0000409;
     constexpr DWORD heapCorruption = 0xC0000374;
+    constexpr DWORD fatalAppExit = 0x40000015;
     constexpr DWORD cppException = 0xE06D7363;
     constexpr DWORD gccException = 0x20474343;
     switch (static_cast<DWORD>(code)) {
@@ -36,6 +37,8 @@ std::string CrashText(long long code)
         return "stack buffer overrun";
     case heapCorruption:
         return "heap corruption";
+    case fatalAppExit:
+        return "aborted";
     case cppException:
     case gccException:
         return "uncaught exception";

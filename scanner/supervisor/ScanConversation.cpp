@@ -153,7 +153,7 @@ void ScanConversation::ScanOneEntity()
     atPlugin = false;
     const auto& infos = engine->LastOutcome().infos;
     try {
-        zetcore::filesupport::FileUtils::ReplaceFile(
+        zetcore::filesupport::FileUtils::ReplaceContent(
             connected->resultPath, infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos),
             zetcore::filesupport::Durability::Handover);
     } catch (const zetcore::filesupport::file_exception& error) {

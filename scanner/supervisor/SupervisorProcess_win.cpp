@@ -1,5 +1,6 @@
 #include "SupervisorProcess.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include <windows.h>
@@ -10,6 +11,8 @@ namespace zetaudiofilterscan {
 void SetUpSupervisorProcess()
 {
     ::SetConsoleCtrlHandler(nullptr, TRUE);
+    // Its workers start with this, so that no dialog of the system's comes up whatever happens to them.
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
 std::string OwnProcessNumber()
@@ -19,6 +22,8 @@ std::string OwnProcessNumber()
 
 void EndSupervisorProcess(int exitCode)
 {
+    // Not every runtime library writes errors at once.
+    std::fflush(stderr);
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
     std::_Exit(exitCode);
 }

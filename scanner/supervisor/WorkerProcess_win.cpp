@@ -21,16 +21,15 @@ using Clock = std::chrono::steady_clock;
 constexpr DWORD maxWaitForKilledMilliseconds = 2000;
 constexpr UINT killedExitCode = 1;
 
-// Exit codes from here on are those of exceptions that nobody caught, and of `abort`.
+// A process that an exception ends has the exception's code as its exit code.
 ProcessEnd ReadEnd(HANDLE process)
 {
     constexpr DWORD firstException = 0xC0000000;
-    constexpr DWORD breakpoint = EXCEPTION_BREAKPOINT;
-    constexpr DWORD cppExceptions[] = {0xE06D7363, 0x20474343};
+    // Those below it: a breakpoint, `abort`, and GCC's C++ exceptions.
+    constexpr DWORD others[] = {static_cast<DWORD>(EXCEPTION_BREAKPOINT), 0x40000015, 0x20474343};
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);
-    const bool crashed = code >= firstException || code == breakpoint ||
-                         std::ranges::find(cppExceptions, code) != std::end(cppExceptions);
+    const bool crashed = code >= firstException || std::ranges::find(others, code) != std::end(others);
     return {crashed, static_cast<long long>(code)};
 }
 

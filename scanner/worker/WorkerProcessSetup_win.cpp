@@ -1,5 +1,6 @@
 #include "WorkerProcessSetup.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -7,11 +8,31 @@
 
 namespace zetaudiofilterscan {
 
+namespace {
+
+// The exit code that `abort` would give is one that any program may end with.
+void EndAborted(int)
+{
+    constexpr UINT statusFatalAppExit = 0x40000015;
+    ::TerminateProcess(::GetCurrentProcess(), statusFatalAppExit);
+}
+
+// An exception that nobody caught ends the process with the exception's code, and no debugger is started.
+LONG WINAPI EndWithException(EXCEPTION_POINTERS* pointers)
+{
+    ::TerminateProcess(::GetCurrentProcess(), pointers->ExceptionRecord->ExceptionCode);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+} // namespace
+
 // That the worker ends with its parent is the business of the job that the supervisor puts it into.
 void SetUpWorkerProcess(std::uint64_t)
 {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-    ::_set_abort_behavior(0, _WRITE_ABORT_MSG | _CALL_REPORTFAULT);
+    ::_set_error_mode(_OUT_TO_STDERR);
+    std::signal(SIGABRT, &EndAborted);
+    ::SetUnhandledExceptionFilter(&EndWithException);
     // This runtime has no line buffering.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
 }

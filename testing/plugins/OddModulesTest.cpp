@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <zettesting/Emulation.h>
 #include <zettesting/Environment.h>
 #include <zettesting/TemporaryFolder.h>
 
@@ -79,13 +80,18 @@ TEST_F(OddModules, copied_from_bundles_have_their_library_renamed_with_them)
     EXPECT_EQ(copy, folder / "other.vst3");
     EXPECT_TRUE(std::filesystem::exists(copy / "Contents/Resources/moduleinfo.json"));
     const auto library =
-        copy / "Contents" / vst3::bundleArchitecture / ("other" + std::string(ModuleSuffix()));
+        copy / "Contents" / vst3::bundleArchitecture / ("other" + std::string(BundleLibrarySuffix()));
     EXPECT_TRUE(Loads(library));
 }
 
 TEST_F(OddModules, link_cycle_leads_to_itself)
 {
     const auto cycle = MakeLinkCycle(folder.Path());
+    if (IsWine()) {
+        // Wine 8 makes no links.
+        EXPECT_TRUE(std::filesystem::is_empty(cycle));
+        return;
+    }
     EXPECT_TRUE(std::filesystem::equivalent(cycle, cycle / "again/again/up/cycle"));
     std::error_code error;
     const auto first = (cycle / "first").concat(ModuleSuffix());

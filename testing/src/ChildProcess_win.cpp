@@ -199,6 +199,9 @@ const ChildResult& ChildProcess::Wait(std::chrono::milliseconds limit)
     result.outputHeldOpen = heldOpen;
     result.timedOut = !ended;
     result.duration = finished - state->started;
+    for (std::string* const text : {&result.output, &result.error})
+        for (std::size_t at = 0; (at = text->find("\r\n", at)) != std::string::npos;)
+            text->erase(at, 1);
     // An exception's code stands for the signal of other systems.
     const bool exited = ended && status < 0x80000000u;
     result.exitStatus = exited ? static_cast<int>(status) : -1;

@@ -60,10 +60,12 @@ void WriteAll(const std::filesystem::path& file, std::string_view bytes)
 
 std::wstring ToWide(const std::filesystem::path& path)
 {
+    std::filesystem::path preferred = path;
+    preferred.make_preferred();
     if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
-        return path.wstring();
+        return preferred.wstring();
     else
-        return zetcore::string::UTF8to16(path.string());
+        return zetcore::string::UTF8to16(preferred.string());
 }
 
 } // namespace zettesting

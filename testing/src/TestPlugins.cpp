@@ -13,7 +13,7 @@ constexpr std::string_view bundleSuffix = ".vst3";
 
 fs::path BundleLibrary(const fs::path& bundle)
 {
-    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(ModuleSuffix());
+    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(BundleLibrarySuffix());
 }
 
 } // namespace
@@ -23,11 +23,17 @@ std::string_view ModuleSuffix()
     return ZET_MODULE_SUFFIX;
 }
 
+std::string_view BundleLibrarySuffix()
+{
+    return ZET_BUNDLE_LIBRARY_SUFFIX;
+}
+
 fs::path TestPluginsFolder()
 {
     if (const char* folder = std::getenv("ZET_TEST_PLUGINS"); folder && *folder)
         return folder;
-    return ZET_TEST_PLUGINS_FOLDER;
+    // On Windows the build's own path may lack the drive.
+    return fs::absolute(ZET_TEST_PLUGINS_FOLDER);
 }
 
 fs::path TestPlugin(std::string_view name)

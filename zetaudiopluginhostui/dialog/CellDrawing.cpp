@@ -65,9 +65,9 @@ void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& 
     if (text.failure && text.enabled)
         DrawFailureSurface(context, cell, pixmill::GetTextWidth(font, shown),
                            std::min(cell.width, text.end.value_or(cell.width)));
-    context.DrawText(shown, font,
-                     text.enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
-                     cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));
+    context.DrawString(shown, font,
+                       text.enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
+                       cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));
 }
 
 } // namespace zetaudiopluginhostui

@@ -48,9 +48,9 @@ class CellPictures : public DialogFixture
             zetui::skins::IsRunningV7OrBeyond() ? UI_MultiColumnTree::GetDefaultCellPadding().second : 6.0F;
         const float rowHeight = UI_MultiColumnTree::GetDefaultRowHeight();
         const float room = static_cast<float>(cell.width()) - 2 * padding;
-        context.DrawText(zetui::pixmill::TruncateString(font, text, truncation, room), font,
-                         enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
-                         padding, zetui::pixmill::GetFontBaseline(font, rowHeight));
+        context.DrawString(zetui::pixmill::TruncateString(font, text, truncation, room), font,
+                           enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
+                           padding, zetui::pixmill::GetFontBaseline(font, rowHeight));
         return image;
     }
     static bool IsEmpty(const QImage& image)

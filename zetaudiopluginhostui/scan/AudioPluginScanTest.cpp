@@ -123,7 +123,7 @@ TEST_F(AudioPluginScanTest, ReportsEachPluginBeforeItIsScannedAndKeepsWhatWasFou
 
 TEST_F(AudioPluginScanTest, TheMarkerNamesThePluginThatIsAboutToBeLoaded)
 {
-    const auto a = MakeFile("gr\xc3\xbc\xc3\x9f | 100%.so");
+    const auto a = MakeFile("gr\xc3\xbc\xc3\x9f & 100%.so");
     std::string marker;
     shown.onStep = [&] {
         marker = zettesting::ReadAll(Marker());
@@ -270,9 +270,7 @@ TEST_F(AudioPluginScanTest, AnExternalScanStartsFromTheSavedRegistryAndPassesThe
     scan->ScanForPlugins(nullptr, {a}, true, false, true);
     EXPECT_TRUE(savedKnown);
     EXPECT_FALSE(savedScanned);
-    const auto file = [this](const std::wstring& name) {
-        return "\"" + zetcore::string::UTF16to8(zettesting::ToWide(prefs / name)) + "\"";
-    };
+    const auto file = [this](const std::wstring& name) { return JsonText(zettesting::ToWide(prefs / name)); };
     const std::wstring settings = PluginModuleInfoManager::GetSettingsFileName();
     EXPECT_EQ(Log(1).at(1), "Connect [" + file(settings) + "," +
                                 file(BannedPluginManager::GetSettingsFileName()) + "," +

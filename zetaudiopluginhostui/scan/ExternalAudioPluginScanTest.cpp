@@ -48,10 +48,9 @@ TEST_F(ExternalScan, ConnectNamesTheFilesAndTheTwoFlags)
     Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
     ASSERT_TRUE(Start({}, true, false));
     RunUntilEnd();
-    const std::string path = (prefs / "p").string();
-    const std::string start = path.substr(0, path.size() - 1);
-    EXPECT_THAT(Log(1), Contains("Connect [\"" + start + "plugins.xml\",\"" + start + "banned.xml\",\"" +
-                                 start + "permanent.xml\",\"" + start + "plugins.xml.scan\",true,false]"));
+    const auto path = [this](const char* name) { return JsonText(zettesting::ToWide(prefs / name)); };
+    EXPECT_THAT(Log(1), Contains("Connect [" + path("plugins.xml") + "," + path("banned.xml") + "," +
+                                 path("permanent.xml") + "," + path("plugins.xml.scan") + ",true,false]"));
 }
 
 TEST_F(ExternalScan, AnEmptyPendingListStillSendsBeginScanForPluginsWithAnEmptyArray)

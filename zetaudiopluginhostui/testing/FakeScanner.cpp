@@ -53,7 +53,7 @@ class FakeScanner
     {
         do
             ++number;
-        while (!CreateNew(folder / ("launch." + std::to_string(number))));
+        while (!std::filesystem::create_directory(folder / ("launch." + std::to_string(number))));
         std::ifstream script(folder / ("script." + std::to_string(number)));
         for (std::string line; std::getline(script, line);)
             lines.push_back(line);
@@ -80,12 +80,6 @@ class FakeScanner
     }
 
   private:
-    static bool CreateNew(const std::filesystem::path& file)
-    {
-        std::FILE* const created = std::fopen(file.string().c_str(), "wx");
-        return created && std::fclose(created) == 0;
-    }
-
     std::atomic_ref<std::uint32_t> Word(std::size_t index)
     {
         return std::atomic_ref(static_cast<std::uint32_t*>(block.GetAddress())[index]);

@@ -138,9 +138,14 @@ zetaudiofilterhost::PluginLocator ScanFixture::Plugin(const std::string& name) c
     return {zetaudiofilterhost::TechnologyType::VST, zettesting::ToWide(folder / name)};
 }
 
+std::string ScanFixture::JsonText(std::wstring_view text)
+{
+    return zetmarshal::ToJson(zetcore::serialization::MakeString(text));
+}
+
 std::string ScanFixture::Quoted(const PluginLocator& plugin)
 {
-    return zetmarshal::ToJson(zetcore::serialization::MakeString(std::wstring_view(plugin.ToString())));
+    return JsonText(plugin.ToString());
 }
 
 std::string ScanFixture::Result(const PluginLocator& plugin, const std::wstring& name)

@@ -44,6 +44,8 @@ class ScanFixture : public zettesting::HostFixture
                             const std::string& subcomponent = {});
     PluginLocator Plugin(const std::string& name) const;
     /// `Plugin`'s text as JSON.
+    /// As the fake scanner's log has it.
+    static std::string JsonText(std::wstring_view text);
     static std::string Quoted(const PluginLocator& plugin);
     /// The line of a script that answers ScanOneEntity with a result for this plug-in.
     static std::string Result(const PluginLocator& plugin, const std::wstring& name);

@@ -11,8 +11,10 @@ namespace {
 
 std::filesystem::path Normalised(const std::wstring& path)
 {
+    // Made anew, because GCC's library leaves the parts of a path that it makes preferred as they were.
+    const std::filesystem::path given(ToNativePath(path).make_preferred().native());
     std::filesystem::path result;
-    for (const std::filesystem::path& part : ToNativePath(path))
+    for (const std::filesystem::path& part : given)
         if (!part.empty() && part != ".")
             result /= part;
     return result;
@@ -22,7 +24,7 @@ std::filesystem::path Normalised(const std::wstring& path)
 
 std::wstring NormalisedFolderPath(const std::wstring& path)
 {
-    return FromNativePath(Normalised(path).make_preferred());
+    return FromNativePath(Normalised(path));
 }
 
 bool IsSameFolderPath(const std::wstring& left, const std::wstring& right)

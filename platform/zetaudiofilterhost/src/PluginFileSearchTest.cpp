@@ -106,10 +106,13 @@ TEST_F(PluginFileSearchTest, TheStampOfAFileIsItsSizeAndTime)
     EXPECT_EQ(GetModuleFileStamp(locator), ModuleFileStamp());
     EXPECT_EQ(GetModuleFileStamp(PluginLocator()), ModuleFileStamp());
     WriteAll(plugins / "a.vst3", "12345");
+    // Some systems' libraries set whole seconds only.
+    const auto time =
+        std::chrono::floor<std::chrono::seconds>(std::filesystem::last_write_time(plugins / "a.vst3"));
+    std::filesystem::last_write_time(plugins / "a.vst3", time);
     const ModuleFileStamp first = GetModuleFileStamp(locator);
     EXPECT_EQ(first.size, 5u);
     EXPECT_GT(first.time, 1'500'000'000'000'000'000);
-    const auto time = std::filesystem::last_write_time(plugins / "a.vst3");
     std::filesystem::last_write_time(plugins / "a.vst3", time + std::chrono::seconds(1));
     EXPECT_EQ(GetModuleFileStamp(locator).time - first.time, 1'000'000'000);
 }

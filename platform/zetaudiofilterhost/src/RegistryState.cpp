@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "FolderPath.h"
 #include "PluginPlatform.h"
 
 namespace zetaudiofilterhost {
@@ -146,7 +147,7 @@ void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFol
         for (const PluginFolder& folder : folders.folders) {
             all.push_back(folder.path);
             if (!folder.unknown.IsEmpty())
-                technology->folderUnknown[folder.path] = folder.unknown;
+                technology->folderUnknown[NormalisedFolderPath(folder.path)] = folder.unknown;
         }
         if (!folders.unknown.IsEmpty())
             technology->unknown = folders.unknown;

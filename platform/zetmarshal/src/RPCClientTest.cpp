@@ -123,9 +123,9 @@ TEST_F(RPCClientTest, AbortsForFramesThatAreNoReply)
           R"({"jsonrpc":"2.0","id":1,"error":{"message":""}})",
           R"({"jsonrpc":"2.0","id":1,"error":{"code":4294967296,"message":""}})",
           R"([{"jsonrpc":"2.0","id":1,"result":1}])"}) {
-        auto [near, far] = zettransport::CreateMemoryStreamPair();
-        const auto aborted = zettransport::Session::Create(near);
-        const auto sender = zettransport::Session::Create(far);
+        auto [nearEnd, farEnd] = zettransport::CreateMemoryStreamPair();
+        const auto aborted = zettransport::Session::Create(nearEnd);
+        const auto sender = zettransport::Session::Create(farEnd);
         EventLog events;
         aborted->SetCloseCallback([&](const auto&) {
             events.Add("closed");
@@ -214,8 +214,8 @@ TEST_F(RPCClientTest, MayBeDestroyedInItsHandler)
 TEST_F(RPCClientTest, DropsHandlersUncalledWhenTheSessionCloses)
 {
     for (const bool weClose : {true, false}) {
-        auto [near, far] = zettransport::CreateMemoryStreamPair();
-        const auto closing = zettransport::Session::Create(near);
+        auto [nearEnd, farEnd] = zettransport::CreateMemoryStreamPair();
+        const auto closing = zettransport::Session::Create(nearEnd);
         RPCClient idle(closing, L"x");
         {
             const std::shared_ptr<void> guard(nullptr, [this](void*) { peerLog.Add("dropped"); });
@@ -226,7 +226,7 @@ TEST_F(RPCClientTest, DropsHandlersUncalledWhenTheSessionCloses)
         if (weClose)
             closing->Close();
         else
-            far->Close();
+            farEnd->Close();
         EXPECT_EQ(peerLog.Await(weClose ? 1 : 2).size(), weClose ? 1u : 2u);
     }
     EXPECT_THAT(log.Now(), IsEmpty());

@@ -20,10 +20,10 @@ class RPCFixture : public zettesting::HostFixture
     RPCFixture()
     {
         zetcore::debug::SetMasterTraceVolume(9);
-        auto [near, far] = zettransport::CreateMemoryStreamPair();
-        stream = near;
-        session = zettransport::Session::Create(std::move(near));
-        peer = zettransport::Session::Create(std::move(far));
+        auto [nearEnd, farEnd] = zettransport::CreateMemoryStreamPair();
+        stream = nearEnd;
+        session = zettransport::Session::Create(std::move(nearEnd));
+        peer = zettransport::Session::Create(std::move(farEnd));
     }
 
     /// No handler may run any more when the logs go.

@@ -163,9 +163,9 @@ TEST_F(RPCServerTest, AbortsForWhatIsNoJsonRpc)
           std::string(R"({"method":"echo","id":1})"), std::string(R"({"jsonrpc":"1.0","method":"echo"})"),
           std::string(R"({"jsonrpc":"2.0","method":"echo"} x)"),
           std::string(70, '[') + std::string(70, ']')}) {
-        auto [near, far] = zettransport::CreateMemoryStreamPair();
-        const auto aborted = zettransport::Session::Create(near);
-        const auto sender = zettransport::Session::Create(far);
+        auto [nearEnd, farEnd] = zettransport::CreateMemoryStreamPair();
+        const auto aborted = zettransport::Session::Create(nearEnd);
+        const auto sender = zettransport::Session::Create(farEnd);
         EventLog events;
         aborted->SetCloseCallback([&](const auto&) {
             events.Add("closed");
@@ -234,17 +234,17 @@ TEST_F(RPCServerTest, ClientAndServerTalkOverSockets)
     const auto calling = zettransport::SocketTransport::Create(1);
     std::unique_ptr<RPCServer> accepted;
     const auto port =
-        serving->ServerStart([&](const std::shared_ptr<zettransport::Session>& far, const auto&) {
-            accepted = std::make_unique<RPCServer>(far);
+        serving->ServerStart([&](const std::shared_ptr<zettransport::Session>& farEnd, const auto&) {
+            accepted = std::make_unique<RPCServer>(farEnd);
             accepted->Register("echo", [](const Array& params, const Responder& responder) {
                 responder->Succeed(params.at(0));
             });
             accepted->Start();
             return true;
         });
-    const auto near = calling->ClientStart("127.0.0.1", port);
-    ASSERT_TRUE(near);
-    RPCClient client(near, L"ClientUnknown");
+    const auto nearEnd = calling->ClientStart("127.0.0.1", port);
+    ASSERT_TRUE(nearEnd);
+    RPCClient client(nearEnd, L"ClientUnknown");
     std::atomic<int> left = 500;
     std::function<void()> next = [&] {
         const Call call = BuildCall("echo", MakeValue(Array{MakeValue(static_cast<long long>(left))}));

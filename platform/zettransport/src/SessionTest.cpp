@@ -30,9 +30,9 @@ class SessionTest : public zettesting::HostFixture
     SessionTest()
     {
         zetcore::debug::SetMasterTraceVolume(9);
-        auto [near, far] = CreateMemoryStreamPair();
-        session = Session::Create(std::move(near));
-        other = std::move(far);
+        auto [nearEnd, farEnd] = CreateMemoryStreamPair();
+        session = Session::Create(std::move(nearEnd));
+        other = std::move(farEnd);
     }
 
     /// No handler may run any more when the log goes.
@@ -251,8 +251,8 @@ TEST_F(SessionTest, StartsOnlyOnce)
 TEST_F(SessionTest, CallsBackAtMostOnceHoweverClosesRace)
 {
     for (int i = 0; i < 500; ++i) {
-        auto [near, far] = CreateMemoryStreamPair();
-        const auto raced = Session::Create(near);
+        auto [nearEnd, farEnd] = CreateMemoryStreamPair();
+        const auto raced = Session::Create(nearEnd);
         std::atomic<int> calls = 0;
         raced->Start([](const std::string&) {});
         const auto callback = [&](const std::shared_ptr<Session>&) {
@@ -267,13 +267,13 @@ TEST_F(SessionTest, CallsBackAtMostOnceHoweverClosesRace)
                 raced->SetCloseCallback(callback);
         });
         std::thread aborting([&] { raced->Abort("race"); });
-        far->Close();
+        farEnd->Close();
         if (weClose)
             raced->SetCloseCallback(callback);
         closing.join();
         aborting.join();
-        Settle(*near);
-        Settle(*near);
+        Settle(*nearEnd);
+        Settle(*nearEnd);
         EXPECT_FALSE(raced->IsOpen());
         if (weClose) {
             EXPECT_LE(calls, 1);
@@ -282,7 +282,7 @@ TEST_F(SessionTest, CallsBackAtMostOnceHoweverClosesRace)
         }
         const int before = calls;
         raced->SetCloseCallback(callback);
-        Settle(*near);
+        Settle(*nearEnd);
         EXPECT_EQ(calls, before);
     }
 }

@@ -1,6 +1,7 @@
 #include "SocketListener.h"
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -24,8 +25,8 @@ std::shared_ptr<SocketListener> SocketListener::Open(std::shared_ptr<IoThreads> 
 }
 
 SocketListener::SocketListener(std::shared_ptr<IoThreads> ioThreads, ConnectionHandler connectionHandler)
-    : io(std::move(ioThreads)), acceptor(io->Context()), pause(io->Context()),
-      handler(std::make_shared<const ConnectionHandler>(std::move(connectionHandler)))
+    : io(std::move(ioThreads)), acceptor(io->Context()), connections(io->Context(), acceptor),
+      pause(io->Context()), handler(std::make_shared<const ConnectionHandler>(std::move(connectionHandler)))
 {}
 
 void SocketListener::Listen()
@@ -48,6 +49,8 @@ void SocketListener::Listen()
     check(error);
     const tcp::endpoint bound = acceptor.local_endpoint(error);
     check(error);
+    connections.Open(error);
+    check(error);
     port = bound.port();
 }
 
@@ -56,8 +59,7 @@ void SocketListener::Close()
     std::shared_ptr<const ConnectionHandler> dropped;
     const std::lock_guard lock(mutex);
     dropped.swap(handler);
-    error_code ignored;
-    acceptor.close(ignored);
+    connections.Close();
     pause.cancel();
 }
 
@@ -66,7 +68,7 @@ void SocketListener::WaitNext()
     const std::lock_guard lock(mutex);
     if (!handler)
         return;
-    acceptor.async_wait(tcp::acceptor::wait_read, [self = shared_from_this()](const error_code& error) {
+    connections.Start([self = shared_from_this()](const error_code& error) {
         if (error)
             return;
         self->OnReady();
@@ -77,7 +79,7 @@ void SocketListener::OnReady()
 {
     while (!io->Stopping()) {
         std::error_code error;
-        sockets::NativeSocket native{};
+        std::optional<sockets::NativeSocket> native;
         std::shared_ptr<const ConnectionHandler> current;
         {
             const std::lock_guard lock(mutex);
@@ -97,9 +99,9 @@ void SocketListener::OnReady()
         }
         tcp::socket socket(io->Context());
         error_code assignError;
-        socket.assign(tcp::v4(), native, assignError);
+        socket.assign(tcp::v4(), *native, assignError);
         if (assignError)
-            sockets::Close(native);
+            sockets::Close(*native);
         else
             (*current)(std::move(socket));
     }
@@ -115,7 +117,7 @@ void SocketListener::Pause()
     pause.expires_after(std::chrono::milliseconds(100));
     pause.async_wait([self = shared_from_this()](const error_code& error) {
         if (!error)
-            self->WaitNext();
+            self->OnReady();
     });
 }
 

@@ -8,6 +8,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 
+#include "ConnectionWait.h"
 #include "IoThreads.h"
 
 namespace zettransport {
@@ -39,6 +40,7 @@ class SocketListener : public std::enable_shared_from_this<SocketListener>
 
     std::mutex mutex;
     boost::asio::ip::tcp::acceptor acceptor;
+    ConnectionWait connections;
     boost::asio::steady_timer pause;
     /// Null when closed.
     std::shared_ptr<const ConnectionHandler> handler;

@@ -8,6 +8,8 @@
 #include <boost/asio/error.hpp>
 #include <zetcore/debug/Trace.h>
 
+#include "SocketSystem.h"
+
 namespace zettransport {
 
 namespace asio = boost::asio;
@@ -130,8 +132,7 @@ void SocketStream::OnWritten(const error_code& error, std::size_t size)
 void SocketStream::BreakWrites()
 {
     writesBroken = true;
-    error_code ignored;
-    socket.shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
+    sockets::EndBothWays(socket);
 }
 
 void SocketStream::Close()

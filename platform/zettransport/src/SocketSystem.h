@@ -23,6 +23,9 @@ std::error_code Connect(NativeSocket socket, const Endpoint& endpoint, std::chro
 /// inherit it.
 NativeSocket Accept(NativeSocket listener, std::error_code& error);
 void Close(NativeSocket socket);
+/// Ends a connection both ways without closing the socket, so that a pending read ends, too; before that it
+/// gives what has arrived where the system still has it.
+void EndBothWays(boost::asio::ip::tcp::socket& socket);
 
 /// Whether the process at the other end of a connection within this machine belongs to this process's user;
 /// true where it cannot be told.

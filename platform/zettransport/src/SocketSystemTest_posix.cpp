@@ -74,9 +74,9 @@ TEST_F(SocketSystemTest, ChildProcessesInheritNoSocket)
         accepted->set_value(session);
         return true;
     });
-    const auto near = client->ClientStart("127.0.0.1", port);
-    ASSERT_TRUE(near);
-    const auto far = accepted->get_future().get();
+    const auto nearEnd = client->ClientStart("127.0.0.1", port);
+    ASSERT_TRUE(nearEnd);
+    const auto farEnd = accepted->get_future().get();
     EXPECT_EQ(InheritableDescriptors(), before);
 }
 

@@ -74,6 +74,12 @@ NativeSocket Accept(NativeSocket listener, std::error_code& error)
     return socket;
 }
 
+void EndBothWays(boost::asio::ip::tcp::socket& socket)
+{
+    boost::system::error_code ignored;
+    socket.shutdown(boost::asio::ip::tcp::socket::shutdown_both, ignored);
+}
+
 void Close(NativeSocket socket)
 {
     ::close(socket);

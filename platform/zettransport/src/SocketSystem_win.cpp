@@ -83,8 +83,18 @@ NativeSocket Accept(NativeSocket listener, std::error_code& error)
         return socket;
     }
     error.clear();
+    // It has the listener's event.
+    ::WSAEventSelect(socket, nullptr, 0);
     ::SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
     return socket;
+}
+
+void EndBothWays(boost::asio::ip::tcp::socket& socket)
+{
+    boost::system::error_code ignored;
+    socket.shutdown(boost::asio::ip::tcp::socket::shutdown_both, ignored);
+    // A read that is under way has had all that has come, and would go on waiting.
+    socket.cancel(ignored);
 }
 
 void Close(NativeSocket socket)

@@ -42,9 +42,9 @@ class SocketTransportFixture : public zettesting::HostFixture
     void Connect()
     {
         auto accepted = Listen();
-        near = client->ClientStart("127.0.0.1", port);
-        ASSERT_TRUE(near);
-        far = AwaitValue(std::move(accepted));
+        nearEnd = client->ClientStart("127.0.0.1", port);
+        ASSERT_TRUE(nearEnd);
+        farEnd = AwaitValue(std::move(accepted));
     }
 
     static void Record(Session& session, zettesting::EventLog& log)
@@ -62,8 +62,8 @@ class SocketTransportFixture : public zettesting::HostFixture
     std::shared_ptr<SocketTransport> server = SocketTransport::Create(1);
     std::shared_ptr<SocketTransport> client = SocketTransport::Create(1);
     std::uint16_t port = 0;
-    std::shared_ptr<Session> near;
-    std::shared_ptr<Session> far;
+    std::shared_ptr<Session> nearEnd;
+    std::shared_ptr<Session> farEnd;
 };
 
 } // namespace zettransport

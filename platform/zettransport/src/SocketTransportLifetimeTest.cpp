@@ -22,18 +22,18 @@ class SocketTransportLifetimeTest : public SocketTransportFixture
 TEST_F(SocketTransportLifetimeTest, DestroyingATransportClosesItsSessionsWithoutCallback)
 {
     Connect();
-    Record(*near, log);
-    Record(*far, otherLog);
+    Record(*nearEnd, log);
+    Record(*farEnd, otherLog);
     client.reset();
-    EXPECT_FALSE(near->IsOpen());
-    EXPECT_FALSE(near->Send("x"));
+    EXPECT_FALSE(nearEnd->IsOpen());
+    EXPECT_FALSE(nearEnd->Send("x"));
     EXPECT_THAT(otherLog.Await(1), ElementsAre("closed"));
-    near->SetCloseCallback([this](const std::shared_ptr<Session>&) {
+    nearEnd->SetCloseCallback([this](const std::shared_ptr<Session>&) {
         log.Add("late");
         return 0;
     });
-    near->Abort("late");
-    near->Close();
+    nearEnd->Abort("late");
+    nearEnd->Close();
     EXPECT_THAT(log.Now(), IsEmpty());
 }
 
@@ -46,23 +46,23 @@ TEST_F(SocketTransportLifetimeTest, RunsNoHandlerOnceItIsDestroyed)
         std::atomic<bool> destroyed = false;
         std::atomic<int> lateCalls = 0;
         EventLog some;
-        near->Start([&](const std::string& frame) {
+        nearEnd->Start([&](const std::string& frame) {
             if (destroyed)
                 ++lateCalls;
             some.Add(frame);
-            near->Send("more");
+            nearEnd->Send("more");
         });
-        near->SetCloseCallback([&](const std::shared_ptr<Session>&) {
+        nearEnd->SetCloseCallback([&](const std::shared_ptr<Session>&) {
             if (destroyed)
                 ++lateCalls;
             return 0;
         });
-        far->Start([&](const std::string&) { far->Send("more"); });
+        farEnd->Start([&](const std::string&) { farEnd->Send("more"); });
         for (int frame = 0; frame < 5; ++frame)
-            far->Send("more");
+            farEnd->Send("more");
         some.Await(static_cast<std::size_t>(i % 7));
         if (i % 4 == 0)
-            far->Close();
+            farEnd->Close();
         client.reset();
         destroyed = true;
         server.reset();
@@ -78,15 +78,15 @@ TEST_F(SocketTransportLifetimeTest, MayBeDestroyedInAHandlerOfItsOwn)
         Connect();
         EventLog events;
         EventLog otherEvents;
-        near->Start([&](const std::string&) {
+        nearEnd->Start([&](const std::string&) {
             client.reset();
             events.Add("destroyed");
         });
-        Record(*far, otherEvents);
-        far->Send("go");
+        Record(*farEnd, otherEvents);
+        farEnd->Send("go");
         EXPECT_THAT(events.Await(1), ElementsAre("destroyed"));
         EXPECT_THAT(otherEvents.Await(1), ElementsAre("closed"));
-        EXPECT_FALSE(near->IsOpen());
+        EXPECT_FALSE(nearEnd->IsOpen());
         server.reset();
     }
 }
@@ -94,13 +94,13 @@ TEST_F(SocketTransportLifetimeTest, MayBeDestroyedInAHandlerOfItsOwn)
 TEST_F(SocketTransportLifetimeTest, MayBeDestroyedInItsCloseCallbackAndInItsAcceptHandler)
 {
     Connect();
-    near->Start([](const std::string&) {});
-    near->SetCloseCallback([this](const std::shared_ptr<Session>&) {
+    nearEnd->Start([](const std::string&) {});
+    nearEnd->SetCloseCallback([this](const std::shared_ptr<Session>&) {
         client.reset();
         log.Add("client destroyed");
         return 0;
     });
-    far->Close();
+    farEnd->Close();
     EXPECT_THAT(log.Await(1), ElementsAre("client destroyed"));
 
     client = SocketTransport::Create(1);
@@ -109,7 +109,7 @@ TEST_F(SocketTransportLifetimeTest, MayBeDestroyedInItsCloseCallbackAndInItsAcce
         log.Add("server destroyed");
         return true;
     });
-    near = client->ClientStart("127.0.0.1", port);
+    nearEnd = client->ClientStart("127.0.0.1", port);
     EXPECT_THAT(log.Await(2), ElementsAre("client destroyed", "server destroyed"));
 }
 
@@ -119,17 +119,17 @@ TEST_F(SocketTransportLifetimeTest, CallsBackAtMostOnceHoweverClosesRace)
         Connect();
         std::atomic<int> calls = 0;
         EventLog called;
-        near->Start([](const std::string&) {});
-        near->SetCloseCallback([&](const std::shared_ptr<Session>&) {
+        nearEnd->Start([](const std::string&) {});
+        nearEnd->SetCloseCallback([&](const std::shared_ptr<Session>&) {
             ++calls;
             called.Add("closed");
             return 0;
         });
-        far->Start([](const std::string&) {});
+        farEnd->Start([](const std::string&) {});
         const bool weClose = i % 2 == 0;
-        std::thread closing([&] { weClose ? near->Close() : near->Abort("race"); });
-        std::thread sending([&] { near->Send("race"); });
-        far->Close();
+        std::thread closing([&] { weClose ? nearEnd->Close() : nearEnd->Abort("race"); });
+        std::thread sending([&] { nearEnd->Send("race"); });
+        farEnd->Close();
         closing.join();
         sending.join();
         if (!weClose)

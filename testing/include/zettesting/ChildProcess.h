@@ -22,6 +22,7 @@ struct ChildResult
     bool timedOut = false;
     /// Some process still held its standard output or error after it had ended.
     bool outputHeldOpen = false;
+    /// With '\n' at the ends of lines on every system.
     std::string output, error;
     std::chrono::duration<double> duration{};
 };

@@ -35,6 +35,8 @@ const std::vector<TestPluginFacts>& GoodTestPluginFacts();
 
 /// ".so" or ".dll".
 std::string_view ModuleSuffix();
+/// That of the library in a VST3 bundle: ".so" or ".vst3".
+std::string_view BundleLibrarySuffix();
 
 // Files that look like plug-ins and are none, or are ones with names that are hard to carry. Each is made in
 // `folder`, which exists; its path is returned.
@@ -65,7 +67,7 @@ std::vector<std::filesystem::path> CopyTestPluginWithOddNames(std::string_view n
 std::vector<std::filesystem::path> OddFileNames();
 
 /// A folder with a link to itself inside, a link to its parent, and two links with a module's suffix that
-/// lead to one another. Gives the folder.
+/// lead to one another. Gives the folder. Under Wine, which has no links, the folder is empty.
 std::filesystem::path MakeLinkCycle(const std::filesystem::path& folder);
 
 } // namespace zettesting

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <boost/config.hpp>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhostui/Export.h>
 #include <zetcore/filesupport/File.h>
@@ -19,23 +20,25 @@ class ExternalAudioPluginScan;
 
 /// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
 /// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
-/// pointer; main thread.
-class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
+/// pointer; main thread. Windows exports the members that are marked.
+class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
 {
   public:
     /// The supplier is not owned and must outlive the scan; null is allowed.
-    explicit AudioPluginScan(const zetui::pixmill::SupplierInterface* supplier);
-    AudioPluginScan(const AudioPluginScan&);
-    AudioPluginScan& operator=(const AudioPluginScan&);
-    ~AudioPluginScan() override;
+    ZETAUDIOPLUGINHOSTUI_API explicit AudioPluginScan(const zetui::pixmill::SupplierInterface* supplier);
+    ZETAUDIOPLUGINHOSTUI_API AudioPluginScan(const AudioPluginScan&);
+    ZETAUDIOPLUGINHOSTUI_API AudioPluginScan& operator=(const AudioPluginScan&);
+    ZETAUDIOPLUGINHOSTUI_API ~AudioPluginScan() override;
 
     /// Scans what the registered folders hold: new and changed plug-ins, or all with `rescanExisting`.
     /// Plug-ins whose files are gone leave the registry first.
-    void ScanForPlugins(HWND parent, bool rescanExisting, bool disableVST2ShellSkipping, bool quickEffectScan,
-                        bool useSeparateProcess);
+    ZETAUDIOPLUGINHOSTUI_API void ScanForPlugins(HWND parent, bool rescanExisting,
+                                                 bool disableVST2ShellSkipping, bool quickEffectScan,
+                                                 bool useSeparateProcess);
     /// Scans exactly these.
-    void ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                        bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
+    ZETAUDIOPLUGINHOSTUI_API void
+    ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                   bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
     /// The same for whoever tells the user about a preferences folder that cannot be written: false then, and
     /// no alert.
@@ -46,7 +49,7 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::Enable
 
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
-    static zetcore::filesupport::File GetLastScannedPluginPath();
+    ZETAUDIOPLUGINHOSTUI_API static zetcore::filesupport::File GetLastScannedPluginPath();
 
   private:
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;

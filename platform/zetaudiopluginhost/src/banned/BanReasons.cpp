@@ -65,7 +65,7 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
     if (entry == list.entries.end())
         entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
     entry->info = {CleanReason(info.reason), info.time};
-    FileUtils::ReplaceFile(file.FullPath(), WriteBanList(list, rootName), Durability::ProcessCrash);
+    FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::ProcessCrash);
 }
 
 std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator)
@@ -96,7 +96,7 @@ void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<
     if (list->entries.empty())
         file.Delete();
     else if (removed > 0)
-        FileUtils::ReplaceFile(file.FullPath(), WriteBanList(*list, rootName), Durability::ProcessCrash);
+        FileUtils::ReplaceContent(file.FullPath(), WriteBanList(*list, rootName), Durability::ProcessCrash);
 }
 
 } // namespace zetaudiopluginhost

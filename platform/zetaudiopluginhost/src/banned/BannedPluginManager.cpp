@@ -191,7 +191,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
             saved.push_back(locator);
         }
     }
-    FileUtils::ReplaceFile(file.FullPath(), WriteBanList(list, rootName), Durability::PowerCut);
+    FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::PowerCut);
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {

@@ -57,7 +57,8 @@ std::wstring FolderNameOfClient(const std::wstring& client)
     constexpr std::wstring_view refused = L"<>:\"/\\|?*";
     std::wstring name = client;
     for (wchar_t& unit : name) {
-        if ((unit >= 0 && unit < 0x20) || refused.find(unit) != std::wstring_view::npos)
+        if (std::char_traits<wchar_t>::to_int_type(unit) < 0x20 ||
+            refused.find(unit) != std::wstring_view::npos)
             unit = L'_';
     }
     // Windows drops dots and spaces at the end, and "." and ".." are not names at all.

@@ -8,7 +8,7 @@
 
 namespace zetcore::filesupport {
 
-/// `FileUtils::ReplaceFile`, under a name that no system header redefines. Throws `file_exception`.
+/// `FileUtils::ReplaceContent`, under a name that no system header redefines. Throws `file_exception`.
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability);
 
 /// A name for a temporary file that no other process or call uses at the same time.

@@ -1,6 +1,9 @@
 #include "filesupport/FileReplacement.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
+#include <vector>
 
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/string/Utf.h>
@@ -9,6 +12,7 @@
 #include "filesupport/FileStatus.h"
 #include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
+#include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"
 #include "filesupport/WholeWrite_win.h"
 
@@ -37,11 +41,38 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path)
     return target;
 }
 
+/// Moves an open file onto another one as one step, and even while readers have that one open. Systems before
+/// Windows 10 and some file systems cannot do it.
+bool MoveOntoOpenFile(HANDLE file, const std::filesystem::path& target)
+{
+    const std::wstring& name = target.native();
+    std::vector<std::max_align_t> block(
+        (sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t)) / sizeof(std::max_align_t) + 1);
+    auto* const rename = reinterpret_cast<FILE_RENAME_INFO*>(block.data());
+    rename->Flags = FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS;
+    rename->FileNameLength = static_cast<DWORD>(name.size() * sizeof(wchar_t));
+    std::copy(name.begin(), name.end(), rename->FileName);
+    // The headers name it only for versions of Windows 10 after the first.
+    constexpr auto renameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
+    return ::SetFileInformationByHandle(file, renameInfoEx, rename,
+                                        static_cast<DWORD>(block.size() * sizeof(std::max_align_t))) != 0;
+}
+
+/// Gives `to` who may use `from`, as far as this user may do that.
+void CopyAccess(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    DWORD size = 0;
+    ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::max_align_t> access(size / sizeof(std::max_align_t) + 1);
+    if (::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, access.data(), size, &size) != 0)
+        ::SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, access.data());
+}
+
 class TemporaryFile
 {
   public:
     explicit TemporaryFile(std::filesystem::path temporaryPath)
-        : path(std::move(temporaryPath)), file(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr,
+        : path(std::move(temporaryPath)), file(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
                                                              CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))
     {
         created = file.IsOpen();
@@ -65,29 +96,32 @@ class TemporaryFile
             return error;
         if (durability == Durability::PowerCut && ::FlushFileBuffers(file.Get()) == 0)
             return LastSystemError();
-        file.Close();
         return {};
     }
 
     std::error_code MoveTo(const std::filesystem::path& target, Durability durability)
     {
+        if (const DWORD attributes = ::GetFileAttributesW(target.c_str());
+            attributes != INVALID_FILE_ATTRIBUTES) {
+            CopyAccess(target, path);
+            ::SetFileAttributesW(path.c_str(), attributes);
+        }
+        if (MoveOntoOpenFile(file.Get(), target)) {
+            created = false;
+            return {};
+        }
+        file.Close();
         const DWORD flags =
             MOVEFILE_REPLACE_EXISTING | (durability == Durability::PowerCut ? MOVEFILE_WRITE_THROUGH : 0);
         const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(2);
         threads::Backoff pause;
         for (;;) {
-            // The first keeps the access list and the attributes of the file that is there.
-            if (::ReplaceFileW(target.c_str(), path.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
-                               nullptr, nullptr) != 0 ||
-                ::MoveFileExW(path.c_str(), target.c_str(), flags) != 0) {
+            if (::MoveFileExW(path.c_str(), target.c_str(), flags) != 0) {
                 created = false;
                 return {};
             }
-            // Search indexers and virus scanners hold new files open for a moment.
             const DWORD error = ::GetLastError();
-            const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
-                                 error == ERROR_ACCESS_DENIED;
-            if (!mayPass || std::chrono::steady_clock::now() > giveUp)
+            if (!MayPass(error) || std::chrono::steady_clock::now() > giveUp)
                 return {static_cast<int>(error), std::system_category()};
             pause();
         }

@@ -1,7 +1,6 @@
 #include "filesupport/FileStatus.h"
 
-#include <windows.h>
-
+#include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"
 
 namespace zetcore::filesupport {
@@ -24,16 +23,14 @@ FileStatus ReadFileStatus(const std::filesystem::path& path, std::error_code& er
 {
     // No access is asked for, so that a file that another program has open can be looked at; links are
     // followed.
-    const HANDLE file = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
+    const Handle file = OpenShared(path, 0);
+    if (!file.IsOpen()) {
         error = LastSystemError();
         return {};
     }
     BY_HANDLE_FILE_INFORMATION information{};
-    const bool read = ::GetFileInformationByHandle(file, &information) != 0;
+    const bool read = ::GetFileInformationByHandle(file.Get(), &information) != 0;
     error = read ? std::error_code{} : LastSystemError();
-    ::CloseHandle(file);
     if (!read)
         return {};
     FileStatus result;

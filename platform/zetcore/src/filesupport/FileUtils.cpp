@@ -27,7 +27,7 @@ void FileUtils::SimpleWriteStringToFile(const std::wstring& path, std::string_vi
     ReplaceWholeFile(path, bytes, Durability::Handover);
 }
 
-void FileUtils::ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability)
+void FileUtils::ReplaceContent(const std::wstring& path, std::string_view bytes, Durability durability)
 {
     ReplaceWholeFile(path, bytes, durability);
 }

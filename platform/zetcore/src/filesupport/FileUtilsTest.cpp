@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/IPlatformByteStream.h>
+#include <zetcore/string/Utf.h>
+#include <zettesting/Emulation.h>
 #include <zettesting/TemporaryFolder.h>
 
 #include "filesupport/FileReplacement.h"
@@ -43,7 +45,7 @@ TEST_F(FileUtilsTest, AFileIsCreatedAndReplaced)
     EXPECT_EQ(ReadAll(folder / "a"), bytes);
     FileUtils::SimpleWriteStringToFile(Path("a"), "new");
     EXPECT_EQ(ReadAll(folder / "a"), "new");
-    FileUtils::ReplaceFile(Path("a"), "", Durability::PowerCut);
+    FileUtils::ReplaceContent(Path("a"), "", Durability::PowerCut);
     EXPECT_EQ(ReadAll(folder / "a"), "");
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
@@ -53,7 +55,7 @@ TEST_F(FileUtilsTest, EveryDurabilityCreatesAndReplacesAndLeavesNothingElse)
     for (const Durability durability :
          {Durability::Handover, Durability::ProcessCrash, Durability::PowerCut}) {
         for (const char* bytes : {"first", "second, longer", ""}) {
-            FileUtils::ReplaceFile(Path("a"), bytes, durability);
+            FileUtils::ReplaceContent(Path("a"), bytes, durability);
             EXPECT_EQ(ReadAll(folder / "a"), bytes);
             EXPECT_THAT(Names(), ElementsAre("a"));
         }
@@ -66,7 +68,7 @@ TEST_F(FileUtilsTest, LargeContentIsWrittenWhole)
     std::string bytes(5'000'000, '\0');
     for (std::size_t index = 0; index < bytes.size(); ++index)
         bytes[index] = static_cast<char>(index * 31 >> 3);
-    FileUtils::ReplaceFile(Path("large"), bytes, Durability::PowerCut);
+    FileUtils::ReplaceContent(Path("large"), bytes, Durability::PowerCut);
     EXPECT_EQ(FileUtils::ReadFile(File(Path("large"))), bytes);
 }
 
@@ -78,7 +80,7 @@ TEST_F(FileUtilsTest, AFailedReplacementNamesTheFileAndTheCause)
     } catch (const file_exception& error) {
         EXPECT_EQ(error.Path(), Path("missing/a"));
         EXPECT_EQ(error.Cause(), std::errc::no_such_file_or_directory);
-        EXPECT_THAT(error.what(), ::testing::HasSubstr("missing/a"));
+        EXPECT_THAT(error.what(), ::testing::HasSubstr(string::UTF16to8(Path("missing/a"))));
     }
 }
 
@@ -97,16 +99,22 @@ TEST_F(FileUtilsTest, AReaderSeesTheOldOrTheNewContent)
     const std::string first(100'000, 'a');
     const std::string second(150'000, 'b');
     FileUtils::SimpleWriteStringToFile(Path("a"), first);
-    std::atomic<bool> done{false};
+    constexpr int rounds = 200;
+    std::atomic<int> written{0};
     std::thread writer([&] {
-        for (int round = 0; round < 200; ++round)
-            FileUtils::SimpleWriteStringToFile(Path("a"), round % 2 == 0 ? second : first);
-        done = true;
+        while (written < rounds) {
+            FileUtils::SimpleWriteStringToFile(Path("a"), written % 2 == 0 ? second : first);
+            ++written;
+            written.notify_one();
+        }
     });
     int torn = 0;
-    while (!done) {
+    for (int before = written; before < rounds; before = written) {
         const std::string seen = FileUtils::ReadFile(File(Path("a")));
         torn += seen == first || seen == second ? 0 : 1;
+        // The next reading meets the next writing. A file that is never closed could not be replaced
+        // everywhere.
+        written.wait(before);
     }
     writer.join();
     EXPECT_EQ(torn, 0);
@@ -211,6 +219,14 @@ TEST_F(FileUtilsTest, AnOpenStreamDoesNotKeepTheFileFromBeingReplacedOrDeleted)
 {
     WriteAll(folder / "a", "old");
     const auto stream = IPlatformByteStream::OpenForReading(File(Path("a")));
+    if (zettesting::IsWine()) {
+        // Wine 8 has neither renaming nor deleting with POSIX semantics; what must hold is that nothing is
+        // lost.
+        EXPECT_THROW(FileUtils::SimpleWriteStringToFile(Path("a"), "newer"), file_exception);
+        EXPECT_EQ(ReadAll(folder / "a"), "old");
+        EXPECT_THAT(Names(), ElementsAre("a"));
+        return;
+    }
     FileUtils::SimpleWriteStringToFile(Path("a"), "newer");
     char block[8] = {};
     EXPECT_EQ(stream->ReadBlock(block, sizeof block), 3u);

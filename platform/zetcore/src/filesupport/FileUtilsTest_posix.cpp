@@ -229,9 +229,10 @@ TEST_F(FileUtilsTestPosix, WhenTheDiskIsFullTheOldFileStaysWholeAndNothingIsLeft
         const FileSizeLimit limit(1000);
         EXPECT_EQ(CauseOf([&] { FileUtils::SimpleWriteStringToFile(Path("a"), std::string(5000, 'x')); }),
                   std::errc::file_too_large);
-        EXPECT_EQ(
-            CauseOf([&] { FileUtils::ReplaceFile(Path("b"), std::string(5000, 'x'), Durability::PowerCut); }),
-            std::errc::file_too_large);
+        EXPECT_EQ(CauseOf([&] {
+                      FileUtils::ReplaceContent(Path("b"), std::string(5000, 'x'), Durability::PowerCut);
+                  }),
+                  std::errc::file_too_large);
     }
     EXPECT_EQ(ReadAll(folder / "a"), "old");
     EXPECT_EQ(CountEntries(), 1u);

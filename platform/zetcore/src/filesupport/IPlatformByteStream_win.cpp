@@ -5,8 +5,8 @@
 #include <zetcore/filesupport/FileException.h>
 
 #include "filesupport/FileStatus.h"
-#include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
+#include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"
 
 namespace zetcore::filesupport {
@@ -25,9 +25,7 @@ class FileStream : public IPlatformByteStream
         // Windows calls opening a folder "access denied", which would send the user the wrong way.
         if (ReadFileStatus(native, error).kind == FileKind::Folder && !error)
             throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
-        handle = Handle(::CreateFileW(native.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        handle = OpenShared(native, GENERIC_READ);
         if (!handle.IsOpen())
             throw file_exception(operation, path, LastSystemError());
         if (::GetFileType(handle.Get()) != FILE_TYPE_DISK)

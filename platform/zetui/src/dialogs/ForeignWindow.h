@@ -16,4 +16,8 @@ bool EnableForeignWindow(HWND window, bool enable);
 /// window system does not know windows by a handle.
 std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window);
 
+/// Keeps a window of ours above a foreign one, and hides and minimises it with that; a null owner ends this.
+/// Nothing happens where one of them is gone, or where the toolkit ties the two together itself.
+void SetForeignOwner(HWND window, HWND owner);
+
 } // namespace zetui::dialogs

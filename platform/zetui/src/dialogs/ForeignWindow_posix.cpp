@@ -56,4 +56,7 @@ std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window)
     return zetcore::geom::RectT<int>{corner->dst_x, corner->dst_y, size->width, size->height};
 }
 
+// A transient parent is enough there.
+void SetForeignOwner(HWND, HWND) {}
+
 } // namespace zetui::dialogs

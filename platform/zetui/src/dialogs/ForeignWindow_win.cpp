@@ -25,4 +25,14 @@ std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window)
                                      static_cast<int>(place.bottom - place.top)};
 }
 
+// The toolkit makes only its own windows owners.
+void SetForeignOwner(HWND window, HWND owner)
+{
+    if (!IsWindow(window) || (owner && !IsWindow(owner)))
+        return;
+    // A part of a window owns nothing.
+    const HWND whole = owner ? GetAncestor(owner, GA_ROOT) : nullptr;
+    SetWindowLongPtrW(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(whole));
+}
+
 } // namespace zetui::dialogs

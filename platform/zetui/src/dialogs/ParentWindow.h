@@ -4,6 +4,7 @@
 
 #include <zetui/ui/WindowVariant.h>
 
+class QObject;
 class QWidget;
 class QWindow;
 
@@ -31,6 +32,7 @@ class ParentWindowLock
     /// Null when nothing was locked.
     HWND locked = nullptr;
     std::unique_ptr<QWindow> foreign;
+    std::unique_ptr<QObject> owner;
 };
 
 } // namespace zetui::dialogs

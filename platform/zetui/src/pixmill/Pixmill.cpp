@@ -73,7 +73,7 @@ void Pixmill::FillRoundedRect(const zetcore::geom::RectT<float>& rect, float rad
     target.restore();
 }
 
-void Pixmill::DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y)
+void Pixmill::DrawString(const std::wstring& text, const Font& font, const Color& color, float x, float y)
 {
     QPainter& target = PainterOf(painter);
     const QPen pen = target.pen();

@@ -125,7 +125,7 @@ TEST_F(Drawing, StaysInsideAClipUntilItEnds)
 
 TEST_F(Drawing, TextStandsOnItsBaselineAtItsLeftEnd)
 {
-    context.DrawText(L"HH", {"", 12}, {0, 0, 0, 255}, 5, 20);
+    context.DrawString(L"HH", {"", 12}, {0, 0, 0, 255}, 5, 20);
     const QRect ink = Ink();
     EXPECT_EQ(ink.bottom(), 19) << "a capital letter ends on the baseline";
     EXPECT_GE(ink.left(), 5);
@@ -139,7 +139,7 @@ TEST_F(Drawing, TextLeavesThePainterAsItWas)
     const QPen pen(Qt::green, 3);
     painter.setPen(pen);
     const QFont font = painter.font();
-    context.DrawText(L"text", {"", 20}, red, 0, 20);
+    context.DrawString(L"text", {"", 20}, red, 0, 20);
     EXPECT_EQ(painter.pen(), pen);
     EXPECT_EQ(painter.font(), font);
 }
@@ -149,7 +149,7 @@ TEST_F(Drawing, ABaselineCentresTheTextInItsCell)
     const Font font{"", 12};
     const float baseline = GetFontBaseline(font, 30);
     EXPECT_EQ(baseline, std::round(baseline));
-    context.DrawText(L"\u00C5g", font, {0, 0, 0, 255}, 2, baseline);
+    context.DrawString(L"\u00C5g", font, {0, 0, 0, 255}, 2, baseline);
     const QRect ink = Ink();
     EXPECT_NEAR(ink.center().y(), 14, 2);
     EXPECT_EQ(GetFontBaseline(font, 50) - baseline, 10);
@@ -157,11 +157,11 @@ TEST_F(Drawing, ABaselineCentresTheTextInItsCell)
 
 TEST_F(Drawing, TextThatIsNoUnicodeIsDrawnWithoutHarm)
 {
-    context.DrawText(std::wstring(L"a") + wchar_t{0xDC80} + L"\n\x1b" + wchar_t{0xD800}, {"", 12}, red, 2,
-                     20);
+    context.DrawString(std::wstring(L"a") + wchar_t{0xDC80} + L"\n\x1b" + wchar_t{0xD800}, {"", 12}, red, 2,
+                       20);
     EXPECT_FALSE(Ink().isEmpty());
-    context.DrawText(L"a", {"No such font family", -5}, red, 2, 20);
-    context.DrawText(L"a", {"", std::numeric_limits<float>::quiet_NaN()}, red, 2, 20);
+    context.DrawString(L"a", {"No such font family", -5}, red, 2, 20);
+    context.DrawString(L"a", {"", std::numeric_limits<float>::quiet_NaN()}, red, 2, 20);
 }
 
 TEST_F(Drawing, UsesTheHostsSupplier)

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QPushButton>
+#include <QTimer>
 
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
@@ -30,6 +31,17 @@ namespace {
 
 /// So that calls which go on posting others cannot keep a modal phase from its work.
 constexpr std::chrono::milliseconds postedCallsLimit{50};
+
+/// On Windows the news that a loop is to end gets lost when events are handled within the handler that ended
+/// it; so it is told again until the loop, which owns the timer, is gone.
+void EndLoop(QEventLoop& loop)
+{
+    constexpr std::chrono::milliseconds interval{10};
+    loop.quit();
+    auto* const again = new QTimer(&loop);
+    QObject::connect(again, &QTimer::timeout, &loop, &QEventLoop::quit);
+    again->start(interval);
+}
 
 std::string ResourceNameOf(std::string archiveName)
 {
@@ -201,7 +213,7 @@ void UI_ArchivedDialog::Close(Response response)
     archived->closedWith = response;
     archived->result = response;
     if (archived->loop)
-        archived->loop->quit();
+        EndLoop(*archived->loop);
     else
         FinishClosing();
 }
@@ -278,7 +290,7 @@ UI_ArchivedDialog::Response UI_ArchivedDialog::RunModal()
         throw std::logic_error("The dialog runs already");
     const utility::IntrusivePtr<UI_ArchivedDialog> kept(this);
     QEventLoop loop;
-    HandlerErrors errors([&loop] { loop.quit(); });
+    HandlerErrors errors([&loop] { EndLoop(loop); });
     BeginModal();
     // A loop cannot be ended before it runs.
     if (UI_IsShown() && !errors.HasAny()) {

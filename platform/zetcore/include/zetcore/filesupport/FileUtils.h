@@ -30,7 +30,7 @@ class ZETCORE_API FileUtils
     static void SimpleWriteStringToFile(const std::wstring& path, std::string_view bytes);
 
     /// The same with a choice of durability. A link is followed, and the file's permissions are kept.
-    static void ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability);
+    static void ReplaceContent(const std::wstring& path, std::string_view bytes, Durability durability);
 
     /// Appends the bytes, in one write where the system allows it; creates the file private to the user.
     static void AppendToFile(const std::wstring& path, std::string_view bytes);

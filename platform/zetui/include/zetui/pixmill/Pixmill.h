@@ -27,7 +27,7 @@ class ZETUI_API Pixmill
     void FillRect(const zetcore::geom::RectT<float>& rect, const Color& color);
     void FillRoundedRect(const zetcore::geom::RectT<float>& rect, float radius, const Color& color);
     /// Draws the text with its baseline's left end at (x, y).
-    void DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y);
+    void DrawString(const std::wstring& text, const Font& font, const Color& color, float x, float y);
 
     /// Keeps drawing inside the rectangle until it is destroyed.
     class ZETUI_API Clip

@@ -1,0 +1,152 @@
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "PlainHost.h"
+#include "ProgramFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using zetaudiopluginhostui::AudioPluginManagerSettings;
+
+/// The frame of a window as the module tells it: where its content is.
+RECT ContentOnScreen(HWND window)
+{
+    RECT content{};
+    ::GetClientRect(window, &content);
+    ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&content), 2);
+    return content;
+}
+
+void PressKey(HWND window, WPARAM key)
+{
+    const UINT scanCode = ::MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC);
+    ::PostMessageW(window, WM_KEYDOWN, key, static_cast<LPARAM>(scanCode << 16 | 1u));
+    ::PostMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(scanCode << 16 | 0xC0000001u));
+}
+
+/// A host with a user's folder of its own, whose dialog is closed by a key.
+class PlainHostTest : public testing::Test
+{
+  protected:
+    PlainHostTest()
+    {
+        std::array<wchar_t, MAX_PATH> path{};
+        ::GetTempPathW(static_cast<DWORD>(path.size()), path.data());
+        folder = fs::path(path.data()) / ("plainhost" + std::to_string(::GetCurrentProcessId()));
+        fs::create_directories(folder);
+        ::SetEnvironmentVariableW(L"APPDATA", folder.c_str());
+        ::SetEnvironmentVariableW(L"QT_QPA_PLATFORM", nullptr);
+    }
+    ~PlainHostTest() override
+    {
+        std::error_code ignored;
+        fs::remove_all(folder, ignored);
+    }
+
+    /// Opens the manager, moves it, and presses the key.
+    bool OpenAndPress(PlainHost& host, WPARAM key)
+    {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        bool pressed = false;
+        return host.OpenManager(settings, [this, &host, &pressed, key, limit] {
+            const HWND dialog = host.FindDialog();
+            if (dialog && !pressed) {
+                pressed = true;
+                LookAndMove(host.Window(), dialog);
+                PressKey(dialog, key);
+            }
+            // Only the dialog itself can end its event loop.
+            if (std::chrono::steady_clock::now() > limit) {
+                std::puts(pressed ? "the dialog does not close"
+                                  : "there is no dialog over the host's window");
+                std::fflush(stdout);
+                ::TerminateProcess(::GetCurrentProcess(), 1);
+            }
+        });
+    }
+
+    void LookAndMove(HWND host, HWND dialog)
+    {
+        ++dialogsSeen;
+        hostWasEnabled = ::IsWindowEnabled(host) != FALSE;
+        openedAt = ContentOnScreen(dialog);
+        ::SetWindowPos(dialog, nullptr, 131, 97, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        closedAt = ContentOnScreen(dialog);
+    }
+
+    void ExpectBoundsAre(const RECT& content) const
+    {
+        EXPECT_EQ(settings.dialogBounds.left, content.left);
+        EXPECT_EQ(settings.dialogBounds.top, content.top);
+        EXPECT_EQ(settings.dialogBounds.width, content.right - content.left);
+        EXPECT_EQ(settings.dialogBounds.height, content.bottom - content.top);
+    }
+
+    std::size_t SavedFiles() const
+    {
+        std::size_t count = 0;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+            count += entry.is_regular_file() ? 1 : 0;
+        return count;
+    }
+
+    fs::path folder;
+    AudioPluginManagerSettings settings;
+    int dialogsSeen = 0;
+    bool hostWasEnabled = true;
+    RECT openedAt{}, closedAt{};
+};
+
+TEST_F(PlainHostTest, ReturnClosesTheDialogAndTheHostGetsItsSettingsAndItsWindowBack)
+{
+    PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
+    settings.rescanExisting = true;
+    settings.hostFlag = false;
+
+    OpenAndPress(host, VK_RETURN);
+
+    ASSERT_EQ(dialogsSeen, 1);
+    EXPECT_FALSE(hostWasEnabled) << "the host's window took input while the dialog was open";
+    EXPECT_TRUE(::IsWindowEnabled(host.Window()));
+    EXPECT_EQ(::GetActiveWindow(), host.Window());
+    EXPECT_EQ(host.FindDialog(), nullptr);
+    EXPECT_GE(settings.dialogBounds.width, 1);
+    ExpectBoundsAre(closedAt);
+    EXPECT_TRUE(settings.rescanExisting);
+    EXPECT_FALSE(settings.hostFlag);
+    EXPECT_GE(SavedFiles(), 1u);
+}
+
+TEST_F(PlainHostTest, EscapeClosesTheDialogToo)
+{
+    PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
+
+    EXPECT_FALSE(OpenAndPress(host, VK_ESCAPE));
+
+    ASSERT_EQ(dialogsSeen, 1);
+    EXPECT_FALSE(hostWasEnabled);
+    EXPECT_TRUE(::IsWindowEnabled(host.Window()));
+    ExpectBoundsAre(closedAt);
+}
+
+TEST_F(PlainHostTest, TheDialogOpensWhereTheSettingsSay)
+{
+    PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
+    OpenAndPress(host, VK_ESCAPE);
+    const auto bounds = settings.dialogBounds;
+
+    OpenAndPress(host, VK_ESCAPE);
+
+    ASSERT_EQ(dialogsSeen, 2);
+    EXPECT_EQ(openedAt.left, bounds.left);
+    EXPECT_EQ(openedAt.top, bounds.top);
+    EXPECT_EQ(openedAt.right - openedAt.left, bounds.width);
+    EXPECT_EQ(openedAt.bottom - openedAt.top, bounds.height);
+}
+
+} // namespace

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// What the headers of a 64-bit Windows program or library say about other files. Reads the file at once;
+/// throws `std::runtime_error`, which names it, when it is something else or is cut off.
+class PortableExecutable
+{
+  public:
+    explicit PortableExecutable(const std::filesystem::path& file);
+
+    /// The libraries that are loaded with it, as they are spelled, those that are loaded on first use
+    /// included.
+    std::vector<std::string> Imports() const;
+    /// The names that it exports, in the table's order, which is alphabetical.
+    std::vector<std::string> Exports() const;
+
+  private:
+    struct Section
+    {
+        std::uint32_t address;
+        std::uint32_t size;
+        std::uint32_t offset;
+    };
+
+    [[noreturn]] void Fail(const std::string& what) const;
+    std::uint32_t Number(std::size_t offset, std::size_t size) const;
+    std::string Text(std::uint32_t address) const;
+    /// The place in the file of what is at this address in memory.
+    std::size_t OffsetOf(std::uint32_t address) const;
+    /// The address of one of the header's tables; 0 where there is none.
+    std::uint32_t Table(std::size_t index) const;
+    void AppendImports(std::uint32_t table, std::size_t entrySize, std::size_t nameAt,
+                       std::vector<std::string>& names) const;
+
+    std::string name;
+    std::string bytes;
+    std::size_t tables = 0;
+    std::size_t tableCount = 0;
+    std::vector<Section> sections;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+
+namespace zettransport {
+
+/// Waits on a context's threads until a listening socket has a connection to accept. (Asio's own wait for
+/// that fails on Windows.) One thread at a time.
+class ConnectionWait
+{
+  public:
+    using ReadyHandler = std::function<void(const boost::system::error_code&)>;
+
+    /// The acceptor, which is to stay, need not listen yet.
+    ConnectionWait(boost::asio::io_context& context, boost::asio::ip::tcp::acceptor& acceptor);
+    ~ConnectionWait();
+    ConnectionWait(const ConnectionWait&) = delete;
+    ConnectionWait& operator=(const ConnectionWait&) = delete;
+
+    /// Once, when the acceptor listens.
+    void Open(boost::system::error_code& error);
+    /// Calls `ready` when something has come, after which all connections there are must be accepted, or with
+    /// an error when it is closed before that. One wait at a time.
+    void Start(ReadyHandler ready);
+    /// Closes the acceptor, too.
+    void Close();
+
+  private:
+    struct Signal;
+
+    boost::asio::ip::tcp::acceptor& acceptor;
+    std::unique_ptr<Signal> signal;
+};
+
+} // namespace zettransport

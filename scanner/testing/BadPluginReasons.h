@@ -1,0 +1,32 @@
+#pragma once
+
+#include <ostream>
+#include <vector>
+
+namespace zetaudiofilterscan {
+
+/// A plug-in that takes its process down or uses its time up, and what the scanner says of it.
+struct BadPluginReason
+{
+    const char* plugin;
+    /// How the recorded reason begins.
+    const char* reason;
+    /// Short only for those that use it up: a busy machine must not make others do so.
+    int secondsLimit = 50;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const BadPluginReason& bad)
+{
+    return stream << bad.plugin;
+}
+
+/// As this system tells of them.
+std::vector<BadPluginReason> BadPluginReasons();
+
+/// Those that the system's loader catches: they are not banned, but do not work.
+std::vector<const char*> PluginsThatTheLoaderStops();
+
+/// A module's title with a quotation mark in it, of the kind that this system allows.
+const char* QuotedFileName();
+
+} // namespace zetaudiofilterscan

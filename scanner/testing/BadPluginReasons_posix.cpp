@@ -1,0 +1,36 @@
+#include "BadPluginReasons.h"
+
+namespace zetaudiofilterscan {
+
+std::vector<BadPluginReason> BadPluginReasons()
+{
+    return {
+        {"bad/crash_on_load", "crashed (segmentation fault) while being loaded"},
+        {"bad/crash_in_entry", "crashed (segmentation fault) in its entry function"},
+        {"bad/crash_when_asked_name", "crashed (segmentation fault) while being asked what it is"},
+        {"bad/crash_on_close", "crashed (segmentation fault) while being closed"},
+        {"bad/crash_on_unload", "crashed (segmentation fault) while being unloaded"},
+        {"bad/crash_vst3_factory", "crashed (segmentation fault) in its entry function"},
+        {"bad/aborts", "crashed (aborted) in its entry function"},
+        {"bad/overflows_stack", "crashed (segmentation fault) in its entry function"},
+        {"bad/exits_zero", "ended the process (exit code 0) in its entry function"},
+        {"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
+        {"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
+        {"bad/throws_exception", "threw an exception (the plug-in gave up)"},
+        {"bad/closes_descriptors", "closed files of the process that had loaded it"},
+        {"bad/loops_forever", "took longer than 3 seconds in its entry function", 3},
+        {"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded", 3},
+    };
+}
+
+std::vector<const char*> PluginsThatTheLoaderStops()
+{
+    return {};
+}
+
+const char* QuotedFileName()
+{
+    return "bad \" name";
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,44 @@
+#include "BadPluginReasons.h"
+
+#include <zettesting/Emulation.h>
+
+namespace zetaudiofilterscan {
+
+std::vector<BadPluginReason> BadPluginReasons()
+{
+    std::vector<BadPluginReason> reasons = {
+        {"bad/crash_in_entry", "crashed (access violation) in its entry function"},
+        {"bad/crash_when_asked_name", "crashed (access violation) while being asked what it is"},
+        {"bad/crash_on_close", "crashed (access violation) while being closed"},
+        {"bad/crash_vst3_factory", "crashed (access violation) in its entry function"},
+        {"bad/aborts", "crashed (aborted) in its entry function"},
+        {"bad/overflows_stack", "crashed (stack overflow) in its entry function"},
+        {"bad/exits_zero", "ended the process (exit code 0) in its entry function"},
+        {"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
+        {"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
+        {"bad/throws_exception", "threw an exception (the plug-in gave up)"},
+        {"bad/closes_descriptors", "closed files of the process that had loaded it"},
+        {"bad/loops_forever", "took longer than 3 seconds in its entry function", 3},
+        {"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded", 3},
+    };
+    if (!zettesting::IsWine()) {
+        reasons.push_back({"bad/crash_on_load", "crashed (access violation) while being loaded"});
+        reasons.push_back({"bad/crash_on_unload", "crashed (access violation) while being unloaded"});
+    }
+    return reasons;
+}
+
+std::vector<const char*> PluginsThatTheLoaderStops()
+{
+    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+    if (zettesting::IsWine())
+        return {"bad/crash_on_load", "bad/crash_on_unload"};
+    return {};
+}
+
+const char* QuotedFileName()
+{
+    return "bad ' name";
+}
+
+} // namespace zetaudiofilterscan

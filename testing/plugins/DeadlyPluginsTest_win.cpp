@@ -1,0 +1,220 @@
+#include <chrono>
+#include <clocale>
+#include <csignal>
+#include <filesystem>
+#include <future>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <zettesting/ChildProcess.h>
+#include <zettesting/Emulation.h>
+#include <zettesting/TemporaryFolder.h>
+
+#include "LoadedPlugin.h"
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+// The bad plug-ins that take their process with them; each gets one of its own.
+namespace zettesting {
+namespace {
+
+using ::testing::ExitedWithCode;
+
+constexpr int survived = 42;
+constexpr int timeIsUp = 43;
+
+/// A process that an exception ended has the exception's code as its exit code.
+struct DiedOf
+{
+    DWORD exception;
+    bool operator()(int exitCode) const { return static_cast<DWORD>(exitCode) == exception; }
+};
+
+/// No dialog, and no debugger; ends the process when it has used up its time.
+void PrepareChild(std::chrono::seconds timeToLive = std::chrono::minutes(2))
+{
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    ::SetUnhandledExceptionFilter([](EXCEPTION_POINTERS* pointers) -> LONG {
+        ::TerminateProcess(::GetCurrentProcess(), pointers->ExceptionRecord->ExceptionCode);
+        return EXCEPTION_EXECUTE_HANDLER;
+    });
+    // A thread does not start while another one loads or unloads a module.
+    std::promise<void> watching;
+    std::thread([timeToLive, &watching] {
+        watching.set_value();
+        ::WaitForSingleObject(::GetCurrentProcess(), static_cast<DWORD>(timeToLive.count() * 1000));
+        ::TerminateProcess(::GetCurrentProcess(), timeIsUp);
+    }).detach();
+    watching.get_future().wait();
+}
+
+[[noreturn]] void End(int exitCode)
+{
+    ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
+    std::_Exit(exitCode);
+}
+
+/// What a scan does with a plug-in, from loading to unloading.
+void Use(std::string_view plugin)
+{
+    const auto library = LoadLibraryOf(plugin);
+    const EffectPointer effect = CreateEffect(library);
+    AskText(*effect, vst2::EffectGetEffectName);
+    AskText(*effect, vst2::EffectGetVendorString);
+}
+
+void UseAndExit(std::string_view plugin)
+{
+    PrepareChild();
+    Use(plugin);
+    End(survived);
+}
+
+/// Says on the way where it has come to, as proof that a crash comes in its own phase and not before.
+void UseAndSay(std::string_view plugin, std::chrono::seconds timeToLive = std::chrono::minutes(2))
+{
+    PrepareChild(timeToLive);
+    const auto say = [](std::string_view text) {
+        ::_write(2, text.data(), static_cast<unsigned>(text.size()));
+    };
+    auto library = LoadLibraryOf(plugin);
+    say("loaded ");
+    EffectPointer effect = CreateEffect(library);
+    say("made ");
+    AskText(*effect, vst2::EffectGetVendorString);
+    say("vendor ");
+    AskText(*effect, vst2::EffectGetEffectName);
+    say("name ");
+    effect.reset();
+    say("closed ");
+    library.unload();
+    say("unloaded ");
+    End(survived);
+}
+
+TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
+{
+    const DiedOf fault{EXCEPTION_ACCESS_VIOLATION};
+    EXPECT_EXIT(UseAndSay("bad/crash_in_entry"), fault, "^loaded $");
+    EXPECT_EXIT(UseAndSay("bad/crash_when_asked_name"), fault, "^loaded made vendor $");
+    EXPECT_EXIT(UseAndSay("bad/crash_on_close"), fault, "^loaded made vendor name $");
+    EXPECT_EXIT(UseAndSay("good/vst2_effect"), ExitedWithCode(survived), "closed unloaded $");
+    if (IsWine()) {
+        // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+        EXPECT_THROW(LoadLibraryOf("bad/crash_on_load"), std::exception);
+        EXPECT_EXIT(UseAndSay("bad/crash_on_unload"), ExitedWithCode(survived), "closed unloaded $");
+    } else {
+        EXPECT_EXIT(UseAndSay("bad/crash_on_load"), fault, "^$");
+        EXPECT_EXIT(UseAndSay("bad/crash_on_unload"), fault, "^loaded made vendor name closed $");
+    }
+}
+
+TEST(DeadlyPlugins, overflows_stack_dies_of_it)
+{
+    EXPECT_EXIT(UseAndExit("bad/overflows_stack"), DiedOf{EXCEPTION_STACK_OVERFLOW}, "");
+}
+
+TEST(DeadlyPlugins, exits_look_like_exits)
+{
+    EXPECT_EXIT(UseAndExit("bad/exits_zero"), ExitedWithCode(0), "");
+    EXPECT_EXIT(UseAndExit("bad/quick_exits_one"), ExitedWithCode(1), "");
+    EXPECT_EXIT(UseAndExit("bad/installs_crash_handler"), ExitedWithCode(0), "");
+    // What the runtime library's abort ends with.
+    EXPECT_EXIT(UseAndExit("bad/aborts"), ExitedWithCode(3), "");
+}
+
+TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            const EnteredModule module("bad/crash_vst3_factory");
+            module.Factory();
+        },
+        DiedOf{EXCEPTION_ACCESS_VIOLATION}, "");
+}
+
+TEST(DeadlyPlugins, loops_forever_uses_up_any_time)
+{
+    EXPECT_EXIT(UseAndSay("bad/loops_forever", std::chrono::seconds(1)), ExitedWithCode(timeIsUp),
+                "^loaded $");
+}
+
+TEST(DeadlyPlugins, deadlocks_on_unload_waits_after_all_its_work_is_done)
+{
+    EXPECT_EXIT(UseAndSay("bad/deadlocks_on_unload", std::chrono::seconds(1)), ExitedWithCode(timeIsUp),
+                "closed $");
+}
+
+TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            Use("bad/leaves_threads");
+            ::WaitForSingleObject(::GetCurrentProcess(), INFINITE);
+        },
+        DiedOf{EXCEPTION_ACCESS_VIOLATION}, "");
+}
+
+TEST(DeadlyPlugins, crashes_when_poisoned_crashes_after_poisons_process)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            Use("bad/poisons_process");
+            UseAndSay("bad/crashes_when_poisoned");
+        },
+        DiedOf{EXCEPTION_ACCESS_VIOLATION}, "^loaded $");
+}
+
+TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            const TemporaryFolder folder;
+            for (const int stream : {1, 2})
+                ::_dup2(::_wopen((folder / std::to_string(stream)).c_str(), _O_WRONLY | _O_CREAT | _O_BINARY,
+                                 _S_IREAD | _S_IWRITE),
+                        stream);
+            Use("bad/floods_output");
+            const bool flooded = ::_filelengthi64(1) >= 4 << 20 && ::_filelengthi64(2) >= 4 << 20;
+            for (const int stream : {1, 2})
+                ::_close(stream);
+            std::error_code ignored;
+            std::filesystem::remove_all(folder.Path(), ignored);
+            End(flooded ? survived : 1);
+        },
+        ExitedWithCode(survived), "");
+}
+
+TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
+{
+    EXPECT_EXIT(
+        {
+            PrepareChild();
+            std::filesystem::current_path(std::filesystem::temp_directory_path());
+            Use("bad/changes_process");
+            const bool changed =
+                std::setlocale(LC_ALL, nullptr) != std::string("C") &&
+                std::signal(SIGTERM, SIG_DFL) == SIG_IGN && std::signal(SIGSEGV, SIG_DFL) != SIG_DFL &&
+                std::filesystem::current_path() == std::filesystem::current_path().root_path();
+            End(changed ? survived : 1);
+        },
+        ExitedWithCode(survived), "");
+}
+
+TEST(DeadlyPlugins, good_plugins_are_gone_from_memory_after_their_unload)
+{
+    const std::filesystem::path path = TestPluginLibrary("good/vst3_several_classes");
+    AskForFacts("good/vst3_several_classes");
+    EXPECT_EQ(::GetModuleHandleW(path.c_str()), nullptr);
+}
+
+} // namespace
+} // namespace zettesting

@@ -1,0 +1,10 @@
+#include <zettesting/Emulation.h>
+
+namespace zettesting {
+
+bool IsWine()
+{
+    return false;
+}
+
+} // namespace zettesting
