@@ -3,7 +3,9 @@
 #include <cstdio>
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
@@ -26,6 +28,16 @@ File PreferencesFile(const std::wstring& name)
     return {Dir::PrefDir(), name};
 }
 
+/// Unless the user has said how many. A scanner that could not start for a moment (no memory, no free
+/// process) gets on within ten times; one that is broken never does, and the scan would never end.
+void LimitFruitlessRestarts()
+{
+    constexpr const char* key = zetaudiopluginhostui::AudioPluginScan::mostFruitlessRestarts;
+    auto& database = zetcore::debug::DebugDatabase::Instance();
+    if (database.GetEntry(key, "").empty())
+        database.SetEntry(key, "10");
+}
+
 } // namespace
 
 void Say(std::string_view text)
@@ -46,6 +58,7 @@ HostSession::Surroundings::Surroundings(Surface surface)
         zetui::dialogs::SetPresentation(terminal);
     }
     zetaudiopluginhostui::Initialize();
+    LimitFruitlessRestarts();
 }
 
 HostSession::Surroundings::~Surroundings()

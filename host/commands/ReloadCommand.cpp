@@ -74,6 +74,10 @@ ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>
             break;
     }
     output << FormatScanReport(report, ConsoleShowsColour());
+    if (report.gaveUp) {
+        SayThatScannerKeptFailing();
+        status = ExitStatus::ScannerNotStarted;
+    }
     return report.cancelled ? ExitStatus::Cancelled : Worse(status, session.Status());
 }
 

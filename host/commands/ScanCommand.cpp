@@ -58,6 +58,10 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
         Say("the scanner process could not be started; nothing was scanned");
         return ExitStatus::ScannerNotStarted;
     }
+    if (report.gaveUp) {
+        SayThatScannerKeptFailing();
+        return ExitStatus::ScannerNotStarted;
+    }
     return report.cancelled ? ExitStatus::Cancelled : session.Status();
 }
 

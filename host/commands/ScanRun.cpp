@@ -59,6 +59,7 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (session.Shown().progressDialogs == shownBefore.progressDialogs)
         return std::nullopt;
+    report.gaveUp = useSeparateProcess && scan->GaveUp();
     report.cancelled = session.Shown().cancelled > shownBefore.cancelled;
 
     // The scan took these modules out of the registry first: what has a record now has been scanned.
@@ -81,6 +82,12 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     if (!newlyBanned.empty())
         session.SaveBannedList();
     return report;
+}
+
+void SayThatScannerKeptFailing()
+{
+    Say("the scanner process failed again and again without getting on; not everything was scanned "
+        "(ZET_TRACE=volume=1 tells why)");
 }
 
 } // namespace zetaudiopluginmanager

@@ -90,6 +90,11 @@ AudioPluginScan& AudioPluginScan::operator=(const AudioPluginScan&) = default;
 
 AudioPluginScan::~AudioPluginScan() = default;
 
+bool AudioPluginScan::GaveUp() const
+{
+    return externalScan->GaveUp();
+}
+
 filesupport::File AudioPluginScan::GetLastScannedPluginPath()
 {
     return InPrefDir(markerName);

@@ -1,10 +1,14 @@
 #include "scan/ExternalAudioPluginScan.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/IPlatformByteStream.h>
 #include <zetcore/string/Utf.h>
@@ -42,6 +46,16 @@ std::string ReadWhole(const filesupport::File& file)
     return text;
 }
 
+/// 0: no limit.
+int MostFruitlessRestarts()
+{
+    const std::string entry =
+        zetcore::debug::DebugDatabase::Instance().GetEntry(AudioPluginScan::mostFruitlessRestarts, "");
+    int most = 0;
+    const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), most);
+    return error == std::errc() && end == entry.data() + entry.size() ? std::max(most, 0) : 0;
+}
+
 } // namespace
 
 ExternalAudioPluginScan::ExternalAudioPluginScan(PortWait portWait) : launcher(std::move(portWait)) {}
@@ -73,6 +87,9 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
         restartAllowed = true;
         finished = false;
         ++scanNumber;
+        pendingAtRestart = locators.size();
+        fruitlessRestarts = 0;
+        gaveUp = false;
         process = ScannerProcess();
         if (ResultFile().Exists())
             ResultFile().Delete();
@@ -175,8 +192,28 @@ void ExternalAudioPluginScan::RestartSession()
         const std::lock_guard lock(mutex);
         if (!restartAllowed)
             return;
+        gaveUp = IsOneTooMany();
     }
-    LaunchServerAndConnect();
+    if (gaveUp)
+        NotifyScanFinished();
+    else
+        LaunchServerAndConnect();
+}
+
+bool ExternalAudioPluginScan::IsOneTooMany()
+{
+    if (pending.size() < pendingAtRestart)
+        fruitlessRestarts = 0;
+    pendingAtRestart = pending.size();
+    ++fruitlessRestarts;
+    const int most = MostFruitlessRestarts();
+    if (most == 0 || fruitlessRestarts <= most)
+        return false;
+    zetcore::debug::TraceLine(
+        1, "ExternalAudioPluginScan",
+        "The scanner was restarted " + std::to_string(most) +
+            " times without getting on; plug-ins not scanned: " + std::to_string(pending.size()));
+    return true;
 }
 
 void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const std::string& subcomponent)

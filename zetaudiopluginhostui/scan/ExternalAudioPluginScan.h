@@ -28,6 +28,9 @@ namespace zetaudiopluginhostui {
 ///     connecting, connected, polling --session closed, none pending--> finished
 ///     any --StopScan--> ended
 ///
+/// A scanner that dies is replaced as often as it takes, unless the host has set a limit to restarts in a row
+/// that were followed by no plug-in that was reported (`AudioPluginScan::mostFruitlessRestarts`).
+///
 /// An error reply leaves the state where it is. A launch that fails ends nothing that it may have started: a
 /// scanner that nobody connects to ends by itself.
 ///
@@ -53,6 +56,9 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
                    const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
                    bool quickEffectScan, ProgressCallback progressCallback);
 
+    /// True when the last scan ended because its scanners never got on. Main thread.
+    bool GaveUp() const noexcept { return gaveUp; }
+
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
     /// unless that was done. Main thread.
     void StopScan();
@@ -64,6 +70,9 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     bool LaunchServerAndConnect();
     bool Connect(std::uint16_t port);
     void RestartSession();
+    /// Notes a restart; true when there have been too many of them without a plug-in reported in between.
+    /// With the mutex held.
+    bool IsOneTooMany();
     void ReportProgress(const PluginLocator& plugin, const std::string& subcomponent);
     void NotifyScanFinished();
 
@@ -119,6 +128,9 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     bool quickEffectScan = false;
 
     // Main thread.
+    std::size_t pendingAtRestart = 0;
+    int fruitlessRestarts = 0;
+    bool gaveUp = false;
     ScannerProcess process;
     ScannerLauncher launcher;
 };
