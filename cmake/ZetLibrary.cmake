@@ -40,6 +40,9 @@ function(zet_sanitize target)
     target_compile_options(${target} PRIVATE -fsanitize=${ZET_SANITIZE} -fno-omit-frame-pointer
                                              -fno-sanitize-recover=all)
     target_link_options(${target} PRIVATE -fsanitize=${ZET_SANITIZE})
+    if(ZET_FUZZ)
+      target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
     # The thread sanitizer cannot see fences, which Asio sets beside the locks that do the work.
     if(ZET_SANITIZE MATCHES "thread")
       target_compile_definitions(${target} PRIVATE BOOST_ASIO_DISABLE_FENCED_BLOCK)
