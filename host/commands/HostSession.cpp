@@ -3,8 +3,8 @@
 #include <cstdio>
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
-#include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
@@ -32,7 +32,7 @@ File PreferencesFile(const std::wstring& name)
 /// process) gets on within ten times; one that is broken never does, and the scan would never end.
 void LimitFruitlessRestarts()
 {
-    constexpr const char* key = zetaudiopluginhostui::AudioPluginScan::mostFruitlessRestarts;
+    constexpr const char* key = zetaudiopluginhostui::mostFruitlessRestarts;
     auto& database = zetcore::debug::DebugDatabase::Instance();
     if (database.GetEntry(key, "").empty())
         database.SetEntry(key, "10");

@@ -1,5 +1,6 @@
 #include "Connection.h"
 
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
@@ -53,10 +54,10 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
     }
     RPCServer* started = nullptr;
     {
+        zetcore::debug::DeferredTrace trace;
         const std::scoped_lock lock(mutex);
         if (session) {
-            zetcore::debug::TraceLine(1, "zetaudiofilterscan",
-                                      "refused " + from + ": there is a host already");
+            trace.Add(1, "zetaudiofilterscan", "refused " + from + ": there is a host already");
             return false;
         }
         session = accepted;

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,7 +37,10 @@ void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
 void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional<ModuleLoader>& loader)
 {
     zetcore::filesupport::Dir::SetPrefDir(settings.preferencesFolder);
-    zetcore::debug::SetTraceSink([&channel](int level, std::string_view category, std::string_view text) {
+    // One line at a time, whatever threads trace.
+    zetcore::debug::SetTraceSink([&channel, mutex = std::make_shared<std::mutex>()](
+                                     int level, std::string_view category, std::string_view text) {
+        const std::lock_guard lock(*mutex);
         SendOrEnd(channel, WorkerTrace{level, std::string(category), std::string(text)});
     });
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);

@@ -6,7 +6,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
@@ -49,8 +49,7 @@ std::string ReadWhole(const filesupport::File& file)
 /// 0: no limit.
 int MostFruitlessRestarts()
 {
-    const std::string entry =
-        zetcore::debug::DebugDatabase::Instance().GetEntry(AudioPluginScan::mostFruitlessRestarts, "");
+    const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(mostFruitlessRestarts, "");
     int most = 0;
     const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), most);
     return error == std::errc() && end == entry.data() + entry.size() ? std::max(most, 0) : 0;
@@ -231,6 +230,8 @@ void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const 
 
 void ExternalAudioPluginScan::NotifyScanFinished()
 {
+    // The callback is called with the mutex held. It cannot deadlock: it runs on the main thread, only asks
+    // the dialog to close, and waits for nobody; no other thread waits for the main thread under this mutex.
     const std::lock_guard lock(mutex);
     progressCallback(PluginLocator(), std::string(), 1, 0);
     try {
@@ -258,6 +259,7 @@ void ExternalAudioPluginScan::SendScanRequest()
 {
     static ScanTraceSite site;
     site.Write("SendScanRequest");
+    // Held while the request is handed over. It cannot deadlock: the client queues it and calls nobody.
     const std::lock_guard lock(mutex);
     SendRequest(BuildBeginScanForPlugins(pending),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnScanRequestSuccess(); });
@@ -297,6 +299,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
     if (total == 0)
         total = info.total;
 
+    // Posting and sending under the mutex cannot deadlock: both only queue.
     if (info.continues) {
         PostToMainThread(
             [plugin = currentLocator, subcomponent = zetcore::string::UTF16to8(info.subcomponent)](
@@ -342,6 +345,8 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
 {
     static ScanTraceSite site;
     site.Write("OnListenerClose()");
+    // Held while the ban is noted and saved. It cannot deadlock: the locks of the banned list and of the
+    // registry come after this one, and nobody who holds one of them calls a session.
     const std::lock_guard lock(mutex);
     progressBase = progress;
     if (!currentLocator.GetPath().empty()) {

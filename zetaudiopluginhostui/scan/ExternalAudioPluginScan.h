@@ -29,7 +29,7 @@ namespace zetaudiopluginhostui {
 ///     any --StopScan--> ended
 ///
 /// A scanner that dies is replaced as often as it takes, unless the host has set a limit to restarts in a row
-/// that were followed by no plug-in that was reported (`AudioPluginScan::mostFruitlessRestarts`).
+/// that were followed by no plug-in that was reported (ScanLimits.h).
 ///
 /// An error reply leaves the state where it is. A launch that fails ends nothing that it may have started: a
 /// scanner that nobody connects to ends by itself.

@@ -1,7 +1,7 @@
 // What a scan does when what answers it is no scanner of ours, or a broken one.
 #include <gmock/gmock.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 
@@ -97,7 +97,7 @@ class ExternalScanHostile : public ExternalScanFixture
     }
     static void AllowFruitlessRestarts(const char* number)
     {
-        zetcore::debug::DebugDatabase::Instance().SetEntry(AudioPluginScan::mostFruitlessRestarts, number);
+        zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, number);
     }
 
     const PluginLocator none;

@@ -6,7 +6,7 @@
 #include <boost/asio/bind_executor.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
-#include <zetcore/debug/Trace.h>
+#include <zetcore/debug/DeferredTrace.h>
 
 namespace zettransport {
 
@@ -70,6 +70,7 @@ void SocketStream::OnRead(const error_code& error, std::size_t size)
 
 void SocketStream::Write(std::string bytes)
 {
+    zetcore::debug::DeferredTrace trace;
     const std::lock_guard lock(mutex);
     if (closed || writesBroken || bytes.empty())
         return;
@@ -86,7 +87,7 @@ void SocketStream::Write(std::string bytes)
     }
     queuedBytes += bytes.size() - written;
     if (queuedBytes > maxQueuedBytes) {
-        zetcore::debug::TraceLine(1, "zettransport", "The other side does not read: connection given up");
+        trace.Add(1, "zettransport", "The other side does not read: connection given up");
         BreakWrites();
         return;
     }

@@ -44,12 +44,8 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginScan : public zetcore::utility::Enable
                                      bool disableVST2ShellSkipping, bool quickEffectScan,
                                      bool useSeparateProcess);
 
-    /// A scanner process that dies is replaced as often as it takes. A host that would rather give up on one
-    /// that never gets on sets this entry of the debug database to a number: when so many restarts in a row
-    /// were followed by no plug-in that was reported, the scan ends as if it had finished. Not set, or 0: no
-    /// limit.
-    static constexpr char mostFruitlessRestarts[] = "zetaudiopluginhostui.MostFruitlessRestarts";
-    /// True when the last scan ended so: not everything was scanned.
+    /// True when the last scan ended because its scanner processes never got on (see ScanLimits.h): not
+    /// everything was scanned.
     bool GaveUp() const;
 
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* entryName = "plugin";
 constexpr const char* fileVersion = "1.0";
+/// Characters: a screenful, more than people read.
 constexpr std::size_t maxReason = 8192;
 /// We write two levels. What is nested deeper is written back with an indentation that grows with its square,
 /// and taken apart as deep into the stack.

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <optional>
 
-#include <zetcore/debug/Trace.h>
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 
@@ -14,11 +14,14 @@
 namespace zetaudiopluginhost {
 
 using zetaudiofilterhost::PluginLocator;
+using zetcore::debug::DeferredTrace;
 using namespace zetcore::filesupport;
 
 namespace {
 
 constexpr const char* rootName = "banreasons";
+constexpr const char* category = "BanReasons";
+/// A few hundred reasons of full length; it holds only those of one scan.
 constexpr std::uint64_t maxFileSize = 16 << 20;
 
 /// Reading, changing and replacing the file is one step for the threads of this process.
@@ -29,7 +32,7 @@ std::mutex& FileMutex()
 }
 
 /// Nothing for a file that is missing or malformed. Throws `file_exception`.
-std::optional<BanListFile> ReadReasons(const File& file)
+std::optional<BanListFile> ReadReasons(const File& file, DeferredTrace& trace)
 {
     if (!file.Exists())
         return std::nullopt;
@@ -37,7 +40,7 @@ std::optional<BanListFile> ReadReasons(const File& file)
     try {
         return ParseBanList(text, rootName);
     } catch (const std::runtime_error& error) {
-        zetcore::debug::TraceLine(1, "BanReasons", file.FullPathUTF8() + ": " + error.what());
+        trace.Add(1, category, file.FullPathUTF8() + ": " + error.what());
         return std::nullopt;
     }
 }
@@ -58,9 +61,10 @@ std::wstring BanReasonsPath(const std::wstring& bannedSettingsPath)
 void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator,
                      const BanInfo& info)
 {
+    DeferredTrace trace;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
-    BanListFile list = ReadReasons(file).value_or(BanListFile{});
+    BanListFile list = ReadReasons(file, trace).value_or(BanListFile{});
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
         entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
@@ -70,24 +74,26 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
 
 std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator)
 {
+    DeferredTrace trace;
     const std::lock_guard lock(FileMutex());
     try {
-        std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)));
+        std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)), trace);
         if (!list)
             return std::nullopt;
         const auto entry = FindEntry(*list, locator);
         return entry == list->entries.end() ? std::nullopt : std::optional(entry->info);
     } catch (const file_exception& error) {
-        zetcore::debug::TraceLine(1, "BanReasons", error.what());
+        trace.Add(1, category, error.what());
         return std::nullopt;
     }
 }
 
 void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<PluginLocator>& locators)
 {
+    DeferredTrace trace;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
-    std::optional<BanListFile> list = ReadReasons(file);
+    std::optional<BanListFile> list = ReadReasons(file, trace);
     if (!list)
         return;
     const std::size_t removed = std::erase_if(list->entries, [&locators](const BanEntry& entry) {

@@ -6,7 +6,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
-#include <zetcore/debug/Trace.h>
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
@@ -25,6 +25,7 @@ namespace {
 
 constexpr const char* rootName = "bannedplugins";
 constexpr const char* traceCategory = "BannedPluginManager";
+/// More than a hundred thousand bans; reading takes several times as much memory.
 constexpr std::uint64_t maxFileSize = 64 << 20;
 
 std::int64_t SecondsSince1970()
@@ -53,7 +54,8 @@ struct BannedPluginManager::State
     std::string loadError;
     UnsupportedList unsupported;
 
-    /// Under the mutex, so that the registry hears of changes in their order.
+    /// Under the mutex, so that the registry hears of changes in their order. It cannot deadlock: the
+    /// registry takes its own mutex for that, and calls nothing under it.
     void TellRegistry() const
     {
         PluginModuleInfoManager::GetInstance()->SetBannedLocators({locators.begin(), locators.end()});
@@ -180,6 +182,7 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
 
 void BannedPluginManager::SaveConfiguration(const File& file) const
 {
+    zetcore::debug::DeferredTrace trace;
     const std::lock_guard savingLock(state->saving);
     BanListFile list;
     std::vector<PluginLocator> saved;
@@ -195,7 +198,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {
-        zetcore::debug::TraceLine(1, traceCategory, error.what());
+        trace.Add(1, traceCategory, error.what());
     }
 }
 

@@ -1,6 +1,6 @@
 #include <zetcore/debug/DebugDatabase.h>
 
-#include <zetcore/debug/Trace.h>
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -16,13 +16,9 @@ namespace {
 
 using Entries = std::map<std::string, std::string, std::less<>>;
 
-void TraceSkipped(const std::string& source, std::size_t number)
-{
-    TraceLine(1, "DebugDatabase",
-              source + ", entry " + std::to_string(number) + ": \"key = value\" is expected");
-}
+constexpr char category[] = "DebugDatabase";
 
-Entries ReadEntries(std::string_view text, char separator, const std::string& source)
+Entries ReadEntries(std::string_view text, char separator, const std::string& source, DeferredTrace& trace)
 {
     Entries entries;
     std::size_t number = 0;
@@ -34,25 +30,27 @@ Entries ReadEntries(std::string_view text, char separator, const std::string& so
         if (auto entry = ParseEntry(trimmed))
             entries.insert_or_assign(std::move(entry->key), std::move(entry->value));
         else
-            TraceSkipped(source, number);
+            trace.Add(1, category,
+                      source + ", entry " + std::to_string(number) + ": \"key = value\" is expected");
     }
     return entries;
 }
 
-Entries ReadEntriesOfFile(const filesupport::File& file)
+Entries ReadEntriesOfFile(const filesupport::File& file, DeferredTrace& trace)
 {
     if (!file.Exists())
         return {};
     try {
+        // It is written by hand, and read whenever the preferences folder changes.
         constexpr std::uint64_t largestDatabase = std::uint64_t{1} << 20;
         const std::string text = filesupport::FileUtils::ReadFile(file, largestDatabase);
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
         std::string_view content = text;
         if (content.starts_with(byteOrderMark))
             content.remove_prefix(byteOrderMark.size());
-        return ReadEntries(content, '\n', string::UTF16to8(string::ForDisplay(file.FullPath())));
+        return ReadEntries(content, '\n', string::UTF16to8(string::ForDisplay(file.FullPath())), trace);
     } catch (const filesupport::file_exception& error) {
-        TraceLine(1, "DebugDatabase", error.what());
+        trace.Add(1, category, error.what());
         return {};
     }
 }
@@ -66,8 +64,9 @@ DebugDatabase& DebugDatabase::Instance()
 
 std::string DebugDatabase::GetEntry(std::string_view key, std::string_view defaultValue)
 {
+    DeferredTrace trace;
     const std::lock_guard lock(mutex);
-    LoadIfNeeded();
+    LoadIfNeeded(trace);
     for (const auto* entries : {&ownEntries, &environmentEntries, &fileEntries}) {
         if (const auto found = entries->find(key); found != entries->end())
             return found->second;
@@ -91,16 +90,17 @@ void DebugDatabase::Reset()
     ownEntries.clear();
 }
 
-void DebugDatabase::LoadIfNeeded()
+void DebugDatabase::LoadIfNeeded(DeferredTrace& trace)
 {
     const filesupport::Dir folder = filesupport::Dir::PrefDir();
     std::wstring from = folder.FullPath();
     if (loaded && from == loadedFrom)
         return;
     const auto environment = utility::EnvironmentVariable("ZET_DEBUG_DATABASE");
-    environmentEntries =
-        environment ? ReadEntries(string::UTF16to8(*environment), ';', "ZET_DEBUG_DATABASE") : Entries{};
-    fileEntries = ReadEntriesOfFile(filesupport::File(folder, L"DebugDatabase.txt"));
+    environmentEntries = environment
+                             ? ReadEntries(string::UTF16to8(*environment), ';', "ZET_DEBUG_DATABASE", trace)
+                             : Entries{};
+    fileEntries = ReadEntriesOfFile(filesupport::File(folder, L"DebugDatabase.txt"), trace);
     loadedFrom = std::move(from);
     loaded = true;
 }

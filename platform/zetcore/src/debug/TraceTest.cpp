@@ -118,6 +118,23 @@ TEST_F(TraceTest, ASinkThatThrowsDisturbsNobody)
     EXPECT_NO_THROW(Trace(1, "Scan", "text"));
 }
 
+TEST_F(TraceTest, ASinkMayTraceAndReplaceItself)
+{
+    std::vector<std::string> lines;
+    SetMasterTraceVolume(1);
+    SetTraceSink([&lines](int, std::string_view, std::string_view text) {
+        lines.emplace_back(text);
+        if (lines.size() < 3)
+            TraceLine(1, "Sink", "from the sink");
+        else
+            SetTraceSink([](int, std::string_view, std::string_view) {});
+    });
+    TraceLine(1, "Scan", "text");
+    EXPECT_EQ(lines, (std::vector<std::string>{"text\r\n", "from the sink\r\n", "from the sink\r\n"}));
+    TraceLine(1, "Scan", "to the other");
+    EXPECT_EQ(lines.size(), 3u);
+}
+
 TEST_F(TraceTest, TheEnvironmentConfiguresTheProgramAtFirstUse)
 {
     const ScopedEnvironment variable("ZET_TRACE", "volume=4;file=" + (folder / "env.txt").string() +

@@ -9,6 +9,8 @@
 
 namespace zetcore::debug {
 
+class DeferredTrace;
+
 /// Diagnostic switches as text entries. They come from "DebugDatabase.txt" in the preferences folder (UTF-8,
 /// one `key = value` a line, `#` starts a comment line), read on first use and again when the preferences
 /// folder changes; the environment variable `ZET_DEBUG_DATABASE` ("key=value;key=value") goes before the
@@ -24,7 +26,7 @@ class ZETCORE_API DebugDatabase
     void Reset();
 
   private:
-    void LoadIfNeeded();
+    void LoadIfNeeded(DeferredTrace& trace);
 
     std::mutex mutex;
     std::wstring loadedFrom;
