@@ -202,6 +202,13 @@ std::string Parser::ParseText(const pugi::xml_node& element) const
 
 } // namespace
 
+ArchiveList::ArchiveList() = default;
+ArchiveList::~ArchiveList() = default;
+ArchiveList::ArchiveList(const ArchiveList&) = default;
+ArchiveList::ArchiveList(ArchiveList&&) noexcept = default;
+ArchiveList& ArchiveList::operator=(const ArchiveList&) = default;
+ArchiveList& ArchiveList::operator=(ArchiveList&&) noexcept = default;
+
 const ArchiveValue* ArchiveList::Find(std::string_view key) const noexcept
 {
     const auto found =
