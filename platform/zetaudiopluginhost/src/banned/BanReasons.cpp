@@ -6,6 +6,7 @@
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
 
 #include "banned/BanListFile.h"
@@ -60,6 +61,7 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
 {
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     BanListFile list = ReadReasons(file).value_or(BanListFile{});
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
@@ -87,6 +89,7 @@ void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<
 {
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     std::optional<BanListFile> list = ReadReasons(file);
     if (!list)
         return;
