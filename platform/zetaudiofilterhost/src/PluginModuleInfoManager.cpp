@@ -112,6 +112,7 @@ void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool
         state->GiveChoice(*info);
         state->Put(info);
     }
+    state->KeepFindings();
 }
 
 std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoPtr>& infos)
@@ -151,6 +152,7 @@ void PluginModuleInfoManager::Reset()
 {
     state->Clear();
     state->damagedPath.clear();
+    state->known.reset();
     state->incremental = false;
     for (const State::Technology& technology : state->technologies)
         technology.technology->SetPluginDirectories({});

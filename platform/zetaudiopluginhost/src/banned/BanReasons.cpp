@@ -6,6 +6,7 @@
 
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
 
 #include "banned/BanListFile.h"
@@ -64,6 +65,7 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
     DeferredTrace trace;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     BanListFile list = ReadReasons(file, trace).value_or(BanListFile{});
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
@@ -93,6 +95,7 @@ void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<
     DeferredTrace trace;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     std::optional<BanListFile> list = ReadReasons(file, trace);
     if (!list)
         return;
