@@ -54,10 +54,11 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
     }
     RPCServer* started = nullptr;
     {
-        zetcore::debug::DeferredTrace trace;
+        const zetcore::debug::DeferredTrace afterTheLock;
         const std::scoped_lock lock(mutex);
         if (session) {
-            trace.Add(1, "zetaudiofilterscan", "refused " + from + ": there is a host already");
+            zetcore::debug::TraceLine(1, "zetaudiofilterscan",
+                                      "refused " + from + ": there is a host already");
             return false;
         }
         session = accepted;

@@ -1,6 +1,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
 #include "RegistryState.h"
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileLock.h>
@@ -128,6 +129,7 @@ void PluginModuleInfoManager::State::KeepFindings()
     const std::optional<File> file = journal.WrittenFor();
     if (!file)
         return;
+    const zetcore::debug::DeferredTrace afterTheLock;
     try {
         const FileLock lock(*file);
         if (journal.CanAppendTo(*file))
@@ -162,6 +164,7 @@ void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModule
 
 void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModules)
 {
+    const zetcore::debug::DeferredTrace afterTheLock;
     const FileLock lock(file);
     if (withModules && state->incremental && state->savedFolderPaths == state->FolderPaths() &&
         state->journal.CanAppendTo(file))

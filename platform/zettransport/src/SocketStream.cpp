@@ -7,6 +7,7 @@
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/Trace.h>
 
 namespace zettransport {
 
@@ -70,7 +71,7 @@ void SocketStream::OnRead(const error_code& error, std::size_t size)
 
 void SocketStream::Write(std::string bytes)
 {
-    zetcore::debug::DeferredTrace trace;
+    const zetcore::debug::DeferredTrace afterTheLock;
     const std::lock_guard lock(mutex);
     if (closed || writesBroken || bytes.empty())
         return;
@@ -87,7 +88,7 @@ void SocketStream::Write(std::string bytes)
     }
     queuedBytes += bytes.size() - written;
     if (queuedBytes > maxQueuedBytes) {
-        trace.Add(1, "zettransport", "The other side does not read: connection given up");
+        zetcore::debug::TraceLine(1, "zettransport", "The other side does not read: connection given up");
         BreakWrites();
         return;
     }

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -33,7 +34,7 @@ std::mutex& FileMutex()
 }
 
 /// Nothing for a file that is missing or malformed. Throws `file_exception`.
-std::optional<BanListFile> ReadReasons(const File& file, DeferredTrace& trace)
+std::optional<BanListFile> ReadReasons(const File& file)
 {
     if (!file.Exists())
         return std::nullopt;
@@ -41,7 +42,7 @@ std::optional<BanListFile> ReadReasons(const File& file, DeferredTrace& trace)
     try {
         return ParseBanList(text, rootName);
     } catch (const std::runtime_error& error) {
-        trace.Add(1, category, file.FullPathUTF8() + ": " + error.what());
+        zetcore::debug::TraceLine(1, category, file.FullPathUTF8() + ": " + error.what());
         return std::nullopt;
     }
 }
@@ -62,11 +63,11 @@ std::wstring BanReasonsPath(const std::wstring& bannedSettingsPath)
 void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator,
                      const BanInfo& info)
 {
-    DeferredTrace trace;
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
     const FileLock fileLock(file);
-    BanListFile list = ReadReasons(file, trace).value_or(BanListFile{});
+    BanListFile list = ReadReasons(file).value_or(BanListFile{});
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
         entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
@@ -76,27 +77,27 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
 
 std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator)
 {
-    DeferredTrace trace;
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     try {
-        std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)), trace);
+        std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)));
         if (!list)
             return std::nullopt;
         const auto entry = FindEntry(*list, locator);
         return entry == list->entries.end() ? std::nullopt : std::optional(entry->info);
     } catch (const file_exception& error) {
-        trace.Add(1, category, error.what());
+        zetcore::debug::TraceLine(1, category, error.what());
         return std::nullopt;
     }
 }
 
 void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<PluginLocator>& locators)
 {
-    DeferredTrace trace;
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
     const FileLock fileLock(file);
-    std::optional<BanListFile> list = ReadReasons(file, trace);
+    std::optional<BanListFile> list = ReadReasons(file);
     if (!list)
         return;
     const std::size_t removed = std::erase_if(list->entries, [&locators](const BanEntry& entry) {

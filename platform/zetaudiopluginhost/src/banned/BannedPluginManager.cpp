@@ -7,6 +7,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -224,7 +225,7 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
 
 void BannedPluginManager::SaveConfiguration(const File& file) const
 {
-    zetcore::debug::DeferredTrace trace;
+    const zetcore::debug::DeferredTrace afterTheLock;
     const std::lock_guard savingLock(state->saving);
     const FileLock fileLock(file);
     state->TakeInWhatOthersSaved(file);
@@ -243,7 +244,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {
-        trace.Add(1, traceCategory, error.what());
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
 }
 

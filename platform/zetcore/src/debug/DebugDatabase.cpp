@@ -1,6 +1,7 @@
 #include <zetcore/debug/DebugDatabase.h>
 
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -16,9 +17,13 @@ namespace {
 
 using Entries = std::map<std::string, std::string, std::less<>>;
 
-constexpr char category[] = "DebugDatabase";
+void TraceSkipped(const std::string& source, std::size_t number)
+{
+    TraceLine(1, "DebugDatabase",
+              source + ", entry " + std::to_string(number) + ": \"key = value\" is expected");
+}
 
-Entries ReadEntries(std::string_view text, char separator, const std::string& source, DeferredTrace& trace)
+Entries ReadEntries(std::string_view text, char separator, const std::string& source)
 {
     Entries entries;
     std::size_t number = 0;
@@ -30,13 +35,12 @@ Entries ReadEntries(std::string_view text, char separator, const std::string& so
         if (auto entry = ParseEntry(trimmed))
             entries.insert_or_assign(std::move(entry->key), std::move(entry->value));
         else
-            trace.Add(1, category,
-                      source + ", entry " + std::to_string(number) + ": \"key = value\" is expected");
+            TraceSkipped(source, number);
     }
     return entries;
 }
 
-Entries ReadEntriesOfFile(const filesupport::File& file, DeferredTrace& trace)
+Entries ReadEntriesOfFile(const filesupport::File& file)
 {
     if (!file.Exists())
         return {};
@@ -48,9 +52,9 @@ Entries ReadEntriesOfFile(const filesupport::File& file, DeferredTrace& trace)
         std::string_view content = text;
         if (content.starts_with(byteOrderMark))
             content.remove_prefix(byteOrderMark.size());
-        return ReadEntries(content, '\n', string::UTF16to8(string::ForDisplay(file.FullPath())), trace);
+        return ReadEntries(content, '\n', string::UTF16to8(string::ForDisplay(file.FullPath())));
     } catch (const filesupport::file_exception& error) {
-        trace.Add(1, category, error.what());
+        TraceLine(1, "DebugDatabase", error.what());
         return {};
     }
 }
@@ -64,9 +68,9 @@ DebugDatabase& DebugDatabase::Instance()
 
 std::string DebugDatabase::GetEntry(std::string_view key, std::string_view defaultValue)
 {
-    DeferredTrace trace;
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(mutex);
-    LoadIfNeeded(trace);
+    LoadIfNeeded();
     for (const auto* entries : {&ownEntries, &environmentEntries, &fileEntries}) {
         if (const auto found = entries->find(key); found != entries->end())
             return found->second;
@@ -90,17 +94,16 @@ void DebugDatabase::Reset()
     ownEntries.clear();
 }
 
-void DebugDatabase::LoadIfNeeded(DeferredTrace& trace)
+void DebugDatabase::LoadIfNeeded()
 {
     const filesupport::Dir folder = filesupport::Dir::PrefDir();
     std::wstring from = folder.FullPath();
     if (loaded && from == loadedFrom)
         return;
     const auto environment = utility::EnvironmentVariable("ZET_DEBUG_DATABASE");
-    environmentEntries = environment
-                             ? ReadEntries(string::UTF16to8(*environment), ';', "ZET_DEBUG_DATABASE", trace)
-                             : Entries{};
-    fileEntries = ReadEntriesOfFile(filesupport::File(folder, L"DebugDatabase.txt"), trace);
+    environmentEntries =
+        environment ? ReadEntries(string::UTF16to8(*environment), ';', "ZET_DEBUG_DATABASE") : Entries{};
+    fileEntries = ReadEntriesOfFile(filesupport::File(folder, L"DebugDatabase.txt"));
     loadedFrom = std::move(from);
     loaded = true;
 }

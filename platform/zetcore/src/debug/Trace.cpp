@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/string/Utf.h>
 
 #include "debug/TraceConfiguration.h"
@@ -114,6 +115,8 @@ void Trace(int level, std::string_view category, std::string_view text)
 {
     TraceState& state = State();
     try {
+        if (DeferredTrace::Keep(level, category, text))
+            return;
         std::shared_ptr<const TraceSink> sink;
         {
             const std::lock_guard lock(state.mutex);

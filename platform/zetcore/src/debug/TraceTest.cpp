@@ -1,3 +1,4 @@
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 
 #include <thread>
@@ -116,6 +117,24 @@ TEST_F(TraceTest, ASinkThatThrowsDisturbsNobody)
 {
     SetTraceSink([](int, std::string_view, std::string_view) { throw std::runtime_error("sink"); });
     EXPECT_NO_THROW(Trace(1, "Scan", "text"));
+}
+
+TEST_F(TraceTest, WhatIsDeferredIsWrittenInOrderWhenTheOutermostGoes)
+{
+    SetMasterTraceVolume(1);
+    {
+        const DeferredTrace outer;
+        TraceLine(1, "Scan", "one");
+        {
+            const DeferredTrace inner;
+            TraceLine(1, "Scan", "two");
+        }
+        std::thread([] { TraceLine(1, "Scan", "another thread's"); }).join();
+        TraceLine(2, "Scan", "too quiet");
+        EXPECT_EQ(traceLines->size(), 1u);
+    }
+    EXPECT_EQ(*traceLines,
+              (std::vector<std::string>{"1 Scan another thread's\r\n", "1 Scan one\r\n", "1 Scan two\r\n"}));
 }
 
 TEST_F(TraceTest, ASinkMayTraceAndReplaceItself)

@@ -9,8 +9,6 @@
 
 namespace zetcore::debug {
 
-class DeferredTrace;
-
 /// Diagnostic switches as text entries. They come from "DebugDatabase.txt" in the preferences folder (UTF-8,
 /// one `key = value` a line, `#` starts a comment line), read on first use and again when the preferences
 /// folder changes; the environment variable `ZET_DEBUG_DATABASE` ("key=value;key=value") goes before the
@@ -26,7 +24,7 @@ class ZETCORE_API DebugDatabase
     void Reset();
 
   private:
-    void LoadIfNeeded(DeferredTrace& trace);
+    void LoadIfNeeded();
 
     std::mutex mutex;
     std::wstring loadedFrom;

@@ -1,41 +1,36 @@
 #pragma once
 
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
-#include <zetcore/debug/Trace.h>
+#include <zetcore/Export.h>
 
 namespace zetcore::debug {
 
-/// Keeps trace lines until it is destroyed. Made before a lock is taken, it writes them after the lock is
-/// gone: a sink may do anything, and must not be called with somebody's lock held.
-class DeferredTrace
+/// As long as it exists, what its thread traces is kept; it is written when the outermost one goes. Made
+/// before a lock is taken, it goes after the lock: a sink may do anything, and must not be called with
+/// somebody's lock held.
+class ZETCORE_API DeferredTrace
 {
   public:
-    DeferredTrace() = default;
-    ~DeferredTrace()
-    {
-        for (const Line& line : lines)
-            TraceLine(line.level, line.category, line.text);
-    }
+    DeferredTrace();
+    ~DeferredTrace();
     DeferredTrace(const DeferredTrace&) = delete;
     DeferredTrace& operator=(const DeferredTrace&) = delete;
 
-    /// The category must outlive this object.
-    void Add(int level, const char* category, std::string text)
-    {
-        lines.push_back({level, category, std::move(text)});
-    }
+    /// For trace itself: false when the calling thread has none.
+    static bool Keep(int level, std::string_view category, std::string_view text);
 
   private:
     struct Line
     {
         int level;
-        const char* category;
+        std::string category;
         std::string text;
     };
     std::vector<Line> lines;
+    bool outermost;
 };
 
 } // namespace zetcore::debug
