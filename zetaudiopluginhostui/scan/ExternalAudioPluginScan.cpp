@@ -5,6 +5,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/IPlatformByteStream.h>
 #include <zetcore/string/Utf.h>
@@ -23,6 +24,7 @@ namespace protocol = zetscanprotocol;
 namespace threads = zetcore::threads;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
+using zetcore::debug::FaultPoint;
 
 constexpr std::chrono::seconds drainLimit{86400};
 constexpr wchar_t clientName[] = L"ClientUnknown";
@@ -82,6 +84,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
 
 void ExternalAudioPluginScan::StopScan()
 {
+    FaultPoint("host.stopping");
     const auto mainThread = threads::GetRegisteredMainThread();
     if (mainThread && mainThread->CanRun())
         mainThread->Run(std::chrono::steady_clock::now() + drainLimit);
@@ -112,8 +115,10 @@ void ExternalAudioPluginScan::StopScan()
         oldTransport.reset();
     }
 
+    FaultPoint("host.disconnected");
     if (process)
         EndScannerProcess(std::exchange(process, ScannerProcess()));
+    FaultPoint("host.scanner-ended");
     if (!wasFinished)
         NotifyScanFinished();
 }
@@ -146,6 +151,7 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
     oldSession.reset();
     if (!newSession)
         return false;
+    FaultPoint("host.connected");
 
     auto oldClient = std::make_shared<zetmarshal::RPCClient>(newSession, clientName);
     {
@@ -163,6 +169,7 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnServerConnectOK(); });
     static ScanTraceSite sentSite;
     sentSite.Write("Sent connection request");
+    FaultPoint("host.connect-sent");
     return true;
 }
 
@@ -170,6 +177,7 @@ void ExternalAudioPluginScan::RestartSession()
 {
     static ScanTraceSite site;
     site.Write("RestartSession()");
+    FaultPoint("host.restarting");
     {
         // Posted while the scan was being stopped, it would start a scanner that nobody ends.
         const std::lock_guard lock(mutex);
@@ -190,6 +198,7 @@ void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const 
         all = total;
     }
     progressCallback(plugin, subcomponent, done, all);
+    FaultPoint("host.progress-shown");
 }
 
 void ExternalAudioPluginScan::NotifyScanFinished()
@@ -204,12 +213,14 @@ void ExternalAudioPluginScan::NotifyScanFinished()
     }
     currentLocator = PluginLocator();
     finished = true;
+    FaultPoint("host.finished");
 }
 
 void ExternalAudioPluginScan::OnServerConnectOK()
 {
     static ScanTraceSite site;
     site.Write("OnServerConnectOK()");
+    FaultPoint("host.connect-answered");
     {
         const std::lock_guard lock(mutex);
         connected = true;
@@ -230,6 +241,7 @@ void ExternalAudioPluginScan::OnScanRequestSuccess()
 {
     static ScanTraceSite site;
     site.Write("OnScanRequestSuccess");
+    FaultPoint("host.list-answered");
     SendGetScanInfo();
 }
 
@@ -246,6 +258,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
     static ScanTraceSite site;
     site.Write("OnScanInfo");
     const ScanInfo info = ReadScanInfoReply(reply);
+    FaultPoint("host.info-read");
 
     const std::lock_guard lock(mutex);
     currentLocator = PluginLocator::FromString(info.locator);
@@ -280,6 +293,7 @@ void ExternalAudioPluginScan::SendScanOneEntity()
 
 void ExternalAudioPluginScan::OnScanOneEntitySuccess()
 {
+    FaultPoint("host.entity-answered");
     {
         const std::lock_guard lock(mutex);
         const filesupport::File file = ResultFile();
@@ -288,9 +302,11 @@ void ExternalAudioPluginScan::OnScanOneEntitySuccess()
             threads::AsyncCallFromMainThread(
                 [text = std::move(text)] {
                     PluginModuleInfoManager::GetInstance()->AddConfiguration(text, false);
+                    FaultPoint("host.result-merged");
                 },
                 0);
     }
+    FaultPoint("host.result-read");
     SendGetScanInfo();
 }
 
@@ -305,6 +321,7 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
 {
     static ScanTraceSite site;
     site.Write("OnListenerClose()");
+    FaultPoint("host.closed");
     const std::lock_guard lock(mutex);
     progressBase = progress;
     if (!currentLocator.GetPath().empty()) {
@@ -314,6 +331,7 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
         } catch (const filesupport::file_exception&) {
             // The ban holds for this run.
         }
+        FaultPoint("host.banned");
     }
     if (restartAllowed && !pending.empty())
         PostToMainThread(&ExternalAudioPluginScan::RestartSession);
