@@ -46,10 +46,11 @@ constexpr char traceCategory[] = "zetaudiofilterscan";
 constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
 constexpr std::chrono::seconds defaultEntityTimeout{60};
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
-// A result that was gone this often when the host asked for more was read and then deleted.
-constexpr int mostTimesWritten = 3;
+// A result that was gone this often when the host asked for more was read and then deleted: two hosts that
+// scan fast may get in each other's way several times in a row, but not so often.
+constexpr int mostTimesWritten = 20;
 // Where the file cannot be written at all, more would not help.
-constexpr int mostExtraRounds = 3;
+constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
 
 void Require(bool inOrder, const char* message)
@@ -158,10 +159,11 @@ ValuePtr ScanConversation::GetScanInfo()
     int count = 0;
     onlyDelivers = false;
     atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
-    if (!atPlugin && !unread.empty() && extraRounds < mostExtraRounds) {
+    if (!unread.empty() && extraRounds < mostExtraRounds) {
         ++extraRounds;
+        const auto done = atPlugin ? static_cast<long long>(progress) : static_cast<long long>(total);
         atPlugin = onlyDelivers = true;
-        return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), true);
+        return MakeScanInfo({}, {}, done, static_cast<long long>(total), true);
     }
     if (!atPlugin)
         return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
@@ -189,8 +191,10 @@ void ScanConversation::LookWhetherResultWasRead()
         return;
     try {
         const File file(connected->resultPath);
-        if (file.Exists() && zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
+        if (file.Exists() && zetcore::filesupport::FileUtils::ReadFile(file) == lastResult) {
             unread.clear();
+            extraRounds = 0;
+        }
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
@@ -205,7 +209,11 @@ void ScanConversation::WriteResult()
     std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>> infos;
     for (const Unread& each : unread)
         infos.push_back(each.info);
-    lastResult = infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos);
+    lastResult.clear();
+    // With a mark of its own: another scanner may find, and write, the very same.
+    if (!infos.empty())
+        lastResult = PluginModuleInfoManager::ToConfigurationText(infos) + "<!-- scanner " +
+                     OwnProcessNumber() + ", result " + std::to_string(++resultNumber) + " -->\n";
     resultIsOut = true;
     try {
         zetcore::filesupport::FileUtils::ReplaceFile(connected->resultPath, lastResult,

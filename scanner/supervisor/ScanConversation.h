@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -62,9 +63,8 @@ class ScanConversation
     bool atPlugin = false;
 
     /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the
-    /// result file before the first has read it. Such a record goes into the next results too, a few times at
-    /// most, because a host may delete what it has read; after the last plug-in there is one more round,
-    /// without a locator, for that.
+    /// result file before the first has read it. Then there is another round, without a locator, before the
+    /// next plug-in; so often at most, because a host may delete what it has read.
     struct Unread
     {
         std::shared_ptr<zetaudiofilterhost::PluginModuleInfo> info;
@@ -72,6 +72,7 @@ class ScanConversation
     };
     std::vector<Unread> unread;
     std::string lastResult;
+    std::uint64_t resultNumber = 0;
     bool resultIsOut = false;
     bool onlyDelivers = false;
     int extraRounds = 0;
