@@ -10,6 +10,7 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include "commands/Console.h"
+#include "commands/DisplayText.h"
 
 namespace zetaudiopluginmanager {
 
@@ -38,6 +39,38 @@ void CountModule(const HostSession& session, const PluginLocator& module, ScanRe
     }
 }
 
+void Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
+{
+    std::optional<OutputDiversion> diversion;
+    if (!useSeparateProcess)
+        diversion.emplace();
+    const auto scan = std::make_shared<AudioPluginScan>(nullptr);
+    scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
+                         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
+}
+
+/// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
+/// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
+void ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
+{
+    const std::vector<PluginLocator> bannedNow = BannedLocators(session);
+    std::vector<PluginLocator> unexplained;
+    for (const PluginLocator& locator : bannedNow) {
+        const auto info = session.Banned().GetBanInfo(locator);
+        if (!std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator) && info &&
+            info->reason.empty())
+            unexplained.push_back(locator);
+    }
+    if (unexplained.empty())
+        return;
+    for (const PluginLocator& locator : unexplained) {
+        Say("the scanner ended and left no reason; scanned again: " + ForTerminal(locator.GetPath()));
+        session.Banned().RemoveBannedPlugin(locator);
+    }
+    session.SaveBannedList();
+    Scan(unexplained, true);
+}
+
 } // namespace
 
 std::optional<ScanReport> RunScan(HostSession& session, const std::vector<PluginLocator>& modules,
@@ -47,13 +80,12 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const auto shownBefore = session.Shown();
     const auto start = std::chrono::steady_clock::now();
 
-    std::optional<OutputDiversion> diversion;
-    if (!useSeparateProcess)
-        diversion.emplace();
-    const auto scan = std::make_shared<AudioPluginScan>(nullptr);
-    scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
-                         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
-    diversion.reset();
+    Scan(modules, useSeparateProcess);
+    // Where nothing can be saved, a reason could not be left either.
+    const bool wentWell = session.Shown().cancelled == shownBefore.cancelled &&
+                          session.Shown().cautions == shownBefore.cautions;
+    if (useSeparateProcess && wentWell)
+        ScanUnexplainedAgain(session, bannedBefore);
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

@@ -15,6 +15,7 @@
 #include <zettransport/Session.h>
 #include <zettransport/SocketTransport.h>
 
+#include "scan/RestartCount.h"
 #include "scan/ScannerLauncher.h"
 
 namespace zetaudiopluginhostui {
@@ -57,7 +58,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
                    bool quickEffectScan, ProgressCallback progressCallback);
 
     /// True when the last scan ended because its scanners never got on. Main thread.
-    bool GaveUp() const noexcept { return gaveUp; }
+    bool GaveUp() const noexcept { return restarts.TooMany(); }
 
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
     /// unless that was done. Main thread.
@@ -70,9 +71,6 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     bool LaunchServerAndConnect();
     bool Connect(std::uint16_t port);
     void RestartSession();
-    /// Notes a restart; true when there have been too many of them without a plug-in reported in between.
-    /// With the mutex held.
-    bool IsOneTooMany();
     void ReportProgress(const PluginLocator& plugin, const std::string& subcomponent);
     void NotifyScanFinished();
 
@@ -128,9 +126,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     bool quickEffectScan = false;
 
     // Main thread.
-    std::size_t pendingAtRestart = 0;
-    int fruitlessRestarts = 0;
-    bool gaveUp = false;
+    RestartCount restarts{0};
     ScannerProcess process;
     ScannerLauncher launcher;
 };

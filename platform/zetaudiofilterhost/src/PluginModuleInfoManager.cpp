@@ -86,6 +86,9 @@ void PluginModuleInfoManager::AddModule(InfoPtr info)
     }
     state->GiveChoice(*info);
     state->Put(info);
+    // A scan in this process: the next save comes only when the next plug-in has been marked as being loaded.
+    if (state->incremental)
+        state->KeepFindings();
 }
 
 void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool withFolders)
