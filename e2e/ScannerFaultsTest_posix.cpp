@@ -132,6 +132,26 @@ TEST_F(OddScanner, ThatAcceptsAndStaysSilentCanBeCancelled)
     EXPECT_EQ(List({"--banned"}).size(), 0u);
 }
 
+TEST_F(OddScanner, ThatAnswersNothingButGarbageEndsTheScanAndIsTold)
+{
+    std::filesystem::copy(ZET_FAKE_SCANNER, ScannerPath());
+    const auto scripts = folder / "scripts";
+    std::filesystem::create_directory(scripts);
+    // More than the host puts up with.
+    for (int number = 1; number <= 20; ++number)
+        zettesting::WriteAll(scripts / ("script." + std::to_string(number)),
+                             "listen-raw\nok\nok\nreply []\n");
+    environment["ZET_FAKE_SCANNER"] = scripts.string();
+    environment["ZET_TRACE"] = "volume=1";
+    const ScanSummary scan = Scan();
+    EXPECT_EQ(scan.exitStatus, 3) << scan.messages;
+    EXPECT_EQ(scan.scanned, 0);
+    EXPECT_THAT(scan.messages, AllOf(HasSubstr("\"result\" of GetScanInfo's reply has a wrong type"),
+                                     HasSubstr("failed again and again without getting on")));
+    EXPECT_FALSE(std::filesystem::exists(scripts / "launch.20"));
+    EXPECT_EQ(List({"--banned"}).size(), 0u);
+}
+
 class OddChild : public FaultFixture
 {
   protected:

@@ -39,7 +39,8 @@ void CountModule(const HostSession& session, const PluginLocator& module, ScanRe
     }
 }
 
-void Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
+/// False when it gave up before everything was scanned.
+bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
 {
     std::optional<OutputDiversion> diversion;
     if (!useSeparateProcess)
@@ -47,11 +48,12 @@ void Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
     const auto scan = std::make_shared<AudioPluginScan>(nullptr);
     scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
                          AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
+    return !useSeparateProcess || !scan->GaveUp();
 }
 
 /// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
 /// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
-void ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
+bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
 {
     const std::vector<PluginLocator> bannedNow = BannedLocators(session);
     std::vector<PluginLocator> unexplained;
@@ -62,13 +64,13 @@ void ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>
             unexplained.push_back(locator);
     }
     if (unexplained.empty())
-        return;
+        return true;
     for (const PluginLocator& locator : unexplained) {
         Say("the scanner ended and left no reason; scanned again: " + ForTerminal(locator.GetPath()));
         session.Banned().RemoveBannedPlugin(locator);
     }
     session.SaveBannedList();
-    Scan(unexplained, true);
+    return Scan(unexplained, true);
 }
 
 } // namespace
@@ -80,18 +82,18 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const auto shownBefore = session.Shown();
     const auto start = std::chrono::steady_clock::now();
 
-    Scan(modules, useSeparateProcess);
+    bool complete = Scan(modules, useSeparateProcess);
     // Where nothing can be saved, a reason could not be left either.
-    const bool wentWell = session.Shown().cancelled == shownBefore.cancelled &&
+    const bool wentWell = complete && session.Shown().cancelled == shownBefore.cancelled &&
                           session.Shown().cautions == shownBefore.cautions;
     if (useSeparateProcess && wentWell)
-        ScanUnexplainedAgain(session, bannedBefore);
+        complete = ScanUnexplainedAgain(session, bannedBefore);
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (session.Shown().progressDialogs == shownBefore.progressDialogs)
         return std::nullopt;
-    report.gaveUp = useSeparateProcess && scan->GaveUp();
+    report.gaveUp = !complete;
     report.cancelled = session.Shown().cancelled > shownBefore.cancelled;
 
     // The scan took these modules out of the registry first: what has a record now has been scanned.
