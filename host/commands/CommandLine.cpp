@@ -34,7 +34,7 @@ constexpr const char* footer =
     "  0    done\n"
     "  1    done, but something could not be saved\n"
     "  2    wrong usage, or no display for windows\n"
-    "  3    the scanner process could not be started\n"
+    "  3    the scanner process could not be started, or kept failing\n"
     "  130  cancelled";
 
 /// The look that is chosen with --skin.

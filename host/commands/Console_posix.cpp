@@ -1,5 +1,6 @@
 #include "commands/Console.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <string_view>
 
@@ -15,7 +16,11 @@ std::vector<std::string> CommandLineArguments(int count, const char* const* argu
                      : std::vector<std::string>();
 }
 
-void PrepareConsole() {}
+// A file that may grow no more is then an error of the write, which is told, and not the end.
+void PrepareConsole()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 
 bool IsTerminal(std::FILE* stream)
 {

@@ -10,7 +10,8 @@ enum class ExitStatus : int
     NotSaved = 1,
     /// Also: a window was asked for, and there is no display.
     WrongUsage = 2,
-    /// The scanner process could not be started; nothing was scanned.
+    /// The scanner process could not be started, and nothing was scanned; or it kept failing, and not
+    /// everything was.
     ScannerNotStarted = 3,
     /// The user cancelled; what was found until then is kept.
     Cancelled = 130,

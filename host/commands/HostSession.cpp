@@ -4,6 +4,8 @@
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
@@ -24,6 +26,16 @@ using zetcore::filesupport::File;
 File PreferencesFile(const std::wstring& name)
 {
     return {Dir::PrefDir(), name};
+}
+
+/// Unless the user has said how many. A scanner that could not start for a moment (no memory, no free
+/// process) gets on within ten times; one that is broken never does, and the scan would never end.
+void LimitFruitlessRestarts()
+{
+    constexpr const char* key = zetaudiopluginhostui::mostFruitlessRestarts;
+    auto& database = zetcore::debug::DebugDatabase::Instance();
+    if (database.GetEntry(key, "").empty())
+        database.SetEntry(key, "10");
 }
 
 } // namespace
@@ -48,6 +60,7 @@ HostSession::Surroundings::Surroundings(Surface surface)
         zetui::dialogs::SetPresentation(terminal);
     }
     zetaudiopluginhostui::Initialize();
+    LimitFruitlessRestarts();
 }
 
 HostSession::Surroundings::~Surroundings()

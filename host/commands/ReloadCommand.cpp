@@ -6,6 +6,7 @@
 #include "commands/PluginFile.h"
 #include "commands/ScanCommand.h"
 #include "commands/ScanRun.h"
+#include "commands/ScannerProgram.h"
 
 namespace zetaudiopluginmanager {
 
@@ -68,12 +69,17 @@ ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>
             report.Add(*outcome);
         } else {
             Say("the scanner process could not be started; not scanned: " + ForTerminal(module.GetPath()));
+            Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));
             status = ExitStatus::ScannerNotStarted;
         }
         if (report.cancelled)
             break;
     }
     output << FormatScanReport(report, ConsoleShowsColour());
+    if (report.gaveUp) {
+        SayThatScannerKeptFailing();
+        status = ExitStatus::ScannerNotStarted;
+    }
     return report.cancelled ? ExitStatus::Cancelled : Worse(status, session.Status());
 }
 

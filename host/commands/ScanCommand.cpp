@@ -7,6 +7,7 @@
 #include "commands/JsonOutput.h"
 #include "commands/PluginFile.h"
 #include "commands/ScanRun.h"
+#include "commands/ScannerProgram.h"
 
 namespace zetaudiopluginmanager {
 
@@ -56,6 +57,11 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
         output << FormatScanReport(report, ConsoleShowsColour());
     if (!outcome) {
         Say("the scanner process could not be started; nothing was scanned");
+        Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));
+        return ExitStatus::ScannerNotStarted;
+    }
+    if (report.gaveUp) {
+        SayThatScannerKeptFailing();
         return ExitStatus::ScannerNotStarted;
     }
     return report.cancelled ? ExitStatus::Cancelled : session.Status();

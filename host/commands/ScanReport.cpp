@@ -34,6 +34,7 @@ void ScanReport::Add(const ScanReport& other)
     failed.insert(failed.end(), other.failed.begin(), other.failed.end());
     seconds += other.seconds;
     cancelled = cancelled || other.cancelled;
+    gaveUp = gaveUp || other.gaveUp;
 }
 
 std::string FormatScanReport(const ScanReport& report, bool colour)

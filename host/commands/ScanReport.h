@@ -30,6 +30,8 @@ struct ScanReport
     std::vector<Entry> failed;
     double seconds = 0;
     bool cancelled = false;
+    /// The scanner process kept failing, and the scan ended before everything was scanned.
+    bool gaveUp = false;
 
     void Add(const ScanReport& other);
     friend bool operator==(const ScanReport&, const ScanReport&) = default;

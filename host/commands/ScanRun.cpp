@@ -10,6 +10,7 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include "commands/Console.h"
+#include "commands/DisplayText.h"
 
 namespace zetaudiopluginmanager {
 
@@ -38,6 +39,40 @@ void CountModule(const HostSession& session, const PluginLocator& module, ScanRe
     }
 }
 
+/// False when it gave up before everything was scanned.
+bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
+{
+    std::optional<OutputDiversion> diversion;
+    if (!useSeparateProcess)
+        diversion.emplace();
+    const auto scan = std::make_shared<AudioPluginScan>(nullptr);
+    scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
+                         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
+    return !useSeparateProcess || !scan->GaveUp();
+}
+
+/// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
+/// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
+bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
+{
+    const std::vector<PluginLocator> bannedNow = BannedLocators(session);
+    std::vector<PluginLocator> unexplained;
+    for (const PluginLocator& locator : bannedNow) {
+        const auto info = session.Banned().GetBanInfo(locator);
+        if (!std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator) && info &&
+            info->reason.empty())
+            unexplained.push_back(locator);
+    }
+    if (unexplained.empty())
+        return true;
+    for (const PluginLocator& locator : unexplained) {
+        Say("the scanner ended and left no reason; scanned again: " + ForTerminal(locator.GetPath()));
+        session.Banned().RemoveBannedPlugin(locator);
+    }
+    session.SaveBannedList();
+    return Scan(unexplained, true);
+}
+
 } // namespace
 
 std::optional<ScanReport> RunScan(HostSession& session, const std::vector<PluginLocator>& modules,
@@ -47,18 +82,18 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const auto shownBefore = session.Shown();
     const auto start = std::chrono::steady_clock::now();
 
-    std::optional<OutputDiversion> diversion;
-    if (!useSeparateProcess)
-        diversion.emplace();
-    const auto scan = std::make_shared<AudioPluginScan>(nullptr);
-    scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
-                         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
-    diversion.reset();
+    bool complete = Scan(modules, useSeparateProcess);
+    // Where nothing can be saved, a reason could not be left either.
+    const bool wentWell = complete && session.Shown().cancelled == shownBefore.cancelled &&
+                          session.Shown().cautions == shownBefore.cautions;
+    if (useSeparateProcess && wentWell)
+        complete = ScanUnexplainedAgain(session, bannedBefore);
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (session.Shown().progressDialogs == shownBefore.progressDialogs)
         return std::nullopt;
+    report.gaveUp = !complete;
     report.cancelled = session.Shown().cancelled > shownBefore.cancelled;
 
     // The scan took these modules out of the registry first: what has a record now has been scanned.
@@ -81,6 +116,12 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     if (!newlyBanned.empty())
         session.SaveBannedList();
     return report;
+}
+
+void SayThatScannerKeptFailing()
+{
+    Say("the scanner process failed again and again without getting on; not everything was scanned "
+        "(ZET_TRACE=volume=1 tells why)");
 }
 
 } // namespace zetaudiopluginmanager

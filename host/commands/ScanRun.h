@@ -16,4 +16,7 @@ std::optional<ScanReport> RunScan(HostSession& session,
                                   const std::vector<zetaudiofilterhost::PluginLocator>& modules,
                                   bool useSeparateProcess);
 
+/// For a report that says so.
+void SayThatScannerKeptFailing();
+
 } // namespace zetaudiopluginmanager

@@ -20,6 +20,8 @@ struct WorkerSettings
     std::wstring preferencesFolder;
     int traceVolume = 0;
     zetaudiopluginhost::ScanOptions options;
+    /// Plug-ins get no network. Once it was refused, the worker cannot have it back.
+    bool refuseNetwork = true;
     /// For the decision whether a shell may be skipped.
     std::vector<zetaudiofilterhost::PluginLocator> knownModules;
 };

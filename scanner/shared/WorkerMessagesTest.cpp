@@ -24,6 +24,7 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     settings.preferencesFolder = L"/home/someone/\xDCFF";
     settings.traceVolume = -3;
     settings.options = {true, false};
+    settings.refuseNetwork = false;
     settings.knownModules = {oddLocator, PluginLocator(TechnologyType::VST3, L"/b.vst3")};
 
     const auto decoded = std::get<WorkerSettings>(DecodeCommand(EncodeCommand(settings)));
@@ -31,6 +32,7 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     EXPECT_EQ(decoded.traceVolume, settings.traceVolume);
     EXPECT_TRUE(decoded.options.disableVST2ShellSkipping);
     EXPECT_FALSE(decoded.options.quickEffectScan);
+    EXPECT_FALSE(decoded.refuseNetwork);
     EXPECT_EQ(decoded.knownModules, settings.knownModules);
 }
 

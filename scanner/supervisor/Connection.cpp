@@ -1,16 +1,21 @@
 #include "Connection.h"
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zettransport/PeerProcess.h>
 
 namespace zetaudiofilterscan {
 
+using zetcore::debug::FaultPoint;
 using zetmarshal::RPCResponder;
 using zetmarshal::RPCServer;
 using zettransport::Session;
 using zettransport::SocketTransport;
 
-Connection::Connection(Interrupt& wake) : interrupt(wake), transport(SocketTransport::Create(1)) {}
+Connection::Connection(Interrupt& wake, std::uint64_t host)
+    : interrupt(wake), hostProcess(host), transport(SocketTransport::Create(1))
+{}
 
 Connection::~Connection() = default;
 
@@ -51,14 +56,15 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
         zetcore::debug::TraceLine(1, "zetaudiofilterscan", "refused " + from + ": another user's process");
         return false;
     }
+    // Strangers that keep coming cost as little as they can.
+    if (IsTaken() || !zettransport::MayBeProcess(peer, hostProcess)) {
+        zetcore::debug::TraceLine(1, "zetaudiofilterscan",
+                                  "refused " + from + ": not the host that started this");
+        return false;
+    }
     RPCServer* started = nullptr;
     {
         const std::scoped_lock lock(mutex);
-        if (session) {
-            zetcore::debug::TraceLine(1, "zetaudiofilterscan",
-                                      "refused " + from + ": there is a host already");
-            return false;
-        }
         session = accepted;
         server = std::make_unique<RPCServer>(std::move(accepted));
         started = server.get();
@@ -78,6 +84,7 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
         interrupt.Set();
         return 0;
     });
+    FaultPoint("supervisor.accepted");
     started->Start();
     interrupt.Set();
     return true;

@@ -23,13 +23,15 @@ struct Request
     std::shared_ptr<zetmarshal::RPCResponder> responder;
 };
 
-/// The scanner's one connection. It is taken by the first process of the same user that connects; every other
-/// one is closed with a trace line. Requests come on the transport's thread and wait here for the scanning
+/// The scanner's one connection. It is taken by the host, the process that started the scanner, or, where the
+/// system does not tell processes, by the first one of the same user that connects; every other one is closed
+/// with a trace line. Requests come on the transport's thread and wait here for the scanning
 /// thread; the interrupt is set for each, when the connection is taken, and when it is closed.
 class Connection
 {
   public:
-    explicit Connection(Interrupt& interrupt);
+    /// `hostProcess` as `HostProcessNumber` gives it.
+    Connection(Interrupt& interrupt, std::uint64_t hostProcess);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -48,6 +50,7 @@ class Connection
                 const zettransport::SocketTransport::Peer& peer);
 
     Interrupt& interrupt;
+    const std::uint64_t hostProcess;
     mutable std::mutex mutex;
     std::deque<Request> requests;
     std::shared_ptr<zettransport::Session> session;

@@ -31,6 +31,13 @@ bool WasLoaded(const ScanOutcome& outcome)
         outcome.infos, [](const auto& info) { return info->GetStatus() == ModuleStatus::NotAPlugin; });
 }
 
+/// With nothing else in the process: an exception that was caught, and a whole time limit, are answer enough.
+bool MayPassAlone(const WorkerFailure& failure)
+{
+    return failure.kind != WorkerFailure::Kind::TookTooLong &&
+           failure.kind != WorkerFailure::Kind::Misbehaved;
+}
+
 std::string ListOfModules(const std::vector<PluginLocator>& modules)
 {
     constexpr std::size_t most = 20;
@@ -113,26 +120,53 @@ ScanOutcome EntityScanner::Scan(const PluginLocator& locator)
         EnsureWorker(); // says why there is none
     const std::vector<PluginLocator> loadedBefore = worker->loaded;
     Attempt attempt = Try(locator);
-    if (const auto* failure = std::get_if<WorkerFailure>(&attempt); failure && !loadedBefore.empty()) {
-        const std::string name = zetcore::string::UTF16to8(locator.ToString());
-        const std::string reason = DescribeFailure(*failure, log->LastLine());
-        log->Note(name + " " + reason + "; loaded before it in the same process: " +
-                  ListOfModules(loadedBefore) + ". It is tried once more, alone.");
-        log->BeginEntity(locator);
-        attempt = Try(locator);
-        if (std::holds_alternative<ScanOutcome>(attempt)) {
-            log->Note(name + " passed when it was alone.");
-            zetcore::debug::TraceLine(
-                2, traceCategory,
-                name + " " + reason + ", but passed alone; loaded before it: " + ListOfModules(loadedBefore));
-        }
-    }
+    if (const auto* failure = std::get_if<WorkerFailure>(&attempt))
+        attempt = TryAgain(locator, *failure, loadedBefore);
     if (const auto* failure = std::get_if<WorkerFailure>(&attempt)) {
         const std::string reason = DescribeFailure(*failure, log->LastLine());
         log->Note(zetcore::string::UTF16to8(locator.ToString()) + " " + reason + ".");
         throw PluginFailed(locator, reason);
     }
     return std::get<ScanOutcome>(std::move(attempt));
+}
+
+EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, const WorkerFailure& first,
+                                               const std::vector<PluginLocator>& loadedBefore)
+{
+    const bool wasAlone = loadedBefore.empty();
+    if (wasAlone && !MayPassAlone(first))
+        return first;
+    const std::string name = zetcore::string::UTF16to8(locator.ToString());
+    const std::string reason = DescribeFailure(first, log->LastLine());
+    log->Note(name + " " + reason +
+              (wasAlone ? "" : "; loaded before it in the same process: " + ListOfModules(loadedBefore)) +
+              ". It is tried once more, alone.");
+    Attempt second = TryAlone(locator);
+    if (std::holds_alternative<WorkerFailure>(second))
+        return second;
+    log->Note(name + " passed when it was alone.");
+
+    // Another plug-in may have brought it down, or somebody the worker; and it may itself crash now and then.
+    Attempt third = TryAlone(locator);
+    if (const auto* failure = std::get_if<WorkerFailure>(&third)) {
+        const std::string outcomes = "is flaky: it " + reason +
+                                     "; tried alone, it passed; tried once more, it " +
+                                     DescribeFailure(*failure, log->LastLine());
+        log->Note(name + " " + outcomes + ".");
+        throw PluginFailed(locator, outcomes);
+    }
+    zetcore::debug::TraceLine(2, traceCategory,
+                              name + " " + reason +
+                                  ", but passed alone; loaded before it: " + ListOfModules(loadedBefore));
+    return third;
+}
+
+EntityScanner::Attempt EntityScanner::TryAlone(const PluginLocator& locator)
+{
+    log->BeginEntity(locator);
+    if (worker && !worker->loaded.empty())
+        worker.reset();
+    return Try(locator);
 }
 
 std::unique_ptr<EntityScanner::Worker> EntityScanner::StartWorker()

@@ -13,6 +13,7 @@
 
 #include "EndReason.h"
 #include "Interrupt.h"
+#include "ScanEnd.h"
 #include "ScanLog.h"
 #include "WorkerMessages.h"
 #include "WorkerProcess.h"
@@ -22,8 +23,10 @@ namespace zetaudiofilterscan {
 /// Has plug-ins scanned by workers, one at a time, and deals with what plug-ins do to them. Scanning thread.
 ///
 /// scanned by the worker in use --answered--> done
-/// worker failed, others had been loaded in it --> once more, alone, in a fresh worker --answered--> done
-/// worker failed, nothing else had been loaded in it --> `PluginFailed`
+/// worker failed --> once more, alone, in a fresh worker --failed--> `PluginFailed`
+/// (not after too long a time or a caught exception with nothing else loaded: `PluginFailed`)
+/// passed alone --> a third time, alone --passed--> done
+///                                      --failed--> `PluginFailed`, as flaky
 ///
 /// While a plug-in is scanned in a worker that has loaded others, a spare worker is started, so that a
 /// failure does not wait for one.
@@ -59,6 +62,10 @@ class EntityScanner
     void EnsureWorker();
     void StartSpare();
     void RequestEntity(const zetaudiofilterhost::PluginLocator& locator);
+    /// After a first failure; throws `PluginFailed` for a flaky one.
+    Attempt TryAgain(const zetaudiofilterhost::PluginLocator& locator, const WorkerFailure& first,
+                     const std::vector<zetaudiofilterhost::PluginLocator>& loadedBefore);
+    Attempt TryAlone(const zetaudiofilterhost::PluginLocator& locator);
     Attempt Try(const zetaudiofilterhost::PluginLocator& locator);
     std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
     Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);

@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <utility>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
@@ -25,6 +28,7 @@ namespace zetaudiofilterscan {
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
+using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 using zetcore::serialization::Array;
@@ -41,6 +45,12 @@ namespace {
 constexpr char traceCategory[] = "zetaudiofilterscan";
 constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
 constexpr std::chrono::seconds defaultEntityTimeout{60};
+constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
+// A result that was gone this often when the host asked for more was read and then deleted: two hosts that
+// scan fast may get in each other's way several times in a row, but not so often.
+constexpr int mostTimesWritten = 20;
+// Where the file cannot be written at all, more would not help.
+constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
 
 void Require(bool inOrder, const char* message)
@@ -99,6 +109,7 @@ void ScanConversation::Connect(ConnectArguments arguments)
     entityLimit = TimeLimitFromDebugDatabase(entityTimeoutKey, defaultEntityTimeout);
     log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
     connected = std::move(arguments);
+    FaultPoint("supervisor.connected");
 }
 
 // The modules that a VST2 shell may be there as, too: those of this scan and those that the registry knows.
@@ -122,6 +133,8 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     settings.preferencesFolder = Dir::PrefDir().FullPath();
     settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
+    settings.refuseNetwork =
+        zetcore::debug::DebugDatabase::Instance().GetEntry(refuseNetworkKey, "true") != "false";
     settings.knownModules = KnownModules(locators);
     entityScanner.Configure(std::move(settings), entityLimit, log.get());
 
@@ -131,15 +144,27 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     engine->BeginScan();
     total = locators.size();
     atPlugin = false;
+    unread.clear();
+    resultIsOut = false;
+    extraRounds = 0;
+    FaultPoint("supervisor.list");
 }
 
 ValuePtr ScanConversation::GetScanInfo()
 {
+    LookWhetherResultWasRead();
     PluginLocator locator;
     std::string statusText;
     int progress = 0;
     int count = 0;
+    onlyDelivers = false;
     atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
+    if (!unread.empty() && extraRounds < mostExtraRounds) {
+        ++extraRounds;
+        const auto done = atPlugin ? static_cast<long long>(progress) : static_cast<long long>(total);
+        atPlugin = onlyDelivers = true;
+        return MakeScanInfo({}, {}, done, static_cast<long long>(total), true);
+    }
     if (!atPlugin)
         return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
     if (engine->WillLoadCurrent())
@@ -149,13 +174,52 @@ ValuePtr ScanConversation::GetScanInfo()
 
 void ScanConversation::ScanOneEntity()
 {
-    engine->ContinueScan();
+    if (!onlyDelivers) {
+        FaultPoint("supervisor.entity");
+        engine->ContinueScan();
+        FaultPoint("supervisor.scanned");
+        for (const auto& info : engine->LastOutcome().infos)
+            unread.push_back({info});
+    }
     atPlugin = false;
-    const auto& infos = engine->LastOutcome().infos;
+    WriteResult();
+}
+
+void ScanConversation::LookWhetherResultWasRead()
+{
+    if (!std::exchange(resultIsOut, false))
+        return;
     try {
-        zetcore::filesupport::FileUtils::ReplaceContent(
-            connected->resultPath, infos.empty() ? "" : PluginModuleInfoManager::ToConfigurationText(infos),
-            zetcore::filesupport::Durability::Handover);
+        const File file(connected->resultPath);
+        if (file.Exists() && zetcore::filesupport::FileUtils::ReadFile(file) == lastResult) {
+            unread.clear();
+            extraRounds = 0;
+        }
+    } catch (const zetcore::filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    }
+    std::erase_if(unread, [](const Unread& each) { return each.timesWritten >= mostTimesWritten; });
+    if (!unread.empty())
+        zetcore::debug::TraceLine(2, traceCategory,
+                                  "the result file is not as it was left; what was in it is written again");
+}
+
+void ScanConversation::WriteResult()
+{
+    std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>> infos;
+    for (const Unread& each : unread)
+        infos.push_back(each.info);
+    lastResult.clear();
+    // With a mark of its own: another scanner may find, and write, the very same.
+    if (!infos.empty())
+        lastResult = PluginModuleInfoManager::ToConfigurationText(infos) + "<!-- scanner " +
+                     OwnProcessNumber() + ", result " + std::to_string(++resultNumber) + " -->\n";
+    resultIsOut = true;
+    try {
+        zetcore::filesupport::FileUtils::ReplaceContent(connected->resultPath, lastResult,
+                                                        zetcore::filesupport::Durability::Handover);
+        for (Unread& each : unread)
+            ++each.timesWritten;
     } catch (const zetcore::filesupport::file_exception& error) {
         // An error reply would end the host's chain of requests and leave its scan waiting. The host cannot
         // save either and tells the user.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,6 +50,9 @@ class ScanConversation
     KnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators) const;
     zetcore::serialization::ValuePtr GetScanInfo();
     void ScanOneEntity();
+    void WriteResult();
+    /// To be called when the host, which reads the result file between two requests, has had its chance.
+    void LookWhetherResultWasRead();
 
     EntityScanner& entityScanner;
     std::optional<ConnectArguments> connected;
@@ -57,6 +61,21 @@ class ScanConversation
     std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
     std::size_t total = 0;
     bool atPlugin = false;
+
+    /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the
+    /// result file before the first has read it. Then there is another round, without a locator, before the
+    /// next plug-in; so often at most, because a host may delete what it has read.
+    struct Unread
+    {
+        std::shared_ptr<zetaudiofilterhost::PluginModuleInfo> info;
+        int timesWritten = 0;
+    };
+    std::vector<Unread> unread;
+    std::string lastResult;
+    std::uint64_t resultNumber = 0;
+    bool resultIsOut = false;
+    bool onlyDelivers = false;
+    int extraRounds = 0;
 };
 
 } // namespace zetaudiofilterscan

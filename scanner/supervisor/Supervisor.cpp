@@ -1,5 +1,6 @@
 #include "Supervisor.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <exception>
 #include <optional>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/Dir.h>
@@ -17,6 +19,7 @@
 #include "Connection.h"
 #include "EntityScanner.h"
 #include "ExitCodes.h"
+#include "HostProcess.h"
 #include "Interrupt.h"
 #include "ScanConversation.h"
 #include "ScanEnd.h"
@@ -25,12 +28,15 @@
 
 namespace zetaudiofilterscan {
 
+using zetcore::debug::FaultPoint;
 using zetcore::filesupport::MemoryMappedFile;
 
 namespace {
 
 constexpr char connectTimeoutKey[] = "zetaudiofilterscan.ConnectTimeoutSeconds";
 constexpr std::chrono::seconds defaultConnectTimeout{90};
+// How often a supervisor without a connection looks whether its host is still there.
+constexpr std::chrono::seconds lookForHost{1};
 
 std::uint32_t* MapPortBlock(MemoryMappedFile& block)
 {
@@ -42,14 +48,17 @@ std::uint32_t* MapPortBlock(MemoryMappedFile& block)
 class Supervisor
 {
   public:
-    Supervisor()
-        : connection(interrupt), entities(interrupt, [this] { return connection.IsClosed(); }),
-          conversation(entities)
+    explicit Supervisor(std::uint64_t host)
+        : hostProcess(host), connection(interrupt, host),
+          entities(interrupt, [this] { return connection.IsClosed(); }), conversation(entities)
     {}
 
     [[noreturn]] void Run(std::uint32_t* block)
     {
-        std::atomic_ref<std::uint32_t>(block[zetscanprotocol::portWord]).store(connection.Listen());
+        const std::uint16_t port = connection.Listen();
+        FaultPoint("supervisor.listening");
+        std::atomic_ref<std::uint32_t>(block[zetscanprotocol::portWord]).store(port);
+        FaultPoint("supervisor.port-told");
         // It starts while the host connects.
         entities.StartAhead();
         const auto limit = TimeLimitFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
@@ -62,22 +71,35 @@ class Supervisor
                 Answer(*request);
             else if (connection.IsTaken())
                 interrupt.WaitUntil(std::chrono::steady_clock::time_point::max());
-            else if (!interrupt.WaitUntil(deadline))
-                End(exitNobodyConnected);
+            else
+                WaitForHost(deadline);
         }
     }
 
   private:
+    void WaitForHost(std::chrono::steady_clock::time_point deadline)
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (!interrupt.WaitUntil(std::min(deadline, now + lookForHost)) &&
+            (now >= deadline || HostProcessHasEnded(hostProcess)))
+            End(exitNobodyConnected);
+    }
+
     void Answer(const Request& request)
     {
         try {
-            request.responder->Succeed(conversation.Handle(request.method, request.params));
+            const auto value = conversation.Handle(request.method, request.params);
+            FaultPoint("supervisor.answering");
+            request.responder->Succeed(value);
+            FaultPoint("supervisor.answered");
         } catch (const ConnectionClosed&) {
             End(exitConnectionClosed);
         } catch (const PluginFailed& failure) {
             // The request stays unanswered: to the host, the scanner has died on this plug-in.
             entities.KillWorkers();
+            FaultPoint("supervisor.failed");
             conversation.RecordFailure(failure);
+            FaultPoint("supervisor.failure-told");
             End(exitPluginFailed);
         } catch (const zetmarshal::RPCError& error) {
             request.responder->Fail(error.Code(), error.what());
@@ -92,6 +114,7 @@ class Supervisor
         EndSupervisorProcess(exitCode);
     }
 
+    const std::uint64_t hostProcess;
     Interrupt interrupt;
     Connection connection;
     EntityScanner entities;
@@ -102,7 +125,9 @@ class Supervisor
 
 void RunSupervisor()
 {
+    const std::uint64_t host = HostProcessNumber();
     SetUpSupervisorProcess();
+    FaultPoint("supervisor.started");
     // Until the host says where its preferences are, the debug database comes from the environment alone.
     MemoryMappedFile mapping;
     std::uint32_t* block = nullptr;
@@ -112,7 +137,7 @@ void RunSupervisor()
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zetaudiofilterscan: %s\n", error.what());
     }
-    if (!block) {
+    if (!block || !HostProcessIsWaiting(host)) {
         std::fputs("zetaudiofilterscan: there is no host to scan for; hosts start this program themselves\n",
                    stderr);
         EndSupervisorProcess(exitNoPortBlock);
@@ -120,8 +145,9 @@ void RunSupervisor()
     mapping.CloseFileHandleIfPossible();
     zetcore::debug::SetMasterTraceVolume(static_cast<std::int32_t>(
         std::atomic_ref<std::uint32_t>(block[zetscanprotocol::traceVolumeWord]).load()));
+    GiveUpPrivileges();
     try {
-        Supervisor().Run(block);
+        Supervisor(host).Run(block);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zetaudiofilterscan: %s\n", error.what());
         EndSupervisorProcess(exitCannotListen);

@@ -9,7 +9,8 @@ namespace zetaudiofilterscan {
 
 void SetUpSupervisorProcess()
 {
-    for (const int signal : {SIGINT, SIGHUP, SIGQUIT, SIGPIPE})
+    // With the last, a file that may grow no more is an error of the write and not the end.
+    for (const int signal : {SIGINT, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_IGN);
     // A host that ignores it would make the workers vanish before their end was seen.
     std::signal(SIGCHLD, SIG_DFL);

@@ -3,18 +3,21 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 
 #include "ExitCodes.h"
 #include "WorkerChannel.h"
 #include "WorkerMessages.h"
+#include "WorkerPrivileges.h"
 #include "WorkerProcessSetup.h"
 
 namespace zetaudiofilterscan {
@@ -25,6 +28,7 @@ using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::ModuleLoader;
 using zetaudiopluginhost::ScanOutcome;
 using zetaudiopluginhost::ScanPhase;
+using zetcore::debug::FaultPoint;
 
 void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
 {
@@ -33,26 +37,47 @@ void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
         EndWorkerProcess(exitChannelLost);
 }
 
+void TraceLack(const std::string& lack)
+{
+    if (!lack.empty())
+        zetcore::debug::TraceLine(1, "zetaudiofilterscan", lack);
+}
+
 void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional<ModuleLoader>& loader)
 {
     zetcore::filesupport::Dir::SetPrefDir(settings.preferencesFolder);
-    zetcore::debug::SetTraceSink([&channel](int level, std::string_view category, std::string_view text) {
+    // One line at a time, whatever threads trace.
+    zetcore::debug::SetTraceSink([&channel, mutex = std::make_shared<std::mutex>()](
+                                     int level, std::string_view category, std::string_view text) {
+        const std::lock_guard lock(*mutex);
         SendOrEnd(channel, WorkerTrace{level, std::string(category), std::string(text)});
     });
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
+    TraceLack(LimitResources());
+    if (settings.refuseNetwork)
+        TraceLack(RefuseNetwork());
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
         page.phase = static_cast<std::uint32_t>(phase);
     });
     loader->SetKnownModules(settings.knownModules);
+    FaultPoint("worker.settings");
 }
 
 EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLoader& loader)
 {
     page.phase = static_cast<std::uint32_t>(ScanPhase::None);
     page.entity = request.number;
+    FaultPoint("worker.entity");
     const ScanOutcome outcome = loader.Scan(request.locator);
     return {request.number, outcome.misbehaved, outcome.phase, outcome.reason,
             PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
+}
+
+void Answer(WorkerChannel& channel, const EntityAnswer& answer)
+{
+    FaultPoint("worker.scanned");
+    SendOrEnd(channel, answer);
+    FaultPoint("worker.answered");
 }
 
 void Serve(WorkerChannel& channel)
@@ -63,7 +88,7 @@ void Serve(WorkerChannel& channel)
         if (const auto* settings = std::get_if<WorkerSettings>(&command))
             Apply(*settings, channel, loader);
         else if (loader)
-            SendOrEnd(channel, ScanEntity(std::get<EntityRequest>(command), channel.Page(), *loader));
+            Answer(channel, ScanEntity(std::get<EntityRequest>(command), channel.Page(), *loader));
     }
 }
 
@@ -73,6 +98,7 @@ void RunWorker(const WorkerArguments& arguments)
 {
     SetUpWorkerProcess(arguments.parentProcess);
     try {
+        FaultPoint("worker.started");
         WorkerChannel channel(arguments);
         Serve(channel);
         EndWorkerProcess(channel.IsIntact() ? exitConnectionClosed : exitChannelLost);

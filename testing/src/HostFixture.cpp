@@ -1,5 +1,7 @@
 #include <zettesting/HostFixture.h>
 
+#include <mutex>
+
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
@@ -28,10 +30,11 @@ HostFixture::HostFixture()
     zetcore::filesupport::Dir::SetPrefDir(ToWide(prefs));
     zetcore::debug::DebugDatabase::Instance().Reset();
     zetcore::debug::ResetTrace();
-    zetcore::debug::SetTraceSink(
-        [lines = traceLines](int level, std::string_view category, std::string_view text) {
-            lines->push_back(std::to_string(level) + " " + std::string(category) + " " + std::string(text));
-        });
+    zetcore::debug::SetTraceSink([lines = traceLines, mutex = std::make_shared<std::mutex>()](
+                                     int level, std::string_view category, std::string_view text) {
+        const std::lock_guard lock(*mutex);
+        lines->push_back(std::to_string(level) + " " + std::string(category) + " " + std::string(text));
+    });
     zetcore::threads::ClearQueuedCalls();
 }
 

@@ -6,6 +6,7 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetcore/config/Localizer.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -26,6 +27,7 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
 using zetaudiopluginhost::PluginModuleScanner;
+using zetcore::debug::FaultPoint;
 
 constexpr char titleKey[] = "$$$/AudioPluginManager/ScanAudioPlugIns=Scanning Audio Plug-Ins";
 constexpr wchar_t markerName[] = L"ScannedPluginPath.txt";
@@ -90,6 +92,11 @@ AudioPluginScan& AudioPluginScan::operator=(const AudioPluginScan&) = default;
 
 AudioPluginScan::~AudioPluginScan() = default;
 
+bool AudioPluginScan::GaveUp() const
+{
+    return externalScan->GaveUp();
+}
+
 filesupport::File AudioPluginScan::GetLastScannedPluginPath()
 {
     return InPrefDir(markerName);
@@ -115,6 +122,7 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
         supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),
         zetui::ui::WindowVariant(parent), false, true, false);
     PluginModuleInfoManager::GetInstance()->RemovePluginLocators(plugins);
+    FaultPoint("host.scan-begins");
 
     if (useSeparateProcess) {
         preferencesAccessible = SaveRegistry();
@@ -128,6 +136,7 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
         ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
     }
 
+    FaultPoint("host.scan-done");
     preferencesAccessible = DeleteMarker() && preferencesAccessible;
     preferencesAccessible = SaveRegistry() && preferencesAccessible;
     PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
@@ -201,7 +210,9 @@ void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLoc
         while (scanner.GetCurrentProgressInfo(plugin, statusText, progress, total)) {
             if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent))
                 break;
-            if (!scanner.ContinueScan())
+            const bool goesOn = scanner.ContinueScan();
+            FaultPoint("host.plugin-scanned");
+            if (!goesOn)
                 break;
         }
         scanner.EndScan();
@@ -227,6 +238,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
         zetui::dialogs::messagebox::ShowNote(supplier, L"Scanning", plugin.GetPath(),
                                              zetui::ui::WindowVariant(parent));
     const bool saved = SaveRegistry();
+    FaultPoint("host.plugin-loading");
     if (!marked || !saved)
         ReportPreferenceAccessError(parent);
     return !cancelled;

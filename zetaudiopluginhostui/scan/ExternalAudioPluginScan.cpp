@@ -5,8 +5,9 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/IPlatformByteStream.h>
+#include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetscanprotocol/ScanProtocol.h>
@@ -23,24 +24,10 @@ namespace protocol = zetscanprotocol;
 namespace threads = zetcore::threads;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
+using zetcore::debug::FaultPoint;
 
 constexpr std::chrono::seconds drainLimit{86400};
 constexpr wchar_t clientName[] = L"ClientUnknown";
-
-std::string ReadWhole(const filesupport::File& file)
-{
-    const auto stream = filesupport::IPlatformByteStream::OpenForReading(file);
-    std::string text(static_cast<std::size_t>(stream->Length()), '\0');
-    std::size_t read = 0;
-    while (read < text.size()) {
-        const std::size_t count = stream->ReadBlock(text.data() + read, text.size() - read);
-        if (count == 0)
-            break;
-        read += count;
-    }
-    text.resize(read);
-    return text;
-}
 
 } // namespace
 
@@ -73,6 +60,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
         restartAllowed = true;
         finished = false;
         ++scanNumber;
+        restarts = RestartCount(locators.size());
         process = ScannerProcess();
         if (ResultFile().Exists())
             ResultFile().Delete();
@@ -82,6 +70,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
 
 void ExternalAudioPluginScan::StopScan()
 {
+    FaultPoint("host.stopping");
     const auto mainThread = threads::GetRegisteredMainThread();
     if (mainThread && mainThread->CanRun())
         mainThread->Run(std::chrono::steady_clock::now() + drainLimit);
@@ -112,8 +101,10 @@ void ExternalAudioPluginScan::StopScan()
         oldTransport.reset();
     }
 
+    FaultPoint("host.disconnected");
     if (process)
         EndScannerProcess(std::exchange(process, ScannerProcess()));
+    FaultPoint("host.scanner-ended");
     if (!wasFinished)
         NotifyScanFinished();
 }
@@ -146,6 +137,7 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
     oldSession.reset();
     if (!newSession)
         return false;
+    FaultPoint("host.connected");
 
     auto oldClient = std::make_shared<zetmarshal::RPCClient>(newSession, clientName);
     {
@@ -163,6 +155,7 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnServerConnectOK(); });
     static ScanTraceSite sentSite;
     sentSite.Write("Sent connection request");
+    FaultPoint("host.connect-sent");
     return true;
 }
 
@@ -170,13 +163,20 @@ void ExternalAudioPluginScan::RestartSession()
 {
     static ScanTraceSite site;
     site.Write("RestartSession()");
+    FaultPoint("host.restarting");
+    std::size_t left = 0;
     {
         // Posted while the scan was being stopped, it would start a scanner that nobody ends.
         const std::lock_guard lock(mutex);
         if (!restartAllowed)
             return;
+        left = pending.size();
     }
-    LaunchServerAndConnect();
+    restarts.Note(left);
+    if (GaveUp())
+        NotifyScanFinished();
+    else
+        LaunchServerAndConnect();
 }
 
 void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const std::string& subcomponent)
@@ -190,10 +190,13 @@ void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const 
         all = total;
     }
     progressCallback(plugin, subcomponent, done, all);
+    FaultPoint("host.progress-shown");
 }
 
 void ExternalAudioPluginScan::NotifyScanFinished()
 {
+    // The callback is called with the mutex held. It cannot deadlock: it runs on the main thread, only asks
+    // the dialog to close, and waits for nobody; no other thread waits for the main thread under this mutex.
     const std::lock_guard lock(mutex);
     progressCallback(PluginLocator(), std::string(), 1, 0);
     try {
@@ -204,12 +207,14 @@ void ExternalAudioPluginScan::NotifyScanFinished()
     }
     currentLocator = PluginLocator();
     finished = true;
+    FaultPoint("host.finished");
 }
 
 void ExternalAudioPluginScan::OnServerConnectOK()
 {
     static ScanTraceSite site;
     site.Write("OnServerConnectOK()");
+    FaultPoint("host.connect-answered");
     {
         const std::lock_guard lock(mutex);
         connected = true;
@@ -221,6 +226,7 @@ void ExternalAudioPluginScan::SendScanRequest()
 {
     static ScanTraceSite site;
     site.Write("SendScanRequest");
+    // Held while the request is handed over. It cannot deadlock: the client queues it and calls nobody.
     const std::lock_guard lock(mutex);
     SendRequest(BuildBeginScanForPlugins(pending),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnScanRequestSuccess(); });
@@ -230,6 +236,7 @@ void ExternalAudioPluginScan::OnScanRequestSuccess()
 {
     static ScanTraceSite site;
     site.Write("OnScanRequestSuccess");
+    FaultPoint("host.list-answered");
     SendGetScanInfo();
 }
 
@@ -246,6 +253,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
     static ScanTraceSite site;
     site.Write("OnScanInfo");
     const ScanInfo info = ReadScanInfoReply(reply);
+    FaultPoint("host.info-read");
 
     const std::lock_guard lock(mutex);
     currentLocator = PluginLocator::FromString(info.locator);
@@ -260,6 +268,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
     if (total == 0)
         total = info.total;
 
+    // Both only queue, so that neither can deadlock under the mutex.
     if (info.continues) {
         PostToMainThread(
             [plugin = currentLocator, subcomponent = zetcore::string::UTF16to8(info.subcomponent)](
@@ -280,17 +289,20 @@ void ExternalAudioPluginScan::SendScanOneEntity()
 
 void ExternalAudioPluginScan::OnScanOneEntitySuccess()
 {
+    FaultPoint("host.entity-answered");
     {
         const std::lock_guard lock(mutex);
         const filesupport::File file = ResultFile();
-        std::string text = file.Exists() ? ReadWhole(file) : std::string();
+        std::string text = file.Exists() ? filesupport::FileUtils::ReadFile(file) : std::string();
         if (!text.empty())
             threads::AsyncCallFromMainThread(
                 [text = std::move(text)] {
                     PluginModuleInfoManager::GetInstance()->AddConfiguration(text, false);
+                    FaultPoint("host.result-merged");
                 },
                 0);
     }
+    FaultPoint("host.result-read");
     SendGetScanInfo();
 }
 
@@ -305,6 +317,9 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
 {
     static ScanTraceSite site;
     site.Write("OnListenerClose()");
+    FaultPoint("host.closed");
+    // Held while the ban is noted and saved. It cannot deadlock: the locks of the banned list and of the
+    // registry come after this one, and nobody who holds one of them calls a session.
     const std::lock_guard lock(mutex);
     progressBase = progress;
     if (!currentLocator.GetPath().empty()) {
@@ -314,6 +329,7 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
         } catch (const filesupport::file_exception&) {
             // The ban holds for this run.
         }
+        FaultPoint("host.banned");
     }
     if (restartAllowed && !pending.empty())
         PostToMainThread(&ExternalAudioPluginScan::RestartSession);

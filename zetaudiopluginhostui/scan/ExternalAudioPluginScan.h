@@ -15,6 +15,7 @@
 #include <zettransport/Session.h>
 #include <zettransport/SocketTransport.h>
 
+#include "scan/RestartCount.h"
 #include "scan/ScannerLauncher.h"
 
 namespace zetaudiopluginhostui {
@@ -27,6 +28,9 @@ namespace zetaudiopluginhostui {
 ///     connecting, connected, polling --session closed, plug-ins pending--> launching again
 ///     connecting, connected, polling --session closed, none pending--> finished
 ///     any --StopScan--> ended
+///
+/// A scanner that dies is replaced as often as it takes, unless the host has set a limit to restarts in a row
+/// that were followed by no plug-in that was reported (ScanLimits.h).
 ///
 /// An error reply leaves the state where it is. A launch that fails ends nothing that it may have started: a
 /// scanner that nobody connects to ends by itself.
@@ -52,6 +56,9 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
                    const std::wstring& permanentBannedSettingsPath,
                    const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
                    bool quickEffectScan, ProgressCallback progressCallback);
+
+    /// True when the last scan ended because its scanners never got on. Main thread.
+    bool GaveUp() const noexcept { return restarts.TooMany(); }
 
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
     /// unless that was done. Main thread.
@@ -119,6 +126,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     bool quickEffectScan = false;
 
     // Main thread.
+    RestartCount restarts{0};
     ScannerProcess process;
     ScannerLauncher launcher;
 };

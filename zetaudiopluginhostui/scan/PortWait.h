@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/threads/Backoff.h>
 
 namespace zetaudiopluginhostui {
@@ -13,7 +14,9 @@ struct PortWait
     using Clock = std::chrono::steady_clock;
     using Pause = std::function<void()>;
 
-    std::function<Clock::time_point()> now = &Clock::now;
+    std::function<Clock::time_point()> now = [] {
+        return Clock::now() + zetcore::debug::FaultDelay("host.port-wait");
+    };
     /// Makes the pauses of one wait.
     std::function<Pause()> startPauses = [] { return Pause(zetcore::threads::Backoff()); };
 };

@@ -1,6 +1,7 @@
 #include "scan/ScanMessages.h"
 
 #include <any>
+#include <string>
 
 #include <zetcore/string/Utf.h>
 #include <zetscanprotocol/ScanProtocol.h>
@@ -18,41 +19,59 @@ ValuePtr MakeArray()
     return serialization::MakeValue(serialization::Array());
 }
 
-/// The element with this key; never null.
-ValuePtr Field(const ValuePtr& object, std::string_view key)
+/// The standard error, which names nothing, with the name of what has the wrong type.
+class WrongType : public std::bad_any_cast
 {
-    ValuePtr value = serialization::GetVariantInObject(object, key);
-    if (!value)
-        throw std::bad_any_cast();
-    return value;
+  public:
+    explicit WrongType(std::string_view field)
+        : message("Bad any_cast: \"" + std::string(field) + "\" of GetScanInfo's reply has a wrong type")
+    {}
+    const char* what() const noexcept override { return message.c_str(); }
+
+  private:
+    std::string message;
+};
+
+/// What `value` holds; throws for any other type and for no value.
+template<typename T>
+const T& Expect(const ValuePtr& value, std::string_view field)
+{
+    const auto* held = std::any_cast<T>(value.get());
+    if (!held)
+        throw WrongType(field);
+    return *held;
 }
 
-std::wstring ReadString(const ValuePtr& object, std::string_view key)
+ValuePtr Field(const ValuePtr& record, std::string_view key)
 {
-    const ValuePtr value = Field(object, key);
+    return serialization::GetVariantInObject(record, key);
+}
+
+std::wstring ReadString(const ValuePtr& record, std::string_view key)
+{
+    const ValuePtr value = Field(record, key);
     return zetcore::string::UTF8to16(
-        serialization::ToStdString(std::any_cast<const serialization::Utf8String&>(*value)));
+        serialization::ToStdString(Expect<serialization::Utf8String>(value, key)));
 }
 
-std::int32_t ReadInteger(const ValuePtr& object, std::string_view key)
+std::int32_t ReadInteger(const ValuePtr& record, std::string_view key)
 {
-    const ValuePtr value = Field(object, key);
+    const ValuePtr value = Field(record, key);
     if (const auto* isSigned = std::any_cast<long long>(value.get()))
         return static_cast<std::int32_t>(*isSigned);
-    return static_cast<std::int32_t>(std::any_cast<unsigned long long>(*value));
+    return static_cast<std::int32_t>(Expect<unsigned long long>(value, key));
 }
 
-bool ReadLenientBoolean(const ValuePtr& object, std::string_view key)
+bool ReadLenientBoolean(const ValuePtr& record, std::string_view key)
 {
-    const ValuePtr value = Field(object, key);
+    const ValuePtr value = Field(record, key);
     if (const auto* boolean = std::any_cast<bool>(value.get()))
         return *boolean;
     if (const auto* number = std::any_cast<int>(value.get()))
         return *number != 0;
-    const std::string text =
-        serialization::ToStdString(std::any_cast<const serialization::Utf8String&>(*value));
+    const std::string text = serialization::ToStdString(Expect<serialization::Utf8String>(value, key));
     if (text != "true" && text != "false")
-        throw std::bad_any_cast();
+        throw WrongType(key);
     return text == "true";
 }
 
@@ -91,8 +110,9 @@ serialization::Call BuildScanOneEntity()
 
 ScanInfo ReadScanInfoReply(const ValuePtr& reply)
 {
-    serialization::AssertExpectedType(reply, typeid(serialization::Object));
-    const ValuePtr record = serialization::GetVariantInObject(reply, protocol::valueKey);
+    Expect<serialization::Object>(reply, "result");
+    const ValuePtr record = Field(reply, protocol::valueKey);
+    Expect<serialization::Object>(record, protocol::valueKey);
     ScanInfo info;
     info.locator = ReadString(record, protocol::locatorKey);
     info.subcomponent = ReadString(record, protocol::subcomponentKey);

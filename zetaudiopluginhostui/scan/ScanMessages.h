@@ -42,8 +42,8 @@ struct ScanInfo
 };
 
 /// Reads the reply of GetScanInfo. A missing key throws `missing_key_exception`, a value of a wrong type
-/// `std::bad_any_cast`. Integers are narrowed to their low 32 bits; "continue" may also be an `int` (true
-/// when it is not 0) or the string "true" or "false".
+/// `std::bad_any_cast`; both messages name it. Integers are narrowed to their low 32 bits; "continue" may
+/// also be an `int` (true when it is not 0) or the string "true" or "false".
 ScanInfo ReadScanInfoReply(const zetcore::serialization::ValuePtr& reply);
 
 } // namespace zetaudiopluginhostui

@@ -92,6 +92,26 @@ TEST(ScanMessages, AValueThatIsNoObjectIsABadAnyCast)
         EXPECT_THROW(ReadScanInfoReply(MakeValue(Object{{Key("value"), value}})), std::bad_any_cast);
 }
 
+TEST(ScanMessages, TheErrorForAWrongTypeNamesTheField)
+{
+    const auto messageOf = [](const ValuePtr& reply) -> std::string {
+        try {
+            ReadScanInfoReply(reply);
+        } catch (const std::bad_any_cast& error) {
+            return error.what();
+        }
+        return "accepted";
+    };
+    for (const char* key : {"locator", "subcomponent", "progress", "total", "continue"})
+        for (const ValuePtr& value :
+             {std::make_shared<Value>(), MakeValue(0.5), MakeValue(Array()), MakeValue(Object()), ValuePtr()})
+            EXPECT_EQ(messageOf(ReplyWith(key, value)),
+                      "Bad any_cast: \"" + std::string(key) + "\" of GetScanInfo's reply has a wrong type");
+    EXPECT_NE(messageOf(MakeValue(Array())).find("\"result\""), std::string::npos);
+    EXPECT_NE(messageOf(MakeValue(Object{{Key("value"), MakeValue(Array())}})).find("\"value\""),
+              std::string::npos);
+}
+
 TEST(ScanMessages, ProgressAndTotalAbove2To31AreNarrowedToTheirLow32Bits)
 {
     struct Case

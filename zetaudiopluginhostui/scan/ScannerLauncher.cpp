@@ -3,6 +3,7 @@
 #include <atomic>
 #include <utility>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetscanprotocol/ScanProtocol.h>
@@ -15,6 +16,7 @@ namespace {
 
 namespace filesupport = zetcore::filesupport;
 namespace protocol = zetscanprotocol;
+using zetcore::debug::FaultPoint;
 
 constexpr std::chrono::seconds portTimeout{60};
 constexpr std::uint32_t portMask = 0xFFFF;
@@ -65,11 +67,13 @@ bool ScannerLauncher::Start(ScannerProcess& process)
         return false;
     static ScanTraceSite launchSite;
     launchSite.Write("Launching scan server");
+    FaultPoint("host.launching");
     const ScannerProcess started = StartScannerProcess(program);
     if (!started)
         return false;
     // A handle left from an earlier run is overwritten and not closed.
     process = started;
+    FaultPoint("host.launched");
     return true;
 }
 
@@ -92,6 +96,7 @@ std::uint16_t ScannerLauncher::WaitForPort()
         static ScanTraceSite timeoutSite;
         timeoutSite.Write("Timeout while launching scan server");
     }
+    FaultPoint("host.port-read");
     // A port that came in the last pass is still good: only a missing one fails.
     return static_cast<std::uint16_t>(word & portMask);
 }

@@ -5,8 +5,10 @@
 //   none            do not write a port
 //   dead            write a port at which nobody listens
 //   word N          write this number as the port
-//   listen [NAME]   listen, write the port and make a file of that name; the lines after it answer the
-//   requests wait NAME       wait until there is a file of that name in the folder touch NAME      make one
+//   listen [NAME]   listen, write the port and make a file of that name; the lines after it answer requests
+//   listen-raw      the same without a file, for a scanner that may write anything; see below
+//   wait NAME       wait until there is a file of that name in the folder
+//   touch NAME      make one
 //   ok              answer the request with success
 //   reply JSON      answer with this result
 //   result TEXT     write the result file, then answer with success
@@ -14,6 +16,14 @@
 //   hold            do not answer
 //   die             end at once
 //   die-when NAME   end as soon as there is a file of that name
+//
+// After listen-raw, these answer too ("@id" stands for the request's id):
+//
+//   slow JSON       this result, a byte at a time
+//   twice JSON      this result, two times
+//   message JSON    a frame with this message
+//   bytes TEXT      these bytes, with \r and \n for the line end's
+//   nested N        a result of this many arrays in each other
 //
 // A script without an answer left lets the scanner wait until its connection closes; it ends then.
 #include <atomic>
@@ -38,6 +48,8 @@
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
 #include <zettransport/SocketTransport.h>
+
+#include "testing/RawServer.h"
 
 namespace {
 
@@ -74,6 +86,8 @@ class FakeScanner
                 Word(protocol::portWord) = UnusedPort();
             else if (command == "listen")
                 Serve(argument);
+            else if (command == "listen-raw")
+                ServeRaw();
             else
                 DoBetween(command, argument);
         }
@@ -152,11 +166,76 @@ class FakeScanner
         lines.clear();
     }
 
+    void ServeRaw()
+    {
+        zetaudiopluginhostui::RawServer server;
+        Word(protocol::portWord) = server.Port();
+        server.Accept();
+        while (const auto frame = server.NextFrame()) {
+            const serialization::ValuePtr request = zetmarshal::FromJson(*frame);
+            const auto& members = std::any_cast<const serialization::Object&>(*request);
+            const auto id = members.find(serialization::ToUtf8String("id"));
+            if (id == members.end())
+                continue;
+            const auto method = std::any_cast<serialization::Utf8String>(
+                *serialization::GetVariantInObject(request, "method"));
+            LogRequest(serialization::ToStdString(method),
+                       serialization::GetVariantInObject(request, "params"));
+            AnswerRaw(server, zetmarshal::ToJson(id->second));
+        }
+        lines.clear();
+    }
+
+    static std::string Frame(const std::string& payload)
+    {
+        return "Content-Length: " + std::to_string(payload.size()) + "\r\n\r\n" + payload;
+    }
+
+    static std::string Replaced(std::string text, const std::string& old, const std::string& with)
+    {
+        for (std::size_t at = 0; (at = text.find(old, at)) != std::string::npos; at += with.size())
+            text.replace(at, old.size(), with);
+        return text;
+    }
+
+    void AnswerRaw(zetaudiopluginhostui::RawServer& server, const std::string& id)
+    {
+        const auto result = [&id](const std::string& json) {
+            return Frame(R"({"jsonrpc":"2.0","id":)" + id + R"(,"result":)" + json + "}");
+        };
+        constexpr std::size_t atOnce = 65536;
+        while (!lines.empty()) {
+            const auto [command, text] = NextLine();
+            const std::string argument = Replaced(text, "@id", id);
+            if (command == "ok")
+                return server.Write(result("{}"), atOnce);
+            if (command == "reply")
+                return server.Write(result(argument), atOnce);
+            if (command == "slow")
+                return server.Write(result(argument), 1);
+            if (command == "twice")
+                return server.Write(result(argument) + result(argument), atOnce);
+            if (command == "message")
+                return server.Write(Frame(argument), atOnce);
+            if (command == "bytes")
+                return server.Write(Replaced(Replaced(argument, "\\r", "\r"), "\\n", "\n"), atOnce);
+            if (command == "nested") {
+                const std::size_t depth = std::stoul(argument);
+                return server.Write(result(std::string(depth, '[') + std::string(depth, ']')), atOnce);
+            }
+            DoBetween(command, text);
+        }
+    }
+
+    void LogRequest(const std::string& method, const serialization::ValuePtr& params)
+    {
+        Log(method.substr(method.rfind('.') + 1) + " " + zetmarshal::ToJson(params));
+    }
+
     void Answer(const std::string& method, const serialization::Array& params,
                 const std::shared_ptr<RPCResponder>& responder)
     {
-        Log(method.substr(method.rfind('.') + 1) + " " +
-            zetmarshal::ToJson(serialization::MakeValue(params)));
+        LogRequest(method, serialization::MakeValue(params));
         if (method == protocol::connectMethod)
             resultFile = zetcore::string::UTF8to16(
                 serialization::ToStdString(std::any_cast<serialization::Utf8String>(*params.at(3))));

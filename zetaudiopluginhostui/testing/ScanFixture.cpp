@@ -1,5 +1,6 @@
 #include "testing/ScanFixture.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -39,10 +40,10 @@ ScanFixture::ScanFixture()
     zetcore::filesupport::commondirs::SetExecutableDir(zetcore::string::UTF8to16(ZET_FAKE_SCANNER_FOLDER));
     zetcore::debug::SetTraceSink(
         [log = lockedTrace](int level, std::string_view category, std::string_view text) {
-            if (level != 6 || category != "ExternalAudioPluginScan")
-                return;
             const std::lock_guard lock(log->mutex);
-            log->lines.emplace_back(text);
+            log->all.emplace_back(text);
+            if (level == 6 && category == "ExternalAudioPluginScan")
+                log->lines.emplace_back(text);
         });
     PluginModuleInfoManager::GetInstance()->Reset();
     BannedPluginManager::GetInstance()->Reset();
@@ -163,6 +164,13 @@ std::vector<std::string> ScanFixture::Traced() const
 {
     const std::lock_guard lock(lockedTrace->mutex);
     return lockedTrace->lines;
+}
+
+bool ScanFixture::AnyTraced(const std::string& text) const
+{
+    const std::lock_guard lock(lockedTrace->mutex);
+    return std::any_of(lockedTrace->all.begin(), lockedTrace->all.end(),
+                       [&text](const std::string& line) { return line.find(text) != line.npos; });
 }
 
 } // namespace zetaudiopluginhostui

@@ -50,8 +50,10 @@ class ScanFixture : public zettesting::HostFixture
     /// The line of a script that answers ScanOneEntity with a result for this plug-in.
     static std::string Result(const PluginLocator& plugin, const std::wstring& name);
 
-    /// Trace without level and category, from whatever thread.
+    /// The session's trace without level and category, from whatever thread.
     std::vector<std::string> Traced() const;
+    /// True when any category's line holds the text.
+    bool AnyTraced(const std::string& text) const;
 
     std::filesystem::path scripts;
     std::shared_ptr<zetcore::threads::PlainEventLoop> loop =
@@ -62,6 +64,7 @@ class ScanFixture : public zettesting::HostFixture
     {
         mutable std::mutex mutex;
         std::vector<std::string> lines;
+        std::vector<std::string> all;
     };
     std::shared_ptr<LockedTrace> lockedTrace = std::make_shared<LockedTrace>();
     std::unique_ptr<zettesting::ScopedEnvironment> environment;

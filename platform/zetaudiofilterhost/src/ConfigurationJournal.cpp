@@ -94,6 +94,21 @@ File ConfigurationJournal::FileFor(const File& base)
     return File(base.FullPath() + L".journal");
 }
 
+std::uint64_t ConfigurationJournal::SizeBeside(const File& base)
+{
+    try {
+        const File journal = FileFor(base);
+        return journal.Exists() ? journal.Size() : 0;
+    } catch (const file_exception&) {
+        return 0; // it has gone meanwhile
+    }
+}
+
+std::optional<File> ConfigurationJournal::WrittenFor() const
+{
+    return base ? std::optional(base->file) : std::nullopt;
+}
+
 std::vector<std::string> ConfigurationJournal::ReadEntries(const File& base, const ContentTie& tie)
 {
     std::vector<std::string> entries;
@@ -137,7 +152,7 @@ bool ConfigurationJournal::CanAppendTo(const File& file) const
         return false;
     try {
         return file.Size() == base->size && file.ModificationTime() == base->time &&
-               (journalSize == 0 || FileFor(file).Size() == journalSize);
+               SizeBeside(file) == journalSize;
     } catch (const file_exception&) {
         return false;
     }

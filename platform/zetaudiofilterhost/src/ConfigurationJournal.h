@@ -30,6 +30,8 @@ class ConfigurationJournal
 {
   public:
     static zetcore::filesupport::File FileFor(const zetcore::filesupport::File& base);
+    /// 0 when there is none.
+    static std::uint64_t SizeBeside(const zetcore::filesupport::File& base);
     /// The whole entries of the journal that belongs to this content of the base, in order; none when there
     /// is no such journal. A journal that cannot be read is traced.
     static std::vector<std::string> ReadEntries(const zetcore::filesupport::File& base,
@@ -44,6 +46,9 @@ class ConfigurationJournal
     /// From now on, a whole save is needed.
     void End();
     bool CanAppendTo(const zetcore::filesupport::File& base) const;
+    /// The file that it is written for; nothing when a whole save is needed.
+    std::optional<zetcore::filesupport::File> WrittenFor() const;
+    std::uint64_t Size() const noexcept { return journalSize; }
     /// In one write. When it throws (`file_exception`), the journal has ended.
     void Append(std::string_view payload);
 

@@ -10,6 +10,7 @@
 #include "ConfigurationElements.h"
 #include "XmlText.h"
 #include <zetcore/debug/Trace.h>
+#include <zetcore/string/LineCounter.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
@@ -37,7 +38,7 @@ class Reader
 {
   public:
     Reader(std::string_view utf8, const std::string& nameForErrors)
-        : text(utf8.starts_with(byteOrderMark) ? utf8.substr(byteOrderMark.size()) : utf8),
+        : text(utf8.starts_with(byteOrderMark) ? utf8.substr(byteOrderMark.size()) : utf8), lines(text),
           name(nameForErrors)
     {}
 
@@ -54,15 +55,13 @@ class Reader
     TechnologyFolders ReadTechnology(const pugi::xml_node& element);
     void KeepUnknown(Unknown& unknown, const pugi::xml_node& child);
 
-    [[noreturn]] void Fail(std::size_t offset, const std::string& what) const
+    [[noreturn]] void Fail(std::size_t offset, const std::string& what)
     {
         throw ConfigurationError(At(offset, what));
     }
-    std::string At(std::size_t offset, const std::string& what) const
+    std::string At(std::size_t offset, const std::string& what)
     {
-        const std::string_view before = text.substr(0, std::min(offset, text.size()));
-        const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-        return name + ", line " + std::to_string(line) + ": " + what;
+        return name + ", line " + std::to_string(lines.LineOf(offset)) + ": " + what;
     }
     static std::size_t Offset(const pugi::xml_node& element)
     {
@@ -70,6 +69,7 @@ class Reader
     }
 
     std::string_view text;
+    zetcore::string::LineCounter lines;
     std::string name;
     pugi::xml_document document;
     std::string version{configurationVersion};

@@ -191,6 +191,26 @@ TEST_F(ConfigurationTextTest, ANewerVersionsFileGivesWhatWeKnowAndKeepsTheRest)
     EXPECT_EQ(WriteConfiguration(Read(saved)), saved);
 }
 
+TEST_F(ConfigurationTextTest, NoNestingIsTooDeepToKeep)
+{
+    std::string nested;
+    for (int i = 0; i < 300'000; ++i)
+        nested += "<a>";
+    for (int i = 0; i < 300'000; ++i)
+        nested += "</a>";
+    const Configuration read = Read(Whole("<module locator=\"VST|/a.so|\">" + nested + "</module>", "2.0"));
+    EXPECT_EQ(read.modules.size(), 1u);
+    EXPECT_EQ(Read(WriteConfiguration(read)).modules.size(), 1u);
+}
+
+TEST_F(ConfigurationTextTest, ManyElementsThatCannotBeReadAreTracedInOnePass)
+{
+    std::string elements;
+    for (int i = 0; i < 200'000; ++i)
+        elements += "<module/>\n";
+    EXPECT_EQ(Read(Whole(elements + "<module locator=\"VST|/a.so|\"/>", "2.0")).modules.size(), 1u);
+}
+
 TEST_F(ConfigurationTextTest, AnOlderOrEqualVersionIsWrittenAsOurs)
 {
     EXPECT_EQ(Read(Whole("", "0.9")).version, configurationVersion);

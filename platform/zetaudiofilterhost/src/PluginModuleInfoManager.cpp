@@ -86,6 +86,9 @@ void PluginModuleInfoManager::AddModule(InfoPtr info)
     }
     state->GiveChoice(*info);
     state->Put(info);
+    // A scan in this process: the next save comes only when the next plug-in has been marked as being loaded.
+    if (state->incremental)
+        state->KeepFindings();
 }
 
 void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool withFolders)
@@ -112,6 +115,7 @@ void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool
         state->GiveChoice(*info);
         state->Put(info);
     }
+    state->KeepFindings();
 }
 
 std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoPtr>& infos)
@@ -151,6 +155,7 @@ void PluginModuleInfoManager::Reset()
 {
     state->Clear();
     state->damagedPath.clear();
+    state->known.reset();
     state->incremental = false;
     for (const State::Technology& technology : state->technologies)
         technology.technology->SetPluginDirectories({});

@@ -1,14 +1,18 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
 #include "RegistryState.h"
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/TemporaryFiles.h>
 
 namespace zetaudiofilterhost {
 
 using zetcore::filesupport::File;
 using zetcore::filesupport::file_exception;
+using zetcore::filesupport::FileLock;
 using zetcore::filesupport::FileUtils;
 
 namespace {
@@ -23,7 +27,10 @@ void DeleteOldJournal(const File& file)
     }
 }
 
-std::vector<RegistryChange> ReadJournal(const File& file, std::string_view content)
+} // namespace
+
+std::vector<RegistryChange> PluginModuleInfoManager::State::ReadJournal(const File& file,
+                                                                        std::string_view content)
 {
     std::vector<RegistryChange> changes;
     const File journal = ConfigurationJournal::FileFor(file);
@@ -39,8 +46,6 @@ std::vector<RegistryChange> ReadJournal(const File& file, std::string_view conte
     }
     return changes;
 }
-
-} // namespace
 
 std::vector<std::vector<std::wstring>> PluginModuleInfoManager::State::FolderPaths() const
 {
@@ -59,9 +64,9 @@ std::vector<TechnologyFolders> PluginModuleInfoManager::State::Folders() const
         folders.unknown = technology.unknown;
         for (auto path = technology.technology->DirectoryBegin();
              path != technology.technology->DirectoryEnd(); ++path) {
-            const auto known = technology.folderUnknown.find(*path);
+            const auto kept = technology.folderUnknown.find(*path);
             folders.folders.push_back(
-                {*path, known == technology.folderUnknown.end() ? Unknown() : known->second});
+                {*path, kept == technology.folderUnknown.end() ? Unknown() : kept->second});
         }
     }
     return result;
@@ -112,9 +117,27 @@ void PluginModuleInfoManager::State::SaveChanges()
         else if (const auto choice = choices.find(locator); choice != choices.end())
             change.choice = choice->second;
     }
-    if (!changes.empty())
+    if (!changes.empty()) {
         journal.Append(WriteChanges(changes));
+        known->journalSize = journal.Size();
+    }
     NoteSaved();
+}
+
+void PluginModuleInfoManager::State::KeepFindings()
+{
+    const std::optional<File> file = journal.WrittenFor();
+    if (!file)
+        return;
+    const zetcore::debug::DeferredTrace afterTheLock;
+    try {
+        const FileLock lock(*file);
+        if (journal.CanAppendTo(*file))
+            SaveChanges();
+    } catch (const file_exception& error) {
+        // The save after the scan tells the user.
+        zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
+    }
 }
 
 void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModules)
@@ -124,21 +147,25 @@ void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModule
             FileUtils::KeepAside(file);
         damagedPath.clear();
     }
+    if (withModules)
+        TakeInWhatOthersSaved(file);
     journal.End();
     const std::string text = WriteConfiguration(MakeConfiguration(withModules));
     ConfigurationJournal::PrepareForWholeSave(file, text);
-    FileUtils::SimpleWriteStringToFile(file.FullPath(), text);
+    FileUtils::ReplaceContent(file.FullPath(), text, zetcore::filesupport::Durability::PowerCut);
     DeleteOldJournal(file);
-    if (!withModules || !incremental)
+    NoteKnown(file, text);
+    if (!withModules)
         return;
     journal.Begin(file, text);
-    savedFolderPaths = FolderPaths();
     NoteFlippedRecords();
     NoteSaved();
 }
 
 void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModules)
 {
+    const zetcore::debug::DeferredTrace afterTheLock;
+    const FileLock lock(file);
     if (withModules && state->incremental && state->savedFolderPaths == state->FolderPaths() &&
         state->journal.CanAppendTo(file))
         state->SaveChanges();
@@ -158,7 +185,6 @@ void PluginModuleInfoManager::EndIncrementalSaves()
 {
     state->incremental = false;
     state->journal.End();
-    state->changed.clear();
 }
 
 bool PluginModuleInfoManager::LoadConfiguration(const File& file)
@@ -166,11 +192,15 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
     if (!file.Exists()) {
         state->Clear();
         state->SetDefaultFolders();
+        state->NoteKnown(file, {});
         return true;
     }
+    zetcore::filesupport::DeleteAbandonedTemporaries(file.GetParent());
     const std::string text = FileUtils::ReadFile(file);
     try {
-        state->ReplaceContent(ReadConfiguration(text, file.FullPathUTF8()), ReadJournal(file, text));
+        state->ReplaceContent(ReadConfiguration(text, file.FullPathUTF8()), State::ReadJournal(file, text));
+        state->changed.clear();
+        state->NoteKnown(file, text);
         return true;
     } catch (const ConfigurationError& error) {
         state->Clear();
@@ -184,6 +214,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         state->damagedPath = file.FullPath();
     }
     state->SetDefaultFolders();
+    state->NoteKnown(file, {});
     return false;
 }
 

@@ -16,8 +16,7 @@ PluginModuleInfoManager::State::State()
 
 void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
 {
-    if (incremental)
-        changed.insert(locator);
+    changed.insert(locator);
     const std::lock_guard lock(mutex);
     iterationStale = true;
 }

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,6 +68,19 @@ struct PluginModuleInfoManager::State
     void NoteSaved();
     void Touch(const PluginLocator& locator);
     std::vector<std::vector<std::wstring>> FolderPaths() const;
+    /// What a scan has found, at once and without a save of its own, so that it is not lost with the process:
+    /// into the journal, as long as the file is as this registry has left it. A failure is traced.
+    void KeepFindings();
+    static std::vector<RegistryChange> ReadJournal(const zetcore::filesupport::File& file,
+                                                   std::string_view content);
+
+    // Other programs' saves (RegistryMerge.cpp).
+    /// The file holds this, and the folders are as it says.
+    void NoteKnown(const zetcore::filesupport::File& file, std::string_view content);
+    /// To be called before the file is written in whole, with its lock held.
+    void TakeInWhatOthersSaved(const zetcore::filesupport::File& file);
+    void TakeRecordsOf(const State& theirs);
+    void TakeFoldersOf(const State& theirs);
 
     std::map<PluginLocator, Record> records;
     std::map<PluginLocator, RememberedChoice> choices;
@@ -80,6 +94,15 @@ struct PluginModuleInfoManager::State
 
     bool incremental = false;
     ConfigurationJournal journal;
+    /// What the file was when this registry read or wrote it last.
+    struct Known
+    {
+        std::wstring path;
+        ContentTie tie;
+        std::uint64_t journalSize = 0;
+    };
+    std::optional<Known> known;
+    /// Since then, by this registry; flipped records come in when they are looked for.
     std::set<PluginLocator> changed;
     std::vector<std::vector<std::wstring>> savedFolderPaths;
     PluginModuleInfo::ChangeCounter enabledChanges = std::make_shared<std::atomic<std::uint64_t>>(0);

@@ -27,9 +27,9 @@ class ValueBuilder
 
     bool on_document_begin(json::error_code&) { return true; }
     bool on_document_end(json::error_code&) { return true; }
-    bool on_object_begin(json::error_code&) { return Open(MakeValue(Object())); }
+    bool on_object_begin(json::error_code& error) { return Count(error) && Open(MakeValue(Object())); }
     bool on_object_end(std::size_t, json::error_code&) { return Close(); }
-    bool on_array_begin(json::error_code&) { return Open(MakeValue(Array())); }
+    bool on_array_begin(json::error_code& error) { return Count(error) && Open(MakeValue(Array())); }
     bool on_array_end(std::size_t, json::error_code&) { return Close(); }
     bool on_key_part(json::string_view part, std::size_t, json::error_code&) { return Gather(part); }
     bool on_key(json::string_view part, std::size_t, json::error_code&)
@@ -39,21 +39,21 @@ class ValueBuilder
         return true;
     }
     bool on_string_part(json::string_view part, std::size_t, json::error_code&) { return Gather(part); }
-    bool on_string(json::string_view part, std::size_t, json::error_code&)
+    bool on_string(json::string_view part, std::size_t, json::error_code& error)
     {
         Gather(part);
-        return Add(MakeValue(TakeText()));
+        return Count(error) && Add(MakeValue(TakeText()));
     }
     bool on_number_part(json::string_view part, json::error_code&) { return Gather(part); }
-    bool on_int64(std::int64_t number, json::string_view, json::error_code&)
+    bool on_int64(std::int64_t number, json::string_view, json::error_code& error)
     {
         text.clear();
-        return Add(MakeValue(static_cast<long long>(number)));
+        return Count(error) && Add(MakeValue(static_cast<long long>(number)));
     }
-    bool on_uint64(std::uint64_t number, json::string_view, json::error_code&)
+    bool on_uint64(std::uint64_t number, json::string_view, json::error_code& error)
     {
         text.clear();
-        return Add(MakeValue(static_cast<unsigned long long>(number)));
+        return Count(error) && Add(MakeValue(static_cast<unsigned long long>(number)));
     }
     bool on_double(double, json::string_view part, json::error_code& error)
     {
@@ -66,10 +66,10 @@ class ValueBuilder
             error = json::error::exponent_overflow;
             return false;
         }
-        return Add(MakeValue(number));
+        return Count(error) && Add(MakeValue(number));
     }
-    bool on_bool(bool value, json::error_code&) { return Add(MakeValue(value)); }
-    bool on_null(json::error_code&) { return Add(std::make_shared<Value>()); }
+    bool on_bool(bool value, json::error_code& error) { return Count(error) && Add(MakeValue(value)); }
+    bool on_null(json::error_code& error) { return Count(error) && Add(std::make_shared<Value>()); }
     bool on_comment_part(json::string_view, json::error_code&) { return true; }
     bool on_comment(json::string_view, json::error_code&) { return true; }
 
@@ -82,6 +82,13 @@ class ValueBuilder
         Utf8String key;
     };
 
+    bool Count(json::error_code& error)
+    {
+        if (++count <= maxJsonValues)
+            return true;
+        error = json::error::array_too_large;
+        return false;
+    }
     bool Gather(json::string_view part)
     {
         text.append(reinterpret_cast<const unsigned char*>(part.data()), part.size());
@@ -116,12 +123,15 @@ class ValueBuilder
     ValuePtr root;
     std::vector<Container> open;
     Utf8String text;
+    std::size_t count = 0;
 };
 
 std::string Describe(const json::error_code& error)
 {
     if (error == json::error::too_deep)
         return "it is nested deeper than " + std::to_string(maxJsonDepth);
+    if (error == json::error::array_too_large)
+        return "it holds more than " + std::to_string(maxJsonValues) + " values";
     if (error == json::error::incomplete)
         return "it ends too early";
     if (error == json::error::extra_data)

@@ -153,6 +153,22 @@ TEST(JsonValue, RefusesDeepNesting)
     std::any_cast<Array>(ring.get())->clear();
 }
 
+TEST(JsonValue, RefusesMoreValuesThanTheLimit)
+{
+    std::string text = "[";
+    for (std::size_t i = 2; i < maxJsonValues; ++i)
+        text += "0,";
+    EXPECT_NO_THROW(FromJson(text + "0]"));
+    for (const char* one : {"[]", "\"\""}) {
+        try {
+            FromJson(text + "0," + one + "]");
+            ADD_FAILURE() << one;
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), HasSubstr("more than 1000000 values")) << one;
+        }
+    }
+}
+
 TEST(JsonValue, SaysWhatIsWrongAndWhere)
 {
     const std::vector<std::pair<std::string, std::string>> cases = {

@@ -163,9 +163,15 @@ void RPCClient::State::OnReply(const RPCMessage& message)
         throw std::runtime_error("a reply must have either a result or an error");
     const ErrorReply error = message.error ? ParseError(message.error) : ErrorReply{};
     const auto* id = message.id ? std::any_cast<long long>(message.id.get()) : nullptr;
-    const auto request = id ? Take(*id) : std::map<long long, Pending>::node_type();
+    if (!id || *id < 1 || *id > lastId) {
+        // Somebody waits for the answer that this one should have been, and would for ever.
+        throw std::runtime_error(
+            "a reply to a request that was never sent" +
+            (message.error ? ": " + zetcore::string::UTF16to8(error.message) : std::string()));
+    }
+    const auto request = Take(*id);
     if (!request) {
-        TraceIgnored("a reply to a request that is not pending");
+        TraceIgnored("a reply to a request that is not pending any more");
         return;
     }
     const Pending& handlers = request.mapped();

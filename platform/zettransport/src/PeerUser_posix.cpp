@@ -24,8 +24,8 @@ std::string ReadTable(const char* path)
 
 bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote)
 {
-    if (const auto user = AskSocketOwner(remote, local))
-        return *user == ::geteuid();
+    if (const auto socket = AskSocket(remote, local))
+        return socket->user == ::geteuid();
     bool ownEndFound = false;
     for (const char* path : std::array{"/proc/net/tcp", "/proc/net/tcp6"}) {
         const std::string table = ReadTable(path);

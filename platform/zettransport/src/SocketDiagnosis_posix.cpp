@@ -61,7 +61,7 @@ Question MakeQuestion(const tcp::endpoint& local, const tcp::endpoint& remote)
 
 } // namespace
 
-std::optional<std::uint32_t> AskSocketOwner(const tcp::endpoint& local, const tcp::endpoint& remote)
+std::optional<SocketOwner> AskSocket(const tcp::endpoint& local, const tcp::endpoint& remote)
 {
     if (!local.address().is_v4() || !remote.address().is_v4())
         return std::nullopt;
@@ -86,7 +86,7 @@ std::optional<std::uint32_t> AskSocketOwner(const tcp::endpoint& local, const tc
                           found.id.idiag_dport == question.request.id.idiag_dport;
     if (!sameEnds || found.idiag_inode == 0)
         return std::nullopt;
-    return found.idiag_uid;
+    return SocketOwner{found.idiag_uid, found.idiag_inode};
 }
 
 } // namespace zettransport

@@ -77,7 +77,9 @@ void SocketListener::WaitNext()
 
 void SocketListener::OnReady()
 {
-    while (!io->Stopping()) {
+    // Whoever floods the port must not keep the thread from the connections that there are.
+    constexpr int mostInOneTurn = 8;
+    for (int turn = 0; turn < mostInOneTurn && !io->Stopping(); ++turn) {
         std::error_code error;
         std::optional<sockets::NativeSocket> native;
         std::shared_ptr<const ConnectionHandler> current;

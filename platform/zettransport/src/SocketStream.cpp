@@ -6,6 +6,7 @@
 #include <boost/asio/bind_executor.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 
 #include "SocketSystem.h"
@@ -72,6 +73,7 @@ void SocketStream::OnRead(const error_code& error, std::size_t size)
 
 void SocketStream::Write(std::string bytes)
 {
+    const zetcore::debug::DeferredTrace afterTheLock;
     const std::lock_guard lock(mutex);
     if (closed || writesBroken || bytes.empty())
         return;

@@ -119,8 +119,12 @@ struct Ends
 TEST_F(SocketSystemTest, AsksTheKernelForTheOwnerOfOneSocket)
 {
     const Ends ends;
-    EXPECT_EQ(AskSocketOwner(ends.first.local_endpoint(), ends.first.remote_endpoint()), ::geteuid());
-    EXPECT_EQ(AskSocketOwner(ends.second.local_endpoint(), ends.second.remote_endpoint()), ::geteuid());
+    const auto first = AskSocket(ends.first.local_endpoint(), ends.first.remote_endpoint());
+    const auto second = AskSocket(ends.second.local_endpoint(), ends.second.remote_endpoint());
+    ASSERT_TRUE(first && second);
+    EXPECT_EQ(first->user, ::geteuid());
+    EXPECT_EQ(second->user, ::geteuid());
+    EXPECT_NE(first->inode, second->inode);
 }
 
 TEST_F(SocketSystemTest, AResetConnectionHasNoOwner)
@@ -131,7 +135,7 @@ TEST_F(SocketSystemTest, AResetConnectionHasNoOwner)
     EXPECT_TRUE(sockets::BelongsToSameUser(local, remote));
     ends.first.set_option(boost::asio::socket_base::linger(true, 0));
     ends.first.close();
-    EXPECT_FALSE(AskSocketOwner(remote, local));
+    EXPECT_FALSE(AskSocket(remote, local));
 }
 
 TEST_F(SocketSystemTest, APeerThatHasClosedIsNoneOfOurs)
@@ -139,7 +143,7 @@ TEST_F(SocketSystemTest, APeerThatHasClosedIsNoneOfOurs)
     Ends ends;
     const auto remote = ends.second.remote_endpoint();
     ends.first.close();
-    EXPECT_FALSE(AskSocketOwner(remote, ends.second.local_endpoint()));
+    EXPECT_FALSE(AskSocket(remote, ends.second.local_endpoint()));
     EXPECT_FALSE(sockets::BelongsToSameUser(ends.second.local_endpoint(), remote));
 }
 

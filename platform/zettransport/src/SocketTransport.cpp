@@ -87,7 +87,7 @@ struct SocketTransport::State
         if (error)
             return;
         const Peer peer{remote.address().to_string(), remote.port(),
-                        sockets::BelongsToSameUser(local, remote)};
+                        sockets::BelongsToSameUser(local, remote), local.port()};
         const auto session = MakeSession(std::move(socket));
         if (!session)
             return;

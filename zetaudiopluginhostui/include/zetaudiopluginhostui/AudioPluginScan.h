@@ -47,6 +47,10 @@ class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableShar
                                      bool disableVST2ShellSkipping, bool quickEffectScan,
                                      bool useSeparateProcess);
 
+    /// True when the last scan ended because its scanner processes never got on (see ScanLimits.h): not
+    /// everything was scanned.
+    ZETAUDIOPLUGINHOSTUI_API bool GaveUp() const;
+
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
     ZETAUDIOPLUGINHOSTUI_API static zetcore::filesupport::File GetLastScannedPluginPath();

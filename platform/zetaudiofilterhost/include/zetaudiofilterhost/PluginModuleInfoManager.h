@@ -69,13 +69,18 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.
     /// Without, it is what a scan found: for each module that it mentions, its records take the place of all
     /// that the module had, and a record that the user disabled, or the choice remembered for it, keeps it
-    /// disabled. Throws `std::runtime_error` naming the line for a text that is no configuration; the
-    /// registry is then unchanged.
+    /// disabled; and it goes to the journal of the file that was saved last, as long as that file is as this
+    /// registry left it, so that a crash does not lose it. Throws `std::runtime_error` naming the line for a
+    /// text that is no configuration; the registry is then unchanged.
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
 
     /// Writes folders, records and choices by atomic replacement; with `withModules` false, folders only.
+    /// When another program has saved the file since this registry last read or wrote it, what that one
+    /// wrote is first taken in (records are replaced in memory, iterators become invalid): of a record,
+    /// choice or folder list that this registry has changed meanwhile, its own state goes; everything else
+    /// is as the file says, but for what the file does not mention, which stays.
     /// Between `BeginIncrementalSaves` and `EndIncrementalSaves` a save writes only what has changed since
     /// the last one, into a journal beside the file, which loading takes into account; the first one writes
     /// the whole file. The pair does not nest: the first end ends it. Throws `file_exception`.
@@ -84,9 +89,9 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     void EndIncrementalSaves();
 
     /// Replaces the registry with the file's content; a missing file gives an empty registry with default
-    /// folders. A damaged file is traced, kept aside as `.damaged`, and leaves an empty registry with default
-    /// folders; false then, and `GetLoadError` says what was wrong (file name and line). Throws
-    /// `file_exception` when an existing file cannot be read.
+    /// folders. What killed saves have left in its folder goes. A damaged file is traced, kept aside as
+    /// `.damaged`, and leaves an empty registry with default folders; false then, and `GetLoadError` says
+    /// what was wrong (file name and line). Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
     std::string GetLoadError() const;
 

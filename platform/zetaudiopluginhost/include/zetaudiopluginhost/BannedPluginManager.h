@@ -59,7 +59,8 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     /// `.damaged`, and leaves an empty list (false, and `GetLoadError` names file and line). Throws
     /// `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
-    /// Atomic replacement. Throws `file_exception`.
+    /// Atomic replacement. Bans that another program has added to the file since it was last read or written
+    /// are taken in first. Throws `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file) const;
     std::string GetLoadError() const;
 

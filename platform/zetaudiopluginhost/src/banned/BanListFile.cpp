@@ -15,11 +15,34 @@ namespace {
 
 constexpr const char* entryName = "plugin";
 constexpr const char* fileVersion = "1.0";
+/// Characters: a screenful, more than people read.
 constexpr std::size_t maxReason = 8192;
+/// We write two levels. What is nested deeper is written back with an indentation that grows with its square,
+/// and taken apart as deep into the stack.
+constexpr int deepestElement = 64;
 
 bool IsKnownAttribute(std::string_view name)
 {
     return name == "locator" || name == "reason" || name == "time";
+}
+
+/// The first element that is nested too deep; none when there is none. Without recursion: that is what for.
+pugi::xml_node FirstTooDeep(const pugi::xml_node& top)
+{
+    int depth = 0;
+    for (pugi::xml_node node = top; node;) {
+        if (depth > deepestElement)
+            return node;
+        if (node.first_child()) {
+            node = node.first_child();
+            ++depth;
+            continue;
+        }
+        for (; node != top && !node.next_sibling(); --depth)
+            node = node.parent();
+        node = node == top ? pugi::xml_node() : node.next_sibling();
+    }
+    return {};
 }
 
 bool HasUnknownParts(const pugi::xml_node& node)
@@ -75,6 +98,10 @@ BanListFile ParseBanList(std::string_view text, const char* rootName)
         throw std::runtime_error("line " + std::to_string(LineOfOffset(text, offset)) + ": " +
                                  result.description());
     }
+    if (const pugi::xml_node deep = FirstTooDeep(document))
+        throw std::runtime_error(
+            "line " + std::to_string(LineOfOffset(text, static_cast<std::size_t>(deep.offset_debug()))) +
+            ": elements are nested deeper than " + std::to_string(deepestElement));
     pugi::xml_node root = document.document_element();
     if (std::string_view(root.name()) != rootName)
         throw std::runtime_error("line 1: the root element is <" + std::string(root.name()) + ">, not <" +

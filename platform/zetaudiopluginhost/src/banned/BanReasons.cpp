@@ -4,8 +4,10 @@
 #include <mutex>
 #include <optional>
 
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
 
 #include "banned/BanListFile.h"
@@ -14,11 +16,14 @@
 namespace zetaudiopluginhost {
 
 using zetaudiofilterhost::PluginLocator;
+using zetcore::debug::DeferredTrace;
 using namespace zetcore::filesupport;
 
 namespace {
 
 constexpr const char* rootName = "banreasons";
+constexpr const char* category = "BanReasons";
+/// A few hundred reasons of full length; it holds only those of one scan.
 constexpr std::uint64_t maxFileSize = 16 << 20;
 
 /// Reading, changing and replacing the file is one step for the threads of this process.
@@ -37,7 +42,7 @@ std::optional<BanListFile> ReadReasons(const File& file)
     try {
         return ParseBanList(text, rootName);
     } catch (const std::runtime_error& error) {
-        zetcore::debug::TraceLine(1, "BanReasons", file.FullPathUTF8() + ": " + error.what());
+        zetcore::debug::TraceLine(1, category, file.FullPathUTF8() + ": " + error.what());
         return std::nullopt;
     }
 }
@@ -58,8 +63,10 @@ std::wstring BanReasonsPath(const std::wstring& bannedSettingsPath)
 void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator,
                      const BanInfo& info)
 {
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     BanListFile list = ReadReasons(file).value_or(BanListFile{});
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
@@ -70,6 +77,7 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
 
 std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, const PluginLocator& locator)
 {
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     try {
         std::optional<BanListFile> list = ReadReasons(File(BanReasonsPath(bannedSettingsPath)));
@@ -78,15 +86,17 @@ std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath, con
         const auto entry = FindEntry(*list, locator);
         return entry == list->entries.end() ? std::nullopt : std::optional(entry->info);
     } catch (const file_exception& error) {
-        zetcore::debug::TraceLine(1, "BanReasons", error.what());
+        zetcore::debug::TraceLine(1, category, error.what());
         return std::nullopt;
     }
 }
 
 void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<PluginLocator>& locators)
 {
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(FileMutex());
     const File file(BanReasonsPath(bannedSettingsPath));
+    const FileLock fileLock(file);
     std::optional<BanListFile> list = ReadReasons(file);
     if (!list)
         return;

@@ -6,8 +6,10 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
 
@@ -25,6 +27,7 @@ namespace {
 
 constexpr const char* rootName = "bannedplugins";
 constexpr const char* traceCategory = "BannedPluginManager";
+/// More than a hundred thousand bans; reading takes several times as much memory.
 constexpr std::uint64_t maxFileSize = 64 << 20;
 
 std::int64_t SecondsSince1970()
@@ -50,10 +53,14 @@ struct BannedPluginManager::State
     BannedSet locators;
     std::map<PluginLocator, Ban> bans;
     std::shared_ptr<const pugi::xml_document> rest;
+    /// What the list's file held when it was read or written last, by path.
+    std::wstring knownPath;
+    BannedSet known;
     std::string loadError;
     UnsupportedList unsupported;
 
-    /// Under the mutex, so that the registry hears of changes in their order.
+    /// Under the mutex, so that the registry hears of changes in their order. It cannot deadlock: the
+    /// registry takes its own mutex for that, and calls nothing under it.
     void TellRegistry() const
     {
         PluginModuleInfoManager::GetInstance()->SetBannedLocators({locators.begin(), locators.end()});
@@ -71,6 +78,41 @@ struct BannedPluginManager::State
         ban.info = std::move(info);
         if (locators.insert(locator).second)
             TellRegistry();
+    }
+
+    /// The bans that another program has added to the file since it was read or written last.
+    void TakeInWhatOthersSaved(const File& file)
+    {
+        if (file.FullPath() != knownPath || !file.Exists())
+            return;
+        BanListFile theirs;
+        try {
+            theirs = ParseBanList(FileUtils::ReadFile(file, maxFileSize), rootName);
+        } catch (const file_exception& error) {
+            zetcore::debug::TraceLine(1, traceCategory, error.what());
+            return;
+        } catch (const std::runtime_error& damage) {
+            zetcore::debug::TraceLine(1, traceCategory, file.FullPathUTF8() + ", " + damage.what());
+            FileUtils::KeepAside(file);
+            return;
+        }
+        const std::lock_guard lock(mutex);
+        bool isNew = false;
+        for (BanEntry& entry : theirs.entries) {
+            if (known.contains(entry.locator) || !locators.insert(entry.locator).second)
+                continue;
+            bans[entry.locator] = Ban{std::move(entry.info), std::move(entry.original)};
+            isNew = true;
+        }
+        if (isNew)
+            TellRegistry();
+    }
+
+    void NoteKnown(const File& file, BannedSet held)
+    {
+        const std::lock_guard lock(mutex);
+        knownPath = file.FullPath();
+        known = std::move(held);
     }
 
     void Replace(BanListFile file, std::string error)
@@ -159,11 +201,13 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
 {
     if (!file.Exists()) {
         state->Replace({}, {});
+        state->NoteKnown(file, {});
         return true;
     }
     const std::string text = FileUtils::ReadFile(file, maxFileSize);
     try {
         state->Replace(ParseBanList(text, rootName), {});
+        state->NoteKnown(file, state->locators);
         return true;
     } catch (const std::runtime_error& damage) {
         std::string error = zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what();
@@ -174,13 +218,17 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
             zetcore::debug::TraceLine(1, traceCategory, notKept.what());
         }
         state->Replace({}, std::move(error));
+        state->NoteKnown(file, {});
         return false;
     }
 }
 
 void BannedPluginManager::SaveConfiguration(const File& file) const
 {
+    const zetcore::debug::DeferredTrace afterTheLock;
     const std::lock_guard savingLock(state->saving);
+    const FileLock fileLock(file);
+    state->TakeInWhatOthersSaved(file);
     BanListFile list;
     std::vector<PluginLocator> saved;
     {
@@ -192,6 +240,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
         }
     }
     FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::PowerCut);
+    state->NoteKnown(file, {saved.begin(), saved.end()});
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {
@@ -241,6 +290,8 @@ void BannedPluginManager::Reset()
 {
     state->Replace({}, {});
     const std::lock_guard lock(state->mutex);
+    state->knownPath.clear();
+    state->known.clear();
     state->unsupported = {};
 }
 

@@ -271,5 +271,46 @@ TEST_F(UnsupportedListTest, AnEntryThatCannotBeReadMatchesNothing)
     EXPECT_THAT(*traceLines, Contains(HasSubstr("line 3")));
 }
 
+TEST_F(BannedPluginManagerTest, BansThatAnotherProgramHasSavedMeanwhileAreNotDropped)
+{
+    manager.AddBannedPlugin(sub, "from the start");
+    manager.SaveConfiguration(ListFile());
+    BannedPluginManager other;
+    ASSERT_TRUE(other.LoadConfiguration(ListFile()));
+    other.AddBannedPlugin(second, "theirs");
+    other.RemoveBannedPlugin(sub);
+    other.SaveConfiguration(ListFile());
+    manager.AddBannedPlugin(first, "ours");
+    manager.SaveConfiguration(ListFile());
+    EXPECT_THAT(Banned(), ElementsAre(first, second, sub));
+    EXPECT_EQ(manager.GetBanInfo(second)->reason, "theirs");
+
+    BannedPluginManager third;
+    ASSERT_TRUE(third.LoadConfiguration(ListFile()));
+    EXPECT_EQ(std::vector<PluginLocator>(third.BannedBegin(), third.BannedEnd()), Banned());
+}
+
+TEST_F(BannedPluginManagerTest, ABanThatThisOneLiftedStaysLifted)
+{
+    manager.AddBannedPlugin(first, "why");
+    manager.SaveConfiguration(ListFile());
+    manager.RemoveBannedPlugin(first);
+    manager.SaveConfiguration(ListFile());
+    EXPECT_THAT(Banned(), IsEmpty());
+    ASSERT_TRUE(manager.LoadConfiguration(ListFile()));
+    EXPECT_THAT(Banned(), IsEmpty());
+}
+
+TEST_F(BannedPluginManagerTest, AListThatAnotherProgramDamagedIsKeptAside)
+{
+    manager.AddBannedPlugin(first, "why");
+    manager.SaveConfiguration(ListFile());
+    zettesting::WriteAll(ListPath(), "no list");
+    manager.SaveConfiguration(ListFile());
+    EXPECT_EQ(zettesting::ReadAll(ListPath().string() + ".damaged"), "no list");
+    ASSERT_TRUE(manager.LoadConfiguration(ListFile()));
+    EXPECT_THAT(Banned(), ElementsAre(first));
+}
+
 } // namespace
 } // namespace zetaudiopluginhost

@@ -6,6 +6,7 @@
 
 #include <pugixml.hpp>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/string/LineCounter.h>
 #include <zetcore/string/Utf.h>
 
 #include "banned/BanListFile.h"
@@ -43,6 +44,7 @@ UnsupportedList UnsupportedList::Parse(std::string_view text)
         throw std::runtime_error("line 1: there is no <pluginlist>");
 
     UnsupportedList list;
+    zetcore::string::LineCounter lines(text);
     for (const pugi::xml_node& node : root.children("plugin")) {
         Entry entry;
         entry.fileName = zetcore::string::UTF8to16(node.attribute("filename").value());
@@ -55,7 +57,7 @@ UnsupportedList UnsupportedList::Parse(std::string_view text)
             zetcore::debug::TraceLine(
                 1, "BannedPluginManager",
                 "unsupported plug-ins, line " +
-                    std::to_string(LineOfOffset(text, static_cast<std::size_t>(node.offset_debug()))) +
+                    std::to_string(lines.LineOf(static_cast<std::size_t>(node.offset_debug()))) +
                     ": an entry needs a file name, and decimal numbers for uniqueid and version");
     }
     return list;

@@ -47,6 +47,8 @@ constexpr std::uint32_t programLoad = 1, programDynamic = 2;
 constexpr std::int64_t dynamicHash = 4, dynamicStrings = 5, dynamicSymbols = 6, dynamicStringSize = 10;
 constexpr std::int64_t dynamicGnuHash = 0x6FFFFEF5, dynamicFlags1 = 0x6FFFFFFB;
 constexpr std::uint64_t flag1Program = 0x08000000;
+// A linker makes about ten program headers and fifty dynamic entries; the largest libraries export some ten
+// thousand symbols. What claims many times as much is broken, and must not keep us reading.
 constexpr std::uint16_t maxProgramHeaders = 1024;
 constexpr std::uint64_t maxDynamicEntries = 4096;
 constexpr std::uint64_t maxSymbols = 1 << 20;

@@ -40,6 +40,8 @@ constexpr std::uint32_t peSignature = 0x00004550;
 constexpr std::uint16_t isDll = 0x2000;
 constexpr std::uint16_t magicPe32 = 0x10B, magicPe32Plus = 0x20B;
 constexpr std::uint64_t directoryCountPlace = 108, exportDirectoryPlace = 112;
+// The system's own loader takes no more than 96 sections; the number of an exported function has 16 bits, and
+// a few names may share one.
 constexpr std::uint16_t maxSections = 96;
 constexpr std::uint32_t maxNames = 1 << 17;
 

@@ -35,6 +35,7 @@ using namespace zetcore::filesupport;
 namespace {
 
 constexpr const char* traceCategory = "ModuleLoader";
+/// Such a file takes about a kilobyte for each class.
 constexpr std::uint64_t maxModuleInfoSize = 4 << 20;
 
 std::shared_ptr<PluginModuleInfo> FailureInfo(const PluginLocator& locator, ModuleStatus status,

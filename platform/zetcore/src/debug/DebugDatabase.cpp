@@ -1,5 +1,6 @@
 #include <zetcore/debug/DebugDatabase.h>
 
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
@@ -44,6 +45,7 @@ Entries ReadEntriesOfFile(const filesupport::File& file)
     if (!file.Exists())
         return {};
     try {
+        // It is written by hand, and read whenever the preferences folder changes.
         constexpr std::uint64_t largestDatabase = std::uint64_t{1} << 20;
         const std::string text = filesupport::FileUtils::ReadFile(file, largestDatabase);
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -66,6 +68,7 @@ DebugDatabase& DebugDatabase::Instance()
 
 std::string DebugDatabase::GetEntry(std::string_view key, std::string_view defaultValue)
 {
+    const DeferredTrace afterTheLock;
     const std::lock_guard lock(mutex);
     LoadIfNeeded();
     for (const auto* entries : {&ownEntries, &environmentEntries, &fileEntries}) {

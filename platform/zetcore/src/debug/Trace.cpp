@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/string/Utf.h>
 
 #include "debug/TraceConfiguration.h"
@@ -29,7 +30,8 @@ struct TraceState
     std::mutex mutex;
     std::map<std::string, bool, std::less<>> categories;
     std::unique_ptr<filesupport::AppendHandle> file;
-    TraceSink sink;
+    /// Shared, so that it is called without the lock.
+    std::shared_ptr<const TraceSink> sink;
 };
 
 void WriteToStandardError(std::string_view text)
@@ -112,14 +114,20 @@ void SetTraceCategoryEnabled(std::string_view category, bool enabled)
 void Trace(int level, std::string_view category, std::string_view text)
 {
     TraceState& state = State();
-    const std::lock_guard lock(state.mutex);
     try {
-        if (state.sink)
-            state.sink(level, category, text);
-        else if (state.file)
-            state.file->Write(text);
-        else
-            WriteToStandardError(text);
+        if (DeferredTrace::Keep(level, category, text))
+            return;
+        std::shared_ptr<const TraceSink> sink;
+        {
+            const std::lock_guard lock(state.mutex);
+            sink = state.sink;
+            if (!sink && state.file)
+                state.file->Write(text);
+            else if (!sink)
+                WriteToStandardError(text);
+        }
+        if (sink)
+            (*sink)(level, category, text);
     } catch (const std::exception&) {
         // A full disk under the trace file must not disturb the work that is being traced.
     }
@@ -142,20 +150,23 @@ void SetTraceFile(const std::wstring& path)
 
 void SetTraceSink(TraceSink sink)
 {
+    auto shared = sink ? std::make_shared<const TraceSink>(std::move(sink)) : nullptr;
     TraceState& state = State();
     const std::lock_guard lock(state.mutex);
-    state.sink.swap(sink);
+    // What the old one holds is destroyed after the lock.
+    state.sink.swap(shared);
     ++state.changes;
 }
 
 void ResetTrace()
 {
+    std::shared_ptr<const TraceSink> dropped;
     TraceState& state = State();
     const std::lock_guard lock(state.mutex);
     state.volume = 0;
     state.categories.clear();
     state.file.reset();
-    state.sink = nullptr;
+    state.sink.swap(dropped);
     ++state.changes;
     // The environment counts again, at the next use.
     state.configured.store(false, std::memory_order_release);

@@ -1,3 +1,4 @@
+#include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 
 #include <thread>
@@ -116,6 +117,41 @@ TEST_F(TraceTest, ASinkThatThrowsDisturbsNobody)
 {
     SetTraceSink([](int, std::string_view, std::string_view) { throw std::runtime_error("sink"); });
     EXPECT_NO_THROW(Trace(1, "Scan", "text"));
+}
+
+TEST_F(TraceTest, WhatIsDeferredIsWrittenInOrderWhenTheOutermostGoes)
+{
+    SetMasterTraceVolume(1);
+    {
+        const DeferredTrace outer;
+        TraceLine(1, "Scan", "one");
+        {
+            const DeferredTrace inner;
+            TraceLine(1, "Scan", "two");
+        }
+        std::thread([] { TraceLine(1, "Scan", "another thread's"); }).join();
+        TraceLine(2, "Scan", "too quiet");
+        EXPECT_EQ(traceLines->size(), 1u);
+    }
+    EXPECT_EQ(*traceLines,
+              (std::vector<std::string>{"1 Scan another thread's\r\n", "1 Scan one\r\n", "1 Scan two\r\n"}));
+}
+
+TEST_F(TraceTest, ASinkMayTraceAndReplaceItself)
+{
+    std::vector<std::string> lines;
+    SetMasterTraceVolume(1);
+    SetTraceSink([&lines](int, std::string_view, std::string_view text) {
+        lines.emplace_back(text);
+        if (lines.size() < 3)
+            TraceLine(1, "Sink", "from the sink");
+        else
+            SetTraceSink([](int, std::string_view, std::string_view) {});
+    });
+    TraceLine(1, "Scan", "text");
+    EXPECT_EQ(lines, (std::vector<std::string>{"text\r\n", "from the sink\r\n", "from the sink\r\n"}));
+    TraceLine(1, "Scan", "to the other");
+    EXPECT_EQ(lines.size(), 3u);
 }
 
 TEST_F(TraceTest, TheEnvironmentConfiguresTheProgramAtFirstUse)

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/FileException.h>
 
 #include "filesupport/Descriptor_posix.h"
@@ -30,8 +31,14 @@ AppendHandle::~AppendHandle() = default;
 
 void AppendHandle::Write(std::string_view bytes)
 {
+    const bool faults = debug::FaultsAreOn();
+    const std::string place = faults ? "append." + ToNative(path).filename().string() : std::string();
+    if (const std::error_code error = faults ? debug::FaultError(place + ".write") : std::error_code())
+        throw file_exception("append to", path, error);
     if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
         throw file_exception("append to", path, error);
+    if (faults)
+        debug::FaultPoint(place + ".done");
 }
 
 } // namespace zetcore::filesupport

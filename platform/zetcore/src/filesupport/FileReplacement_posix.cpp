@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/FileException.h>
 
 #include "filesupport/Descriptor_posix.h"
@@ -45,6 +46,7 @@ class Replacement
             CheckReplaceable(found);
         else if (errno != ENOENT)
             Fail(LastSystemError());
+        FailOnFault(".open");
         temporary = folder / MakeTemporaryName();
         file =
             Descriptor(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
@@ -64,6 +66,7 @@ class Replacement
 
     void Write(std::string_view bytes, Durability durability)
     {
+        FailOnFault(".write");
         if (existing)
             KeepOwnerAndPermissions();
         if (const std::error_code error = WriteWhole(file.Get(), bytes))
@@ -74,8 +77,11 @@ class Replacement
             Fail(LastSystemError());
     }
 
+    std::string FaultPlace(const char* step) const { return "write." + target.filename().string() + step; }
+
     void Commit(Durability durability)
     {
+        FailOnFault(".rename");
         // To swap the two names is as atomic as a rename over the target, but no reason for the file system
         // to write the new content out first. The destructor then deletes the old content.
         if (existing && durability == Durability::Handover && SwapNames(temporary, target))
@@ -88,6 +94,14 @@ class Replacement
     }
 
   private:
+    void FailOnFault(const char* step) const
+    {
+        if (!debug::FaultsAreOn())
+            return;
+        if (const std::error_code error = debug::FaultError(FaultPlace(step)))
+            Fail(error);
+    }
+
     [[noreturn]] void Fail(std::error_code cause) const { throw file_exception(operation, shownName, cause); }
 
     std::filesystem::path FollowLinks(std::filesystem::path path) const
@@ -151,6 +165,8 @@ void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durabili
     Replacement replacement(ToNativeChecked(operation, path), path);
     replacement.Write(bytes, durability);
     replacement.Commit(durability);
+    if (debug::FaultsAreOn())
+        debug::FaultPoint(replacement.FaultPlace(".done"));
 }
 
 } // namespace zetcore::filesupport

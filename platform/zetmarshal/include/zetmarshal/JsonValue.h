@@ -11,8 +11,12 @@
 /// a signed 64-bit number come back as `long long`, larger ones as `unsigned long long`.
 namespace zetmarshal {
 
-/// Deeper nesting is refused.
+/// Deeper nesting is refused: reading and destroying a value goes as deep into the stack. The scanner's
+/// messages are four deep.
 inline constexpr std::size_t maxJsonDepth = 64;
+/// A text of more values is refused: each takes about a hundred bytes of memory and may take only two of the
+/// text. The longest message that there is has one for each plug-in of a scan.
+inline constexpr std::size_t maxJsonValues = 1'000'000;
 
 /// One line. Strings are taken to be UTF-8; bytes that are not cross unchanged. A null pointer is written as
 /// null, and other integer types, `float` and `std::string` as what they stand for. Throws

@@ -17,8 +17,8 @@ namespace zetmarshal {
 /// request, never inside `SendRequest`; they are dropped uncalled when the client is destroyed or the session
 /// closes. An exception that leaves a handler is traced with its message, and the session is aborted (its
 /// close callback is called), because the conversation cannot go on. So is it for a frame that is no
-/// JSON-RPC, a batch, and a reply without exactly one of result and error. Replies to no pending request, and
-/// requests from the server, are traced and ignored.
+/// JSON-RPC, a batch, a reply without exactly one of result and error, and a reply to a request that was
+/// never sent. A second reply to the same request, and requests from the server, are traced and ignored.
 class ZETMARSHAL_API RPCClient
 {
   public:

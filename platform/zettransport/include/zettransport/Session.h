@@ -23,9 +23,9 @@ using TransportError = int;
 class ZETTRANSPORT_API Session : public std::enable_shared_from_this<Session>
 {
   public:
-    /// The largest frame; a larger one closes the session before it is read.
+    /// A larger frame closes the session before it is read. A list of 100,000 plug-ins takes about 10 MiB.
     static constexpr std::size_t maxFrameBytes = std::size_t{16} << 20;
-    /// The longest header.
+    /// The longest header; ours has 30 bytes, and others may add a few lines.
     static constexpr std::size_t maxHeaderBytes = 4096;
 
     using FrameHandler = std::function<void(std::string frame)>;

@@ -23,6 +23,8 @@ class ZETTRANSPORT_API SocketTransport
         std::string address;
         std::uint16_t port = 0;
         bool sameUser = true;
+        /// The port at this end.
+        std::uint16_t ownPort = 0;
     };
     /// Called for each connection, on a transport thread. Returning false closes it.
     using AcceptHandler = std::function<bool(std::shared_ptr<Session>, const Peer&)>;

@@ -68,7 +68,7 @@ UI_TextButton::UI_TextButton()
             SendChanged(message);
         });
     });
-    NodeAccess::SetNeededSize(this, [this, widget] {
+    NodeAccess::SetNeededSize(this, [widget] {
         return widget->icon().isNull() ? TextSize(widget->fontMetrics(), widget->text()) + buttonMargins
                                        : QSizeF(0, 0);
     });

@@ -8,6 +8,7 @@
 
 #include <pugixml.hpp>
 
+#include <zetcore/string/LineCounter.h>
 #include <zetcore/string/Utf.h>
 #include <zetui/ui/NodeArchive.h>
 
@@ -18,7 +19,7 @@ namespace {
 class Parser
 {
   public:
-    Parser(std::string_view text, const std::string& name) : xml(text), resourceName(name) {}
+    Parser(std::string_view text, const std::string& name) : xml(text), lines(text), resourceName(name) {}
 
     ArchiveList Parse();
 
@@ -31,7 +32,10 @@ class Parser
     {
         ThrowArchiveError(resourceName, LineAt(offset), problem);
     }
-    int LineAt(std::ptrdiff_t offset) const;
+    int LineAt(std::ptrdiff_t offset) const
+    {
+        return static_cast<int>(lines.LineOf(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))));
+    }
 
     ArchiveList ParseList(const pugi::xml_node& list, int depth) const;
     ArchiveValue ParseValue(const pugi::xml_node& element, int depth) const;
@@ -43,15 +47,10 @@ class Parser
                          const std::vector<std::pair<std::string_view, std::string_view>>& known) const;
 
     std::string_view xml;
+    /// Every value is asked for its line.
+    mutable zetcore::string::LineCounter lines;
     const std::string& resourceName;
 };
-
-int Parser::LineAt(std::ptrdiff_t offset) const
-{
-    const auto end = std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)), xml.size());
-    return 1 +
-           static_cast<int>(std::count(xml.begin(), xml.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
-}
 
 ArchiveList Parser::Parse()
 {
@@ -202,6 +201,13 @@ std::string Parser::ParseText(const pugi::xml_node& element) const
 }
 
 } // namespace
+
+ArchiveList::ArchiveList() = default;
+ArchiveList::~ArchiveList() = default;
+ArchiveList::ArchiveList(const ArchiveList&) = default;
+ArchiveList::ArchiveList(ArchiveList&&) noexcept = default;
+ArchiveList& ArchiveList::operator=(const ArchiveList&) = default;
+ArchiveList& ArchiveList::operator=(ArchiveList&&) noexcept = default;
 
 const ArchiveValue* ArchiveList::Find(std::string_view key) const noexcept
 {

@@ -15,6 +15,14 @@ struct ArchiveValue;
 /// The pairs of a `prop.list`, in file order; keys are unique.
 struct ArchiveList
 {
+    // Defined where `ArchiveValue` is complete.
+    ArchiveList();
+    ~ArchiveList();
+    ArchiveList(const ArchiveList&);
+    ArchiveList(ArchiveList&&) noexcept;
+    ArchiveList& operator=(const ArchiveList&);
+    ArchiveList& operator=(ArchiveList&&) noexcept;
+
     std::vector<std::pair<std::string, ArchiveValue>> pairs;
 
     const ArchiveValue* Find(std::string_view key) const noexcept;
@@ -28,9 +36,11 @@ struct ArchiveValue
     int line = 0;
 };
 
-/// What bounds an archive; beyond them it is refused.
+/// What bounds an archive; beyond them it is refused. A dialog's archive has some 50 kilobytes.
 inline constexpr std::size_t largestArchive = std::size_t{4} << 20;
+/// Lists are read recursively; a level of nodes takes six of lists.
 inline constexpr int deepestArchiveList = 512;
+/// A text becomes one widget's, which must show it.
 inline constexpr std::size_t longestArchiveText = 16384;
 
 /// Names the resource and, from 1, the line.

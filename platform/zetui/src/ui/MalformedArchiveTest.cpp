@@ -211,6 +211,15 @@ TEST_F(ArchiveLimits, DeepButAllowedTreesLoad)
     EXPECT_TRUE(LoadNodeArchive(Nested(64), "TEST", {})->FindNodeForID("Leaf"));
 }
 
+TEST_F(ArchiveLimits, ManyValuesAreReadInOnePass)
+{
+    std::string pairs;
+    for (int i = 0; pairs.size() < largestArchive - 200; ++i)
+        pairs += Build::Pair(std::to_string(i), "<true/>");
+    const ArchiveList list = ParseArchive(Map(pairs), "TEST");
+    EXPECT_EQ(list.pairs.back().second.line, static_cast<int>(list.pairs.size()));
+}
+
 TEST_F(ArchiveLimits, TheLineIsTheNodes)
 {
     try {

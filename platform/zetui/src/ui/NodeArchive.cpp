@@ -13,7 +13,9 @@ namespace {
 
 using NodePtr = utility::IntrusivePtr<UI_Node>;
 
+/// Nodes are built and laid out recursively; dialogs nest them five deep.
 constexpr int deepestNode = 64;
+/// Each becomes a widget; a dialog has fewer than a hundred.
 constexpr int mostNodes = 10000;
 
 class Loader

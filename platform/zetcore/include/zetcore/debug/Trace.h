@@ -37,8 +37,9 @@ ZETCORE_API void TraceLine(int level, std::string_view category, std::string_vie
 /// Where lines go. An empty path means standard error. A file that cannot be opened throws `file_exception`.
 ZETCORE_API void SetTraceFile(const std::wstring& path);
 using TraceSink = std::function<void(int level, std::string_view category, std::string_view text)>;
-/// A sink that takes every line instead; an empty function removes it. Called under trace's lock: it must not
-/// trace.
+/// A sink that takes every line instead; an empty function removes it. It is called by whatever thread
+/// traces, by several at once, with no lock of trace's held; a call that is under way when it is replaced
+/// goes on to its end.
 ZETCORE_API void SetTraceSink(TraceSink sink);
 /// Volume, categories and sink as at program start; for tests.
 ZETCORE_API void ResetTrace();

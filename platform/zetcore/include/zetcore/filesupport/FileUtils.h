@@ -35,7 +35,7 @@ class ZETCORE_API FileUtils
     /// Appends the bytes, in one write where the system allows it; creates the file private to the user.
     static void AppendToFile(const std::wstring& path, std::string_view bytes);
 
-    /// The whole content. Files above `maxBytes` are refused with the cause `file_too_large`.
+    /// The whole content. Files above `maxBytes` (memory is not endless) are refused: `file_too_large`.
     static std::string ReadFile(const File& file, std::uint64_t maxBytes = std::uint64_t{1} << 30);
 
     /// Renames a damaged file to `<name>.damaged` (`.damaged2` and so on when that is taken) and returns the

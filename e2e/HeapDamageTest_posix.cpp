@@ -1,0 +1,55 @@
+// A plug-in that damages the heap of the next: only where it is known how the heap is kept.
+#include <gmock/gmock.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using Strings = std::vector<std::string>;
+
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+constexpr bool heapCanBeDamaged = true;
+#else
+constexpr bool heapCanBeDamaged = false;
+#endif
+
+class HeapDamage : public ManagerFixture
+{
+  protected:
+    std::string Logs() const
+    {
+        std::string logs;
+        if (std::filesystem::exists(prefs / "scan-logs"))
+            for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+                logs += zettesting::ReadAll(entry.path());
+        return logs;
+    }
+};
+
+TEST_F(HeapDamage, TheNextOneIsNotBannedAndTheLogNamesTheOneThatDidIt)
+{
+    Install("bad/damages_heap", "a_damages");
+    Install("bad/uses_heap", "b_uses");
+    Install("good/vst2_effect", "c_effect");
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.banned, Strings());
+    EXPECT_EQ(ListedPaths({"--enabled"}).size(), 3u);
+    if (heapCanBeDamaged) {
+        EXPECT_THAT(Logs(),
+                    AllOf(HasSubstr("b_uses"), HasSubstr("loaded before it in the same process: VST|"),
+                          HasSubstr("a_damages"), HasSubstr("passed when it was alone")));
+    }
+}
+
+TEST_F(HeapDamage, OutOfOrderItHurtsNobody)
+{
+    Install("bad/uses_heap", "a_uses");
+    Install("bad/damages_heap", "b_damages");
+    EXPECT_EQ(Scan().banned, Strings());
+    EXPECT_EQ(ListedPaths({"--enabled"}).size(), 2u);
+}
+
+} // namespace

@@ -1,0 +1,89 @@
+// A long scan in which every tenth plug-in crashes.
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "FaultFixture.h"
+
+namespace {
+
+using zettesting::ChildProcess;
+
+struct Holdings
+{
+    std::size_t descriptors = 0;
+    std::size_t threads = 0;
+    /// Resident, in KiB.
+    std::size_t memory = 0;
+};
+
+class LongScan : public FaultFixture
+{
+  protected:
+    static constexpr int total = 5000;
+
+    static std::size_t CountEntries(const std::filesystem::path& path)
+    {
+        std::error_code ignored;
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path, ignored),
+                                                      std::filesystem::directory_iterator()));
+    }
+    static Holdings HoldingsOf(int process)
+    {
+        const std::filesystem::path folder = "/proc/" + std::to_string(process);
+        Holdings holdings{CountEntries(folder / "fd"), CountEntries(folder / "task"), 0};
+        std::ifstream status(folder / "status");
+        for (std::string word; status >> word;)
+            if (word == "VmRSS:")
+                status >> holdings.memory;
+        return holdings;
+    }
+    /// Many names of two files. The system takes those for one library, but no two are loaded at a time.
+    void InstallMany() const
+    {
+        const auto good = zettesting::CopyTestPlugin("good/vst2_effect", folder.Path(), "good");
+        const auto bad = zettesting::CopyTestPlugin("bad/crash_in_entry", folder.Path(), "bad");
+        for (int number = 0; number < total; ++number) {
+            std::string name = std::to_string(10000 + number);
+            name += zettesting::ModuleSuffix();
+            std::filesystem::create_hard_link(number % 10 == 9 ? bad : good, modules / name);
+        }
+    }
+
+    const std::filesystem::path& modules = ManagerFixture::plugins;
+};
+
+TEST_F(LongScan, WithFiveHundredCrashesEndsWithTheRightResultAndLeaksNothing)
+{
+    InstallMany();
+    // The same moment of a scan, soon after its start and just before its end.
+    StopAt("host.restarting", 5);
+    ChildProcess host(Command({"scan", "--json"}));
+    const auto early = WaitForStop();
+    ASSERT_TRUE(early);
+    const Holdings before = HoldingsOf(early->process);
+    Continue(*early);
+
+    ASSERT_TRUE(host.WaitForError((modules / "14989").string(), std::chrono::minutes(10)));
+    const Holdings after = HoldingsOf(early->process);
+    const ScanSummary scan = ReadScanSummary(host.Wait(std::chrono::minutes(10)));
+    EXPECT_EQ(scan.exitStatus, 0) << scan.messages;
+    EXPECT_EQ(scan.scanned, total);
+    EXPECT_EQ(scan.found, total / 10 * 9);
+    EXPECT_EQ(scan.banned.size(), static_cast<std::size_t>(total / 10));
+    ExpectNoProcessLeft();
+
+    // A connection more or less may be on its way.
+    EXPECT_LE(after.descriptors, before.descriptors + 8);
+    EXPECT_LE(after.threads, before.threads + 3);
+    // What it has found takes room: a record each, and what was shown of each.
+    constexpr std::size_t perPlugin = 8;
+    EXPECT_LE(after.memory, before.memory + perPlugin * total);
+    RecordProperty("descriptors",
+                   std::to_string(before.descriptors) + " " + std::to_string(after.descriptors));
+    RecordProperty("threads", std::to_string(before.threads) + " " + std::to_string(after.threads));
+    RecordProperty("memory", std::to_string(before.memory) + " " + std::to_string(after.memory));
+    RecordProperty("seconds", std::to_string(scan.seconds));
+}
+
+} // namespace

@@ -1,0 +1,83 @@
+// What the scanner's processes may not do.
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "FaultFixture.h"
+#include "LoopbackSocket.h"
+
+namespace {
+
+using testing::HasSubstr;
+using zettesting::ChildProcess;
+
+class Privileges : public FaultFixture
+{
+  protected:
+    /// A line of a process's "status" or "limits": what stands behind its name.
+    static std::string Fact(int process, const std::string& file, const std::string& name)
+    {
+        std::ifstream stream("/proc/" + std::to_string(process) + "/" + file);
+        for (std::string line; std::getline(stream, line);)
+            if (line.starts_with(name)) {
+                const auto value = line.find_first_not_of(" \t:", name.size());
+                return value == line.npos ? "" : line.substr(value);
+            }
+        return "no such line";
+    }
+    void ExpectPoor(int process) const
+    {
+        EXPECT_EQ(Fact(process, "status", "NoNewPrivs"), "1");
+        EXPECT_THAT(Fact(process, "limits", "Max core file size"), testing::StartsWith("0 "));
+    }
+    /// The name that the plug-in gives itself for what came of its connection.
+    std::string NameOfTheOneThatConnects()
+    {
+        const LoopbackSocket listening = LoopbackSocket::Listening();
+        environment["ZET_TEST_PORT"] = std::to_string(listening.Port());
+        const auto plugin = Install("bad/connects_out", "connects");
+        EXPECT_EQ(Scan().exitStatus, 0);
+        const auto listed = FindListed(plugin);
+        return listed ? listed->name : "not listed";
+    }
+};
+
+TEST_F(Privileges, APluginCannotReachTheNetwork)
+{
+    EXPECT_EQ(NameOfTheOneThatConnects(), "Network Refused");
+}
+
+TEST_F(Privileges, UnlessTheUserWantsItForALicence)
+{
+    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.RefuseNetwork=false";
+    EXPECT_EQ(NameOfTheOneThatConnects(), "Network Reached");
+}
+
+TEST_F(Privileges, TheSettingMayStandInThePreferences)
+{
+    zettesting::WriteAll(prefs / "DebugDatabase.txt", "zetaudiofilterscan.RefuseNetwork = false\n");
+    EXPECT_EQ(NameOfTheOneThatConnects(), "Network Reached");
+}
+
+TEST_F(Privileges, WorkerAndSupervisorHaveGivenUpWhatTheyDoNotNeed)
+{
+    Install("good/vst2_effect", "effect");
+    StopAt("worker.entity", 1);
+    ChildProcess host(Command({"scan"}));
+    const auto stop = WaitForStop();
+    ASSERT_TRUE(stop);
+    ExpectPoor(stop->process);
+    EXPECT_EQ(Fact(stop->process, "status", "Seccomp:"), "2") << "filtered";
+    std::istringstream files(Fact(stop->process, "limits", "Max open files"));
+    unsigned long now = 0, most = 0;
+    EXPECT_TRUE(files >> now >> most);
+    EXPECT_LE(most, 8192u);
+    const auto supervisors = Numbers(SeenProcess::Kind::Supervisor);
+    ASSERT_EQ(supervisors.size(), 1u);
+    ExpectPoor(supervisors.front());
+    Continue(*stop);
+    EXPECT_EQ(host.Wait().exitStatus, 0);
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+// Layout archives: the values, and the nodes and controls that are built of them (on no screen).
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include <zetui/skins/Skins.h>
+#include <zetui/ui/Application.h>
+#include <zetui/ui/NodeArchive.h>
+
+#include "FuzzTarget.h"
+
+#if defined(__GNUC__)
+/// Fontconfig keeps what it has read of its configuration until the process ends.
+extern "C" __attribute__((visibility("default"), used)) const char*
+__lsan_default_suppressions() // NOLINT: the runtime's name
+{
+    return "leak:libfontconfig\n";
+}
+#endif
+
+namespace {
+
+struct Windows
+{
+    Windows() { zetfuzz::Require(zetui::ui::InitializeWindows(), "windows without a screen"); }
+    ~Windows() { zetui::ui::TerminateWindows(); }
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const Windows windows;
+    try {
+        const auto root = zetui::ui::LoadNodeArchive(zetfuzz::Text(data, size), "FUZZ", {});
+        zetfuzz::Require(root && !root->UI_GetID().empty(), "the root is a view with an id");
+        zetfuzz::Require(root->FindNodeForID(root->UI_GetID()) != nullptr, "a node is found by its id");
+    } catch (const zetui::ui::archive_error& error) {
+        zetfuzz::Require(std::string_view(error.what()).starts_with("Layout archive \"FUZZ\", line "),
+                         "the error names resource and line", error.what());
+    }
+    return 0;
+}

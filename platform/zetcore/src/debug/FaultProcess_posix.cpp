@@ -1,0 +1,43 @@
+#include "debug/FaultProcess.h"
+
+#include <csignal>
+#include <cstdio>
+#include <string>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <zetcore/string/Utf.h>
+
+#include "filesupport/Descriptor_posix.h"
+#include "utility/EnvironmentVariable.h"
+
+namespace zetcore::debug {
+
+void AnnounceAndStop(std::string_view place)
+{
+    const auto variable = utility::EnvironmentVariable("ZET_FAULT_PIPE");
+    if (!variable)
+        return;
+    const std::string pipe = string::UTF16to8(*variable);
+    const std::string taken = pipe + ".taken";
+    if (::rename(pipe.c_str(), taken.c_str()) != 0)
+        return;
+    const std::string line = std::string(place) + " " + std::to_string(::getpid()) + "\n";
+    {
+        const filesupport::Descriptor opened(::open(taken.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+        if (::write(opened.Get(), line.data(), line.size()) != static_cast<ssize_t>(line.size()))
+            return;
+    }
+    ::kill(::getpid(), SIGSTOP);
+}
+
+void KillOwnProcess()
+{
+    ::kill(::getpid(), SIGKILL);
+    // Until the signal is there.
+    for (;;)
+        ::pause();
+}
+
+} // namespace zetcore::debug

@@ -1,0 +1,69 @@
+#include "debug/FaultSetting.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace zetcore::debug {
+
+namespace {
+
+constexpr std::string_view latePrefix = "late=";
+
+std::optional<unsigned> ParseNumber(std::string_view text)
+{
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+bool ReadAction(std::string_view text, FaultSetting& setting)
+{
+    constexpr std::array<std::pair<std::string_view, FaultAction>, 4> names{
+        {{"stop", FaultAction::Stop},
+         {"kill", FaultAction::Kill},
+         {"no-space", FaultAction::NoSpace},
+         {"read-only", FaultAction::ReadOnly}}};
+    for (const auto& [name, action] : names) {
+        if (text == name) {
+            setting.action = action;
+            return true;
+        }
+    }
+    if (!text.starts_with(latePrefix))
+        return false;
+    const auto seconds = ParseNumber(text.substr(latePrefix.size()));
+    setting.action = FaultAction::Late;
+    setting.seconds = seconds.value_or(0);
+    return seconds.has_value();
+}
+
+} // namespace
+
+bool FaultSetting::Matches(std::string_view name) const
+{
+    return isBeginning ? name.starts_with(place) : name == place;
+}
+
+std::optional<FaultSetting> ParseFaultSetting(std::string_view text)
+{
+    const std::size_t last = text.rfind(':');
+    const std::size_t first = last == text.npos || last == 0 ? text.npos : text.rfind(':', last - 1);
+    if (first == text.npos)
+        return std::nullopt;
+    FaultSetting setting;
+    setting.place = text.substr(0, first);
+    if (setting.place.ends_with('*')) {
+        setting.place.pop_back();
+        setting.isBeginning = true;
+    }
+    const auto visit = ParseNumber(text.substr(first + 1, last - first - 1));
+    if (!visit || *visit == 0 || !ReadAction(text.substr(last + 1), setting))
+        return std::nullopt;
+    setting.visit = *visit;
+    return setting;
+}
+
+} // namespace zetcore::debug

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zetcore::debug {
+
+enum class FaultAction
+{
+    Stop,
+    Kill,
+    NoSpace,
+    ReadOnly,
+    Late,
+};
+
+/// One element of `ZET_FAULT`.
+struct FaultSetting
+{
+    /// Without the `*`.
+    std::string place;
+    bool isBeginning = false;
+    unsigned visit = 1;
+    FaultAction action = FaultAction::Stop;
+    /// Of `Late`.
+    unsigned seconds = 0;
+
+    bool Matches(std::string_view name) const;
+    friend bool operator==(const FaultSetting&, const FaultSetting&) = default;
+};
+
+/// Nothing when it is malformed.
+std::optional<FaultSetting> ParseFaultSetting(std::string_view text);
+
+} // namespace zetcore::debug

@@ -1,0 +1,44 @@
+#include <zetcore/filesupport/FileLock.h>
+
+#include <exception>
+
+#include <fcntl.h>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+
+#include "filesupport/Descriptor_posix.h"
+#include "filesupport/HandleLock_posix.h"
+#include "filesupport/LockName.h"
+#include "filesupport/PlatformPath.h"
+#include "filesupport/SystemError.h"
+
+namespace zetcore::filesupport {
+
+struct FileLock::Held
+{
+    Descriptor file;
+};
+
+FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
+{
+    constexpr const char* operation = "lock";
+    try {
+        const File lock = LockFileFor(file);
+        auto taking = std::make_unique<Held>();
+        taking->file = Descriptor(::open(ToNativeChecked(operation, lock.FullPath()).c_str(),
+                                         O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+        if (!taking->file.IsOpen())
+            throw file_exception(operation, file.FullPath(), LastSystemError());
+        if (const std::error_code error = LockWithin(taking->file.Get(), limit))
+            throw file_exception(operation, file.FullPath(), error);
+        held = std::move(taking);
+    } catch (const std::exception& error) {
+        debug::TraceLine(1, "FileLock", error.what());
+    }
+}
+
+// Closing the descriptor gives the lock up.
+FileLock::~FileLock() = default;
+
+} // namespace zetcore::filesupport

@@ -1,0 +1,48 @@
+#include <zetcore/filesupport/FileLock.h>
+
+#include <exception>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/threads/Backoff.h>
+
+#include "filesupport/Handle_win.h"
+#include "filesupport/LockName.h"
+#include "filesupport/PlatformPath.h"
+#include "filesupport/SystemError.h"
+
+namespace zetcore::filesupport {
+
+struct FileLock::Held
+{
+    Handle file;
+};
+
+FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
+{
+    constexpr const char* operation = "lock";
+    try {
+        const auto path = ToNativeChecked(operation, LockFileFor(file).FullPath());
+        const auto giveUp = std::chrono::steady_clock::now() + limit;
+        auto taking = std::make_unique<Held>();
+        threads::Backoff pause;
+        for (;;) {
+            // Shared with nobody: whoever has it open has the lock.
+            taking->file = Handle(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+            if (taking->file.IsOpen())
+                break;
+            const bool isHeldByAnother = ::GetLastError() == ERROR_SHARING_VIOLATION;
+            if (!isHeldByAnother || std::chrono::steady_clock::now() >= giveUp)
+                throw file_exception(operation, file.FullPath(), LastSystemError());
+            pause();
+        }
+        held = std::move(taking);
+    } catch (const std::exception& error) {
+        debug::TraceLine(1, "FileLock", error.what());
+    }
+}
+
+FileLock::~FileLock() = default;
+
+} // namespace zetcore::filesupport

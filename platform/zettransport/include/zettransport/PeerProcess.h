@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+
+#include <zettransport/Export.h>
+#include <zettransport/SocketTransport.h>
+
+namespace zettransport {
+
+/// Whether the process with this number holds the other end of a connection within this machine; true where
+/// the system does not tell. Any thread.
+ZETTRANSPORT_API bool MayBeProcess(const SocketTransport::Peer& peer, std::uint64_t process);
+
+} // namespace zettransport

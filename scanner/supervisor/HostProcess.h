@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+namespace zetaudiofilterscan {
+
+/// The process that has started this one; 0 when the system does not tell. Call it first of all: when that
+/// one has ended, the system gives this process another parent.
+std::uint64_t HostProcessNumber();
+
+/// Whether that process has ended; false where the system does not tell.
+bool HostProcessHasEnded(std::uint64_t number);
+
+/// Whether that process has the port block open, as a host has that waits for the port; a scanner whose host
+/// was killed while it started has another parent by then. True where the system does not tell.
+bool HostProcessIsWaiting(std::uint64_t number);
+
+/// Takes from this process what it does not need: it can gain no privileges, and leaves no memory image,
+/// which could hold the host's paths. What cannot be had is traced.
+void GiveUpPrivileges();
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,53 @@
+#include "HostProcess.h"
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/File.h>
+#include <zetscanprotocol/ScanProtocol.h>
+
+namespace zetaudiofilterscan {
+
+std::uint64_t HostProcessNumber()
+{
+    return static_cast<std::uint64_t>(::getppid());
+}
+
+bool HostProcessHasEnded(std::uint64_t number)
+{
+    return number != 0 && static_cast<std::uint64_t>(::getppid()) != number;
+}
+
+bool HostProcessIsWaiting(std::uint64_t number)
+{
+    const std::wstring name(zetscanprotocol::blockName,
+                            zetscanprotocol::blockName +
+                                std::char_traits<char>::length(zetscanprotocol::blockName));
+    const zetcore::filesupport::File block(zetcore::filesupport::commondirs::RuntimeDir(), name);
+    std::error_code error;
+    std::filesystem::directory_iterator opened("/proc/" + std::to_string(number) + "/fd", error);
+    if (number == 0 || error)
+        return true;
+    for (; !error && opened != std::filesystem::directory_iterator(); opened.increment(error)) {
+        std::error_code closed;
+        if (std::filesystem::equivalent(opened->path(), block.FullPathUTF8(), closed))
+            return true;
+    }
+    return false;
+}
+
+void GiveUpPrivileges()
+{
+    const rlimit none{0, 0};
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || ::setrlimit(RLIMIT_CORE, &none) != 0)
+        zetcore::debug::TraceLine(1, "zetaudiofilterscan", "privileges or core dumps cannot be given up");
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,15 @@
+#include "OddSize.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// Works, but writes into memory that it has given back: where the C library keeps its list of free blocks
+/// there, as glibc's does, the next one that asks for blocks of this size pays for it.
+ZET_VST2_ENTRY
+{
+    UseBlocks([](volatile unsigned char* block) {
+        for (int index = 0; index < 8; ++index)
+            block[index] = 0x41;
+    });
+    return MakeEffect(Ordinary("Damages Heap", "BaHe"), host);
+}

@@ -1,0 +1,10 @@
+#include "Hang.h"
+#include "Vst3Plugin.h"
+
+using namespace zettestplugin;
+
+ZET_VST3_FACTORY
+{
+    Hang();
+    return nullptr;
+}

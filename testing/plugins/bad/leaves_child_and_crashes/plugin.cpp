@@ -1,0 +1,13 @@
+#include "Crash.h"
+#include "LeaveChild.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// What it leaves behind outlives it and holds what the process had open.
+ZET_VST2_ENTRY
+{
+    LeaveChild();
+    Crash();
+    return MakeEffect(Ordinary("Leaves Child And Crashes", "BaCh"), host);
+}

@@ -1,0 +1,41 @@
+#include "scan/RestartCount.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+
+#include <zetaudiopluginhostui/ScanLimits.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/debug/Trace.h>
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+/// 0: no limit.
+int MostFruitlessRestarts()
+{
+    const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(mostFruitlessRestarts, "");
+    int most = 0;
+    const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), most);
+    return error == std::errc() && end == entry.data() + entry.size() ? std::max(most, 0) : 0;
+}
+
+} // namespace
+
+void RestartCount::Note(std::size_t pending)
+{
+    if (pending < pendingBefore)
+        fruitless = 0;
+    pendingBefore = pending;
+    ++fruitless;
+    const int most = MostFruitlessRestarts();
+    tooMany = most > 0 && fruitless > most;
+    if (tooMany)
+        zetcore::debug::TraceLine(
+            1, "ExternalAudioPluginScan",
+            "The scanner was restarted " + std::to_string(most) +
+                " times without getting on; plug-ins not scanned: " + std::to_string(pending));
+}
+
+} // namespace zetaudiopluginhostui

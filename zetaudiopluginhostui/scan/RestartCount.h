@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+namespace zetaudiopluginhostui {
+
+/// Counts the restarts of one scan's scanner that got on with nothing. One thread.
+class RestartCount
+{
+  public:
+    explicit RestartCount(std::size_t pendingAtStart) : pendingBefore(pendingAtStart) {}
+
+    /// Before each restart, with the number of plug-ins that no scanner has reported yet. When more restarts
+    /// in a row than the host allows (ScanLimits.h) have left that number as it was, this is traced.
+    void Note(std::size_t pending);
+    bool TooMany() const noexcept { return tooMany; }
+
+  private:
+    std::size_t pendingBefore;
+    int fruitless = 0;
+    bool tooMany = false;
+};
+
+} // namespace zetaudiopluginhostui
