@@ -1,20 +1,31 @@
-// Measures the list beside Qt's own lists on the same data: to fill it, to sort it by each column, to filter
-// it as somebody types, and to scroll it; each up to the painted picture. Without arguments: 1,000, 10,000
-// and 100,000 rows, medians. `--once`: few rows and each thing once, to see that it works.
+// Measures the plug-in manager as its user sees it, and its list beside Qt's own lists on the same data: to
+// fill it, to sort it by each column, to filter it as somebody types, and to scroll it; each up to the
+// painted picture. Without arguments: 1,000, 10,000 and 100,000 rows, medians, held against the limits; ends
+// with an error where one is missed. With numbers: that many rows. `--once`: few rows and each thing once, to
+// see that it works.
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <functional>
-#include <map>
+#include <memory>
 
 #include <QApplication>
 #include <QScrollBar>
 
+#include <zetaudiopluginhostui/Module.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/string/Utf.h>
 #include <zetui/skins/Skins.h>
 #include <zetui/ui/Application.h>
 
 #include "ListSubject.h"
+#include "ManagerBench.h"
 #include "Measure.h"
+#include "PaintWatch.h"
+#include "Scratch.h"
+#include "Verdicts.h"
 
 namespace {
 
@@ -37,12 +48,30 @@ double MillisecondsUntilPainted(const std::function<void()>& change)
            });
 }
 
-double MedianOf(int runs, const std::function<double()>& measure)
+using Lists = std::vector<std::unique_ptr<ListSubject>>;
+
+/// The median for each list. They take turns, so that what else the machine does slows all of them.
+std::vector<double> Medians(const Lists& lists, int runs,
+                            const std::function<void(ListSubject&, int run)>& change)
 {
-    std::vector<double> values;
-    for (int run = 0; run < runs; ++run)
-        values.push_back(measure());
-    return Median(std::move(values));
+    std::vector<std::vector<double>> values(lists.size());
+    for (int run = 0; run < runs; ++run) {
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            Settle();
+            values[i].push_back(MillisecondsUntilPainted([&] { change(*lists[i], run); }));
+        }
+    }
+    std::vector<double> medians;
+    for (std::vector<double>& each : values)
+        medians.push_back(Median(std::move(each)));
+    return medians;
+}
+
+/// Where a median is above the figure so far, it takes its place.
+void TakeSlower(std::vector<Figures>& all, double Figures::*figure, const std::vector<double>& medians)
+{
+    for (std::size_t i = 0; i < all.size(); ++i)
+        all[i].*figure = std::max(all[i].*figure, medians[i]);
 }
 
 void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
@@ -60,39 +89,93 @@ void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
     figures.scrollFrame = Median(std::move(values));
 }
 
-Figures MeasureList(ListSubject& list, const std::vector<ListEntry>& entries, int runs, int frames)
+std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntry>& entries, int runs,
+                                  int frames)
 {
-    Figures figures;
-    list.Sort(nameColumn, true);
-    figures.fill = MedianOf(runs, [&] { return MillisecondsUntilPainted([&] { list.Fill(entries); }); });
+    std::vector<Figures> all(lists.size());
+    for (const auto& list : lists)
+        list->Sort(nameColumn, true);
+    TakeSlower(all, &Figures::fill,
+               Medians(lists, runs, [&](ListSubject& list, int) { list.Fill(entries); }));
     for (int column = 1; column < listColumns; ++column) {
-        bool ascending = true;
-        list.Sort(nameColumn, false);
-        const double sort = MedianOf(runs, [&] {
-            ascending = !ascending;
-            return MillisecondsUntilPainted([&] { list.Sort(column, ascending); });
-        });
-        figures.slowestSort = std::max(figures.slowestSort, sort);
+        for (const auto& list : lists)
+            list->Sort(nameColumn, false);
+        TakeSlower(all, &Figures::slowestSort, Medians(lists, runs, [&](ListSubject& list, int run) {
+                       list.Sort(column, run % 2 == 0);
+                   }));
     }
-    list.Sort(nameColumn, true);
-    std::map<std::wstring, std::vector<double>> keystrokes;
+    for (const auto& list : lists)
+        list->Sort(nameColumn, true);
+    // Typed and taken back, letter by letter.
+    const std::vector<std::wstring> texts{L"r", L"re", L"rev", L"re", L"r", L""};
+    std::vector<std::vector<std::vector<double>>> keystrokes(texts.size());
     for (int run = 0; run < runs; ++run) {
-        for (const std::wstring text : {L"r", L"re", L"rev", L"re", L""})
-            keystrokes[text].push_back(MillisecondsUntilPainted([&] { list.Filter(entries, text); }));
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            keystrokes[i].push_back(
+                Medians(lists, 1, [&](ListSubject& list, int) { list.Filter(entries, texts[i]); }));
     }
-    for (auto& [text, values] : keystrokes)
-        figures.slowestFilter = std::max(figures.slowestFilter, Median(values));
-    MeasureScrolling(list, frames, figures);
-    return figures;
+    for (const auto& ofText : keystrokes) {
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            std::vector<double> values;
+            for (const std::vector<double>& run : ofText)
+                values.push_back(run[i]);
+            all[i].slowestFilter = std::max(all[i].slowestFilter, Median(std::move(values)));
+        }
+    }
+    for (std::size_t i = 0; i < lists.size(); ++i)
+        MeasureScrolling(*lists[i], frames, all[i]);
+    return all;
 }
 
-void PrintRow(const std::string& what, const std::vector<Figures>& all, double Figures::*figure)
+/// `verdicts` null: only told.
+void PrintRow(const std::string& what, const std::vector<Figures>& all, double Figures::*figure,
+              Verdicts* verdicts)
 {
     std::printf("  %-22s", what.c_str());
     for (const Figures& figures : all)
         std::printf(" %17.2f", figures.*figure);
-    const double best = all.size() < 2 ? 0 : std::min(all[1].*figure, all[2].*figure);
-    std::printf("   %6.2f\n", best / std::max(all[0].*figure, 1e-6));
+    const double ratio = std::min(all[1].*figure, all[2].*figure) / std::max(all[0].*figure, 1e-6);
+    std::printf("   %20.2f  %s\n", ratio, verdicts ? verdicts->MoreThanOne(ratio) : "");
+}
+
+void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts)
+{
+    std::printf("  %-22s", "beside Qt's own lists");
+    Lists lists;
+    for (const auto& make : {MakeOurList, MakeTreeWidget, MakeProxyTable}) {
+        lists.push_back(make());
+        std::printf(" %17s", lists.back()->Name().c_str());
+    }
+    std::fflush(stdout);
+    const std::vector<Figures> all = MeasureLists(lists, entries, runs, frames);
+    for (const auto& list : lists)
+        verdicts.Require("a list does not show what it was filled with",
+                         list->ShownRows() == static_cast<int>(entries.size()));
+    std::printf("   best of theirs / ours\n");
+    Verdicts* const held = entries.size() >= 10'000 ? &verdicts : nullptr;
+    PrintRow("fill, sorted by name", all, &Figures::fill, held);
+    PrintRow("sort, slowest column", all, &Figures::slowestSort, held);
+    PrintRow("keystroke, slowest", all, &Figures::slowestFilter, held);
+    PrintRow("scroll, median frame", all, &Figures::scrollFrame, nullptr);
+    PrintRow("scroll, slowest frame", all, &Figures::slowestFrame, nullptr);
+}
+
+int RunAll(const std::vector<std::size_t>& sizes, bool once)
+{
+    const Scratch scratch("list_bench");
+    zetcore::filesupport::Dir::SetPrefDir(zetcore::string::UTF8to16(scratch.Path().string()));
+    zetaudiopluginhostui::Initialize();
+    Verdicts verdicts(!once);
+    for (const std::size_t size : sizes) {
+        const std::vector<ListEntry> entries = MakeListEntries(size);
+        const int runs = once ? 1 : size > 10'000 ? 3 : 7;
+        const int frames = once ? 3 : 200;
+        std::printf("%zu rows; milliseconds up to the painted picture, medians\n", size);
+        BenchManager(entries, runs, frames, verdicts);
+        CompareLists(entries, runs, frames, verdicts);
+    }
+    zetaudiopluginhostui::Terminate();
+    return verdicts.AllKept() ? 0 : 1;
 }
 
 } // namespace
@@ -100,6 +183,11 @@ void PrintRow(const std::string& what, const std::vector<Figures>& all, double F
 int main(int argc, char** argv)
 {
     const bool once = argc > 1 && std::strcmp(argv[1], "--once") == 0;
+    std::vector<std::size_t> sizes;
+    for (int i = once ? 2 : 1; i < argc; ++i)
+        sizes.push_back(static_cast<std::size_t>(std::max(1, std::atoi(argv[i]))));
+    if (sizes.empty())
+        sizes = once ? std::vector<std::size_t>{200} : std::vector<std::size_t>{1000, 10'000, 100'000};
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     zetui::skins::SetSkin(zetui::skins::Skin::V7);
@@ -107,30 +195,12 @@ int main(int argc, char** argv)
         std::fputs("list_bench: no windows can be opened here\n", stderr);
         return 1;
     }
-    const std::vector<std::size_t> sizes =
-        once ? std::vector<std::size_t>{200} : std::vector<std::size_t>{1000, 10'000, 100'000};
-    bool complete = true;
-    for (const std::size_t size : sizes) {
-        const std::vector<ListEntry> entries = MakeListEntries(size);
-        const int runs = once ? 1 : size > 10'000 ? 3 : 7;
-        std::printf("%zu rows, milliseconds\n  %-22s", size, "");
-        std::vector<Figures> all;
-        for (const auto& make : {MakeOurList, MakeTreeWidget, MakeProxyTable}) {
-            const auto list = make();
-            std::printf(" %17s", list->Name().c_str());
-            std::fflush(stdout);
-            all.push_back(MeasureList(*list, entries, runs, once ? 3 : 200));
-            complete = complete && list->ShownRows() == static_cast<int>(size);
-        }
-        std::printf("   best of theirs / ours\n");
-        PrintRow("fill, sorted by name", all, &Figures::fill);
-        PrintRow("sort, slowest column", all, &Figures::slowestSort);
-        PrintRow("keystroke, slowest", all, &Figures::slowestFilter);
-        PrintRow("scroll, median frame", all, &Figures::scrollFrame);
-        PrintRow("scroll, slowest frame", all, &Figures::slowestFrame);
+    int result = 1;
+    try {
+        result = RunAll(sizes, once);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "list_bench: %s\n", error.what());
     }
     zetui::ui::TerminateWindows();
-    if (!complete)
-        std::fputs("list_bench: a list does not show what it was filled with\n", stderr);
-    return complete ? 0 : 1;
+    return result;
 }

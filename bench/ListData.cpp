@@ -34,7 +34,9 @@ std::vector<ListEntry> MakeListEntries(std::size_t count)
             name += L" \u00c9tude";
         const std::wstring version = std::to_wstring(random() % 12) + L"." + std::to_wstring(random() % 30) +
                                      L"." + std::to_wstring(random() % 100);
-        const std::wstring path = L"/usr/lib/" + technology + L"/" + maker + L"/" + name + L".so";
+        // The number makes it a file of its own, as every module has.
+        const std::wstring path =
+            L"/usr/lib/" + technology + L"/" + maker + L"/" + std::to_wstring(i) + L"/" + name + L".so";
         entry.enabled = random() % 10 != 0;
         entry.texts = {entry.enabled ? L"2" : L"1",
                        name,

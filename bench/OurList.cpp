@@ -18,6 +18,20 @@ using controls::UI_MultiColumnTree;
 
 constexpr float titleWidths[listColumns] = {60, 140, 80, 80, 70, 240};
 
+/// A row with what it shows, as the manager's list has them.
+class EntryRow final : public controls::UI_MultiColumnTreeRow
+{
+  public:
+    explicit EntryRow(const ListEntry& shown) : UI_MultiColumnTreeRow(true), entry(shown) {}
+    const ListEntry& Entry() const { return entry; }
+
+  protected:
+    ~EntryRow() override = default;
+
+  private:
+    const ListEntry& entry;
+};
+
 class OurList final : public ListSubject
 {
   public:
@@ -34,10 +48,8 @@ class OurList final : public ListSubject
             header->AppendColumn(listTitles[column], column + 1);
             header->SetColumnWidth(column + 1, titleWidths[column]);
         }
-        tree->SetCellSortDataFunction([this](RowPtr row, int position) {
-            const auto entry = entryOfRow.find(row);
-            return entry == entryOfRow.end() ? std::wstring() : TextAt(*entry->second, position);
-        });
+        tree->SetCellSortDataFunction(
+            [this](RowPtr row, int position) { return TextAt(EntryOf(row), position); });
         tree->SetRowVisibilityChangedCallback([this](RowPtr row) { RowChanged(row); });
         tree->SetDrawCellOfRowCallback(
             [this](pixmill::Pixmill* context, RowPtr row, int position, UI_MultiColumnTree::RectF rect) {
@@ -57,19 +69,21 @@ class OurList final : public ListSubject
     {
         return *static_cast<QAbstractItemView*>(static_cast<QWidget*>(tree->NativeWidget()));
     }
-    void Fill(const std::vector<ListEntry>& entries) override { Filter(entries, L""); }
-    void Filter(const std::vector<ListEntry>& entries, const std::wstring& lowerCaseText) override
+    void Fill(const std::vector<ListEntry>& entries) override
+    {
+        rows.clear();
+        for (const ListEntry& entry : entries)
+            rows.push_back(utility::MakeIntrusive<EntryRow>(entry));
+        Filter(entries, L"");
+    }
+    void Filter(const std::vector<ListEntry>&, const std::wstring& lowerCaseText) override
     {
         const controls::ScDeferLayoutForOpenAndCloseRow guard(tree.get());
         tree->RemoveAllRows();
-        entryOfRow.clear();
         checkboxOfRow.clear();
-        for (const ListEntry& entry : entries) {
-            if (!Holds(entry, lowerCaseText))
-                continue;
-            const auto row = utility::MakeIntrusive<controls::UI_MultiColumnTreeRow>(true, tree.get());
-            entryOfRow.emplace(row, &entry);
-            tree->AppendRow(row, nullptr, true);
+        for (const auto& row : rows) {
+            if (Holds(row->Entry(), lowerCaseText))
+                tree->AppendRow(row, nullptr, true);
         }
     }
     void Sort(int column, bool ascending) override
@@ -87,6 +101,11 @@ class OurList final : public ListSubject
         bool operator()(const RowPtr& left, const RowPtr& right) const { return left.get() < right.get(); }
     };
 
+    static const ListEntry& EntryOf(const RowPtr& row)
+    {
+        return static_cast<const EntryRow*>(row.get())->Entry();
+    }
+
     const std::wstring& TextAt(const ListEntry& entry, int position) const
     {
         return entry.texts[header->GetColumnAt(position) - 1];
@@ -98,29 +117,25 @@ class OurList final : public ListSubject
             checkboxOfRow.erase(row);
             return;
         }
-        const auto entry = entryOfRow.find(row);
-        if (entry == entryOfRow.end())
-            return;
         const auto checkbox = utility::MakeIntrusive<controls::UI_Checkbox>();
         checkbox->UI_SetLocalRectF({4, std::ceil((tree->GetRowHeight() - 14) / 2), 200, 14});
         row->GetCellView(0)->InsertChild(checkbox);
         checkbox->UI_Show(true);
         checkbox->SetWantsKeyboardFocus(true);
-        checkbox->SetChecked(entry->second->enabled);
+        checkbox->SetChecked(EntryOf(row).enabled);
         checkboxOfRow[row] = checkbox;
     }
 
     void DrawCell(pixmill::Pixmill& context, const RowPtr& row, int position,
                   UI_MultiColumnTree::RectF rect) const
     {
-        const auto entry = entryOfRow.find(row);
-        if (position == 0 || entry == entryOfRow.end())
+        if (position == 0)
             return;
         const pixmill::Pixmill::Clip clip(context, rect);
         const pixmill::Font font{ui::GetFontName(0), ui::GetFontSize(0)};
         const float padding = UI_MultiColumnTree::GetDefaultCellPadding().second;
         const std::wstring text = pixmill::TruncateString(
-            font, TextAt(*entry->second, position), pixmill::TextTruncation::End, rect.width - 2 * padding);
+            font, TextAt(EntryOf(row), position), pixmill::TextTruncation::End, rect.width - 2 * padding);
         context.DrawText(text, font, skins::utilities::GetDefaultTextColor(), rect.left + padding,
                          rect.top + pixmill::GetFontBaseline(font, rect.height));
     }
@@ -128,7 +143,7 @@ class OurList final : public ListSubject
     QWidget window;
     utility::IntrusivePtr<UI_MultiColumnTree> tree;
     utility::IntrusivePtr<controls::UI_MultiColumnTreeHeaderRow> header;
-    std::map<RowPtr, const ListEntry*, ByAddress> entryOfRow;
+    std::vector<utility::IntrusivePtr<EntryRow>> rows;
     std::map<RowPtr, utility::IntrusivePtr<controls::UI_Checkbox>, ByAddress> checkboxOfRow;
 };
 

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <functional>
 #include <memory>
-#include <random>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/string/Utf.h>
@@ -14,12 +13,14 @@
 #include "Measure.h"
 #include "ScanWork.h"
 #include "ScannerLaunch.h"
+#include "Scratch.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using bench::Median;
 using bench::Report;
+using bench::Scratch;
 
 struct Size
 {
@@ -32,35 +33,6 @@ struct Size
 };
 constexpr Size full{7, 500, 1000, 10, 10000, 21};
 constexpr Size once{1, 10, 20, 2, 500, 2};
-
-/// A folder for the run's files, removed at its end.
-class Scratch
-{
-  public:
-    Scratch() : path(fs::temp_directory_path() / ("scan_bench-" + std::to_string(std::random_device()())))
-    {
-        fs::create_directory(path);
-    }
-    ~Scratch()
-    {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    const fs::path& Path() const { return path; }
-    /// A new preferences folder.
-    std::string Prefs()
-    {
-        const fs::path prefs = path / ("prefs" + std::to_string(++count));
-        fs::create_directory(prefs);
-        return prefs.string();
-    }
-
-  private:
-    fs::path path;
-    int count = 0;
-};
 
 /// A folder with so many copies of a sample plug-in, as files of their own (a link would be loaded once).
 fs::path MakeCopies(const fs::path& folder, const std::string& plugin, int copies)
@@ -200,7 +172,7 @@ void BenchRegistry(const Size& size, Scratch& scratch)
 
 int RunAll(const std::string& self, const Size& size)
 {
-    Scratch scratch;
+    Scratch scratch("scan_bench");
     const fs::path programFolder = fs::weakly_canonical(self).parent_path();
     BenchRegistry(size, scratch);
     BenchLaunch(size, programFolder, scratch);

@@ -120,7 +120,9 @@ function(zet_library name)
   endif()
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   zet_sanitize(${name})
-  target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}" "${generated}")
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(${name} PUBLIC
+    "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}>" "$<BUILD_INTERFACE:${generated}>")
   target_link_libraries(${name} PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
   set_property(TARGET ${name} PROPERTY ZET_PRIVATE_LINK ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
 

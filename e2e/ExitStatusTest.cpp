@@ -135,7 +135,8 @@ TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
     const auto& result = scan.Wait();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - interrupted;
     EXPECT_EQ(result.exitStatus, 130) << result.error;
-    EXPECT_LT(took.count(), 1.0);
+    EXPECT_LT(took.count(), 10.0)
+        << "it does not wait for the plug-in, which the scanner would let hang longer";
     const ScanSummary summary = ReadScanSummary(result);
     EXPECT_EQ(summary.banned, Strings());
     ExpectNoProcessLeft();

@@ -51,6 +51,8 @@ HostSession::Surroundings::Surroundings(Surface surface)
     if (surface == Surface::Windows) {
         if (!zetui::ui::InitializeWindows())
             throw no_display("there is no display to open a window on");
+        windows = std::make_shared<CautionCounter>(zetui::dialogs::GetPresentation());
+        zetui::dialogs::SetPresentation(windows);
     } else {
         eventLoop = std::make_shared<zetcore::threads::PlainEventLoop>();
         terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr);
@@ -68,6 +70,7 @@ HostSession::Surroundings::~Surroundings()
         zetui::dialogs::SetPresentation(nullptr);
         zetcore::threads::RegisterMainThread(nullptr);
     } else {
+        zetui::dialogs::SetPresentation(windows->Behind());
         zetui::ui::TerminateWindows();
     }
 }
@@ -98,7 +101,7 @@ void HostSession::CheckAtStart()
         SaveRegistry();
     }
     // The alerts do not say which file it was, nor whether a ban could be saved.
-    cautionsAtStart = Shown().cautions;
+    cautionsAtStart = Cautions();
     if (cautionsAtStart > 0)
         SaveBannedList();
 }
@@ -107,6 +110,11 @@ zetui::dialogs::TerminalPresentation::Counts HostSession::Shown() const
 {
     return surroundings.terminal ? surroundings.terminal->GetCounts()
                                  : zetui::dialogs::TerminalPresentation::Counts();
+}
+
+int HostSession::Cautions() const
+{
+    return surroundings.windows ? surroundings.windows->Cautions() : Shown().cautions;
 }
 
 void HostSession::Save(const std::function<void()>& save)
@@ -134,7 +142,7 @@ void HostSession::SaveBannedList()
 
 ExitStatus HostSession::Status() const
 {
-    return notSaved || Shown().cautions > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
+    return notSaved || Cautions() > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
 }
 
 } // namespace zetaudiopluginmanager

@@ -11,6 +11,7 @@
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/TerminalPresentation.h>
 
+#include "commands/CautionCounter.h"
 #include "commands/ExitStatus.h"
 
 namespace zetaudiopluginmanager {
@@ -73,9 +74,13 @@ class HostSession
         /// Null when there are windows.
         std::shared_ptr<zetcore::threads::PlainEventLoop> eventLoop;
         std::shared_ptr<zetui::dialogs::TerminalPresentation> terminal;
+        /// Null when there are none.
+        std::shared_ptr<CautionCounter> windows;
     };
 
     void CheckAtStart();
+    /// Told to the user so far, wherever.
+    int Cautions() const;
 
     Surroundings surroundings;
     zetaudiofilterhost::PluginModuleInfoManager* registry;

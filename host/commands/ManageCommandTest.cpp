@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <sstream>
 
@@ -49,16 +51,16 @@ class ManageCommand : public zettesting::HostFixture
     }
     static void Cancel(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
 
-    /// Waits, by posting itself again, until a modal window is there.
-    static void UserActs(std::function<void(QWidget&)> user)
+    /// Waits, by posting itself again, until a modal window is there, another than `past`.
+    static void UserActs(std::function<void(QWidget&)> user, const QWidget* past = nullptr)
     {
         zetcore::threads::AsyncCallFromMainThread(
-            [user = std::move(user)]() mutable {
+            [user = std::move(user), past]() mutable {
                 QWidget* const window = QApplication::activeModalWidget();
-                if (window && window->isVisible())
+                if (window && window != past && window->isVisible())
                     user(*window);
                 else
-                    UserActs(std::move(user));
+                    UserActs(std::move(user), past);
             },
             0);
     }
@@ -85,6 +87,18 @@ TEST_F(ManageCommand, OpensTheManagerAndIsTheDefaultWhereThereIsADisplay)
         EXPECT_EQ(title, "Audio Plug-In Manager");
         EXPECT_FALSE(zetui::ui::HaveWindows()) << "all is put back at the end";
     }
+}
+
+TEST_F(ManageCommand, TheFirstWindowIsInTheMiddleOfTheScreenAndHasRoomForTheList)
+{
+    Run({"manage"}, [](QWidget& window) {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        EXPECT_TRUE(screen.contains(window.geometry()));
+        EXPECT_EQ(window.width(), std::min(1120, screen.width()));
+        EXPECT_EQ(window.height(), 680);
+        EXPECT_LE(std::abs(window.geometry().center().x() - screen.center().x()), 1);
+        Cancel(window);
+    });
 }
 
 TEST_F(ManageCommand, TheWindowOpensWhereItWasClosed)
@@ -131,6 +145,27 @@ TEST_F(ManageCommand, SettingsThatCannotBeSavedAreExitStatusOne)
     testing::internal::CaptureStderr();
     EXPECT_EQ(Run({"manage"}, Cancel), 1);
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("PluginManagerWindow.xml"));
+}
+
+TEST_F(ManageCommand, ARegistryThatTheDialogCannotSaveIsExitStatusOne)
+{
+    std::string title;
+    EXPECT_EQ(Run({"manage"},
+                  [&](QWidget& window) {
+                      const auto registry =
+                          prefs / zetaudiofilterhost::PluginModuleInfoManager::GetSettingsFileName();
+                      std::filesystem::remove(registry);
+                      std::filesystem::create_directories(registry / "in the way");
+                      UserActs(
+                          [&title](QWidget& alert) {
+                              title = alert.windowTitle().toStdString();
+                              QTest::keyClick(&alert, Qt::Key_Return);
+                          },
+                          &window);
+                      QTest::keyClick(&window, Qt::Key_Return);
+                  }),
+              1);
+    EXPECT_NE(title, "") << "the user is told";
 }
 
 TEST_F(ManageCommand, ACrashIsToldInAWindowBeforeTheManagerOpens)

@@ -2,8 +2,10 @@
 
 #include <stdexcept>
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <QScreen>
 #include <QWidget>
 
 namespace screenshots {
@@ -28,11 +30,28 @@ QPixmap WithParent(QWidget& window)
     return picture;
 }
 
+/// The part of the screen with the window and those that it belongs to.
+QPixmap FromScreen(QWidget& window)
+{
+    QRect part;
+    for (QWidget* each = &window; each;
+         each = each->parentWidget() ? each->parentWidget()->window() : nullptr) {
+        each->repaint();
+        part |= each->frameGeometry();
+    }
+    QGuiApplication::sync();
+    QScreen& screen = *window.screen();
+    part &= screen.geometry();
+    return screen.grabWindow(0, part.x(), part.y(), part.width(), part.height());
+}
+
 } // namespace
 
 void Grab(QWidget& window, const std::filesystem::path& file)
 {
-    if (!WithParent(window).save(QString::fromStdU16String(file.u16string())))
+    const bool isShown = QGuiApplication::platformName() == QStringLiteral("xcb");
+    if (!(isShown ? FromScreen(window) : WithParent(window))
+             .save(QString::fromStdU16String(file.u16string())))
         throw std::runtime_error("cannot write " + file.string());
 }
 

@@ -178,9 +178,29 @@ void Performance::Prepare(Actor& actor) const
     } else if (scene.action == Action::AskForDefaultFolders) {
         actor.Then("the command for default folders", [] { return Click("DefaultDirectoriesButton"); });
         actor.Then("the question", IsAlert);
+    } else if (scene.action == Action::FindNothing) {
+        actor.Then("the find text", [] {
+            QTest::keyClicks(Control("FindTextEdit"), QStringLiteral("no plug-in has this"));
+            return true;
+        });
+    } else if (scene.action == Action::MoveToCell) {
+        actor.Then("the cell", [] {
+            QWidget* const list = Control("PluginList");
+            list->setFocus(Qt::TabFocusReason);
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right})
+                QTest::keyClick(QApplication::focusWidget(), key);
+            return true;
+        });
+    } else if (scene.action == Action::PickButton) {
+        actor.Then("the button in a row", [] {
+            QWidget* const button = Control("PluginList")->findChild<QPushButton*>();
+            if (button)
+                button->setFocus(Qt::MouseFocusReason);
+            return button != nullptr;
+        });
     }
     actor.Then("the picture", Picture(scene.name));
-    if (scene.action != Action::Look) {
+    if (scene.action == Action::ScanAndCancel || scene.action == Action::AskForDefaultFolders) {
         actor.Then("Escape", PressEscape);
         actor.Then("the manager again", IsManager);
     }
@@ -189,7 +209,9 @@ void Performance::Prepare(Actor& actor) const
 
 bool HasLetters(const std::string& language)
 {
-    return language != "ja" || !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
+    if (language == "ja")
+        return !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
+    return language != "zh-Hans" || !QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty();
 }
 
 std::string Utf8(const fs::path& path)

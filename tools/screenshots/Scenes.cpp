@@ -2,19 +2,24 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace screenshots {
 
 namespace {
 
-// At 200 % the offscreen platform's screen is smaller than the default size.
-constexpr QSize least(1, 1), large(1600, 1000), v7Default(968, 474), classicDefault(925, 470);
+constexpr QSize least(1, 1), large(1600, 1000);
 
-} // namespace
-
-const std::vector<Scene>& AllScenes()
+struct Language
 {
-    static const std::vector<Scene> scenes = {
+    const char *name, *tag;
+};
+constexpr Language languages[] = {
+    {"german", "de"}, {"french", "fr"}, {"spanish", "es"}, {"japanese", "ja"}, {"chinese", "zh-Hans"}};
+
+std::vector<Scene> MakeScenes()
+{
+    std::vector<Scene> scenes = {
         {.name = "manager-v7"},
         {.name = "manager-v7-dark", .dark = true},
         {.name = "manager-classic", .skin = "classic"},
@@ -23,19 +28,45 @@ const std::vector<Scene>& AllScenes()
         {.name = "manager-classic-least", .skin = "classic", .size = least},
         {.name = "manager-v7-large", .size = large},
         {.name = "manager-classic-large", .skin = "classic", .size = large},
-        {.name = "manager-v7-200", .size = v7Default, .scale = "2"},
-        {.name = "manager-classic-200", .skin = "classic", .size = classicDefault, .scale = "2"},
+        {.name = "manager-v7-200", .action = Action::MoveToCell, .scale = "2"},
+        {.name = "manager-classic-200", .skin = "classic", .action = Action::MoveToCell, .scale = "2"},
         {.name = "manager-v7-empty", .content = Content::Empty},
         {.name = "manager-classic-empty", .skin = "classic", .content = Content::Empty},
         {.name = "scanning", .action = Action::ScanAndCancel},
         {.name = "scanning-dark", .dark = true, .action = Action::ScanAndCancel},
         {.name = "default-folders", .action = Action::AskForDefaultFolders},
+        {.name = "default-folders-classic", .skin = "classic", .action = Action::AskForDefaultFolders},
         {.name = "preferences-caution", .action = Action::StartWithoutPreferences},
         {.name = "recovery-caution", .action = Action::StartAfterCrash},
-        {.name = "manager-german", .language = "de"},
         {.name = "manager-german-least", .size = least, .language = "de"},
-        {.name = "manager-japanese", .language = "ja"},
     };
+    for (const bool dark : {false, true}) {
+        for (const std::string skin : {"v7", "classic"}) {
+            const std::string look = skin + (dark ? "-dark" : "");
+            for (const auto& [name, action] : {std::pair{"nothing-found-", Action::FindNothing},
+                                               {"cell-", Action::MoveToCell},
+                                               {"button-", Action::PickButton}})
+                scenes.push_back({.name = name + look, .skin = skin, .dark = dark, .action = action});
+        }
+    }
+    for (const Language& language : languages) {
+        for (const std::string skin : {"v7", "classic"})
+            scenes.push_back(
+                {.name = std::string("manager-") + language.name + (skin == "v7" ? "" : "-classic"),
+                 .skin = skin,
+                 .language = language.tag});
+        scenes.push_back({.name = std::string("recovery-") + language.name,
+                          .action = Action::StartAfterCrash,
+                          .language = language.tag});
+    }
+    return scenes;
+}
+
+} // namespace
+
+const std::vector<Scene>& AllScenes()
+{
+    static const std::vector<Scene> scenes = MakeScenes();
     return scenes;
 }
 

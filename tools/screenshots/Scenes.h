@@ -21,6 +21,11 @@ enum class Action
     Look,
     ScanAndCancel,
     AskForDefaultFolders,
+    /// A find text that no plug-in has.
+    FindNothing,
+    /// To a cell of the list, and to the button in one: what has the focus is to be seen.
+    MoveToCell,
+    PickButton,
     StartWithoutPreferences,
     StartAfterCrash,
     /// Scan, find, switch one off, OK.

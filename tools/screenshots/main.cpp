@@ -5,6 +5,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ fs::path PathOf(const QString& text)
     return fs::path(text.toStdU16String());
 }
 
+const QString platformVariable = QStringLiteral("QT_QPA_PLATFORM"), offscreen = QStringLiteral("offscreen");
+
 /// In a process of its own: --play NAME STAGE FOLDER.
 int PlayScene(const std::vector<QString>& arguments)
 {
@@ -42,6 +45,9 @@ bool StartPlaying(const std::string& name, const QString& stage, const QString& 
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromStdString(FindScene(name).scale));
+    if (environment.value(platformVariable) == offscreen)
+        environment.insert(platformVariable, offscreen + QStringLiteral(":configfile=") + stage +
+                                                 QStringLiteral("/screen.json"));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(QCoreApplication::applicationFilePath(),
@@ -80,6 +86,9 @@ int TakePictures(const std::vector<QString>& arguments)
     for (const std::string& name : names)
         needsScan = needsScan || FindScene(name).content == Content::Plugins;
     Stage(PathOf(stage.path())).Build(needsScan);
+    // The offscreen platform's own screen is smaller than the manager's window.
+    std::ofstream(PathOf(stage.path()) / "screen.json")
+        << R"({"screens": [{"name": "large", "x": 0, "y": 0, "width": 2560, "height": 1440}]})";
     bool fine = true;
     for (const std::string& name : names)
         fine = StartPlaying(name, stage.path(), folder) && fine;

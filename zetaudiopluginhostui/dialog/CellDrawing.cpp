@@ -1,11 +1,31 @@
 #include "dialog/CellDrawing.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/skins/Skins.h>
 
 namespace zetaudiopluginhostui {
 
 namespace pixmill = zetui::pixmill;
+
+namespace {
+
+/// Around a text of this width in a cell, whose part up to `room` is free for it.
+void DrawFailureSurface(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, float textWidth,
+                        float room)
+{
+    const bool isV7 = zetui::skins::IsRunningV7OrBeyond();
+    const float beside = isV7 ? 4 : 2, aboveAndBelow = isV7 ? 4 : 3;
+    const float left = GetCellTextPadding() - beside;
+    const float right = std::min(GetCellTextPadding() + std::ceil(textWidth) + beside, room - 1);
+    context.FillRoundedRect(
+        {cell.left + left, cell.top + aboveAndBelow, right - left, cell.height - 2 * aboveAndBelow},
+        zetui::skins::utilities::GetCornerRadius(), zetui::skins::utilities::GetFailureSurfaceColor());
+}
+
+} // namespace
 
 float GetCellTextPadding()
 {
@@ -20,21 +40,33 @@ pixmill::Font GetCellFont()
     return {pixmill::ValidateFontName(zetui::ui::GetFontName(0)), zetui::ui::GetFontSize(0)};
 }
 
-void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell,
-                  const std::wstring& text, pixmill::TextTruncation truncation, bool enabled)
+float GetCellTextRoom(float cellWidth, std::optional<float> end)
+{
+    const float padding = GetCellTextPadding();
+    const float room = cellWidth - 2 * padding;
+    return end ? std::min(room, *end - padding) : room;
+}
+
+std::wstring ShownCellText(const CellText& text, float cellWidth)
+{
+    return pixmill::TruncateString(GetCellFont(), text.text, text.truncation,
+                                   GetCellTextRoom(cellWidth, text.end));
+}
+
+void DrawCellText(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, const CellText& text)
 {
     namespace colors = zetui::skins::utilities;
-    if (text.empty())
+    const std::wstring shown = ShownCellText(text, cell.width);
+    if (shown.empty())
         return;
     const pixmill::Pixmill::Clip clip(context, cell);
     const float padding = GetCellTextPadding();
     const pixmill::Font font = GetCellFont();
-    // A fitted column has room for its widest text and the padding on one side: such a text stays whole.
-    const bool fits = pixmill::GetTextWidth(font, text) <= cell.width - padding;
-    const std::wstring shown =
-        fits ? text : pixmill::TruncateString(font, text, truncation, cell.width - 2 * padding);
+    if (text.failure && text.enabled)
+        DrawFailureSurface(context, cell, pixmill::GetTextWidth(font, shown),
+                           std::min(cell.width, text.end.value_or(cell.width)));
     context.DrawText(shown, font,
-                     enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
+                     text.enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
                      cell.left + padding, cell.top + pixmill::GetFontBaseline(font, cell.height));
 }
 

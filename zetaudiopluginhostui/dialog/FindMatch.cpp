@@ -1,6 +1,7 @@
 #include "dialog/FindMatch.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <type_traits>
 
 #include "dialog/PluginListText.h"
 
@@ -8,34 +9,61 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
-constexpr wchar_t Fold(wchar_t unit)
+/// Between texts; a byte that none of them has, so that nothing is found across it.
+constexpr char separator = '\xFF';
+
+/// One byte for ASCII, else as UTF-8 does it, for whatever unit, valid or not: a short text is what makes the
+/// search fast.
+void AppendFolded(std::wstring_view text, std::string& folded)
 {
-    return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
+    for (const wchar_t character : text) {
+        const auto unit = static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<wchar_t>>(character));
+        if (unit < 0x80) {
+            const bool isCapital = unit >= 'A' && unit <= 'Z';
+            folded.push_back(static_cast<char>(isCapital ? unit - 'A' + 'a' : unit));
+            continue;
+        }
+        unsigned more = 1;
+        while (more < 5 && unit >> (5 * more + 6) != 0)
+            ++more;
+        folded.push_back(static_cast<char>((0xFFU << (6 - more)) | (unit >> (6 * more))));
+        while (more-- > 0)
+            folded.push_back(static_cast<char>(0x80U | (unit >> (6 * more) & 0x3FU)));
+    }
 }
 
 } // namespace
 
-FindMatch::FindMatch(std::wstring_view findText) : folded(findText)
+FindMatch::FindMatch(std::wstring_view findText)
 {
-    std::transform(folded.begin(), folded.end(), folded.begin(), Fold);
+    AppendFolded(findText, folded);
 }
 
 bool FindMatch::OccursIn(std::wstring_view text) const
 {
-    return std::search(text.begin(), text.end(), folded.begin(), folded.end(),
-                       [](wchar_t inText, wchar_t wanted) { return Fold(inText) == wanted; }) != text.end() ||
-           folded.empty();
+    std::string foldedText;
+    AppendFolded(text, foldedText);
+    return KeepsTexts(foldedText);
 }
 
 bool FindMatch::Keeps(const PluginListEntry& entry) const
 {
-    if (folded.empty())
-        return true;
+    std::string texts;
+    AppendTexts(entry, texts);
+    return KeepsTexts(texts);
+}
+
+void FindMatch::AppendTexts(const PluginListEntry& entry, std::string& texts)
+{
     for (const unsigned column : {kColumnName, kColumnPath, kColumnVersion}) {
-        if (OccursIn(GetCellText(column, entry)))
-            return true;
+        AppendFolded(GetCellText(column, entry), texts);
+        texts.push_back(separator);
     }
-    return false;
+}
+
+bool FindMatch::KeepsTexts(std::string_view texts) const noexcept
+{
+    return texts.find(folded) != std::string_view::npos;
 }
 
 } // namespace zetaudiopluginhostui

@@ -33,9 +33,32 @@ TEST(FindMatch, FoldsTheLettersAToZOnBothSidesAndNothingElse)
                              {L"\u0416", L"\u0436", false},
                              {L"[", L"{", false},
                              {L"@", L"`", false},
-                             {L"1.0", L"1.0.2", true}}) {
+                             {L"1.0", L"1.0.2", true},
+                             {L"\u65e5\u672c", L"\u4eca\u65e5\u672c\u8a9e", true},
+                             {L"\u672c\u65e5", L"\u65e5\u672c", false},
+                             {L"\U0001f3b9", L"a\U0001f3b9b", true},
+                             {L"\U0001f3b9", L"\U0001f3b8", false}}) {
         EXPECT_EQ(FindMatch(each.find).OccursIn(each.text), each.occurs) << each.find << L" in " << each.text;
     }
+}
+
+TEST(FindMatch, UnitsThatAreNoTextEqualThemselvesOnly)
+{
+    const std::wstring stray{L'a', static_cast<wchar_t>(0xDC80)};
+    const std::wstring other{L'a', static_cast<wchar_t>(0xDC81)};
+    const std::wstring last{static_cast<wchar_t>(-1)};
+    EXPECT_TRUE(FindMatch(stray).OccursIn(L"b" + stray));
+    EXPECT_FALSE(FindMatch(stray).OccursIn(other));
+    EXPECT_TRUE(FindMatch(last).OccursIn(stray + last));
+    EXPECT_FALSE(FindMatch(last).OccursIn(stray));
+}
+
+TEST(FindMatch, FindsNothingAcrossTwoTexts)
+{
+    const PluginLocator locator(TechnologyType::VST, L"/folder/file.so");
+    const auto info = std::make_shared<zetaudiofilterhost::PluginModuleInfo>(locator);
+    info->SetName(L"Reverb");
+    EXPECT_FALSE(FindMatch(L"Reverb/folder").Keeps({locator, info}));
 }
 
 TEST(FindMatch, LooksIntoNamePathAndVersionButNotIntoTypeAndStatus)

@@ -141,6 +141,8 @@ void PluginManagerDialog::SetUpFolderList()
         [this](const RowPtr& row, int /*cellIndex*/) { return GetFolder(row.get()); });
     directoryList->UI_SetAccessibleName(
         Localizer::Get().LocalizeWide("$$$/PluginManager/Dialog/VSTPluginFolders=VST Plug-In Folders:"));
+    directoryList->SetEmptyText(Localizer::Get().LocalizeWide(
+        "$$$/AudioPluginManager/NoFolders=No folders. Add those that hold your plug-ins."));
     directoryList->SetNumberOfColumns(1);
     constexpr float roomAtTheRight = 12;
     directoryList->SetColumnWidth(0, directoryList->GetContentViewWidth() - roomAtTheRight);
@@ -192,6 +194,10 @@ void PluginManagerDialog::AppendPluginColumns()
         header->AppendColumn(Localizer::Get().LocalizeWide(column.titleKey), column.id);
     for (const PluginColumnSpec& column : PluginColumns())
         header->SetColumnWidth(column.id, column.width);
+    header->SetLastColumnTakesFreeWidth(true);
+    // The widgets of a row are in the cells of these.
+    header->SetColumnKeepsPlace(kColumnEnabled, true);
+    header->SetColumnKeepsPlace(kColumnStatus, true);
 }
 
 void PluginManagerDialog::SetPluginListCallbacks()

@@ -18,6 +18,7 @@
 
 #include "dialog/BoxView.h"
 #include "dialog/FindShortcut.h"
+#include "dialog/PluginListContent.h"
 #include "dialog/PluginListEntry.h"
 #include "dialog/PluginMultiColumnTree.h"
 
@@ -67,10 +68,12 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void SetUpFindBox();
     void ReflowWithoutSeparateProcess();
     void SetUpPluginCommands();
+    void LeadLabelToFindBox();
 
     // The plug-in list.
     void PopulatePluginList(bool resizeColumns, bool scrollToTop);
-    void AppendPluginRow(PluginListEntry entry);
+    /// The same with what was read before.
+    void FillPluginList(bool resizeColumns, bool scrollToTop);
     void FitPluginColumns();
     void SetAllPluginsEnabled(bool enabled);
     const PluginListEntry* FindEntry(const Row* row) const;
@@ -118,7 +121,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     zetcore::signals::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
     /// By row, as long as the row is in its list.
     std::map<const Row*, std::wstring> folderOfRow;
-    std::map<const Row*, PluginListEntry> entryOfRow;
+    PluginListContent plugins;
     /// Visible rows only.
     std::map<const Row*, Ptr<Checkbox>> checkboxOfRow;
     std::map<const Row*, Ptr<Button>> reloadButtonOfRow;

@@ -1,7 +1,7 @@
 // What a screen reader finds in the manager dialog.
 #include <QAccessible>
 #include <QTableView>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
@@ -53,6 +53,67 @@ TEST_F(DialogAccessibility, TheListTellsItsTitlesItsCellsAndItsCheckboxes)
     EXPECT_FALSE(Accessible(WidgetOf(*CheckboxOf(L"Delay"))).state().checked);
     EXPECT_TRUE(Accessible(WidgetOf(*CheckboxOf(L"bad.so"))).state().disabled);
     EXPECT_EQ(Accessible(WidgetOf(*ReloadButtonOf(L"bad.so"))).role(), QAccessible::Button);
+}
+
+TEST_F(DialogAccessibility, TitlesAndCellsHaveTheirRolesAndStates)
+{
+    AddPlugin(L"Chorus", L"/a/1.so");
+    AddPlugin(L"Delay", L"/a/2.so")->SetEnabled(false);
+    Ban(L"/a/bad.so", "It divided by zero.");
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
+    OpenDialog();
+    QAccessibleInterface& list = Accessible(WidgetOf(PluginList()));
+    std::vector<std::string> titles;
+    for (int child = 0; child < list.childCount(); ++child) {
+        if (list.child(child)->role() == QAccessible::ColumnHeader)
+            titles.push_back(Name(*list.child(child)));
+    }
+    EXPECT_THAT(titles, ::testing::ElementsAre("Enabled", "Name", "Type", "Status", "Version", "Path"));
+    QAccessibleTableInterface& table = *list.tableInterface();
+    EXPECT_EQ(table.cellAt(0, 1)->role(), QAccessible::Cell);
+    EXPECT_EQ(table.rowDescription(1), "Delay");
+    EXPECT_TRUE(table.cellAt(0, 0)->state().checked);
+    EXPECT_FALSE(table.cellAt(1, 0)->state().checked);
+    EXPECT_FALSE(table.cellAt(2, 0)->state().checked);
+    EXPECT_NE(table.cellAt(2, 3)->text(QAccessible::Description).indexOf("It divided by zero."), -1);
+    EXPECT_FALSE(table.cellAt(1, 1)->state().selected);
+    PluginList().SelectRow(RowOf(L"Delay").get(), true);
+    EXPECT_TRUE(table.cellAt(1, 1)->state().selected);
+
+    QAccessibleTableInterface& folders = *Accessible(WidgetOf(FolderList())).tableInterface();
+    ASSERT_EQ(folders.rowCount(), 1);
+    EXPECT_EQ(folders.cellAt(0, 0)->role(), QAccessible::Cell);
+    EXPECT_EQ(Name(*folders.cellAt(0, 0)), "/first");
+}
+
+TEST_F(DialogAccessibility, ControlsHaveTheirRolesAndStates)
+{
+    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+        zetui::skins::SetSkin(skin);
+        settings = {};
+        OpenDialog();
+        const auto control = [this](const char* id) -> QAccessibleInterface& {
+            return Accessible(WidgetOf(Node<zetui::ui::UI_Node>(id)));
+        };
+        for (const char* const id : {ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton,
+                                     ids::kAddDirectoryButton, ids::kRemoveDirectoryButton,
+                                     ids::kDefaultDirectoriesButton, ids::kOKButton, ids::kCancelButton})
+            EXPECT_EQ(control(id).role(), QAccessible::Button) << id;
+        EXPECT_TRUE(control(ids::kRemoveDirectoryButton).state().disabled);
+        EXPECT_TRUE(control(ids::kEnableAllButton).state().disabled) << "there is no plug-in";
+        EXPECT_FALSE(control(ids::kUpdateButton).state().disabled);
+        EXPECT_TRUE(control(ids::kUpdateButton).state().focusable);
+        EXPECT_EQ(control(ids::kRescanExisting).role(), QAccessible::CheckBox);
+        EXPECT_FALSE(control(ids::kRescanExisting).state().checked);
+        PressAt(Node<zetui::ui::UI_Node>(ids::kRescanExisting), 7, 7);
+        EXPECT_TRUE(control(ids::kRescanExisting).state().checked);
+        EXPECT_TRUE(control(ids::kSeparateProcess).state().invisible);
+        EXPECT_EQ(control(ids::kFindTextEdit).role(), QAccessible::EditableText);
+        EXPECT_EQ(control(ids::kPluginList).role(), QAccessible::Table);
+        EXPECT_EQ(Name(control(ids::kPluginList)), "Available Plug-Ins:");
+        EXPECT_EQ(Name(control(ids::kDirectoryList)), "VST Plug-In Folders:");
+        CloseDialog();
+    }
 }
 
 TEST_F(DialogAccessibility, EveryControlHasAName)

@@ -52,8 +52,7 @@ void PluginManagerDialog::DrawFolderCell(zetui::pixmill::Pixmill* context, const
         return;
     if (!context)
         zetcore::utility::DoThrowNullPtrException("Pixmill");
-    DrawCellText(*context, cell, folder->second, zetui::pixmill::TextTruncation::End,
-                 directoryList->UI_IsEnabled());
+    DrawCellText(*context, cell, {.text = folder->second, .enabled = directoryList->UI_IsEnabled()});
 }
 
 std::wstring PluginManagerDialog::GetFolder(const Row* row) const

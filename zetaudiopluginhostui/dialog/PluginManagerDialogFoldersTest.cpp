@@ -53,6 +53,7 @@ TEST_F(FolderCommands, CancellingTheChooserChangesNothing)
     OpenDialog();
     Press(ids::kAddDirectoryButton);
     EXPECT_THAT(shown->choosers, ElementsAre(L"Choose a Plug-In Folder:"));
+    EXPECT_TRUE(WereShownForTheDialog(1));
     EXPECT_THAT(Folders(), ElementsAre(L"/first"));
     EXPECT_THAT(VstFolders(), ElementsAre(L"/first"));
     EXPECT_TRUE(shown->alerts.empty());
@@ -91,7 +92,12 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
     ClickFolder(0);
     EXPECT_TRUE(CanRemove());
     ClickFolder(2, Qt::ControlModifier);
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+            [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(changes, 1) << "both at once";
     EXPECT_THAT(Folders(), ElementsAre(L"/two"));
     EXPECT_THAT(VstFolders(), ElementsAre(L"/two"));
     EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
@@ -107,6 +113,28 @@ TEST_F(FolderCommands, AClickBelowTheRowsDeselectsThemAndDisablesRemove)
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(20, view.viewport()->height() - 2));
     HandleEvents();
     EXPECT_FALSE(CanRemove());
+}
+
+TEST_F(FolderCommands, AClickWithControlDeselectsTheLastRowAndSpaceDoesNotSelectItAgain)
+{
+    AddFolders({L"/one"});
+    OpenDialog();
+    ClickFolder(0);
+    ClickFolder(0, Qt::ControlModifier);
+    EXPECT_FALSE(CanRemove());
+    WidgetOf(FolderList()).setFocus();
+    QTest::keyClick(&WidgetOf(FolderList()), Qt::Key_Space);
+    EXPECT_FALSE(CanRemove()) << "only arrow keys select";
+    QTest::keyClick(&WidgetOf(FolderList()), Qt::Key_Down);
+    EXPECT_TRUE(CanRemove());
+}
+
+TEST_F(FolderCommands, TheOnlyColumnLeavesRoomAtItsRight)
+{
+    OpenDialog();
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    EXPECT_EQ(view.model()->columnCount(), 1);
+    EXPECT_EQ(view.columnWidth(0), view.viewport()->width() - 12);
 }
 
 TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
@@ -126,6 +154,7 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     EXPECT_EQ(question.buttonSet, 80);
     EXPECT_EQ(question.defaultButton, 64);
     EXPECT_EQ(question.icon, 2);
+    EXPECT_TRUE(WereShownForTheDialog(1));
 
     shown->answer = 16;
     Press(ids::kDefaultDirectoriesButton);

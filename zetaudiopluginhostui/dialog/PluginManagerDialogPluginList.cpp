@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <utility>
 
-#include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/config/ThrowError.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/pixmill/Pixmill.h>
@@ -21,38 +21,17 @@ namespace zetaudiopluginhostui {
 namespace controls = zetui::controls;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
+using zetcore::config::Localizer;
 using zetui::utility::MakeIntrusive;
 
 void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTop)
 {
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    const bool synthsEnabled =
-        zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->AreSynthsEnabled();
     if (pluginList) {
-        const controls::ScDeferLayoutForOpenAndCloseRow deferredLayout(pluginList.get());
-        pluginList->RemoveAllRows();
-        entryOfRow.clear();
-        checkboxOfRow.clear();
-        reloadButtonOfRow.clear();
-        const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
-        for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
-            if (!*info || (!(*info)->HasAnyNonSynthEffect() && !synthsEnabled))
-                continue;
-            PluginListEntry entry{(*info)->GetLocator(), *info};
-            if (find.Keeps(entry))
-                AppendPluginRow(std::move(entry));
-        }
-        const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-        for (auto locator = banned.BannedBegin(); locator != banned.BannedEnd(); ++locator) {
-            PluginListEntry entry{*locator, nullptr};
-            if (find.Keeps(entry))
-                AppendPluginRow(std::move(entry));
-        }
-        if (resizeColumns)
-            FitPluginColumns();
-        if (scrollToTop)
-            pluginList->ScrollToTop(true);
+        plugins.Update();
+        pluginList->ForgetSortedPlaces();
+        FillPluginList(resizeColumns, scrollToTop);
     }
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     const bool registryEmpty = registry.PluginInfoBegin() == registry.PluginInfoEnd();
     if (enableAllButton)
         enableAllButton->UI_SetDisabled(registryEmpty);
@@ -60,11 +39,23 @@ void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTo
         disableAllButton->UI_SetDisabled(registryEmpty);
 }
 
-void PluginManagerDialog::AppendPluginRow(PluginListEntry entry)
+void PluginManagerDialog::FillPluginList(bool resizeColumns, bool scrollToTop)
 {
-    const auto row = MakeIntrusive<Row>(true);
-    entryOfRow.emplace(row.get(), std::move(entry));
-    pluginList->AppendRow(row, nullptr, true);
+    const controls::ScDeferLayoutForOpenAndCloseRow deferredLayout(pluginList.get());
+    pluginList->RemoveAllRows();
+    checkboxOfRow.clear();
+    reloadButtonOfRow.clear();
+    const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
+    for (const PluginListContent::RowPtr& row : plugins.Find(find))
+        pluginList->AppendRow(row, nullptr, true);
+    pluginList->SetEmptyText(Localizer::Get().LocalizeWide(
+        find.KeepsAll()
+            ? "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders."
+            : "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."));
+    if (resizeColumns)
+        FitPluginColumns();
+    if (scrollToTop)
+        pluginList->ScrollToTop(true);
 }
 
 void PluginManagerDialog::FitPluginColumns()
@@ -86,8 +77,9 @@ void PluginManagerDialog::SetAllPluginsEnabled(bool enabled)
 
 const PluginListEntry* PluginManagerDialog::FindEntry(const Row* row) const
 {
-    const auto found = entryOfRow.find(row);
-    return found == entryOfRow.end() ? nullptr : &found->second;
+    // All rows of this list are of that class.
+    return row && row->GetTree() == pluginList.get() ? &static_cast<const PluginListRow*>(row)->Entry()
+                                                     : nullptr;
 }
 
 unsigned PluginManagerDialog::GetColumnOfCell(int cellIndex) const
@@ -142,9 +134,17 @@ void PluginManagerDialog::DrawCellOfRow(zetui::pixmill::Pixmill* context, const 
     if (!context)
         zetcore::utility::DoThrowNullPtrException("Pixmill");
     constexpr int cellShortenedInTheMiddle = 2;
-    DrawCellText(*context, cell, GetCellText(GetColumnOfCell(cellIndex), *entry),
-                 cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
-                 pluginList->UI_IsEnabled());
+    const unsigned column = GetColumnOfCell(cellIndex);
+    CellText text{.text = GetCellText(column, *entry),
+                  .truncation =
+                      cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
+                  .enabled = pluginList->UI_IsEnabled(),
+                  .failure = column == kColumnStatus && !entry->info};
+    // The button in the cell covers what is below it.
+    if (const auto button = reloadButtonOfRow.find(row.get());
+        cellIndex == kStatusCell && button != reloadButtonOfRow.end())
+        text.end = button->second->UI_GetLocalRectF(true).left;
+    DrawCellText(*context, cell, text);
 }
 
 float PluginManagerDialog::GetColumnBestFitWidth(unsigned column) const
@@ -157,8 +157,11 @@ float PluginManagerDialog::GetColumnBestFitWidth(unsigned column) const
     const zetui::pixmill::Font font = GetCellFont();
     float widest = 0;
     std::wstring measured;
-    for (const auto& [row, entry] : entryOfRow) {
-        std::wstring text = GetCellText(column, entry);
+    for (const PluginListContent::RowPtr& row : plugins.Rows()) {
+        const PluginListEntry* const entry = FindEntry(row.get());
+        if (!entry)
+            continue;
+        std::wstring text = GetCellText(column, *entry);
         // Many rows have the same text; measuring is what takes the time.
         if (widest > 0 && text == measured)
             continue;
@@ -190,8 +193,10 @@ void PluginManagerDialog::OnEnableCheckboxChanged(ButtonChanged* message)
     if (found == checkboxOfRow.end())
         return;
     const PluginListEntry* const entry = FindEntry(found->first);
-    if (entry && entry->info)
-        entry->info->SetEnabled(checkbox->IsChecked());
+    if (!entry || !entry->info)
+        return;
+    entry->info->SetEnabled(checkbox->IsChecked());
+    pluginList->ForgetSortedPlaces();
 }
 
 /// The list is filled again by what changes it: a scan raises this signal before its end.
@@ -226,7 +231,10 @@ void PluginManagerDialog::ApplyFindText()
     if (text == findText)
         return;
     findText = std::move(text);
-    PopulatePluginList(false, true);
+    if (pluginList && plugins.IsCurrent())
+        FillPluginList(false, true);
+    else
+        PopulatePluginList(false, true);
 }
 
 } // namespace zetaudiopluginhostui

@@ -3,8 +3,6 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -36,14 +34,6 @@ class PluginListView : public DialogFixture
         QTest::mouseMove(header.viewport(), edge);
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, edge);
         QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, edge);
-        HandleEvents();
-    }
-    void EnterIntoFindBox(const QString& text) const
-    {
-        FindBox().setFocus();
-        QInputMethodEvent event;
-        event.setCommitString(text);
-        QApplication::sendEvent(&FindBox(), &event);
         HandleEvents();
     }
     bool IsEnabled(const char* id) const { return Node<UI_Node>(id).UI_IsEnabled(); }
@@ -92,6 +82,25 @@ TEST_F(PluginListView, FitsColumnsToTheirWidestTextsAndTheReloadButton)
     EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
 }
 
+using PluginListViewV7 = V7DialogFixture;
+
+TEST_F(PluginListViewV7, FitsColumnsWithTheDistancesOfTheSkin)
+{
+    const std::wstring name = L"A plug-in whose name is far wider than the column would be otherwise";
+    AddPlugin(name, L"/a/1.so");
+    Ban(L"/a/3.so");
+    const auto textWidth = [](const std::wstring& text) {
+        return std::trunc(zetui::pixmill::GetTextWidth(GetCellFont(), text));
+    };
+    OpenDialog();
+    const float padding = zetui::controls::UI_MultiColumnTree::GetDefaultCellPadding().second;
+    const auto& header = *PluginList().GetHeaderRow();
+    EXPECT_FLOAT_EQ(header.GetColumnWidth(kColumnName), textWidth(name) + padding + 1);
+    EXPECT_FLOAT_EQ(header.GetColumnWidth(kColumnStatus),
+                    textWidth(L"Not Working") + padding + 1 +
+                        ReloadButtonOf(L"3.so")->UI_GetLocalRectF(true).width + 12);
+}
+
 TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPluginAlways)
 {
     const auto both = AddPlugin(L"Both", L"/a/both.so");
@@ -108,36 +117,6 @@ TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPlugi
     EXPECT_THAT(Names(), ElementsAre(L"Both", L"bad.so"));
     TypeIntoFindBox("both");
     EXPECT_THAT(Names(), ElementsAre(L"Both"));
-}
-
-TEST_F(PluginListView, FindTextIsFoundInNamePathAndVersionWhateverTheCaseOfItsLatinLetters)
-{
-    AddPlugin(L"One", L"/plugins/VST3/one.so");
-    AddPlugin(L"Two", L"/plugins/other/two.so", L"7.5");
-    Ban(L"/plugins/vst2/bad.so");
-    OpenDialog();
-    TypeIntoFindBox("vst");
-    EXPECT_THAT(Names(), ElementsAre(L"One", L"bad.so"));
-    FindBox().clear();
-    TypeIntoFindBox("TWO");
-    EXPECT_THAT(Names(), ElementsAre(L"Two"));
-    FindBox().clear();
-    TypeIntoFindBox("7.5");
-    EXPECT_THAT(Names(), ElementsAre(L"Two"));
-    FindBox().clear();
-    TypeIntoFindBox("-");
-    EXPECT_THAT(Names(), ElementsAre(L"bad.so")) << "the version of a banned plug-in";
-    TypeIntoFindBox("x");
-    EXPECT_THAT(Names(), IsEmpty());
-}
-
-TEST_F(PluginListView, AnAccentedCapitalInTheFindTextMatchesOnlyItself)
-{
-    AddPlugin(L"\u00c9cho", L"/a/1.so");
-    AddPlugin(L"\u00e9cho", L"/a/2.so");
-    OpenDialog();
-    EnterIntoFindBox(QString::fromStdWString(L"\u00c9CH"));
-    EXPECT_THAT(Names(), ElementsAre(L"\u00c9cho"));
 }
 
 TEST_F(PluginListView, ABannedRowSaysSoAndSortsWithTheDisabledOnes)
@@ -225,43 +204,6 @@ TEST_F(PluginListView, DisableAllAndEnableAllReachThePluginsThatTheListDoesNotSh
     EXPECT_TRUE(CheckboxOf(L"One")->IsChecked());
 }
 
-TEST_F(PluginListView, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    auto row = RowOf(L"One");
-    const auto wasFilledAgain = [&] {
-        const auto now = RowOf(L"One");
-        return std::exchange(row, now) != now;
-    };
-    TypeIntoFindBox("o");
-    EXPECT_TRUE(wasFilledAgain());
-    QTest::keyClick(&FindBox(), Qt::Key_Backspace);
-    EXPECT_TRUE(wasFilledAgain());
-    QTest::keyClick(&FindBox(), Qt::Key_Left);
-    EXPECT_FALSE(wasFilledAgain());
-    WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain()) << "leaving the box commits the text that is there already";
-    TypeIntoFindBox("on");
-    EXPECT_TRUE(wasFilledAgain());
-    WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain());
-    TheRegistry().GetPluginInfosChangedSignal()();
-    EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
-}
-
-TEST_F(PluginListView, AFillByTheFindTextGoesToTheTopAndOneByEnableAllStays)
-{
-    AddManyPlugins(100);
-    OpenDialog();
-    PluginList().ScrollToRow(PluginList().GetRowAt(99).get());
-    HandleEvents();
-    Press(ids::kDisableAllButton);
-    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(99).get()));
-    TypeIntoFindBox("plugin");
-    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
-}
-
 TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
 {
     AddPlugin(L"One", L"/a/1.so");
@@ -272,22 +214,61 @@ TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
     EXPECT_EQ(Width(kColumnName), 333);
 }
 
-TEST_F(PluginListView, TheColumnsSortTheirOwnTextsAlsoWhenMoved)
+TEST_F(PluginListView, TheColumnsKeepTheirTextsAndTheirOrderWhenMoved)
 {
     AddPlugin(L"B", L"/a/1.so", L"2.10");
     AddPlugin(L"a", L"/b/2.so", L"2.9");
     OpenDialog();
-    PluginList().GetHeaderRow()->MoveColumn(kColumnPath, 1);
+    const auto upperB = PluginList().GetRowAt(0);
+    const auto lowerA = PluginList().GetRowAt(1);
+    PluginList().GetHeaderRow()->MoveColumn(kColumnName, 2);
+    PluginList().GetHeaderRow()->MoveColumn(kColumnPath, 4);
     PluginList().GetHeaderRow()->SetSortDirection(true);
-    const auto sortedBy = [this](unsigned column) {
+    const auto firstBy = [this](unsigned column) {
         PluginList().GetHeaderRow()->SetSortColumn(column);
         PluginList().SortTree();
         return PluginList().GetRowAt(0);
     };
-    const auto first = sortedBy(kColumnPath);
-    EXPECT_NE(sortedBy(kColumnName), first);
-    EXPECT_NE(sortedBy(kColumnVersion), first);
-    EXPECT_EQ(sortedBy(kColumnPath), first);
+    EXPECT_EQ(firstBy(kColumnName), lowerA) << "case apart";
+    EXPECT_EQ(firstBy(kColumnPath), upperB);
+    EXPECT_EQ(firstBy(kColumnVersion), lowerA) << "numbers by their value";
+    EXPECT_EQ(firstBy(kColumnType), upperB) << "equal ones stay as they were filled in";
+    EXPECT_THAT(ColumnTexts(kColumnName), ElementsAre(L"B", L"a"));
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/1.so", L"/b/2.so"));
+    EXPECT_THAT(ColumnTexts(kColumnVersion), ElementsAre(L"2.10", L"2.9"));
+}
+
+TEST_F(PluginListView, OnlyOneRowIsSelectedAndAClickBelowTheRowsOrWithControlDeselectsIt)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"One", kColumnName));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"Two", kColumnName));
+    HandleEvents();
+    EXPECT_THAT(PluginList().GetSelectedRows(), ElementsAre(RowOf(L"Two")));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, QPoint(200, Viewport().height() - 2));
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"Two", kColumnName));
+    ASSERT_TRUE(PluginList().IsAnyRowSelected());
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"Two", kColumnName));
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+}
+
+TEST_F(PluginListView, OnlyArrowKeysSelectARow)
+{
+    const auto info = AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    QWidget& list = WidgetOf(PluginList());
+    list.setFocus();
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, {}, CellOf(L"One", kColumnName));
+    QTest::mouseClick(&Viewport(), Qt::LeftButton, Qt::ControlModifier, CellOf(L"One", kColumnName));
+    ASSERT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_FALSE(PluginList().IsAnyRowSelected());
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_TRUE(PluginList().IsAnyRowSelected());
+    EXPECT_TRUE(info->IsEnabled());
 }
 
 TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)

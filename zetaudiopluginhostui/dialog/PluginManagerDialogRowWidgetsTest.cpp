@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include <QCheckBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -30,6 +31,10 @@ TEST_F(RowWidgets, ABannedRowHasADisabledUncheckedCheckboxAndAReloadButtonAtTheR
     EXPECT_EQ(button->GetText(), L"Reload");
     const auto frame = button->UI_GetLocalRectF(true);
     EXPECT_FLOAT_EQ(frame.left + frame.width, PluginList().GetHeaderRow()->GetColumnWidth(kColumnStatus));
+    const auto recommended = zetui::controls::UI_TextButton::UI_GetRecommendedSize(
+        nullptr, L"Reload", zetui::controls::UI_ControlView::DefaultTextSize(),
+        zetui::controls::ButtonComponents(1, false));
+    EXPECT_FLOAT_EQ(frame.width, recommended.first);
     EXPECT_FLOAT_EQ(frame.height, 17);
     EXPECT_FLOAT_EQ(frame.top, std::ceil((PluginList().GetRowHeight() - 17) / 2));
     EXPECT_TRUE(WidgetOf(*button).isVisible());
@@ -91,6 +96,21 @@ TEST_F(RowWidgets, ScrollingARowAwayAndBackMakesFreshWidgetsThatShowTheRecordAsI
     ASSERT_TRUE(after);
     EXPECT_NE(after.get(), before.get());
     EXPECT_FALSE(after->IsChecked());
+}
+
+TEST_F(RowWidgets, TheWidgetsOfARowThatIsScrolledAwayAreDeleted)
+{
+    Ban(L"/a/0 bad.so");
+    AddManyPlugins(200);
+    settings.sortColumn = kColumnName;
+    settings.sortAscending = true;
+    OpenDialog();
+    const QPointer<QWidget> checkbox = &WidgetOf(*CheckboxOf(L"0 bad.so"));
+    const QPointer<QWidget> button = &WidgetOf(*ReloadButtonOf(L"0 bad.so"));
+    PluginList().ScrollToRow(PluginList().GetRowAt(200).get());
+    HandleEvents();
+    EXPECT_FALSE(checkbox);
+    EXPECT_FALSE(button);
 }
 
 TEST_F(RowWidgets, WidgetsExistForVisibleRowsOnly)

@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 #include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
+#include <zetcore/string/Utf.h>
 #include <zettesting/TestPlugins.h>
 
 #include "dialog/PluginListText.h"
@@ -65,6 +67,7 @@ TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
     PluginList().ScrollToRow(PluginList().GetRowAt(59).get());
     Press(ids::kUpdateButton);
     EXPECT_EQ(shown->progressDialogs, 1);
+    EXPECT_TRUE(WereShownForTheDialog(1));
     ASSERT_EQ(PluginList().GetRowCount(), 1) << "those that were not there have gone";
     EXPECT_EQ(Names().front(), NameOfOnlyPlugin());
     EXPECT_NE(Width(kColumnName), 333);
@@ -105,18 +108,88 @@ TEST_F(DialogScans, APluginThatCrashesTheScannerIsListedAsBannedAndTheOthersWork
     EXPECT_NE(tooltip, "");
 }
 
-TEST_F(DialogScans, ScansInThisProcessWhenASeparateOneIsNotChosen)
+TEST_F(DialogScans, ScansAndReloadsInThisProcessWhenASeparateOneIsNotChosen)
 {
     zetcore::debug::DebugDatabase::Instance().SetEntry("AudioPluginManager.ShowExternalCheckBox", "true");
-    Copy("good/vst2_effect", "effect");
-    zetcore::filesupport::Dir noScannerHere(ToWide(folder / "nowhere"));
+    const std::wstring path = Copy("good/vst2_effect", "effect");
+    // Where there is no scanner.
+    zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
     OpenDialog();
+    Press(ids::kUpdateButton);
+    ASSERT_EQ(PluginList().GetRowCount(), 0);
     PressAt(Node<UI_Node>(ids::kSeparateProcess), 7, 7);
     ASSERT_FALSE(Node<UI_Checkbox>(ids::kSeparateProcess).IsChecked());
     Press(ids::kUpdateButton);
     EXPECT_EQ(PluginList().GetRowCount(), 1);
-    EXPECT_TRUE(std::filesystem::exists(prefs));
-    EXPECT_FALSE(std::filesystem::exists(prefs / "scan-logs")) << "what the scanner would have left";
+    CloseDialog();
+    Ban(path);
+    OpenDialog();
+    PressAt(Node<UI_Node>(ids::kSeparateProcess), 7, 7);
+    Press(*ReloadButtonOf(Names().front()));
+    EXPECT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working"));
+}
+
+TEST_F(DialogScans, TheScannerIsToldBothFeatureSwitches)
+{
+    const std::filesystem::path scripts = folder / "scripts";
+    std::filesystem::create_directory(scripts);
+    const zettesting::ScopedEnvironment scriptFolder("ZET_FAKE_SCANNER", scripts.string());
+    zetcore::filesupport::commondirs::SetExecutableDir(zetcore::string::UTF8to16(ZET_FAKE_SCANNER_FOLDER));
+    const std::wstring path = Copy("good/vst2_effect", "effect");
+    Ban(path);
+    OpenDialog();
+    const std::wstring row = Names().front();
+    for (int launch = 1; launch <= 3; ++launch) {
+        zettesting::WriteAll(scripts / ("script." + std::to_string(launch)),
+                             "listen\nok\nok\nreply {\"value\":{\"locator\":\"\",\"subcomponent\":\"\","
+                             "\"progress\":0,\"total\":0,\"continue\":false}}\n");
+        if (launch == 2)
+            zetcore::debug::DebugDatabase::Instance().SetEntry(
+                "zetaudiofilterhost.EnableWavesVST2ShellSkipping", "false");
+        if (launch == 3)
+            Press(*ReloadButtonOf(row));
+        else
+            Press(ids::kUpdateButton);
+        // Whether shells are not to be skipped, and whether effects are scanned quickly.
+        EXPECT_THAT(zettesting::ReadAll(scripts / ("log." + std::to_string(launch))),
+                    ::testing::HasSubstr(launch == 1 ? ",false,true]" : ",true,true]"));
+    }
+    const std::string reload = zettesting::ReadAll(scripts / "log.3");
+    EXPECT_THAT(reload,
+                ::testing::ContainsRegex("BeginScanForPlugins \\[\\[\"VST\\|[^,]*effect[^,]*\"\\]\\]"));
+}
+
+TEST_F(DialogScans, WithTheSwitchAWorkingPluginCanBeReloadedToo)
+{
+    zetcore::debug::DebugDatabase::Instance().SetEntry("AlwaysShowPlugInRescanButton", "true");
+    Copy("good/vst2_effect", "effect");
+    OpenDialog();
+    Press(ids::kUpdateButton);
+    const Info first = *TheRegistry().PluginInfoBegin();
+    first->SetEnabled(false);
+    Press(*ReloadButtonOf(NameOfOnlyPlugin()));
+    ASSERT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working"));
+    EXPECT_NE(*TheRegistry().PluginInfoBegin(), first) << "it was scanned again";
+    EXPECT_FALSE((*TheRegistry().PluginInfoBegin())->IsEnabled()) << "the user's choice stays";
+    EXPECT_FALSE(AnythingIsBanned());
+}
+
+TEST_F(DialogScans, AfterAReloadTheListStandsAtItsTop)
+{
+    const std::wstring path = Copy("good/vst2_effect", "effect");
+    for (int i = 0; i < 60; ++i)
+        Ban(L"/elsewhere/" + std::to_wstring(i) + L".so");
+    Ban(path);
+    OpenDialog();
+    const auto row =
+        RowOf(L"effect" + std::wstring(zettesting::ModuleSuffix().begin(), zettesting::ModuleSuffix().end()));
+    PluginList().ScrollToRow(PluginList().GetRowAt(60).get());
+    HandleEvents();
+    ASSERT_FALSE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
+    ASSERT_TRUE(PluginList().IsRowVisible(row.get()));
+    Press(*dynamic_cast<zetui::controls::UI_TextButton*>(row->GetCellView(kStatusCell)->GetChild(0).get()));
+    EXPECT_EQ(PluginList().GetRowCount(), 61);
+    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
 }
 
 TEST_F(DialogScans, ReloadingABannedPluginBringsItBackWithTheUsersEarlierChoice)
@@ -186,6 +259,7 @@ TEST_F(DialogScans, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
     ASSERT_EQ(shown->alerts.size(), 1u);
     EXPECT_EQ(rowsWhenTold, 0);
     EXPECT_EQ(shown->alerts.front().title, "Studio");
+    EXPECT_TRUE(WereShownForTheDialog(1));
     EXPECT_EQ(
         shown->alerts.front().message,
         "Unable to load third-party audio plug-ins. Studio is unable to access your Preferences folder. "
@@ -207,6 +281,7 @@ TEST_F(DialogScans, AReloadThatScansAndCannotSaveAlsoSaysSoOnce)
     EXPECT_EQ(shown->alerts.size(), 1u);
     EXPECT_THAT(statusWhenTold, ElementsAre(L"Working"));
     EXPECT_EQ(shown->progressDialogs, 1);
+    EXPECT_TRUE(WereShownForTheDialog(2));
 }
 
 } // namespace

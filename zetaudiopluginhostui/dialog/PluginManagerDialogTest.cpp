@@ -171,11 +171,16 @@ TEST_F(DialogAssembly, OnceItIsGoneNothingReachesItAnyMore)
     OpenDialog();
     const Ptr<UI_TextButton> scan(&Node<UI_TextButton>(ids::kUpdateButton));
     const Ptr<UI_TextButton> defaults(&Node<UI_TextButton>(ids::kDefaultDirectoriesButton));
+    const Ptr<UI_TextButton> remove(&Node<UI_TextButton>(ids::kRemoveDirectoryButton));
+    const Ptr<UI_Node> findBox(&Node<UI_Node>(ids::kFindTextEdit));
     CloseDialog();
     TheRegistry().GetPluginInfosChangedSignal()();
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/somewhere"});
     scan->Click();
     defaults->Click();
+    remove->UI_SetEnabled(true);
+    remove->Click();
+    QTest::keyClicks(&WidgetOf(*findBox), "text");
     HandleEvents();
     EXPECT_EQ(shown->progressDialogs, 0);
     EXPECT_TRUE(shown->questions.empty());

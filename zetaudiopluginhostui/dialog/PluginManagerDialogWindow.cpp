@@ -31,6 +31,21 @@ void PluginManagerDialog::UI_SizeChanged(const RectF& bounds)
         findStaticText->UI_Show(BeginsBehind(findStaticText->UI_GetLocalRectF(true), stripFrame));
     if (findTextEdit)
         findTextEdit->UI_Show(BeginsBehind(findTextEdit->UI_GetLocalRectF(true), stripFrame));
+    LeadLabelToFindBox();
+}
+
+/// The label's text stands at its right end, which is to be near the box.
+void PluginManagerDialog::LeadLabelToFindBox()
+{
+    constexpr float gap = 4;
+    if (!findStaticText || !findTextEdit)
+        return;
+    RectF label = findStaticText->UI_GetLocalRectF(true);
+    const float end = findTextEdit->UI_GetLocalRectF(true).left - gap;
+    if (end <= label.left + label.width)
+        return;
+    label.width = end - label.left;
+    findStaticText->UI_SetLocalRectF(label);
 }
 
 bool PluginManagerDialog::UI_DoPreKeyboardEvent(zetui::ui::UI_Node* target,

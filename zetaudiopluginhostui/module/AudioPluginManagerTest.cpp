@@ -1,5 +1,6 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <iostream>
 #include <type_traits>
@@ -98,14 +99,27 @@ TEST_F(FeatureSwitchesDeathTest, TheQuickEffectScanIsReadOnceAProcess)
         ::testing::ExitedWithCode(30), "");
 }
 
-TEST(AudioPluginManager, ThereIsOneInstance)
+TEST(AudioPluginManager, ThereIsOneInstanceThatHoldsNothingButItsVirtualTable)
 {
+    static_assert(sizeof(AudioPluginManager) == sizeof(void*));
+    static_assert(std::has_virtual_destructor_v<AudioPluginManager>);
+    static_assert(std::is_default_constructible_v<AudioPluginManager> &&
+                  std::is_copy_constructible_v<AudioPluginManager> &&
+                  std::is_copy_assignable_v<AudioPluginManager>);
     EXPECT_EQ(&AudioPluginManager::GetInstance(), &AudioPluginManager::GetInstance());
 }
 
 TEST(AudioPluginManagerSettings, IsAPlainRecordWithItsDefaults)
 {
     static_assert(std::is_trivially_copyable_v<AudioPluginManagerSettings>);
+    static_assert(offsetof(AudioPluginManagerSettings, rescanExisting) <
+                      offsetof(AudioPluginManagerSettings, sortColumn) &&
+                  offsetof(AudioPluginManagerSettings, sortColumn) <
+                      offsetof(AudioPluginManagerSettings, sortAscending) &&
+                  offsetof(AudioPluginManagerSettings, sortAscending) <
+                      offsetof(AudioPluginManagerSettings, hostFlag) &&
+                  offsetof(AudioPluginManagerSettings, hostFlag) <
+                      offsetof(AudioPluginManagerSettings, dialogBounds));
     const AudioPluginManagerSettings settings;
     EXPECT_FALSE(settings.rescanExisting);
     EXPECT_EQ(settings.sortColumn, 0u);

@@ -14,6 +14,7 @@
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/TestPlugins.h>
 #include <zetui/ui/Application.h>
 
 #include "testing/RecordingPresentation.h"
@@ -303,6 +304,40 @@ TEST_F(DoPluginManagerDialog, APreferencesFolderThatCannotBeWrittenIsToldOnceAnd
     }));
     EXPECT_THAT(shown->calls, ElementsAre(StartsWith("caution ")));
     EXPECT_THAT(EnabledFlags(), ElementsAre(false));
+}
+
+TEST_F(DoPluginManagerDialog, AfterOkEveryListenerRereadsTheListAlsoWhenItCouldNotBeSaved)
+{
+    MakePrefsUnwritable();
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+    EXPECT_FALSE(Run([&](QWidget& window) {
+        changes = 0;
+        shown->onAlert = [&] { EXPECT_EQ(changes, 1) << "before the user is told"; };
+        PressOk(window);
+    }));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(shown->calls.size(), 1u);
+}
+
+TEST_F(DoPluginManagerDialog, CancelAfterAScanGoesBackToWhatTheScanSaved)
+{
+    zetcore::debug::DebugDatabase::Instance().SetEntry("AudioPluginManager.ShowExternalCheckBox", "true");
+    const std::filesystem::path plugins = folder / "plug-ins";
+    std::filesystem::create_directory(plugins);
+    zettesting::CopyTestPlugin("good/vst2_effect", plugins, "effect");
+    SaveTwoPlugins();
+    EXPECT_FALSE(Run([&](QWidget& window) {
+        Vst().SetPluginDirectories({zettesting::ToWide(plugins)});
+        Click(window, "Separate process");
+        Click(window, "Scan for Plug-Ins");
+        EXPECT_THAT(EnabledFlags(), ElementsAre(true)) << "the two whose files there are not have gone";
+        Click(window, "Disable All");
+        PressCancel(window);
+    }));
+    EXPECT_THAT(EnabledFlags(), ElementsAre(true));
+    EXPECT_THAT(Folders(), ElementsAre(zettesting::ToWide(plugins)));
 }
 
 TEST_F(DoPluginManagerDialog, WhatCannotBeWrittenAtFirstIsToldAlsoWhenTheUserCancels)

@@ -28,12 +28,13 @@ class AnsweringPresentation
     struct Alert
     {
         std::string title, message;
-        zetui::ui::WindowVariant parent;
     };
     std::vector<Alert> alerts;
     std::vector<zetui::dialogs::Question> questions;
     /// The titles of the folder choosers.
     std::vector<std::wstring> choosers;
+    /// Of everything that was shown, in order.
+    std::vector<zetui::ui::WindowVariant> parents;
     int progressDialogs = 0;
     int answer = 0;
     std::wstring chosenFolder;
@@ -53,22 +54,26 @@ class AnsweringPresentation
         CreateProgress(zetui::ui::WindowVariant parent) override
         {
             ++owner.progressDialogs;
+            owner.parents.push_back(parent);
             return real->CreateProgress(parent);
         }
         void ShowAlert(zetui::dialogs::AlertKind, const std::string& title, const std::string& message,
                        zetui::ui::WindowVariant parent) override
         {
-            owner.alerts.push_back({title, message, parent});
+            owner.alerts.push_back({title, message});
+            owner.parents.push_back(parent);
             if (owner.onAlert)
                 owner.onAlert();
         }
-        int Ask(const zetui::dialogs::Question& question, zetui::ui::WindowVariant) override
+        int Ask(const zetui::dialogs::Question& question, zetui::ui::WindowVariant parent) override
         {
+            owner.parents.push_back(parent);
             owner.questions.push_back(question);
             return owner.answer;
         }
-        std::wstring ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant) override
+        std::wstring ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant parent) override
         {
+            owner.parents.push_back(parent);
             owner.choosers.push_back(title);
             if (owner.onChoose)
                 owner.onChoose();

@@ -1,5 +1,6 @@
 #include "testing/DialogFixture.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cwchar>
 #include <stdexcept>
@@ -145,6 +146,14 @@ QWidget& DialogFixture::WidgetOf(const zetui::ui::UI_Node& node)
 QWidget& DialogFixture::Window() const
 {
     return *WidgetOf(*dialog->GetRootView()).window();
+}
+
+bool DialogFixture::WereShownForTheDialog(std::size_t count) const
+{
+    const HWND window = dialog->GetNativeWindow();
+    return window && shown->parents.size() == count &&
+           std::all_of(shown->parents.begin(), shown->parents.end(),
+                       [window](const auto& parent) { return parent.Native() == window; });
 }
 
 void DialogFixture::Press(const char* id) const

@@ -65,6 +65,8 @@ class DialogFixture : public zettesting::HostFixture
     }
     static QWidget& WidgetOf(const zetui::ui::UI_Node& node);
     QWidget& Window() const;
+    /// Whether all that was shown over the dialog, so many things, was shown for its window.
+    bool WereShownForTheDialog(std::size_t count) const;
     /// With the mouse, in its middle.
     void Press(const char* id) const;
     static void Press(const zetui::ui::UI_Node& node);

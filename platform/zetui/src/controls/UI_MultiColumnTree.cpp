@@ -148,16 +148,23 @@ void UI_MultiColumnTree::SetCellSelectionChangedCallback(std::function<void()> c
 void UI_MultiColumnTree::SetCellSortDataFunction(CellSortDataFunction function)
 {
     tree->sortData = std::move(function);
+    tree->ForgetSortedPlaces();
 }
 
 void UI_MultiColumnTree::SetCellTextFunction(CellSortDataFunction function)
 {
     tree->cellText = std::move(function);
+    tree->ForgetSortedPlaces();
 }
 
 void UI_MultiColumnTree::SetCellTooltipFunction(CellSortDataFunction function)
 {
     tree->cellTooltip = std::move(function);
+}
+
+void UI_MultiColumnTree::SetEmptyText(const std::wstring& text)
+{
+    tree->SetEmptyText(text);
 }
 
 void UI_MultiColumnTree::RemoveAllRows()
@@ -182,6 +189,11 @@ UI_MultiColumnTree::RowPtr UI_MultiColumnTree::CreateAndAppendRow()
 void UI_MultiColumnTree::SortTree()
 {
     tree->RequestSort();
+}
+
+void UI_MultiColumnTree::ForgetSortedPlaces()
+{
+    tree->ForgetSortedPlaces();
 }
 
 int UI_MultiColumnTree::GetRowCount() const

@@ -60,16 +60,29 @@ void UI_MultiColumnTreeHeaderRow::SetColumnWidth(unsigned id, float width)
 {
     const int column = tree ? TreeAccess::StateOf(*tree).model.ColumnOfId(id) : -1;
     if (column >= 0 && TreeAccess::StateOf(*tree).view)
-        TreeAccess::StateOf(*tree).view->setColumnWidth(column,
-                                                        std::max(0, static_cast<int>(std::lround(width))));
+        TreeAccess::StateOf(*tree).view->Last().SetWidth(column,
+                                                         std::max(0, static_cast<int>(std::lround(width))));
 }
 
 float UI_MultiColumnTreeHeaderRow::GetColumnWidth(unsigned id) const
 {
     const int column = tree ? TreeAccess::StateOf(*tree).model.ColumnOfId(id) : -1;
     return column >= 0 && TreeAccess::StateOf(*tree).view
-               ? static_cast<float>(TreeAccess::StateOf(*tree).view->columnWidth(column))
+               ? static_cast<float>(TreeAccess::StateOf(*tree).view->Last().Width(column))
                : 0;
+}
+
+void UI_MultiColumnTreeHeaderRow::SetLastColumnTakesFreeWidth(bool takes)
+{
+    if (tree && TreeAccess::StateOf(*tree).view)
+        TreeAccess::StateOf(*tree).view->Last().SetTakesFreeWidth(takes);
+}
+
+void UI_MultiColumnTreeHeaderRow::SetColumnKeepsPlace(unsigned id, bool keeps)
+{
+    const int column = tree ? TreeAccess::StateOf(*tree).model.ColumnOfId(id) : -1;
+    if (column >= 0)
+        TreeAccess::StateOf(*tree).model.SetKeepsPlace(column, keeps);
 }
 
 void UI_MultiColumnTreeHeaderRow::MoveColumn(unsigned id, int position)

@@ -192,6 +192,16 @@ TEST_F(UI_MultiColumnTreeSelectionTest, JumpsToTheRowsThatBeginWithWhatIsTyped)
     QApplication::setKeyboardInputInterval(400);
 }
 
+TEST_F(UI_MultiColumnTreeSelectionTest, JumpsToNamesWhereverTheirColumnHasBeenMoved)
+{
+    Fill(Names{L"Alpha", L"Delay"});
+    header->MoveColumn(nameColumn, 2);
+    Show();
+    Press(Qt::Key_D);
+    EXPECT_EQ(SelectedNames(), Names{L"Delay"});
+    EXPECT_EQ(view.model()->headerData(0, Qt::Vertical).toString().toStdWString(), L"Alpha");
+}
+
 TEST_F(UI_MultiColumnTreeSelectionTest, SelectsCellsWithTheMouseAndTheKeyboard)
 {
     tree->SetSupportUserSelectableCells(true);

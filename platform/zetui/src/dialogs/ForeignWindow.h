@@ -1,11 +1,19 @@
 #pragma once
 
+#include <optional>
+
+#include <zetcore/geom/RectT.h>
 #include <zetui/ui/WindowVariant.h>
 
+/// Windows of other programs, or of other toolkits in this one.
 namespace zetui::dialogs {
 
 /// Lets a native window take input again, or no more. False when nothing changed: it was so already, is gone,
 /// or belongs to a window system without such a state.
 bool EnableForeignWindow(HWND window, bool enable);
+
+/// Where it is on the screens, in the window system's own units. None when there is no such window, or the
+/// window system does not know windows by a handle.
+std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window);
 
 } // namespace zetui::dialogs

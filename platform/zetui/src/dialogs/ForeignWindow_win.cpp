@@ -15,4 +15,14 @@ bool EnableForeignWindow(HWND window, bool enable)
     return true;
 }
 
+std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window)
+{
+    RECT place{};
+    if (!IsWindow(window) || !GetWindowRect(window, &place))
+        return std::nullopt;
+    return zetcore::geom::RectT<int>{static_cast<int>(place.left), static_cast<int>(place.top),
+                                     static_cast<int>(place.right - place.left),
+                                     static_cast<int>(place.bottom - place.top)};
+}
+
 } // namespace zetui::dialogs

@@ -48,7 +48,9 @@ ParentWindowLock::ParentWindowLock(QWidget& dialog, ui::WindowVariant parent)
         return;
     // No window of this application: nothing else of it may be used while the dialog is open.
     dialog.setWindowModality(Qt::ApplicationModal);
-    foreign.reset(QWindow::fromWinId(IdOf(parent)));
+    // A window that is gone must not become the parent: its number may be another program's next.
+    if (ForeignWindowPlace(parent.Native()))
+        foreign.reset(QWindow::fromWinId(IdOf(parent)));
     if (foreign) {
         dialog.winId();
         dialog.windowHandle()->setTransientParent(foreign.get());

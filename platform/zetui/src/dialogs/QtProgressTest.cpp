@@ -209,18 +209,15 @@ TEST_F(ProgressInAWindow, TheModalRunEndsWhenAnotherThreadPostsThatItIsDone)
     zetcore::threads::RegisterMainThread(nullptr);
 }
 
-TEST_F(ProgressInAWindow, CancelIsNoticedWithin100MillisecondsWhileOthersPostAllTheTime)
+TEST_F(ProgressInAWindow, CancelIsNoticedAtTheNextLookWhileOthersPostAllTheTime)
 {
     const auto dialog = Make();
     dialog->BeginModal();
     std::function<void()> again = [&again] { zetcore::threads::AsyncCallFromMainThread(again, 0); };
     again();
     QTest::mouseClick(CancelButton(), Qt::LeftButton);
-    const auto start = std::chrono::steady_clock::now();
-    while (dialog->UI_IsShown())
-        dialog->ModalDuring();
-    // Twice what it takes, for busy machines.
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
+    dialog->ModalDuring();
+    EXPECT_FALSE(dialog->UI_IsShown());
     dialog->EndModal();
     zetcore::threads::ClearQueuedCalls();
 }

@@ -66,8 +66,9 @@ class TerminalLine : public zettesting::HostFixture
     static void UntilDrawn(ProgressPresentation& progress)
     {
         const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(60);
-        while (std::chrono::steady_clock::now() < until)
+        do
             progress.ProcessEvents(true);
+        while (std::chrono::steady_clock::now() < until);
     }
 
     int master;

@@ -24,8 +24,13 @@ namespace {
 class WidthsCache : public QObject
 {
   public:
-    explicit WidthsCache(QObject* parent) : QObject(parent) {}
+    explicit WidthsCache(QGuiApplication* application) : QObject(application)
+    {
+        connect(application, &QGuiApplication::fontDatabaseChanged, this, [this] { families.clear(); });
+    }
     std::map<std::pair<std::string, float>, TextWidths> byFont;
+    /// Whether the system has the family: it takes long to tell.
+    std::map<std::string, bool> families;
 };
 
 WidthsCache& Cache()
@@ -38,7 +43,7 @@ WidthsCache& Cache()
     };
     static Holder holder;
     if (!holder.cache)
-        holder.cache = new WidthsCache(QCoreApplication::instance());
+        holder.cache = new WidthsCache(qGuiApp);
     return *holder.cache;
 }
 
@@ -54,6 +59,18 @@ const TextWidths& WidthsOf(const Font& font)
 bool CanMeasure()
 {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+bool HasFamily(const std::string& name)
+{
+    auto& families = Cache().families;
+    const auto found = families.find(name);
+    if (found != families.end())
+        return found->second;
+    const bool has =
+        !name.empty() &&
+        QFontDatabase::hasFamily(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    return families.emplace(name, has).first->second;
 }
 
 /// Where a text may be cut: never inside what is read as one character.
@@ -86,10 +103,7 @@ std::string ValidateFontName(const std::string& name)
 {
     if (!CanMeasure())
         return name;
-    if (!name.empty() &&
-        QFontDatabase::hasFamily(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))))
-        return name;
-    return ui::GetFontName(0);
+    return HasFamily(name) ? name : ui::GetFontName(0);
 }
 
 float GetTextWidth(const Font& font, const std::wstring& text)

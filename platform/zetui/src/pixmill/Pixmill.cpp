@@ -62,6 +62,17 @@ void Pixmill::FillRect(const zetcore::geom::RectT<float>& rect, const Color& col
     PainterOf(painter).fillRect(ToQt(rect), ToQt(color));
 }
 
+void Pixmill::FillRoundedRect(const zetcore::geom::RectT<float>& rect, float radius, const Color& color)
+{
+    QPainter& target = PainterOf(painter);
+    target.save();
+    target.setRenderHint(QPainter::Antialiasing);
+    target.setPen(Qt::NoPen);
+    target.setBrush(ToQt(color));
+    target.drawRoundedRect(ToQt(rect), static_cast<qreal>(radius), static_cast<qreal>(radius));
+    target.restore();
+}
+
 void Pixmill::DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y)
 {
     QPainter& target = PainterOf(painter);

@@ -75,6 +75,17 @@ TEST_F(Drawing, StrokesOnlyTheChosenEdges)
     EXPECT_EQ(Ink(), QRect(4, 6, 11, 1));
 }
 
+TEST_F(Drawing, ARoundedRectangleLeavesItsCornersOut)
+{
+    context.FillRoundedRect({4, 6, 20, 10}, 4, red);
+    EXPECT_EQ(Ink(), QRect(4, 6, 20, 10));
+    EXPECT_EQ(image.pixelColor(14, 11), QColor(255, 0, 0));
+    for (const QPoint& corner : {QPoint(4, 6), QPoint(23, 6), QPoint(4, 15), QPoint(23, 15)})
+        EXPECT_GT(image.pixelColor(corner).green(), 100);
+    EXPECT_EQ(painter.pen(), QPen());
+    EXPECT_EQ(painter.brush(), QBrush());
+}
+
 TEST_F(Drawing, APenWithoutWidthDrawsNothing)
 {
     const PathP path = supplier.CreatePath();

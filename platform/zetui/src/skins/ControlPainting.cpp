@@ -105,8 +105,9 @@ ButtonColors ClassicButtonColors(const SkinColors& colors, const ButtonLook& loo
     if (!state.enabled)
         return {colors.window, colors.sectionOutline, colors.disabledText};
     const bool lit = state.hovered || state.pressed || StandsOut(look);
-    return {Pick(state, colors.button, colors.buttonHover, colors.buttonPressed),
-            lit ? colors.accent : colors.outline, colors.text};
+    const Color& rest = StandsOut(look) ? colors.defaultButton : colors.button;
+    return {Pick(state, rest, colors.buttonHover, colors.buttonPressed), lit ? colors.accent : colors.outline,
+            colors.text};
 }
 
 ButtonColors ColorsOfButton(Skin skin, const SkinColors& colors, const ButtonLook& look)
@@ -226,6 +227,11 @@ void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinC
     if (full.width() <= 0)
         return;
     Fill(painter, full, std::min(radius, full.width() / 2), ToQt(colors.accent));
+}
+
+QColor ScrollGrooveColor(Skin skin, const SkinColors& colors)
+{
+    return ToQt(skin == Skin::Classic ? colors.window : colors.base);
 }
 
 void PaintScrollHandle(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,

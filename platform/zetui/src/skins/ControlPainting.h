@@ -47,6 +47,8 @@ void PaintField(QPainter& painter, const QRectF& rect, Skin skin, const SkinColo
 /// `part` of the bar is full; below 0 it is busy, and `phase` (0 to 1) says where its moving piece is.
 void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors, double part,
                    double phase, bool rightToLeft);
+/// Of the scroll bars, below their handles.
+QColor ScrollGrooveColor(Skin skin, const SkinColors& colors);
 void PaintScrollHandle(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
                        const ControlState& state);
 /// Around what has the keyboard focus and no frame of its own.

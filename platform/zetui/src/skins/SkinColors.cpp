@@ -32,6 +32,7 @@ constexpr SkinColors classicLight{
     .button = Rgb(0xFBFBFB),
     .buttonHover = Rgb(0xEAF2FB),
     .buttonPressed = Rgb(0xD3E3F5),
+    .defaultButton = Rgb(0xDCE9F8),
     .accent = Rgb(0x2868B0),
     .accentHover = Rgb(0x2261A8),
     .accentPressed = Rgb(0x1B5394),
@@ -46,6 +47,7 @@ constexpr SkinColors classicLight{
     .handle = Rgb(0xA9A9AD),
     .negative = Rgb(0xB3261E),
     .caution = Rgb(0xE8A200),
+    .negativeSurface = Rgb(0xF9DAD6),
 };
 
 constexpr SkinColors classicDark{
@@ -67,6 +69,7 @@ constexpr SkinColors classicDark{
     .button = Rgb(0x48484B),
     .buttonHover = Rgb(0x515862),
     .buttonPressed = Rgb(0x33465C),
+    .defaultButton = Rgb(0x3B5472),
     .accent = Rgb(0x3270B5),
     .accentHover = Rgb(0x3876BC),
     .accentPressed = Rgb(0x28609F),
@@ -81,6 +84,7 @@ constexpr SkinColors classicDark{
     .handle = Rgb(0x6C6C71),
     .negative = Rgb(0xFFA39B),
     .caution = Rgb(0xF5B93A),
+    .negativeSurface = Rgb(0x6B2F2B),
 };
 
 constexpr SkinColors v7Light{
@@ -102,6 +106,7 @@ constexpr SkinColors v7Light{
     .button = Rgb(0xE9E9EC),
     .buttonHover = Rgb(0xDEDEE3),
     .buttonPressed = Rgb(0xD0D0D6),
+    .defaultButton = Rgb(0xE9E9EC),
     .accent = Rgb(0x1265D6),
     .accentHover = Rgb(0x0E59C0),
     .accentPressed = Rgb(0x0A4BA6),
@@ -116,6 +121,7 @@ constexpr SkinColors v7Light{
     .handle = Rgb(0xB9B9C0),
     .negative = Rgb(0xC7251A),
     .caution = Rgb(0xE8A200),
+    .negativeSurface = Rgb(0xFAD9D5),
 };
 
 constexpr SkinColors v7Dark{
@@ -137,6 +143,7 @@ constexpr SkinColors v7Dark{
     .button = Rgb(0x38383D),
     .buttonHover = Rgb(0x44444A),
     .buttonPressed = Rgb(0x505057),
+    .defaultButton = Rgb(0x38383D),
     .accent = Rgb(0x1F6FE0),
     .accentHover = Rgb(0x1A66D0),
     .accentPressed = Rgb(0x1558B8),
@@ -151,6 +158,7 @@ constexpr SkinColors v7Dark{
     .handle = Rgb(0x5D5D65),
     .negative = Rgb(0xFF7D70),
     .caution = Rgb(0xF5B93A),
+    .negativeSurface = Rgb(0x5C2925),
 };
 
 double RelativeLuminance(const pixmill::Color& color)

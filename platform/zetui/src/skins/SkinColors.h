@@ -16,14 +16,17 @@ struct SkinColors
     /// Lines: around buttons, around what is typed into or ticked, around sections, around and inside tables.
     Color outline, fieldOutline, sectionOutline, tableOutline, gridLine;
     Color button, buttonHover, buttonPressed;
+    /// Of the classic skin's button that Return presses.
+    Color defaultButton;
     Color accent, accentHover, accentPressed, accentText;
     Color selection, selectionText, inactiveSelection, inactiveSelectionText;
     Color focus;
     Color hoverRow;
     /// The empty part of progress bars, and the handle of scroll bars.
     Color groove, handle;
-    /// What is refused or destroys, and what to look out for.
-    Color negative, caution;
+    /// What is refused or destroys, what to look out for, and the surface behind a text that says that
+    /// something has failed.
+    Color negative, caution, negativeSurface;
 };
 
 const SkinColors& ColorsOf(Skin skin, bool dark);

@@ -52,6 +52,8 @@ TEST_P(Contrast, OfTextIsEnoughOnEverySurfaceThatItStandsOn)
                         {"text on button", colors.text, colors.button},
                         {"text on button pointed at", colors.text, colors.buttonHover},
                         {"text on pressed button", colors.text, colors.buttonPressed},
+                        {"text on the default button", colors.text, colors.defaultButton},
+                        {"text of what has failed", colors.text, colors.negativeSurface},
                         {"accent", colors.accentText, colors.accent},
                         {"accent pointed at", colors.accentText, colors.accentHover},
                         {"accent pressed", colors.accentText, colors.accentPressed},
@@ -76,6 +78,8 @@ TEST_P(Contrast, OfWhatIsDrawnIsEnoughToSeeIt)
     ExpectAtLeast(1.15, {{"section outline on window", colors.sectionOutline, colors.window},
                          {"table outline on window", colors.tableOutline, colors.window},
                          {"groove on window", colors.groove, colors.window},
+                         {"what has failed on base", colors.negativeSurface, colors.base},
+                         {"what has failed on a row pointed at", colors.negativeSurface, colors.hoverRow},
                          {"selection on base", colors.selection, colors.base},
                          {"inactive selection on base", colors.inactiveSelection, colors.base}});
     EXPECT_NE(colors.disabledText, colors.text);

@@ -15,7 +15,7 @@ namespace zetui::skins {
 
 namespace {
 
-ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget)
+ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, Skin skin)
 {
     ButtonLook look;
     look.state.enabled = option.state.testFlag(QStyle::State_Enabled);
@@ -27,10 +27,10 @@ ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget)
     if (variant.isValid()) {
         look.variant = static_cast<controls::Variant>(variant.toInt());
         look.quiet = widget->property(kQuietProperty).toBool();
-    } else {
-        // Buttons of the toolkit's own dialogs: the one that Return presses stands out.
-        look.isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
     }
+    // The one that Return presses stands out, except where V7's variants say which does.
+    if (skin == Skin::Classic || !variant.isValid())
+        look.isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
     return look;
 }
 
@@ -48,7 +48,7 @@ void SkinProxyStyle::DrawPushButton(const QStyleOptionButton& option, QPainter& 
                                     const QWidget* widget) const
 {
     const SkinColors& colors = CurrentColors();
-    const ButtonLook look = LookOf(option, widget);
+    const ButtonLook look = LookOf(option, widget, skin);
     PaintButton(painter, QRectF(option.rect), skin, colors, look);
     if (option.text.isEmpty() && !option.icon.isNull()) {
         const QIcon::Mode lit = IsAccented(skin, look) ? QIcon::Selected : QIcon::Normal;
@@ -112,7 +112,8 @@ void SkinProxyStyle::DrawHeader(const QStyleOptionHeader& option, QPainter& pain
     painter.restore();
 }
 
-void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& painter) const
+void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& painter,
+                                       const QWidget* widget) const
 {
     const SkinColors& colors = CurrentColors();
     const QRect& rect = option.rect;
@@ -121,6 +122,11 @@ void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& pai
     painter.fillRect(
         rect, pixmill::ToQt(pressed ? colors.buttonPressed : (hovered ? colors.hoverRow : colors.header)));
     painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), pixmill::ToQt(colors.tableOutline));
+    const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(&option);
+    const bool isLast = header && (header->position == QStyleOptionHeader::End ||
+                                   header->position == QStyleOptionHeader::OnlyOneSection);
+    if (isLast && widget && rect.right() >= widget->rect().right())
+        return;
     // Short in V7, where lines are to be few.
     const int inset = skin == Skin::Classic ? 0 : 6;
     painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 1 - 2 * inset),
@@ -130,7 +136,7 @@ void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& pai
 void SkinProxyStyle::DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const
 {
     const SkinColors& colors = CurrentColors();
-    painter.fillRect(option.rect, pixmill::ToQt(skin == Skin::Classic ? colors.window : colors.base));
+    painter.fillRect(option.rect, ScrollGrooveColor(skin, colors));
     if (option.maximum <= option.minimum)
         return;
     ControlState state;

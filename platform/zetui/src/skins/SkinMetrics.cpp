@@ -110,8 +110,13 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
         const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
         const bool sorted = header && header->sortIndicator != QStyleOptionHeader::None;
         const int arrow = sorted ? pixelMetric(PM_HeaderMarkSize, option, widget) + 4 : 0;
-        return visualRect(option->direction, option->rect,
-                          option->rect.adjusted(margin, 0, -margin - arrow, 0));
+        QRect label = option->rect.adjusted(margin, 0, -margin - arrow, 0);
+        // A title that nearly fits takes from the margin behind it. Qt keeps four pixels of the label free.
+        constexpr int leastMargin = 2, keptFree = 4;
+        const int needed = header ? header->fontMetrics.horizontalAdvance(header->text) : 0;
+        if (needed + keptFree > label.width() && needed + leastMargin <= label.width() + margin)
+            label.setWidth(needed + keptFree);
+        return visualRect(option->direction, option->rect, label);
     }
     case SE_HeaderArrow: {
         const int size = pixelMetric(PM_HeaderMarkSize, option, widget);

@@ -83,6 +83,10 @@ void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption*
             return;
         }
         break;
+    case PE_PanelScrollAreaCorner:
+        // As the grooves of the scroll bars that meet there.
+        painter->fillRect(option->rect, ScrollGrooveColor(skin, colors));
+        return;
     case PE_IndicatorHeaderArrow:
         if (const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option))
             PaintSortArrow(*painter, rect, colors, header->sortIndicator == QStyleOptionHeader::SortDown);
@@ -122,7 +126,7 @@ void SkinProxyStyle::drawControl(ControlElement element, const QStyleOption* opt
         }
         break;
     case CE_HeaderSection:
-        DrawHeaderSection(*option, *painter);
+        DrawHeaderSection(*option, *painter, widget);
         return;
     case CE_HeaderEmptyArea:
         painter->fillRect(option->rect, pixmill::ToQt(CurrentColors().header));

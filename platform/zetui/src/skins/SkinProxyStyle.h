@@ -39,7 +39,7 @@ class SkinProxyStyle : public QProxyStyle
     void DrawCheckBox(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
     void DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const;
     void DrawHeader(const QStyleOptionHeader& option, QPainter& painter, const QWidget* widget) const;
-    void DrawHeaderSection(const QStyleOption& option, QPainter& painter) const;
+    void DrawHeaderSection(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
     void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const;
 
     const Skin skin;

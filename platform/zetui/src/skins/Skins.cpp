@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 
+#include "skins/ControlPainting.h"
 #include "skins/SkinColors.h"
 #include "skins/SkinStyle.h"
 
@@ -70,6 +71,16 @@ pixmill::Color GetDefaultTextColor()
 pixmill::Color GetDefaultTextDisabledColor()
 {
     return CurrentColors().disabledText;
+}
+
+pixmill::Color GetFailureSurfaceColor()
+{
+    return CurrentColors().negativeSurface;
+}
+
+float GetCornerRadius()
+{
+    return static_cast<float>(CornerRadius(GetSkin()));
 }
 
 } // namespace zetui::skins::utilities

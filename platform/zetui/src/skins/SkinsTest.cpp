@@ -1,5 +1,6 @@
 #include <zetui/skins/Skins.h>
 
+#include <cstdlib>
 #include <initializer_list>
 #include <string>
 #include <tuple>
@@ -10,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -198,6 +200,56 @@ TEST_P(SkinLook, ButtonsThatCannotBePressedLookSo)
     const QImage enabled = button.grab().toImage();
     button.setEnabled(false);
     EXPECT_GT(VisibleDifference(enabled, button.grab().toImage()), 20);
+}
+
+TEST_P(SkinLook, TheCornerWhereTwoScrollBarsMeetLooksLikeTheirGrooves)
+{
+    QScrollArea area;
+    area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    area.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    area.resize(200, 150);
+    area.show();
+    const auto inArea = [&area](const QScrollBar& bar) {
+        return QRect(bar.mapTo(&area, QPoint()), bar.size());
+    };
+    const QRect down = inArea(*area.verticalScrollBar()), across = inArea(*area.horizontalScrollBar());
+    const QRect corner(down.left(), across.top(), down.width(), across.height());
+    ASSERT_FALSE(corner.intersects(down) || corner.intersects(across));
+    const QImage picture = area.grab().toImage();
+    for (int y = corner.top(); y <= corner.bottom(); ++y)
+        for (int x = corner.left(); x <= corner.right(); ++x)
+            ASSERT_EQ(picture.pixel(x, y), picture.pixel(down.center())) << x << ", " << y;
+}
+
+TEST_P(SkinLook, TheButtonThatReturnPressesStandsOut)
+{
+    QWidget window;
+    QPushButton ok(QStringLiteral("OK"), &window), other(QStringLiteral("OK"), &window);
+    // In V7 the archive says by its variant which one it is.
+    ok.setProperty(kVariantProperty,
+                   static_cast<int>(std::get<0>(GetParam()) == Skin::V7 ? controls::Variant::Accent
+                                                                        : controls::Variant::Primary));
+    other.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
+    ok.setDefault(true);
+    for (QPushButton* const button : {&ok, &other})
+        button->resize(77, 24);
+    const QImage plain = other.grab().toImage(), standingOut = ok.grab().toImage();
+    // By its outline and by its face.
+    int different = 0;
+    for (int y = 0; y < plain.height(); ++y) {
+        for (int x = 0; x < plain.width(); ++x) {
+            const QColor one = plain.pixelColor(x, y), two = standingOut.pixelColor(x, y);
+            different += std::abs(one.red() - two.red()) + std::abs(one.green() - two.green()) +
+                             std::abs(one.blue() - two.blue()) >=
+                         40;
+        }
+    }
+    EXPECT_GE(different, plain.width() * plain.height() / 2);
+    ok.setFocus();
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return ok.hasFocus(); }));
+    EXPECT_GE(VisibleDifference(standingOut, ok.grab().toImage()), 30) << "the focus is something else";
 }
 
 TEST_P(SkinLook, CheckBoxesShowTheirThreeStates)

@@ -96,6 +96,14 @@ zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& con
     return {place.left(), place.top(), place.width(), place.height()};
 }
 
+zetcore::geom::RectT<int> PlaceInMiddleOfScreen(int width, int height)
+{
+    if (!HaveWindows())
+        return {};
+    const QRect place = InMiddleOfScreen({width, height});
+    return {place.left(), place.top(), place.width(), place.height()};
+}
+
 void TerminateWindows()
 {
     Windows& windows = State();

@@ -1,12 +1,10 @@
 #include "ui/DialogPlace.h"
 
-#include <memory>
-
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
-#include <QWindow>
 
+#include "dialogs/ForeignWindow.h"
 #include "dialogs/ParentWindow.h"
 #include "ui/ScreenPlacement.h"
 
@@ -14,14 +12,26 @@ namespace zetui::ui {
 
 namespace {
 
+/// A screen's corner is the same in both; from there on, its scale counts.
+QRect InQtsUnits(const QRect& native)
+{
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const QPoint corner = screen->geometry().topLeft();
+        const qreal scale = screen->devicePixelRatio();
+        const QRect place((native.topLeft() - corner) / scale + corner, native.size() / scale);
+        if (screen->geometry().contains(place.center()))
+            return place;
+    }
+    return native;
+}
+
 QRect RectOfParent(WindowVariant parent)
 {
     if (const QWidget* const widget = dialogs::FindParentWidget(parent))
         return widget->window()->frameGeometry();
     if (!parent.IsEmpty()) {
-        const std::unique_ptr<QWindow> foreign(QWindow::fromWinId(reinterpret_cast<WId>(parent.Native())));
-        if (foreign && !foreign->geometry().isEmpty())
-            return foreign->geometry();
+        if (const auto place = dialogs::ForeignWindowPlace(parent.Native()))
+            return InQtsUnits({place->left, place->top, place->width, place->height});
     }
     const QScreen* const screen = QGuiApplication::primaryScreen();
     return screen ? screen->availableGeometry() : QRect();
@@ -34,6 +44,17 @@ QRect CentredOnParent(QSize content, WindowVariant parent)
     QRect rect(QPoint(0, 0), content);
     rect.moveCenter(RectOfParent(parent).center());
     return OnScreen({rect.left(), rect.top(), rect.width(), rect.height()});
+}
+
+QRect InMiddleOfScreen(QSize content)
+{
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return {};
+    const QRect area = screen->availableGeometry();
+    const zetcore::geom::RectT<int> rect =
+        InMiddleOf({area.left(), area.top(), area.width(), area.height()}, content.width(), content.height());
+    return {rect.left, rect.top, rect.width, rect.height};
 }
 
 QRect OnScreen(const zetcore::geom::RectT<int>& content)

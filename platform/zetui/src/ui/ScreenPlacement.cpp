@@ -74,4 +74,12 @@ RectI KeepOnScreen(const RectI& content, const std::vector<RectI>& screens)
     return MovedInto(content, AreaOf(*nearest));
 }
 
+RectI InMiddleOf(const RectI& screen, int width, int height)
+{
+    constexpr int title = static_cast<int>(titleHeight);
+    return MovedInto({screen.left + (screen.width - width) / 2,
+                      screen.top + title + (screen.height - title - height) / 2, width, height},
+                     AreaOf(screen));
+}
+
 } // namespace zetui::ui

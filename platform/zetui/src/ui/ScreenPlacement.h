@@ -13,4 +13,8 @@ namespace zetui::ui {
 zetcore::geom::RectT<int> KeepOnScreen(const zetcore::geom::RectT<int>& content,
                                        const std::vector<zetcore::geom::RectT<int>>& screens);
 
+/// A window with content of this size, and the title bar above it, in the middle of a screen; no larger than
+/// has room there.
+zetcore::geom::RectT<int> InMiddleOf(const zetcore::geom::RectT<int>& screen, int width, int height);
+
 } // namespace zetui::ui

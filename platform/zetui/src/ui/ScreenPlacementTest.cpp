@@ -70,5 +70,12 @@ TEST(ScreenPlacement, WithoutScreensNothingMoves)
     EXPECT_EQ(KeepOnScreen({-5000, 0, 10, 10}, {}), (RectI{-5000, 0, 10, 10}));
 }
 
+TEST(ScreenPlacement, TheMiddleOfAScreenLeavesRoomForATitleBarAndNothingSticksOut)
+{
+    EXPECT_EQ(InMiddleOf({0, 0, 1000, 800}, 400, 300), (RectI{300, 266, 400, 300}));
+    EXPECT_EQ(InMiddleOf({1000, 40, 1000, 760}, 400, 300), (RectI{1300, 286, 400, 300}));
+    EXPECT_EQ(InMiddleOf({0, 40, 1000, 760}, 3000, 2000), (RectI{0, 72, 1000, 728}));
+}
+
 } // namespace
 } // namespace zetui::ui

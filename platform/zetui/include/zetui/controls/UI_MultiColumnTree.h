@@ -25,9 +25,9 @@ using TreeFlags = unsigned;
 /// is going on throws them again. Main thread.
 ///
 /// Keyboard: arrows, Page Up and Down, Home and End select rows (Left and Right select cells, where cells may
-/// be selected); typed letters jump to the next row whose second cell (or only cell) begins with them; Tab
-/// moves through the controls of the selected row's cells and then leaves the list; Space toggles the
-/// checkbox in its first cell.
+/// be selected); typed letters jump to the next row whose text in the second (or only) column begins with
+/// them; Tab moves through the controls of the selected row's cells and then leaves the list; Space toggles
+/// the checkbox in its first cell.
 class ZETUI_API UI_MultiColumnTree : public UI_ControlView
 {
   public:
@@ -77,6 +77,9 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     /// The tooltip of a cell; none where it is not set or empty.
     void SetCellTooltipFunction(CellSortDataFunction function);
 
+    /// Says in the middle of the list why there is nothing, while it has no rows. Is no row itself.
+    void SetEmptyText(const std::wstring& text);
+
     /// Tells of a selection that goes with them, but not of rows that were visible.
     void RemoveAllRows();
     /// Appends in fill order. Only top-level rows are supported: `parent` must be null. `sortLater`: its
@@ -85,6 +88,10 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     RowPtr CreateAndAppendRow();
     /// Sorts by the header's sort column; without one, fill order.
     void SortTree();
+    /// The sort data of some row has changed. Until somebody says so (or sorts, or sets another column,
+    /// direction or function), rows that have been sorted keep their order among each other when they are
+    /// removed and appended again, and nobody is asked for their data.
+    void ForgetSortedPlaces();
     int GetRowCount() const;
     /// As shown, from the top.
     RowPtr GetRowAt(int place) const;

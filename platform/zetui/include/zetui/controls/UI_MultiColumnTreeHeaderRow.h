@@ -24,10 +24,16 @@ class ZETUI_API UI_MultiColumnTreeHeaderRow : public utility::RefCountedObject
     /// The id of the column at a position; 0 for a position that there is not.
     unsigned GetColumnAt(int position) const;
     std::wstring GetColumnTitle(unsigned id) const;
-    /// In pixels. Unknown ids: nothing, and 0.
+    /// In pixels; without what the last column takes beyond its own width. Unknown ids: nothing, and 0.
     void SetColumnWidth(unsigned id, float width);
     float GetColumnWidth(unsigned id) const;
-    /// Moves a column to a position, as dragging it does.
+    /// The last column, as the header shows them, is at least as wide as it was made, and takes what the
+    /// others leave free. Off unless it is called.
+    void SetLastColumnTakesFreeWidth(bool takes);
+    /// The user can neither drag this column to another place nor another column past it: for columns whose
+    /// cells hold controls, which belong to a position. Unknown ids: nothing.
+    void SetColumnKeepsPlace(unsigned id, bool keeps);
+    /// Moves a column to a position, also one that keeps its place when it is dragged.
     void MoveColumn(unsigned id, int position);
 
     /// 0: unsorted (fill order). Sorting happens with `UI_MultiColumnTree::SortTree`, and at once after a

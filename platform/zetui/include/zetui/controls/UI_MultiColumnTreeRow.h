@@ -36,6 +36,8 @@ class ZETUI_API UI_MultiColumnTreeRow : public utility::RefCountedObject
     UI_MultiColumnTree* tree;
     /// Its place in fill order; the tree's.
     int index = -1;
+    /// Among the rows that were sorted last; the tree's.
+    int sortedPlace = -1;
     bool selectable;
 };
 

@@ -25,6 +25,7 @@ class ZETUI_API Pixmill
     const SupplierInterface& Supplier() const noexcept;
     void StrokePath(const PathP& path, const PenP& pen);
     void FillRect(const zetcore::geom::RectT<float>& rect, const Color& color);
+    void FillRoundedRect(const zetcore::geom::RectT<float>& rect, float radius, const Color& color);
     /// Draws the text with its baseline's left end at (x, y).
     void DrawText(const std::wstring& text, const Font& font, const Color& color, float x, float y);
 

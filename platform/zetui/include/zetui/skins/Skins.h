@@ -35,6 +35,10 @@ namespace zetui::skins::utilities {
 
 ZETUI_API pixmill::Color GetDefaultTextColor();
 ZETUI_API pixmill::Color GetDefaultTextDisabledColor();
+/// Behind a text in the default colour that says that something has failed.
+ZETUI_API pixmill::Color GetFailureSurfaceColor();
+/// Of what has round corners.
+ZETUI_API float GetCornerRadius();
 
 } // namespace zetui::skins::utilities
 

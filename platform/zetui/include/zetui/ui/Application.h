@@ -21,6 +21,9 @@ ZETUI_API bool IsDisplayAvailable();
 /// hold of it there, else on the nearest screen and no larger than that. Screen coordinates. Without windows:
 /// the same place.
 ZETUI_API zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content);
+/// A window with this content in the middle of the main screen, no larger than has room there. Without
+/// windows: nothing.
+ZETUI_API zetcore::geom::RectT<int> PlaceInMiddleOfScreen(int width, int height);
 /// Puts the presentation and the event loop back; for tests and the end of a program.
 ZETUI_API void TerminateWindows();
 

@@ -8,6 +8,10 @@ using HWND = HWND__*;
 namespace zetui::ui {
 
 /// A window to show something on: a native one, or none.
+///
+/// While a modal dialog is open on another program's (or toolkit's) window, Windows gives that window no
+/// input. On an X server the dialog is transient for it and modal, which window managers heed; nothing else
+/// keeps input from it there. Elsewhere, and for a window that is gone, the dialog stands by itself.
 class WindowVariant
 {
   public:

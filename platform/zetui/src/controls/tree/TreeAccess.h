@@ -11,6 +11,7 @@ struct TreeAccess
 
     static TreeState& StateOf(const UI_MultiColumnTree& tree) noexcept { return *tree.tree; }
     static int FillIndexOf(const UI_MultiColumnTreeRow& row) noexcept { return row.index; }
+    static int& SortedPlaceOf(UI_MultiColumnTreeRow& row) noexcept { return row.sortedPlace; }
     static void Attach(UI_MultiColumnTreeRow& row, UI_MultiColumnTree* tree, int index) noexcept
     {
         row.tree = tree;

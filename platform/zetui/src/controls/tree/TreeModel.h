@@ -17,6 +17,8 @@ struct TreeColumn
 {
     unsigned id;
     std::wstring title;
+    /// Cannot be dragged to another place.
+    bool keepsPlace = false;
 };
 
 /// The rows of a tree as they are shown, for the item view. Holds no text and does not hold the rows.
@@ -33,6 +35,11 @@ class TreeModel final : public QAbstractTableModel
     void SetColumns(std::vector<TreeColumn> columns);
     void AppendColumn(TreeColumn column);
     const std::vector<TreeColumn>& Columns() const noexcept { return columns; }
+    void SetKeepsPlace(int column, bool keeps)
+    {
+        columns[static_cast<std::size_t>(column)].keepsPlace = keeps;
+    }
+    bool KeepsPlace(int column) const { return columns[static_cast<std::size_t>(column)].keepsPlace; }
     /// -1 when there is none.
     int ColumnOfId(unsigned id) const noexcept;
 

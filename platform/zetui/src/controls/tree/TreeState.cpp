@@ -63,6 +63,8 @@ void TreeState::RemoveAllRows()
     keyboard.SetAnchor(-1);
     rowsPending = sortPending = false;
     model.Show({});
+    if (deferred == 0)
+        DescribeEmptiness();
 }
 
 void TreeState::Append(const RowPtr& row, bool sortLater)
@@ -80,16 +82,11 @@ void TreeState::Append(const RowPtr& row, bool sortLater)
         later.start();
 }
 
-void TreeState::RequestSort()
-{
-    sortPending = true;
-    Flush();
-}
-
 void TreeState::EndDeferred()
 {
     if (--deferred == 0) {
         Flush();
+        DescribeEmptiness();
         TellOfSelection();
     }
 }
@@ -102,42 +99,6 @@ void TreeState::Flush()
         Show(RowsToShow());
     if (visibilityPending)
         UpdateVisibleRows(false);
-}
-
-std::vector<UI_MultiColumnTreeRow*> TreeState::RowsToShow()
-{
-    std::vector<UI_MultiColumnTreeRow*> next;
-    next.reserve(rows.size());
-    const bool sort = std::exchange(sortPending, false);
-    rowsPending = false;
-    if (!sort) {
-        next = model.Shown();
-        for (std::size_t i = next.size(); i < rows.size(); ++i)
-            next.push_back(rows[i].get());
-        return next;
-    }
-    const int position = PositionOfColumn(model.ColumnOfId(sortColumn));
-    const CellSortDataFunction& text = sortData ? sortData : cellText;
-    std::vector<int> sorted;
-    if (sortColumn != 0 && position >= 0 && text) {
-        if (!order)
-            order = std::make_unique<NaturalOrder>();
-        // A row without text is better than a list without rows.
-        ui::CallFromToolkit([&] {
-            sorted = order->Sorted(
-                static_cast<int>(rows.size()),
-                [&](int index) { return text(rows[static_cast<std::size_t>(index)], position); },
-                sortAscending);
-        });
-    }
-    if (sorted.size() == rows.size()) {
-        for (const int index : sorted)
-            next.push_back(rows[static_cast<std::size_t>(index)].get());
-    } else {
-        for (const RowPtr& row : rows)
-            next.push_back(row.get());
-    }
-    return next;
 }
 
 void TreeState::Show(std::vector<UI_MultiColumnTreeRow*> next)
@@ -171,6 +132,7 @@ void TreeState::Show(std::vector<UI_MultiColumnTreeRow*> next)
         view->verticalScrollBar()->setValue(scroll);
     }
     flushing = false;
+    DescribeEmptiness();
     UpdateVisibleRows(false);
 }
 
@@ -221,6 +183,22 @@ void TreeState::ScrollToTop()
         view->verticalScrollBar()->setValue(0);
 }
 
+void TreeState::SetEmptyText(const std::wstring& text)
+{
+    emptyText = text;
+    if (deferred == 0)
+        DescribeEmptiness();
+    if (view && rows.empty())
+        view->viewport()->update();
+}
+
+/// Screen readers read it as the list's description.
+void TreeState::DescribeEmptiness() const
+{
+    if (view)
+        view->setAccessibleDescription(rows.empty() ? ui::ToQString(emptyText) : QString());
+}
+
 UI_MultiColumnTree::RowPtr TreeState::Hold(const UI_MultiColumnTreeRow* row) const
 {
     const int index = row && row->GetTree() == &owner ? TreeAccess::FillIndexOf(*row) : -1;
@@ -263,7 +241,7 @@ std::wstring TreeState::CellTooltip(const RowPtr& row, int position) const
 
 int TreeState::NamePosition() const
 {
-    return model.columnCount() > 1 ? 1 : 0;
+    return PositionOfColumn(model.columnCount() > 1 ? 1 : 0);
 }
 
 QVariant TreeState::CellData(int place, int column, int role)
@@ -288,25 +266,6 @@ QVariant TreeState::CellData(int place, int column, int role)
         }
     });
     return data;
-}
-
-void TreeState::SortByHeader(int column, bool ascending)
-{
-    if (showsSortIndicator || column < 0 || column >= model.columnCount())
-        return;
-    sortColumn = model.Columns()[static_cast<std::size_t>(column)].id;
-    sortAscending = ascending;
-    RequestSort();
-}
-
-void TreeState::ShowSortIndicator()
-{
-    if (!view)
-        return;
-    showsSortIndicator = true;
-    view->horizontalHeader()->setSortIndicator(sortColumn == 0 ? -1 : model.ColumnOfId(sortColumn),
-                                               sortAscending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    showsSortIndicator = false;
 }
 
 } // namespace zetui::controls

@@ -43,6 +43,7 @@ struct UI_MultiColumnTree::TreeState
     void RemoveAllRows();
     void Append(const RowPtr& row, bool sortLater);
     void RequestSort();
+    void ForgetSortedPlaces() noexcept { sortedRows.clear(); }
     void BeginDeferred() noexcept { ++deferred; }
     void EndDeferred();
     /// Does what is pending, unless layout is put off.
@@ -54,6 +55,9 @@ struct UI_MultiColumnTree::TreeState
     void UpdateVisibleRowsLater();
 
     void ScrollToTop();
+    /// What is shown in the place of rows while there are none.
+    void SetEmptyText(const std::wstring& text);
+    const std::wstring& EmptyText() const noexcept { return emptyText; }
 
     RowPtr Hold(const UI_MultiColumnTreeRow* row) const;
     int ColumnAtPosition(int position) const;
@@ -118,8 +122,12 @@ struct UI_MultiColumnTree::TreeState
   private:
     QVariant CellData(int place, int column, int role);
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
+    std::vector<UI_MultiColumnTreeRow*> RowsSorted(int position);
+    /// None when it is not known of some row.
+    std::vector<UI_MultiColumnTreeRow*> RowsInKnownOrder() const;
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
+    void DescribeEmptiness() const;
     std::vector<RowPtr> RowsInSight() const;
 
     int deferred = 0;
@@ -133,6 +141,16 @@ struct UI_MultiColumnTree::TreeState
     const UI_MultiColumnTreeRow* toldCellRow = nullptr;
     int toldCell = -1;
     std::unique_ptr<NaturalOrder> order;
+    /// As they were sorted last, and by what. Some may be gone: told from others by their own place alone.
+    std::vector<const UI_MultiColumnTreeRow*> sortedRows;
+    struct SortedBy
+    {
+        unsigned column = 0;
+        int position = -1;
+        bool ascending = true;
+        friend bool operator==(const SortedBy&, const SortedBy&) = default;
+    } sortedBy;
+    std::wstring emptyText;
     QTimer later;
 };
 

@@ -10,6 +10,7 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 
+#include "controls/tree/TreeHeader.h"
 #include "controls/tree/TreeState.h"
 #include "ui/HandlerErrors.h"
 
@@ -36,11 +37,9 @@ TreeView::TreeView()
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setHorizontalHeader(
+        new TreeHeader(this, [this](int column) { return tree && tree->model.KeepsPlace(column); }));
     horizontalHeader()->setMinimumSectionSize(smallestColumn);
-    horizontalHeader()->setSectionsMovable(true);
-    horizontalHeader()->setSectionsClickable(true);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setTextElideMode(Qt::ElideRight);
     horizontalHeader()->hide();
 }
 
@@ -61,13 +60,25 @@ void TreeView::SetTree(TreeState* state)
 void TreeView::ConnectHeader()
 {
     QHeaderView* const header = horizontalHeader();
-    connect(header, &QHeaderView::sectionResized, this, [this] {
-        if (tree) {
-            tree->cells.Place();
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int from, int to) {
+        const bool byItself = lastColumn.IsUpdating();
+        if (!byItself)
+            lastColumn.OnResized(column, from, to);
+        if (!tree)
+            return;
+        tree->cells.Place();
+        if (!byItself)
             tree->UpdateVisibleRowsLater();
-        }
     });
+    connect(header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
+        // Qt has fitted what is seen, which is not the column's own width where it is widened.
+        if (lastColumn.IsWidened(column))
+            lastColumn.SetWidth(
+                column, std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)));
+    });
+    connect(header, &QHeaderView::sectionCountChanged, this, [this] { lastColumn.Update(); });
     connect(header, &QHeaderView::sectionMoved, this, [this] {
+        lastColumn.Update();
         if (tree)
             tree->UpdateVisibleRows(true);
     });
@@ -147,6 +158,7 @@ int TreeView::sizeHintForColumn(int column) const
 void TreeView::showEvent(QShowEvent* event)
 {
     QTableView::showEvent(event);
+    lastColumn.Update();
     if (tree) {
         tree->Flush();
         tree->UpdateVisibleRows(false);
@@ -155,14 +167,15 @@ void TreeView::showEvent(QShowEvent* event)
 
 void TreeView::resizeEvent(QResizeEvent* event)
 {
+    // Before Qt looks whether the columns need a scroll bar.
+    lastColumn.Update();
     QTableView::resizeEvent(event);
     if (!tree)
         return;
     if (const int columns = tree->model.columnCount(); tree->rightMargin && columns > 0) {
-        const int last = columns - 1;
-        const int room = viewport()->width() - horizontalHeader()->sectionPosition(last);
+        const int room = viewport()->width() - horizontalHeader()->sectionPosition(columns - 1);
         const int width = room - static_cast<int>(std::lround(*tree->rightMargin));
-        horizontalHeader()->resizeSection(last, std::max(smallestColumn, width));
+        horizontalHeader()->resizeSection(columns - 1, std::max(smallestColumn, width));
     }
     tree->UpdateVisibleRows(false);
 }

@@ -7,6 +7,8 @@
 
 #include <zetui/controls/UI_MultiColumnTree.h>
 
+#include "controls/tree/LastColumn.h"
+
 namespace zetui::controls {
 
 /// The widget of a tree: Qt's table view, drawn by the tree's callback. Its vertical header is there for the
@@ -29,6 +31,7 @@ class TreeView final : public QTableView
     std::pair<int, int> PlacesInSight() const;
     /// Room for columns, also while the view has not been shown yet.
     float ContentWidth() const;
+    LastColumn& Last() noexcept { return lastColumn; }
     /// Lays out now what Qt would lay out later.
     void LayOut();
     /// Leaves the list in the Tab order, from whichever of its controls has the focus.
@@ -54,6 +57,7 @@ class TreeView final : public QTableView
     void PaintRow(QPainter& painter, int place, const QRect& exposed);
     void PaintCells(QPainter& painter, int place, const QRect& row, const QRect& exposed);
     void PaintFocus(QPainter& painter);
+    void PaintEmptyText(QPainter& painter);
     QColor RowColor(int place) const;
     bool HasFocusWithin() const;
     int PlaceAtOrNear(int y) const;
@@ -62,6 +66,7 @@ class TreeView final : public QTableView
     void ConnectHeader();
 
     TreeState* tree = nullptr;
+    LastColumn lastColumn{*this};
     int hoverPlace = -1;
     bool leaving = false;
 };

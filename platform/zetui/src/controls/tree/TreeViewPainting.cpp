@@ -14,6 +14,7 @@
 #include "skins/SkinColors.h"
 #include "ui/HandlerErrors.h"
 #include "ui/NodeAccess.h"
+#include "ui/QtText.h"
 
 namespace zetui::controls {
 
@@ -47,6 +48,8 @@ void TreeView::paintEvent(QPaintEvent* event)
         if (!exposed.isEmpty())
             PaintRow(painter, place, exposed);
     }
+    if (tree->rows.empty())
+        PaintEmptyText(painter);
     if (hasFocus())
         PaintFocus(painter);
 }
@@ -96,6 +99,16 @@ void TreeView::PaintCells(QPainter& painter, int place, const QRect& row, const 
         });
         painter.restore();
     }
+}
+
+void TreeView::PaintEmptyText(QPainter& painter)
+{
+    constexpr int margin = 16;
+    const skins::SkinColors& colors = skins::CurrentColors();
+    painter.setPen(QtColorOf(isEnabled() ? colors.placeholder : colors.disabledText));
+    painter.setFont(font());
+    painter.drawText(viewport()->rect().adjusted(margin, 4, -margin, -4),
+                     static_cast<int>(Qt::AlignCenter | Qt::TextWordWrap), ui::ToQString(tree->EmptyText()));
 }
 
 /// The selected cell, else the selected row, else where the keyboard would begin.

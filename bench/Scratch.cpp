@@ -1,0 +1,29 @@
+#include "Scratch.h"
+
+#include <random>
+#include <system_error>
+
+namespace bench {
+
+namespace fs = std::filesystem;
+
+Scratch::Scratch(const std::string& name)
+    : path(fs::temp_directory_path() / (name + "-" + std::to_string(std::random_device()())))
+{
+    fs::create_directory(path);
+}
+
+Scratch::~Scratch()
+{
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+}
+
+std::string Scratch::Prefs()
+{
+    const fs::path prefs = path / ("prefs" + std::to_string(++count));
+    fs::create_directory(prefs);
+    return prefs.string();
+}
+
+} // namespace bench

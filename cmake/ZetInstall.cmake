@@ -1,0 +1,39 @@
+# What is installed: programs, libraries, their public headers, the string tables, and the package with which
+# hosts find it all (docs/embedding.md).
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(zet_package "${CMAKE_INSTALL_LIBDIR}/cmake/zetaudiopluginhostui")
+file(RELATIVE_PATH zet_libraries_from_programs
+  "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+
+foreach(library zetcore zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
+  install(TARGETS ${library} EXPORT zetaudiopluginhostuiTargets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+  get_target_property(sources ${library} SOURCE_DIR)
+  install(DIRECTORY "${sources}/include/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+  install(DIRECTORY "${PROJECT_BINARY_DIR}/generated/${library}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING PATTERN "*.h")
+endforeach()
+
+foreach(program zetaudiofilterscan zetaudiopluginmanager)
+  set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${zet_libraries_from_programs}")
+  install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endforeach()
+
+install(DIRECTORY zetaudiopluginhostui/lang/ DESTINATION "${CMAKE_INSTALL_DATADIR}/zetaudiopluginhostui/lang"
+  FILES_MATCHING PATTERN "*.txt" PATTERN CMakeLists.txt EXCLUDE PATTERN testing EXCLUDE)
+
+install(EXPORT zetaudiopluginhostuiTargets NAMESPACE zetaudiopluginhostui:: DESTINATION "${zet_package}")
+configure_package_config_file(cmake/zetaudiopluginhostuiConfig.cmake.in
+  "${PROJECT_BINARY_DIR}/zetaudiopluginhostuiConfig.cmake"
+  INSTALL_DESTINATION "${zet_package}" PATH_VARS CMAKE_INSTALL_BINDIR CMAKE_INSTALL_DATADIR)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/zetaudiopluginhostuiConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  "${PROJECT_BINARY_DIR}/zetaudiopluginhostuiConfig.cmake"
+  "${PROJECT_BINARY_DIR}/zetaudiopluginhostuiConfigVersion.cmake"
+  DESTINATION "${zet_package}")

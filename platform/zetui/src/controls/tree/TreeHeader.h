@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+
+#include <QHeaderView>
+
+namespace zetui::controls {
+
+/// The titles of a tree. Columns may keep their place: they cannot be dragged, and no other column can be
+/// dragged past them.
+class TreeHeader final : public QHeaderView
+{
+  public:
+    /// Whether the column with this index keeps its place.
+    using KeepsPlace = std::function<bool(int column)>;
+    TreeHeader(QWidget* parent, KeepsPlace keepsPlace);
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    KeepsPlace keepsPlace;
+};
+
+} // namespace zetui::controls

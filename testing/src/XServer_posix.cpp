@@ -1,0 +1,98 @@
+#include <zettesting/XServer.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zettesting {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds patience{60};
+constexpr int numberDescriptor = 3;
+
+/// Not `posix_spawn`: the server is to end when this process does, however that is.
+[[noreturn]] void BecomeServer(int numberPipe)
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const int null = ::open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        ::dup2(null, stream);
+    if (numberPipe == numberDescriptor)
+        ::fcntl(numberPipe, F_SETFD, 0);
+    else
+        ::dup2(numberPipe, numberDescriptor);
+    ::execlp(ZET_XVFB, "Xvfb", "-displayfd", "3", "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
+             "-noreset", static_cast<char*>(nullptr));
+    ::_exit(127);
+}
+
+/// The line that comes through the pipe; empty when it ends or nothing comes.
+std::string ReadLine(int descriptor)
+{
+    const auto deadline = Clock::now() + patience;
+    std::string line;
+    while (line.empty() || line.back() != '\n') {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        pollfd entry{descriptor, POLLIN, 0};
+        const int ready = ::poll(&entry, 1, static_cast<int>(std::max<long>(left.count(), 0)));
+        if (ready < 0 && errno == EINTR)
+            continue;
+        char letter = 0;
+        if (ready <= 0 || ::read(descriptor, &letter, 1) != 1)
+            return {};
+        line += letter;
+    }
+    line.pop_back();
+    return line;
+}
+
+} // namespace
+
+struct XServer::Process
+{
+    explicit Process(pid_t number) : pid(number) {}
+    ~Process()
+    {
+        ::kill(pid, SIGKILL);
+        while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    pid_t pid;
+};
+
+XServer::XServer()
+{
+    std::array<int, 2> numberPipe{};
+    if (::pipe2(numberPipe.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("cannot make a pipe");
+    const pid_t pid = ::fork();
+    if (pid == 0)
+        BecomeServer(numberPipe[1]);
+    ::close(numberPipe[1]);
+    if (pid > 0)
+        process = std::make_unique<Process>(pid);
+    const std::string number = ReadLine(numberPipe[0]);
+    ::close(numberPipe[0]);
+    if (number.empty())
+        throw std::runtime_error(std::string("cannot start an X server (package xvfb): ") + ZET_XVFB);
+    display = ":" + number;
+}
+
+XServer::~XServer() = default;
+
+} // namespace zettesting

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <zetui/utility/IntrusivePtr.h>
+
+#include "dialog/FindMatch.h"
+#include "dialog/PluginListRow.h"
+
+namespace zetaudiopluginhostui {
+
+/// All that the plug-in list can show: a row for each plug-in of the registry, in its order, then one for
+/// each banned one; and the texts that the find box looks into. These stand one behind the other, because to
+/// visit 100,000 records for each typed letter takes longer than the letter may. Main thread.
+class PluginListContent
+{
+  public:
+    using RowPtr = zetui::utility::IntrusivePtr<PluginListRow>;
+
+    /// Reads the registry and the list of banned plug-ins. A plug-in that has a row keeps it.
+    void Update();
+    /// Whether the same plug-ins are there as at the last update.
+    bool IsCurrent() const;
+    const std::vector<RowPtr>& Rows() const noexcept { return rows; }
+    /// What is found, in order.
+    std::vector<RowPtr> Find(const FindMatch& find) const;
+
+  private:
+    void Add(std::size_t index, const zetaudiofilterhost::PluginLocator& locator,
+             const PluginListRow::InfoPtr& info);
+
+    std::vector<RowPtr> rows;
+    std::string texts;
+    /// By row.
+    std::vector<std::size_t> textEnds;
+    /// Every record of the registry's iteration, those that are not shown included.
+    std::vector<PluginListRow::InfoPtr> records;
+    bool withSynths = true;
+};
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,184 @@
+// What the cells of the manager dialog's lists look like.
+#include <QHeaderView>
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+#include <QTableView>
+#include <gmock/gmock.h>
+#include <zetui/pixmill/Pixmill.h>
+
+#include "dialog/CellDrawing.h"
+#include "dialog/PluginListText.h"
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using zetui::controls::UI_MultiColumnTree;
+using zetui::pixmill::TextTruncation;
+
+class CellPictures : public DialogFixture
+{
+  protected:
+    static QTableView& View(const UI_MultiColumnTree& list)
+    {
+        return dynamic_cast<QTableView&>(WidgetOf(list));
+    }
+    /// What is on the screen, without the line below the row.
+    static QImage Cell(const UI_MultiColumnTree& list, int place, int position)
+    {
+        QTableView& view = View(list);
+        const int column = view.horizontalHeader()->logicalIndex(position);
+        const QRect cell = view.visualRect(view.model()->index(place, column)).adjusted(0, 0, 0, -1);
+        EXPECT_TRUE(view.viewport()->rect().contains(cell)) << position;
+        return view.viewport()->grab(cell).toImage();
+    }
+    /// The text as it belongs into a cell of this size, on the same ground.
+    static QImage Drawn(const QImage& cell, const std::wstring& text,
+                        TextTruncation truncation = TextTruncation::End, bool enabled = true)
+    {
+        namespace colors = zetui::skins::utilities;
+        QImage image(cell.size(), cell.format());
+        image.fill(cell.pixelColor(0, 0));
+        QPainter painter(&image);
+        zetui::pixmill::Pixmill context(&painter, nullptr);
+        const auto font = GetCellFont();
+        const float padding =
+            zetui::skins::IsRunningV7OrBeyond() ? UI_MultiColumnTree::GetDefaultCellPadding().second : 6.0F;
+        const float rowHeight = UI_MultiColumnTree::GetDefaultRowHeight();
+        const float room = static_cast<float>(cell.width()) - 2 * padding;
+        context.DrawText(zetui::pixmill::TruncateString(font, text, truncation, room), font,
+                         enabled ? colors::GetDefaultTextColor() : colors::GetDefaultTextDisabledColor(),
+                         padding, zetui::pixmill::GetFontBaseline(font, rowHeight));
+        return image;
+    }
+    static bool IsEmpty(const QImage& image)
+    {
+        QImage empty(image.size(), image.format());
+        empty.fill(image.pixelColor(0, 0));
+        return image == empty;
+    }
+    /// Right of the checkbox.
+    QImage RestOfTheFirstCell(int place) const
+    {
+        const QImage cell = Cell(PluginList(), place, 0);
+        constexpr int checkbox = 40;
+        return cell.copy(checkbox, 0, cell.width() - checkbox, cell.height());
+    }
+    void SetWidths(float name, float path) const
+    {
+        PluginList().GetHeaderRow()->SetColumnWidth(kColumnName, name);
+        PluginList().GetHeaderRow()->SetColumnWidth(kColumnPath, path);
+        HandleEvents();
+    }
+    void MoveColumn(unsigned column, int position) const
+    {
+        PluginList().GetHeaderRow()->MoveColumn(column, position);
+        HandleEvents();
+    }
+    void OpenIn(zetui::skins::Skin skin)
+    {
+        CloseDialog();
+        zetui::skins::SetSkin(skin);
+        OpenDialog();
+    }
+};
+
+constexpr zetui::skins::Skin bothSkins[] = {zetui::skins::Skin::Classic, zetui::skins::Skin::V7};
+const std::wstring longName = L"A name that is far too long for its column";
+const std::wstring longPath = L"/a folder/with a long name/and a file.so";
+
+TEST_F(CellPictures, EachCellShowsTheTextOfTheColumnThatStandsThereAndTheFirstNone)
+{
+    AddPlugin(L"Chorus", L"/a/1.so", L"2.0");
+    for (const auto skin : bothSkins) {
+        OpenIn(skin);
+        SetWidths(140, 140);
+        const std::wstring texts[] = {L"", L"Chorus", L"VST", L"Working", L"2.0", L"/a/1.so"};
+        for (const int position : {1, 2, 3, 4, 5}) {
+            const QImage cell = Cell(PluginList(), 0, position);
+            EXPECT_EQ(cell, Drawn(cell, texts[position])) << position;
+        }
+        EXPECT_TRUE(IsEmpty(RestOfTheFirstCell(0)));
+        MoveColumn(kColumnName, 2);
+        const QImage moved = Cell(PluginList(), 0, 2);
+        EXPECT_EQ(moved, Drawn(moved, L"Chorus"));
+        const QImage neighbour = Cell(PluginList(), 0, 1);
+        EXPECT_EQ(neighbour, Drawn(neighbour, L"VST"));
+        MoveColumn(kColumnName, 0);
+        EXPECT_TRUE(IsEmpty(RestOfTheFirstCell(0))) << "the first cell is the checkbox's, whatever its title";
+    }
+}
+
+TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle)
+{
+    AddPlugin(longName, longPath);
+    for (const auto skin : bothSkins) {
+        OpenIn(skin);
+        SetWidths(100, 120);
+        const QImage name = Cell(PluginList(), 0, 1);
+        EXPECT_EQ(name, Drawn(name, longName, TextTruncation::End));
+        EXPECT_NE(name, Drawn(name, longName, TextTruncation::Middle));
+        MoveColumn(kColumnPath, 4);
+        const QImage path = Cell(PluginList(), 0, 4);
+        EXPECT_EQ(path, Drawn(path, longPath, TextTruncation::End));
+        EXPECT_NE(path, Drawn(path, longPath, TextTruncation::Middle));
+        MoveColumn(kColumnName, 2);
+        const QImage third = Cell(PluginList(), 0, 2);
+        EXPECT_EQ(third, Drawn(third, longName, TextTruncation::Middle));
+        EXPECT_NE(third, Drawn(third, longName, TextTruncation::End));
+    }
+}
+
+TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTexts)
+{
+    AddPlugin(L"Chorus", L"/a/1.so");
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
+    OpenDialog();
+    PluginList().UI_SetDisabled(true);
+    FolderList().UI_SetDisabled(true);
+    HandleEvents();
+    const QImage name = Cell(PluginList(), 0, 1);
+    EXPECT_EQ(name, Drawn(name, L"Chorus", TextTruncation::End, false));
+    EXPECT_NE(name, Drawn(name, L"Chorus", TextTruncation::End, true));
+    const QImage folderCell = Cell(FolderList(), 0, 0);
+    EXPECT_EQ(folderCell, Drawn(folderCell, L"/first", TextTruncation::End, false));
+}
+
+TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)
+{
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first", longPath});
+    for (const auto skin : bothSkins) {
+        OpenIn(skin);
+        const QImage first = Cell(FolderList(), 0, 0);
+        EXPECT_EQ(first, Drawn(first, L"/first"));
+        FolderList().SetColumnWidth(0, 120);
+        HandleEvents();
+        const QImage second = Cell(FolderList(), 1, 0);
+        EXPECT_EQ(second, Drawn(second, longPath, TextTruncation::End));
+        EXPECT_NE(second, Drawn(second, longPath, TextTruncation::Middle));
+    }
+}
+
+TEST_F(CellPictures, OnlyTheFolderListShowsAroundItselfThatItHasTheFocus)
+{
+    AddPlugin(L"Chorus", L"/a/1.so");
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
+    OpenDialog();
+    const auto looksDifferentBelowItsRows = [](const UI_MultiColumnTree& list) {
+        QWidget& viewport = *View(list).viewport();
+        const auto corner = [&viewport] {
+            return viewport.grab(QRect(0, viewport.height() - 8, 8, 8)).toImage();
+        };
+        const QImage before = corner();
+        View(list).setFocus();
+        HandleEvents();
+        return corner() != before;
+    };
+    EXPECT_TRUE(looksDifferentBelowItsRows(FolderList()));
+    EXPECT_FALSE(looksDifferentBelowItsRows(PluginList()));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,147 @@
+// The find box of the manager dialog.
+#include <utility>
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include "dialog/PluginListText.h"
+#include "dialog/PluginManagerIds.h"
+#include "testing/DialogFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class DialogFind : public DialogFixture
+{
+  protected:
+    void EnterIntoFindBox(const QString& text) const
+    {
+        FindBox().setFocus();
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QApplication::sendEvent(&FindBox(), &event);
+        HandleEvents();
+    }
+};
+
+TEST_F(DialogFind, FindTextIsFoundInNamePathAndVersionWhateverTheCaseOfItsLatinLetters)
+{
+    AddPlugin(L"One", L"/plugins/VST3/one.so");
+    AddPlugin(L"Two", L"/plugins/other/two.so", L"7.5");
+    Ban(L"/plugins/vst2/bad.so");
+    OpenDialog();
+    TypeIntoFindBox("vst");
+    EXPECT_THAT(Names(), ElementsAre(L"One", L"bad.so"));
+    FindBox().clear();
+    TypeIntoFindBox("TWO");
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+    FindBox().clear();
+    TypeIntoFindBox("7.5");
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+    FindBox().clear();
+    TypeIntoFindBox("-");
+    EXPECT_THAT(Names(), ElementsAre(L"bad.so")) << "the version of a banned plug-in";
+    TypeIntoFindBox("x");
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(DialogFind, AnAccentedCapitalInTheFindTextMatchesOnlyItself)
+{
+    AddPlugin(L"\u00c9cho", L"/a/1.so");
+    AddPlugin(L"\u00e9cho", L"/a/2.so");
+    OpenDialog();
+    EnterIntoFindBox(QString::fromStdWString(L"\u00c9CH"));
+    EXPECT_THAT(Names(), ElementsAre(L"\u00c9cho"));
+}
+
+TEST_F(DialogFind, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    // A fill makes the widgets of the rows anew.
+    auto checkbox = CheckboxOf(L"One");
+    const auto wasFilledAgain = [&] {
+        HandleEvents();
+        const auto now = CheckboxOf(L"One");
+        return std::exchange(checkbox, now) != now;
+    };
+    TypeIntoFindBox("o");
+    EXPECT_TRUE(wasFilledAgain());
+    QTest::keyClick(&FindBox(), Qt::Key_Backspace);
+    EXPECT_TRUE(wasFilledAgain());
+    QTest::keyClick(&FindBox(), Qt::Key_Left);
+    EXPECT_FALSE(wasFilledAgain());
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_FALSE(wasFilledAgain()) << "leaving the box commits the text that is there already";
+    TypeIntoFindBox("on");
+    EXPECT_TRUE(wasFilledAgain());
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_FALSE(wasFilledAgain());
+    TheRegistry().GetPluginInfosChangedSignal()();
+    EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
+}
+
+TEST_F(DialogFind, AFindTextThatIsOnlyCommittedNarrowsTheListToo)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    FindBox().setFocus();
+    Node<zetui::controls::UI_SearchBox>(ids::kFindTextEdit).SetValue(L"two");
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
+    WidgetOf(PluginList()).setFocus();
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+}
+
+TEST_F(DialogFind, AFillByTheFindTextGoesToTheTopAndOneByEnableAllStays)
+{
+    AddManyPlugins(100);
+    OpenDialog();
+    PluginList().ScrollToRow(PluginList().GetRowAt(99).get());
+    HandleEvents();
+    Press(ids::kDisableAllButton);
+    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(99).get()));
+    TypeIntoFindBox("plugin");
+    EXPECT_TRUE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
+}
+
+TEST_F(DialogFind, TypingAfterACheckboxWasClickedSortsByWhatIsEnabledNow)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    const auto two = AddPlugin(L"Two", L"/a/2.so");
+    settings.sortColumn = kColumnEnabled;
+    settings.sortAscending = true;
+    OpenDialog();
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
+    PressAt(*CheckboxOf(L"Two"), 7, 7);
+    ASSERT_FALSE(two->IsEnabled());
+    TypeIntoFindBox("so");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"One"));
+}
+
+TEST_F(DialogFind, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    Ban(L"/a/3.so");
+    OpenDialog();
+    AddPlugin(L"Four", L"/a/4.so");
+    TypeIntoFindBox("s");
+    EXPECT_THAT(Names(), ElementsAre(L"One", L"Two", L"Four", L"3.so"));
+    TheRegistry().RemovePluginLocators({Vst(L"/a/1.so")});
+    TypeIntoFindBox("o");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"3.so"));
+    TheBanned().RemoveBannedPlugin(Vst(L"/a/3.so"));
+    Ban(L"/a/5.so");
+    TypeIntoFindBox("\b");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"5.so"));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui
