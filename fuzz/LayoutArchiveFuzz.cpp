@@ -9,15 +9,6 @@
 
 #include "FuzzTarget.h"
 
-#if defined(__GNUC__)
-/// Fontconfig keeps what it has read of its configuration until the process ends.
-extern "C" __attribute__((visibility("default"), used)) const char*
-__lsan_default_suppressions() // NOLINT: the runtime's name
-{
-    return "leak:libfontconfig\n";
-}
-#endif
-
 namespace {
 
 struct Windows
