@@ -18,7 +18,7 @@ inline std::string_view Text(const std::uint8_t* data, std::size_t size)
 }
 
 /// Stops the process, so that the input is kept.
-inline void Require(bool holds, const char* property, std::string_view detail = {})
+inline void Require(bool holds, const char* property, std::string_view detail = "")
 {
     if (holds)
         return;

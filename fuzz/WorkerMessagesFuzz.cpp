@@ -1,4 +1,5 @@
 // What comes out of a worker, into which a plug-in may have written anything.
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -174,8 +174,10 @@ TEST_F(ExternalScanHostile, HugeNumbersAreNarrowedAndTheScanGoesOn)
                "reply {\"value\":{\"locator\":" + Quoted(a) +
                    ",\"subcomponent\":\"\",\"progress\":18446744073709551615,\"total\":4294967297,"
                    "\"continue\":true}}",
-               "ok", Info(none, 1, 1, false)});
+               "wait seen", "ok", Info(none, 1, 1, false)});
     ASSERT_TRUE(Start({a}));
+    RunUntil([&] { return reports.size() == 1; });
+    Touch("seen");
     RunUntilEnd();
     EXPECT_THAT(reports, ElementsAre("a.so -1/1", endReport));
     EXPECT_EQ(Launches(), 1);
