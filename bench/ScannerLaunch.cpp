@@ -13,6 +13,7 @@
 #include <zettransport/SocketTransport.h>
 
 #include "Measure.h"
+#include "scan/ScannerProcess.h"
 
 namespace bench {
 
@@ -30,10 +31,10 @@ double SecondsToConnect(const std::filesystem::path& scanner, const std::filesys
     std::shared_ptr<zettransport::SocketTransport> transport;
     std::shared_ptr<zettransport::Session> session;
     std::unique_ptr<zetmarshal::RPCClient> client;
+    zetaudiopluginhostui::ScannerProcess process;
     const double seconds = Seconds([&] {
-        // The shell starts it in the background and is gone at once; the scanner ends with the connection.
-        const std::string command = '"' + scanner.string() + "\" >/dev/null 2>&1 </dev/null &";
-        if (std::system(command.c_str()) != 0)
+        process = zetaudiopluginhostui::StartScannerProcess(filesupport::File(scanner.wstring()));
+        if (!process)
             throw std::runtime_error("cannot start " + scanner.string());
         threads::Backoff backoff;
         while ((port & 0xffff) == 0)
@@ -61,6 +62,7 @@ double SecondsToConnect(const std::filesystem::path& scanner, const std::filesys
             throw std::runtime_error("the scanner refused to connect");
     });
     session->Close();
+    zetaudiopluginhostui::EndScannerProcess(process);
     return seconds;
 }
 

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
-#include <iterator>
 #include <sstream>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,10 +18,12 @@ namespace {
 
 constexpr std::chrono::minutes longest{1};
 
+/// What can still be read of it: the process that it is about may end at any moment.
 std::string ReadSystemFile(const std::filesystem::path& file)
 {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return std::move(text).str();
 }
 
 /// "NUMBER (NAME) STATE PARENT ...", where the name may hold anything.
