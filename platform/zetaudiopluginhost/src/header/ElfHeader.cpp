@@ -167,11 +167,8 @@ class DynamicTables
         return offset && file.ReadValue(*offset, value);
     }
 
-    bool IsExportOf(std::uint64_t index, std::string_view name)
+    bool IsExport(const Symbol& symbol, std::string_view name)
     {
-        Symbol symbol{};
-        if (index == 0 || !ReadAt(symbols + index * sizeof(Symbol), symbol))
-            return false;
         const unsigned binding = symbol.info >> 4;
         const unsigned type = symbol.info & 0xF;
         const bool isFunction = type == 0 || type == 2 || type == 10;
@@ -206,7 +203,9 @@ class DynamicTables
             std::uint32_t found = 0;
             if (!ReadAt(chains + std::uint64_t{index - header.firstSymbol} * 4, found))
                 return false;
-            if ((found | 1) == (wanted | 1) && IsExportOf(index, name))
+            Symbol symbol{};
+            if ((found | 1) == (wanted | 1) && index != 0 &&
+                ReadAt(symbols + std::uint64_t{index} * sizeof(Symbol), symbol) && IsExport(symbol, name))
                 return true;
             if ((found & 1) != 0)
                 return false;
@@ -234,7 +233,11 @@ class DynamicTables
     bool ExportsByOrder(std::string_view name, std::uint64_t count)
     {
         for (std::uint64_t i = 1; i < std::min(count, maxSymbols); ++i) {
-            if (IsExportOf(i, name))
+            // A file that claims more symbols than it holds ends the search.
+            Symbol symbol{};
+            if (!ReadAt(symbols + i * sizeof(Symbol), symbol))
+                return false;
+            if (IsExport(symbol, name))
                 return true;
         }
         return false;
