@@ -28,15 +28,18 @@ std::vector<PluginLocator> BannedLocators(const HostSession& session)
 
 void CountModule(const HostSession& session, const PluginLocator& module, ScanReport& report)
 {
-    const auto records = session.Registry().FindModule(module);
-    if (!records.empty())
-        ++report.scanned;
-    for (const auto& record : records) {
-        if (record->GetStatus() == ModuleStatus::Working)
+    bool wasScanned = false;
+    for (const auto& record : session.Registry().FindModule(module)) {
+        const ModuleStatus status = record->GetStatus();
+        wasScanned = wasScanned || status != ModuleStatus::Unscanned;
+        if (status == ModuleStatus::Working)
             ++report.found;
-        else if (record->GetStatus() == ModuleStatus::Failed)
+        else if (status == ModuleStatus::Failed)
             report.failed.push_back({module.GetPath(), record->GetReason()});
+        else if (status == ModuleStatus::Unscanned)
+            report.notScanned.push_back({module.GetPath(), record->GetReason()});
     }
+    report.scanned += wasScanned ? 1 : 0;
 }
 
 /// False when it gave up before everything was scanned.
@@ -118,10 +121,16 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     return report;
 }
 
-void SayThatScannerKeptFailing()
+void SayWhatIsMissing(const ScanReport& report)
 {
-    Say("the scanner process failed again and again without getting on; not everything was scanned "
-        "(ZET_TRACE=volume=1 tells why)");
+    if (report.gaveUp)
+        Say("the scanner process failed again and again without getting on; not everything was scanned "
+            "(ZET_TRACE=volume=1 tells why)");
+    for (const ScanReport::Entry& entry : report.notScanned) {
+        Say("not scanned, the next scan tries it again: " + ForTerminal(entry.path));
+        for (const std::string& line : LinesForTerminal(entry.reason))
+            Say("    " + line);
+    }
 }
 
 } // namespace zetaudiopluginmanager
