@@ -56,14 +56,17 @@ bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
 
 /// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
 /// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
-bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
+bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& modules,
+                          const std::vector<PluginLocator>& bannedBefore)
 {
     const std::vector<PluginLocator> bannedNow = BannedLocators(session);
     std::vector<PluginLocator> unexplained;
     for (const PluginLocator& locator : bannedNow) {
         const auto info = session.Banned().GetBanInfo(locator);
-        if (!std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator) && info &&
-            info->reason.empty())
+        // Another host's bans may have come in, too.
+        const bool isOurs = std::find(modules.begin(), modules.end(), locator) != modules.end() &&
+                            !std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator);
+        if (isOurs && info && info->reason.empty())
             unexplained.push_back(locator);
     }
     if (unexplained.empty())
@@ -90,7 +93,7 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const bool wentWell = complete && session.Shown().cancelled == shownBefore.cancelled &&
                           session.Shown().cautions == shownBefore.cautions;
     if (useSeparateProcess && wentWell)
-        complete = ScanUnexplainedAgain(session, bannedBefore);
+        complete = ScanUnexplainedAgain(session, modules, bannedBefore);
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

@@ -33,8 +33,9 @@ bool HostProcessIsWaiting(std::uint64_t number)
     const std::filesystem::path blockPath = ToNativePath(block.FullPath());
     std::error_code error;
     std::filesystem::directory_iterator opened("/proc/" + std::to_string(number) + "/fd", error);
+    // The first process takes over those whose parent has ended, and shows itself to few.
     if (number == 0 || error)
-        return true;
+        return number != 1;
     for (; !error && opened != std::filesystem::directory_iterator(); opened.increment(error)) {
         std::error_code closed;
         if (std::filesystem::equivalent(opened->path(), blockPath, closed))
