@@ -10,17 +10,7 @@ using testing::HasSubstr;
 using Strings = std::vector<std::string>;
 
 class FairBlame : public ManagerFixture
-{
-  protected:
-    std::string Logs() const
-    {
-        std::string logs;
-        if (std::filesystem::exists(prefs / "scan-logs"))
-            for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
-                logs += zettesting::ReadAll(entry.path());
-        return logs;
-    }
-};
+{};
 
 TEST_F(FairBlame, InOrderTheOneThatCrashesOnlyAfterAnotherIsNotBannedAndTheLogNamesBoth)
 {
@@ -28,8 +18,8 @@ TEST_F(FairBlame, InOrderTheOneThatCrashesOnlyAfterAnotherIsNotBannedAndTheLogNa
     const auto crashes = Install("bad/crashes_when_poisoned", "b_crashes");
     EXPECT_EQ(Scan().banned, Strings());
     EXPECT_THAT(ListedPaths({"--enabled"}), testing::ElementsAre(poisons.string(), crashes.string()));
-    EXPECT_THAT(Logs(), AllOf(HasSubstr("loaded before it in the same process"), HasSubstr("a_poisons"),
-                              HasSubstr("b_crashes"), HasSubstr("passed when it was alone")));
+    EXPECT_THAT(ScanLogs(), AllOf(HasSubstr("loaded before it in the same process"), HasSubstr("a_poisons"),
+                                  HasSubstr("b_crashes"), HasSubstr("passed when it was alone")));
 }
 
 TEST_F(FairBlame, OutOfOrderNothingCrashes)
@@ -38,7 +28,7 @@ TEST_F(FairBlame, OutOfOrderNothingCrashes)
     const auto poisons = Install("bad/poisons_process", "b_poisons");
     EXPECT_EQ(Scan().banned, Strings());
     EXPECT_THAT(ListedPaths({"--enabled"}), testing::ElementsAre(crashes.string(), poisons.string()));
-    EXPECT_EQ(Logs(), "");
+    EXPECT_EQ(ScanLogs(), "");
 }
 
 class Flaky : public FairBlame, public testing::WithParamInterface<const char*>

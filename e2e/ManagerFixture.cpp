@@ -105,6 +105,15 @@ ScanSummary ManagerFixture::Scan(std::vector<std::string> arguments) const
     return ReadScanSummary(Run(std::move(arguments)));
 }
 
+std::string ManagerFixture::ScanLogs() const
+{
+    std::string logs;
+    if (std::filesystem::exists(prefs / "scan-logs"))
+        for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+            logs += zettesting::ReadAll(entry.path());
+    return logs;
+}
+
 void ManagerFixture::UseFolders(const std::vector<std::filesystem::path>& folders) const
 {
     std::istringstream lines(RunWell({"folders", "list"}));

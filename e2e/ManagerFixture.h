@@ -57,6 +57,8 @@ class ManagerFixture : public ::testing::Test
     std::vector<std::string> ListedPaths(std::vector<std::string> arguments = {}) const;
     std::optional<ListedPlugin> FindListed(const std::filesystem::path& path) const;
     ScanSummary Scan(std::vector<std::string> arguments = {}) const;
+    /// What scanners and plug-ins have written to their logs.
+    std::string ScanLogs() const;
     void UseFolders(const std::vector<std::filesystem::path>& folders) const;
     /// Waits until none is left.
     void ExpectNoProcessLeft() const;

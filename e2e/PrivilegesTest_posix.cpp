@@ -1,5 +1,6 @@
 // What the scanner's processes may not do.
 #include <fstream>
+#include <limits>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -26,10 +27,25 @@ class Privileges : public FaultFixture
             }
         return "no such line";
     }
+    /// The hard one; what is no number, "unlimited", is above all.
+    static unsigned long Limit(int process, const std::string& name)
+    {
+        std::istringstream limits(Fact(process, "limits", name));
+        unsigned long now = 0, most = 0;
+        return limits >> now >> most ? most : std::numeric_limits<unsigned long>::max();
+    }
+    static unsigned long TasksOfTheSystem()
+    {
+        std::string running;
+        std::getline(std::ifstream("/proc/loadavg"), running);
+        return std::stoul(running.substr(running.find('/') + 1));
+    }
     void ExpectPoor(int process) const
     {
         EXPECT_EQ(Fact(process, "status", "NoNewPrivs"), "1");
         EXPECT_THAT(Fact(process, "limits", "Max core file size"), testing::StartsWith("0 "));
+        EXPECT_LE(Limit(process, "Max open files"), 8192u);
+        EXPECT_LE(Limit(process, "Max processes"), TasksOfTheSystem() + 4096 + 1000) << "others come and go";
     }
     /// The name that the plug-in gives itself for what came of its connection.
     std::string NameOfTheOneThatConnects()
@@ -69,10 +85,6 @@ TEST_F(Privileges, WorkerAndSupervisorHaveGivenUpWhatTheyDoNotNeed)
     ASSERT_TRUE(stop);
     ExpectPoor(stop->process);
     EXPECT_EQ(Fact(stop->process, "status", "Seccomp:"), "2") << "filtered";
-    std::istringstream files(Fact(stop->process, "limits", "Max open files"));
-    unsigned long now = 0, most = 0;
-    EXPECT_TRUE(files >> now >> most);
-    EXPECT_LE(most, 8192u);
     const auto supervisors = Numbers(SeenProcess::Kind::Supervisor);
     ASSERT_EQ(supervisors.size(), 1u);
     ExpectPoor(supervisors.front());

@@ -152,6 +152,36 @@ TEST_F(OddScanner, ThatAnswersNothingButGarbageEndsTheScanAndIsTold)
     EXPECT_EQ(List({"--banned"}).size(), 0u);
 }
 
+/// The system starts no worker any more: from the first one on, or from the one that is to try a plug-in
+/// alone.
+class NoWorker : public FaultFixture, public testing::WithParamInterface<int>
+{};
+
+INSTANTIATE_TEST_SUITE_P(From, NoWorker, testing::Values(1, 2), testing::PrintToStringParamName());
+
+TEST_P(NoWorker, CanBeHadSoTheRestIsLeftForTheNextScanAndNothingIsBanned)
+{
+    const Strings good{Install("good/vst2_effect", "a_effect").string(),
+                       Install("good/vst2_synth", "c_synth").string()};
+    const auto bad = Install("bad/crash_in_entry", "b_bad").string();
+    AddFault("supervisor.worker:" + std::to_string(GetParam()) + ":no-space");
+    const ScanSummary scan = Scan();
+    EXPECT_EQ(scan.exitStatus, 3) << scan.messages;
+    EXPECT_EQ(scan.scanned, GetParam() - 1);
+    EXPECT_EQ(scan.banned, Strings());
+    EXPECT_THAT(scan.messages, AllOf(HasSubstr("not scanned, the next scan tries it again: " + bad),
+                                     HasSubstr("tries it again: " + good.back()),
+                                     HasSubstr("the worker process could not be started: No space")));
+    WithoutFaults();
+    EXPECT_EQ(ListedPaths(), Strings(good.begin(), good.begin() + GetParam() - 1));
+
+    const ScanSummary next = Scan();
+    EXPECT_EQ(next.exitStatus, 0) << next.messages;
+    EXPECT_EQ(next.scanned, 4 - GetParam());
+    EXPECT_EQ(next.banned, Strings{bad});
+    EXPECT_EQ(ListedPaths({"--enabled"}), good);
+}
+
 class OddChild : public FaultFixture
 {
   protected:

@@ -76,10 +76,9 @@ ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>
             break;
     }
     output << FormatScanReport(report, ConsoleShowsColour());
-    if (report.gaveUp) {
-        SayThatScannerKeptFailing();
+    SayWhatIsMissing(report);
+    if (!report.IsComplete())
         status = ExitStatus::ScannerNotStarted;
-    }
     return report.cancelled ? ExitStatus::Cancelled : Worse(status, session.Status());
 }
 

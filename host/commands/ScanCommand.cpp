@@ -60,11 +60,10 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
         Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));
         return ExitStatus::ScannerNotStarted;
     }
-    if (report.gaveUp) {
-        SayThatScannerKeptFailing();
-        return ExitStatus::ScannerNotStarted;
-    }
-    return report.cancelled ? ExitStatus::Cancelled : session.Status();
+    SayWhatIsMissing(report);
+    if (report.cancelled)
+        return ExitStatus::Cancelled;
+    return report.IsComplete() ? session.Status() : ExitStatus::ScannerNotStarted;
 }
 
 } // namespace zetaudiopluginmanager

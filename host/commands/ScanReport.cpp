@@ -35,6 +35,7 @@ void ScanReport::Add(const ScanReport& other)
     seconds += other.seconds;
     cancelled = cancelled || other.cancelled;
     gaveUp = gaveUp || other.gaveUp;
+    notScanned.insert(notScanned.end(), other.notScanned.begin(), other.notScanned.end());
 }
 
 std::string FormatScanReport(const ScanReport& report, bool colour)

@@ -32,6 +32,11 @@ struct ScanReport
     bool cancelled = false;
     /// The scanner process kept failing, and the scan ended before everything was scanned.
     bool gaveUp = false;
+    /// The scanner process could not load these, through no fault of theirs; the next scan tries them again.
+    std::vector<Entry> notScanned;
+
+    /// False when the scanner process kept some plug-ins from being scanned.
+    bool IsComplete() const noexcept { return !gaveUp && notScanned.empty(); }
 
     void Add(const ScanReport& other);
     friend bool operator==(const ScanReport&, const ScanReport&) = default;

@@ -38,9 +38,13 @@ TEST(ScanReport, NamesTheBannedOnesAndThoseThatGaveNothingWithTheReasons)
 
 TEST(ScanReport, ReportsAddUp)
 {
-    ScanReport sum{1, 2, 0, {{L"/a", "x"}}, {}, 0.5, false};
-    sum.Add({2, 1, 1, {{L"/b", ""}}, {{L"/c", "y"}}, 0.25, true});
-    EXPECT_EQ(sum, (ScanReport{3, 3, 1, {{L"/a", "x"}, {L"/b", ""}}, {{L"/c", "y"}}, 0.75, true}));
+    ScanReport sum{1, 2, 0, {{L"/a", "x"}}, {}, 0.5, false, false, {}};
+    EXPECT_TRUE(sum.IsComplete());
+    sum.Add({2, 1, 1, {{L"/b", ""}}, {{L"/c", "y"}}, 0.25, true, true, {{L"/d", "z"}}});
+    EXPECT_EQ(
+        sum,
+        (ScanReport{3, 3, 1, {{L"/a", "x"}, {L"/b", ""}}, {{L"/c", "y"}}, 0.75, true, true, {{L"/d", "z"}}}));
+    EXPECT_FALSE(sum.IsComplete());
 }
 
 } // namespace

@@ -28,15 +28,18 @@ std::vector<PluginLocator> BannedLocators(const HostSession& session)
 
 void CountModule(const HostSession& session, const PluginLocator& module, ScanReport& report)
 {
-    const auto records = session.Registry().FindModule(module);
-    if (!records.empty())
-        ++report.scanned;
-    for (const auto& record : records) {
-        if (record->GetStatus() == ModuleStatus::Working)
+    bool wasScanned = false;
+    for (const auto& record : session.Registry().FindModule(module)) {
+        const ModuleStatus status = record->GetStatus();
+        wasScanned = wasScanned || status != ModuleStatus::Unscanned;
+        if (status == ModuleStatus::Working)
             ++report.found;
-        else if (record->GetStatus() == ModuleStatus::Failed)
+        else if (status == ModuleStatus::Failed)
             report.failed.push_back({module.GetPath(), record->GetReason()});
+        else if (status == ModuleStatus::Unscanned)
+            report.notScanned.push_back({module.GetPath(), record->GetReason()});
     }
+    report.scanned += wasScanned ? 1 : 0;
 }
 
 /// False when it gave up before everything was scanned.
@@ -53,14 +56,17 @@ bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
 
 /// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
 /// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
-bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& bannedBefore)
+bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& modules,
+                          const std::vector<PluginLocator>& bannedBefore)
 {
     const std::vector<PluginLocator> bannedNow = BannedLocators(session);
     std::vector<PluginLocator> unexplained;
     for (const PluginLocator& locator : bannedNow) {
         const auto info = session.Banned().GetBanInfo(locator);
-        if (!std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator) && info &&
-            info->reason.empty())
+        // Another host's bans may have come in, too.
+        const bool isOurs = std::find(modules.begin(), modules.end(), locator) != modules.end() &&
+                            !std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator);
+        if (isOurs && info && info->reason.empty())
             unexplained.push_back(locator);
     }
     if (unexplained.empty())
@@ -87,7 +93,7 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     const bool wentWell = complete && session.Shown().cancelled == shownBefore.cancelled &&
                           session.Shown().cautions == shownBefore.cautions;
     if (useSeparateProcess && wentWell)
-        complete = ScanUnexplainedAgain(session, bannedBefore);
+        complete = ScanUnexplainedAgain(session, modules, bannedBefore);
 
     ScanReport report;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -118,10 +124,16 @@ std::optional<ScanReport> RunScan(HostSession& session, const std::vector<Plugin
     return report;
 }
 
-void SayThatScannerKeptFailing()
+void SayWhatIsMissing(const ScanReport& report)
 {
-    Say("the scanner process failed again and again without getting on; not everything was scanned "
-        "(ZET_TRACE=volume=1 tells why)");
+    if (report.gaveUp)
+        Say("the scanner process failed again and again without getting on; not everything was scanned "
+            "(ZET_TRACE=volume=1 tells why)");
+    for (const ScanReport::Entry& entry : report.notScanned) {
+        Say("not scanned, the next scan tries it again: " + ForTerminal(entry.path));
+        for (const std::string& line : LinesForTerminal(entry.reason))
+            Say("    " + line);
+    }
 }
 
 } // namespace zetaudiopluginmanager

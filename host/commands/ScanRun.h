@@ -16,7 +16,7 @@ std::optional<ScanReport> RunScan(HostSession& session,
                                   const std::vector<zetaudiofilterhost::PluginLocator>& modules,
                                   bool useSeparateProcess);
 
-/// For a report that says so.
-void SayThatScannerKeptFailing();
+/// Why the report is not complete, if it is not.
+void SayWhatIsMissing(const ScanReport& report);
 
 } // namespace zetaudiopluginmanager

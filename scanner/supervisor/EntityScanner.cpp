@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <exception>
+#include <stdexcept>
+#include <system_error>
 
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
-#include <zetmarshal/RPCServer.h>
 
 #include "AnswerCheck.h"
 #include "ExitCodes.h"
@@ -15,15 +19,33 @@ namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiopluginhost::ScanOutcome;
-using zetmarshal::RPCError;
-using zetmarshal::RPCErrorCode;
 
 namespace {
 
 constexpr char traceCategory[] = "zetaudiofilterscan";
 // A process that ends closes its channel first; this is how long it may take from there.
 constexpr std::chrono::seconds maxWaitForEnd{1};
+
+/// There is no worker to load anything with: the system starts no more processes, for example.
+class NoWorker : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The next scan for new plug-ins tries it again.
+ScanOutcome NotScanned(const PluginLocator& locator, const std::string& reason)
+{
+    auto info = std::make_shared<PluginModuleInfo>(locator);
+    info->SetName(zetcore::filesupport::File(locator.GetPath()).GetTitle());
+    info->SetStatus(ModuleStatus::Unscanned);
+    info->SetReason(reason);
+    ScanOutcome outcome;
+    outcome.infos.push_back(std::move(info));
+    return outcome;
+}
 
 bool WasLoaded(const ScanOutcome& outcome)
 {
@@ -107,13 +129,26 @@ void EntityScanner::Begin(const PluginLocator& locator)
         EnsureWorker();
         RequestEntity(locator);
         requested = locator;
-    } catch (const RPCError&) {
-        // No worker can be had: whoever asks for the entity is told so.
+    } catch (const NoWorker&) {
+        // When it is asked for, there may be one.
         requested.reset();
     }
 }
 
+// An error reply instead would end the host's chain of requests, and its scan would wait for ever.
 ScanOutcome EntityScanner::Scan(const PluginLocator& locator)
+{
+    try {
+        return ScanInWorkers(locator);
+    } catch (const NoWorker& lack) {
+        const std::string name = zetcore::string::UTF16to8(locator.ToString());
+        log->Note(name + " was not scanned: " + lack.what());
+        zetcore::debug::TraceLine(1, traceCategory, name + " was not scanned: " + lack.what());
+        return NotScanned(locator, lack.what());
+    }
+}
+
+ScanOutcome EntityScanner::ScanInWorkers(const PluginLocator& locator)
 {
     Begin(locator);
     if (!requested)
@@ -171,6 +206,8 @@ EntityScanner::Attempt EntityScanner::TryAlone(const PluginLocator& locator)
 
 std::unique_ptr<EntityScanner::Worker> EntityScanner::StartWorker()
 {
+    if (const std::error_code error = zetcore::debug::FaultError("supervisor.worker"))
+        throw std::system_error(error, "the worker process could not be started");
     auto started = std::make_unique<Worker>();
     started->process = std::make_unique<WorkerProcess>([this](std::string_view bytes) {
         if (log)
@@ -193,7 +230,7 @@ void EntityScanner::EnsureWorker()
         try {
             worker = StartWorker();
         } catch (const std::exception& error) {
-            throw RPCError(RPCErrorCode::Failed, error.what());
+            throw NoWorker(error.what());
         }
     }
     if (!worker->hasSettings) {
@@ -224,7 +261,7 @@ EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
     for (int workers = 0; workers < 3; ++workers)
         if (std::optional<Attempt> attempt = TryOnce(locator))
             return std::move(*attempt);
-    throw RPCError(RPCErrorCode::Failed, "the worker processes end before they load anything");
+    throw NoWorker("the worker processes end before they load anything");
 }
 
 std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)

@@ -48,7 +48,8 @@ class EntityScanner
     /// Has a worker begin with the entity that `Scan` will be asked for next, so that it is loaded while the
     /// host still reads that it is next. What comes of it is told by `Scan`.
     void Begin(const zetaudiofilterhost::PluginLocator& locator);
-    /// Throws `PluginFailed`, `ConnectionClosed`, `zetmarshal::RPCError` when no worker can be had.
+    /// Throws `PluginFailed` and `ConnectionClosed`. When no worker can be had, the record says so, with the
+    /// status `Unscanned`.
     zetaudiopluginhost::ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
     /// Kills the workers and all of their groups.
@@ -58,6 +59,7 @@ class EntityScanner
     struct Worker;
     using Attempt = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
 
+    zetaudiopluginhost::ScanOutcome ScanInWorkers(const zetaudiofilterhost::PluginLocator& locator);
     std::unique_ptr<Worker> StartWorker();
     void EnsureWorker();
     void StartSpare();

@@ -15,8 +15,4 @@ bool HostProcessHasEnded(std::uint64_t number);
 /// was killed while it started has another parent by then. True where the system does not tell.
 bool HostProcessIsWaiting(std::uint64_t number);
 
-/// Takes from this process what it does not need: it can gain no privileges, and leaves no memory image,
-/// which could hold the host's paths. What cannot be had is traced.
-void GiveUpPrivileges();
-
 } // namespace zetaudiofilterscan

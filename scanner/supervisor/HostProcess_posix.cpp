@@ -4,14 +4,13 @@
 #include <string>
 #include <system_error>
 
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
-#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/File.h>
 #include <zetscanprotocol/ScanProtocol.h>
+
+#include "NativePath.h"
 
 namespace zetaudiofilterscan {
 
@@ -31,23 +30,18 @@ bool HostProcessIsWaiting(std::uint64_t number)
                             zetscanprotocol::blockName +
                                 std::char_traits<char>::length(zetscanprotocol::blockName));
     const zetcore::filesupport::File block(zetcore::filesupport::commondirs::RuntimeDir(), name);
+    const std::filesystem::path blockPath = ToNativePath(block.FullPath());
     std::error_code error;
     std::filesystem::directory_iterator opened("/proc/" + std::to_string(number) + "/fd", error);
+    // The first process takes over those whose parent has ended, and shows itself to few.
     if (number == 0 || error)
-        return true;
+        return number != 1;
     for (; !error && opened != std::filesystem::directory_iterator(); opened.increment(error)) {
         std::error_code closed;
-        if (std::filesystem::equivalent(opened->path(), block.FullPathUTF8(), closed))
+        if (std::filesystem::equivalent(opened->path(), blockPath, closed))
             return true;
     }
     return false;
-}
-
-void GiveUpPrivileges()
-{
-    const rlimit none{0, 0};
-    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || ::setrlimit(RLIMIT_CORE, &none) != 0)
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", "privileges or core dumps cannot be given up");
 }
 
 } // namespace zetaudiofilterscan

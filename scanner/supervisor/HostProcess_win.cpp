@@ -1,7 +1,5 @@
 #include "HostProcess.h"
 
-#include <windows.h>
-
 namespace zetaudiofilterscan {
 
 // A parent's number may be another process's by now, so that nothing is built on it here: the connection
@@ -19,11 +17,6 @@ bool HostProcessHasEnded(std::uint64_t)
 bool HostProcessIsWaiting(std::uint64_t)
 {
     return true;
-}
-
-void GiveUpPrivileges()
-{
-    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
 } // namespace zetaudiofilterscan

@@ -152,13 +152,16 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
 
 ValuePtr ScanConversation::GetScanInfo()
 {
-    LookWhetherResultWasRead();
     PluginLocator locator;
     std::string statusText;
     int progress = 0;
     int count = 0;
     onlyDelivers = false;
     atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
+    // First, so that it is loaded while the rest goes on.
+    if (atPlugin && engine->WillLoadCurrent())
+        entityScanner.Begin(locator);
+    LookWhetherResultWasRead();
     if (!unread.empty() && extraRounds < mostExtraRounds) {
         ++extraRounds;
         const auto done = atPlugin ? static_cast<long long>(progress) : static_cast<long long>(total);
@@ -167,8 +170,6 @@ ValuePtr ScanConversation::GetScanInfo()
     }
     if (!atPlugin)
         return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
-    if (engine->WillLoadCurrent())
-        entityScanner.Begin(locator);
     return MakeScanInfo(locator, statusText, progress, count, true);
 }
 

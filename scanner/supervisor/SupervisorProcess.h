@@ -8,6 +8,12 @@ namespace zetaudiofilterscan {
 /// its programs (the host ends the scanner itself), and a broken pipe.
 void SetUpSupervisorProcess();
 
+/// Takes from this process, and from the workers that it will start, what they do not need: no privileges can
+/// be gained; there is no memory image, which could hold the host's paths, and no error dialog; on Linux,
+/// open files and processes are bounded, widely enough for any plug-in, and not for one that runs wild. What
+/// cannot be had is traced.
+void GiveUpPrivileges();
+
 /// The number that the system gives this process.
 std::string OwnProcessNumber();
 

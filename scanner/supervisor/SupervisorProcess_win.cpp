@@ -15,6 +15,9 @@ void SetUpSupervisorProcess()
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
+// The job that holds the workers ends whatever they start; nothing else can be given up here.
+void GiveUpPrivileges() {}
+
 std::string OwnProcessNumber()
 {
     return std::to_string(::GetCurrentProcessId());

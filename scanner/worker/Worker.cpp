@@ -53,7 +53,6 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
         SendOrEnd(channel, WorkerTrace{level, std::string(category), std::string(text)});
     });
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
-    TraceLack(LimitResources());
     if (settings.refuseNetwork)
         TraceLack(RefuseNetwork());
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {

@@ -1,29 +1,20 @@
 #include "WorkerPrivileges.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstddef>
-#include <fstream>
 #include <system_error>
 
 #include <linux/audit.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 
 namespace zetaudiofilterscan {
 
 namespace {
-
-// Sample libraries are the ones that open many.
-constexpr rlim_t mostFiles = 8192;
-// More than the whole system runs now. The limit counts all of the user's, and other programs start some too.
-constexpr rlim_t roomForProcesses = 4096;
 
 #if defined(__x86_64__)
 constexpr std::uint32_t ownArchitecture = AUDIT_ARCH_X86_64;
@@ -40,28 +31,6 @@ constexpr std::uint32_t otherNumbers = 0xFFFFFFFF;
 std::string LastError(const char* what)
 {
     return std::string(what) + ": " + std::system_category().message(errno);
-}
-
-/// Never above what there is already.
-std::string Lower(__rlimit_resource resource, rlim_t most, const char* what)
-{
-    rlimit limit{};
-    if (::getrlimit(resource, &limit) != 0)
-        return LastError(what);
-    limit.rlim_max = std::min(limit.rlim_max, most);
-    limit.rlim_cur = std::min(limit.rlim_cur, limit.rlim_max);
-    return ::setrlimit(resource, &limit) == 0 ? std::string() : LastError(what);
-}
-
-/// Tasks of the whole system: what stands behind the slash in "0.50 0.40 0.30 2/345 6789".
-rlim_t RunningTasks()
-{
-    std::string text;
-    std::getline(std::ifstream("/proc/loadavg"), text);
-    rlim_t tasks = 0;
-    if (const auto slash = text.find('/'); slash != text.npos)
-        std::from_chars(text.data() + slash + 1, text.data() + text.size(), tasks);
-    return tasks;
 }
 
 constexpr sock_filter Load(std::size_t offset)
@@ -87,18 +56,6 @@ constexpr std::uint32_t Error(int code)
 }
 
 } // namespace
-
-std::string LimitResources()
-{
-    const std::string files = Lower(RLIMIT_NOFILE, mostFiles, "the number of open files cannot be limited");
-    const rlim_t tasks = RunningTasks();
-    if (tasks == 0)
-        return files + (files.empty() ? "" : "; ") +
-               "/proc/loadavg does not tell how many processes there are";
-    const std::string processes =
-        Lower(RLIMIT_NPROC, tasks + roomForProcesses, "the number of processes cannot be limited");
-    return files + (files.empty() || processes.empty() ? "" : "; ") + processes;
-}
 
 std::string RefuseNetwork()
 {

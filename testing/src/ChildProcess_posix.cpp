@@ -86,6 +86,8 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
 {
     const int input = ::open("/dev/null", O_RDONLY);
     ::setpgid(0, 0);
+    // A shell ignores it for what it starts in the background, and what is started there would inherit that.
+    ::signal(SIGINT, SIG_DFL);
     if (input < 0 || ::dup2(input, 0) < 0 || ::dup2(output, 1) < 0 || ::dup2(error, 2) < 0 ||
         (*folder && ::chdir(folder) != 0))
         ::_exit(127);

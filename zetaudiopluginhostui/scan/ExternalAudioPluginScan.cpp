@@ -29,6 +29,18 @@ using zetcore::debug::FaultPoint;
 constexpr std::chrono::seconds drainLimit{86400};
 constexpr wchar_t clientName[] = L"ClientUnknown";
 
+/// Empty when there is none. It may go at any moment: another host with the same preferences deletes it, too.
+std::string ReadIfThere(const filesupport::File& file)
+{
+    try {
+        return filesupport::FileUtils::ReadFile(file);
+    } catch (const filesupport::file_exception& error) {
+        if (error.Cause() == std::errc::no_such_file_or_directory)
+            return {};
+        throw;
+    }
+}
+
 } // namespace
 
 ExternalAudioPluginScan::ExternalAudioPluginScan(PortWait portWait) : launcher(std::move(portWait)) {}
@@ -292,8 +304,7 @@ void ExternalAudioPluginScan::OnScanOneEntitySuccess()
     FaultPoint("host.entity-answered");
     {
         const std::lock_guard lock(mutex);
-        const filesupport::File file = ResultFile();
-        std::string text = file.Exists() ? filesupport::FileUtils::ReadFile(file) : std::string();
+        std::string text = ReadIfThere(ResultFile());
         if (!text.empty())
             threads::AsyncCallFromMainThread(
                 [text = std::move(text)] {

@@ -55,6 +55,8 @@ void PluginModuleInfoManager::State::TakeInWhatOthersSaved(const File& file)
                                   ": another program has saved it, what it found is taken in");
     NoteFlippedRecords();
     TakeRecordsOf(theirs);
+    // Whoever listens to changed folders is called with the file's lock held. It cannot deadlock: nobody
+    // waits for that lock for longer than a few seconds, and a save from there would then be made without it.
     TakeFoldersOf(theirs);
 }
 

@@ -63,7 +63,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Removes the records of these modules (a locator without sub-component stands for all of its module's),
     /// remembering the choices.
     void RemovePluginLocators(const std::vector<PluginLocator>& locators);
-    /// Adds or replaces one record and gives it its remembered choice.
+    /// Adds or replaces one record and gives it its remembered choice. Between `BeginIncrementalSaves` and
+    /// `EndIncrementalSaves` it is what a scan found, and goes to the journal as with `AddConfiguration`.
     void AddModule(InfoPtr info);
 
     /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.

@@ -128,6 +128,16 @@ struct BannedPluginManager::State
         loadError = std::move(error);
         TellRegistry();
     }
+
+    /// The content of the file, which is what the list holds from now on.
+    void Load(const File& file, BanListFile content, std::string error)
+    {
+        BannedSet held;
+        for (const BanEntry& entry : content.entries)
+            held.insert(entry.locator);
+        Replace(std::move(content), std::move(error));
+        NoteKnown(file, std::move(held));
+    }
 };
 
 BannedPluginManager* BannedPluginManager::GetInstance()
@@ -200,14 +210,12 @@ std::optional<BanInfo> BannedPluginManager::GetBanInfo(const PluginLocator& loca
 bool BannedPluginManager::LoadConfiguration(const File& file)
 {
     if (!file.Exists()) {
-        state->Replace({}, {});
-        state->NoteKnown(file, {});
+        state->Load(file, {}, {});
         return true;
     }
     const std::string text = FileUtils::ReadFile(file, maxFileSize);
     try {
-        state->Replace(ParseBanList(text, rootName), {});
-        state->NoteKnown(file, state->locators);
+        state->Load(file, ParseBanList(text, rootName), {});
         return true;
     } catch (const std::runtime_error& damage) {
         std::string error = zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what();
@@ -217,8 +225,7 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
         } catch (const file_exception& notKept) {
             zetcore::debug::TraceLine(1, traceCategory, notKept.what());
         }
-        state->Replace({}, std::move(error));
-        state->NoteKnown(file, {});
+        state->Load(file, {}, std::move(error));
         return false;
     }
 }

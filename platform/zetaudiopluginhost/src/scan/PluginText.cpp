@@ -9,6 +9,7 @@ using namespace zetcore::string;
 
 namespace {
 
+/// Characters: more than any list shows of a name, and what a plug-in leaves unterminated ends here.
 constexpr std::size_t maxLength = 255;
 
 std::wstring Shown(std::wstring_view text)

@@ -10,6 +10,7 @@ namespace zetaudiopluginhost::vst2 {
 
 namespace {
 
+/// Several times what the largest shells have: one that goes on never ends.
 constexpr std::size_t maxSubPlugins = 10000;
 constexpr float sampleRate = 44100;
 constexpr std::intptr_t blockSize = 512;

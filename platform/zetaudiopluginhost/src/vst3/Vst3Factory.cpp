@@ -11,6 +11,7 @@ namespace zetaudiopluginhost::vst3 {
 
 namespace {
 
+/// Several times what any module has: a count beyond it is no count.
 constexpr std::int32_t maxClasses = 10000;
 
 /// What a plug-in fills, with room behind it for one that writes too far.

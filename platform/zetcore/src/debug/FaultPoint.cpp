@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <mutex>
+#include <string>
 #include <vector>
 
-#include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
 
 #include "debug/FaultProcess.h"
@@ -55,11 +56,12 @@ class Faults
         if (const auto variable = utility::EnvironmentVariable("ZET_FAULT")) {
             const std::string text = string::UTF16to8(*variable);
             for (const std::string_view part : SplitText(text, ';')) {
+                // Trace has places of its own.
                 if (const auto setting = ParseFaultSetting(Trim(part)))
                     faults.push_back({*setting});
                 else
-                    TraceLine(1, "FaultPoint",
-                              "ZET_FAULT: \"" + std::string(part) + "\" is no PLACE:VISIT:ACTION");
+                    std::fprintf(stderr, "ZET_FAULT: \"%s\" is no PLACE:VISIT:ACTION\n",
+                                 std::string(part).c_str());
             }
         }
         on.store(!faults.empty(), std::memory_order_relaxed);

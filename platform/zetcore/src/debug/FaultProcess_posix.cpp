@@ -29,7 +29,9 @@ void AnnounceAndStop(std::string_view place)
         if (::write(opened.Get(), line.data(), line.size()) != static_cast<ssize_t>(line.size()))
             return;
     }
-    ::kill(::getpid(), SIGSTOP);
+    // To this thread: of one sent to the process, another thread might be told, and this one would go on for
+    // a while.
+    ::raise(SIGSTOP);
 }
 
 void KillOwnProcess()

@@ -106,6 +106,7 @@ class Replacement
 
     std::filesystem::path FollowLinks(std::filesystem::path path) const
     {
+        // As many as the system itself follows.
         constexpr int mostLinks = 40;
         for (int links = 0; links < mostLinks; ++links) {
             char to[PATH_MAX];

@@ -65,6 +65,7 @@ std::string FileUtils::ReadFile(const File& file, std::uint64_t maxBytes)
 std::wstring FileUtils::KeepAside(const File& file)
 {
     constexpr const char* operation = "keep aside";
+    // Each damage takes one: whoever has so many has other troubles, and the search must end.
     constexpr int mostNames = 10'000;
     const std::filesystem::path damaged = ToNativeChecked(operation, file.FullPath());
     std::error_code error;

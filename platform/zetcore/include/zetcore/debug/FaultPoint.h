@@ -14,10 +14,9 @@
 /// of this process.
 ///
 ///     stop       at that visit: announces itself and stops until somebody continues or kills it. Only the
-///     first
-///                process to come so far does: the announcement ("PLACE NUMBER\n", NUMBER the process's) goes
-///                to the named pipe `ZET_FAULT_PIPE`, which is renamed to `<name>.taken` first. POSIX systems
-///                only
+///                first process to come so far does: the announcement ("PLACE NUMBER\n", NUMBER the
+///                process's) goes to the named pipe `ZET_FAULT_PIPE`, which is renamed to `<name>.taken`
+///                first. POSIX systems only
 ///     kill       at that visit: ends the process as a kill does
 ///     no-space   from that visit on: `FaultError` gives that there is no space left
 ///     read-only  from that visit on: `FaultError` gives that the file system is read-only
