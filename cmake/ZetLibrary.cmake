@@ -186,14 +186,14 @@ function(zet_program name)
   target_link_libraries(${name} PRIVATE ${ARG_USES} ${ARG_LINK})
 endfunction()
 
-# zet_test(LIBRARY FILES tests [USES libs] [LINK targets] [NEEDS targets] [NAME name] [THREADS])
+# zet_test(LIBRARY FILES tests [USES libs] [LINK targets] [NEEDS targets] [NAME name] [THREADS] [SCANNERS])
 # One test program for the tests that stand beside a library's units; it is linked with the library's objects.
-# THREADS: nothing in it draws, so that it runs under the thread sanitizer.
+# THREADS: nothing in it draws, so that it runs under the thread sanitizer. SCANNERS: it starts scanners.
 function(zet_test library)
   if(NOT ZET_BUILD_TESTS)
     return()
   endif()
-  cmake_parse_arguments(ARG "THREADS" "NAME" "FILES;USES;LINK;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "THREADS;SCANNERS" "NAME" "FILES;USES;LINK;NEEDS" ${ARGN})
   if(NOT ARG_NAME)
     set(ARG_NAME ${library}Test)
   endif()
@@ -207,21 +207,29 @@ function(zet_test library)
   if(ARG_NEEDS)
     add_dependencies(${ARG_NAME} ${ARG_NEEDS})
   endif()
-  if(ARG_THREADS)
-    zet_discover_tests(${ARG_NAME} THREADS)
-  else()
-    zet_discover_tests(${ARG_NAME})
-  endif()
+  set(options "")
+  foreach(option IN ITEMS THREADS SCANNERS)
+    if(ARG_${option})
+      list(APPEND options ${option})
+    endif()
+  endforeach()
+  zet_discover_tests(${ARG_NAME} ${options})
 endfunction()
 
-# zet_discover_tests(TARGET [THREADS])
+# zet_discover_tests(TARGET [THREADS] [SCANNERS])
 function(zet_discover_tests target)
   if(WIN32)
     # Programs of other folders, the scanner's stand-in among them, look for our libraries along PATH. To start a
     # program takes long under an emulator, so that there it is one test.
     add_test(NAME ${target} COMMAND ${target})
-    set_tests_properties(${target} PROPERTIES TIMEOUT 1800 ENVIRONMENT_MODIFICATION
+    # The slowest takes about three minutes; what hangs ends too.
+    set_tests_properties(${target} PROPERTIES TIMEOUT 600 ENVIRONMENT_MODIFICATION
       "PATH=path_list_prepend:${CMAKE_RUNTIME_OUTPUT_DIRECTORY};WINEPATH=cmake_list_prepend:Z:${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    if("SCANNERS" IN_LIST ARGN)
+      # The block that carries a scanner's port belongs to the user's whole session, and the tests count the
+      # scanners that still run in it.
+      set_tests_properties(${target} PROPERTIES RESOURCE_LOCK scanners)
+    endif()
     return()
   endif()
   include(GoogleTest)

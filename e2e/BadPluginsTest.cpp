@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <zettesting/Emulation.h>
+
+#include "CrashNames.h"
 #include "ManagerFixture.h"
 
 namespace {
@@ -24,46 +27,58 @@ struct Behaviour
 {
     std::string name;
     Verdict verdict;
-    /// A pattern that the reason must hold.
+    /// What the reason must hold.
     std::string reason;
 
     friend void PrintTo(const Behaviour& behaviour, std::ostream* stream) { *stream << behaviour.name; }
 };
 
-const Behaviour behaviours[] = {
-    {"crash_on_load", Verdict::Banned, "crashed \\(segmentation fault\\) while being loaded"},
-    {"crash_in_entry", Verdict::Banned, "crashed \\(segmentation fault\\) in its entry function"},
-    {"crash_when_asked_name", Verdict::Banned, "crashed \\(segmentation fault\\) while being asked"},
-    {"crash_on_close", Verdict::Banned, "crashed \\(segmentation fault\\) while being closed"},
-    {"crash_on_unload", Verdict::Banned, "crashed \\(segmentation fault\\) while being unloaded"},
-    {"aborts", Verdict::Banned, "crashed \\(aborted\\) in its entry function"},
-    {"throws_exception", Verdict::Banned, "exception.*the plug-in gave up"},
-    {"exits_zero", Verdict::Banned, "ended the process \\(exit code 0\\) in its entry function"},
-    {"quick_exits_one", Verdict::Banned, "ended the process \\(exit code 1\\) in its entry function"},
-    {"overflows_stack", Verdict::Banned, "crashed \\(segmentation fault\\) in its entry function"},
-    {"loops_forever", Verdict::Banned, "took longer than 1 second in its entry function"},
-    {"hangs_on_load", Verdict::Banned, "took longer than 1 second while being loaded"},
-    {"hangs_in_vst3_factory", Verdict::Banned, "took longer than 1 second in its entry function"},
-    {"hangs_when_asked_name", Verdict::Banned, "took longer than 1 second while being asked"},
-    {"hangs_on_close", Verdict::Banned, "took longer than 1 second while being closed"},
-    {"deadlocks_on_unload", Verdict::Banned, "took longer than 1 second while being unloaded"},
-    {"closes_descriptors", Verdict::Banned, "closed files"},
-    {"crash_vst3_factory", Verdict::Banned, "crashed \\(segmentation fault\\)"},
-    {"installs_crash_handler", Verdict::Banned, "ended the process \\(exit code 0\\) in its entry function"},
-    {"floods_output", Verdict::Found, ""},
-    {"changes_process", Verdict::Found, ""},
-    {"poisons_process", Verdict::Found, ""},
-    {"crashes_when_poisoned", Verdict::Found, ""},
-    {"unterminated_names", Verdict::Found, ""},
-    {"invalid_utf8_names", Verdict::Found, ""},
-    {"vst3_unterminated_names", Verdict::Found, ""},
-    {"leaves_threads", Verdict::FoundOrBanned, ""},
-    {"endless_shell", Verdict::NoPlugin, ""},
-    {"returns_null", Verdict::NoPlugin, ""},
-    {"wrong_magic", Verdict::NoPlugin, ""},
-    {"no_entry_point", Verdict::NoPlugin, ""},
-    {"vst3_null_factory", Verdict::NoPlugin, ""},
-};
+std::vector<Behaviour> AllBehaviours()
+{
+    const std::string fault = "crashed (" + MemoryFaultName() + ")";
+    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+    const bool caught = zettesting::IsWine();
+    return {
+        {"crash_on_load", caught ? Verdict::NoPlugin : Verdict::Banned, fault + " while being loaded"},
+        {"crash_in_entry", Verdict::Banned, fault + " in its entry function"},
+        {"crash_when_asked_name", Verdict::Banned, fault + " while being asked"},
+        {"crash_on_close", Verdict::Banned, fault + " while being closed"},
+        {"crash_on_unload", caught ? Verdict::Found : Verdict::Banned, fault + " while being unloaded"},
+        {"aborts", Verdict::Banned, "crashed (aborted) in its entry function"},
+        {"throws_exception", Verdict::Banned, "exception (the plug-in gave up"},
+        {"exits_zero", Verdict::Banned, "ended the process (exit code 0) in its entry function"},
+        {"quick_exits_one", Verdict::Banned, "ended the process (exit code 1) in its entry function"},
+        {"overflows_stack", Verdict::Banned, "crashed (" + StackOverflowName() + ") in its entry function"},
+        {"loops_forever", Verdict::Banned, "took longer than 1 second in its entry function"},
+        {"hangs_on_load", Verdict::Banned, "took longer than 1 second while being loaded"},
+        {"hangs_in_vst3_factory", Verdict::Banned, "took longer than 1 second in its entry function"},
+        {"hangs_when_asked_name", Verdict::Banned, "took longer than 1 second while being asked"},
+        {"hangs_on_close", Verdict::Banned, "took longer than 1 second while being closed"},
+        {"deadlocks_on_unload", Verdict::Banned, "took longer than 1 second while being unloaded"},
+        {"closes_descriptors", Verdict::Banned, "closed files"},
+        {"crash_vst3_factory", Verdict::Banned, fault},
+        {"installs_crash_handler", Verdict::Banned, "ended the process (exit code 0) in its entry function"},
+        {"floods_output", Verdict::Found, ""},
+        {"changes_process", Verdict::Found, ""},
+        {"poisons_process", Verdict::Found, ""},
+        {"crashes_when_poisoned", Verdict::Found, ""},
+        {"unterminated_names", Verdict::Found, ""},
+        {"invalid_utf8_names", Verdict::Found, ""},
+        {"vst3_unterminated_names", Verdict::Found, ""},
+        {"leaves_threads", Verdict::FoundOrBanned, ""},
+        {"endless_shell", Verdict::NoPlugin, ""},
+        {"returns_null", Verdict::NoPlugin, ""},
+        {"wrong_magic", Verdict::NoPlugin, ""},
+        {"no_entry_point", Verdict::NoPlugin, ""},
+        {"vst3_null_factory", Verdict::NoPlugin, ""},
+    };
+}
+
+const std::vector<Behaviour>& Behaviours()
+{
+    static const std::vector<Behaviour> behaviours = AllBehaviours();
+    return behaviours;
+}
 
 class BadPlugin : public ManagerFixture, public testing::WithParamInterface<Behaviour>
 {
@@ -77,7 +92,10 @@ class BadPlugin : public ManagerFixture, public testing::WithParamInterface<Beha
                 Install("good/vst3_several_classes", "y_classes").string(),
                 Install("good/vst2_synth", "z_synth").string()};
         bad = Install("bad/" + GetParam().name, "m_bad");
-        environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.EntityTimeoutSeconds=1";
+        // Short for those that hang alone: on a busy machine the others may take their time.
+        const bool hangs = GetParam().reason.find("longer than 1 second") != std::string::npos;
+        environment["ZET_DEBUG_DATABASE"] =
+            "zetaudiofilterscan.EntityTimeoutSeconds=" + std::string(hangs ? "1" : "20");
     }
 
     bool IsBanned() const
@@ -90,7 +108,7 @@ class BadPlugin : public ManagerFixture, public testing::WithParamInterface<Beha
     std::filesystem::path bad;
 };
 
-INSTANTIATE_TEST_SUITE_P(Each, BadPlugin, testing::ValuesIn(behaviours),
+INSTANTIATE_TEST_SUITE_P(Each, BadPlugin, testing::ValuesIn(Behaviours()),
                          [](const auto& test) { return test.param.name; });
 
 TEST_P(BadPlugin, TheHostSurvivesAndTheGoodOnesAreFound)
@@ -131,7 +149,7 @@ TEST_P(BadPlugin, TheHostSurvivesAndTheGoodOnesAreFound)
     if (isBanned) {
         const auto listed = FindListed(bad);
         ASSERT_TRUE(listed);
-        EXPECT_THAT(listed->reason, testing::ContainsRegex(GetParam().reason));
+        EXPECT_THAT(listed->reason, testing::HasSubstr(GetParam().reason));
         EXPECT_NE(listed->reason, "");
     }
 }
@@ -155,7 +173,7 @@ TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
     EXPECT_EQ(reload.exitStatus, 0) << reload.error;
     if (GetParam().verdict == Verdict::Banned) {
         EXPECT_THAT(reload.output, testing::HasSubstr("1 banned"));
-        EXPECT_THAT(reload.output, testing::ContainsRegex(GetParam().reason));
+        EXPECT_THAT(reload.output, testing::HasSubstr(GetParam().reason));
         EXPECT_TRUE(IsBanned());
     }
     for (const std::string& path : good)
@@ -189,7 +207,7 @@ TEST_P(BadPluginInProcess, GivesTheSameAsInTheScanner)
     for (const std::string& path : good)
         EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
     if (IsBanned()) {
-        EXPECT_THAT(FindListed(bad)->reason, testing::ContainsRegex(GetParam().reason));
+        EXPECT_THAT(FindListed(bad)->reason, testing::HasSubstr(GetParam().reason));
         EXPECT_EQ(Scan({"--in-process"}).scanned, 0);
     }
 }
@@ -205,7 +223,7 @@ TEST_F(BadPlugins, TheTableSaysWhichWereBannedAndWhy)
     EXPECT_THAT(scan, testing::HasSubstr("Banned: " + bad.string() + "\n    crashed"));
     const std::string table = RunWell({"list"});
     EXPECT_THAT(table, testing::HasSubstr("1 plug-in, 1 banned"));
-    EXPECT_THAT(table, testing::ContainsRegex(bad.string() + "\n    crashed"));
+    EXPECT_THAT(table, testing::HasSubstr(bad.string() + "\n    crashed"));
 }
 
 TEST_F(BadPlugins, OutputOfPluginsGoesToTheScanLogsOnly)
@@ -221,7 +239,12 @@ TEST_F(BadPlugins, OutputOfPluginsGoesToTheScanLogsOnly)
 TEST_F(BadPlugins, AShellWithoutEndSaysSo)
 {
     Install("bad/endless_shell", "endless");
-    EXPECT_THAT(RunWell({"scan"}), testing::ContainsRegex("No plug-in: .*endless.*\n    .*shell"));
+    const std::string scan = RunWell({"scan"});
+    const std::size_t start = scan.find("No plug-in: ");
+    ASSERT_NE(start, std::string::npos) << scan;
+    const std::size_t end = scan.find("\n    ", start);
+    EXPECT_THAT(scan.substr(start, end - start), testing::HasSubstr("endless"));
+    EXPECT_THAT(scan.substr(end), testing::HasSubstr("shell"));
 }
 
 TEST_F(BadPlugins, AnUnsupportedPluginIsNotLoaded)
@@ -255,19 +278,21 @@ TEST_F(BadPlugins, APoisonedProcessDoesNotGetTheNextPluginBanned)
 TEST_F(BadPlugins, AllOfThemAtOnceLeaveTheGoodOnes)
 {
     Strings good;
-    for (const auto& behaviour : behaviours) {
-        const std::string number = std::to_string(100 + (&behaviour - behaviours));
+    for (const auto& behaviour : Behaviours()) {
+        const std::string number = std::to_string(100 + (&behaviour - Behaviours().data()));
         Install("bad/" + behaviour.name, number + "_bad");
         good.push_back(Install("good/vst2_effect", number + "_good").string());
     }
-    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.EntityTimeoutSeconds=1";
+    // The good ones among them take longer under an emulator.
+    environment["ZET_DEBUG_DATABASE"] =
+        "zetaudiofilterscan.EntityTimeoutSeconds=" + std::string(zettesting::IsWine() ? "4" : "1");
     const ScanSummary summary = Scan();
     EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
-    EXPECT_EQ(summary.scanned, static_cast<long long>(2 * std::size(behaviours)));
+    EXPECT_EQ(summary.scanned, static_cast<long long>(2 * Behaviours().size()));
     const Strings working = ListedPaths({"--enabled"});
     for (const std::string& path : good)
         EXPECT_THAT(working, testing::Contains(path));
-    const auto mustBeBanned = std::count_if(std::begin(behaviours), std::end(behaviours),
+    const auto mustBeBanned = std::count_if(Behaviours().begin(), Behaviours().end(),
                                             [](const auto& each) { return each.verdict == Verdict::Banned; });
     EXPECT_GE(static_cast<std::ptrdiff_t>(summary.banned.size()), mustBeBanned);
     for (const std::string& path : summary.banned)

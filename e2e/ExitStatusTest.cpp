@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <zettesting/NoDisplay.h>
+
 #include "ManagerFixture.h"
 
 namespace {
@@ -20,6 +22,7 @@ TEST_F(ExitStatus, WrongUsageIsTwoAndChangesNothing)
     RunWell({"scan"});
     const auto before = List();
     const std::string missing = (plugins / "missing.so").string();
+    const zettesting::NoDisplay noDisplay;
     for (const Strings& arguments :
          {Strings{}, Strings{"frobnicate"}, Strings{"scan", missing}, Strings{"enable", missing},
           Strings{"disable", known.string(), missing}, Strings{"ban", known.string(), missing},
@@ -49,13 +52,12 @@ TEST_F(ExitStatus, ABannedPluginCannotBeEnabledAndTheMessageSaysWhatToDo)
 
 TEST_F(ExitStatus, WhatCannotBeSavedIsOneAndSaysWhere)
 {
-    Install("good/vst2_effect", "effect");
+    const std::string effect = Install("good/vst2_effect", "effect").string();
     prefs = folder / "a file";
     zettesting::WriteAll(prefs, "no folder");
     for (const Strings& arguments :
          {Strings{"list", "--json"}, Strings{"folders", "add", plugins.string()}, Strings{"enable", "--all"},
-          Strings{"scan", "--json", "--in-process", (plugins / "effect.so").string()},
-          Strings{"scan", "--json", (plugins / "effect.so").string()}}) {
+          Strings{"scan", "--json", "--in-process", effect}, Strings{"scan", "--json", effect}}) {
         const auto result = Run(arguments);
         EXPECT_EQ(result.exitStatus, 1) << testing::PrintToString(arguments) << result.error;
         EXPECT_THAT(result.error, HasSubstr(prefs.string())) << testing::PrintToString(arguments);
@@ -128,7 +130,9 @@ TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
     const auto first = Install("good/vst2_effect", "a_first");
     const auto hanging = Install("bad/loops_forever", "m_hanging");
     Install("good/vst2_synth", "z_last");
-    ChildProcess scan(Command({"scan", "--json"}));
+    auto command = Command({"scan", "--json"});
+    command.interruptible = true;
+    ChildProcess scan(command);
     ASSERT_TRUE(scan.WaitForError(hanging.string()));
     const auto interrupted = std::chrono::steady_clock::now();
     scan.Interrupt();
@@ -149,7 +153,9 @@ TEST_F(ExitStatus, CancellingInProcessKeepsWhatWasFound)
     const auto first = Install("good/vst2_effect", "a_first");
     for (int number = 100; number < 1100; ++number)
         Install("good/vst2_synth", std::to_string(number));
-    ChildProcess scan(Command({"scan", "--json", "--in-process"}));
+    auto command = Command({"scan", "--json", "--in-process"});
+    command.interruptible = true;
+    ChildProcess scan(command);
     ASSERT_TRUE(scan.WaitForError((plugins / "110").string()));
     scan.Interrupt();
     const auto& result = scan.Wait();

@@ -70,11 +70,11 @@ TEST_P(OddFiles, LinksAreFollowedAndCyclesAreNot)
     const auto elsewhere = folder / "elsewhere";
     std::filesystem::create_directories(elsewhere / "deep");
     zettesting::CopyTestPlugin("good/vst2_effect", elsewhere / "deep", "linked");
-    std::filesystem::create_directory_symlink(elsewhere, plugins / "link");
+    const bool linked = zettesting::MakeFolderLink(elsewhere, plugins / "link");
     zettesting::MakeLinkCycle(plugins);
     const ScanSummary summary = Scan(ScanArguments());
     EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
-    EXPECT_EQ(summary.found, 1);
+    EXPECT_EQ(summary.found, linked ? 1 : 0);
     EXPECT_EQ(summary.banned, Strings());
 }
 

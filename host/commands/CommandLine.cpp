@@ -240,6 +240,8 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& outp
     const bool hasDisplay = zetui::ui::IsDisplayAvailable();
     app.require_subcommand(hasDisplay ? 0 : 1, 1);
     app.fallthrough();
+    // A path may start with a slash on Windows too.
+    app.allow_windows_style_options(false);
     app.footer(footer);
     AddManage(app, choice);
     AddScan(app, choice);

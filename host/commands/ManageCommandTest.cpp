@@ -13,6 +13,7 @@
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/NoDisplay.h>
 #include <zetui/skins/Skins.h>
 #include <zetui/ui/Application.h>
 
@@ -227,9 +228,7 @@ TEST_F(ManageCommand, TheLanguageIsChosenAndAnUnknownOneOrAnUnknownSkinIsWrongUs
 
 TEST_F(ManageCommand, WithoutADisplayItSaysSoAndExitsWithTwo)
 {
-    const zettesting::ScopedEnvironment noPlatform("QT_QPA_PLATFORM", std::nullopt);
-    const zettesting::ScopedEnvironment noX("DISPLAY", std::nullopt);
-    const zettesting::ScopedEnvironment noWayland("WAYLAND_DISPLAY", std::nullopt);
+    const zettesting::NoDisplay noDisplay;
     std::ostringstream output;
     testing::internal::CaptureStderr();
     EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "manage"}, output), 2);

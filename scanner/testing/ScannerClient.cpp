@@ -85,6 +85,7 @@ ScannerClient::ScannerClient(std::filesystem::path preferences, Environment envi
     zettesting::ChildProcess::Options options;
     options.program = Program();
     options.environment = std::move(environment);
+    options.interruptible = true;
     process = std::make_unique<zettesting::ChildProcess>(options);
 
     const auto giveUp = std::chrono::steady_clock::now() + limit;

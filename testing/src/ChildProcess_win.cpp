@@ -12,6 +12,7 @@
 #include <tlhelp32.h>
 
 #include <zetcore/string/Utf.h>
+#include <zettesting/Emulation.h>
 
 namespace zettesting {
 
@@ -73,6 +74,11 @@ std::wstring EnvironmentOf(const ChildProcess::Options& options)
         entries.append(name).append(L"=").append(value).push_back(L'\0');
     entries.push_back(L'\0');
     return entries;
+}
+
+BOOL WINAPI IgnoreCtrlC(DWORD event)
+{
+    return event == CTRL_C_EVENT;
 }
 
 void MakePipe(Handle& read, Handle& write)
@@ -151,6 +157,8 @@ ChildProcess::ChildProcess(const Options& options) : state(std::make_unique<Stat
     for (const std::string& argument : options.arguments)
         commandLine += L" " + Quote(zetcore::string::UTF8to16(argument));
     std::wstring environment = EnvironmentOf(options);
+    const DWORD flags =
+        CREATE_UNICODE_ENVIRONMENT | (options.interruptible ? CREATE_NO_WINDOW : CREATE_NEW_PROCESS_GROUP);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -158,11 +166,20 @@ ChildProcess::ChildProcess(const Options& options) : state(std::make_unique<Stat
     startup.hStdOutput = outputWrite.get();
     startup.hStdError = errorWrite.get();
     PROCESS_INFORMATION information{};
-    if (!::CreateProcessW(options.program.wstring().c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                          CREATE_UNICODE_ENVIRONMENT | CREATE_NEW_PROCESS_GROUP, environment.data(),
-                          options.folder.empty() ? nullptr : options.folder.wstring().c_str(), &startup,
-                          &information))
-        throw std::runtime_error("no such program: " + options.program.string());
+    const auto start = [&] {
+        return ::CreateProcessW(options.program.wstring().c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                                flags, environment.data(),
+                                options.folder.empty() ? nullptr : options.folder.wstring().c_str(), &startup,
+                                &information) != FALSE;
+    };
+    // Of some thousand programs that Wine starts, one fails with an internal error, for no reason of its own.
+    bool started = start();
+    for (int again = 0; !started && again < 3 && ::GetLastError() == ERROR_INTERNAL_ERROR && IsWine();
+         ++again)
+        started = start();
+    if (!started)
+        throw std::runtime_error("cannot start " + options.program.string() + ": error " +
+                                 std::to_string(::GetLastError()));
     ::CloseHandle(information.hThread);
     state->process.reset(information.hProcess);
     state->id = information.dwProcessId;
@@ -219,8 +236,17 @@ bool ChildProcess::WaitForError(std::string_view text, std::chrono::milliseconds
 
 void ChildProcess::Interrupt()
 {
-    if (!state->ended)
-        ::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, state->id);
+    if (state->ended)
+        return;
+    // The event reaches all who share the sender's console.
+    ::FreeConsole();
+    const bool attached = ::AttachConsole(state->id) != FALSE;
+    ::SetConsoleCtrlHandler(&IgnoreCtrlC, TRUE);
+    const bool sent = attached && ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+    ::FreeConsole();
+    ::AttachConsole(ATTACH_PARENT_PROCESS);
+    if (!sent)
+        throw std::runtime_error("cannot press Ctrl-C in the child's console");
 }
 
 void ChildProcess::Kill()

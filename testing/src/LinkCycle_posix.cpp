@@ -17,4 +17,10 @@ fs::path MakeLinkCycle(const fs::path& folder)
     return cycle;
 }
 
+bool MakeFolderLink(const fs::path& target, const fs::path& link)
+{
+    fs::create_directory_symlink(target, link);
+    return true;
+}
+
 } // namespace zettesting

@@ -37,4 +37,12 @@ fs::path MakeLinkCycle(const fs::path& folder)
     return cycle;
 }
 
+bool MakeFolderLink(const fs::path& target, const fs::path& link)
+{
+    if (IsWine())
+        return false;
+    MakeLink(target, link, SYMBOLIC_LINK_FLAG_DIRECTORY);
+    return true;
+}
+
 } // namespace zettesting

@@ -7,6 +7,8 @@
 
 #include <zetcore/string/Utf.h>
 
+#include "RemoveTree.h"
+
 namespace zettesting {
 
 TemporaryFolder::TemporaryFolder()
@@ -26,15 +28,7 @@ TemporaryFolder::TemporaryFolder()
 
 TemporaryFolder::~TemporaryFolder()
 {
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(
-             path, std::filesystem::directory_options::skip_permission_denied, ignored)) {
-        std::error_code notOurs;
-        if (entry.is_directory(notOurs) && !entry.is_symlink(notOurs))
-            std::filesystem::permissions(entry.path(), std::filesystem::perms::owner_all,
-                                         std::filesystem::perm_options::add, notOurs);
-    }
-    std::filesystem::remove_all(path, ignored);
+    RemoveTree(path);
 }
 
 std::wstring TemporaryFolder::Wide() const

@@ -143,7 +143,7 @@ TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTexts)
     EXPECT_EQ(name, Drawn(name, L"Chorus", TextTruncation::End, false));
     EXPECT_NE(name, Drawn(name, L"Chorus", TextTruncation::End, true));
     const QImage folderCell = Cell(FolderList(), 0, 0);
-    EXPECT_EQ(folderCell, Drawn(folderCell, L"/first", TextTruncation::End, false));
+    EXPECT_EQ(folderCell, Drawn(folderCell, zettesting::ToWide("/first"), TextTruncation::End, false));
 }
 
 TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)
@@ -152,12 +152,13 @@ TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)
     for (const auto skin : bothSkins) {
         OpenIn(skin);
         const QImage first = Cell(FolderList(), 0, 0);
-        EXPECT_EQ(first, Drawn(first, L"/first"));
+        EXPECT_EQ(first, Drawn(first, zettesting::ToWide("/first")));
         FolderList().SetColumnWidth(0, 120);
         HandleEvents();
         const QImage second = Cell(FolderList(), 1, 0);
-        EXPECT_EQ(second, Drawn(second, longPath, TextTruncation::End));
-        EXPECT_NE(second, Drawn(second, longPath, TextTruncation::Middle));
+        const std::wstring shownPath = zettesting::ToWide(longPath);
+        EXPECT_EQ(second, Drawn(second, shownPath, TextTruncation::End));
+        EXPECT_NE(second, Drawn(second, shownPath, TextTruncation::Middle));
     }
 }
 

@@ -42,9 +42,9 @@ TEST_F(FolderCommands, TheListShowsTheVstFoldersInTheirOrder)
     AddFolders({L"/second", L"/first"});
     TheRegistry().GetPluginTechnology(3)->AddPluginDirectories({L"/of another technology"});
     OpenDialog();
-    EXPECT_THAT(Folders(), ElementsAre(L"/second", L"/first"));
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/second"), ToWide("/first")));
     AddFolders({L"/third"});
-    EXPECT_THAT(Folders(), ElementsAre(L"/second", L"/first", L"/third"));
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/second"), ToWide("/first"), ToWide("/third")));
 }
 
 TEST_F(FolderCommands, CancellingTheChooserChangesNothing)
@@ -54,8 +54,8 @@ TEST_F(FolderCommands, CancellingTheChooserChangesNothing)
     Press(ids::kAddDirectoryButton);
     EXPECT_THAT(shown->choosers, ElementsAre(L"Choose a Plug-In Folder:"));
     EXPECT_TRUE(WereShownForTheDialog(1));
-    EXPECT_THAT(Folders(), ElementsAre(L"/first"));
-    EXPECT_THAT(VstFolders(), ElementsAre(L"/first"));
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/first")));
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/first")));
     EXPECT_TRUE(shown->alerts.empty());
 }
 
@@ -98,8 +98,8 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
     EXPECT_EQ(changes, 1) << "both at once";
-    EXPECT_THAT(Folders(), ElementsAre(L"/two"));
-    EXPECT_THAT(VstFolders(), ElementsAre(L"/two"));
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/two")));
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
     EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
 }
 
@@ -144,7 +144,7 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     OpenDialog();
     shown->answer = 64;
     Press(ids::kDefaultDirectoriesButton);
-    EXPECT_THAT(VstFolders(), ElementsAre(L"/my own"));
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/my own")));
     ASSERT_EQ(shown->questions.size(), 1u);
     const auto& question = shown->questions.front();
     EXPECT_EQ(question.title, "Studio");

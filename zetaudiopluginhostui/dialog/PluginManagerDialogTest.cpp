@@ -184,7 +184,7 @@ TEST_F(DialogAssembly, OnceItIsGoneNothingReachesItAnyMore)
     HandleEvents();
     EXPECT_EQ(shown->progressDialogs, 0);
     EXPECT_TRUE(shown->questions.empty());
-    EXPECT_THAT(VstFolders(), ElementsAre(L"/somewhere"));
+    EXPECT_THAT(VstFolders(), ElementsAre(zettesting::ToWide("/somewhere")));
 }
 
 TEST_F(DialogAssembly, TheSearchBoxExplainsItselfAndIsNamedForScreenReaders)

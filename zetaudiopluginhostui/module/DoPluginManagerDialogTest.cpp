@@ -176,7 +176,7 @@ TEST_F(DoPluginManagerDialog, CancelAfterChangesReturnsFalseAndTheRegistryEquals
         PressCancel(window);
     }));
     EXPECT_THAT(EnabledFlags(), ElementsAre(true, true));
-    EXPECT_THAT(Folders(), ElementsAre(L"/plugins"));
+    EXPECT_THAT(Folders(), ElementsAre(zettesting::ToWide("/plugins")));
     EXPECT_EQ(zettesting::ReadAll(configuration), before);
 }
 
@@ -225,7 +225,7 @@ TEST_F(DoPluginManagerDialog, AnExistingConfigurationKeepsItsFolders)
 {
     SaveTwoPlugins();
     Run(PressOk);
-    EXPECT_THAT(Folders(), ElementsAre(L"/plugins"));
+    EXPECT_THAT(Folders(), ElementsAre(zettesting::ToWide("/plugins")));
 }
 
 TEST_F(DoPluginManagerDialog, EmptyBoundsLeaveTheDialogAtItsOwnSizeAndHoldTheRealFrameAfterwards)

@@ -120,7 +120,7 @@ TEST_F(RegistryMergeTest, FoldersThatOnlyTheOtherChangedAreTheOthers)
     registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/theirs"});
     Save(registry);
     Save(other);
-    EXPECT_THAT(FoldersOf(other, TechnologyType::VST), ElementsAre(L"/theirs"));
+    EXPECT_THAT(FoldersOf(other, TechnologyType::VST), ElementsAre(zettesting::ToWide("/theirs")));
 }
 
 TEST_F(RegistryMergeTest, FoldersThatBothChangedAreAdded)
@@ -130,8 +130,8 @@ TEST_F(RegistryMergeTest, FoldersThatBothChangedAreAdded)
     other.GetPluginTechnology(TechnologyType::VST)->AddPluginDirectories({L"/ours"});
     Save(other);
     Load(registry);
-    EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), Contains(L"/ours"));
-    EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), Contains(L"/theirs"));
+    EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), Contains(zettesting::ToWide("/ours")));
+    EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), Contains(zettesting::ToWide("/theirs")));
 }
 
 TEST_F(RegistryMergeTest, AFileThatTheOtherDamagedIsKeptAside)

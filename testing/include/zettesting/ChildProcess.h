@@ -40,6 +40,8 @@ class ChildProcess
         std::map<std::string, std::optional<std::string>> environment;
         /// The current folder; inherited when empty.
         std::filesystem::path folder;
+        /// On Windows it gets a console of its own, which takes its time; there `Interrupt` needs it.
+        bool interruptible = false;
     };
 
     /// Starts it. Throws `std::runtime_error` when that fails.
@@ -54,7 +56,7 @@ class ChildProcess
     /// Waits until what it has written to standard error contains the text; false when it ends before that or
     /// the time is up.
     bool WaitForError(std::string_view text, std::chrono::milliseconds limit = std::chrono::minutes(1));
-    /// What Ctrl-C does.
+    /// What Ctrl-C does. Of an interruptible one.
     void Interrupt();
     void Kill();
 

@@ -69,5 +69,7 @@ std::vector<std::filesystem::path> OddFileNames();
 /// A folder with a link to itself inside, a link to its parent, and two links with a module's suffix that
 /// lead to one another. Gives the folder. Under Wine, which has no links, the folder is empty.
 std::filesystem::path MakeLinkCycle(const std::filesystem::path& folder);
+/// False, without a link, under Wine.
+bool MakeFolderLink(const std::filesystem::path& target, const std::filesystem::path& link);
 
 } // namespace zettesting

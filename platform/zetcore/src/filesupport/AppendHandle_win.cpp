@@ -5,6 +5,7 @@
 #include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
+#include "filesupport/SystemPath_win.h"
 #include "filesupport/WholeWrite_win.h"
 
 namespace zetcore::filesupport {
@@ -19,10 +20,10 @@ AppendHandle::AppendHandle(std::wstring filePath)
 {
     constexpr const char* operation = "open for appending";
     // With the right to append but not to write, the system itself moves every write to the end.
-    opened->file =
-        Handle(::CreateFileW(ToNativeChecked(operation, path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
-                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                             FILE_ATTRIBUTE_NORMAL, nullptr));
+    opened->file = Handle(::CreateFileW(SystemPath(ToNativeChecked(operation, path)).c_str(),
+                                        FILE_APPEND_DATA | SYNCHRONIZE,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!opened->file.IsOpen())
         throw file_exception(operation, path, LastSystemError());
 }

@@ -10,6 +10,7 @@
 #include "filesupport/LockName.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
+#include "filesupport/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -28,8 +29,8 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
         threads::Backoff pause;
         for (;;) {
             // Shared with nobody: whoever has it open has the lock.
-            taking->file = Handle(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+            taking->file = Handle(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0,
+                                                nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
             if (taking->file.IsOpen())
                 break;
             const bool isHeldByAnother = ::GetLastError() == ERROR_SHARING_VIOLATION;

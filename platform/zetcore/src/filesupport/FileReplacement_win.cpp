@@ -14,6 +14,7 @@
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"
+#include "filesupport/SystemPath_win.h"
 #include "filesupport/WholeWrite_win.h"
 
 namespace zetcore::filesupport {
@@ -25,11 +26,12 @@ constexpr const char* operation = "write";
 /// The file that a link leads to; the path itself when it is no link or leads nowhere.
 std::filesystem::path FollowLinks(const std::filesystem::path& path)
 {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    const DWORD attributes = ::GetFileAttributesW(SystemPath(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
         return path;
-    const Handle file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const Handle file(::CreateFileW(SystemPath(path).c_str(), 0,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (!file.IsOpen())
         return path;
     std::wstring target(32768, L'\0');
@@ -45,7 +47,7 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path)
 /// Windows 10 and some file systems cannot do it.
 bool MoveOntoOpenFile(HANDLE file, const std::filesystem::path& target)
 {
-    const std::wstring& name = target.native();
+    const std::wstring name = SystemPath(target);
     std::vector<std::max_align_t> block(
         (sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t)) / sizeof(std::max_align_t) + 1);
     auto* const rename = reinterpret_cast<FILE_RENAME_INFO*>(block.data());
@@ -62,18 +64,20 @@ bool MoveOntoOpenFile(HANDLE file, const std::filesystem::path& target)
 void CopyAccess(const std::filesystem::path& from, const std::filesystem::path& to)
 {
     DWORD size = 0;
-    ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    ::GetFileSecurityW(SystemPath(from).c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
     std::vector<std::max_align_t> access(size / sizeof(std::max_align_t) + 1);
-    if (::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, access.data(), size, &size) != 0)
-        ::SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, access.data());
+    if (::GetFileSecurityW(SystemPath(from).c_str(), DACL_SECURITY_INFORMATION, access.data(), size, &size) !=
+        0)
+        ::SetFileSecurityW(SystemPath(to).c_str(), DACL_SECURITY_INFORMATION, access.data());
 }
 
 class TemporaryFile
 {
   public:
     explicit TemporaryFile(std::filesystem::path temporaryPath)
-        : path(std::move(temporaryPath)), file(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
-                                                             CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))
+        : path(std::move(temporaryPath)),
+          file(::CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                             FILE_ATTRIBUTE_NORMAL, nullptr))
     {
         created = file.IsOpen();
     }
@@ -82,7 +86,7 @@ class TemporaryFile
     {
         file.Close();
         if (created)
-            ::DeleteFileW(path.c_str());
+            ::DeleteFileW(SystemPath(path).c_str());
     }
 
     TemporaryFile(const TemporaryFile&) = delete;
@@ -101,10 +105,10 @@ class TemporaryFile
 
     std::error_code MoveTo(const std::filesystem::path& target, Durability durability)
     {
-        if (const DWORD attributes = ::GetFileAttributesW(target.c_str());
+        if (const DWORD attributes = ::GetFileAttributesW(SystemPath(target).c_str());
             attributes != INVALID_FILE_ATTRIBUTES) {
             CopyAccess(target, path);
-            ::SetFileAttributesW(path.c_str(), attributes);
+            ::SetFileAttributesW(SystemPath(path).c_str(), attributes);
         }
         if (MoveOntoOpenFile(file.Get(), target)) {
             created = false;
@@ -116,7 +120,7 @@ class TemporaryFile
         const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(2);
         threads::Backoff pause;
         for (;;) {
-            if (::MoveFileExW(path.c_str(), target.c_str(), flags) != 0) {
+            if (::MoveFileExW(SystemPath(path).c_str(), SystemPath(target).c_str(), flags) != 0) {
                 created = false;
                 return {};
             }
@@ -141,7 +145,7 @@ void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durabili
     std::error_code missing;
     if (ReadFileStatus(target, missing).kind == FileKind::Folder && !missing)
         throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
-    const DWORD attributes = ::GetFileAttributesW(target.c_str());
+    const DWORD attributes = ::GetFileAttributesW(SystemPath(target).c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         throw file_exception(operation, path, std::make_error_code(std::errc::permission_denied));
 

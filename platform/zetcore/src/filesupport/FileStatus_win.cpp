@@ -2,6 +2,7 @@
 
 #include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"
+#include "filesupport/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -47,7 +48,7 @@ FileStatus ReadFileStatus(const std::filesystem::path& path, std::error_code& er
 
 std::error_code RemoveFile(const std::filesystem::path& path)
 {
-    if (::DeleteFileW(path.c_str()) != 0 || IsMissing(::GetLastError()))
+    if (::DeleteFileW(SystemPath(path).c_str()) != 0 || IsMissing(::GetLastError()))
         return {};
     return LastSystemError();
 }
@@ -55,7 +56,7 @@ std::error_code RemoveFile(const std::filesystem::path& path)
 std::error_code MakePrivateFolder(const std::filesystem::path& path)
 {
     // What lies in the user's profile inherits a private access list from it.
-    if (::CreateDirectoryW(path.c_str(), nullptr) != 0)
+    if (::CreateDirectoryW(SystemPath(path).c_str(), nullptr) != 0)
         return {};
     const std::error_code error = LastSystemError();
     std::error_code unreachable;
@@ -68,7 +69,8 @@ std::error_code MakePrivateFolder(const std::filesystem::path& path)
 
 std::error_code RenameToFreeName(const std::filesystem::path& from, const std::filesystem::path& to)
 {
-    return ::MoveFileExW(from.c_str(), to.c_str(), 0) != 0 ? std::error_code{} : LastSystemError();
+    return ::MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), 0) != 0 ? std::error_code{}
+                                                                                   : LastSystemError();
 }
 
 } // namespace zetcore::filesupport

@@ -5,13 +5,16 @@
 #include <thread>
 
 #include <gmock/gmock.h>
+#include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileLock.h>
 #include <zetcore/filesupport/IPlatformByteStream.h>
 #include <zetcore/string/Utf.h>
 #include <zettesting/Emulation.h>
 #include <zettesting/TemporaryFolder.h>
 
 #include "filesupport/FileReplacement.h"
+#include "filesupport/PlatformPath.h"
 
 namespace zetcore::filesupport {
 namespace {
@@ -233,6 +236,30 @@ TEST_F(FileUtilsTest, AnOpenStreamDoesNotKeepTheFileFromBeingReplacedOrDeleted)
     File(Path("a")).Delete();
     EXPECT_FALSE(File(Path("a")).Exists());
     EXPECT_THROW(IPlatformByteStream::OpenForReading(File(Path("a"))), file_exception);
+}
+
+TEST_F(FileUtilsTest, PathsMayBeLongerThanWindowsUsualLimit)
+{
+    Dir deep(Path("start"));
+    for (int level = 0; level < 5; ++level)
+        deep = Dir(deep.FullPath() + pathSeparator + std::wstring(100, L'n'));
+    deep.Create();
+    EXPECT_TRUE(deep.Exists());
+    const File file(deep, L"list.xml");
+    EXPECT_GT(file.FullPath().size(), 500u);
+    FileUtils::ReplaceContent(file.FullPath(), "new", Durability::PowerCut);
+    FileUtils::ReplaceContent(file.FullPath(), "newer", Durability::PowerCut);
+    FileUtils::AppendToFile(file.FullPath(), " still");
+    EXPECT_EQ(FileUtils::ReadFile(file), "newer still");
+    EXPECT_TRUE(FileLock(file).IsHeld());
+    EXPECT_EQ(file.GetParent().FullPath(), deep.FullPath());
+    EXPECT_EQ(file.GetTitle(), L"list.xml");
+    const File aside(FileUtils::KeepAside(file));
+    EXPECT_EQ(aside.FullPath(), file.FullPath() + L".damaged");
+    EXPECT_FALSE(file.Exists());
+    EXPECT_EQ(aside.Size(), 11u);
+    aside.Delete();
+    EXPECT_FALSE(aside.Exists());
 }
 
 } // namespace

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <cstring>
 #include <future>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
+#include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
 
 #include "filesupport/BlockName.h"
@@ -133,6 +135,32 @@ TEST_F(MemoryMappedFileTest, BlockNamesAreOnePlainWord)
     EXPECT_TRUE(IsBlockName("a-b_c.d"));
     EXPECT_FALSE(IsBlockName(".hidden"));
     EXPECT_FALSE(IsBlockName("two words"));
+}
+
+TEST_F(MemoryMappedFileTest, AnotherProgramSeesTheBytesAndChangesThem)
+{
+    MemoryMappedFile block;
+    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    std::memcpy(block.GetAddress(), "volume", 6);
+    const auto result = zettesting::ChildProcess::Run({ZET_BLOCK_USER, {"change", blockName}, {}, {}});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(std::memcmp(block.GetAddress(), "portme", 6), 0);
+}
+
+TEST_F(MemoryMappedFileTest, AProgramThatIsKilledLosesItsBlock)
+{
+    zettesting::ChildProcess holder({ZET_BLOCK_USER, {"hold", blockName}, {}, {}});
+    ASSERT_TRUE(holder.WaitForError("locked"));
+    std::promise<bool> made;
+    std::thread waiting([&made] {
+        MemoryMappedFile block;
+        made.set_value(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    });
+    std::future<bool> done = made.get_future();
+    EXPECT_EQ(done.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    holder.Kill();
+    EXPECT_TRUE(done.get());
+    waiting.join();
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
+#include "filesupport/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -30,9 +31,9 @@ Handle Lock(const std::wstring& name)
     const auto giveUp = std::chrono::steady_clock::now() + longestWaitForLock;
     threads::Backoff pause;
     for (;;) {
-        Handle lock(::CreateFileW(file.FullPath().c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
-                                  OPEN_ALWAYS, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE,
-                                  nullptr));
+        Handle lock(::CreateFileW(SystemPath(file.FullPath()).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                  0, nullptr, OPEN_ALWAYS,
+                                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
         if (lock.IsOpen())
             return lock;
         // A file that is just being deleted answers "access denied".

@@ -1,5 +1,7 @@
 #include "filesupport/SharedOpening_win.h"
 
+#include "filesupport/SystemPath_win.h"
+
 #include <chrono>
 
 #include <zetcore/threads/Backoff.h>
@@ -16,7 +18,7 @@ Handle OpenShared(const std::filesystem::path& path, DWORD access)
     const auto giveUp = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
     threads::Backoff pause;
     for (;;) {
-        Handle file(::CreateFileW(path.c_str(), access,
+        Handle file(::CreateFileW(SystemPath(path).c_str(), access,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
         if (file.IsOpen())

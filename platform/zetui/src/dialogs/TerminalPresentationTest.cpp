@@ -1,6 +1,5 @@
 #include <zetui/dialogs/TerminalPresentation.h>
 
-#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -101,16 +100,6 @@ TEST_F(PlainPresentation, CountsDialogsAndTheTotalOfTheLastOne)
     const auto empty = presentation->CreateProgress({});
     empty->Show("Scanning", "", true);
     EXPECT_EQ(presentation->GetCounts().lastTotal, 0u);
-}
-
-TEST_F(PlainPresentation, CtrlCIsTheCancelButtonOfAnOpenProgressDialog)
-{
-    SetPresentation(presentation);
-    const auto dialog = utility::MakeIntrusive<UI_ProgressDialog>(nullptr, "Scanning", "",
-                                                                  ui::WindowVariant(), false, true, false);
-    zetcore::threads::AsyncCallFromMainThread([] { std::raise(SIGINT); }, 0);
-    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kCancel);
-    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
 }
 
 TEST_F(PlainPresentation, PostedCallsRunDuringTheModalRunWithoutARegisteredEventLoop)

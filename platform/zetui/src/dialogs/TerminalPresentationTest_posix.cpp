@@ -17,6 +17,8 @@
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zettesting/HostFixture.h>
+#include <zetui/dialogs/UI_ProgressDialog.h>
+#include <zetui/utility/IntrusivePtr.h>
 
 namespace zetui::dialogs {
 namespace {
@@ -164,6 +166,18 @@ TEST_F(TerminalLine, CtrlCStaysIgnoredWhereItWasIgnored)
     }
     EXPECT_EQ(CurrentAction().sa_handler, SIG_IGN);
     ::signal(SIGINT, SIG_DFL);
+}
+
+TEST_F(TerminalLine, CtrlCIsTheCancelButtonOfAnOpenProgressDialog)
+{
+    zetcore::threads::RegisterMainThread(std::make_shared<zetcore::threads::PlainEventLoop>());
+    SetPresentation(presentation);
+    const auto dialog = utility::MakeIntrusive<UI_ProgressDialog>(nullptr, "Scanning", "",
+                                                                  ui::WindowVariant(), false, true, false);
+    zetcore::threads::AsyncCallFromMainThread([] { ::raise(SIGINT); }, 0);
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kCancel);
+    SetPresentation(nullptr);
+    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
 }
 
 TEST_F(TerminalLine, CtrlCIsReportedOnce)

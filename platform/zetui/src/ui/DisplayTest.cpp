@@ -1,8 +1,13 @@
 #include "ui/Display.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include <gtest/gtest.h>
+#include <zettesting/Environment.h>
+#include <zettesting/NoDisplay.h>
+#include <zetui/controls/UI_TextButton.h>
+#include <zetui/ui/Application.h>
 
 namespace zetui::ui {
 namespace {
@@ -22,6 +27,31 @@ INSTANTIATE_TEST_SUITE_P(Display, PlatformChoice,
                                          std::pair{"minimal:enable_fonts", true},
                                          std::pair{"xcb:option;offscreen", true}, std::pair{":option", false},
                                          std::pair{"vnc", true}));
+
+TEST(NoDisplay, OpensNoWindows)
+{
+    const zettesting::NoDisplay none;
+    EXPECT_FALSE(IsDisplayAvailable());
+    EXPECT_FALSE(WindowSystemAnswers());
+    EXPECT_FALSE(InitializeWindows());
+    EXPECT_FALSE(HaveWindows());
+}
+
+TEST(NoDisplay, MakesANodeAnErrorAndNotTheEnd)
+{
+    const zettesting::NoDisplay none;
+    EXPECT_THROW(utility::MakeIntrusive<UI_Node>(), std::runtime_error);
+    EXPECT_THROW(utility::MakeIntrusive<controls::UI_TextButton>(), std::runtime_error);
+    EXPECT_THROW(controls::UI_TextButton::UI_GetRecommendedSize(nullptr, L"text", 12, {}),
+                 std::runtime_error);
+}
+
+TEST(NoDisplay, IsNoneWhereWindowsAreDrawnIntoMemory)
+{
+    const zettesting::NoDisplay none;
+    const zettesting::ScopedEnvironment memory("QT_QPA_PLATFORM", "offscreen");
+    EXPECT_TRUE(IsDisplayAvailable());
+}
 
 } // namespace
 } // namespace zetui::ui

@@ -1,8 +1,5 @@
-#include <stdexcept>
-
 #include <gtest/gtest.h>
 #include <zettesting/Environment.h>
-#include <zetui/controls/UI_TextButton.h>
 #include <zetui/ui/Application.h>
 
 #include "ui/Display.h"
@@ -19,22 +16,6 @@ class DisplayVariables : public testing::Test
     ScopedEnvironment x11{"DISPLAY", std::nullopt};
     ScopedEnvironment wayland{"WAYLAND_DISPLAY", std::nullopt};
 };
-
-TEST_F(DisplayVariables, WithoutVariablesThereIsNoDisplay)
-{
-    EXPECT_FALSE(IsDisplayAvailable());
-    EXPECT_FALSE(WindowSystemAnswers());
-    EXPECT_FALSE(InitializeWindows());
-    EXPECT_FALSE(HaveWindows());
-}
-
-TEST_F(DisplayVariables, WithoutADisplayANodeIsAnErrorAndNotTheEnd)
-{
-    EXPECT_THROW(utility::MakeIntrusive<UI_Node>(), std::runtime_error);
-    EXPECT_THROW(utility::MakeIntrusive<controls::UI_TextButton>(), std::runtime_error);
-    EXPECT_THROW(controls::UI_TextButton::UI_GetRecommendedSize(nullptr, L"text", 12, {}),
-                 std::runtime_error);
-}
 
 TEST_F(DisplayVariables, EmptyVariablesAreNoDisplay)
 {

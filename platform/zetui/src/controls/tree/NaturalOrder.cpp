@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/tree/CollationKey.h"
 #include "ui/QtText.h"
 
 namespace zetui::controls {
@@ -49,7 +50,7 @@ struct NaturalOrder::Keys
     };
     struct Other
     {
-        QCollatorSortKey key;
+        CollationKey key;
         QString text;
         int index;
     };
@@ -198,7 +199,7 @@ void NaturalOrder::SortOthers(Keys& keys, bool ascending) const
 {
     std::sort(keys.others.begin(), keys.others.end(),
               [ascending](const Keys::Other& left, const Keys::Other& right) {
-                  const int order = left.key.compare(right.key);
+                  const int order = left.key.Compare(right.key);
                   return order != 0 ? (order < 0) == ascending : left.index < right.index;
               });
 }
@@ -238,14 +239,14 @@ std::vector<int> NaturalOrder::Sorted(int count, const TextOf& textOf, bool asce
             keys.ascii.push_back({key, keys.keyBytes.size() - key, start, text.size(), index});
         } else {
             const QString other = ui::ToQString(text);
-            keys.others.push_back({collator.sortKey(other), other, index});
+            keys.others.push_back({CollationKey(collator, other), other, index});
         }
     }
     // A text that is put in place by comparing costs several times what its sort key costs.
     if (keys.others.size() > keys.ascii.size() / 8) {
         for (const Keys::Ascii& item : keys.ascii) {
             const QString text = keys.TextOf(item);
-            keys.others.push_back({collator.sortKey(text), text, item.index});
+            keys.others.push_back({CollationKey(collator, text), text, item.index});
         }
         keys.ascii.clear();
     }

@@ -2,61 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <numeric>
-#include <random>
-#include <string>
-#include <vector>
+#include "testing/SortedTexts.h"
 
+namespace zetui::controls {
 namespace {
-
-using zetui::controls::NaturalOrder;
-using Texts = std::vector<std::wstring>;
-
-const QLocale english(QLocale::English, QLocale::UnitedStates);
-
-std::vector<int> Sorted(const NaturalOrder& order, const Texts& texts, bool ascending = true)
-{
-    return order.Sorted(
-        static_cast<int>(texts.size()), [&](int index) { return texts[static_cast<std::size_t>(index)]; },
-        ascending);
-}
-
-Texts InOrder(const NaturalOrder& order, const Texts& texts, bool ascending = true)
-{
-    Texts sorted;
-    for (const int index : Sorted(order, texts, ascending))
-        sorted.push_back(texts[static_cast<std::size_t>(index)]);
-    return sorted;
-}
-
-/// What the collator alone does.
-std::vector<int> SortedByCollator(const QLocale& locale, const Texts& texts)
-{
-    QCollator collator(locale);
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::vector<int> indexes(texts.size());
-    std::iota(indexes.begin(), indexes.end(), 0);
-    std::stable_sort(indexes.begin(), indexes.end(), [&](int left, int right) {
-        return collator.compare(QString::fromStdWString(texts[static_cast<std::size_t>(left)]),
-                                QString::fromStdWString(texts[static_cast<std::size_t>(right)])) < 0;
-    });
-    return indexes;
-}
-
-Texts RandomTexts(const std::wstring& alphabet, int count, std::size_t longest)
-{
-    std::mt19937 random(20240229);
-    Texts texts;
-    for (int i = 0; i < count; ++i) {
-        std::wstring text;
-        for (std::size_t length = random() % (longest + 1); length > 0; --length)
-            text.push_back(alphabet[random() % alphabet.size()]);
-        texts.push_back(text);
-    }
-    return texts;
-}
 
 TEST(NaturalOrder, SortsNamesAndVersionsAsPeopleExpect)
 {
@@ -88,55 +37,6 @@ TEST(NaturalOrder, KeepsTheGivenOrderOfEqualTextsInBothDirections)
     const Texts texts{L"b", L"REVERB", L"reverb", L"v007", L"Reverb", L"V7", L"a"};
     EXPECT_EQ(Sorted(order, texts), (std::vector<int>{6, 0, 1, 2, 4, 3, 5}));
     EXPECT_EQ(Sorted(order, texts, false), (std::vector<int>{3, 5, 1, 2, 4, 0, 6}));
-}
-
-TEST(NaturalOrder, KeepsTheGivenOrderOfEqualTextsAcrossAlphabets)
-{
-    const NaturalOrder order(english);
-    // Full-width letters are equal to plain ones but for their width.
-    const Texts texts{L"\uff41", L"a", L"\uff21", L"A", L"b", L"c", L"d", L"e", L"f", L"g",
-                      L"h",      L"i", L"j",      L"k", L"l", L"m", L"n", L"o", L"p", L"q",
-                      L"r",      L"s", L"t",      L"u", L"v", L"w", L"x", L"y", L"z"};
-    const std::vector<int> sorted = Sorted(order, texts);
-    EXPECT_EQ(std::vector<int>(sorted.begin(), sorted.begin() + 4), (std::vector<int>{0, 1, 2, 3}));
-}
-
-TEST(NaturalOrder, OrdersPlainTextsExactlyAsTheCollatorDoes)
-{
-    std::wstring printable;
-    for (wchar_t character = L' '; character < 127; ++character)
-        printable.push_back(character);
-    // The collator puts an empty text before one of characters that do not count.
-    Texts withControls = RandomTexts(L"\t\n\x01\x1f"
-                                     L"aB ",
-                                     300, 6);
-    for (std::wstring& text : withControls)
-        text.insert(0, L"x");
-    for (const QLocale::Language language :
-         {QLocale::English, QLocale::German, QLocale::French, QLocale::Spanish, QLocale::Japanese}) {
-        const QLocale locale(language);
-        const NaturalOrder order(locale);
-        EXPECT_TRUE(order.SortsAsciiByCharacter());
-        for (const Texts& texts : {RandomTexts(printable, 400, 6), RandomTexts(L"aAbB019. -_", 400, 12),
-                                   RandomTexts(L"0a", 200, 20), withControls})
-            EXPECT_EQ(Sorted(order, texts), SortedByCollator(locale, texts)) << locale.name().toStdString();
-    }
-}
-
-TEST(NaturalOrder, PutsTheFewTextsOfOtherLettersAmongThePlainOnes)
-{
-    const NaturalOrder order(english);
-    Texts texts = RandomTexts(L"abcdeABCDE12 ", 500, 5);
-    for (const std::wstring& other : RandomTexts(L"\u00e9\u00e0\u00fc\u4e2dae1", 40, 4))
-        texts.insert(texts.begin() + static_cast<std::ptrdiff_t>(texts.size() / 3), other);
-    EXPECT_EQ(Sorted(order, texts), SortedByCollator(english, texts));
-}
-
-TEST(NaturalOrder, SortsTextsThatAreMostlyOfOtherLetters)
-{
-    const NaturalOrder order(english);
-    Texts texts = RandomTexts(L"\u00e9\u00e0\u00fc\u4e2d\u6587ae10", 300, 6);
-    EXPECT_EQ(Sorted(order, texts), SortedByCollator(english, texts));
 }
 
 TEST(NaturalOrder, FollowsLocalesInWhichTwoLettersAreOne)
@@ -189,3 +89,4 @@ TEST(NaturalOrder, NeverTakesTheLocaleThatKnowsNoNumbers)
 }
 
 } // namespace
+} // namespace zetui::controls

@@ -1,19 +1,15 @@
 // The manager dialog with layout archives of a host's own, which lack something.
 #include <memory>
-#include <stdexcept>
 #include <string>
-
-#include <dlfcn.h>
 
 #include <gtest/gtest.h>
 #include <zetcore/config/ThrowError.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/string/Utf.h>
 #include <zetui/controls/UI_StaticText.h>
 #include <zetui/utility/OS_ResourceManager.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "module/ModuleResources.h"
+#include "testing/ArchiveModule.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -25,21 +21,14 @@ class DialogOfAnotherArchive : public DialogFixture
     ~DialogOfAnotherArchive() override { CloseDialog(); }
     void Make(const std::string& archive)
     {
-        const auto bin = zetcore::filesupport::commondirs::ExecutableDir().FullPath();
-        const std::string path =
-            zetcore::string::UTF16to8(bin) + "/libzettestarchive" + archive + ZET_TEST_MODULE_SUFFIX;
-        module = Module(::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL), &::dlclose);
-        void* const table = module ? ::dlsym(module.get(), "zetModuleResources") : nullptr;
-        if (!table)
-            throw std::runtime_error("no such module: " + path);
-        resources = std::make_unique<zetui::utility::OS_ResourceManager>(table);
+        module = std::make_unique<ArchiveModule>(archive);
+        resources = std::make_unique<zetui::utility::OS_ResourceManager>(module->Handle());
         dialog =
             zetui::utility::MakeIntrusive<PluginManagerDialog>(nullptr, resources.get(), settings, nullptr);
     }
 
   private:
-    using Module = std::unique_ptr<void, int (*)(void*)>;
-    Module module{nullptr, &::dlclose};
+    std::unique_ptr<ArchiveModule> module;
     std::unique_ptr<zetui::utility::OS_ResourceManager> resources;
 };
 

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <zettesting/UnwritableFile.h>
 
 #include "testing/CrashRecoveryFixture.h"
 
@@ -8,21 +9,12 @@ namespace {
 using ::testing::ElementsAre;
 
 class UnwritableLists : public CrashRecoveryFixture
-{
-  protected:
-    /// Links into a folder that is not there: as if missing for a reader, and not to be written, even by an
-    /// administrator.
-    void MakeUnwritable(const std::filesystem::path& file) const
-    {
-        std::filesystem::remove(file);
-        std::filesystem::create_symlink(folder / "missing" / file.filename(), file);
-    }
-};
+{};
 
 TEST_F(UnwritableLists, ABannedListThatCannotBeWrittenShowsBothAlertsAndBansForThisRun)
 {
     Start();
-    MakeUnwritable(bannedList);
+    const zettesting::UnwritableFile heldList(bannedList);
     WriteMarker(plugin);
     EXPECT_THAT(Start(), ElementsAre(AccessAlert(), ScanErrorAlert("/plugins/Bad one.so")));
     EXPECT_TRUE(banned.IsBanned(plugin));
@@ -33,8 +25,8 @@ TEST_F(UnwritableLists, ABannedListThatCannotBeWrittenShowsBothAlertsAndBansForT
 
 TEST_F(UnwritableLists, WhenNoListCanBeWrittenTheUserIsToldSoOnce)
 {
-    MakeUnwritable(unsupportedList);
-    MakeUnwritable(bannedList);
+    const zettesting::UnwritableFile unsupported(unsupportedList);
+    const zettesting::UnwritableFile heldList(bannedList);
     WriteMarker(plugin);
     EXPECT_THAT(Start(), ElementsAre(AccessAlert(), ScanErrorAlert("/plugins/Bad one.so")));
     EXPECT_TRUE(banned.IsBanned(plugin));

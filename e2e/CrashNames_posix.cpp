@@ -1,0 +1,11 @@
+#include "CrashNames.h"
+
+std::string MemoryFaultName()
+{
+    return "segmentation fault";
+}
+
+std::string StackOverflowName()
+{
+    return MemoryFaultName();
+}

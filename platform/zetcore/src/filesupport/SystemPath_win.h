@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include <zetcore/filesupport/LongPath.h>
+
+namespace zetcore::filesupport {
+
+/// What the system's functions are given. The standard library does not know paths in this form.
+inline std::wstring SystemPath(const std::filesystem::path& path)
+{
+    return LongForm(path.native());
+}
+
+} // namespace zetcore::filesupport

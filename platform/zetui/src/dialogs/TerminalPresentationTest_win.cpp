@@ -1,0 +1,70 @@
+// What only a real console can show.
+#include <zetui/dialogs/TerminalPresentation.h>
+
+#include <cstdio>
+#include <memory>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <zetcore/threads/MainThread.h>
+#include <zetcore/threads/PlainEventLoop.h>
+#include <zettesting/HostFixture.h>
+#include <zetui/dialogs/UI_ProgressDialog.h>
+#include <zetui/utility/IntrusivePtr.h>
+
+namespace zetui::dialogs {
+namespace {
+
+/// A console of this process alone, so that its Ctrl-C reaches nobody else.
+class OwnConsole : public zettesting::HostFixture
+{
+  protected:
+    OwnConsole()
+    {
+        ::FreeConsole();
+        hasConsole = ::AllocConsole() != FALSE;
+        // Off in processes that were started as a group of their own.
+        ::SetConsoleCtrlHandler(nullptr, FALSE);
+        zetcore::threads::RegisterMainThread(std::make_shared<zetcore::threads::PlainEventLoop>());
+        SetPresentation(presentation);
+    }
+    ~OwnConsole() override
+    {
+        SetPresentation(nullptr);
+        ::FreeConsole();
+        ::AttachConsole(ATTACH_PARENT_PROCESS);
+    }
+
+    static void PressCtrlC() { ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0); }
+
+    bool hasConsole = false;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{
+        std::fopen((folder / "output").string().c_str(), "wb"), &std::fclose};
+    std::shared_ptr<TerminalPresentation> presentation = std::make_shared<TerminalPresentation>(stream.get());
+};
+
+TEST_F(OwnConsole, CtrlCIsTheCancelButtonOfAnOpenProgressDialog)
+{
+    ASSERT_TRUE(hasConsole);
+    const auto dialog = utility::MakeIntrusive<UI_ProgressDialog>(nullptr, "Scanning", "",
+                                                                  ui::WindowVariant(), false, true, false);
+    zetcore::threads::AsyncCallFromMainThread(&PressCtrlC, 0);
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kCancel);
+    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
+}
+
+TEST_F(OwnConsole, CtrlCIsReportedOnce)
+{
+    ASSERT_TRUE(hasConsole);
+    const auto progress = presentation->CreateProgress({});
+    progress->Show("Scanning", "", true);
+    PressCtrlC();
+    while (!progress->ProcessEvents(true)) {
+    }
+    EXPECT_FALSE(progress->ProcessEvents(false));
+    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
+}
+
+} // namespace
+} // namespace zetui::dialogs
