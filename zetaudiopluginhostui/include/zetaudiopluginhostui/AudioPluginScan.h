@@ -52,6 +52,11 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     /// The same for this process's last scan, whoever ran it. It is known before the registry's changed
     /// signal is raised, so that who is called there can ask. Main thread.
     ZETAUDIOPLUGINHOSTUI_API static ScanEnd GetLastEnd();
+    /// How many scans this process has begun, and what the last one was to scan. A slot of the registry's
+    /// changed signal tells by them whether a scan has ended, and which plug-ins it did not reach. Main
+    /// thread.
+    ZETAUDIOPLUGINHOSTUI_API static unsigned GetScanCount();
+    ZETAUDIOPLUGINHOSTUI_API static const std::vector<zetaudiofilterhost::PluginLocator>& GetLastPlugins();
 
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
