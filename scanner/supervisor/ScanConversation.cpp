@@ -9,6 +9,7 @@
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
@@ -21,7 +22,6 @@
 #include "BannedLists.h"
 #include "RegistryLook.h"
 #include "SupervisorProcess.h"
-#include "TimeLimit.h"
 
 namespace zetaudiofilterscan {
 
@@ -43,12 +43,13 @@ using zetmarshal::RPCErrorCode;
 namespace {
 
 constexpr char traceCategory[] = "zetaudiofilterscan";
-constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
-constexpr std::chrono::seconds defaultEntityTimeout{60};
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
-// A result that was gone this often when the host asked for more was read and then deleted: two hosts that
-// scan fast may get in each other's way several times in a row, but not so often.
+constexpr char hideDisplayKey[] = "zetaudiofilterscan.HideDisplay";
+// Two hosts that scan fast may replace each other's file several times in a row, but not so often.
 constexpr int mostTimesWritten = 20;
+// A result that is gone has been deleted by a host that has read it, or by another one, which does that at
+// the ends of its scan only: a second time is enough.
+constexpr int mostTimesWrittenWhenDeleted = 2;
 // Where the file cannot be written at all, more would not help.
 constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
@@ -106,7 +107,8 @@ void ScanConversation::Connect(ConnectArguments arguments)
     const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
     Dir::SetPrefDir(preferences);
     LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
-    entityLimit = TimeLimitFromDebugDatabase(entityTimeoutKey, defaultEntityTimeout);
+    entityLimit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
+                                                        zetscanprotocol::defaultEntityTimeout);
     log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
     connected = std::move(arguments);
     FaultPoint("supervisor.connected");
@@ -133,8 +135,9 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     settings.preferencesFolder = Dir::PrefDir().FullPath();
     settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
-    settings.refuseNetwork =
-        zetcore::debug::DebugDatabase::Instance().GetEntry(refuseNetworkKey, "true") != "false";
+    auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
+    settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
+    settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
     settings.knownModules = KnownModules(locators);
     entityScanner.Configure(std::move(settings), entityLimit, log.get());
 
@@ -190,17 +193,20 @@ void ScanConversation::LookWhetherResultWasRead()
 {
     if (!std::exchange(resultIsOut, false))
         return;
+    int most = mostTimesWritten;
     try {
         const File file(connected->resultPath);
-        if (file.Exists() && zetcore::filesupport::FileUtils::ReadFile(file) == lastResult) {
+        if (!file.Exists())
+            most = mostTimesWrittenWhenDeleted;
+        else if (zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
             unread.clear();
-            extraRounds = 0;
-        }
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
-    std::erase_if(unread, [](const Unread& each) { return each.timesWritten >= mostTimesWritten; });
-    if (!unread.empty())
+    std::erase_if(unread, [most](const Unread& each) { return each.timesWritten >= most; });
+    if (unread.empty())
+        extraRounds = 0;
+    else
         zetcore::debug::TraceLine(2, traceCategory,
                                   "the result file is not as it was left; what was in it is written again");
 }

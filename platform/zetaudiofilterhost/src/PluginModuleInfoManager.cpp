@@ -49,6 +49,15 @@ std::size_t PluginModuleInfoManager::RecordCount() const
     return state->records.size();
 }
 
+std::vector<PluginModuleInfoManager::InfoPtr> PluginModuleInfoManager::AllRecords() const
+{
+    std::vector<InfoPtr> infos;
+    infos.reserve(state->records.size());
+    for (const auto& [locator, record] : state->records)
+        infos.push_back(record.info);
+    return infos;
+}
+
 std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(TechnologyType type)
 {
     const State::Technology* technology = state->FindTechnology(type);

@@ -73,6 +73,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Every record of the module (its sub-components included), whatever their status.
     std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
     std::size_t RecordCount() const;
+    /// Every record, whatever its status, banned or not, ordered by locator.
+    std::vector<InfoPtr> AllRecords() const;
 
     /// Null for a technology that is not VST, VST3 or AU.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
