@@ -175,5 +175,21 @@ TEST_F(FolderCommands, DefaultWithoutFoldersResetsAtOnceWithoutAsking)
     EXPECT_EQ(Folders(), VstFolders());
 }
 
+TEST_F(FolderCommands, DefaultLeavesTheFoldersOfOtherTechnologiesAsTheyAre)
+{
+    const auto vst3 = TheRegistry().GetPluginTechnology(3);
+    vst3->AddPluginDirectories({L"/my own"});
+    const std::vector<std::wstring> own(vst3->DirectoryBegin(), vst3->DirectoryEnd());
+    OpenDialog();
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_TRUE(shown->questions.empty()) << "there is no VST folder to lose";
+    EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
+    EXPECT_EQ(std::vector<std::wstring>(vst3->DirectoryBegin(), vst3->DirectoryEnd()), own);
+    vst3->SetPluginDirectories({});
+    shown->answer = 16;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_NE(vst3->DirectoryBegin(), vst3->DirectoryEnd()) << "one without any folder gets its defaults";
+}
+
 } // namespace
 } // namespace zetaudiopluginhostui

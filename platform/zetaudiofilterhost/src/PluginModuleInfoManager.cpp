@@ -62,7 +62,18 @@ std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(i
 
 void PluginModuleInfoManager::ResetToDefaultFolders()
 {
-    state->SetDefaultFolders();
+    for (const State::Technology& each : state->technologies) {
+        PluginTechnology& technology = *each.technology;
+        if (technology.GetType() == TechnologyType::VST ||
+            technology.DirectoryBegin() == technology.DirectoryEnd())
+            State::SetDefaultFolders(technology);
+    }
+}
+
+void PluginModuleInfoManager::ResetAllToDefaultFolders()
+{
+    for (const State::Technology& each : state->technologies)
+        State::SetDefaultFolders(*each.technology);
 }
 
 void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocator>& locators)

@@ -232,6 +232,28 @@ TEST_F(PluginModuleInfoManagerTest, TheDisplayStringIsTheModulesPathInValidUnico
               L"/\ufffd ");
 }
 
+TEST_F(PluginModuleInfoManagerTest, DefaultFoldersTakeThePlaceOfVstsAndOfNoOthers)
+{
+    const auto vst3 = registry.GetPluginTechnology(TechnologyType::VST3);
+    registry.ResetAllToDefaultFolders();
+    const auto vstDefaults = FoldersOf(registry, TechnologyType::VST);
+    const auto vst3Defaults = FoldersOf(registry, TechnologyType::VST3);
+
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/my own"});
+    vst3->SetPluginDirectories({L"/my own"});
+    const auto own = FoldersOf(registry, TechnologyType::VST3);
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST), vstDefaults);
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), own);
+    registry.ResetAllToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults);
+
+    vst3->SetPluginDirectories({});
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults)
+        << "without any folder no plug-in of that technology would be found";
+}
+
 TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
 {
     Add(Vst(L"/a.so"), L"A", false);

@@ -191,7 +191,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
 {
     if (!file.Exists()) {
         state->Clear();
-        state->SetDefaultFolders();
+        ResetAllToDefaultFolders();
         state->NoteKnown(file, {});
         return true;
     }
@@ -213,7 +213,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         state->damagedPath = file.FullPath();
     }
-    state->SetDefaultFolders();
+    ResetAllToDefaultFolders();
     state->NoteKnown(file, {});
     return false;
 }

@@ -132,7 +132,7 @@ void PluginModuleInfoManager::State::ReplaceContent(Configuration configuration,
         const TechnologyType type = technology.technology->GetType();
         const auto isIt = [type](const TechnologyFolders& given) { return given.type == type; };
         if (std::none_of(configuration.technologies.begin(), configuration.technologies.end(), isIt))
-            technology.technology->SetPluginDirectories(DefaultPluginFolders(type));
+            SetDefaultFolders(*technology.technology);
     }
     TakeFolders(configuration.technologies);
 }
@@ -155,10 +155,9 @@ void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFol
         FindTechnology(type)->technology->SetPluginDirectories(folders);
 }
 
-void PluginModuleInfoManager::State::SetDefaultFolders()
+void PluginModuleInfoManager::State::SetDefaultFolders(PluginTechnology& technology)
 {
-    for (const Technology& technology : technologies)
-        technology.technology->SetPluginDirectories(DefaultPluginFolders(technology.technology->GetType()));
+    technology.SetPluginDirectories(DefaultPluginFolders(technology.GetType()));
 }
 
 PluginModuleInfoManager::State::Technology*

@@ -51,7 +51,7 @@ struct PluginModuleInfoManager::State
     /// Technologies that the configuration does not mention get their default folders.
     void ReplaceContent(Configuration configuration, const std::vector<RegistryChange>& changes);
     void TakeFolders(const std::vector<TechnologyFolders>& given);
-    void SetDefaultFolders();
+    static void SetDefaultFolders(PluginTechnology& technology);
     Technology* FindTechnology(TechnologyType type);
 
     // Iteration and bans.

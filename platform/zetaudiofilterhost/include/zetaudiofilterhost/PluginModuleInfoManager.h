@@ -50,8 +50,12 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Null for a technology that is not VST, VST3 or AU.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
     std::shared_ptr<PluginTechnology> GetPluginTechnology(int type);
-    /// Each technology's documented locations on this platform, whether or not they exist.
+    /// The default folders are a technology's documented locations on this platform, whether or not they
+    /// exist. VST gets them in place of its own, because its folders are what the manager dialog shows and
+    /// asks about; another technology only when it has no folder at all.
     void ResetToDefaultFolders();
+    /// Every technology gets its default folders in place of its own.
+    void ResetAllToDefaultFolders();
 
     /// The plug-in files in the registered folders, ordered by locator, banned ones left out. With `newOnly`,
     /// only those without a record, with an unscanned one, or whose file has changed since it was scanned.
