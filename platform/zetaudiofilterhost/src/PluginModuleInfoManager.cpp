@@ -49,6 +49,12 @@ std::size_t PluginModuleInfoManager::RecordCount() const
     return state->records.size();
 }
 
+PluginModuleInfoManager::RecordChanges PluginModuleInfoManager::GetRecordChanges() const noexcept
+{
+    const PluginModuleInfo::Changes& changes = *state->recordChanges;
+    return {changes.enabled.load(std::memory_order_relaxed), changes.content.load(std::memory_order_relaxed)};
+}
+
 std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(TechnologyType type)
 {
     const State::Technology* technology = state->FindTechnology(type);

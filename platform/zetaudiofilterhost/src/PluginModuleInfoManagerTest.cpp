@@ -1,5 +1,6 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
+#include <functional>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -264,6 +265,29 @@ TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), IsEmpty());
     EXPECT_TRUE(Add(Vst(L"/a.so"), L"A")->IsEnabled());
     EXPECT_THAT(Shown(registry), ElementsAre(L"A"));
+}
+
+TEST_F(PluginModuleInfoManagerTest, CountsTheChangesOfTheRecordsThatItHolds)
+{
+    const auto info = Add(Vst(L"/a.so"), L"A");
+    const auto before = registry.GetRecordChanges();
+    Add(Vst(L"/b.so"), L"B");
+    MakeInfo(Vst(L"/c.so"))->SetEnabled(false);
+    info->SetEnabled(true);
+    EXPECT_EQ(registry.GetRecordChanges(), before) << "nothing that it held has changed";
+    info->SetEnabled(false);
+    auto expected = before;
+    ++expected.enabled;
+    EXPECT_EQ(registry.GetRecordChanges(), expected);
+    const std::function<void()> changes[] = {
+        [&] { info->SetName(L"New"); },           [&] { info->SetVersionString(L"2"); },
+        [&] { info->SetLocator(Vst(L"/d.so")); }, [&] { info->SetHasAnyNonSynthEffect(false); },
+        [&] { info->SetHasAnySynth(true); },      [&] { info->SetStatus(ModuleStatus::Skipped); }};
+    for (const auto& change : changes) {
+        change();
+        ++expected.content;
+        EXPECT_EQ(registry.GetRecordChanges(), expected);
+    }
 }
 
 TEST_F(PluginModuleInfoManagerTest, ChangesRaiseNoSignalByThemselves)

@@ -23,7 +23,7 @@ void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
 
 void PluginModuleInfoManager::State::Put(const InfoPtr& info)
 {
-    info->CountEnabledChangesIn(enabledChanges);
+    info->CountChangesIn(recordChanges);
     const PluginLocator& locator = info->GetLocator();
     choices.erase(locator);
     records.insert_or_assign(locator, Record{info, info->IsEnabled()});
@@ -119,7 +119,7 @@ void PluginModuleInfoManager::State::ReplaceContent(Configuration configuration,
     version = std::move(configuration.version);
     unknown = std::move(configuration.unknown);
     for (const InfoPtr& info : configuration.modules) {
-        info->CountEnabledChangesIn(enabledChanges);
+        info->CountChangesIn(recordChanges);
         records.insert_or_assign(records.end(), info->GetLocator(), Record{info, info->IsEnabled()});
     }
     for (RegistryChange& choice : configuration.choices)

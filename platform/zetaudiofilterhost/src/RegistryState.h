@@ -105,7 +105,7 @@ struct PluginModuleInfoManager::State
     /// Since then, by this registry; flipped records come in when they are looked for.
     std::set<PluginLocator> changed;
     std::vector<std::vector<std::wstring>> savedFolderPaths;
-    PluginModuleInfo::ChangeCounter enabledChanges = std::make_shared<std::atomic<std::uint64_t>>(0);
+    std::shared_ptr<PluginModuleInfo::Changes> recordChanges = std::make_shared<PluginModuleInfo::Changes>();
     std::uint64_t savedEnabledChanges = 0;
 
     /// Guards what follows; `records` is read under it but changed on the main thread only.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -46,6 +48,17 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Every record of the module (its sub-components included), whatever their status.
     std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
     std::size_t RecordCount() const;
+    /// How often records have been changed while they were in the registry. Adding, replacing and removing
+    /// records is no such change. Whoever keeps what it has read of them compares. Any thread.
+    struct RecordChanges
+    {
+        std::uint64_t enabled = 0;
+        /// Of everything else that a record tells.
+        std::uint64_t content = 0;
+
+        friend bool operator==(const RecordChanges&, const RecordChanges&) = default;
+    };
+    RecordChanges GetRecordChanges() const noexcept;
 
     /// Null for a technology that is not VST, VST3 or AU.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
