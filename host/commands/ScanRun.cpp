@@ -20,6 +20,7 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiopluginhostui::AudioPluginManager;
 using zetaudiopluginhostui::AudioPluginScan;
+using zetaudiopluginhostui::ScanEnd;
 
 std::vector<PluginLocator> BannedLocators(const HostSession& session)
 {
@@ -51,7 +52,7 @@ bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
     const auto scan = std::make_shared<AudioPluginScan>(nullptr);
     scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
                          AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
-    return !useSeparateProcess || !scan->GaveUp();
+    return scan->GetEnd().how != ScanEnd::How::GaveUp;
 }
 
 /// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and

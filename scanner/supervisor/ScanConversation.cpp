@@ -9,6 +9,7 @@
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/File.h>
@@ -21,7 +22,6 @@
 #include "BannedLists.h"
 #include "RegistryLook.h"
 #include "SupervisorProcess.h"
-#include "TimeLimit.h"
 
 namespace zetaudiofilterscan {
 
@@ -43,8 +43,6 @@ using zetmarshal::RPCErrorCode;
 namespace {
 
 constexpr char traceCategory[] = "zetaudiofilterscan";
-constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
-constexpr std::chrono::seconds defaultEntityTimeout{60};
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
 // A result that was gone this often when the host asked for more was read and then deleted: two hosts that
 // scan fast may get in each other's way several times in a row, but not so often.
@@ -106,7 +104,8 @@ void ScanConversation::Connect(ConnectArguments arguments)
     const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
     Dir::SetPrefDir(preferences);
     LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
-    entityLimit = TimeLimitFromDebugDatabase(entityTimeoutKey, defaultEntityTimeout);
+    entityLimit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
+                                                        zetscanprotocol::defaultEntityTimeout);
     log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
     connected = std::move(arguments);
     FaultPoint("supervisor.connected");

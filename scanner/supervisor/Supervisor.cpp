@@ -9,6 +9,7 @@
 #include <optional>
 
 #include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/Dir.h>
@@ -24,7 +25,6 @@
 #include "ScanConversation.h"
 #include "ScanEnd.h"
 #include "SupervisorProcess.h"
-#include "TimeLimit.h"
 
 namespace zetaudiofilterscan {
 
@@ -61,7 +61,7 @@ class Supervisor
         FaultPoint("supervisor.port-told");
         // It starts while the host connects.
         entities.StartAhead();
-        const auto limit = TimeLimitFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
+        const auto limit = zetcore::debug::TimeFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
         const auto deadline = std::chrono::steady_clock::now() + limit;
         for (;;) {
             interrupt.Reset();

@@ -73,6 +73,12 @@ bool DeleteMarker()
     }
 }
 
+ScanEnd& LastEnd()
+{
+    static ScanEnd end;
+    return end;
+}
+
 std::string ExtraText(const PluginLocator& plugin, const std::string& statusText)
 {
     return zetcore::string::UTF16to8(
@@ -92,9 +98,20 @@ AudioPluginScan& AudioPluginScan::operator=(const AudioPluginScan&) = default;
 
 AudioPluginScan::~AudioPluginScan() = default;
 
-bool AudioPluginScan::GaveUp() const
+const ScanEnd& AudioPluginScan::GetEnd() const
 {
-    return externalScan->GaveUp();
+    return end;
+}
+
+ScanEnd AudioPluginScan::GetLastEnd()
+{
+    return LastEnd();
+}
+
+void AudioPluginScan::SetEnd(ScanEnd newEnd)
+{
+    end = std::move(newEnd);
+    LastEnd() = end;
 }
 
 filesupport::File AudioPluginScan::GetLastScannedPluginPath()
@@ -117,6 +134,7 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
                                      bool useSeparateProcess)
 {
     cancelled = false;
+    SetEnd({});
     bool preferencesAccessible = true;
     const ProgressDialogPtr progressDialog = zetui::utility::MakeIntrusive<zetui::dialogs::UI_ProgressDialog>(
         supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),
@@ -128,12 +146,15 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
         preferencesAccessible = SaveRegistry();
         try {
             ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
-        } catch (const filesupport::file_exception&) {
+        } catch (const filesupport::file_exception& error) {
             // The result file of an earlier scan is there and cannot be deleted.
             preferencesAccessible = false;
+            SetEnd({ScanEnd::How::NotStarted, error.what()});
         }
     } else {
         ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+        if (cancelled)
+            SetEnd({ScanEnd::How::Cancelled, {}});
     }
 
     FaultPoint("host.scan-done");
@@ -184,10 +205,16 @@ void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& pl
             if (const auto self = weak.lock())
                 self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
         });
-    if (!started)
+    if (!started) {
+        SetEnd({ScanEnd::How::NotStarted, {}});
         return;
-    progressDialog->RunModal();
+    }
+    const auto response = progressDialog->RunModal();
     externalScan->StopScan();
+    if (response == zetui::dialogs::UI_DialogViewContainer::kCancel)
+        SetEnd({ScanEnd::How::Cancelled, {}});
+    else if (externalScan->GaveUp())
+        SetEnd({ScanEnd::How::GaveUp, {}});
 }
 
 void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLocator>& plugins,

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/filesupport/CommonDirs.h>
@@ -241,6 +242,7 @@ TEST_F(AudioPluginScanTest, AnExternalScanThatCannotStartShowsNothingButSavesAnd
     EXPECT_TRUE(std::filesystem::exists(Saved()));
     EXPECT_FALSE(IsSaved(a));
     EXPECT_EQ(changes, 1);
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
 }
 
 TEST_F(AudioPluginScanTest, AnOldResultFileThatCannotBeDeletedIsReportedAndNothingIsScanned)
@@ -251,6 +253,8 @@ TEST_F(AudioPluginScanTest, AnOldResultFileThatCannotBeDeletedIsReportedAndNothi
     Scan({a}, true);
     EXPECT_THAT(shown.calls, ElementsAre(StartsWith(Caution())));
     EXPECT_EQ(changes, 1);
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
+    EXPECT_NE(scan->GetEnd().reason.find(".scan"), std::string::npos) << scan->GetEnd().reason;
 }
 
 TEST_F(AudioPluginScanTest, AnExternalScanStartsFromTheSavedRegistryAndPassesTheListsAndFlags)
@@ -350,6 +354,57 @@ TEST_F(AudioPluginScanTest, ACopyScansLikeItsOriginal)
     copy->ScanForPlugins(nullptr, {}, false, true, true);
     EXPECT_EQ(Launches(), 1);
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(AudioPluginScanTest, AScanOfEverythingIsDone)
+{
+    std::vector<ScanEnd> atSignal;
+    const zetcore::signals::ScopedConnection ends = registry.GetPluginInfosChangedSignal().connect(
+        [&] { atSignal.push_back(AudioPluginScan::GetLastEnd()); });
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
+    Scan({MakeFile("a.so")});
+    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
+    Scan({}, true);
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
+    EXPECT_THAT(atSignal, ElementsAre(ScanEnd{}, ScanEnd{}));
+}
+
+TEST_F(AudioPluginScanTest, ACancelledScanSaysSoUntilTheNextOneAndBeforeTheSignal)
+{
+    const ScanEnd cancelled{ScanEnd::How::Cancelled, {}};
+    std::vector<ScanEnd> atSignal;
+    const zetcore::signals::ScopedConnection ends = registry.GetPluginInfosChangedSignal().connect(
+        [&] { atSignal.push_back(AudioPluginScan::GetLastEnd()); });
+    const auto a = MakeFile("a.so");
+    shown.onStep = [] { return true; };
+    Scan({a});
+    EXPECT_EQ(scan->GetEnd(), cancelled);
+
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "hold"});
+    const auto other = std::make_shared<AudioPluginScan>(nullptr);
+    other->ScanForPlugins(nullptr, {a, MakeFile("b.so")}, false, true, true);
+    EXPECT_EQ(other->GetEnd(), cancelled);
+
+    shown.onStep = {};
+    Scan({a});
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
+    EXPECT_EQ(other->GetEnd(), cancelled);
+    EXPECT_EQ(AudioPluginScan::GetLastEnd(), ScanEnd{});
+    EXPECT_THAT(atSignal, ElementsAre(cancelled, cancelled, ScanEnd{}));
+}
+
+TEST_F(AudioPluginScanTest, AScanWhoseScannersNeverGetOnSaysThatItGaveUp)
+{
+    zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, "2");
+    for (int scanner = 1; scanner <= 4; ++scanner)
+        Script(scanner, {"listen", "die"});
+    ScanEnd atSignal;
+    const zetcore::signals::ScopedConnection ends =
+        registry.GetPluginInfosChangedSignal().connect([&] { atSignal = AudioPluginScan::GetLastEnd(); });
+    Scan({MakeFile("a.so")}, true);
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
+    EXPECT_EQ(atSignal, scan->GetEnd());
+    EXPECT_EQ(Launches(), 3);
 }
 
 class CollectingScanTest : public AudioPluginScanTest

@@ -55,6 +55,15 @@ PluginModuleInfoManager::RecordChanges PluginModuleInfoManager::GetRecordChanges
     return {changes.enabled.load(std::memory_order_relaxed), changes.content.load(std::memory_order_relaxed)};
 }
 
+std::vector<PluginModuleInfoManager::InfoPtr> PluginModuleInfoManager::AllRecords() const
+{
+    std::vector<InfoPtr> infos;
+    infos.reserve(state->records.size());
+    for (const auto& [locator, record] : state->records)
+        infos.push_back(record.info);
+    return infos;
+}
+
 std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(TechnologyType type)
 {
     const State::Technology* technology = state->FindTechnology(type);

@@ -60,6 +60,10 @@ TEST_F(PluginModuleInfoManagerTest, ShowsWorkingRecordsInTheOrderOfTheirLocators
     }
     EXPECT_THAT(Shown(registry), ElementsAre(L"A1", L"A2", L"C"));
     EXPECT_EQ(registry.RecordCount(), 7u);
+    std::vector<std::wstring> paths;
+    for (const auto& info : registry.AllRecords())
+        paths.push_back(info->GetLocator().GetPath());
+    EXPECT_THAT(paths, ElementsAre(L"/a.so", L"/a.so", L"/b1.so", L"/b2.so", L"/b3.so", L"/b4.so", L"/c.so"));
     EXPECT_EQ(registry.PluginInfoEnd() - registry.PluginInfoBegin(), 3);
     EXPECT_EQ(registry.FindModule(Vst(L"/a.so")).size(), 2u);
     EXPECT_EQ(registry.FindModule(Vst(L"/a.so", L"2")).size(), 2u);

@@ -7,6 +7,7 @@
 #include <boost/config.hpp>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhostui/Export.h>
+#include <zetaudiopluginhostui/ScanEnd.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/utility/EnableSharedAs.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
@@ -47,9 +48,11 @@ class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableShar
                                      bool disableVST2ShellSkipping, bool quickEffectScan,
                                      bool useSeparateProcess);
 
-    /// True when the last scan ended because its scanner processes never got on (see ScanLimits.h): not
-    /// everything was scanned.
-    ZETAUDIOPLUGINHOSTUI_API bool GaveUp() const;
+    /// How this object's last scan ended; `Done` before the first. Main thread.
+    ZETAUDIOPLUGINHOSTUI_API const ScanEnd& GetEnd() const;
+    /// The same for this process's last scan, whoever ran it. It is known before the registry's changed
+    /// signal is raised, so that who is called there can ask. Main thread.
+    ZETAUDIOPLUGINHOSTUI_API static ScanEnd GetLastEnd();
 
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
@@ -71,12 +74,14 @@ class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableShar
                                       ProgressDialogPtr progressDialog);
     void ReportPreferenceAccessError(HWND parent);
     bool OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
+    void SetEnd(ScanEnd newEnd);
 
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;
     bool cancelled = false;
     bool withoutAlerts = false;
     bool preferencesInaccessible = false;
+    ScanEnd end;
 };
 
 } // namespace zetaudiopluginhostui

@@ -59,6 +59,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
         friend bool operator==(const RecordChanges&, const RecordChanges&) = default;
     };
     RecordChanges GetRecordChanges() const noexcept;
+    /// Every record, whatever its status, banned or not, ordered by locator.
+    std::vector<InfoPtr> AllRecords() const;
 
     /// Null for a technology that is not VST, VST3 or AU.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);

@@ -101,6 +101,8 @@ std::error_code FaultError(std::string_view place)
         return std::make_error_code(std::errc::no_space_on_device);
     if (due && due->action == FaultAction::ReadOnly)
         return std::make_error_code(std::errc::read_only_file_system);
+    if (due && due->action == FaultAction::Denied)
+        return std::make_error_code(std::errc::permission_denied);
     return {};
 }
 

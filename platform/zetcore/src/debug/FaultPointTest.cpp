@@ -14,6 +14,7 @@ TEST(FaultSetting, reads_place_visit_and_action)
     EXPECT_EQ(ParseFaultSetting("write.*:1:no-space"),
               (FaultSetting{"write.", true, 1, FaultAction::NoSpace, 0}));
     EXPECT_EQ(ParseFaultSetting("*:2:read-only"), (FaultSetting{"", true, 2, FaultAction::ReadOnly, 0}));
+    EXPECT_EQ(ParseFaultSetting("r:1:denied"), (FaultSetting{"r", false, 1, FaultAction::Denied, 0}));
     EXPECT_EQ(ParseFaultSetting("a:b:1:kill"), (FaultSetting{"a:b", false, 1, FaultAction::Kill, 0}));
     EXPECT_EQ(ParseFaultSetting("a:1:late=61"), (FaultSetting{"a", false, 1, FaultAction::Late, 61}));
 }
@@ -55,12 +56,13 @@ TEST_F(FaultPointTest, nothing_happens_without_a_setting)
 
 TEST_F(FaultPointTest, an_error_comes_from_its_visit_on_and_at_its_place_only)
 {
-    Set("write.a*:2:no-space;b:1:read-only");
+    Set("write.a*:2:no-space;b:1:read-only;read.c:1:denied");
     EXPECT_FALSE(FaultError("write.a"));
     EXPECT_FALSE(FaultError("write.c"));
     EXPECT_EQ(FaultError("write.ab"), std::errc::no_space_on_device);
     EXPECT_EQ(FaultError("write.a"), std::errc::no_space_on_device);
     EXPECT_EQ(FaultError("b"), std::errc::read_only_file_system);
+    EXPECT_EQ(FaultError("read.c"), std::errc::permission_denied);
 }
 
 TEST_F(FaultPointTest, a_clock_is_late_from_its_visit_on)

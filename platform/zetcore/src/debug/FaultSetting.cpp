@@ -21,11 +21,12 @@ std::optional<unsigned> ParseNumber(std::string_view text)
 
 bool ReadAction(std::string_view text, FaultSetting& setting)
 {
-    constexpr std::array<std::pair<std::string_view, FaultAction>, 4> names{
+    constexpr std::array<std::pair<std::string_view, FaultAction>, 5> names{
         {{"stop", FaultAction::Stop},
          {"kill", FaultAction::Kill},
          {"no-space", FaultAction::NoSpace},
-         {"read-only", FaultAction::ReadOnly}}};
+         {"read-only", FaultAction::ReadOnly},
+         {"denied", FaultAction::Denied}}};
     for (const auto& [name, action] : names) {
         if (text == name) {
             setting.action = action;

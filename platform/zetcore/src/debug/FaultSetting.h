@@ -13,6 +13,7 @@ enum class FaultAction
     Kill,
     NoSpace,
     ReadOnly,
+    Denied,
     Late,
 };
 

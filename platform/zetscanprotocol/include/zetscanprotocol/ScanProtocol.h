@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 
@@ -32,5 +33,10 @@ inline constexpr char continueKey[] = "continue";
 
 /// Appended to the whole path of the plug-in settings file.
 inline constexpr wchar_t resultFileSuffix[] = L".scan";
+
+/// The entry of the debug database that says how many seconds one plug-in may take to scan, and what holds
+/// without it. The scanner ends a plug-in that takes longer; the host shows the limit while it waits.
+inline constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
+inline constexpr std::chrono::seconds defaultEntityTimeout{60};
 
 } // namespace zetscanprotocol

@@ -19,6 +19,8 @@ std::shared_ptr<Presentation>& Installed()
 
 ProgressPresentation::~ProgressPresentation() = default;
 
+void ProgressPresentation::Finish() {}
+
 Presentation::~Presentation() = default;
 
 int Presentation::Ask(const Question& question, ui::WindowVariant parent)

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
+#include <cmath>
 #include <utility>
 
 #include <QCloseEvent>
@@ -25,6 +25,8 @@ constexpr int windowWidth = 460;
 constexpr int margin = 20;
 constexpr int barHeight = 6;
 constexpr std::chrono::milliseconds frameTime{33};
+/// The same for every total: rounding to one total's counts and then to another's would move the bar back.
+constexpr int barSteps = 100'000;
 
 QString Localized(std::string_view key)
 {
@@ -91,8 +93,7 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& title, bool canBe
     bar->setTextVisible(false);
     bar->setFixedHeight(barHeight);
     bar->setAccessibleName(title);
-    bar->setRange(0, 1);
-    bar->setValue(0);
+    ShowPosition();
 
     auto* const lines = new QVBoxLayout(this);
     lines->setContentsMargins(margin, margin, margin, margin - 4);
@@ -139,8 +140,10 @@ void ProgressWindow::SetExtraText(const QString& newText)
     extraText->setText(newText);
 }
 
-void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long total)
+void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long newTotal)
 {
+    total = newTotal;
+    position.Move(progress, total);
     if (total == 0) {
         bar->setRange(0, 0);
         count->clear();
@@ -148,12 +151,27 @@ void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long
             animation.start(frameTime);
         return;
     }
+    ShowPosition();
+    ShowCount(progress);
+}
+
+void ProgressWindow::Fill()
+{
+    position.Fill();
+    ShowPosition();
+    if (total > 0)
+        ShowCount(total);
+}
+
+void ProgressWindow::ShowPosition()
+{
     animation.stop();
-    // The bar counts in ints.
-    constexpr unsigned long long most = std::numeric_limits<int>::max();
-    const unsigned long long step = total / most + 1;
-    bar->setRange(0, static_cast<int>(total / step));
-    bar->setValue(static_cast<int>(std::min(progress, total) / step));
+    bar->setRange(0, barSteps);
+    bar->setValue(static_cast<int>(std::lround(position.Part() * barSteps)));
+}
+
+void ProgressWindow::ShowCount(unsigned long long progress)
+{
     count->setText(pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(
         "$$$/zetui/Progress/Count=@0 of @1", {std::to_string(progress), std::to_string(total)})));
 }

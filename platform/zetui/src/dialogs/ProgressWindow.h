@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "dialogs/BarPosition.h"
+
 namespace zetui::dialogs {
 
 /// The least size of a button of the toolkit's own dialogs.
@@ -40,6 +42,8 @@ class ProgressWindow : public QDialog
     void SetExtraText(const QString& text);
     /// A total of 0 is a busy bar.
     void SetProgress(unsigned long long progress, unsigned long long total);
+    /// The bar is full, and so is the count where there is one.
+    void Fill();
     /// True when the user asked to cancel since the last call.
     bool TakeCancelled();
     void reject() override;
@@ -49,12 +53,16 @@ class ProgressWindow : public QDialog
 
   private:
     void FitHeight();
+    void ShowPosition();
+    void ShowCount(unsigned long long progress);
 
     QLabel* text;
     PathLabel* extraText;
     QProgressBar* bar;
     QLabel* count;
     QTimer animation;
+    BarPosition position;
+    unsigned long long total = 0;
     const bool cancellable;
     bool cancelled = false;
 };

@@ -75,6 +75,14 @@ void QtProgress::SetProgress(unsigned long long progress, unsigned long long tot
     changed = true;
 }
 
+void QtProgress::Finish()
+{
+    if (!window)
+        return;
+    window->Fill();
+    window->repaint();
+}
+
 void QtProgress::Hide()
 {
     lock.reset();

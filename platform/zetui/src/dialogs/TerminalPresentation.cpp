@@ -102,9 +102,26 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
         line.progress = progress;
         line.total = total;
         line.text = text;
+        line.position.Move(progress, total);
         Changed();
         if (!state->quiet && !state->terminal)
             WritePlainLine();
+    }
+
+    void Finish() override
+    {
+        line.position.Fill();
+        line.progress = line.total;
+        if (state->quiet || line.total == 0)
+            return;
+        if (state->terminal) {
+            Draw();
+            return;
+        }
+        // The last step's own line said what came before it.
+        line.text.clear();
+        line.extraText.clear();
+        WriteOnce(FormatPlainLine(line) + "\n");
     }
 
     void Hide() override
@@ -136,11 +153,14 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
     {
         if (!dirty)
             return;
-        const auto now = Clock::now();
-        if (now < lastDrawn + redrawInterval)
-            return;
+        if (Clock::now() >= lastDrawn + redrawInterval)
+            Draw();
+    }
+
+    void Draw()
+    {
         dirty = false;
-        lastDrawn = now;
+        lastDrawn = Clock::now();
         state->lineDrawn = true;
         state->Write("\r" + FormatProgressLine(line, TerminalColumns(state->stream)) + "\x1b[K");
     }
@@ -149,7 +169,11 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
     {
         if (line.text.empty() && line.extraText.empty())
             return;
-        std::string plain = FormatPlainLine(line) + "\n";
+        WriteOnce(FormatPlainLine(line) + "\n");
+    }
+
+    void WriteOnce(std::string plain)
+    {
         if (plain == lastPlainLine)
             return;
         state->Write(plain);

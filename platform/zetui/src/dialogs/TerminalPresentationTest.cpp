@@ -44,6 +44,32 @@ TEST_F(PlainPresentation, WritesTheTitleAndALineForEachStep)
     EXPECT_EQ(Output(), "Scanning\n[0/2] /vst/a.so\n[1/2] /vst/b.so: sub\n");
 }
 
+TEST_F(PlainPresentation, EndsWithAFullCountWhenAllIsDone)
+{
+    const auto progress = presentation->CreateProgress({});
+    progress->Show("Scanning", "", true);
+    progress->Finish();
+    EXPECT_EQ(Output(), "Scanning\n") << "nothing has been counted";
+    progress->SetExtraText("/vst/a.so");
+    progress->SetProgress(1, 2, "");
+    progress->Finish();
+    progress->Hide();
+    EXPECT_EQ(Output(), "Scanning\n[1/2] /vst/a.so\n[2/2]\n");
+}
+
+TEST_F(PlainPresentation, PatienceWritesNoLines)
+{
+    SetPresentation(presentation);
+    const auto dialog = utility::MakeIntrusive<UI_ProgressDialog>(nullptr, "Scanning", "",
+                                                                  ui::WindowVariant(), false, true, false);
+    dialog->BeginModal();
+    dialog->SetPatience(std::chrono::seconds(0), [](std::chrono::seconds) { return "waiting"; });
+    dialog->SetExtraText("/vst/a.so");
+    dialog->SetProgress(0, 1, "");
+    dialog->ModalDuring();
+    EXPECT_EQ(Output(), "Scanning\n[0/1] /vst/a.so\n");
+}
+
 TEST_F(PlainPresentation, DoesNotRepeatALine)
 {
     const auto progress = presentation->CreateProgress({});
@@ -81,6 +107,7 @@ TEST_F(PlainPresentation, AQuietOneShowsAlertsOnly)
     progress->SetExtraText("/vst/a.so");
     progress->SetProgress(0, 2, "");
     progress->ProcessEvents(false);
+    progress->Finish();
     progress->Hide();
     quiet.ShowAlert(AlertKind::Caution, "Host", "A caution.", {});
     EXPECT_EQ(Output(), "Host: A caution.\n");

@@ -92,6 +92,26 @@ TEST_F(TerminalLine, IsRedrawnInPlaceAndLeavesACleanLine)
                         "\r\x1b[K");
 }
 
+TEST_F(TerminalLine, TheBarNeverGoesBackAndIsFullBeforeTheLineIsTakenAway)
+{
+    const auto progress = presentation->CreateProgress({});
+    progress->Show("Scanning", "", true);
+    progress->SetProgress(2, 4, "");
+    progress->SetProgress(1, 4, "");
+    UntilDrawn(*progress);
+    progress->SetProgress(3, 4, "");
+    progress->Finish();
+    progress->Hide();
+    EXPECT_EQ(Output(), "\rScanning\x1b[K"
+                        "\rScanning  [##########----------] 1/4  50%\x1b[K"
+                        "\rScanning  [####################] 4/4 100%\x1b[K"
+                        "\r\x1b[K");
+    progress->Show("Scanning", "", true);
+    progress->SetProgress(1, 4, "");
+    UntilDrawn(*progress);
+    EXPECT_NE(Output().find("1/4  25%"), std::string::npos) << "shown again, it begins anew";
+}
+
 TEST_F(TerminalLine, FollowsTheTerminalsWidth)
 {
     SetColumns(30);

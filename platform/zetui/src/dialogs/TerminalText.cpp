@@ -136,9 +136,9 @@ std::string FormatProgressLine(const ProgressLine& line, int columns)
     const int room = std::max(columns - 1, 1);
     const std::string title = PrintableText(line.title, false);
     const std::string detail = Join(PrintableText(line.text, false), PrintableText(line.extraText, false));
-    const double part =
-        line.total == 0 ? 0.0
-                        : std::min(1.0, static_cast<double>(line.progress) / static_cast<double>(line.total));
+    BarPosition position = line.position;
+    position.Move(line.progress, line.total);
+    const double part = position.Part();
 
     // The fullest one that leaves the detail enough to say what it is about.
     std::array<std::string, 4> heads;
@@ -163,7 +163,9 @@ std::string FormatProgressLine(const ProgressLine& line, int columns)
 std::string FormatPlainLine(const ProgressLine& line)
 {
     const std::string detail = Join(PrintableText(line.text, false), PrintableText(line.extraText, false));
-    return line.total == 0 ? detail : "[" + Count(line) + "] " + detail;
+    if (line.total == 0)
+        return detail;
+    return "[" + Count(line) + "]" + (detail.empty() ? "" : " " + detail);
 }
 
 } // namespace zetui::dialogs

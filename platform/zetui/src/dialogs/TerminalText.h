@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "dialogs/BarPosition.h"
+
 /// What the terminal presentation writes, as text. All of it is UTF-8.
 namespace zetui::dialogs {
 
@@ -25,6 +27,8 @@ struct ProgressLine
     unsigned long long progress = 0;
     /// 0 for a bar that is only busy.
     unsigned long long total = 0;
+    /// The bar and the percentage are at least this, whatever the counts say.
+    BarPosition position;
 };
 
 /// One line that fits into a terminal of that many columns, the last one left free.

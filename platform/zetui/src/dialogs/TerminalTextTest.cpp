@@ -101,5 +101,22 @@ TEST(TerminalText, APlainLineIsWholeWhateverItsLength)
     EXPECT_EQ(FormatPlainLine(Line("starting", 0, 0)), "starting");
 }
 
+TEST(TerminalText, TheBarStaysWhereItWasWhenTheCountsGoBack)
+{
+    ProgressLine line = Line("/vst/a.so", 1, 4);
+    line.position.Move(2, 4);
+    EXPECT_EQ(FormatProgressLine(line, 80),
+              "Scanning Audio Plug-Ins  [##########----------] 1/4  50%  /vst/a.so");
+    line.position.Fill();
+    line.progress = 4;
+    EXPECT_EQ(FormatProgressLine(line, 80),
+              "Scanning Audio Plug-Ins  [####################] 4/4 100%  /vst/a.so");
+}
+
+TEST(TerminalText, APlainLineWithoutTextIsTheCount)
+{
+    EXPECT_EQ(FormatPlainLine(Line("", 4, 4)), "[4/4]");
+}
+
 } // namespace
 } // namespace zetui::dialogs

@@ -1,9 +1,12 @@
 #include <zetui/dialogs/UI_ProgressDialog.h>
 
 #include <chrono>
+#include <utility>
 
 #include <zetcore/threads/MainThread.h>
 #include <zetui/utility/IntrusivePtr.h>
+
+#include "dialogs/Patience.h"
 
 namespace zetui::dialogs {
 
@@ -18,7 +21,7 @@ UI_ProgressDialog::UI_ProgressDialog(const pixmill::SupplierInterface*, const st
                                      const std::string& firstText, ui::WindowVariant parentWindow,
                                      bool indeterminate, bool canBeCancelled, bool closesWhenFull)
     : parent(parentWindow), title(windowTitle), text(firstText), cancellable(canBeCancelled),
-      closeWhenFull(closesWhenFull), hasProgress(indeterminate)
+      closeWhenFull(closesWhenFull), hasProgress(indeterminate), patience(std::make_unique<Patience>())
 {}
 
 UI_ProgressDialog::~UI_ProgressDialog()
@@ -28,7 +31,18 @@ UI_ProgressDialog::~UI_ProgressDialog()
 
 void UI_ProgressDialog::SetExtraText(const std::string& newText)
 {
+    if (extraText == newText)
+        return;
     extraText = newText;
+    patience->Restart(Patience::Clock::now());
+    if (shown)
+        shown->SetExtraText(extraText);
+}
+
+void UI_ProgressDialog::SetPatience(std::chrono::seconds after,
+                                    std::function<std::string(std::chrono::seconds)> words)
+{
+    patience->Set(after, std::move(words));
     if (shown)
         shown->SetExtraText(extraText);
 }
@@ -58,6 +72,7 @@ void UI_ProgressDialog::UI_Show(bool show)
     if (!shown)
         shown = GetPresentation()->CreateProgress(parent);
     visible = true;
+    patience->Restart(Patience::Clock::now());
     shown->Show(title, text, cancellable);
     if (!extraText.empty())
         shown->SetExtraText(extraText);
@@ -78,6 +93,8 @@ void UI_ProgressDialog::BeginModal()
 void UI_ProgressDialog::EndModal()
 {
     FinishClosing();
+    // What the modal phase was for is done when nobody has cancelled it before.
+    FillBar();
     Hide();
 }
 
@@ -125,6 +142,16 @@ void UI_ProgressDialog::ProcessEvents(bool wait)
     } guard(processing);
     if (shown->ProcessEvents(wait))
         Close(UI_DialogViewContainer::kCancel);
+    ShowPatience();
+}
+
+void UI_ProgressDialog::ShowPatience()
+{
+    // An empty extra text says nothing that could go on.
+    if (!visible || closedWith || extraText.empty())
+        return;
+    if (const auto words = patience->Ask(Patience::Clock::now()))
+        shown->SetExtraText(extraText + " (" + *words + ")");
 }
 
 void UI_ProgressDialog::FinishClosing()
@@ -132,8 +159,15 @@ void UI_ProgressDialog::FinishClosing()
     if (!closedWith || !visible || processing > 0)
         return;
     const Response response = *closedWith;
+    FillBar();
     Hide();
     CallPostClose(response);
+}
+
+void UI_ProgressDialog::FillBar()
+{
+    if (visible && closedWith != UI_DialogViewContainer::kCancel)
+        shown->Finish();
 }
 
 void UI_ProgressDialog::Hide()

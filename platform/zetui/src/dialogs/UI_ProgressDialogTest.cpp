@@ -45,6 +45,7 @@ class Recorder : public Presentation
         {
             log->calls.push_back("progress " + std::to_string(progress) + "/" + std::to_string(total) + text);
         }
+        void Finish() override { log->calls.push_back("finish"); }
         void Hide() override { log->calls.push_back("hide"); }
         bool ProcessEvents(bool wait) override
         {
@@ -112,7 +113,7 @@ TEST_F(ProgressDialog, TheModalPhaseShowsAndHidesWithoutCallback)
     dialog->EndModal();
     EXPECT_FALSE(dialog->UI_IsShown());
     EXPECT_EQ(closed, 0);
-    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"}));
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "finish", "hide"}));
 }
 
 TEST_F(ProgressDialog, ModalDuringCarriesOutWhatWasPosted)
@@ -140,7 +141,7 @@ TEST_F(ProgressDialog, CancelInTheModalPhaseClosesItOnceWithTheCancelResponse)
     dialog->ModalDuring();
     dialog->EndModal();
     EXPECT_EQ(responses, std::vector<UI_Dialog::Response>{UI_DialogViewContainer::kCancel});
-    EXPECT_EQ(calls.back(), "hide");
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"})) << "no full bar";
 }
 
 TEST_F(ProgressDialog, TheModalRunEndsWithTheOkResponseWhenAPostedCallClosesIt)
@@ -155,6 +156,7 @@ TEST_F(ProgressDialog, TheModalRunEndsWithTheOkResponseWhenAPostedCallClosesIt)
     EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kOK);
     EXPECT_EQ(responses, std::vector<UI_Dialog::Response>{UI_DialogViewContainer::kOK});
     EXPECT_FALSE(dialog->UI_IsShown());
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "finish", "hide"}));
 }
 
 TEST_F(ProgressDialog, TheModalRunEndsWithTheCancelResponseWhenTheUserCancels)
@@ -162,6 +164,71 @@ TEST_F(ProgressDialog, TheModalRunEndsWithTheCancelResponseWhenTheUserCancels)
     const auto dialog = Make();
     recorder->log->onEvents = [](bool wait) { return wait; };
     EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kCancel);
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"})) << "no full bar";
+}
+
+TEST_F(ProgressDialog, ADialogThatIsTakenAwayWithoutAnEndHasNoFullBar)
+{
+    {
+        const auto dialog = Make();
+        dialog->BeginModal();
+    }
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"}));
+    calls.clear();
+    // A posted call hides it while the cancel button is being dealt with.
+    const auto dialog = Make();
+    dialog->BeginModal();
+    recorder->log->onEvents = [&](bool) {
+        dialog->PostClose();
+        dialog->UI_Show(false);
+        return false;
+    };
+    dialog->ModalDuring();
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"}));
+}
+
+std::string Waited(std::chrono::seconds)
+{
+    return "still there";
+}
+
+TEST_F(ProgressDialog, PatienceIsShownBehindTheExtraText)
+{
+    const auto dialog = Make();
+    dialog->SetPatience(std::chrono::seconds(0), Waited);
+    dialog->BeginModal();
+    dialog->ModalDuring();
+    EXPECT_EQ(calls, Calls{"show Title,,cancellable"}) << "there is no text that could stay the same";
+    dialog->SetExtraText("reverb");
+    dialog->ModalDuring();
+    dialog->SetExtraText("reverb");
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "extra reverb", "extra reverb (still there)"}))
+        << "the same text again does not take it away";
+    dialog->SetExtraText("delay");
+    EXPECT_EQ(calls.back(), "extra delay");
+    dialog->ModalDuring();
+    EXPECT_EQ(calls.back(), "extra delay (still there)");
+    dialog->SetPatience(std::chrono::seconds(0), nullptr);
+    EXPECT_EQ(calls.back(), "extra delay");
+    dialog->ModalDuring();
+    EXPECT_EQ(calls.back(), "extra delay");
+    dialog->EndModal();
+}
+
+TEST_F(ProgressDialog, PatienceGoesOnDuringTheModalRunAndEndsWithIt)
+{
+    const auto dialog = Make();
+    std::vector<std::chrono::seconds> asked;
+    dialog->SetPatience(std::chrono::seconds(0), [&](std::chrono::seconds unchanged) {
+        asked.push_back(unchanged);
+        zetcore::threads::AsyncCallFromMainThread([&] { dialog->PostClose(); }, 0);
+        return "still there";
+    });
+    dialog->SetExtraText("reverb");
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kOK);
+    EXPECT_EQ(asked, std::vector<std::chrono::seconds>{std::chrono::seconds(0)});
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "extra reverb", "extra reverb (still there)", "finish",
+                            "hide"}));
 }
 
 TEST_F(ProgressDialog, ACallThatIsPostedDuringTheModalRunMayUseTheModalPhaseItself)

@@ -20,11 +20,12 @@
 ///     kill       at that visit: ends the process as a kill does
 ///     no-space   from that visit on: `FaultError` gives that there is no space left
 ///     read-only  from that visit on: `FaultError` gives that the file system is read-only
+///     denied     from that visit on: `FaultError` gives that the permission is denied
 ///     late=N     from that visit on: `FaultDelay` gives N seconds
 ///
 /// Files that are replaced have the places `write.FILENAME.open`, `.write`, `.rename` and `.done`, files that
-/// are appended to `append.FILENAME.write` and `.done`, both on POSIX systems. The others are where they are
-/// called. Any thread.
+/// are appended to `append.FILENAME.write` and `.done`, both on POSIX systems. The library of a plug-in that
+/// is looked into has `read.FILENAME`. The others are where they are called. Any thread.
 namespace zetcore::debug {
 
 /// Whether any place is set: for callers that would have to make up a name.

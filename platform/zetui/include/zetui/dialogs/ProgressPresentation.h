@@ -18,9 +18,12 @@ class ZETUI_API ProgressPresentation
     virtual ~ProgressPresentation();
     virtual void Show(const std::string& title, const std::string& text, bool cancellable) = 0;
     virtual void SetExtraText(const std::string& text) = 0;
-    /// A total of 0 is a busy bar.
+    /// A total of 0 is a busy bar. The counts are shown as they are; the bar stays where it was when they go
+    /// back.
     virtual void SetProgress(unsigned long long progress, unsigned long long total,
                              const std::string& text) = 0;
+    /// All is done: what `Hide` takes away next ends with a full bar. Here: nothing.
+    virtual void Finish();
     virtual void Hide() = 0;
     /// Deals with pending input and repaints; with `wait`, sleeps for a moment when there is nothing to do.
     /// True when the user asked to cancel since the last call.

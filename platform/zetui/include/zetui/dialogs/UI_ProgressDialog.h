@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,8 +14,11 @@
 
 namespace zetui::dialogs {
 
+class Patience;
+
 /// A progress bar with a title, a text, an extra text that changes, and a cancel button. Texts are UTF-8 and
-/// shown as they are (no localising). Main thread.
+/// shown as they are (no localising). The bar never goes back while the dialog is shown. A dialog that ends
+/// without having been cancelled ends with a full bar. Main thread.
 class ZETUI_API UI_ProgressDialog : public UI_Dialog
 {
   public:
@@ -24,6 +29,11 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
                       bool closeWhenFull);
 
     void SetExtraText(const std::string& text);
+    /// When the extra text has stayed the same for longer than `after`, the function's text is shown behind
+    /// it in brackets, asked anew each second with the time since the extra text changed. This goes on while
+    /// the dialog runs modally or its `ModalDuring` is called; a stream that is no terminal shows none of it.
+    /// Null ends it.
+    void SetPatience(std::chrono::seconds after, std::function<std::string(std::chrono::seconds)> text);
     void SetProgress(unsigned long long progress, unsigned long long total, const std::string& text);
 
     void UI_Show(bool show) override;
@@ -40,7 +50,9 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
   private:
     void Close(Response response);
     void ProcessEvents(bool wait);
+    void ShowPatience();
     void FinishClosing();
+    void FillBar();
     void Hide();
 
     ui::WindowVariant parent;
@@ -49,6 +61,7 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
     /// False until there is something to show in the bar.
     bool hasProgress;
     unsigned long long progress = 0, total = 0;
+    std::unique_ptr<Patience> patience;
     std::unique_ptr<ProgressPresentation> shown;
     bool visible = false;
     /// How many calls of the presentation are under way: it must not be destroyed meanwhile.

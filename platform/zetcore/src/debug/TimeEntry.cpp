@@ -1,4 +1,4 @@
-#include "TimeLimit.h"
+#include <zetcore/debug/TimeEntry.h>
 
 #include <charconv>
 #include <string>
@@ -6,7 +6,7 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 
-namespace zetaudiofilterscan {
+namespace zetcore::debug {
 
 std::optional<std::chrono::milliseconds> ParseSeconds(std::string_view text)
 {
@@ -19,16 +19,15 @@ std::optional<std::chrono::milliseconds> ParseSeconds(std::string_view text)
     return std::chrono::ceil<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
 }
 
-std::chrono::milliseconds TimeLimitFromDebugDatabase(const char* key, std::chrono::milliseconds defaultLimit)
+std::chrono::milliseconds TimeFromDebugDatabase(std::string_view key, std::chrono::milliseconds defaultTime)
 {
-    const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(key, "");
+    const std::string entry = DebugDatabase::Instance().GetEntry(key, "");
     if (entry.empty())
-        return defaultLimit;
-    const auto limit = ParseSeconds(entry);
-    if (!limit)
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan",
-                                  std::string(key) + " is no time in seconds: " + entry);
-    return limit.value_or(defaultLimit);
+        return defaultTime;
+    const auto time = ParseSeconds(entry);
+    if (!time)
+        TraceLine(1, "DebugDatabase", std::string(key) + " is no time in seconds: " + entry);
+    return time.value_or(defaultTime);
 }
 
-} // namespace zetaudiofilterscan
+} // namespace zetcore::debug

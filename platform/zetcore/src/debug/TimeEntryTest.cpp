@@ -1,19 +1,19 @@
-#include "TimeLimit.h"
+#include <zetcore/debug/TimeEntry.h>
 
 #include <gtest/gtest.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 #include <zettesting/HostFixture.h>
 
-namespace zetaudiofilterscan {
+namespace zetcore::debug {
 namespace {
 
 using namespace std::chrono_literals;
 
-class TimeLimit : public zettesting::HostFixture
+class TimeEntry : public zettesting::HostFixture
 {};
 
-TEST_F(TimeLimit, reads_seconds_with_a_fraction)
+TEST_F(TimeEntry, reads_seconds_with_a_fraction)
 {
     EXPECT_EQ(ParseSeconds("60"), 60s);
     EXPECT_EQ(ParseSeconds("0.25"), 250ms);
@@ -22,27 +22,27 @@ TEST_F(TimeLimit, reads_seconds_with_a_fraction)
     EXPECT_EQ(ParseSeconds("1000000"), 1000000s);
 }
 
-TEST_F(TimeLimit, takes_nothing_else)
+TEST_F(TimeEntry, takes_nothing_else)
 {
     for (const char* text :
          {"", "0", "-1", "1,5", "1e3", "60s", " 60", "nan", "inf", "1000001", "0x10", "1.5.2"})
         EXPECT_FALSE(ParseSeconds(text)) << text;
 }
 
-TEST_F(TimeLimit, uses_the_default_and_traces_when_the_entry_is_nonsense)
+TEST_F(TimeEntry, uses_the_default_and_traces_when_the_entry_is_nonsense)
 {
-    zetcore::debug::SetMasterTraceVolume(1);
-    auto& database = zetcore::debug::DebugDatabase::Instance();
-    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 60s);
+    SetMasterTraceVolume(1);
+    auto& database = DebugDatabase::Instance();
+    EXPECT_EQ(TimeFromDebugDatabase("Some.Seconds", 60s), 60s);
     EXPECT_TRUE(traceLines->empty());
     database.SetEntry("Some.Seconds", "2.5");
-    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 2500ms);
+    EXPECT_EQ(TimeFromDebugDatabase("Some.Seconds", 60s), 2500ms);
     EXPECT_TRUE(traceLines->empty());
     database.SetEntry("Some.Seconds", "soon");
-    EXPECT_EQ(TimeLimitFromDebugDatabase("Some.Seconds", 60s), 60s);
+    EXPECT_EQ(TimeFromDebugDatabase("Some.Seconds", 60s), 60s);
     ASSERT_EQ(traceLines->size(), 1U);
     EXPECT_NE(traceLines->front().find("Some.Seconds is no time in seconds: soon"), std::string::npos);
 }
 
 } // namespace
-} // namespace zetaudiofilterscan
+} // namespace zetcore::debug
