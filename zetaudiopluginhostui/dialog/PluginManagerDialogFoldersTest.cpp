@@ -1,4 +1,5 @@
 // The folder list of the manager dialog and its commands.
+#include <QAccessible>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -7,6 +8,7 @@
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
+#include "testing/FillCount.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -36,6 +38,34 @@ class FolderCommands : public DialogFixture
 
     const std::filesystem::path real = folder / "plug-ins";
 };
+
+/// The numbers of columns of the lists that got rows, in order.
+std::vector<int>& FilledLists()
+{
+    static std::vector<int> filled;
+    return filled;
+}
+
+void NoteFilledList(QAccessibleEvent* event)
+{
+    const auto* const list = qobject_cast<QTableView*>(event->object());
+    if (event->type() == QAccessible::TableModelChanged && list && list->model()->rowCount() > 0)
+        FilledLists().push_back(list->model()->columnCount());
+}
+
+TEST_F(FolderCommands, TheFolderListIsFilledBeforeThePluginList)
+{
+    AddFolders({L"/first"});
+    AddPlugin(L"One", L"/a/1.so");
+    FilledLists().clear();
+    const bool wasActive = QAccessible::isActive();
+    QAccessible::setActive(true);
+    const auto before = QAccessible::installUpdateHandler(&NoteFilledList);
+    MakeDialog();
+    QAccessible::installUpdateHandler(before);
+    QAccessible::setActive(wasActive);
+    EXPECT_THAT(FilledLists(), ElementsAre(1, 6));
+}
 
 TEST_F(FolderCommands, TheListShowsTheVstFoldersInTheirOrder)
 {
@@ -98,6 +128,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
     EXPECT_EQ(changes, 1) << "both at once";
+    EXPECT_TRUE(shown->questions.empty() && shown->alerts.empty());
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two")));
     EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
     EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
@@ -163,6 +194,76 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
     EXPECT_EQ(Folders(), VstFolders());
     zetcore::config::SetClientName(L"zetaudiopluginmanager");
+}
+
+TEST_F(FolderCommands, DefaultResetsAfterYesAndNoOtherAnswer)
+{
+    AddFolders({L"/my own"});
+    const auto own = VstFolders();
+    OpenDialog();
+    // Closed without an answer; OK; Cancel; no such button.
+    for (const int answer : {0, 1, 2, 64, 80, -1}) {
+        shown->answer = answer;
+        Press(ids::kDefaultDirectoriesButton);
+        EXPECT_EQ(VstFolders(), own) << answer;
+    }
+    EXPECT_EQ(shown->questions.size(), 6u);
+}
+
+TEST_F(FolderCommands, DefaultAsksWhenThereIsAFolderWhateverTheListShows)
+{
+    AddFolders({L"/my own"});
+    const auto own = VstFolders();
+    OpenDialog();
+    FolderList().RemoveAllRows();
+    shown->answer = 64;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_EQ(shown->questions.size(), 1u);
+    EXPECT_EQ(VstFolders(), own);
+}
+
+TEST_F(FolderCommands, TheButtonsChangeTheFoldersOfVstOnlyAndTheListIsFilledOnce)
+{
+    const auto vst3 = TheRegistry().GetPluginTechnology(3);
+    const auto au = TheRegistry().GetPluginTechnology(4);
+    AddFolders({L"/one", L"/two"});
+    vst3->AddPluginDirectories({L"/one"});
+    const std::vector<std::wstring> ofVst3(vst3->DirectoryBegin(), vst3->DirectoryEnd());
+    OpenDialog();
+    FillCount count(WidgetOf(FolderList()));
+    shown->chosenFolder = ToWide(real);
+    Press(ids::kAddDirectoryButton);
+    EXPECT_EQ(count.Fills(), 1);
+    ClickFolder(0);
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(count.Fills(), 1);
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two"), ToWide(real)));
+    EXPECT_EQ(std::vector<std::wstring>(vst3->DirectoryBegin(), vst3->DirectoryEnd()), ofVst3);
+    EXPECT_EQ(au->DirectoryBegin(), au->DirectoryEnd());
+    shown->answer = 16;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_EQ(count.Fills(), 1);
+}
+
+TEST_F(FolderCommands, ARowThatIsNoneOfTheListsShowsAndRemovesNothing)
+{
+    AddFolders({L"/one", L"/two"});
+    OpenDialog();
+    const auto row = FolderList().GetRowAt(0);
+    TheRegistry().GetPluginTechnology(2)->RemovePluginDirectories({L"/one"});
+    ASSERT_THAT(Folders(), ElementsAre(ToWide("/two")));
+    FolderList().AppendRow(row, nullptr, false);
+    HandleEvents();
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/two"), L"")) << "its folder went with it";
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+            [&changes](const auto&) { ++changes; });
+    ClickFolder(1);
+    ASSERT_TRUE(CanRemove());
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(changes, 0);
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
 }
 
 TEST_F(FolderCommands, DefaultWithoutFoldersResetsAtOnceWithoutAsking)
