@@ -73,6 +73,18 @@ bool DeleteMarker()
     }
 }
 
+struct Begun
+{
+    unsigned scans = 0;
+    std::vector<PluginLocator> plugins;
+};
+
+Begun& LastBegun()
+{
+    static Begun begun;
+    return begun;
+}
+
 ScanEnd& LastEnd()
 {
     static ScanEnd end;
@@ -101,6 +113,16 @@ AudioPluginScan::~AudioPluginScan() = default;
 const ScanEnd& AudioPluginScan::GetEnd() const
 {
     return end;
+}
+
+unsigned AudioPluginScan::GetScanCount()
+{
+    return LastBegun().scans;
+}
+
+const std::vector<PluginLocator>& AudioPluginScan::GetLastPlugins()
+{
+    return LastBegun().plugins;
 }
 
 ScanEnd AudioPluginScan::GetLastEnd()
@@ -135,6 +157,8 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
 {
     cancelled = false;
     SetEnd({});
+    ++LastBegun().scans;
+    LastBegun().plugins = plugins;
     bool preferencesAccessible = true;
     const ProgressDialogPtr progressDialog = zetui::utility::MakeIntrusive<zetui::dialogs::UI_ProgressDialog>(
         supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),

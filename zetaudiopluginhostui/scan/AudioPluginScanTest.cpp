@@ -407,6 +407,22 @@ TEST_F(AudioPluginScanTest, AScanWhoseScannersNeverGetOnSaysThatItGaveUp)
     EXPECT_EQ(Launches(), 3);
 }
 
+TEST_F(AudioPluginScanTest, ASlotOfTheChangedSignalKnowsWhichScanItWasAndOfWhichPlugins)
+{
+    const unsigned before = AudioPluginScan::GetScanCount();
+    const auto a = MakeFile("a.so");
+    std::vector<PluginLocator> atSignal;
+    const zetcore::signals::ScopedConnection ends =
+        registry.GetPluginInfosChangedSignal().connect([&] { atSignal = AudioPluginScan::GetLastPlugins(); });
+    Scan({a});
+    EXPECT_EQ(AudioPluginScan::GetScanCount(), before + 1);
+    EXPECT_THAT(atSignal, ElementsAre(a));
+    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
+    Scan({}, true);
+    EXPECT_EQ(AudioPluginScan::GetScanCount(), before + 2);
+    EXPECT_THAT(atSignal, ElementsAre());
+}
+
 class CollectingScanTest : public AudioPluginScanTest
 {
   protected:

@@ -6,6 +6,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
@@ -54,6 +55,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
                                         const std::vector<PluginLocator>& locators, bool disableShellSkipping,
                                         bool quickScan, ProgressCallback callback)
 {
+    startFailure.clear();
     {
         const std::lock_guard lock(mutex);
         currentLocator = PluginLocator();
@@ -124,7 +126,14 @@ void ExternalAudioPluginScan::StopScan()
 bool ExternalAudioPluginScan::LaunchServerAndConnect()
 {
     const std::uint16_t port = launcher.Launch(process);
-    return port != 0 && Connect(port);
+    startFailure = launcher.Problem();
+    if (port != 0 && Connect(port))
+        return true;
+    if (startFailure.empty())
+        startFailure = "The scanner does not answer at port " + std::to_string(port) + " of " +
+                       protocol::loopbackAddress + ", where it said that it listens";
+    zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", startFailure);
+    return false;
 }
 
 bool ExternalAudioPluginScan::Connect(std::uint16_t port)

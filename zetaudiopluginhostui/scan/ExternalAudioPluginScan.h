@@ -57,8 +57,14 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
                    const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
                    bool quickEffectScan, ProgressCallback progressCallback);
 
+    /// Why the scanner that this scan started last could not be started or reached: a sentence for people
+    /// (UTF-8) that names the program. Empty when it could. Main thread.
+    const std::string& StartFailure() const noexcept { return startFailure; }
+
     /// True when the last scan ended because its scanners never got on. Main thread.
     bool GaveUp() const noexcept { return restarts.TooMany(); }
+    /// Says so in a sentence for people (UTF-8); empty when it did not. Main thread.
+    std::string WhyGaveUp() const { return restarts.Describe(); }
 
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
     /// unless that was done. Main thread.
@@ -129,6 +135,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     RestartCount restarts{0};
     ScannerProcess process;
     ScannerLauncher launcher;
+    std::string startFailure;
 };
 
 } // namespace zetaudiopluginhostui

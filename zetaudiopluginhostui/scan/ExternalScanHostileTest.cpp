@@ -192,7 +192,9 @@ TEST_F(ExternalScanHostile, AScannerThatNeverGetsOnEndsTheScanWhenTheHostHasSetA
     RunUntilEnd();
     EXPECT_EQ(Launches(), 4);
     EXPECT_TRUE(scan->GaveUp());
-    EXPECT_TRUE(AnyTraced("restarted 3 times without getting on; plug-ins not scanned: 2"));
+    EXPECT_EQ(scan->WhyGaveUp(),
+              "The scanner was restarted 3 times without getting on; plug-ins not scanned: 2");
+    EXPECT_TRUE(AnyTraced(scan->WhyGaveUp()));
     EXPECT_FALSE(AnyBanned());
     scan->StopScan();
     EXPECT_EQ(EndReports(), 1);
@@ -222,6 +224,7 @@ TEST_F(ExternalScanHostile, WithoutALimitEveryScannerThatFailsIsReplaced)
     RunUntilEnd();
     EXPECT_EQ(Launches(), failing + 1);
     EXPECT_FALSE(scan->GaveUp());
+    EXPECT_EQ(scan->WhyGaveUp(), "");
 }
 
 } // namespace

@@ -32,10 +32,15 @@ void RestartCount::Note(std::size_t pending)
     const int most = MostFruitlessRestarts();
     tooMany = most > 0 && fruitless > most;
     if (tooMany)
-        zetcore::debug::TraceLine(
-            1, "ExternalAudioPluginScan",
-            "The scanner was restarted " + std::to_string(most) +
-                " times without getting on; plug-ins not scanned: " + std::to_string(pending));
+        zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", Describe());
+}
+
+std::string RestartCount::Describe() const
+{
+    if (!tooMany)
+        return {};
+    return "The scanner was restarted " + std::to_string(fruitless - 1) +
+           " times without getting on; plug-ins not scanned: " + std::to_string(pendingBefore);
 }
 
 } // namespace zetaudiopluginhostui

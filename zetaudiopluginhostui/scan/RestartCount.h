@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace zetaudiopluginhostui {
 
@@ -14,6 +15,8 @@ class RestartCount
     /// in a row than the host allows (ScanLimits.h) have left that number as it was, this is traced.
     void Note(std::size_t pending);
     bool TooMany() const noexcept { return tooMany; }
+    /// Says so in a sentence (UTF-8) when there were too many; otherwise empty.
+    std::string Describe() const;
 
   private:
     std::size_t pendingBefore;

@@ -6,6 +6,8 @@
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/Utf.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "scan/ScanTrace.h"
@@ -24,6 +26,11 @@ constexpr std::uint32_t portMask = 0xFFFF;
 std::atomic_ref<std::uint32_t> Word(void* block, std::size_t index)
 {
     return std::atomic_ref(static_cast<std::uint32_t*>(block)[index]);
+}
+
+std::string PathText(const filesupport::File& program)
+{
+    return zetcore::string::UTF16to8(zetcore::string::ForDisplay(program.FullPath()));
 }
 
 /// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
@@ -45,16 +52,22 @@ ScannerLauncher::ScannerLauncher(PortWait wait) : portWait(std::move(wait)) {}
 
 std::uint16_t ScannerLauncher::Launch(ScannerProcess& process)
 {
+    problem.clear();
     const bool mapped =
         block.Init(protocol::blockName, protocol::blockSize, filesupport::MemoryMappedFile::CreateLocked);
     blockAddress = mapped ? block.GetAddress() : nullptr;
-    if (!blockAddress)
+    if (!blockAddress) {
+        problem = std::string("The shared memory \"") + protocol::blockName +
+                  "\" in which the scanner tells where it listens cannot be had, or another application "
+                  "holds it";
         return 0;
+    }
     const LaunchLock launchLock(block);
-    return Start(process) ? WaitForPort() : std::uint16_t{0};
+    const filesupport::File program(filesupport::commondirs::ExecutableDir(), ScannerFileName());
+    return Start(program, process) ? WaitForPort(program, process) : std::uint16_t{0};
 }
 
-bool ScannerLauncher::Start(ScannerProcess& process)
+bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& process)
 {
     const int volume = zetcore::debug::GetMasterTraceVolume();
     static ScanTraceSite volumeSite;
@@ -62,33 +75,38 @@ bool ScannerLauncher::Start(ScannerProcess& process)
     Word(blockAddress, protocol::traceVolumeWord).exchange(static_cast<std::uint32_t>(volume));
     Word(blockAddress, protocol::portWord).exchange(0);
 
-    const filesupport::File program(filesupport::commondirs::ExecutableDir(), ScannerFileName());
-    if (!program.Exists())
+    if (!program.Exists()) {
+        problem = "There is no scanner program: " + PathText(program);
         return false;
+    }
     static ScanTraceSite launchSite;
     launchSite.Write("Launching scan server");
     FaultPoint("host.launching");
-    const ScannerProcess started = StartScannerProcess(program);
-    if (!started)
+    try {
+        // A handle left from an earlier run is overwritten and not closed.
+        process = StartScannerProcess(program);
+    } catch (const filesupport::file_exception& error) {
+        problem = error.what();
         return false;
-    // A handle left from an earlier run is overwritten and not closed.
-    process = started;
+    }
     FaultPoint("host.launched");
     return true;
 }
 
-std::uint16_t ScannerLauncher::WaitForPort()
+std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, ScannerProcess process)
 {
     static ScanTraceSite retrieveSite;
     retrieveSite.Write("Retrieve server's port");
     const auto start = portWait.now();
     const PortWait::Pause pause = portWait.startPauses();
+    std::optional<std::string> processEnd;
     std::uint32_t word = 0;
     PortWait::Clock::duration waited{};
     for (;;) {
+        processEnd = ScannerProcessEnd(process);
         word = Word(blockAddress, protocol::portWord).load();
         waited = portWait.now() - start;
-        if ((word & portMask) != 0 || waited > portTimeout)
+        if ((word & portMask) != 0 || waited > portTimeout || processEnd)
             break;
         pause();
     }
@@ -98,7 +116,14 @@ std::uint16_t ScannerLauncher::WaitForPort()
     }
     FaultPoint("host.port-read");
     // A port that came in the last pass is still good: only a missing one fails.
-    return static_cast<std::uint16_t>(word & portMask);
+    const auto port = static_cast<std::uint16_t>(word & portMask);
+    if (port == 0)
+        problem = "The scanner program " +
+                  (processEnd ? *processEnd + " before it told where it listens"
+                              : "did not tell within " + std::to_string(portTimeout.count()) +
+                                    " seconds where it listens") +
+                  ": " + PathText(program);
+    return port;
 }
 
 } // namespace zetaudiopluginhostui

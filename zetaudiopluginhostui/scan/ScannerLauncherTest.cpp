@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"
 
@@ -26,6 +27,24 @@ class ScannerLaunch : public ExternalScanFixture
         portWait.now = [this] { return start + elapsed; };
         portWait.startPauses = [this] { return [this] { onPause(); }; };
         scan = std::make_shared<ExternalAudioPluginScan>(portWait);
+    }
+    static std::string ProgramPath() { return ProgramIn(ZET_FAKE_SCANNER_FOLDER); }
+    static std::string ProgramIn(const std::filesystem::path& programFolder)
+    {
+        return zetcore::string::UTF16to8(zettesting::ToWide(programFolder / ScannerFileName()));
+    }
+    /// Lets the scanner end in the first pause; there must be no second one.
+    void ExpectNoPauseAfterTheEnd()
+    {
+        onPause = [this, pauses = 0]() mutable {
+            WaitUntil([this] {
+                return ScannerProcessEnd(ExternalAudioPluginScanAccess::Process(*scan)).has_value();
+            });
+            if (++pauses == 1)
+                return;
+            ADD_FAILURE() << "the wait goes on although the scanner has ended";
+            elapsed += std::chrono::seconds(61);
+        };
     }
     /// The process that a failed start has left behind: as no StopScan follows, the test lets it end.
     void LetScannerEnd()
@@ -51,13 +70,48 @@ TEST_F(ScannerLaunch, AScannerThatNeverWritesAPortMakesStartScanFalseAfter60Seco
         elapsed += std::chrono::milliseconds(500);
     };
     EXPECT_FALSE(Start({a}));
-    EXPECT_GT(elapsed, std::chrono::seconds(60));
-    EXPECT_LE(elapsed, std::chrono::milliseconds(60500));
+    EXPECT_EQ(elapsed, std::chrono::milliseconds(60500));
+    EXPECT_EQ(scan->StartFailure(),
+              "The scanner program did not tell within 60 seconds where it listens: " + ProgramPath());
     EXPECT_THAT(Traced(), Contains(timeoutLine));
     // Neither ended nor given up, not even with the session.
     EXPECT_TRUE(ExternalAudioPluginScanAccess::Process(*scan));
     EXPECT_TRUE(reports.empty());
     LetScannerEnd();
+}
+
+TEST_F(ScannerLaunch, AScannerThatEndsBeforeItHasToldItsPortEndsTheWaitAtOnce)
+{
+    Script(1, {"die"});
+    ExpectNoPauseAfterTheEnd();
+    EXPECT_FALSE(Start({a}));
+    EXPECT_THAT(Traced(), Not(Contains(timeoutLine)));
+    EXPECT_EQ(scan->StartFailure(),
+              "The scanner program ended with exit status 1 before it told where it listens: " +
+                  ProgramPath());
+    EXPECT_TRUE(AnyTraced(scan->StartFailure()));
+}
+
+TEST_F(ScannerLaunch, APortThatAScannerHasToldIsUsedAlthoughItHasEnded)
+{
+    Script(1, {"dead", "die"});
+    ExpectNoPauseAfterTheEnd();
+    EXPECT_FALSE(Start({a}));
+    EXPECT_THAT(Traced(), Contains(::testing::StartsWith("Scan server's port: ")));
+    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("The scanner does not answer at port "));
+}
+
+TEST_F(ScannerLaunch, AStartThatWorksLeavesNoFailureOfTheOneBefore)
+{
+    Script(1, {"die"});
+    Script(2, {"listen", "ok", "ok", Info(none, 0, 0, false)});
+    ExpectNoPauseAfterTheEnd();
+    EXPECT_FALSE(Start({a}));
+    EXPECT_NE(scan->StartFailure(), "");
+    onPause = [] {};
+    EXPECT_TRUE(Start({}));
+    EXPECT_EQ(scan->StartFailure(), "");
+    RunUntilEnd();
 }
 
 TEST_F(ScannerLaunch, AtExactly60SecondsTheWaitGoesOn)
@@ -131,6 +185,7 @@ TEST_F(ScannerLaunch, WithoutTheScannerProgramNothingIsStarted)
     zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
     EXPECT_FALSE(Start({a}));
     EXPECT_THAT(Traced(), ::testing::ElementsAre("Writing trace volume, volume: 6\r\n"));
+    EXPECT_EQ(scan->StartFailure(), "There is no scanner program: " + ProgramIn(folder.Path()));
     EXPECT_EQ(Launches(), 0);
 }
 
@@ -141,26 +196,56 @@ TEST_F(ScannerLaunch, AProgramThatTheSystemDoesNotStartMakesStartScanFalse)
     EXPECT_FALSE(Start({a}));
     EXPECT_FALSE(ExternalAudioPluginScanAccess::Process(*scan));
     EXPECT_THAT(Traced(), Not(Contains("Retrieve server's port\r\n")));
+    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("Cannot start the scanner program \"" +
+                                                            ProgramIn(folder.Path()) + "\": "));
 }
 
-TEST_F(ScannerLaunch, EveryWayOutGivesUpTheLaunchLock)
+/// How a launch is made to end.
+struct WayOut
 {
-    for (const bool works : {false, true}) {
-        const int number = Launches() + 1;
-        if (works)
-            Script(number, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-        else
-            Script(number, {"dead", "wait end"});
-        EXPECT_EQ(Start({}), works);
-        // A second host would wait two minutes for it.
-        zetcore::filesupport::MemoryMappedFile other;
-        const auto before = std::chrono::steady_clock::now();
-        EXPECT_TRUE(
-            other.Init("ZETAudioFilterScan2", 8, zetcore::filesupport::MemoryMappedFile::CreateLocked));
-        EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(60));
-        Touch("end");
-    }
+    const char* name;
+    std::vector<std::string> script;
+    /// The program: the fake scanner, none, or a text file.
+    enum
+    {
+        Fake,
+        None,
+        Text
+    } program;
+    bool pastTheLimit;
+    bool started;
+};
+
+class ScannerLaunchEnds : public ScannerLaunch, public ::testing::WithParamInterface<WayOut>
+{};
+
+TEST_P(ScannerLaunchEnds, EveryWayOutGivesUpTheLaunchLock)
+{
+    Script(1, GetParam().script);
+    if (GetParam().program != WayOut::Fake)
+        zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
+    if (GetParam().program == WayOut::Text)
+        zettesting::WriteAll(folder / std::filesystem::path(ScannerFileName()), "not a program");
+    onPause = [this] {
+        if (GetParam().pastTheLimit)
+            elapsed += std::chrono::seconds(61);
+    };
+    EXPECT_EQ(Start({}), GetParam().started);
+    // Another host waits for the lock, and fails in the end.
+    zetcore::filesupport::MemoryMappedFile other;
+    EXPECT_TRUE(other.Init("ZETAudioFilterScan2", 8, zetcore::filesupport::MemoryMappedFile::CreateLocked));
+    Touch("end");
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    , ScannerLaunchEnds,
+    ::testing::Values(WayOut{"Connected", {"listen", "hold"}, WayOut::Fake, false, true},
+                      WayOut{"NobodyListens", {"dead", "wait end"}, WayOut::Fake, false, false},
+                      WayOut{"NoPortInTime", {"none", "wait end"}, WayOut::Fake, true, false},
+                      WayOut{"EndedFirst", {"die"}, WayOut::Fake, false, false},
+                      WayOut{"NoProgram", {}, WayOut::None, false, false},
+                      WayOut{"NotStarted", {}, WayOut::Text, false, false}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace
 } // namespace zetaudiopluginhostui

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/MemoryMappedFile.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"
@@ -37,6 +39,14 @@ class ScannerProcessTest : public ExternalScanFixture
         return ::kill(static_cast<pid_t>(process.handle), 0) == 0;
     }
 
+    /// What the fake scanner looks for first.
+    void SetUp() override
+    {
+        ASSERT_TRUE(
+            block.Init("ZETAudioFilterScan2", 8, zetcore::filesupport::MemoryMappedFile::CreateLocked));
+    }
+
+    zetcore::filesupport::MemoryMappedFile block;
     const std::filesystem::path facts = folder / "facts";
     zettesting::ScopedEnvironment factsFile{"ZET_PROCESS_FACTS", facts.string()};
 };
@@ -73,11 +83,33 @@ TEST_F(ScannerProcessTest, StartsWithoutArgumentsOrOpenFilesOrSignalSettingsInAS
     EndScannerProcess(process);
 }
 
+TEST_F(ScannerProcessTest, TellsHowOneHasEndedAndNothingOfOneThatRuns)
+{
+    Script(1, {"none", "touch running", "wait forever"});
+    const ScannerProcess process = StartScannerProcess(FakeScanner());
+    WaitForFile("running");
+    EXPECT_EQ(ScannerProcessEnd(process), std::nullopt);
+    ::kill(static_cast<pid_t>(process.handle), SIGTERM);
+    WaitForEnd(process);
+    for (int look = 1; look <= 2; ++look)
+        EXPECT_EQ(ScannerProcessEnd(process), "was ended by signal 15 (Terminated)");
+    EndScannerProcess(process);
+    EXPECT_EQ(ScannerProcessEnd(process), "ended");
+
+    Script(2, {"die"});
+    const ScannerProcess second = StartScannerProcess(FakeScanner());
+    WaitForEnd(second);
+    EXPECT_EQ(ScannerProcessEnd(second), "ended with exit status 1");
+    EndScannerProcess(second);
+}
+
 TEST_F(ScannerProcessTest, EndingOneThatRunsEndsItAtOnceAndCollectsIt)
 {
-    Script(1, {"none", "wait forever"});
+    Script(1, {"none", "touch running", "wait forever"});
     const ScannerProcess process = StartScannerProcess(FakeScanner());
     ASSERT_TRUE(process);
+    WaitForFile("running");
+    EXPECT_TRUE(ScannersRun());
     EXPECT_TRUE(IsKnownToTheSystem(process));
     EndScannerProcess(process);
     EXPECT_FALSE(IsKnownToTheSystem(process));
@@ -104,17 +136,27 @@ TEST_F(ScannerProcessTest, OneWhoseHandleWasGivenUpIsCollectedAtTheNextLaunch)
     EndScannerProcess(second);
 }
 
-TEST_F(ScannerProcessTest, AMissingProgramGivesNone)
+TEST_F(ScannerProcessTest, AProgramThatIsNotStartedThrowsWithItsPathAndTheSystemsWords)
 {
-    EXPECT_FALSE(StartScannerProcess(zetcore::filesupport::File(folder.Wide() + L"/missing")));
+    const zetcore::filesupport::File missing(folder.Wide() + L"/missing");
+    try {
+        StartScannerProcess(missing);
+        FAIL();
+    } catch (const zetcore::filesupport::file_exception& error) {
+        EXPECT_EQ(error.Path(), missing.FullPath());
+        EXPECT_NE(error.Cause().value(), 0);
+    }
 }
 
 TEST_F(ScannerProcessTest, WithoutTheSharedBlockNoScannerIsStarted)
 {
+    block.CloseFileHandleIfPossible();
+    std::filesystem::remove(folder / "runtime" / "ZETAudioFilterScan2");
     std::filesystem::create_directory(folder / "runtime" / "ZETAudioFilterScan2");
     EXPECT_FALSE(Start({}));
     EXPECT_EQ(Launches(), 0);
     EXPECT_FALSE(ExternalAudioPluginScanAccess::Process(*scan));
+    EXPECT_NE(scan->StartFailure().find("\"ZETAudioFilterScan2\""), std::string::npos);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "scan/ScannerProcess.h"
 
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/MemoryMappedFile.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"
@@ -30,6 +32,14 @@ class ScannerProcessTest : public ExternalScanFixture
     }
 
     static constexpr DWORD aMinute = 60'000;
+    /// What the fake scanner looks for first.
+    void SetUp() override
+    {
+        ASSERT_TRUE(
+            block.Init("ZETAudioFilterScan2", 8, zetcore::filesupport::MemoryMappedFile::CreateLocked));
+    }
+
+    zetcore::filesupport::MemoryMappedFile block;
     const std::filesystem::path facts = folder / "facts";
     zettesting::ScopedEnvironment factsFile{"ZET_PROCESS_FACTS", facts.string()};
 };
@@ -62,11 +72,30 @@ TEST_F(ScannerProcessTest, StartsWithoutArgumentsOrInheritedHandlesOrAWindow)
         ::CloseHandle(event);
 }
 
+TEST_F(ScannerProcessTest, TellsHowOneHasEndedAndNothingOfOneThatRuns)
+{
+    Script(1, {"none", "touch running", "wait forever"});
+    const ScannerProcess process = StartScannerProcess(FakeScanner());
+    WaitForFile("running");
+    EXPECT_EQ(ScannerProcessEnd(process), std::nullopt);
+    ASSERT_TRUE(::TerminateProcess(HandleOf(process), 0xC0000135));
+    EXPECT_TRUE(HasEnded(process, aMinute));
+    EXPECT_EQ(ScannerProcessEnd(process), "ended with exit status 0xc0000135");
+    EndScannerProcess(process);
+
+    Script(2, {"die"});
+    const ScannerProcess second = StartScannerProcess(FakeScanner());
+    EXPECT_TRUE(HasEnded(second, aMinute));
+    EXPECT_EQ(ScannerProcessEnd(second), "ended with exit status 1");
+    EndScannerProcess(second);
+}
+
 TEST_F(ScannerProcessTest, EndingOneThatRunsEndsItAndClosesItsHandle)
 {
-    Script(1, {"none", "wait forever"});
+    Script(1, {"none", "touch running", "wait forever"});
     const ScannerProcess process = StartScannerProcess(FakeScanner());
     ASSERT_TRUE(process);
+    WaitForFile("running");
     EXPECT_FALSE(HasEnded(process, 0));
     HANDLE second = nullptr;
     ASSERT_TRUE(::DuplicateHandle(::GetCurrentProcess(), HandleOf(process), ::GetCurrentProcess(), &second, 0,
@@ -90,9 +119,16 @@ TEST_F(ScannerProcessTest, EndingOneThatHasEndedOrNoneDoesNothing)
     EXPECT_TRUE(std::filesystem::exists(facts));
 }
 
-TEST_F(ScannerProcessTest, AMissingProgramGivesNone)
+TEST_F(ScannerProcessTest, AProgramThatIsNotStartedThrowsWithItsPathAndTheSystemsWords)
 {
-    EXPECT_FALSE(StartScannerProcess(zetcore::filesupport::File(folder.Wide() + L"\\missing.exe")));
+    const zetcore::filesupport::File missing(folder.Wide() + L"\\missing");
+    try {
+        StartScannerProcess(missing);
+        FAIL();
+    } catch (const zetcore::filesupport::file_exception& error) {
+        EXPECT_EQ(error.Path(), missing.FullPath());
+        EXPECT_NE(error.Cause().value(), 0);
+    }
 }
 
 } // namespace

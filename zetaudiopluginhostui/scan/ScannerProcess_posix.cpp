@@ -8,8 +8,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <mutex>
+#include <system_error>
 #include <vector>
+
+#include <zetcore/filesupport/FileException.h>
 
 extern char** environ;
 
@@ -125,10 +130,28 @@ ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
     const SpawnAttributes attributes;
     const SpawnFiles files;
     pid_t pid = 0;
-    if (::posix_spawn(&pid, path.c_str(), files.Get(), attributes.Get(), arguments, environ) != 0)
-        return {};
+    const int error = ::posix_spawn(&pid, path.c_str(), files.Get(), attributes.Get(), arguments, environ);
+    if (error != 0)
+        throw zetcore::filesupport::file_exception("start the scanner program", program.FullPath(),
+                                                   {error, std::system_category()});
     Started().Add(pid);
     return {static_cast<std::uintptr_t>(pid)};
+}
+
+std::optional<std::string> ScannerProcessEnd(ScannerProcess process)
+{
+    siginfo_t info = {};
+    const auto pid = static_cast<id_t>(process.handle);
+    // A host that collects the ends of all its children leaves none to look at.
+    if (::waitid(P_PID, pid, &info, WEXITED | WNOHANG | WNOWAIT) != 0)
+        return "ended";
+    if (info.si_pid == 0)
+        return std::nullopt;
+    if (info.si_code == CLD_EXITED)
+        return "ended with exit status " + std::to_string(info.si_status);
+    const char* const words = ::sigdescr_np(info.si_status);
+    return "was ended by signal " + std::to_string(info.si_status) +
+           (words ? std::string(" (") + words + ")" : std::string());
 }
 
 void EndScannerProcess(ScannerProcess process)

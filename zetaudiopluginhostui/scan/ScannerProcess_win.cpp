@@ -1,8 +1,24 @@
 #include "scan/ScannerProcess.h"
 
+#include <iomanip>
+#include <sstream>
+#include <system_error>
+
 #include <windows.h>
 
+#include <zetcore/filesupport/FileException.h>
+
 namespace zetaudiopluginhostui {
+
+namespace {
+
+namespace filesupport = zetcore::filesupport;
+
+constexpr char startOperation[] = "start the scanner program";
+/// Above it lie the system's own codes: exceptions, and what kept a program from being loaded.
+constexpr DWORD largestPlainCode = 0xFFFF;
+
+} // namespace
 
 std::wstring ScannerFileName()
 {
@@ -18,9 +34,26 @@ ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
     PROCESS_INFORMATION started = {};
     if (!::CreateProcessW(program.FullPath().c_str(), noArguments, nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
                           nullptr, nullptr, &startup, &started))
-        return {};
+        throw filesupport::file_exception(startOperation, program.FullPath(),
+                                          {static_cast<int>(::GetLastError()), std::system_category()});
     ::CloseHandle(started.hThread);
     return {reinterpret_cast<std::uintptr_t>(started.hProcess)};
+}
+
+std::optional<std::string> ScannerProcessEnd(ScannerProcess process)
+{
+    const HANDLE handle = reinterpret_cast<HANDLE>(process.handle);
+    if (::WaitForSingleObject(handle, 0) == WAIT_TIMEOUT)
+        return std::nullopt;
+    DWORD code = 0;
+    if (!::GetExitCodeProcess(handle, &code))
+        return "ended";
+    std::ostringstream text;
+    text << "ended with exit status ";
+    if (code > largestPlainCode)
+        text << "0x" << std::hex << std::setfill('0') << std::setw(8);
+    text << code;
+    return text.str();
 }
 
 void EndScannerProcess(ScannerProcess process)
