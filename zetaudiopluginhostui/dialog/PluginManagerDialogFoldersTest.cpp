@@ -1,5 +1,4 @@
 // The folder list of the manager dialog and its commands.
-#include <QAccessible>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -38,34 +37,6 @@ class FolderCommands : public DialogFixture
 
     const std::filesystem::path real = folder / "plug-ins";
 };
-
-/// The numbers of columns of the lists that got rows, in order.
-std::vector<int>& FilledLists()
-{
-    static std::vector<int> filled;
-    return filled;
-}
-
-void NoteFilledList(QAccessibleEvent* event)
-{
-    const auto* const list = qobject_cast<QTableView*>(event->object());
-    if (event->type() == QAccessible::TableModelChanged && list && list->model()->rowCount() > 0)
-        FilledLists().push_back(list->model()->columnCount());
-}
-
-TEST_F(FolderCommands, TheFolderListIsFilledBeforeThePluginList)
-{
-    AddFolders({L"/first"});
-    AddPlugin(L"One", L"/a/1.so");
-    FilledLists().clear();
-    const bool wasActive = QAccessible::isActive();
-    QAccessible::setActive(true);
-    const auto before = QAccessible::installUpdateHandler(&NoteFilledList);
-    MakeDialog();
-    QAccessible::installUpdateHandler(before);
-    QAccessible::setActive(wasActive);
-    EXPECT_THAT(FilledLists(), ElementsAre(1, 6));
-}
 
 TEST_F(FolderCommands, TheListShowsTheVstFoldersInTheirOrder)
 {
