@@ -58,6 +58,7 @@ const std::vector<TestPluginFacts>& GoodTestPluginFacts()
     static const std::vector<TestPluginFacts> facts = {
         {"good/vst2_effect", "Pebble Delay", "Marrow Lane Audio", "1203", "1348617324"},
         {"good/vst2_main_entry", "Old Mill Chorus", "Hedgerow Sound", "110", "1332560744"},
+        {"good/vst2_named_when_open", "Harbour Glow", "Marrow Lane Audio", "1410", "1215448940"},
         {"good/vst2_shell", "Quarry Gate", "Fennel and Flint", "3101", "1366443892", false, true},
         {"good/vst2_shell", "Quarry Tilt", "Fennel and Flint", "3102", "1366447212", false, true},
         {"good/vst2_shell", "Quarry Mono", "Fennel and Flint", "3103", "1366445422", true, true},

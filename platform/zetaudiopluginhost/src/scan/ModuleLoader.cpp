@@ -177,10 +177,14 @@ const char* ScanPhaseText(ScanPhase phase)
         return "while being loaded";
     case ScanPhase::Entry:
         return "in its entry function";
+    case ScanPhase::Open:
+        return "while being opened";
     case ScanPhase::Query:
         return "while being asked what it is";
     case ScanPhase::Create:
         return "while a component was being created";
+    case ScanPhase::Start:
+        return "while being started and stopped";
     case ScanPhase::Close:
         return "while being closed";
     case ScanPhase::Unload:
