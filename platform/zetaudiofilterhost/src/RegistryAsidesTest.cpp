@@ -1,4 +1,6 @@
 // What a scan does not reach is kept.
+#include <functional>
+
 #include <gmock/gmock.h>
 
 #include "RegistryFixture.h"
@@ -15,6 +17,7 @@ using zettesting::ReadAll;
 using zettesting::ToWide;
 using zettesting::WriteAll;
 using Locators = std::vector<PluginLocator>;
+using InfoPtr = PluginModuleInfoManager::InfoPtr;
 
 class RegistryAsidesTest : public RegistryFixture
 {
