@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include <boost/config.hpp>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhostui/Export.h>
+#include <zetaudiopluginhostui/ExportedType.h>
 #include <zetaudiopluginhostui/ScanEnd.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/utility/EnableSharedAs.h>
@@ -21,8 +21,8 @@ class ExternalAudioPluginScan;
 
 /// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
 /// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
-/// pointer; main thread. Windows exports the members that are marked.
-class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
+/// pointer; main thread.
+class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
 {
   public:
     /// The supplier is not owned and must outlive the scan; null is allowed.
@@ -43,10 +43,9 @@ class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableShar
 
     /// The same for whoever tells the user about a preferences folder that cannot be written: false then, and
     /// no alert.
-    bool ScanForPluginsWithoutAlerts(HWND parent,
-                                     const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                                     bool disableVST2ShellSkipping, bool quickEffectScan,
-                                     bool useSeparateProcess);
+    ZETAUDIOPLUGINHOSTUI_LOCAL bool
+    ScanForPluginsWithoutAlerts(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                                bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
     /// How this object's last scan ended; `Done` before the first. Main thread.
     ZETAUDIOPLUGINHOSTUI_API const ScanEnd& GetEnd() const;
@@ -66,20 +65,26 @@ class BOOST_SYMBOL_VISIBLE AudioPluginScan : public zetcore::utility::EnableShar
   private:
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
 
-    void ScanInThisProcess(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                           bool disableVST2ShellSkipping, bool quickEffectScan,
-                           const ProgressDialogPtr& progressDialog);
-    void ScanInSeparateProcess(const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                               bool disableVST2ShellSkipping, bool quickEffectScan,
-                               const ProgressDialogPtr& progressDialog);
-    bool ScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText,
-                              int progress, int total, ProgressDialogPtr progressDialog, HWND parent);
-    void ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
-                                      const std::string& statusText, int progress, int total,
-                                      ProgressDialogPtr progressDialog);
-    void ReportPreferenceAccessError(HWND parent);
-    bool OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
-    void SetEnd(ScanEnd newEnd);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void
+    ScanInThisProcess(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                      bool disableVST2ShellSkipping, bool quickEffectScan,
+                      const ProgressDialogPtr& progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void
+    ScanInSeparateProcess(const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                          bool disableVST2ShellSkipping, bool quickEffectScan,
+                          const ProgressDialogPtr& progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL bool ScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
+                                                         const std::string& statusText, int progress,
+                                                         int total, ProgressDialogPtr progressDialog,
+                                                         HWND parent);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void
+    ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
+                                 const std::string& statusText, int progress, int total,
+                                 ProgressDialogPtr progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void ReportPreferenceAccessError(HWND parent);
+    ZETAUDIOPLUGINHOSTUI_LOCAL bool
+    OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void SetEnd(ScanEnd newEnd);
 
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;

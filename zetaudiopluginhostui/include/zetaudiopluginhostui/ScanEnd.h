@@ -20,7 +20,7 @@ struct ScanEnd
     };
 
     How how = How::Done;
-    /// UTF-8, for people: why it did not start, or why it gave up. Otherwise empty, and it may be empty then.
+    /// UTF-8, for people: why it did not start, or why it gave up. Empty after the other ends.
     std::string reason;
 
     bool operator==(const ScanEnd&) const = default;
