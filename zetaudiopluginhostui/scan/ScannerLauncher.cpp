@@ -33,6 +33,15 @@ std::string PathText(const filesupport::File& program)
     return zetcore::string::UTF16to8(zetcore::string::ForDisplay(program.FullPath()));
 }
 
+std::string WhyNoPort(const filesupport::File& program, const std::optional<ScannerProcessEnd>& end)
+{
+    if (!end)
+        return "The scanner program did not tell within " + std::to_string(portTimeout.count()) +
+               " seconds where it listens: " + PathText(program);
+    return "The scanner program " + end->status + " before it told where it listens: " + PathText(program) +
+           (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput);
+}
+
 /// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
 class LaunchLock
 {
@@ -99,11 +108,11 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     retrieveSite.Write("Retrieve server's port");
     const auto start = portWait.now();
     const PortWait::Pause pause = portWait.startPauses();
-    std::optional<std::string> processEnd;
+    std::optional<ScannerProcessEnd> processEnd;
     std::uint32_t word = 0;
     PortWait::Clock::duration waited{};
     for (;;) {
-        processEnd = ScannerProcessEnd(process);
+        processEnd = FindScannerProcessEnd(process);
         word = Word(blockAddress, protocol::portWord).load();
         waited = portWait.now() - start;
         if ((word & portMask) != 0 || waited > portTimeout || processEnd)
@@ -118,11 +127,7 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     // A port that came in the last pass is still good: only a missing one fails.
     const auto port = static_cast<std::uint16_t>(word & portMask);
     if (port == 0)
-        problem = "The scanner program " +
-                  (processEnd ? *processEnd + " before it told where it listens"
-                              : "did not tell within " + std::to_string(portTimeout.count()) +
-                                    " seconds where it listens") +
-                  ": " + PathText(program);
+        problem = WhyNoPort(program, processEnd);
     return port;
 }
 

@@ -38,7 +38,7 @@ class ScannerLaunch : public ExternalScanFixture
     {
         onPause = [this, pauses = 0]() mutable {
             WaitUntil([this] {
-                return ScannerProcessEnd(ExternalAudioPluginScanAccess::Process(*scan)).has_value();
+                return FindScannerProcessEnd(ExternalAudioPluginScanAccess::Process(*scan)).has_value();
             });
             if (++pauses == 1)
                 return;
