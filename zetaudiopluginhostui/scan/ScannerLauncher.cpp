@@ -1,6 +1,5 @@
 #include "scan/ScannerLauncher.h"
 
-#include <atomic>
 #include <utility>
 
 #include <zetcore/debug/FaultPoint.h>
@@ -10,6 +9,7 @@
 #include <zetcore/string/Utf.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "scan/BlockWords.h"
 #include "scan/ScanTrace.h"
 
 namespace zetaudiopluginhostui {
@@ -22,11 +22,6 @@ using zetcore::debug::FaultPoint;
 
 constexpr std::chrono::seconds portTimeout{60};
 constexpr std::uint32_t portMask = 0xFFFF;
-
-std::atomic_ref<std::uint32_t> Word(void* block, std::size_t index)
-{
-    return std::atomic_ref(static_cast<std::uint32_t*>(block)[index]);
-}
 
 std::string PathText(const filesupport::File& program)
 {
@@ -81,8 +76,8 @@ bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& pr
     const int volume = zetcore::debug::GetMasterTraceVolume();
     static ScanTraceSite volumeSite;
     volumeSite.Write("Writing trace volume, volume: ", volume);
-    Word(blockAddress, protocol::traceVolumeWord).exchange(static_cast<std::uint32_t>(volume));
-    Word(blockAddress, protocol::portWord).exchange(0);
+    BlockWords words(blockAddress);
+    PrepareForLaunch(words, volume);
 
     if (!program.Exists()) {
         problem = "There is no scanner program: " + PathText(program);
@@ -109,11 +104,12 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     const auto start = portWait.now();
     const PortWait::Pause pause = portWait.startPauses();
     std::optional<ScannerProcessEnd> processEnd;
+    const BlockWords words(blockAddress);
     std::uint32_t word = 0;
     PortWait::Clock::duration waited{};
     for (;;) {
         processEnd = FindScannerProcessEnd(process);
-        word = Word(blockAddress, protocol::portWord).load();
+        word = words.Load(protocol::portWord);
         waited = portWait.now() - start;
         if ((word & portMask) != 0 || waited > portTimeout || processEnd)
             break;

@@ -31,10 +31,15 @@ constexpr std::size_t mostAtATime = 65536;
 class Descriptor
 {
   public:
+    Descriptor() = default;
     explicit Descriptor(int openDescriptor) noexcept : descriptor(openDescriptor) {}
+    Descriptor(Descriptor&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(descriptor, other.descriptor);
+        return *this;
+    }
     ~Descriptor() { Close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
 
     int Get() const noexcept { return descriptor; }
     void Close() noexcept
@@ -44,7 +49,7 @@ class Descriptor
     }
 
   private:
-    int descriptor;
+    int descriptor = -1;
 };
 
 int Check(int result, const char* what)
@@ -54,25 +59,11 @@ int Check(int result, const char* what)
     return result;
 }
 
-/// Where this process has closed a standard descriptor, a new one would get its number.
-int AboveStandard(const Descriptor& descriptor)
+/// Where this process has closed a standard descriptor, a new one gets its number.
+Descriptor CopyAboveStandard(int descriptor)
 {
-    return Check(::fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl");
+    return Descriptor(Check(::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
 }
-
-struct Pipe
-{
-    explicit Pipe(std::array<int, 2> ends) : reading(ends[0]), writing(ends[1]) {}
-    static std::array<int, 2> Make()
-    {
-        std::array<int, 2> ends{};
-        Check(::pipe2(ends.data(), O_CLOEXEC), "pipe");
-        return ends;
-    }
-
-    const Descriptor reading;
-    const Descriptor writing;
-};
 
 /// A new thread takes over its maker's.
 class NoSignals
@@ -96,12 +87,17 @@ class NoSignals
 
 struct ScannerOutput::State
 {
-    explicit State(const Pipe& pipe = Pipe(Pipe::Make()))
-        : reading(AboveStandard(pipe.reading)), writing(AboveStandard(pipe.writing)),
-          wake(Check(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), "eventfd")),
-          target(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+    State()
     {
+        std::array<int, 2> ends{};
+        Check(::pipe2(ends.data(), O_CLOEXEC), "pipe");
+        const Descriptor lowReading(ends[0]);
+        const Descriptor lowWriting(ends[1]);
+        reading = CopyAboveStandard(ends[0]);
+        writing = CopyAboveStandard(ends[1]);
         Check(::fcntl(reading.Get(), F_SETFL, O_NONBLOCK), "fcntl");
+        const Descriptor lowWake(Check(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), "eventfd"));
+        wake = CopyAboveStandard(lowWake.Get());
         const NoSignals noSignals;
         thread = std::thread([this] { Run(); });
     }
@@ -183,11 +179,12 @@ struct ScannerOutput::State
         }
     }
 
-    const Descriptor reading;
+    /// None when this process has closed its standard error. Looked for before anything else can get that
+    /// number.
+    const Descriptor target{::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
+    Descriptor reading;
     Descriptor writing;
-    const Descriptor wake;
-    /// None when this process has closed its standard error.
-    const Descriptor target;
+    Descriptor wake;
     std::atomic<bool> stopping = false;
     std::mutex mutex;
     std::string unpassed;
