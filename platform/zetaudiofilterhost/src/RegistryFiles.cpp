@@ -90,7 +90,7 @@ Configuration PluginModuleInfoManager::State::MakeConfiguration(bool withModules
 
 void PluginModuleInfoManager::State::NoteFlippedRecords()
 {
-    if (enabledChanges->load(std::memory_order_relaxed) == savedEnabledChanges)
+    if (recordChanges->enabled.load(std::memory_order_relaxed) == savedEnabledChanges)
         return;
     for (const auto& [locator, record] : records)
         if (record.info->IsEnabled() != record.savedEnabled)
@@ -103,7 +103,7 @@ void PluginModuleInfoManager::State::NoteSaved()
         if (const auto record = records.find(locator); record != records.end())
             record->second.savedEnabled = record->second.info->IsEnabled();
     changed.clear();
-    savedEnabledChanges = enabledChanges->load(std::memory_order_relaxed);
+    savedEnabledChanges = recordChanges->enabled.load(std::memory_order_relaxed);
 }
 
 void PluginModuleInfoManager::State::SaveChanges()
@@ -191,7 +191,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
 {
     if (!file.Exists()) {
         state->Clear();
-        state->SetDefaultFolders();
+        ResetAllToDefaultFolders();
         state->NoteKnown(file, {});
         return true;
     }
@@ -213,7 +213,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         state->damagedPath = file.FullPath();
     }
-    state->SetDefaultFolders();
+    ResetAllToDefaultFolders();
     state->NoteKnown(file, {});
     return false;
 }

@@ -68,7 +68,7 @@ void PluginModuleInfoManager::State::TakeRecordsOf(const State& theirs)
         const auto ours = records.find(locator);
         if (ours != records.end() && TextOf(ours->second.info) == TextOf(record.info))
             continue;
-        record.info->CountEnabledChangesIn(enabledChanges);
+        record.info->CountChangesIn(recordChanges);
         choices.erase(locator);
         records.insert_or_assign(locator, Record{record.info, record.info->IsEnabled()});
     }

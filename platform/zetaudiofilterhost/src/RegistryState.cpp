@@ -23,7 +23,7 @@ void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
 
 void PluginModuleInfoManager::State::Put(const InfoPtr& info)
 {
-    info->CountEnabledChangesIn(enabledChanges);
+    info->CountChangesIn(recordChanges);
     const PluginLocator& locator = info->GetLocator();
     choices.erase(locator);
     records.insert_or_assign(locator, Record{info, info->IsEnabled()});
@@ -119,7 +119,7 @@ void PluginModuleInfoManager::State::ReplaceContent(Configuration configuration,
     version = std::move(configuration.version);
     unknown = std::move(configuration.unknown);
     for (const InfoPtr& info : configuration.modules) {
-        info->CountEnabledChangesIn(enabledChanges);
+        info->CountChangesIn(recordChanges);
         records.insert_or_assign(records.end(), info->GetLocator(), Record{info, info->IsEnabled()});
     }
     for (RegistryChange& choice : configuration.choices)
@@ -132,7 +132,7 @@ void PluginModuleInfoManager::State::ReplaceContent(Configuration configuration,
         const TechnologyType type = technology.technology->GetType();
         const auto isIt = [type](const TechnologyFolders& given) { return given.type == type; };
         if (std::none_of(configuration.technologies.begin(), configuration.technologies.end(), isIt))
-            technology.technology->SetPluginDirectories(DefaultPluginFolders(type));
+            SetDefaultFolders(*technology.technology);
     }
     TakeFolders(configuration.technologies);
 }
@@ -155,10 +155,9 @@ void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFol
         FindTechnology(type)->technology->SetPluginDirectories(folders);
 }
 
-void PluginModuleInfoManager::State::SetDefaultFolders()
+void PluginModuleInfoManager::State::SetDefaultFolders(PluginTechnology& technology)
 {
-    for (const Technology& technology : technologies)
-        technology.technology->SetPluginDirectories(DefaultPluginFolders(technology.technology->GetType()));
+    technology.SetPluginDirectories(DefaultPluginFolders(technology.GetType()));
 }
 
 PluginModuleInfoManager::State::Technology*

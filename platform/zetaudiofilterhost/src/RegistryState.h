@@ -51,7 +51,7 @@ struct PluginModuleInfoManager::State
     /// Technologies that the configuration does not mention get their default folders.
     void ReplaceContent(Configuration configuration, const std::vector<RegistryChange>& changes);
     void TakeFolders(const std::vector<TechnologyFolders>& given);
-    void SetDefaultFolders();
+    static void SetDefaultFolders(PluginTechnology& technology);
     Technology* FindTechnology(TechnologyType type);
 
     // Iteration and bans.
@@ -105,7 +105,7 @@ struct PluginModuleInfoManager::State
     /// Since then, by this registry; flipped records come in when they are looked for.
     std::set<PluginLocator> changed;
     std::vector<std::vector<std::wstring>> savedFolderPaths;
-    PluginModuleInfo::ChangeCounter enabledChanges = std::make_shared<std::atomic<std::uint64_t>>(0);
+    std::shared_ptr<PluginModuleInfo::Changes> recordChanges = std::make_shared<PluginModuleInfo::Changes>();
     std::uint64_t savedEnabledChanges = 0;
 
     /// Guards what follows; `records` is read under it but changed on the main thread only.
