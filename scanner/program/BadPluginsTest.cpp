@@ -3,6 +3,8 @@
 
 #include <ostream>
 
+#include <zetaudiopluginhost/BanReasons.h>
+
 // Each misbehaving plug-in in the real scanner, between two good ones.
 namespace zetaudiofilterscan {
 namespace {
@@ -101,11 +103,75 @@ TEST_F(PluginsTogether, one_that_crashes_only_after_another_passes_alone_and_is_
     EXPECT_THAT(scan.failed, IsEmpty());
     EXPECT_THAT(scan.results, AllOf(HasSubstr("poisons_process"), HasSubstr("crashes_when_poisoned"),
                                     HasSubstr("vst2_effect")));
-    std::string log;
-    for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
-        log += zettesting::ReadAll(entry.path());
-    EXPECT_THAT(log, AllOf(HasSubstr("loaded before it in the same process"), HasSubstr("poisons_process"),
-                           HasSubstr("passed when it was alone")));
+    EXPECT_THAT(ScanLogs(), AllOf(HasSubstr("loaded before it in the same process"),
+                                  HasSubstr("poisons_process"), HasSubstr("passed when it was alone")));
+}
+
+TEST_F(PluginsTogether, each_try_alone_is_in_a_worker_that_has_loaded_nothing)
+{
+    // It passes alone, and would crash in the worker in which it has done so.
+    const WholeScan scan =
+        ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_loaded_twice")});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(ScanLogs(), HasSubstr("passed when it was alone"));
+}
+
+TEST_F(PluginsTogether, an_exception_is_answer_enough_of_one_that_was_alone_and_of_no_other)
+{
+    const auto bad = Plugin("bad/throws_exception");
+    EXPECT_EQ(ScanAll(prefs, {bad}).failed.size(), 1U);
+    EXPECT_THAT(ScanLogs(), AllOf(HasSubstr("threw an exception"), Not(HasSubstr("tried once more"))));
+    EXPECT_EQ(ScanAll(prefs, {Plugin("good/vst2_effect"), bad}).failed.size(), 1U);
+    EXPECT_THAT(ScanLogs(), HasSubstr("tried once more"));
+}
+
+TEST_F(PluginsTogether, one_that_crashes_when_it_is_started_does_so_in_the_full_scan_only)
+{
+    const auto bad = Plugin("bad/crash_on_start");
+    EXPECT_THAT(ScanAll(prefs, {bad}).results, HasSubstr("status=\"working\""));
+
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    ASSERT_TRUE(client.Call("Connect", client.ConnectArguments(false, false)).Succeeded());
+    ASSERT_TRUE(client.BeginScan({bad}).Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().goesOn);
+    EXPECT_TRUE(client.Call("ScanOneEntity").closed);
+    const auto reason = zetaudiopluginhost::FindBanReason(zettesting::ToWide(client.BannedPath()), bad);
+    ASSERT_TRUE(reason);
+    EXPECT_THAT(reason->reason, HasSubstr("while being started and stopped"));
+}
+
+class LostDisplay : public ScannerFixture
+{
+  protected:
+    WholeScan ScanOneThatLosesItsDisplay(ScannerClient::Environment environment = {})
+    {
+        environment["ZET_TEST_PLUGIN_STATE"] = (folder / "state").string();
+        return ScanAll(prefs,
+                       {Plugin("good/vst2_effect"), Plugin("bad/loses_display"), Plugin("good/vst2_synth")},
+                       environment);
+    }
+};
+
+TEST_F(LostDisplay, is_not_held_against_a_plugin_that_works_without)
+{
+    const WholeScan scan = ScanOneThatLosesItsDisplay();
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("Loses Display"), HasSubstr("vst2_effect"),
+                                    HasSubstr("vst2_synth"), Not(HasSubstr("unscanned"))));
+    EXPECT_THAT(ScanLogs(), HasSubstr("ended with the display that it talked to. It is tried once more."));
+}
+
+TEST_F(LostDisplay, leaves_one_that_needs_it_for_the_next_scan)
+{
+    const WholeScan scan = ScanOneThatLosesItsDisplay({{"ZET_TEST_PLUGIN_NEEDS_DISPLAY", "1"}});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results,
+                AllOf(HasSubstr("status=\"unscanned\""), HasSubstr("the display that it talked to went away"),
+                      HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
 }
 
 TEST_F(PluginsTogether, two_bad_ones_in_a_row_are_banned_each_for_its_own_reason)

@@ -3,6 +3,8 @@
 namespace zetaudiofilterscan {
 namespace {
 
+using testing::AllOf;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 // The fixture proves, too, that no process of the scanner's is left.
@@ -39,6 +41,38 @@ TEST_F(PluginThatLeavesAProcess, has_it_ended_when_the_supervisor_is_killed)
     client.Process().Kill();
     client.Process().Wait();
     EXPECT_THAT(LeftProcesses(), IsEmpty());
+}
+
+class Displays : public ScannerFixture
+{
+  protected:
+    /// What a plug-in finds in its environment.
+    std::string Told(const ScannerClient::Environment& environment)
+    {
+        ScanAll(prefs, {Plugin("bad/tells_display")}, environment);
+        return ScanLogs();
+    }
+};
+
+TEST_F(Displays, of_nobody_are_what_plugins_find_where_the_host_has_none)
+{
+    EXPECT_THAT(Told({{"DISPLAY", ""}}),
+                AllOf(HasSubstr("\nDISPLAY=none;"), HasSubstr("WAYLAND_DISPLAY=/dev/null;")));
+}
+
+TEST_F(Displays, of_the_host_are_the_plugins_too)
+{
+    EXPECT_THAT(Told({{"DISPLAY", ":77"}}),
+                AllOf(HasSubstr("\nDISPLAY=:77;"), HasSubstr("WAYLAND_DISPLAY=/dev/null;")));
+    EXPECT_THAT(Told({{"WAYLAND_DISPLAY", "wayland-77"}}),
+                AllOf(HasSubstr("\nDISPLAY=none;"), HasSubstr("WAYLAND_DISPLAY=wayland-77;")));
+}
+
+TEST_F(Displays, can_be_hidden)
+{
+    WriteDebugDatabase("zetaudiofilterscan.HideDisplay = true\n");
+    EXPECT_THAT(Told({{"DISPLAY", ":77"}, {"WAYLAND_DISPLAY", "wayland-77"}}),
+                AllOf(HasSubstr("\nDISPLAY=none;"), HasSubstr("WAYLAND_DISPLAY=/dev/null;")));
 }
 
 } // namespace

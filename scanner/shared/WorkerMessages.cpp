@@ -109,6 +109,7 @@ std::string Encode(const WorkerSettings& settings)
     writer.Flag(settings.options.disableVST2ShellSkipping);
     writer.Flag(settings.options.quickEffectScan);
     writer.Flag(settings.refuseNetwork);
+    writer.Flag(settings.hideDisplay);
     writer.Number(static_cast<std::uint32_t>(settings.knownModules.size()));
     for (const PluginLocator& locator : settings.knownModules)
         writer.Wide(locator.ToString());
@@ -151,6 +152,7 @@ WorkerSettings ReadSettings(Reader& reader)
     settings.options.disableVST2ShellSkipping = reader.Flag("disable shell skipping");
     settings.options.quickEffectScan = reader.Flag("quick effect scan");
     settings.refuseNetwork = reader.Flag("refuse network");
+    settings.hideDisplay = reader.Flag("hide display");
     for (std::uint32_t left = reader.Number("number of known modules"); left > 0; --left)
         settings.knownModules.push_back(reader.Locator("known module"));
     return settings;

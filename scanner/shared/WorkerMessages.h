@@ -22,6 +22,8 @@ struct WorkerSettings
     zetaudiopluginhost::ScanOptions options;
     /// Plug-ins get no network. Once it was refused, the worker cannot have it back.
     bool refuseNetwork = true;
+    /// Plug-ins find no display, also where the host has one.
+    bool hideDisplay = false;
     /// For the decision whether a shell may be skipped.
     std::vector<zetaudiofilterhost::PluginLocator> knownModules;
 };

@@ -25,6 +25,7 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     settings.traceVolume = -3;
     settings.options = {true, false};
     settings.refuseNetwork = false;
+    settings.hideDisplay = true;
     settings.knownModules = {oddLocator, PluginLocator(TechnologyType::VST3, L"/b.vst3")};
 
     const auto decoded = std::get<WorkerSettings>(DecodeCommand(EncodeCommand(settings)));
@@ -33,6 +34,7 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     EXPECT_TRUE(decoded.options.disableVST2ShellSkipping);
     EXPECT_FALSE(decoded.options.quickEffectScan);
     EXPECT_FALSE(decoded.refuseNetwork);
+    EXPECT_TRUE(decoded.hideDisplay);
     EXPECT_EQ(decoded.knownModules, settings.knownModules);
 }
 

@@ -12,6 +12,7 @@
 #include <zetcore/string/Utf.h>
 
 #include "AnswerCheck.h"
+#include "DisplayLoss.h"
 #include "ExitCodes.h"
 #include "ScanEnd.h"
 
@@ -28,8 +29,8 @@ constexpr char traceCategory[] = "zetaudiofilterscan";
 // A process that ends closes its channel first; this is how long it may take from there.
 constexpr std::chrono::seconds maxWaitForEnd{1};
 
-/// There is no worker to load anything with: the system starts no more processes, for example.
-class NoWorker : public std::runtime_error
+/// Nothing can be said of a plug-in: the system starts no more processes to load it in, for example.
+class NoVerdict : public std::runtime_error
 {
   public:
     using std::runtime_error::runtime_error;
@@ -129,7 +130,7 @@ void EntityScanner::Begin(const PluginLocator& locator)
         EnsureWorker();
         RequestEntity(locator);
         requested = locator;
-    } catch (const NoWorker&) {
+    } catch (const NoVerdict&) {
         // When it is asked for, there may be one.
         requested.reset();
     }
@@ -140,7 +141,7 @@ ScanOutcome EntityScanner::Scan(const PluginLocator& locator)
 {
     try {
         return ScanInWorkers(locator);
-    } catch (const NoWorker& lack) {
+    } catch (const NoVerdict& lack) {
         const std::string name = zetcore::string::UTF16to8(locator.ToString());
         log->Note(name + " was not scanned: " + lack.what());
         zetcore::debug::TraceLine(1, traceCategory, name + " was not scanned: " + lack.what());
@@ -230,7 +231,7 @@ void EntityScanner::EnsureWorker()
         try {
             worker = StartWorker();
         } catch (const std::exception& error) {
-            throw NoWorker(error.what());
+            throw NoVerdict(error.what());
         }
     }
     if (!worker->hasSettings) {
@@ -257,11 +258,32 @@ void EntityScanner::RequestEntity(const PluginLocator& locator)
 
 EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
 {
-    // A worker that ends before it has begun says nothing about the plug-in.
-    for (int workers = 0; workers < 3; ++workers)
-        if (std::optional<Attempt> attempt = TryOnce(locator))
+    // A worker that ends before it has begun says nothing about the plug-in; nor does the end of the display
+    // that a plug-in talked to, or what becomes of it afterwards without one.
+    bool lostDisplay = false;
+    for (int workers = 0; workers < 3; ++workers) {
+        std::optional<Attempt> attempt = TryOnce(locator);
+        if (attempt && !lostDisplay && EndedWithItsDisplay(*attempt)) {
+            lostDisplay = true;
+            log->Note(zetcore::string::UTF16to8(locator.ToString()) +
+                      " ended with the display that it talked to. It is tried once more.");
+            log->BeginEntity(locator);
+        } else if (attempt && lostDisplay && std::holds_alternative<WorkerFailure>(*attempt)) {
+            break;
+        } else if (attempt) {
             return std::move(*attempt);
-    throw NoWorker("the worker processes end before they load anything");
+        }
+    }
+    throw NoVerdict(lostDisplay ? "the display that it talked to went away"
+                                : "the worker processes end before they load anything");
+}
+
+bool EntityScanner::EndedWithItsDisplay(const Attempt& attempt) const
+{
+    const auto* failure = std::get_if<WorkerFailure>(&attempt);
+    return failure &&
+           (failure->kind == WorkerFailure::Kind::Exited || failure->kind == WorkerFailure::Kind::Crashed) &&
+           TellsOfLostDisplay(log->Tail());
 }
 
 std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)
@@ -287,7 +309,8 @@ std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator
 
 EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator)
 {
-    const auto deadline = std::chrono::steady_clock::now() + entityLimit;
+    const auto begun = std::chrono::steady_clock::now();
+    const auto deadline = begun + entityLimit;
     try {
         for (;;) {
             switch (worker->process->Wait(interrupt, deadline)) {
@@ -305,11 +328,13 @@ EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator
             case WorkerProcess::Event::ChannelClosed:
                 return AfterChannelClosed();
             case WorkerProcess::Event::DeadlinePassed: {
-                WorkerFailure failure{WorkerFailure::Kind::TookTooLong,
-                                      0,
-                                      PhaseFromNumber(worker->process->Phase()),
-                                      {},
-                                      entityLimit};
+                // The limit that is told is the one that was waited for.
+                WorkerFailure failure{
+                    WorkerFailure::Kind::TookTooLong,
+                    0,
+                    PhaseFromNumber(worker->process->Phase()),
+                    {},
+                    std::chrono::duration_cast<std::chrono::milliseconds>(deadline - begun)};
                 worker->process->Finish();
                 return failure;
             }

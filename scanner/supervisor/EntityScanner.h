@@ -48,8 +48,8 @@ class EntityScanner
     /// Has a worker begin with the entity that `Scan` will be asked for next, so that it is loaded while the
     /// host still reads that it is next. What comes of it is told by `Scan`.
     void Begin(const zetaudiofilterhost::PluginLocator& locator);
-    /// Throws `PluginFailed` and `ConnectionClosed`. When no worker can be had, the record says so, with the
-    /// status `Unscanned`.
+    /// Throws `PluginFailed` and `ConnectionClosed`. When no worker can be had, or the plug-in ended with the
+    /// display that it talked to, the record says so, with the status `Unscanned`.
     zetaudiopluginhost::ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
     /// Kills the workers and all of their groups.
@@ -69,6 +69,7 @@ class EntityScanner
                      const std::vector<zetaudiofilterhost::PluginLocator>& loadedBefore);
     Attempt TryAlone(const zetaudiofilterhost::PluginLocator& locator);
     Attempt Try(const zetaudiofilterhost::PluginLocator& locator);
+    bool EndedWithItsDisplay(const Attempt& attempt) const;
     std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
     Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
     std::optional<Attempt> ReadReport(const zetaudiofilterhost::PluginLocator& locator);

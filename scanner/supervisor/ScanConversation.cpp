@@ -44,9 +44,12 @@ namespace {
 
 constexpr char traceCategory[] = "zetaudiofilterscan";
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
-// A result that was gone this often when the host asked for more was read and then deleted: two hosts that
-// scan fast may get in each other's way several times in a row, but not so often.
+constexpr char hideDisplayKey[] = "zetaudiofilterscan.HideDisplay";
+// Two hosts that scan fast may replace each other's file several times in a row, but not so often.
 constexpr int mostTimesWritten = 20;
+// A result that is gone has been deleted by a host that has read it, or by another one, which does that at
+// the ends of its scan only: a second time is enough.
+constexpr int mostTimesWrittenWhenDeleted = 2;
 // Where the file cannot be written at all, more would not help.
 constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
@@ -132,8 +135,9 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     settings.preferencesFolder = Dir::PrefDir().FullPath();
     settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
-    settings.refuseNetwork =
-        zetcore::debug::DebugDatabase::Instance().GetEntry(refuseNetworkKey, "true") != "false";
+    auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
+    settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
+    settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
     settings.knownModules = KnownModules(locators);
     entityScanner.Configure(std::move(settings), entityLimit, log.get());
 
@@ -189,17 +193,20 @@ void ScanConversation::LookWhetherResultWasRead()
 {
     if (!std::exchange(resultIsOut, false))
         return;
+    int most = mostTimesWritten;
     try {
         const File file(connected->resultPath);
-        if (file.Exists() && zetcore::filesupport::FileUtils::ReadFile(file) == lastResult) {
+        if (!file.Exists())
+            most = mostTimesWrittenWhenDeleted;
+        else if (zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
             unread.clear();
-            extraRounds = 0;
-        }
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
-    std::erase_if(unread, [](const Unread& each) { return each.timesWritten >= mostTimesWritten; });
-    if (!unread.empty())
+    std::erase_if(unread, [most](const Unread& each) { return each.timesWritten >= most; });
+    if (unread.empty())
+        extraRounds = 0;
+    else
         zetcore::debug::TraceLine(2, traceCategory,
                                   "the result file is not as it was left; what was in it is written again");
 }

@@ -64,7 +64,7 @@ class ScanConversation
 
     /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the
     /// result file before the first has read it. Then there is another round, without a locator, before the
-    /// next plug-in; so often at most, because a host may delete what it has read.
+    /// next plug-in; one where the file is gone, because a host may delete what it has read.
     struct Unread
     {
         std::shared_ptr<zetaudiofilterhost::PluginModuleInfo> info;

@@ -31,6 +31,8 @@ class ScanLog
     /// A line of the scanner's own.
     void Note(const std::string& line);
 
+    /// The end of what came since `BeginEntity`.
+    const std::string& Tail() const noexcept { return tail; }
     /// The last line with anything on it since `BeginEntity`, as it came.
     std::string LastLine() const { return tail.LastLine(); }
     /// Empty while nothing has been written.

@@ -62,27 +62,34 @@ class Supervisor
         // It starts while the host connects.
         entities.StartAhead();
         const auto limit = zetcore::debug::TimeFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
-        const auto deadline = std::chrono::steady_clock::now() + limit;
+        const auto deadline = Clock::now() + limit;
         for (;;) {
             interrupt.Reset();
             if (connection.IsClosed())
                 End(exitConnectionClosed);
             if (const std::optional<Request> request = connection.NextRequest())
                 Answer(*request);
-            else if (connection.IsTaken())
-                interrupt.WaitUntil(std::chrono::steady_clock::time_point::max());
+            else if (NobodyComes(deadline))
+                End(exitNobodyConnected);
             else
-                WaitForHost(deadline);
+                interrupt.WaitUntil(NextLook(deadline));
         }
     }
 
   private:
-    void WaitForHost(std::chrono::steady_clock::time_point deadline)
+    using Clock = std::chrono::steady_clock;
+
+    bool NobodyComes(Clock::time_point deadline) const
     {
-        const auto now = std::chrono::steady_clock::now();
-        if (!interrupt.WaitUntil(std::min(deadline, now + lookForHost)) &&
-            (now >= deadline || HostProcessHasEnded(hostProcess)))
-            End(exitNobodyConnected);
+        const bool isTaken = connection.IsTaken();
+        const auto now =
+            Clock::now() + zetcore::debug::FaultDelay(isTaken ? "supervisor.serving" : "supervisor.waiting");
+        return !isTaken && (now >= deadline || HostProcessHasEnded(hostProcess));
+    }
+    Clock::time_point NextLook(Clock::time_point deadline) const
+    {
+        return connection.IsTaken() ? Clock::time_point::max()
+                                    : std::min(deadline, Clock::now() + lookForHost);
     }
 
     void Answer(const Request& request)

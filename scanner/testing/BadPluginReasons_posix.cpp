@@ -7,6 +7,7 @@ std::vector<BadPluginReason> BadPluginReasons()
     return {
         {"bad/crash_on_load", "crashed (segmentation fault) while being loaded"},
         {"bad/crash_in_entry", "crashed (segmentation fault) in its entry function"},
+        {"bad/crash_on_open", "crashed (segmentation fault) while being opened"},
         {"bad/crash_when_asked_name", "crashed (segmentation fault) while being asked what it is"},
         {"bad/crash_on_close", "crashed (segmentation fault) while being closed"},
         {"bad/crash_on_unload", "crashed (segmentation fault) while being unloaded"},

@@ -8,6 +8,7 @@ std::vector<BadPluginReason> BadPluginReasons()
 {
     std::vector<BadPluginReason> reasons = {
         {"bad/crash_in_entry", "crashed (access violation) in its entry function"},
+        {"bad/crash_on_open", "crashed (access violation) while being opened"},
         {"bad/crash_when_asked_name", "crashed (access violation) while being asked what it is"},
         {"bad/crash_on_close", "crashed (access violation) while being closed"},
         {"bad/crash_vst3_factory", "crashed (access violation) in its entry function"},

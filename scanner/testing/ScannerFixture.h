@@ -4,13 +4,15 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/NoDisplay.h>
 #include <zettesting/TestPlugins.h>
 
 #include "ScannerClient.h"
 
 namespace zetaudiofilterscan {
 
-/// For tests with the real scanner. Every test ends with the proof that no scanner and no worker is left.
+/// For tests with the real scanner, which see no display of the machine. Every test ends with the proof that
+/// no scanner and no worker is left.
 class ScannerFixture : public zettesting::HostFixture
 {
   protected:
@@ -34,6 +36,18 @@ class ScannerFixture : public zettesting::HostFixture
     {
         zettesting::WriteAll(prefs / "DebugDatabase.txt", text);
     }
+    /// What scanners and plug-ins have written to their logs.
+    std::string ScanLogs() const
+    {
+        std::string logs;
+        if (std::filesystem::exists(prefs / "scan-logs"))
+            for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+                logs += zettesting::ReadAll(entry.path());
+        return logs;
+    }
+
+  private:
+    zettesting::NoDisplay noDisplay;
 };
 
 } // namespace zetaudiofilterscan

@@ -16,6 +16,7 @@
 
 #include "ExitCodes.h"
 #include "WorkerChannel.h"
+#include "WorkerDisplay.h"
 #include "WorkerMessages.h"
 #include "WorkerPrivileges.h"
 #include "WorkerProcessSetup.h"
@@ -53,6 +54,7 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
         SendOrEnd(channel, WorkerTrace{level, std::string(category), std::string(text)});
     });
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
+    ChooseDisplay(settings.hideDisplay);
     if (settings.refuseNetwork)
         TraceLack(RefuseNetwork());
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {

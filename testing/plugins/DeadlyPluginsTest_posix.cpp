@@ -65,9 +65,9 @@ TEST_P(DeadlyPlugin, dies_of_its_signal)
 INSTANTIATE_TEST_SUITE_P(
     Each, DeadlyPlugin,
     ::testing::Values(Deadly{"bad/crash_on_load", SIGSEGV}, Deadly{"bad/crash_in_entry", SIGSEGV},
-                      Deadly{"bad/crash_when_asked_name", SIGSEGV}, Deadly{"bad/crash_on_close", SIGSEGV},
-                      Deadly{"bad/crash_on_unload", SIGSEGV}, Deadly{"bad/aborts", SIGABRT},
-                      Deadly{"bad/overflows_stack", SIGSEGV}),
+                      Deadly{"bad/crash_on_open", SIGSEGV}, Deadly{"bad/crash_when_asked_name", SIGSEGV},
+                      Deadly{"bad/crash_on_close", SIGSEGV}, Deadly{"bad/crash_on_unload", SIGSEGV},
+                      Deadly{"bad/aborts", SIGABRT}, Deadly{"bad/overflows_stack", SIGSEGV}),
     [](const auto& deadly) { return std::string(deadly.param.plugin).substr(4); });
 
 /// Says on the way where it has come to, as proof that a crash comes in its own phase and not before.
@@ -94,6 +94,7 @@ TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
 {
     EXPECT_EXIT(UseAndSay("bad/crash_on_load"), KilledBySignal(SIGSEGV), "^$");
     EXPECT_EXIT(UseAndSay("bad/crash_in_entry"), KilledBySignal(SIGSEGV), "^loaded $");
+    EXPECT_EXIT(UseAndSay("bad/crash_on_open"), KilledBySignal(SIGSEGV), "^loaded $");
     EXPECT_EXIT(UseAndSay("bad/crash_when_asked_name"), KilledBySignal(SIGSEGV), "^loaded made vendor $");
     EXPECT_EXIT(UseAndSay("bad/crash_on_close"), KilledBySignal(SIGSEGV), "^loaded made vendor name $");
     EXPECT_EXIT(UseAndSay("bad/crash_on_unload"), KilledBySignal(SIGSEGV),

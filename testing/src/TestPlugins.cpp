@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::string_view bundleSuffix = ".vst3";
 
-fs::path BundleLibrary(const fs::path& bundle)
-{
-    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(BundleLibrarySuffix());
-}
-
 } // namespace
 
 std::string_view ModuleSuffix()
@@ -26,6 +21,11 @@ std::string_view ModuleSuffix()
 std::string_view BundleLibrarySuffix()
 {
     return ZET_BUNDLE_LIBRARY_SUFFIX;
+}
+
+fs::path BundleLibrary(const fs::path& bundle)
+{
+    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(BundleLibrarySuffix());
 }
 
 fs::path TestPluginsFolder()
@@ -58,6 +58,7 @@ const std::vector<TestPluginFacts>& GoodTestPluginFacts()
     static const std::vector<TestPluginFacts> facts = {
         {"good/vst2_effect", "Pebble Delay", "Marrow Lane Audio", "1203", "1348617324"},
         {"good/vst2_main_entry", "Old Mill Chorus", "Hedgerow Sound", "110", "1332560744"},
+        {"good/vst2_named_when_open", "Harbour Glow", "Marrow Lane Audio", "1410", "1215448940"},
         {"good/vst2_shell", "Quarry Gate", "Fennel and Flint", "3101", "1366443892", false, true},
         {"good/vst2_shell", "Quarry Tilt", "Fennel and Flint", "3102", "1366447212", false, true},
         {"good/vst2_shell", "Quarry Mono", "Fennel and Flint", "3103", "1366445422", true, true},

@@ -1,5 +1,6 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
+#include <functional>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -200,10 +201,10 @@ TEST_F(PluginModuleInfoManagerTest, BanningHidesARecordAndUnbanningShowsItWithIt
     Add(Vst(L"/a.so"), L"A", false);
     Add(Vst(L"/shell.so", L"1"), L"One");
     Add(Vst(L"/shell.so", L"2"), L"Two");
-    registry.SetBannedLocators({Vst(L"/a.so"), Vst(L"/shell.so", L"2")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/a.so")}, BannedModule{Vst(L"/shell.so", L"2")}});
     EXPECT_THAT(Shown(registry), ElementsAre(L"One"));
     EXPECT_EQ(registry.RecordCount(), 3u);
-    registry.SetBannedLocators({Vst(L"/shell.so")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/shell.so")}});
     EXPECT_THAT(Shown(registry), ElementsAre(L"A"));
     EXPECT_FALSE((*registry.PluginInfoBegin())->IsEnabled());
     registry.SetBannedLocators({});
@@ -216,7 +217,7 @@ TEST_F(PluginModuleInfoManagerTest, BansMayComeFromOtherThreads)
         Add(Vst(L"/" + std::to_wstring(index) + L".so"), L"P");
     std::thread banning([this] {
         for (int round = 0; round < 200; ++round)
-            registry.SetBannedLocators({Vst(L"/" + std::to_wstring(round % 50) + L".so")});
+            registry.SetBannedLocators({BannedModule{Vst(L"/" + std::to_wstring(round % 50) + L".so")}});
     });
     std::vector<PluginLocator> vanished;
     for (int round = 0; round < 50; ++round) {
@@ -236,16 +237,61 @@ TEST_F(PluginModuleInfoManagerTest, TheDisplayStringIsTheModulesPathInValidUnico
               L"/\ufffd ");
 }
 
+TEST_F(PluginModuleInfoManagerTest, DefaultFoldersTakeThePlaceOfVstsAndOfNoOthers)
+{
+    const auto vst3 = registry.GetPluginTechnology(TechnologyType::VST3);
+    registry.ResetAllToDefaultFolders();
+    const auto vstDefaults = FoldersOf(registry, TechnologyType::VST);
+    const auto vst3Defaults = FoldersOf(registry, TechnologyType::VST3);
+
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/my own"});
+    vst3->SetPluginDirectories({L"/my own"});
+    const auto own = FoldersOf(registry, TechnologyType::VST3);
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST), vstDefaults);
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), own);
+    registry.ResetAllToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults);
+
+    vst3->SetPluginDirectories({});
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults)
+        << "without any folder no plug-in of that technology would be found";
+}
+
 TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
 {
     Add(Vst(L"/a.so"), L"A", false);
     registry.ResetToDefaultFolders();
-    registry.SetBannedLocators({Vst(L"/a.so")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/a.so")}});
     registry.Reset();
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), IsEmpty());
     EXPECT_TRUE(Add(Vst(L"/a.so"), L"A")->IsEnabled());
     EXPECT_THAT(Shown(registry), ElementsAre(L"A"));
+}
+
+TEST_F(PluginModuleInfoManagerTest, CountsTheChangesOfTheRecordsThatItHolds)
+{
+    const auto info = Add(Vst(L"/a.so"), L"A");
+    const auto before = registry.GetRecordChanges();
+    Add(Vst(L"/b.so"), L"B");
+    MakeInfo(Vst(L"/c.so"))->SetEnabled(false);
+    info->SetEnabled(true);
+    EXPECT_EQ(registry.GetRecordChanges(), before) << "nothing that it held has changed";
+    info->SetEnabled(false);
+    auto expected = before;
+    ++expected.enabled;
+    EXPECT_EQ(registry.GetRecordChanges(), expected);
+    const std::function<void()> changes[] = {
+        [&] { info->SetName(L"New"); },           [&] { info->SetVersionString(L"2"); },
+        [&] { info->SetLocator(Vst(L"/d.so")); }, [&] { info->SetHasAnyNonSynthEffect(false); },
+        [&] { info->SetHasAnySynth(true); },      [&] { info->SetStatus(ModuleStatus::Skipped); }};
+    for (const auto& change : changes) {
+        change();
+        ++expected.content;
+        EXPECT_EQ(registry.GetRecordChanges(), expected);
+    }
 }
 
 TEST_F(PluginModuleInfoManagerTest, ChangesRaiseNoSignalByThemselves)

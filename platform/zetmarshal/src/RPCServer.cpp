@@ -3,6 +3,7 @@
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <stdexcept>
 #include <utility>
 
 #include <zetcore/debug/Trace.h>
@@ -31,16 +32,38 @@ std::string Quoted(const std::string& name)
     return "\"" + (name.size() > shown ? name.substr(0, shown) + "..." : name) + "\"";
 }
 
+/// What a parsed value takes in memory, beside its bytes on the wire.
+constexpr std::size_t bytesOfValue = 100;
+
+std::size_t CountValues(const ValuePtr& value)
+{
+    std::size_t count = 1;
+    if (const auto* array = std::any_cast<Array>(value.get())) {
+        for (const ValuePtr& element : *array)
+            count += CountValues(element);
+    } else if (const auto* object = std::any_cast<Object>(value.get())) {
+        for (const auto& [key, member] : *object)
+            count += CountValues(member);
+    }
+    return count;
+}
+
+/// What the requests take up that have not been answered.
+using Backlog = std::atomic<std::size_t>;
+
 class Responder final : public RPCResponder
 {
   public:
-    /// A null id: a notification's.
-    Responder(const std::shared_ptr<Session>& rpcSession, ValuePtr requestId)
-        : session(rpcSession), id(std::move(requestId))
+    /// A null id: a notification's. `requestBytes` have been added to the backlog.
+    Responder(const std::shared_ptr<Session>& rpcSession, ValuePtr requestId,
+              std::shared_ptr<Backlog> requestBacklog, std::size_t requestBytes)
+        : session(rpcSession), id(std::move(requestId)), backlog(std::move(requestBacklog)),
+          bytes(requestBytes)
     {}
 
     ~Responder() override
     {
+        *backlog -= bytes;
         try {
             if (id)
                 Fail(RPCErrorCode::InternalError, "the request was not answered");
@@ -89,6 +112,8 @@ class Responder final : public RPCResponder
 
     const std::weak_ptr<Session> session;
     const ValuePtr id;
+    const std::shared_ptr<Backlog> backlog;
+    const std::size_t bytes;
     std::atomic<bool> answered = false;
 };
 
@@ -107,11 +132,14 @@ struct RPCServer::State
     explicit State(std::shared_ptr<Session> rpcSession) : session(std::move(rpcSession)) {}
 
     void OnFrame(const std::string& frame);
+    std::shared_ptr<RPCResponder> MakeResponder(const RPCMessage& message, std::size_t frameBytes);
     void OnRequest(const RPCMessage& message, const std::shared_ptr<RPCResponder>& responder);
     void OnAnnounce(const Array& params, RPCResponder& responder);
     void RefuseWhole(const std::string& message) const;
 
     const std::shared_ptr<Session> session;
+    /// Shared with the responders, which may outlive the server.
+    const std::shared_ptr<Backlog> backlog = std::make_shared<Backlog>(0);
     mutable std::mutex mutex;
     std::map<std::string, std::shared_ptr<const Method>, std::less<>> methods;
     std::string clientName;
@@ -158,7 +186,19 @@ void RPCServer::State::OnFrame(const std::string& frame)
     else if (message.id && !IsGoodId(*message.id))
         RefuseWhole("the id must be a number, a string or null");
     else
-        OnRequest(message, std::make_shared<Responder>(session, message.id));
+        OnRequest(message, MakeResponder(message, frame.size()));
+}
+
+/// Throws when too much waits already. The first one is taken whatever its size: a frame has its own limit.
+std::shared_ptr<RPCResponder> RPCServer::State::MakeResponder(const RPCMessage& message,
+                                                              std::size_t frameBytes)
+{
+    const std::size_t bytes = frameBytes + bytesOfValue * CountValues(message.params);
+    const std::size_t waiting = backlog->load();
+    if (waiting > 0 && waiting + bytes > maxUnansweredBytes)
+        throw std::runtime_error("the other side asks and asks, and does not wait for answers");
+    *backlog += bytes;
+    return std::make_shared<Responder>(session, message.id, backlog, bytes);
 }
 
 void RPCServer::State::OnRequest(const RPCMessage& message, const std::shared_ptr<RPCResponder>& responder)

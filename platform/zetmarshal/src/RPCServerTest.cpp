@@ -1,5 +1,6 @@
 #include <zetmarshal/RPCServer.h>
 
+#include <algorithm>
 #include <atomic>
 #include <stdexcept>
 #include <string>
@@ -199,6 +200,78 @@ TEST_F(RPCServerTest, AnswersOnceHoweverManyThreadsAnswer)
         thread.join();
     Settle();
     EXPECT_EQ(peerLog.Now().size(), 1u);
+}
+
+/// Requests that are held back, like those behind a plug-in that hangs.
+class RPCServerBacklogTest : public RPCServerTest
+{
+  protected:
+    void StartHolding()
+    {
+        Start();
+        server->Register("hold", [this](const Array&, const Responder& responder) {
+            held.push_back(responder);
+            log.Add("held");
+        });
+    }
+    void SendHold(const std::string& params)
+    {
+        peer->Send(R"({"jsonrpc":"2.0","id":1,"method":"hold","params":[)" + params + "]}");
+    }
+    static std::string Zeros(std::size_t count)
+    {
+        std::string text = "0";
+        for (std::size_t i = 1; i < count; ++i)
+            text += ",0";
+        return text;
+    }
+
+    std::vector<Responder> held;
+};
+
+TEST_F(RPCServerBacklogTest, GivesUpAClientThatSendsAndSendsWithoutWaitingForAnswers)
+{
+    StartHolding();
+    const std::string large = '"' + std::string(std::size_t{12} << 20, 'x') + '"';
+    for (int i = 0; i < 6; ++i)
+        SendHold(large);
+    // Five are 60 MiB; the sixth would be more than is kept.
+    EXPECT_THAT(log.Await(6), ElementsAre("held", "held", "held", "held", "held", "closed"));
+    EXPECT_THAT(*traceLines, Contains(HasSubstr("does not wait for answers")));
+}
+
+TEST_F(RPCServerBacklogTest, CountsWhatManySmallValuesTakeInMemory)
+{
+    StartHolding();
+    // 100 kB on the wire each, and 5 MB in memory.
+    const std::string small = Zeros(50000);
+    for (int i = 0; i < 20; ++i)
+        SendHold(small);
+    const auto events = log.Await(14);
+    EXPECT_EQ(std::count(events.begin(), events.end(), "held"), 13);
+    EXPECT_EQ(events.back(), "closed");
+}
+
+TEST_F(RPCServerBacklogTest, DoesNotCountWhatHasBeenAnswered)
+{
+    StartHolding();
+    const std::string large = '"' + std::string(std::size_t{12} << 20, 'x') + '"';
+    for (std::size_t i = 0; i < 10; ++i) {
+        SendHold(large);
+        log.Await(i + 1);
+        held.front()->Succeed(nullptr);
+        held.clear();
+    }
+    EXPECT_TRUE(session->IsOpen());
+}
+
+TEST_F(RPCServerBacklogTest, TakesOneRequestOfAnySizeThatAFrameMayHave)
+{
+    StartHolding();
+    SendHold(Zeros(900000));
+    EXPECT_THAT(log.Await(1), ElementsAre("held"));
+    SendHold("0");
+    EXPECT_THAT(log.Await(2), ElementsAre("held", "closed"));
 }
 
 TEST_F(RPCServerTest, AResponderMayOutliveServerAndSession)

@@ -14,8 +14,10 @@ enum class ScanPhase : int
     None,
     Load,   ///< the system loads the library and runs its initialisers
     Entry,  ///< its entry function
+    Open,   ///< the call that opens what its entry function has made (VST2)
     Query,  ///< questions about name, vendor, classes, sub-plug-ins
-    Create, ///< creating and initialising a component (full effect scan)
+    Create, ///< creating and initialising a component (VST3, full effect scan)
+    Start,  ///< switching it on and off again (VST2, full effect scan)
     Close,  ///< closing what was opened
     Unload, ///< the system unloads the library
 };
@@ -37,7 +39,7 @@ struct ScanOptions
 {
     /// Enumerate every VST2 shell. When false, a shell that is there as VST3 too is skipped.
     bool disableVST2ShellSkipping = false;
-    /// Ask the module only; do not create and initialise each component.
+    /// Ask the module only: no component is created and initialised (VST3), or started and stopped (VST2).
     bool quickEffectScan = true;
 };
 

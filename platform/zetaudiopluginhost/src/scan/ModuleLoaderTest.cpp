@@ -1,5 +1,6 @@
 #include <zetaudiopluginhost/ModuleLoader.h>
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <filesystem>
@@ -112,16 +113,41 @@ TEST_F(ModuleLoaderTest, AModuleWithSeveralClassesIsOneRecord)
 TEST_F(ModuleLoaderTest, ThePhasesAreToldInOrder)
 {
     Scan("good/vst2_effect");
-    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query, ScanPhase::Close,
-                                    ScanPhase::Unload));
-    for (const char* plugin : {"good/vst2_effect", "good/vst3_without_moduleinfo"}) {
-        phases.clear();
-        Scan(plugin, full);
-        EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query,
-                                        ScanPhase::Create, ScanPhase::Close, ScanPhase::Unload));
-    }
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Open, ScanPhase::Query,
+                                    ScanPhase::Close, ScanPhase::Unload));
+    phases.clear();
+    Scan("good/vst2_effect", full);
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Open, ScanPhase::Query,
+                                    ScanPhase::Start, ScanPhase::Close, ScanPhase::Unload));
+    phases.clear();
+    Scan("good/vst3_without_moduleinfo", full);
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query, ScanPhase::Create,
+                                    ScanPhase::Close, ScanPhase::Unload));
+    EXPECT_STREQ(ScanPhaseText(ScanPhase::Open), "while being opened");
+    EXPECT_STREQ(ScanPhaseText(ScanPhase::Start), "while being started and stopped");
     EXPECT_STREQ(ScanPhaseText(ScanPhase::Create), "while a component was being created");
     EXPECT_STREQ(ScanPhaseText(ScanPhase::Unload), "while being unloaded");
+}
+
+TEST_F(ModuleLoaderTest, EachPluginOfAShellIsOpenedAndStartedInTheFullScan)
+{
+    Scan("good/vst2_shell");
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Open, ScanPhase::Query,
+                                    ScanPhase::Close, ScanPhase::Unload));
+    phases.clear();
+    Scan("good/vst2_shell", full);
+    EXPECT_EQ(std::count(phases.begin(), phases.end(), ScanPhase::Open), 4) << "the shell's own, too";
+    EXPECT_EQ(std::count(phases.begin(), phases.end(), ScanPhase::Start), 3);
+}
+
+TEST_F(ModuleLoaderTest, APluginIsOpenedBeforeItIsAskedForItsNames)
+{
+    for (const ScanOptions& options : {ScanOptions{}, full}) {
+        const ScanOutcome outcome = Scan("good/vst2_named_when_open", options);
+        EXPECT_EQ(Only(outcome).GetName(), L"Harbour Glow");
+        EXPECT_EQ(Only(outcome).GetVendor(), L"Marrow Lane Audio");
+        EXPECT_EQ(Only(outcome).GetProduct(), L"Harbour");
+    }
 }
 
 TEST_F(ModuleLoaderTest, ADescriptionSavesTheLoadInTheQuickScanOnly)

@@ -1,5 +1,7 @@
 #include "scan/PluginText.h"
 
+#include <algorithm>
+
 #include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
 
@@ -34,6 +36,32 @@ bool IsPair(char16_t high, char16_t low)
     return high >= 0xD800 && high < 0xDC00 && low >= 0xDC00 && low < 0xE000;
 }
 
+bool IsValidUtf8(const std::string& text)
+{
+    const std::wstring wide = UTF8to16(text);
+    for (std::size_t i = 0; i < wide.size(); ++i) {
+        if (IsStrayUnit(wide, i))
+            return false;
+    }
+    // What was replaced does not come back.
+    return UTF16to8(wide) == text;
+}
+
+/// Empty unless the text is UTF-8 that was widened with the sign bit.
+std::string NarrowedBack(std::u16string_view text)
+{
+    const auto isAscii = [](char16_t unit) { return unit < 0x80; };
+    const auto isWidened = [](char16_t unit) { return unit >= 0xFF80; };
+    std::string bytes;
+    for (const char16_t unit : text) {
+        if (!isAscii(unit) && !isWidened(unit))
+            return {};
+        bytes += static_cast<char>(unit & 0xFF);
+    }
+    const bool isPlain = std::all_of(text.begin(), text.end(), isAscii);
+    return !isPlain && IsValidUtf8(bytes) ? bytes : std::string();
+}
+
 } // namespace
 
 std::wstring PluginText(std::string_view buffer)
@@ -44,6 +72,8 @@ std::wstring PluginText(std::string_view buffer)
 std::wstring PluginText(std::u16string_view buffer)
 {
     buffer = buffer.substr(0, buffer.find(u'\0'));
+    if (const std::string narrow = NarrowedBack(buffer); !narrow.empty())
+        return PluginText(narrow);
     std::wstring text;
     for (std::size_t i = 0; i < buffer.size(); ++i) {
         if (i + 1 < buffer.size() && IsPair(buffer[i], buffer[i + 1])) {

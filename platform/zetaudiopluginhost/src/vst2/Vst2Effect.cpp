@@ -73,9 +73,13 @@ std::vector<Vst2Effect::SubPlugin> Vst2Effect::SubPlugins()
     }
 }
 
-void Vst2Effect::OpenAndRun()
+void Vst2Effect::Open()
 {
     Ask(EffectOpen);
+}
+
+void Vst2Effect::StartAndStop()
+{
     Ask(EffectSetSampleRate, nullptr, 0, sampleRate);
     Ask(EffectSetBlockSize, nullptr, blockSize);
     Ask(EffectMainsChanged, nullptr, 1);

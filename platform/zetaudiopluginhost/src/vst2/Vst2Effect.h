@@ -35,8 +35,10 @@ class Vst2Effect
     /// A shell's sub-plug-ins. Throws `PluginUnusable` for a list without an end.
     std::vector<SubPlugin> SubPlugins();
 
-    /// Opens it and switches it on and off, as a host does that is going to use it.
-    void OpenAndRun();
+    /// The first call that every host makes: many know their names only then.
+    void Open();
+    /// Switches it on and off, as a host does that is going to use it.
+    void StartAndStop();
     void Close();
 
   private:

@@ -57,17 +57,6 @@ void CompleteName(PluginModuleInfo& info)
         info.SetName(info.GetProduct().empty() ? FileStem(info.GetLocator().GetPath()) : info.GetProduct());
 }
 
-void OpenAndRun(Vst2Effect& effect, PluginModuleInfo& info, ScanSteps& steps)
-{
-    steps.Enter(ScanPhase::Create);
-    effect.OpenAndRun();
-    // Some know their names only once they are open.
-    if (info.GetName().empty() || info.GetVendor().empty()) {
-        steps.Enter(ScanPhase::Query);
-        TakeTexts(effect, info);
-    }
-}
-
 PluginLocator SubLocator(const PluginLocator& module, std::int32_t id)
 {
     return PluginLocator(module.GetTechnologyType(), module.GetPath(), IdText(id));
@@ -100,9 +89,12 @@ InfoPtr RunSubPlugin(const ModuleQuestions& questions, EntryFunction entry, cons
         listed->SetReason(error.what());
         return listed;
     }
+    questions.steps.Enter(ScanPhase::Open);
+    effect->Open();
     questions.steps.Enter(ScanPhase::Query);
     InfoPtr info = AskEffect(*effect, listed->GetLocator(), effect->Category());
-    OpenAndRun(*effect, *info, questions.steps);
+    questions.steps.Enter(ScanPhase::Start);
+    effect->StartAndStop();
     questions.steps.Enter(ScanPhase::Close);
     effect->Close();
     info->SetUniqueId(listed->GetUniqueId());
@@ -151,6 +143,8 @@ InfoList AskVst2Module(const ModuleQuestions& questions)
 
     steps.Enter(ScanPhase::Entry);
     Vst2Effect effect(entry);
+    steps.Enter(ScanPhase::Open);
+    effect.Open();
     steps.Enter(ScanPhase::Query);
     const std::intptr_t category = effect.Category();
     const InfoPtr info = AskEffect(effect, questions.locator.ModuleLocator(), category);
@@ -161,7 +155,8 @@ InfoList AskVst2Module(const ModuleQuestions& questions)
         info->SetStatus(ModuleStatus::Skipped);
         info->SetReason("it is a shell that is there as VST3, too");
     } else if (!questions.options.quickEffectScan) {
-        OpenAndRun(effect, *info, steps);
+        steps.Enter(ScanPhase::Start);
+        effect.StartAndStop();
     }
     steps.Enter(ScanPhase::Close);
     effect.Close();

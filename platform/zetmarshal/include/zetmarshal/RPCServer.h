@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -54,10 +55,15 @@ class ZETMARSHAL_API RPCResponder
 /// an array (absent ones are an empty array), `InvalidRequest` for a batch and for a method or id of a wrong
 /// type. Notifications get no reply. "rpc.announce" with params [name] sets the client's name; another shape
 /// is traced and ignored. A reply that is sent to the server is traced and ignored. What is no JSON-RPC at
-/// all aborts the session.
+/// all aborts the session, and so does a client that sends more requests than `maxUnansweredBytes` while
+/// earlier ones are not answered.
 class ZETMARSHAL_API RPCServer
 {
   public:
+    /// What the unanswered requests may take up in memory together; as much as the replies that wait to be
+    /// sent. A single one is always taken.
+    static constexpr std::size_t maxUnansweredBytes = std::size_t{64} << 20;
+
     /// Runs on the session's threads, one at a time. May answer later. An `RPCError` it throws becomes its
     /// error reply, any other exception an internal error with its message.
     using Method = std::function<void(const zetcore::serialization::Array& params,

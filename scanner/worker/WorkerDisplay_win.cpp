@@ -1,0 +1,7 @@
+#include "WorkerDisplay.h"
+
+namespace zetaudiofilterscan {
+
+void ChooseDisplay(bool) {}
+
+} // namespace zetaudiofilterscan

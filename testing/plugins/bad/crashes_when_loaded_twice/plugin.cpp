@@ -1,0 +1,14 @@
+#include "Crash.h"
+#include "ProcessMark.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// Works once in a process, and not where poisons_process has been before.
+ZET_VST2_ENTRY
+{
+    if (ProcessIsMarked())
+        Crash();
+    MarkProcess();
+    return MakeEffect(Ordinary("Crashes When Loaded Twice", "BaTw"), host);
+}

@@ -1,0 +1,10 @@
+#include "MissingLibrary.h"
+#include "Vst2Plugin.h"
+
+using namespace zettestplugin;
+
+/// Needs a library that is nowhere where the system looks.
+ZET_VST2_ENTRY
+{
+    return WhatTheMissingLibrarySays() == 0 ? nullptr : MakeEffect(Ordinary("Missing Library", "BaMi"), host);
+}
