@@ -32,7 +32,7 @@ class ScanLog
     void Note(const std::string& line);
 
     /// The end of what came since `BeginEntity`.
-    const std::string& Tail() const noexcept { return tail; }
+    const std::string& Tail() const noexcept { return tail.Text(); }
     /// The last line with anything on it since `BeginEntity`, as it came.
     std::string LastLine() const { return tail.LastLine(); }
     /// Empty while nothing has been written.

@@ -13,6 +13,7 @@ class ZETCORE_API OutputTail
   public:
     void Append(std::string_view bytes);
     void Clear() noexcept { tail.clear(); }
+    const std::string& Text() const noexcept { return tail; }
     /// The last line with anything on it, as it came.
     std::string LastLine() const;
 
