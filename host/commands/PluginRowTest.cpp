@@ -89,6 +89,7 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
         {L"/2.so", ModuleStatus::NotAPlugin},
         {L"/3.so", ModuleStatus::Unscanned},
         {L"/4.so", ModuleStatus::Skipped},
+        {L"/5.so", ModuleStatus::Unreadable},
     };
     for (const auto& [path, status] : others) {
         const auto record = std::make_shared<PluginModuleInfo>(PluginLocator(TechnologyType::VST, path));
@@ -129,7 +130,11 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     waiting.locator = PluginLocator(TechnologyType::VST, L"/3.so");
     waiting.name = L"3.so";
     waiting.status = RowStatus::NotScanned;
-    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting}));
+    PluginRow unreadable = failed;
+    unreadable.locator = PluginLocator(TechnologyType::VST, L"/5.so");
+    unreadable.name = L"5.so";
+    unreadable.status = RowStatus::Unreadable;
+    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting, unreadable}));
 }
 
 } // namespace
