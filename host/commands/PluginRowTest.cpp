@@ -85,10 +85,8 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     working->SetHasAnySynth(true);
     registry.AddModule(working);
     const std::pair<std::wstring, ModuleStatus> others[] = {
-        {L"/1.so", ModuleStatus::Failed},
-        {L"/2.so", ModuleStatus::NotAPlugin},
-        {L"/3.so", ModuleStatus::Unscanned},
-        {L"/4.so", ModuleStatus::Skipped},
+        {L"/1.so", ModuleStatus::Failed},     {L"/2.so", ModuleStatus::NotAPlugin},
+        {L"/3.so", ModuleStatus::Unscanned},  {L"/4.so", ModuleStatus::Skipped},
         {L"/5.so", ModuleStatus::Unreadable},
     };
     for (const auto& [path, status] : others) {
