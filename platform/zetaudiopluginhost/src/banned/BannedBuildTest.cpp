@@ -24,79 +24,78 @@ class BannedBuildTest : public BannedPluginManagerTest
 
     const std::filesystem::path path = folder / "a.vst3";
     const PluginLocator module{TechnologyType::VST3, zettesting::ToWide(path)};
-
-    TEST_F(BannedBuildTest, ABanAnewIsNewerThanOneThatWasLifted)
-    {
-        manager.AddBannedPlugin(first, BanInfo{"once", 1});
-        manager.AddBannedPlugin(second, BanInfo{"both", 1});
-        manager.SaveConfiguration(ListFile());
-        BannedPluginManager other;
-        ASSERT_TRUE(other.LoadConfiguration(ListFile()));
-        manager.RemoveBannedPlugin(first);
-        manager.RemoveBannedPlugin(second);
-        // The other one has seen it crash again.
-        other.AddBannedPlugin(first, BanInfo{"again", 2, {3, 4}});
-        other.SaveConfiguration(ListFile());
-        manager.SaveConfiguration(ListFile());
-        EXPECT_THAT(Banned(), ElementsAre(first));
-        EXPECT_EQ(manager.GetBanInfo(first), (BanInfo{"again", 2, {3, 4}}));
-        ASSERT_TRUE(other.LoadConfiguration(ListFile()));
-        EXPECT_EQ(other.GetBanInfo(first), (BanInfo{"again", 2, {3, 4}}));
-        EXPECT_FALSE(other.IsBanned(second));
-    }
-
-    TEST_F(BannedBuildTest, AnotherProgramsNewerStateOfABanIsTakenInAndOurOwnIsNotOverridden)
-    {
-        manager.AddBannedPlugin(first, BanInfo{"old", 1, {1, 1}});
-        manager.AddBannedPlugin(second, BanInfo{"old", 1, {1, 1}});
-        manager.AddBannedPlugin(sub, BanInfo{"old", 1, {1, 1}});
-        manager.SaveConfiguration(ListFile());
-        BannedPluginManager other;
-        ASSERT_TRUE(other.LoadConfiguration(ListFile()));
-        for (const PluginLocator& locator : {first, second})
-            other.AddBannedPlugin(locator, BanInfo{"theirs", 2, {2, 2}});
-        other.RemoveBannedPlugin(sub);
-        other.SaveConfiguration(ListFile());
-        manager.AddBannedPlugin(second, BanInfo{"ours", 3, {3, 3}});
-        manager.AddBannedPlugin(sub, BanInfo{"ours", 3, {3, 3}});
-        manager.SaveConfiguration(ListFile());
-        EXPECT_EQ(manager.GetBanInfo(first)->reason, "theirs");
-        EXPECT_EQ(manager.GetBanInfo(second)->reason, "ours");
-        EXPECT_EQ(manager.GetBanInfo(sub)->reason, "ours");
-    }
-
-    TEST_F(BannedBuildTest, BuildAndTriesComeBackFromTheFile)
-    {
-        const BanInfo info{"no such library", 1700000000, {18446744073709551615u, -5}, true};
-        manager.AddBannedPlugin(first, info);
-        manager.AddBannedPlugin(second, "a user's");
-        manager.SaveConfiguration(ListFile());
-        EXPECT_THAT(zettesting::ReadAll(ListPath()),
-                    HasSubstr("filesize=\"18446744073709551615\" filetime=\"-5\" couldnotload=\"true\""));
-        BannedPluginManager other;
-        ASSERT_TRUE(other.LoadConfiguration(ListFile()));
-        EXPECT_EQ(other.GetBanInfo(first), info);
-        EXPECT_EQ(other.GetBanInfo(second)->stamp, ModuleFileStamp());
-        EXPECT_FALSE(other.GetBanInfo(second)->couldNotLoad);
-        // Lifting what the file had leaves nothing behind in a file of reasons or elsewhere.
-        other.AddBannedPlugin(first, BanInfo{"crashed", 5});
-        other.SaveConfiguration(ListFile());
-        EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("couldnotload")));
-        EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("filesize")));
-    }
-
-    TEST_F(BannedBuildTest, AFileOfAnOlderVersionBansEveryBuild)
-    {
-        zettesting::WriteAll(ListPath(),
-                             "<bannedplugins version=\"1.0\">\n<plugin locator=\"VST|/plugins/a.so|\" "
-                             "reason=\"why\" time=\"1\"/>\n</bannedplugins>");
-        ASSERT_TRUE(manager.LoadConfiguration(ListFile()));
-        EXPECT_EQ(manager.GetBanInfo(first), (BanInfo{"why", 1}));
-        EXPECT_FALSE(manager.IsDueAgain(first));
-    }
-
     const PluginLocator part{TechnologyType::VST3, zettesting::ToWide(path), L"part"};
 };
+
+TEST_F(BannedBuildTest, ABanAnewIsNewerThanOneThatWasLifted)
+{
+    manager.AddBannedPlugin(first, BanInfo{"once", 1});
+    manager.AddBannedPlugin(second, BanInfo{"both", 1});
+    manager.SaveConfiguration(ListFile());
+    BannedPluginManager other;
+    ASSERT_TRUE(other.LoadConfiguration(ListFile()));
+    manager.RemoveBannedPlugin(first);
+    manager.RemoveBannedPlugin(second);
+    // The other one has seen it crash again.
+    other.AddBannedPlugin(first, BanInfo{"again", 2, {3, 4}});
+    other.SaveConfiguration(ListFile());
+    manager.SaveConfiguration(ListFile());
+    EXPECT_THAT(Banned(), ElementsAre(first));
+    EXPECT_EQ(manager.GetBanInfo(first), (BanInfo{"again", 2, {3, 4}}));
+    ASSERT_TRUE(other.LoadConfiguration(ListFile()));
+    EXPECT_EQ(other.GetBanInfo(first), (BanInfo{"again", 2, {3, 4}}));
+    EXPECT_FALSE(other.IsBanned(second));
+}
+
+TEST_F(BannedBuildTest, AnotherProgramsNewerStateOfABanIsTakenInAndOurOwnIsNotOverridden)
+{
+    manager.AddBannedPlugin(first, BanInfo{"old", 1, {1, 1}});
+    manager.AddBannedPlugin(second, BanInfo{"old", 1, {1, 1}});
+    manager.AddBannedPlugin(sub, BanInfo{"old", 1, {1, 1}});
+    manager.SaveConfiguration(ListFile());
+    BannedPluginManager other;
+    ASSERT_TRUE(other.LoadConfiguration(ListFile()));
+    for (const PluginLocator& locator : {first, second})
+        other.AddBannedPlugin(locator, BanInfo{"theirs", 2, {2, 2}});
+    other.RemoveBannedPlugin(sub);
+    other.SaveConfiguration(ListFile());
+    manager.AddBannedPlugin(second, BanInfo{"ours", 3, {3, 3}});
+    manager.AddBannedPlugin(sub, BanInfo{"ours", 3, {3, 3}});
+    manager.SaveConfiguration(ListFile());
+    EXPECT_EQ(manager.GetBanInfo(first)->reason, "theirs");
+    EXPECT_EQ(manager.GetBanInfo(second)->reason, "ours");
+    EXPECT_EQ(manager.GetBanInfo(sub)->reason, "ours");
+}
+
+TEST_F(BannedBuildTest, BuildAndTriesComeBackFromTheFile)
+{
+    const BanInfo info{"no such library", 1700000000, {18446744073709551615u, -5}, true};
+    manager.AddBannedPlugin(first, info);
+    manager.AddBannedPlugin(second, "a user's");
+    manager.SaveConfiguration(ListFile());
+    EXPECT_THAT(zettesting::ReadAll(ListPath()),
+                HasSubstr("filesize=\"18446744073709551615\" filetime=\"-5\" couldnotload=\"true\""));
+    BannedPluginManager other;
+    ASSERT_TRUE(other.LoadConfiguration(ListFile()));
+    EXPECT_EQ(other.GetBanInfo(first), info);
+    EXPECT_EQ(other.GetBanInfo(second)->stamp, ModuleFileStamp());
+    EXPECT_FALSE(other.GetBanInfo(second)->couldNotLoad);
+    // Lifting what the file had leaves nothing behind in a file of reasons or elsewhere.
+    other.AddBannedPlugin(first, BanInfo{"crashed", 5});
+    other.SaveConfiguration(ListFile());
+    EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("couldnotload")));
+    EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("filesize")));
+}
+
+TEST_F(BannedBuildTest, AFileOfAnOlderVersionBansEveryBuild)
+{
+    zettesting::WriteAll(ListPath(),
+                         "<bannedplugins version=\"1.0\">\n<plugin locator=\"VST|/plugins/a.so|\" "
+                         "reason=\"why\" time=\"1\"/>\n</bannedplugins>");
+    ASSERT_TRUE(manager.LoadConfiguration(ListFile()));
+    EXPECT_EQ(manager.GetBanInfo(first), (BanInfo{"why", 1}));
+    EXPECT_FALSE(manager.IsDueAgain(first));
+}
 
 TEST_F(BannedBuildTest, AScansBanIsOfTheBuildThatIsThere)
 {
