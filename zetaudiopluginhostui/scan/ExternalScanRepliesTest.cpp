@@ -56,6 +56,20 @@ TEST_F(ExternalScanReplies, APreferencesFolderThatBecomesInaccessibleBansNobody)
     std::filesystem::rename(folder / "away", prefs);
 }
 
+TEST_F(ExternalScanReplies, ForAMissingOrEmptyResultFileNothingIsPosted)
+{
+    ASSERT_TRUE(Start({a, b}));
+    Begin();
+    for (const bool there : {false, true}) {
+        AnswerInfo(a, 0, 2);
+        if (there)
+            zettesting::WriteAll(ResultFile(), "");
+        TakeSteps();
+        AnswerOk();
+        EXPECT_THAT(TakeSteps(), ElementsAre("send GetScanInfo free"));
+    }
+}
+
 TEST_F(ExternalScanReplies, WhatWasFoundJoinsTheRegistryOnTheMainThreadWithItsBytesUnchanged)
 {
     ASSERT_TRUE(Start({a}));
@@ -120,11 +134,12 @@ TEST_F(ExternalScanReplies, ABadRecordsErrorLeavesTheHandlerAndChangesNothing)
 {
     ASSERT_TRUE(Start({a}));
     Begin();
+    NoteTraces("OnScanInfo");
     TakeSteps();
     for (const ValuePtr& bad : {ValuePtr(), std::make_shared<Value>(), zetmarshal::FromJson("[]")})
         EXPECT_THROW(Answer(bad), std::bad_any_cast);
     EXPECT_THROW(AnswerOk(), zetcore::serialization::missing_key_exception);
-    EXPECT_THAT(TakeSteps(), IsEmpty());
+    EXPECT_THAT(TakeSteps(), ElementsAre("trace free", "trace free", "trace free", "trace free"));
     EXPECT_FALSE(Access::MutexIsHeld(*scan));
     AnswerInfo(a, 0, 1);
     EXPECT_EQ(LastReport(), "a.so 0/1");

@@ -44,6 +44,15 @@ TEST_F(ExternalScanSteps, TheConnectionRequestIsTracedOnceItHasBeenSent)
                 ElementsAre("open 4711 free", "register free", "send Connect free", "trace free"));
 }
 
+TEST_F(ExternalScanSteps, TheSessionIsConnectedOnceConnectIsAnsweredAndBeforeTheListIsSent)
+{
+    std::vector<bool> connected;
+    connection->onSend = [&](const std::string&) { connected.push_back(Access::Connected(*scan)); };
+    ASSERT_TRUE(Start({a}));
+    AnswerOk();
+    EXPECT_THAT(connected, ElementsAre(false, true));
+}
+
 TEST_F(ExternalScanSteps, WithoutAnAnswerAtThePortNothingIsSent)
 {
     connection->answers = false;

@@ -25,6 +25,7 @@ ExternalScanStepsFixture::~ExternalScanStepsFixture()
 {
     Touch("end");
     onReport = {};
+    connection->onSend = {};
     connection->onClose = {};
     scan->StopScan();
     // Nothing may be noted any more.
