@@ -23,6 +23,8 @@ class RecordingPresentation
 
     /// "show TITLE", "step EXTRA (PROGRESS/TOTAL)", "hide", "note TITLE: MESSAGE", "caution TITLE: MESSAGE".
     std::vector<std::string> calls;
+    /// Of each alert.
+    std::vector<HWND> alertParents;
     /// Called after each step; true is the cancel button.
     std::function<bool()> onStep;
     /// Called for each alert.
@@ -80,8 +82,9 @@ class RecordingPresentation
             return std::make_unique<Progress>(owner);
         }
         void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title, const std::string& message,
-                       zetui::ui::WindowVariant) override
+                       zetui::ui::WindowVariant parent) override
         {
+            owner.alertParents.push_back(parent.Native());
             const bool note = kind == zetui::dialogs::AlertKind::Note;
             owner.calls.push_back((note ? "note " : "caution ") + title + ": " + message);
             if (owner.onAlert)
