@@ -236,7 +236,7 @@ TEST_F(CrashRecoveryTest, TheAlertBelongsToTheHostsWindowAndShowsTheDisplayStrin
     WriteMarker(PluginLocator{TechnologyType::VST, L"/two\nlines.so"});
     const HWND parent = reinterpret_cast<HWND>(std::uintptr_t{0x123450});
     EXPECT_THAT(Start(parent), ElementsAre(ScanErrorAlert("/two lines.so")));
-    EXPECT_THAT(shown.alertParents, ElementsAre(parent));
+    EXPECT_THAT(shown.parents, ElementsAre(parent));
 }
 
 TEST_F(CrashRecoveryTest, TheBanIsOfTheBuildThatIsThere)

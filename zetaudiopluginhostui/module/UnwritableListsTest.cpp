@@ -30,7 +30,7 @@ TEST_F(UnwritableLists, BothAlertsBelongToTheHostsWindow)
     WriteMarker(plugin);
     const HWND parent = reinterpret_cast<HWND>(std::uintptr_t{0x123450});
     Start(parent);
-    EXPECT_THAT(shown.alertParents, ElementsAre(parent, parent));
+    EXPECT_THAT(shown.parents, ElementsAre(parent, parent));
 }
 
 TEST_F(UnwritableLists, WhenNoListCanBeWrittenTheUserIsToldSoOnce)

@@ -41,7 +41,7 @@ class CrashRecoveryFixture : public zettesting::HostFixture
     {
         ForgetAll();
         shown.calls.clear();
-        shown.alertParents.clear();
+        shown.parents.clear();
         AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr, parent);
         return shown.calls;
     }
