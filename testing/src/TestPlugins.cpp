@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::string_view bundleSuffix = ".vst3";
 
-fs::path BundleLibrary(const fs::path& bundle)
-{
-    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(BundleLibrarySuffix());
-}
-
 } // namespace
 
 std::string_view ModuleSuffix()
@@ -26,6 +21,11 @@ std::string_view ModuleSuffix()
 std::string_view BundleLibrarySuffix()
 {
     return ZET_BUNDLE_LIBRARY_SUFFIX;
+}
+
+fs::path BundleLibrary(const fs::path& bundle)
+{
+    return bundle / "Contents" / ZET_BUNDLE_ARCHITECTURE / bundle.stem().concat(BundleLibrarySuffix());
 }
 
 fs::path TestPluginsFolder()

@@ -1,34 +1,27 @@
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 
 #include <algorithm>
-#include <filesystem>
 
-#include "NativePath.h"
-#include "PluginPlatform.h"
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
+
+#include "NativePath.h"
 
 namespace zetaudiofilterhost {
 
 namespace {
 
-ModuleFileStamp StampOf(const std::filesystem::path& path)
+ModuleFileStamp StampOf(const zetcore::filesupport::File& file)
 {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
+    if (!std::filesystem::is_regular_file(ToNativePath(file.FullPath()), error))
         return {};
     try {
-        const zetcore::filesupport::File file(FromNativePath(path));
         return {file.Size(), file.ModificationTime()};
     } catch (const zetcore::filesupport::file_exception&) {
         return {};
     }
-}
-
-void Add(ModuleFileStamp& stamp, const ModuleFileStamp& other)
-{
-    stamp.size += other.size;
-    stamp.time = std::max(stamp.time, other.time);
 }
 
 } // namespace
@@ -37,13 +30,15 @@ ModuleFileStamp GetModuleFileStamp(const PluginLocator& locator)
 {
     if (locator.IsEmpty())
         return {};
-    const std::filesystem::path path = ToNativePath(locator.GetPath());
-    std::error_code error;
-    if (!std::filesystem::is_directory(path, error))
-        return StampOf(path);
-    ModuleFileStamp stamp = StampOf(BundleBinary(path));
-    Add(stamp, StampOf(path / "Contents" / "Resources" / "moduleinfo.json"));
-    Add(stamp, StampOf(path / "Contents" / "moduleinfo.json"));
+    const ModuleFiles files = FindModuleFiles(locator.GetPath());
+    ModuleFileStamp stamp;
+    if (!files.library.empty())
+        stamp = StampOf(zetcore::filesupport::File(files.library));
+    if (files.moduleInfo) {
+        const ModuleFileStamp description = StampOf(*files.moduleInfo);
+        stamp.size += description.size;
+        stamp.time = std::max(stamp.time, description.time);
+    }
     return stamp;
 }
 

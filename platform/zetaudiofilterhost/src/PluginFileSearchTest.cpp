@@ -6,6 +6,7 @@
 #include "PluginPlatform.h"
 #include "RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiofilterhost/ModuleFiles.h>
 
 namespace zetaudiofilterhost {
 
@@ -23,8 +24,10 @@ class PluginFileSearchTest : public RegistryFixture
 
     void MakeBundle(const std::filesystem::path& bundle)
     {
-        std::filesystem::create_directories(BundleBinary(bundle).parent_path());
-        WriteAll(BundleBinary(bundle), "binary");
+        std::filesystem::path library =
+            bundle / "Contents" / BundleArchitecture() / bundle.stem().concat(BundleLibraryExtension());
+        std::filesystem::create_directories(library.parent_path());
+        WriteAll(library, "binary");
     }
     /// Relative to `plugins`, with '/'.
     std::vector<std::string> Search(TechnologyType type, const std::vector<std::filesystem::path>& folders)

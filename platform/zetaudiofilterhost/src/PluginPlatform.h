@@ -12,9 +12,6 @@ namespace zetaudiofilterhost {
 /// By the file name alone: a VST library, or a VST3 module (bundle or single file).
 bool HasPluginExtension(TechnologyType type, const std::filesystem::path& path);
 
-/// A VST3 bundle's binary for this process.
-std::filesystem::path BundleBinary(const std::filesystem::path& bundle);
-
 /// The technology's documented locations, whether or not they exist, in the order of searching.
 std::vector<std::wstring> DefaultPluginFolders(TechnologyType type);
 

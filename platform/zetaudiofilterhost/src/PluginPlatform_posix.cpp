@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
@@ -46,9 +47,14 @@ bool HasPluginExtension(TechnologyType type, const std::filesystem::path& path)
     }
 }
 
-std::filesystem::path BundleBinary(const std::filesystem::path& bundle)
+std::string_view BundleArchitecture()
 {
-    return bundle / "Contents" / "x86_64-linux" / bundle.stem().concat(".so");
+    return "x86_64-linux";
+}
+
+std::string_view BundleLibraryExtension()
+{
+    return ".so";
 }
 
 std::vector<std::wstring> DefaultPluginFolders(TechnologyType type)

@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
@@ -58,9 +59,14 @@ bool HasPluginExtension(TechnologyType type, const std::filesystem::path& path)
     }
 }
 
-std::filesystem::path BundleBinary(const std::filesystem::path& bundle)
+std::string_view BundleArchitecture()
 {
-    return bundle / L"Contents" / L"x86_64-win" / bundle.filename();
+    return "x86_64-win";
+}
+
+std::string_view BundleLibraryExtension()
+{
+    return ".vst3";
 }
 
 std::vector<std::wstring> DefaultPluginFolders(TechnologyType type)

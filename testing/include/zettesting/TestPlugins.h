@@ -37,6 +37,8 @@ const std::vector<TestPluginFacts>& GoodTestPluginFacts();
 std::string_view ModuleSuffix();
 /// That of the library in a VST3 bundle: ".so" or ".vst3".
 std::string_view BundleLibrarySuffix();
+/// Where a VST3 bundle that has its own name has its library for this machine.
+std::filesystem::path BundleLibrary(const std::filesystem::path& bundle);
 
 // Files that look like plug-ins and are none, or are ones with names that are hard to carry. Each is made in
 // `folder`, which exists; its path is returned.

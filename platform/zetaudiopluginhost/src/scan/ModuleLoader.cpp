@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
@@ -22,7 +23,6 @@
 #include "vst2/Vst2Abi.h"
 #include "vst3/ModuleInfoJson.h"
 #include "vst3/Vst3Abi.h"
-#include "vst3/Vst3Bundle.h"
 
 namespace zetaudiopluginhost {
 
@@ -212,9 +212,9 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
     const TechnologyType technology = locator.GetTechnologyType();
     // Before anything is loaded: a file that changes meanwhile is scanned again.
     const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
-    vst3::Vst3Files files;
+    zetaudiofilterhost::ModuleFiles files;
     if (technology == TechnologyType::VST3)
-        files = vst3::FindVst3Files(locator.GetPath());
+        files = zetaudiofilterhost::FindModuleFiles(locator.GetPath());
     else
         files.library = locator.GetPath();
     if (technology != TechnologyType::VST && technology != TechnologyType::VST3)

@@ -5,11 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "vst3/Vst3Bundle.h"
 #include <zettesting/TemporaryFolder.h>
 
 #include "vst3/Vst3Abi.h"
-#include "vst3/Vst3Platform.h"
 
 namespace zetaudiopluginhost::vst3 {
 namespace {
@@ -93,60 +91,6 @@ TEST(Vst3Description, AModuleWithSeveralClassesGoesByItsFile)
     const auto instrument = MakeVst3Info(locator, {L"Maker", {description.classes[1]}});
     EXPECT_EQ(instrument->GetVendor(), L"Maker");
     EXPECT_FALSE(instrument->HasAnyNonSynthEffect());
-}
-
-class Vst3BundleTest : public testing::Test
-{
-  protected:
-    void Make(const std::filesystem::path& file) const
-    {
-        std::filesystem::create_directories((bundle / file).parent_path());
-        zettesting::WriteAll(bundle / file, "x");
-    }
-    Vst3Files Find() const { return FindVst3Files(zettesting::ToWide(bundle)); }
-    std::filesystem::path Library(const std::string& stem) const
-    {
-        return std::filesystem::path("Contents") / bundleArchitecture / (stem + libraryExtension);
-    }
-
-    zettesting::TemporaryFolder folder;
-    const std::filesystem::path bundle = folder / "My Pack.vst3";
-};
-
-TEST_F(Vst3BundleTest, TheLibraryHasTheBundlesNameOrIsTheOnlyOne)
-{
-    Make(Library("Other"));
-    EXPECT_EQ(Find().library, zettesting::ToWide(bundle / Library("Other")));
-    Make(Library("My Pack"));
-    EXPECT_EQ(Find().library, zettesting::ToWide(bundle / Library("My Pack")));
-    EXPECT_EQ(Find().problem, "");
-}
-
-TEST_F(Vst3BundleTest, ABundleForOtherMachinesIsNamed)
-{
-    Make("Contents/some-machine/My Pack.so");
-    EXPECT_EQ(Find().library, L"");
-    EXPECT_NE(Find().problem.find(bundleArchitecture), std::string::npos);
-    Make(Library("One"));
-    Make(Library("Two"));
-    EXPECT_NE(Find().problem, "");
-}
-
-TEST_F(Vst3BundleTest, AFolderWithoutContentsIsNoBundle)
-{
-    std::filesystem::create_directories(bundle);
-    EXPECT_EQ(Find().problem, "a folder that is no bundle");
-}
-
-TEST_F(Vst3BundleTest, TheDescriptionIsFoundInBothPlaces)
-{
-    Make(Library("My Pack"));
-    EXPECT_FALSE(Find().moduleInfo.has_value());
-    Make("Contents/moduleinfo.json");
-    EXPECT_EQ(Find().moduleInfo->FullPath(), zettesting::ToWide(bundle / "Contents" / "moduleinfo.json"));
-    Make("Contents/Resources/moduleinfo.json");
-    EXPECT_EQ(Find().moduleInfo->FullPath(),
-              zettesting::ToWide(bundle / "Contents" / "Resources" / "moduleinfo.json"));
 }
 
 } // namespace

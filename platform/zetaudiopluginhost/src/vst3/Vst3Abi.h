@@ -294,11 +294,4 @@ inline constexpr const char* exitDllName = "ExitDll";
 using InitDllFunction = bool (*)();
 using ExitDllFunction = bool (*)();
 
-/// The folder inside a bundle's Contents that holds the library for this process.
-#ifdef _WIN32
-inline constexpr const char* bundleArchitecture = "x86_64-win";
-#else
-inline constexpr const char* bundleArchitecture = "x86_64-linux";
-#endif
-
 } // namespace zetaudiopluginhost::vst3

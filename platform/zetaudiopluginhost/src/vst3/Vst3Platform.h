@@ -4,9 +4,6 @@
 
 namespace zetaudiopluginhost::vst3 {
 
-/// The extension of the library inside a bundle, with its dot.
-extern const char* const libraryExtension;
-
 /// The module's own start and end, whose names differ between platforms. A module without them is taken as it
 /// is. They throw `PluginThrew`; `EnterModule` gives false when the module refuses.
 bool EnterModule(const LoadedModule& module);

@@ -5,8 +5,6 @@
 
 namespace zetaudiopluginhost::vst3 {
 
-const char* const libraryExtension = ".so";
-
 bool EnterModule(const LoadedModule& module)
 {
     const auto enter = module.Find<ModuleEntryFunction>(moduleEntryName);

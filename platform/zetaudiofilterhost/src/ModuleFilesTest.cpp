@@ -1,0 +1,103 @@
+#include <zetaudiofilterhost/ModuleFiles.h>
+
+#include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zettesting/TemporaryFolder.h>
+
+namespace zetaudiofilterhost {
+
+namespace {
+
+using ::testing::HasSubstr;
+using zettesting::ToWide;
+
+class ModuleFilesTest : public ::testing::Test
+{
+  protected:
+    void Make(const std::filesystem::path& file, const std::string& content = "x") const
+    {
+        std::filesystem::create_directories((bundle / file).parent_path());
+        zettesting::WriteAll(bundle / file, content);
+    }
+    ModuleFiles Find() const { return FindModuleFiles(ToWide(bundle)); }
+    ModuleFileStamp Stamp() const
+    {
+        return GetModuleFileStamp(PluginLocator(TechnologyType::VST3, ToWide(bundle)));
+    }
+    static std::filesystem::path Library(const std::string& stem)
+    {
+        return std::filesystem::path("Contents") / BundleArchitecture() /
+               (stem + std::string(BundleLibraryExtension()));
+    }
+
+    zettesting::TemporaryFolder folder;
+    const std::filesystem::path bundle = folder / "My Pack.vst3";
+};
+
+TEST_F(ModuleFilesTest, TheLibraryHasTheBundlesNameOrIsTheOnlyOne)
+{
+    Make(Library("Other"));
+    EXPECT_EQ(Find().library, ToWide(bundle / Library("Other")));
+    Make(Library("My Pack"));
+    EXPECT_EQ(Find().library, ToWide(bundle / Library("My Pack")));
+    EXPECT_EQ(Find().problem, "");
+}
+
+TEST_F(ModuleFilesTest, ABundleForOtherMachinesIsNamed)
+{
+    Make("Contents/some-machine/My Pack.so");
+    EXPECT_EQ(Find().library, L"");
+    EXPECT_THAT(Find().problem, HasSubstr(std::string(BundleArchitecture())));
+    EXPECT_FALSE(Find().isUnreadable);
+    Make(Library("One"));
+    Make(Library("Two"));
+    EXPECT_NE(Find().problem, "");
+}
+
+TEST_F(ModuleFilesTest, AFolderWithoutContentsIsNoBundle)
+{
+    std::filesystem::create_directories(bundle);
+    EXPECT_EQ(Find().problem, "a folder that is no bundle");
+    EXPECT_FALSE(Find().isUnreadable);
+}
+
+TEST_F(ModuleFilesTest, ASingleFileIsItsOwnLibrary)
+{
+    zettesting::WriteAll(bundle, "x");
+    EXPECT_EQ(Find().library, ToWide(bundle));
+    EXPECT_EQ(Find().problem, "");
+    EXPECT_FALSE(Find().moduleInfo.has_value());
+}
+
+TEST_F(ModuleFilesTest, TheDescriptionIsFoundInBothPlacesWithOrWithoutALibrary)
+{
+    Make("Contents/readme.txt");
+    EXPECT_FALSE(Find().moduleInfo.has_value());
+    Make("Contents/moduleinfo.json");
+    EXPECT_EQ(Find().moduleInfo->FullPath(), ToWide(bundle / "Contents" / "moduleinfo.json"));
+    Make(Library("My Pack"));
+    Make("Contents/Resources/moduleinfo.json");
+    EXPECT_EQ(Find().moduleInfo->FullPath(), ToWide(bundle / "Contents" / "Resources" / "moduleinfo.json"));
+}
+
+TEST_F(ModuleFilesTest, ARenamedBundleHasTheStampOfItsOnlyLibrary)
+{
+    Make(Library("Old Name"), "12345");
+    const ModuleFileStamp before = Stamp();
+    EXPECT_EQ(before.size, 5u);
+    EXPECT_GT(before.time, 0);
+    Make(Library("Old Name"), "an update");
+    EXPECT_NE(Stamp(), before);
+}
+
+TEST_F(ModuleFilesTest, ALibraryThatABundleGetsLaterIsNoticed)
+{
+    Make("Contents/moduleinfo.json");
+    const ModuleFileStamp before = Stamp();
+    Make(Library("My Pack"));
+    EXPECT_NE(Stamp(), before);
+}
+
+} // namespace
+
+} // namespace zetaudiofilterhost
