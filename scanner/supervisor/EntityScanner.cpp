@@ -50,11 +50,13 @@ ScanOutcome NotScanned(const PluginLocator& locator, const std::string& reason)
 
 bool WasLoaded(const ScanOutcome& outcome)
 {
-    return !std::ranges::all_of(
-        outcome.infos, [](const auto& info) { return info->GetStatus() == ModuleStatus::NotAPlugin; });
+    return !std::ranges::all_of(outcome.infos, [](const auto& info) {
+        return info->GetStatus() == ModuleStatus::NotAPlugin || info->GetStatus() == ModuleStatus::Unreadable;
+    });
 }
 
-/// With nothing else in the process: an exception that was caught, and a whole time limit, are answer enough.
+/// With nothing else in the process: what the worker itself says of the plug-in, and a whole time limit, are
+/// answer enough.
 bool MayPassAlone(const WorkerFailure& failure)
 {
     return failure.kind != WorkerFailure::Kind::TookTooLong &&
@@ -126,6 +128,8 @@ void EntityScanner::Begin(const PluginLocator& locator)
     if (requested.has_value())
         worker.reset();
     log->BeginEntity(locator);
+    // Before it is loaded: a file that changes meanwhile is another build.
+    stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
     try {
         EnsureWorker();
         RequestEntity(locator);
@@ -161,7 +165,7 @@ ScanOutcome EntityScanner::ScanInWorkers(const PluginLocator& locator)
     if (const auto* failure = std::get_if<WorkerFailure>(&attempt)) {
         const std::string reason = DescribeFailure(*failure, log->LastLine());
         log->Note(zetcore::string::UTF16to8(locator.ToString()) + " " + reason + ".");
-        throw PluginFailed(locator, reason);
+        throw PluginFailed(locator, {reason, 0, stamp, failure->couldNotLoad});
     }
     return std::get<ScanOutcome>(std::move(attempt));
 }
@@ -189,7 +193,7 @@ EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, con
                                      "; tried alone, it passed; tried once more, it " +
                                      DescribeFailure(*failure, log->LastLine());
         log->Note(name + " " + outcomes + ".");
-        throw PluginFailed(locator, outcomes);
+        throw PluginFailed(locator, {outcomes, 0, stamp, false});
     }
     zetcore::debug::TraceLine(2, traceCategory,
                               name + " " + reason +
@@ -363,7 +367,8 @@ std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLoca
         ScanOutcome outcome = ReadOutcome(answer, locator);
         if (!outcome.misbehaved)
             return outcome;
-        failure = {WorkerFailure::Kind::Misbehaved, 0, outcome.phase, outcome.reason, {}};
+        failure = {
+            WorkerFailure::Kind::Misbehaved, 0, outcome.phase, outcome.reason, {}, outcome.couldNotLoad};
     } catch (const std::exception& error) {
         failure.text = error.what();
     }

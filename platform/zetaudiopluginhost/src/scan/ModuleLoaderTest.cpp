@@ -4,10 +4,14 @@
 #include <clocale>
 #include <csignal>
 #include <filesystem>
+#include <optional>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
+#include <zettesting/Environment.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/TestPlugins.h>
 
@@ -192,7 +196,8 @@ TEST_F(ModuleLoaderTest, OnePluginOfAShellCanBeScannedAlone)
     EXPECT_EQ(Only(loader.Scan(PluginLocator(TechnologyType::VST, path, L"1366447212"))).GetName(),
               L"Quarry Tilt");
     const ScanOutcome gone = loader.Scan(PluginLocator(TechnologyType::VST, path, L"1"));
-    EXPECT_EQ(Only(gone).GetStatus(), ModuleStatus::Failed);
+    EXPECT_EQ(Only(gone).GetStatus(), ModuleStatus::NotAPlugin);
+    EXPECT_THAT(Only(gone).GetReason(), HasSubstr("does not have this plug-in"));
     EXPECT_EQ(Only(gone).GetLocator().GetSubcomponent(), L"1");
 }
 
@@ -233,6 +238,11 @@ TEST_F(ModuleLoaderTest, FilesThatCannotBePluginsAreNeverLoaded)
     ExpectStatus(TestPlugin("bad/no_entry_point"), ModuleStatus::NotAPlugin, "no plug-in entry point");
     ExpectStatus(folder / "missing.so", ModuleStatus::NotAPlugin, "does not exist");
     ExpectStatus(folder.Path(), ModuleStatus::NotAPlugin, "a folder");
+    if (ModuleSuffix() == ".so") {
+        std::filesystem::create_symlink("two.so", folder / "one.so");
+        std::filesystem::create_symlink("one.so", folder / "two.so");
+        ExpectStatus(folder / "one.so", ModuleStatus::NotAPlugin, "a link that leads nowhere");
+    }
     std::filesystem::create_directories(folder / "empty.vst3" / "Contents");
     ExpectStatus(folder / "empty.vst3", ModuleStatus::NotAPlugin, "without a library");
 }
@@ -256,12 +266,84 @@ TEST_F(ModuleLoaderTest, ATechnologyThatIsNotThereIsNoPlugin)
     EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin);
 }
 
-TEST_F(ModuleLoaderTest, PluginsThatGiveNothingHaveFailedAndAreNotBanned)
+struct Unusable
 {
-    ExpectStatus(zettesting::TestPlugin("bad/returns_null"), ModuleStatus::Failed, "returned nothing");
-    ExpectStatus(zettesting::TestPlugin("bad/wrong_magic"), ModuleStatus::Failed, "no VST plug-in");
-    ExpectStatus(zettesting::TestPlugin("bad/endless_shell"), ModuleStatus::Failed, "never ends its list");
-    ExpectStatus(zettesting::TestPlugin("bad/vst3_null_factory"), ModuleStatus::Failed, "returned nothing");
+    const char* plugin;
+    const char* reason;
+    ScanPhase phase;
+};
+
+TEST_F(ModuleLoaderTest, PluginsThatCannotBeUsedMisbehaveAndSayWhy)
+{
+    const std::vector<Unusable> unusable = {
+        {"bad/returns_null", "its entry function returned nothing", ScanPhase::Entry},
+        {"bad/wrong_magic", "its entry function returned something that is no VST plug-in", ScanPhase::Entry},
+        {"bad/endless_shell", "it is a shell that never ends its list of plug-ins", ScanPhase::Close},
+        {"bad/empty_shell", "it is a shell without plug-ins", ScanPhase::Close},
+        {"bad/vst3_null_factory", "its entry function returned nothing", ScanPhase::Close},
+        {"bad/vst3_without_classes", "it has no audio module class", ScanPhase::Close},
+    };
+    for (const Unusable& each : unusable) {
+        phases.clear();
+        const ScanOutcome outcome = Scan(each.plugin);
+        EXPECT_TRUE(outcome.misbehaved) << each.plugin;
+        EXPECT_FALSE(outcome.couldNotLoad) << each.plugin;
+        EXPECT_EQ(outcome.reason, each.reason);
+        EXPECT_EQ(outcome.phase, each.phase) << each.plugin;
+        EXPECT_THAT(outcome.infos, IsEmpty()) << each.plugin;
+        EXPECT_GT(outcome.stamp.size, 0u) << each.plugin;
+        EXPECT_THAT(phases, Contains(ScanPhase::Unload)) << each.plugin;
+    }
+}
+
+TEST_F(ModuleLoaderTest, APluginThatTheSystemDoesNotLoadMisbehavesWithTheSystemsReason)
+{
+    const ScanOutcome outcome = Scan("bad/missing_library");
+    EXPECT_TRUE(outcome.misbehaved);
+    EXPECT_TRUE(outcome.couldNotLoad);
+    EXPECT_THAT(outcome.reason, StartsWith("could not be loaded: "));
+    EXPECT_EQ(outcome.phase, ScanPhase::Load);
+    EXPECT_THAT(phases, ElementsAre(ScanPhase::Load));
+    EXPECT_EQ(outcome.stamp, zetaudiofilterhost::GetModuleFileStamp(
+                                 LocatorOf(zettesting::TestPlugin("bad/missing_library"))));
+}
+
+/// What a file that may not be read is to the administrator, who may read all.
+class UnreadableModuleTest : public ModuleLoaderTest
+{
+  protected:
+    ~UnreadableModuleTest() override
+    {
+        fault.reset();
+        zetcore::debug::ResetFaults();
+    }
+    void RefuseToRead(const std::string& title)
+    {
+        fault.emplace("ZET_FAULT", "read." + title + ":1:denied");
+        zetcore::debug::ResetFaults();
+    }
+
+    std::optional<zettesting::ScopedEnvironment> fault;
+};
+
+TEST_F(UnreadableModuleTest, IsNotCalledNoPlugin)
+{
+    const std::filesystem::path effect =
+        zettesting::CopyTestPlugin("good/vst2_effect", folder.Path(), "secret");
+    RefuseToRead(effect.filename().string());
+    const ScanOutcome outcome = Scan(effect);
+    EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::Unreadable);
+    EXPECT_THAT(Only(outcome).GetReason(), AllOf(HasSubstr("secret"), HasSubstr("ermission denied")));
+    EXPECT_THAT(phases, IsEmpty());
+}
+
+TEST_F(UnreadableModuleTest, MayBeTheLibraryInABundle)
+{
+    const std::filesystem::path bundle =
+        zettesting::CopyTestPlugin("good/vst3_without_moduleinfo", folder.Path(), "secret");
+    RefuseToRead("secret" + std::string(zettesting::BundleLibrarySuffix()));
+    EXPECT_EQ(Only(Scan(bundle)).GetStatus(), ModuleStatus::Unreadable);
+    EXPECT_THAT(phases, IsEmpty());
 }
 
 TEST_F(ModuleLoaderTest, NamesWithoutTerminatorAndInBadEncodingAreShown)

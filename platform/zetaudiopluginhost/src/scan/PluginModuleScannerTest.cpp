@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/filesupport/Dir.h>
@@ -229,6 +230,81 @@ TEST_F(PluginModuleScannerTest, AMisbehavingPluginIsBannedWithItsReason)
     ASSERT_TRUE(saved.LoadConfiguration(
         File(zetcore::filesupport::Dir::PrefDir(), BannedPluginManager::GetSettingsFileName())));
     EXPECT_TRUE(saved.IsBanned(bad));
+}
+
+TEST_F(PluginModuleScannerTest, APluginThatCannotBeUsedIsBannedWithItsReasonAndItsBuild)
+{
+    const PluginLocator null = Vst2("bad/returns_null");
+    const PluginLocator lacking = Vst2("bad/missing_library");
+    PluginModuleScanner scanner({null, lacking}, false, true, false);
+    scanner.BeginScan();
+    RunAll(scanner);
+    const auto ofNull = BannedPluginManager::GetInstance()->GetBanInfo(null);
+    ASSERT_TRUE(ofNull);
+    EXPECT_THAT(ofNull->reason, HasSubstr("returned nothing"));
+    EXPECT_EQ(ofNull->stamp, zetaudiofilterhost::GetModuleFileStamp(null));
+    EXPECT_FALSE(ofNull->couldNotLoad);
+    const auto ofLacking = BannedPluginManager::GetInstance()->GetBanInfo(lacking);
+    ASSERT_TRUE(ofLacking);
+    EXPECT_THAT(ofLacking->reason, HasSubstr("could not be loaded"));
+    EXPECT_TRUE(ofLacking->couldNotLoad);
+    EXPECT_EQ(registry.RecordCount(), 0u);
+}
+
+TEST_F(PluginModuleScannerTest, ABanOfAnotherBuildIsTriedAgainAndEndsWhenThePluginPasses)
+{
+    const PluginLocator good = Vst2("good/vst2_effect");
+    const PluginLocator bad = Vst2("bad/throws_exception");
+    BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    for (const PluginLocator& locator : {good, bad})
+        banned.AddBannedPlugin(locator, BanInfo{"an older build crashed", 1, {1, 2}, false});
+    PluginModuleScanner scanner({good, bad}, false, true, false);
+    scanner.BeginScan();
+    EXPECT_TRUE(scanner.WillLoadCurrent());
+    EXPECT_THAT(RunAll(scanner), ElementsAre(good, bad));
+    EXPECT_FALSE(banned.IsBanned(good));
+    ASSERT_NE(registry.Find(good), nullptr);
+    ASSERT_TRUE(banned.IsBanned(bad));
+    EXPECT_THAT(banned.GetBanInfo(bad)->reason, HasSubstr("gave up"));
+    EXPECT_EQ(banned.GetBanInfo(bad)->stamp, zetaudiofilterhost::GetModuleFileStamp(bad));
+    EXPECT_FALSE(banned.IsDueAgain(bad));
+}
+
+TEST_F(PluginModuleScannerTest, OneThatCouldNotBeLoadedIsTriedByEveryScan)
+{
+    const PluginLocator good = Vst2("good/vst2_effect");
+    BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    banned.AddBannedPlugin(good, BanInfo{"could not be loaded: a library is missing", 1,
+                                         zetaudiofilterhost::GetModuleFileStamp(good), true});
+    PluginModuleScanner scanner({good}, false, true, false);
+    scanner.BeginScan();
+    RunAll(scanner);
+    EXPECT_FALSE(banned.IsBanned(good));
+    EXPECT_NE(registry.Find(good), nullptr);
+}
+
+TEST_F(PluginModuleScannerTest, ABanOfTheBuildThatIsThereStays)
+{
+    const PluginLocator good = Vst2("good/vst2_effect");
+    BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    banned.AddBannedPlugin(good, BanInfo{"crashed", 1, zetaudiofilterhost::GetModuleFileStamp(good), false});
+    PluginModuleScanner scanner({good}, false, true, false);
+    scanner.BeginScan();
+    EXPECT_FALSE(scanner.WillLoadCurrent());
+    RunAll(scanner);
+    EXPECT_TRUE(banned.IsBanned(good));
+    EXPECT_EQ(registry.Find(good), nullptr);
+}
+
+TEST_F(PluginModuleScannerTest, ARecordKnowsWhetherItsPluginWasAskedForAlone)
+{
+    PluginModuleScanner scanner({third, first}, false, true, true);
+    scanner.SetEntityScan(Recording());
+    scanner.BeginScan();
+    scanner.ContinueScan();
+    EXPECT_TRUE(scanner.LastOutcome().infos.at(0)->IsScannedAlone());
+    scanner.ContinueScan();
+    EXPECT_FALSE(scanner.LastOutcome().infos.at(0)->IsScannedAlone());
 }
 
 TEST_F(PluginModuleScannerTest, ABannedListThatCannotBeSavedDoesNotStopTheScan)
