@@ -61,7 +61,7 @@ struct NamedField
     InfoField set;
 };
 /// In the order in which they are written, so that the search for each one begins where it is.
-constexpr std::array<NamedField, 14> fields{{
+constexpr std::array<NamedField, 15> fields{{
     {"name", [](auto& info, auto&, auto&, auto& value) { info.SetName(UTF8to16(value.value())); }},
     {"product", [](auto& info, auto&, auto&, auto& value) { info.SetProduct(UTF8to16(value.value())); }},
     {"vendor", [](auto& info, auto&, auto&, auto& value) { info.SetVendor(UTF8to16(value.value())); }},
@@ -79,6 +79,7 @@ constexpr std::array<NamedField, 14> fields{{
     {"synth", [](auto& info, auto&, auto&, auto& value) { info.SetHasAnySynth(ParseBoolean(value)); }},
     {"status", [](auto& info, auto&, auto&, auto& value) { info.SetStatus(ParseStatus(value)); }},
     {"reason", [](auto& info, auto&, auto&, auto& value) { info.SetReason(value.value()); }},
+    {"alone", [](auto& info, auto&, auto&, auto& value) { info.SetScannedAlone(ParseBoolean(value)); }},
 }};
 
 /// The field's index, searched from `from` on and around; `fields.size()` when it is unknown.

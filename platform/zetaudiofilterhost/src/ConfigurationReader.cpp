@@ -168,6 +168,8 @@ Configuration Reader::ReadWhole()
         bool understood = false;
         if (kind == "module") {
             understood = Try(child, [&] { configuration.modules.push_back(ReadModule(child)); });
+        } else if (kind == "aside") {
+            understood = Try(child, [&] { configuration.asides.push_back(ReadModule(child)); });
         } else if (kind == "choice") {
             understood = Try(child, [&] { configuration.choices.push_back(ReadChoice(child)); });
         } else if (kind == "technology") {
@@ -189,10 +191,10 @@ std::vector<RegistryChange> Reader::ReadChangeList()
     for (const pugi::xml_node& child : root.children()) {
         const std::string_view kind = child.name();
         Try(child, [&] {
-            if (kind == "module") {
+            if (kind == "module" || kind == "aside") {
                 InfoPtr info = ReadModule(child);
                 const PluginLocator locator = info->GetLocator();
-                changes.push_back({locator, std::move(info), std::nullopt});
+                changes.push_back({locator, std::move(info), std::nullopt, kind == "aside"});
             } else if (kind == "choice") {
                 changes.push_back(ReadChoice(child));
             } else if (kind == "removed") {

@@ -39,16 +39,19 @@ struct TechnologyFolders
     Unknown unknown;
 };
 
-/// One locator's state: a record, or a choice to remember, or (neither) nothing any more.
+/// One locator's state: a record, in the registry or aside, or a choice to remember, or (neither) nothing any
+/// more. A record that was put aside by its own locator, not with its whole module, is marked as scanned
+/// alone.
 struct RegistryChange
 {
     PluginLocator locator;
     InfoPtr info;
     std::optional<RememberedChoice> choice;
+    bool isAside = false;
 };
 
 /// The version of the format that this code writes.
-inline constexpr std::string_view configurationVersion = "1.0";
+inline constexpr std::string_view configurationVersion = "1.1";
 
 struct Configuration
 {
@@ -56,6 +59,7 @@ struct Configuration
     std::string version{configurationVersion};
     std::vector<TechnologyFolders> technologies;
     std::vector<InfoPtr> modules;
+    std::vector<InfoPtr> asides;
     std::vector<RegistryChange> choices;
     Unknown unknown;
 };

@@ -10,8 +10,8 @@ namespace zetaudiofilterhost {
 namespace {
 
 /// In the order of `ModuleStatus`.
-constexpr std::array<std::string_view, 5> statusWords{"working", "failed", "notaplugin", "skipped",
-                                                      "unscanned"};
+constexpr std::array<std::string_view, 6> statusWords{"working", "failed",    "notaplugin",
+                                                      "skipped", "unscanned", "unreadable"};
 
 constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
@@ -60,9 +60,10 @@ void CloseElement(std::string& xml, std::string_view name, const Unknown& unknow
     xml += ">\n";
 }
 
-void AppendModule(std::string& xml, const PluginModuleInfo& info)
+void AppendModule(std::string& xml, const PluginModuleInfo& info, std::string_view element = "module")
 {
-    xml += "  <module";
+    xml += "  <";
+    xml += element;
     AppendLocator(xml, info.GetLocator());
     AppendText(xml, "name", info.GetName());
     AppendText(xml, "product", info.GetProduct());
@@ -82,13 +83,15 @@ void AppendModule(std::string& xml, const PluginModuleInfo& info)
     AppendXmlAttribute(xml, "status", StatusWord(info.GetStatus()));
     if (!info.GetReason().empty())
         AppendXmlAttribute(xml, "reason", std::string_view(info.GetReason()));
-    CloseElement(xml, "module", info.GetUnknown());
+    if (info.IsScannedAlone())
+        AppendXmlBoolean(xml, "alone", true);
+    CloseElement(xml, element, info.GetUnknown());
 }
 
 void AppendChange(std::string& xml, const RegistryChange& change)
 {
     if (change.info) {
-        AppendModule(xml, *change.info);
+        AppendModule(xml, *change.info, change.isAside ? "aside" : "module");
         return;
     }
     xml += change.choice ? "  <choice" : "  <removed";
@@ -144,6 +147,8 @@ std::string WriteConfiguration(const Configuration& configuration)
         AppendTechnology(xml, technology);
     for (const InfoPtr& info : configuration.modules)
         AppendModule(xml, *info);
+    for (const InfoPtr& info : configuration.asides)
+        AppendModule(xml, *info, "aside");
     for (const RegistryChange& choice : configuration.choices)
         AppendChange(xml, choice);
     if (!configuration.unknown.children.empty()) {

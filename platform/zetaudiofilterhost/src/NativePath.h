@@ -12,6 +12,9 @@ std::wstring FromNativePath(const std::filesystem::path& path);
 
 /// True for an entry that leads elsewhere: a symbolic link, a junction.
 bool IsLink(const std::filesystem::directory_entry& entry);
+/// Something is there that may not be looked at, or cannot be; an error that says that there is nothing, or
+/// that its drive is away, is an ordinary answer.
+bool IsRefusal(const std::error_code& error);
 /// The path with every link followed; empty, and the error set, when it leads nowhere.
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error);
 

@@ -20,6 +20,12 @@ bool IsLink(const std::filesystem::directory_entry& entry)
     return entry.is_symlink(ignored);
 }
 
+bool IsRefusal(const std::error_code& error)
+{
+    return error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory &&
+           error != std::errc::too_many_symbolic_link_levels;
+}
+
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
 {
     return std::filesystem::canonical(path, error);

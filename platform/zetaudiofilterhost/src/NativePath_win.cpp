@@ -38,6 +38,27 @@ bool IsLink(const std::filesystem::directory_entry& entry)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
+bool IsRefusal(const std::error_code& error)
+{
+    // The standard library's own functions give numbers of the C library, ours the system's.
+    if (error.category() == std::generic_category())
+        return error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory;
+    switch (error.value()) {
+    case ERROR_SUCCESS:
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_NOT_READY:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_INVALID_NAME:
+    case ERROR_CANT_RESOLVE_FILENAME:
+        return false;
+    default:
+        return true;
+    }
+}
+
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
 {
     // The standard library's canonical does not follow junctions here.

@@ -35,11 +35,21 @@ void PluginFileSearch::AddPlugin(Place plugin)
         found.push_back({FromNativePath(plugin.path), std::move(plugin.resolved)});
 }
 
+void PluginFileSearch::NoteUnreadable(const fs::path& path, const std::error_code& error)
+{
+    TracePassedOver(path, error);
+    unreadable.push_back({FromNativePath(path), error.message()});
+}
+
 bool PluginFileSearch::SearchFolder(const std::wstring& folder)
 {
     std::error_code error;
     Place root{ToNativePath(folder), {}};
     root.resolved = ResolvedPath(root.path, error);
+    if (IsRefusal(error)) {
+        NoteUnreadable(root.path, error);
+        return false;
+    }
     if (error) {
         zetcore::debug::TraceLine(5, "PluginRegistry",
                                   zetcore::string::UTF16to8(folder) + ": cannot be reached, " +
@@ -51,6 +61,8 @@ bool PluginFileSearch::SearchFolder(const std::wstring& folder)
         return true;
     }
     std::vector<Place> toSearch;
+    if (unreadableResolved.contains(root.resolved.native()))
+        return false;
     if (!reached.contains(root.resolved.native()) && !ReadFolder(root, toSearch))
         return false;
     while (!toSearch.empty()) {
@@ -71,8 +83,12 @@ bool PluginFileSearch::ReadFolder(const Place& folder, std::vector<Place>& toSea
     for (fs::directory_iterator entry(folder.path, error), end; !error && entry != end;
          entry.increment(error))
         Classify(*entry, folder, plugins, folders);
-    if (error)
+    if (IsRefusal(error))
+        NoteUnreadable(folder.path, error);
+    else if (error)
         TracePassedOver(folder.path, error);
+    if (error)
+        unreadableResolved.insert(folder.resolved.native());
     const auto byPath = [](const Place& left, const Place& right) {
         return left.path.native() < right.path.native();
     };
@@ -85,7 +101,7 @@ bool PluginFileSearch::ReadFolder(const Place& folder, std::vector<Place>& toSea
 }
 
 void PluginFileSearch::Classify(const fs::directory_entry& entry, const Place& folder,
-                                std::vector<Place>& plugins, std::vector<Place>& folders) const
+                                std::vector<Place>& plugins, std::vector<Place>& folders)
 {
     std::error_code error;
     const bool isFolder = entry.is_directory(error);
@@ -93,7 +109,9 @@ void PluginFileSearch::Classify(const fs::directory_entry& entry, const Place& f
     const bool isPlugin = isPluginName && (isFolder ? IsBundle(entry.path()) : entry.is_regular_file(error));
     const bool isSearched = isFolder && !IsBundle(entry.path());
     if (!isPlugin && !isSearched) {
-        if (error && isPluginName)
+        if (IsRefusal(error) && IsLink(entry))
+            NoteUnreadable(entry.path(), error);
+        else if (error && isPluginName)
             TracePassedOver(entry.path(), error);
         return;
     }

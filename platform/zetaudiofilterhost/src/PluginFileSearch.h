@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
 namespace zetaudiofilterhost {
 
@@ -27,6 +28,8 @@ class PluginFileSearch
 
     /// False when the folder cannot be reached or read. Folders inside it that cannot be are traced.
     bool SearchFolder(const std::wstring& folder);
+    /// Folders that are there, the given ones or inside them, and could not be read.
+    const std::vector<UnreadableFolder>& Unreadable() const noexcept { return unreadable; }
     /// In the order of finding: the given folders' order; in each folder, by name, its files before its
     /// folders.
     const std::vector<FoundPlugin>& Found() const noexcept { return found; }
@@ -41,10 +44,14 @@ class PluginFileSearch
     /// Appends the folder's subfolders in reverse order. False when it cannot be read.
     bool ReadFolder(const Place& folder, std::vector<Place>& toSearch);
     void Classify(const std::filesystem::directory_entry& entry, const Place& folder,
-                  std::vector<Place>& plugins, std::vector<Place>& folders) const;
+                  std::vector<Place>& plugins, std::vector<Place>& folders);
 
     TechnologyType type;
+    void NoteUnreadable(const std::filesystem::path& path, const std::error_code& error);
+
     std::unordered_set<std::filesystem::path::string_type> reached;
+    std::unordered_set<std::filesystem::path::string_type> unreadableResolved;
+    std::vector<UnreadableFolder> unreadable;
     std::vector<FoundPlugin> found;
 };
 

@@ -76,15 +76,26 @@ void PluginModuleInfoManager::ResetToDefaultFolders()
 
 void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocator>& locators)
 {
+    const std::vector<PluginLocator> endedBans = state->BansEndedByRemoving(locators);
     for (const PluginLocator& locator : locators) {
-        if (locator.GetSubcomponent().empty())
-            state->ForgetModule(locator);
+        const bool isModule = locator.GetSubcomponent().empty();
+        if (!state->vanished.contains(locator))
+            isModule ? state->SetModuleAside(locator) : state->SetAside(locator);
         else
-            state->Forget(locator);
+            isModule ? state->ForgetModule(locator) : state->Forget(locator);
     }
-    const std::lock_guard lock(state->mutex);
-    for (const PluginLocator& locator : locators)
-        state->everBanned.erase(locator);
+    state->vanished.clear();
+    {
+        const std::lock_guard lock(state->mutex);
+        for (const PluginLocator& locator : locators)
+            state->everBanned.erase(locator);
+    }
+    state->TellEnded(endedBans);
+}
+
+std::vector<PluginLocator> PluginModuleInfoManager::PutBackUnreached()
+{
+    return state->PutBack();
 }
 
 void PluginModuleInfoManager::AddModule(InfoPtr info)
@@ -93,11 +104,17 @@ void PluginModuleInfoManager::AddModule(InfoPtr info)
         zetcore::debug::TraceLine(1, "PluginRegistry", "a record without technology or path is not added");
         return;
     }
+    std::vector<PluginLocator> endedBans;
+    if (state->incremental)
+        endedBans = state->BansEndedBy({info});
     state->GiveChoice(*info);
+    if (!info->IsScannedAlone())
+        state->DropAsidesFor(info->GetLocator());
     state->Put(info);
     // A scan in this process: the next save comes only when the next plug-in has been marked as being loaded.
     if (state->incremental)
         state->KeepFindings();
+    state->TellEnded(endedBans);
 }
 
 void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool withFolders)
@@ -106,25 +123,23 @@ void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool
     if (withFolders) {
         for (const InfoPtr& info : configuration.modules)
             state->Put(info);
+        for (const InfoPtr& aside : configuration.asides)
+            if (!state->records.contains(aside->GetLocator()))
+                state->PutAside(aside);
         for (const RegistryChange& choice : configuration.choices)
-            if (!state->records.contains(choice.locator))
+            if (!state->records.contains(choice.locator) && !state->asides.contains(choice.locator))
                 state->Apply(choice);
         state->TakeFolders(configuration.technologies);
         return;
     }
-    // A scan speaks for the whole of each module that it mentions.
-    std::set<PluginLocator> given;
-    for (const InfoPtr& info : configuration.modules)
-        given.insert(info->GetLocator());
-    for (const PluginLocator& locator : given)
-        for (const InfoPtr& old : state->FindModule(locator))
-            if (!given.contains(old->GetLocator()))
-                state->Forget(old->GetLocator());
+    const std::vector<PluginLocator> endedBans = state->BansEndedBy(configuration.modules);
+    state->ForgetWhatResultsReplace(configuration.modules);
     for (const InfoPtr& info : configuration.modules) {
         state->GiveChoice(*info);
         state->Put(info);
     }
     state->KeepFindings();
+    state->TellEnded(endedBans);
 }
 
 std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoPtr>& infos)
@@ -134,6 +149,16 @@ std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoP
         if (info && !info->GetLocator().ToString().empty())
             configuration.modules.push_back(info);
     return WriteConfiguration(configuration);
+}
+
+std::string PluginModuleInfoManager::ToText() const
+{
+    return WriteConfiguration(state->MakeConfiguration(true));
+}
+
+void PluginModuleInfoManager::LoadText(const std::string& utf8Text)
+{
+    state->UndoTo(ReadConfiguration(utf8Text, "plug-in configuration"));
 }
 
 std::string PluginModuleInfoManager::GetLoadError() const
@@ -152,19 +177,12 @@ PluginModuleInfoManager::GetPluginInfosChangedSignal() noexcept
     return state->infosChanged;
 }
 
-void PluginModuleInfoManager::SetBannedLocators(std::vector<PluginLocator> locators)
-{
-    const std::lock_guard lock(state->mutex);
-    state->everBanned.insert(locators.begin(), locators.end());
-    state->banned = {locators.begin(), locators.end()};
-    state->iterationStale = true;
-}
-
 void PluginModuleInfoManager::Reset()
 {
     state->Clear();
     state->damagedPath.clear();
     state->known.reset();
+    state->unreadableFolders.clear();
     state->incremental = false;
     for (const State::Technology& technology : state->technologies)
         technology.technology->SetPluginDirectories({});

@@ -200,10 +200,10 @@ TEST_F(PluginModuleInfoManagerTest, BanningHidesARecordAndUnbanningShowsItWithIt
     Add(Vst(L"/a.so"), L"A", false);
     Add(Vst(L"/shell.so", L"1"), L"One");
     Add(Vst(L"/shell.so", L"2"), L"Two");
-    registry.SetBannedLocators({Vst(L"/a.so"), Vst(L"/shell.so", L"2")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/a.so")}, BannedModule{Vst(L"/shell.so", L"2")}});
     EXPECT_THAT(Shown(registry), ElementsAre(L"One"));
     EXPECT_EQ(registry.RecordCount(), 3u);
-    registry.SetBannedLocators({Vst(L"/shell.so")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/shell.so")}});
     EXPECT_THAT(Shown(registry), ElementsAre(L"A"));
     EXPECT_FALSE((*registry.PluginInfoBegin())->IsEnabled());
     registry.SetBannedLocators({});
@@ -216,7 +216,7 @@ TEST_F(PluginModuleInfoManagerTest, BansMayComeFromOtherThreads)
         Add(Vst(L"/" + std::to_wstring(index) + L".so"), L"P");
     std::thread banning([this] {
         for (int round = 0; round < 200; ++round)
-            registry.SetBannedLocators({Vst(L"/" + std::to_wstring(round % 50) + L".so")});
+            registry.SetBannedLocators({BannedModule{Vst(L"/" + std::to_wstring(round % 50) + L".so")}});
     });
     std::vector<PluginLocator> vanished;
     for (int round = 0; round < 50; ++round) {
@@ -240,7 +240,7 @@ TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
 {
     Add(Vst(L"/a.so"), L"A", false);
     registry.ResetToDefaultFolders();
-    registry.SetBannedLocators({Vst(L"/a.so")});
+    registry.SetBannedLocators({BannedModule{Vst(L"/a.so")}});
     registry.Reset();
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), IsEmpty());

@@ -83,6 +83,8 @@ Configuration PluginModuleInfoManager::State::MakeConfiguration(bool withModules
     configuration.modules.reserve(records.size());
     for (const auto& [locator, record] : records)
         configuration.modules.push_back(record.info);
+    for (const auto& [locator, info] : asides)
+        configuration.asides.push_back(info);
     for (const auto& [locator, choice] : choices)
         configuration.choices.push_back({locator, nullptr, choice});
     return configuration;
@@ -103,20 +105,17 @@ void PluginModuleInfoManager::State::NoteSaved()
         if (const auto record = records.find(locator); record != records.end())
             record->second.savedEnabled = record->second.info->IsEnabled();
     changed.clear();
+    putBack.clear();
     savedEnabledChanges = enabledChanges->load(std::memory_order_relaxed);
 }
 
 void PluginModuleInfoManager::State::SaveChanges()
 {
+    DropBannedAsides();
     NoteFlippedRecords();
     std::vector<RegistryChange> changes;
-    for (const PluginLocator& locator : changed) {
-        RegistryChange& change = changes.emplace_back(RegistryChange{locator, nullptr, std::nullopt});
-        if (const auto record = records.find(locator); record != records.end())
-            change.info = record->second.info;
-        else if (const auto choice = choices.find(locator); choice != choices.end())
-            change.choice = choice->second;
-    }
+    for (const PluginLocator& locator : changed)
+        changes.push_back(StateOf(locator));
     if (!changes.empty()) {
         journal.Append(WriteChanges(changes));
         known->journalSize = journal.Size();
@@ -147,10 +146,18 @@ void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModule
             FileUtils::KeepAside(file);
         damagedPath.clear();
     }
-    if (withModules)
+    Configuration configuration;
+    if (withModules) {
         TakeInWhatOthersSaved(file);
+        DropBannedAsides();
+        configuration = MakeConfiguration(true);
+        for (const auto& [locator, info] : othersAsides)
+            configuration.asides.push_back(info);
+    } else {
+        configuration = MakeConfiguration(false);
+    }
     journal.End();
-    const std::string text = WriteConfiguration(MakeConfiguration(withModules));
+    const std::string text = WriteConfiguration(configuration);
     ConfigurationJournal::PrepareForWholeSave(file, text);
     FileUtils::ReplaceContent(file.FullPath(), text, zetcore::filesupport::Durability::PowerCut);
     DeleteOldJournal(file);

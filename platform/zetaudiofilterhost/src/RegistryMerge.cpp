@@ -17,7 +17,9 @@ namespace {
 
 std::string TextOf(const InfoPtr& info)
 {
-    return WriteChanges({RegistryChange{info->GetLocator(), info, std::nullopt}});
+    const auto record = std::make_shared<PluginModuleInfo>(*info);
+    record->SetScannedAlone(false);
+    return WriteChanges({RegistryChange{info->GetLocator(), record, std::nullopt}});
 }
 
 } // namespace
@@ -55,6 +57,7 @@ void PluginModuleInfoManager::State::TakeInWhatOthersSaved(const File& file)
                                   ": another program has saved it, what it found is taken in");
     NoteFlippedRecords();
     TakeRecordsOf(theirs);
+    TakeAsidesOf(theirs);
     // Whoever listens to changed folders is called with the file's lock held. It cannot deadlock: nobody
     // waits for that lock for longer than a few seconds, and a save from there would then be made without it.
     TakeFoldersOf(theirs);
@@ -63,13 +66,18 @@ void PluginModuleInfoManager::State::TakeInWhatOthersSaved(const File& file)
 void PluginModuleInfoManager::State::TakeRecordsOf(const State& theirs)
 {
     for (const auto& [locator, record] : theirs.records) {
-        if (changed.contains(locator))
+        if (changed.contains(locator) && !putBack.contains(locator))
             continue;
         const auto ours = records.find(locator);
         if (ours != records.end() && TextOf(ours->second.info) == TextOf(record.info))
             continue;
+        // It has put back, or never removed, what is being scanned here: that is no result.
+        const auto aside = asides.find(locator);
+        if (aside != asides.end() && TextOf(aside->second) == TextOf(record.info))
+            continue;
         record.info->CountEnabledChangesIn(enabledChanges);
         choices.erase(locator);
+        asides.erase(locator);
         records.insert_or_assign(locator, Record{record.info, record.info->IsEnabled()});
     }
     for (const auto& [locator, choice] : theirs.choices)
@@ -77,6 +85,17 @@ void PluginModuleInfoManager::State::TakeRecordsOf(const State& theirs)
             choices.insert_or_assign(locator, choice);
     const std::lock_guard lock(mutex);
     iterationStale = true;
+}
+
+// A scan of theirs has them aside, or one that was killed; whoever loads the file next puts them back.
+void PluginModuleInfoManager::State::TakeAsidesOf(const State& theirs)
+{
+    othersAsides.clear();
+    const std::lock_guard lock(mutex);
+    for (const auto& [locator, info] : theirs.asides)
+        if (!changed.contains(locator) && !records.contains(locator) && !asides.contains(locator) &&
+            !IsBannedLocked(locator))
+            othersAsides.emplace(locator, info);
 }
 
 // Folders that only they have changed are theirs; where both have, theirs are added to ours.

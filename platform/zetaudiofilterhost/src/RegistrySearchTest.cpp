@@ -113,14 +113,17 @@ TEST_F(RegistrySearchTest, AFileThatIsGoneHasVanished)
     EXPECT_EQ(registry.RecordCount(), 1u);
 }
 
-TEST_F(RegistrySearchTest, AShellThatIsGoneVanishesAsOneModule)
+TEST_F(RegistrySearchTest, AShellThatIsGoneVanishesAsAModuleAndWithEachSubComponent)
 {
-    AddScanned({TechnologyType::VST3, At("shell.vst3").GetPath(), L"1"});
-    AddScanned({TechnologyType::VST3, At("shell.vst3").GetPath(), L"2"});
+    const PluginLocator one(TechnologyType::VST3, At("shell.vst3").GetPath(), L"1");
+    const PluginLocator two(TechnologyType::VST3, At("shell.vst3").GetPath(), L"2");
+    AddScanned(one);
+    AddScanned(two);
     Collect(true);
-    EXPECT_THAT(vanished, ElementsAre(At("shell.vst3")));
+    EXPECT_THAT(vanished, ElementsAre(At("shell.vst3"), one, two));
     registry.RemovePluginLocators(vanished);
     EXPECT_EQ(registry.RecordCount(), 0u);
+    EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
 }
 
 TEST_F(RegistrySearchTest, AFileInNoRegisteredFolderAnyMoreHasVanished)
@@ -175,7 +178,8 @@ TEST_F(RegistrySearchTest, BannedPluginsAreLeftOut)
 {
     const auto banned = MakeFile("banned.vst3");
     const auto partly = MakeFile("partly.vst3");
-    registry.SetBannedLocators({banned, {TechnologyType::VST3, partly.GetPath(), L"sub"}});
+    registry.SetBannedLocators(
+        {BannedModule{banned}, BannedModule{{TechnologyType::VST3, partly.GetPath(), L"sub"}}});
     EXPECT_THAT(Collect(true), ElementsAre(partly));
     EXPECT_THAT(Collect(false), ElementsAre(partly));
     EXPECT_THAT(vanished, IsEmpty());
@@ -183,7 +187,8 @@ TEST_F(RegistrySearchTest, BannedPluginsAreLeftOut)
 
 TEST_F(RegistrySearchTest, ABannedPluginWhoseFileIsGoneIsKnownAndHasVanished)
 {
-    registry.SetBannedLocators({At("gone.vst3"), {TechnologyType::VST3, At("shell.vst3").GetPath(), L"sub"}});
+    registry.SetBannedLocators({BannedModule{At("gone.vst3")},
+                                BannedModule{{TechnologyType::VST3, At("shell.vst3").GetPath(), L"sub"}}});
     Collect(true);
     const PluginLocator sub(TechnologyType::VST3, At("shell.vst3").GetPath(), L"sub");
     EXPECT_THAT(vanished, ElementsAre(At("gone.vst3"), At("shell.vst3"), sub));
@@ -199,7 +204,7 @@ TEST_F(RegistrySearchTest, ABannedPluginWhoseFileIsGoneIsKnownAndHasVanished)
 TEST_F(RegistrySearchTest, APluginThatWasBannedAndIsThereIsNew)
 {
     const auto banned = MakeFile("banned.vst3");
-    registry.SetBannedLocators({banned});
+    registry.SetBannedLocators({BannedModule{banned}});
     registry.RemovePluginLocators({banned});
     registry.SetBannedLocators({});
     EXPECT_THAT(Collect(true), ElementsAre(banned));
@@ -208,7 +213,7 @@ TEST_F(RegistrySearchTest, APluginThatWasBannedAndIsThereIsNew)
 
 TEST_F(RegistrySearchTest, ABannedPluginStaysKnownWhileItIsBanned)
 {
-    registry.SetBannedLocators({At("gone.vst3")});
+    registry.SetBannedLocators({BannedModule{At("gone.vst3")}});
     registry.RemovePluginLocators({At("gone.vst3")});
     Collect(true);
     EXPECT_THAT(vanished, ElementsAre(At("gone.vst3")));

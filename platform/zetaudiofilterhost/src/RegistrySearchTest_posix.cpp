@@ -144,7 +144,7 @@ TEST_F(PosixSearchTest, AKnownPluginKeepsItsPathWhenALinkIsFoundFirst)
     EXPECT_THAT(Collect(), IsEmpty());
     EXPECT_THAT(vanished, IsEmpty());
     EXPECT_THAT(Collect(false), ElementsAre(known));
-    registry.SetBannedLocators({known});
+    registry.SetBannedLocators({BannedModule{known}});
     EXPECT_THAT(Collect(false), IsEmpty());
 }
 

@@ -24,8 +24,12 @@ void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
 void PluginModuleInfoManager::State::Put(const InfoPtr& info)
 {
     info->CountEnabledChangesIn(enabledChanges);
+    info->SetScannedAlone(false);
     const PluginLocator& locator = info->GetLocator();
     choices.erase(locator);
+    asides.erase(locator);
+    othersAsides.erase(locator);
+    putBack.erase(locator);
     records.insert_or_assign(locator, Record{info, info->IsEnabled()});
     Touch(locator);
 }
@@ -81,13 +85,36 @@ void PluginModuleInfoManager::State::GiveChoice(PluginModuleInfo& info)
         info.SetUnknown(Unknown(*earlier));
 }
 
+void PluginModuleInfoManager::State::ForgetWhatResultsReplace(const std::vector<InfoPtr>& results)
+{
+    std::set<PluginLocator> given;
+    std::set<PluginLocator> wholeModules;
+    for (const InfoPtr& info : results) {
+        given.insert(info->GetLocator());
+        if (!info->IsScannedAlone())
+            wholeModules.insert(info->GetLocator().ModuleLocator());
+    }
+    for (const PluginLocator& module : wholeModules) {
+        for (const InfoPtr& old : FindModule(module))
+            if (!given.contains(old->GetLocator()))
+                Forget(old->GetLocator());
+        DropAsidesOfModule(module);
+    }
+}
+
 void PluginModuleInfoManager::State::Apply(const RegistryChange& change)
 {
+    if (change.info && change.isAside) {
+        records.erase(change.locator);
+        PutAside(change.info);
+        return;
+    }
     if (change.info) {
         Put(change.info);
         return;
     }
     records.erase(change.locator);
+    asides.erase(change.locator);
     choices.erase(change.locator);
     if (change.choice)
         choices.emplace(change.locator, *change.choice);
@@ -98,6 +125,10 @@ void PluginModuleInfoManager::State::Clear()
 {
     records.clear();
     choices.clear();
+    asides.clear();
+    othersAsides.clear();
+    putBack.clear();
+    vanished.clear();
     changed.clear();
     journal.End();
     for (Technology& technology : technologies) {
@@ -115,26 +146,95 @@ void PluginModuleInfoManager::State::Clear()
 void PluginModuleInfoManager::State::ReplaceContent(Configuration configuration,
                                                     const std::vector<RegistryChange>& changes)
 {
+    ReplaceRecords(configuration, changes);
+    TakeAllFolders(configuration.technologies);
+}
+
+void PluginModuleInfoManager::State::ReplaceRecords(Configuration& configuration,
+                                                    const std::vector<RegistryChange>& changes)
+{
     Clear();
     version = std::move(configuration.version);
     unknown = std::move(configuration.unknown);
     for (const InfoPtr& info : configuration.modules) {
         info->CountEnabledChangesIn(enabledChanges);
+        info->SetScannedAlone(false);
         records.insert_or_assign(records.end(), info->GetLocator(), Record{info, info->IsEnabled()});
     }
     for (RegistryChange& choice : configuration.choices)
         if (!records.contains(choice.locator))
             choices.insert_or_assign(choice.locator, std::move(*choice.choice));
+    for (const InfoPtr& aside : configuration.asides)
+        if (!records.contains(aside->GetLocator()))
+            PutAside(aside);
     for (const RegistryChange& change : changes)
         Apply(change);
-    // Last, because its signal lets others look at the registry.
+}
+
+RegistryChange PluginModuleInfoManager::State::StateOf(const PluginLocator& locator) const
+{
+    RegistryChange state{locator, nullptr, std::nullopt};
+    if (const auto record = records.find(locator); record != records.end()) {
+        state.info = record->second.info;
+    } else if (const auto aside = asides.find(locator); aside != asides.end()) {
+        state.info = aside->second;
+        state.isAside = true;
+    } else if (const auto choice = choices.find(locator); choice != choices.end()) {
+        state.choice = choice->second;
+    }
+    return state;
+}
+
+std::map<PluginLocator, std::string> PluginModuleInfoManager::State::StateTexts() const
+{
+    std::set<PluginLocator> locators;
+    for (const auto& [locator, record] : records)
+        locators.insert(locator);
+    for (const auto& [locator, info] : asides)
+        locators.insert(locator);
+    for (const auto& [locator, choice] : choices)
+        locators.insert(locator);
+    std::map<PluginLocator, std::string> texts;
+    for (const PluginLocator& locator : locators)
+        texts.emplace(locator, WriteChanges({StateOf(locator)}));
+    return texts;
+}
+
+void PluginModuleInfoManager::State::UndoTo(Configuration configuration)
+{
+    NoteFlippedRecords();
+    // The file has not changed, so what is known about it stays, and so does the scan of another program.
+    std::set<PluginLocator> differing = changed;
+    const std::map<PluginLocator, std::string> before = StateTexts();
+    std::map<PluginLocator, InfoPtr> others = othersAsides;
+    std::string error = loadError;
+    std::wstring damaged = damagedPath;
+    ReplaceRecords(configuration, {});
+    const std::map<PluginLocator, std::string> after = StateTexts();
+    std::map<PluginLocator, std::string> all = before;
+    all.insert(after.begin(), after.end());
+    for (const auto& [locator, text] : all) {
+        const auto old = before.find(locator), now = after.find(locator);
+        if (old == before.end() || now == after.end() || old->second != now->second)
+            differing.insert(locator);
+    }
+    changed = std::move(differing);
+    std::erase_if(others, [this](const auto& aside) { return records.contains(aside.first); });
+    othersAsides = std::move(others);
+    loadError = std::move(error);
+    damagedPath = std::move(damaged);
+    TakeAllFolders(configuration.technologies);
+}
+
+void PluginModuleInfoManager::State::TakeAllFolders(const std::vector<TechnologyFolders>& given)
+{
     for (const Technology& technology : technologies) {
         const TechnologyType type = technology.technology->GetType();
-        const auto isIt = [type](const TechnologyFolders& given) { return given.type == type; };
-        if (std::none_of(configuration.technologies.begin(), configuration.technologies.end(), isIt))
+        const auto isIt = [type](const TechnologyFolders& folders) { return folders.type == type; };
+        if (std::none_of(given.begin(), given.end(), isIt))
             technology.technology->SetPluginDirectories(DefaultPluginFolders(type));
     }
-    TakeFolders(configuration.technologies);
+    TakeFolders(given);
 }
 
 void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFolders>& given)
@@ -168,23 +268,6 @@ PluginModuleInfoManager::State::FindTechnology(TechnologyType type)
         if (technology.technology->GetType() == type)
             return &technology;
     return nullptr;
-}
-
-bool PluginModuleInfoManager::State::IsBannedLocked(const PluginLocator& locator) const
-{
-    return !banned.empty() && (banned.contains(locator) || banned.contains(locator.ModuleLocator()));
-}
-
-void PluginModuleInfoManager::State::RebuildIteration()
-{
-    const std::lock_guard lock(mutex);
-    if (!iterationStale)
-        return;
-    iteration.clear();
-    for (const auto& [locator, record] : records)
-        if (record.info->GetStatus() == ModuleStatus::Working && !IsBannedLocked(locator))
-            iteration.push_back(record.info);
-    iterationStale = false;
 }
 
 } // namespace zetaudiofilterhost

@@ -43,21 +43,50 @@ struct PluginModuleInfoManager::State
     /// Takes the record out and remembers its choice.
     void Forget(const PluginLocator& locator);
     void ForgetModule(const PluginLocator& module);
+    /// A scan speaks for the whole of each module that it gives records for, except where all of them were
+    /// scanned alone.
+    void ForgetWhatResultsReplace(const std::vector<InfoPtr>& results);
+    /// Takes this content, which is not the file's, in the place of what is there.
+    void UndoTo(Configuration configuration);
+    /// A whole file's: technologies that it does not mention get their default folders. To be called last,
+    /// because its signals let others look at the registry.
+    void TakeAllFolders(const std::vector<TechnologyFolders>& given);
     /// Disabled when the record that it replaces, or the choice remembered for it, is disabled.
     void GiveChoice(PluginModuleInfo& info);
     void Apply(const RegistryChange& change);
     std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
     void Clear();
-    /// Technologies that the configuration does not mention get their default folders.
     void ReplaceContent(Configuration configuration, const std::vector<RegistryChange>& changes);
+    /// The same without the folders.
+    void ReplaceRecords(Configuration& configuration, const std::vector<RegistryChange>& changes);
+    RegistryChange StateOf(const PluginLocator& locator) const;
+    std::map<PluginLocator, std::string> StateTexts() const;
     void TakeFolders(const std::vector<TechnologyFolders>& given);
     void SetDefaultFolders();
     Technology* FindTechnology(TechnologyType type);
 
-    // Iteration and bans.
+    // Records that are aside (RegistryAsides.cpp).
+    /// Takes the record out, or all of a module's, until a result comes.
+    void SetAside(const PluginLocator& locator);
+    void SetModuleAside(const PluginLocator& module);
+    /// The aside takes the place of the locator's record.
+    void PutAside(const InfoPtr& info);
+    /// A result has come for the module: nothing of it is aside any more.
+    void DropAsidesOfModule(const PluginLocator& module);
+    /// A result has come for the locator, with others of its module to follow.
+    void DropAsidesFor(const PluginLocator& locator);
+    void DropBannedAsides();
+    std::vector<PluginLocator> PutBack();
+
+    // Iteration and bans (RegistryBans.cpp).
     void RebuildIteration();
     /// With the mutex held.
     bool IsBannedLocked(const PluginLocator& locator) const;
+    /// Which due bans these records of scanned modules end.
+    std::vector<PluginLocator> BansEndedBy(const std::vector<InfoPtr>& results) const;
+    /// Which bans the removal of what has vanished ends.
+    std::vector<PluginLocator> BansEndedByRemoving(const std::vector<PluginLocator>& locators) const;
+    void TellEnded(const std::vector<PluginLocator>& bans);
 
     // Saving (RegistryFiles.cpp).
     std::vector<TechnologyFolders> Folders() const;
@@ -80,10 +109,18 @@ struct PluginModuleInfoManager::State
     /// To be called before the file is written in whole, with its lock held.
     void TakeInWhatOthersSaved(const zetcore::filesupport::File& file);
     void TakeRecordsOf(const State& theirs);
+    void TakeAsidesOf(const State& theirs);
     void TakeFoldersOf(const State& theirs);
 
     std::map<PluginLocator, Record> records;
     std::map<PluginLocator, RememberedChoice> choices;
+    /// Records that this registry has put aside, or found aside in the file that it loaded. A locator with
+    /// one has no record; its choice is among the choices.
+    std::map<PluginLocator, InfoPtr> asides;
+    /// What another program's scan has aside at the moment: kept in the file for that program.
+    std::map<PluginLocator, InfoPtr> othersAsides;
+    /// Put back since the last save: what another program's scan found meanwhile is newer.
+    std::set<PluginLocator> putBack;
     std::array<Technology, 3> technologies;
     Unknown unknown;
     std::string version{configurationVersion};
@@ -91,6 +128,12 @@ struct PluginModuleInfoManager::State
     /// A damaged file that could not be kept aside: it must be before anything is saved there.
     std::wstring damagedPath;
     PluginInfosChangedSignal infosChanged;
+    BansEndedSignal bansEnded;
+
+    /// Of the last search: what has vanished, and whether its file is gone while its folder can be reached.
+    /// Until the first removal after it.
+    std::map<PluginLocator, bool> vanished;
+    std::vector<UnreadableFolder> unreadableFolders;
 
     bool incremental = false;
     ConfigurationJournal journal;
@@ -110,7 +153,7 @@ struct PluginModuleInfoManager::State
 
     /// Guards what follows; `records` is read under it but changed on the main thread only.
     mutable std::mutex mutex;
-    std::set<PluginLocator> banned;
+    std::map<PluginLocator, BannedModule> banned;
     /// Locators that were banned, until they are removed: they count as known without a record.
     std::set<PluginLocator> everBanned;
     std::vector<InfoPtr> iteration;

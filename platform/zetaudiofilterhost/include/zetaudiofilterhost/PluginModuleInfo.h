@@ -25,6 +25,8 @@ enum class ModuleStatus
     Skipped,
     /// Known, to be scanned by the next scan for new plug-ins.
     Unscanned,
+    /// Its file may not be read. Every scan for new plug-ins tries it again, whatever its size and time.
+    Unreadable,
 };
 
 /// One known plug-in module, or one sub-plug-in of a shell. A plain record; the registry hands out shared
@@ -65,6 +67,9 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     /// unknown.
     std::uint64_t GetFileSize() const noexcept { return fileSize; }
     std::int64_t GetFileTime() const noexcept { return fileTime; }
+    /// In a scan's result: this sub-component was scanned alone, so the result does not speak for the other
+    /// ones of its module. The registry's records do not have it.
+    bool IsScannedAlone() const noexcept { return scannedAlone; }
 
     void SetLocator(PluginLocator value) { locator = std::move(value); }
     void SetName(std::wstring value) { name = std::move(value); }
@@ -78,6 +83,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     void SetHasAnySynth(bool value) { hasSynth = value; }
     void SetStatus(ModuleStatus value) { status = value; }
     void SetReason(std::string value) { reason = std::move(value); }
+    void SetScannedAlone(bool value) { scannedAlone = value; }
     void SetFileStamp(std::uint64_t size, std::int64_t time)
     {
         fileSize = size;
@@ -111,6 +117,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     bool enabled = true;
     bool hasEffect = false;
     bool hasSynth = false;
+    bool scannedAlone = false;
     Unknown unknown;
     ChangeCounter enabledChanges;
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/Export.h>
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiofilterhost/PluginModuleInfo.h>
 #include <zetaudiofilterhost/PluginTechnology.h>
@@ -14,11 +15,36 @@
 
 namespace zetaudiofilterhost {
 
+/// One banned plug-in, as the registry needs it. A locator without sub-component covers its whole module.
+struct BannedModule
+{
+    PluginLocator locator;
+    /// The build that is banned; both 0 when every build is.
+    ModuleFileStamp stamp{};
+    /// The ban does not say that the plug-in is bad, so that every scan tries it again.
+    bool triedByEveryScan = false;
+
+    /// Whether a scan is to try the plug-in again, its module being as the stamp says.
+    bool IsDue(const ModuleFileStamp& now) const noexcept
+    {
+        const ModuleFileStamp unknown;
+        return triedByEveryScan || (stamp != unknown && now != unknown && now != stamp);
+    }
+};
+
+/// A folder with plug-ins that could not be read; the reason is UTF-8, for people.
+struct UnreadableFolder
+{
+    std::wstring path;
+    std::string reason;
+};
+
 /// The registry: every module that a scan has seen, the folders of each technology, and the users' choices.
 ///
 /// It keeps records of modules that do not work too, so that a scan for new ones passes them over until their
 /// file changes; only working ones that are not banned are iterated, ordered by locator. Choices (enabled or
 /// not) follow the plug-in's identity: a record that is removed and comes back has the choice that it had.
+/// A record that is removed to be scanned is kept aside until its result comes, or is put back.
 /// Main thread, but for what says otherwise.
 ///
 /// docs/files.md describes the file.
@@ -26,6 +52,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
 {
   public:
     using PluginInfosChangedSignal = zetcore::signals::Signal<>;
+    using BansEndedSignal = zetcore::signals::Signal<const std::vector<PluginLocator>&>;
     using InfoPtr = std::shared_ptr<PluginModuleInfo>;
     /// Random access; valid until the registry changes. Setting a record's enabled flag is no such change.
     using PluginInfoIterator = std::vector<InfoPtr>::const_iterator;
@@ -55,29 +82,51 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Each technology's documented locations on this platform, whether or not they exist.
     void ResetToDefaultFolders();
 
-    /// The plug-in files in the registered folders, ordered by locator, banned ones left out. With `newOnly`,
-    /// only those without a record, with an unscanned one, or whose file has changed since it was scanned.
-    /// `vanished` receives the known modules whose file is gone or lies in no registered folder any more;
-    /// those of a registered folder that cannot be reached are offline and not among them. A banned module
-    /// counts as known.
+    /// The plug-in files in the registered folders, ordered by locator. Banned ones are left out until their
+    /// ban is due. With `newOnly`, only those without a record, with an unscanned or unreadable one, whose
+    /// file has changed since it was scanned, or whose ban is due. `vanished` receives the known modules
+    /// whose file is gone or lies in no registered folder any more, and each known sub-component of such a
+    /// module; those of a folder that cannot be reached or read are offline and not among them. A banned
+    /// module counts as known.
     std::vector<PluginLocator> CollectPotentialPlugins(bool newOnly, std::vector<PluginLocator>& vanished);
+    /// The folders that could not be read at the last `CollectPotentialPlugins`, ordered by path; folders
+    /// that do not exist are not among them.
+    const std::vector<UnreadableFolder>& GetUnreadableFolders() const noexcept;
+    /// True when nothing is at the path of the locator's module: what tells the `vanished` whose file is gone
+    /// from those that lie in no registered folder any more. Any thread.
+    bool IsFileGone(const PluginLocator& locator) const;
 
-    /// Removes the records of these modules (a locator without sub-component stands for all of its module's),
-    /// remembering the choices.
+    /// Takes out the records of these modules (a locator without sub-component stands for all of its
+    /// module's), remembering the choices. What the last `CollectPotentialPlugins` reported as vanished, when
+    /// this is the first removal after it, goes for good; every other record is taken for one that is about
+    /// to be scanned, and kept aside: in memory and in the file, but not listed or found by anything here. It
+    /// stays aside until a result for its module comes, or its module is banned.
     void RemovePluginLocators(const std::vector<PluginLocator>& locators);
+    /// Puts back every record that is still aside: a scan has not reached it. To be called after a scan, and
+    /// after loading a file that an interrupted scan has left. Returns the locators, ordered.
+    std::vector<PluginLocator> PutBackUnreached();
     /// Adds or replaces one record and gives it its remembered choice. Between `BeginIncrementalSaves` and
-    /// `EndIncrementalSaves` it is what a scan found, and goes to the journal as with `AddConfiguration`.
+    /// `EndIncrementalSaves` it is what a scan found, goes to the journal as with `AddConfiguration`, and may
+    /// end a ban.
     void AddModule(InfoPtr info);
 
     /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.
     /// Without, it is what a scan found: for each module that it mentions, its records take the place of all
-    /// that the module had, and a record that the user disabled, or the choice remembered for it, keeps it
-    /// disabled; and it goes to the journal of the file that was saved last, as long as that file is as this
-    /// registry left it, so that a crash does not lose it. Throws `std::runtime_error` naming the line for a
-    /// text that is no configuration; the registry is then unchanged.
+    /// that the module had (only of their own, when all of them were scanned alone), and a record that the
+    /// user disabled, or the choice remembered for it, keeps it disabled; and it goes to the journal of the
+    /// file that was saved last, as long as that file is as this registry left it, so that a crash does not
+    /// lose it. Throws `std::runtime_error` naming the line for a text that is no configuration; the registry
+    /// is then unchanged.
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
+
+    /// The whole registry (folders, records, choices and what is aside) as a configuration text, and back:
+    /// for undoing in memory what cannot be undone from the disk. `LoadText` replaces the content as
+    /// `LoadConfiguration` does; it throws `std::runtime_error` naming the line for a text that is no
+    /// configuration, and the registry is then unchanged.
+    std::string ToText() const;
+    void LoadText(const std::string& utf8Text);
 
     /// Writes folders, records and choices by atomic replacement; with `withModules` false, folders only.
     /// When another program has saved the file since this registry last read or wrote it, what that one
@@ -92,7 +141,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     void EndIncrementalSaves();
 
     /// Replaces the registry with the file's content; a missing file gives an empty registry with default
-    /// folders. What killed saves have left in its folder goes. A damaged file is traced, kept aside as
+    /// folders. What an interrupted scan has left aside stays aside. What killed saves have left in its
+    /// folder goes. A damaged file is traced, kept aside as
     /// `.damaged`, and leaves an empty registry with default folders; false then, and `GetLoadError` says
     /// what was wrong (file name and line). Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
@@ -103,9 +153,12 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
 
     PluginInfosChangedSignal& GetPluginInfosChangedSignal() noexcept;
 
-    /// Called by the list of banned plug-ins on every change of it; a locator without sub-component covers
-    /// its whole module. Any thread.
-    void SetBannedLocators(std::vector<PluginLocator> locators);
+    /// Called by the list of banned plug-ins on every change of it. Any thread.
+    void SetBannedLocators(std::vector<BannedModule> banned);
+    /// Raised on the main thread with the locators of bans that have ended, ordered: a scan gave a record for
+    /// a plug-in whose ban was due (any but an unscanned or unreadable one), or a banned plug-in was removed
+    /// whose file is gone while its folder can be reached. The list of banned plug-ins takes them out.
+    BansEndedSignal& GetBansEndedSignal() noexcept;
 
     /// Empty, as at program start; for tests.
     void Reset();

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/Export.h>
 #include <zetcore/filesupport/File.h>
@@ -18,13 +19,20 @@ struct BanInfo
 {
     std::string reason;
     std::int64_t time = 0;
+    /// The build of the module that is banned: the ban is due when its file has changed. Both 0 for a ban of
+    /// every build, which stays until somebody lifts it.
+    zetaudiofilterhost::ModuleFileStamp stamp{};
+    /// None of its code has crashed: the system refused to load it, a library may be missing. Every scan
+    /// tries it again.
+    bool couldNotLoad = false;
 
     friend bool operator==(const BanInfo&, const BanInfo&) = default;
 };
 
 /// The plug-ins that must not be loaded: the banned ones, each with a reason, and the list of plug-ins known
-/// to be unsupported. Every change is told to the registry, which then leaves the banned ones out. Any
-/// thread, but for the iteration: main thread, while nothing changes the list.
+/// to be unsupported. Every change is told to the registry, which then leaves the banned ones out; bans that
+/// the registry finds to have ended leave the one instance. Any thread, but for the iteration: main thread,
+/// while nothing changes the list.
 ///
 /// An unsupported entry matches a module whose file name equals its own (letter case apart) and whose unique
 /// id and version are equal to those that it has. docs/files.md describes the files.
@@ -45,22 +53,30 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     BannedSet::const_iterator BannedBegin() const;
     BannedSet::const_iterator BannedEnd() const;
 
-    /// Bans it. The reason is what the scanner has recorded for it (see `BanReasons`), else empty.
+    /// Bans this build of it: what a scan does with a plug-in that misbehaved. Reason and build are what the
+    /// scanner has recorded (see `BanReasons`), else there is no reason and it is the build that is there
+    /// now. A ban of every build stays one.
     void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator);
+    /// Bans every build of it: what a user or a host does.
     void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator, const std::string& reason);
+    /// Bans it as given; an empty reason does not replace one, and no time is now.
+    void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator, const BanInfo& info);
     /// Nothing happens for one that is not banned.
     void RemoveBannedPlugin(const zetaudiofilterhost::PluginLocator& locator);
     /// True for a banned locator, and for one whose whole module is banned.
     bool IsBanned(const zetaudiofilterhost::PluginLocator& locator) const;
     std::optional<BanInfo> GetBanInfo(const zetaudiofilterhost::PluginLocator& locator) const;
+    /// True for a banned one that a scan is to try again: its file is another build than the banned one, or
+    /// it only could not be loaded.
+    bool IsDueAgain(const zetaudiofilterhost::PluginLocator& locator) const;
 
     /// Replaces the banned list with the file's. A missing file gives an empty list; a damaged one is traced,
-    /// kept aside as
-    /// `.damaged`, and leaves an empty list (false, and `GetLoadError` names file and line). Throws
-    /// `file_exception` when an existing file cannot be read.
+    /// kept aside as `.damaged`, and leaves an empty list (false, and `GetLoadError` names file and line).
+    /// Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
-    /// Atomic replacement. Bans that another program has added to the file since it was last read or written
-    /// are taken in first. Throws `file_exception`.
+    /// Atomic replacement. What another program has added to the file, changed or lifted since it was last
+    /// read or written is taken in first, except where this list has changed the same ban. Throws
+    /// `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file) const;
     std::string GetLoadError() const;
 

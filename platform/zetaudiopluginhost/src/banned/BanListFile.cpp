@@ -1,6 +1,7 @@
 #include "banned/BanListFile.h"
 
 #include <algorithm>
+#include <array>
 #include <sstream>
 #include <stdexcept>
 
@@ -23,7 +24,9 @@ constexpr int deepestElement = 64;
 
 bool IsKnownAttribute(std::string_view name)
 {
-    return name == "locator" || name == "reason" || name == "time";
+    constexpr std::array<std::string_view, 6> names{"locator",  "reason",   "time",
+                                                    "filesize", "filetime", "couldnotload"};
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 /// The first element that is nested too deep; none when there is none. Without recursion: that is what for.
@@ -61,10 +64,11 @@ std::shared_ptr<const pugi::xml_document> CopyOf(const pugi::xml_node& node)
     return document;
 }
 
-void SetAttribute(pugi::xml_node& node, const char* name, const std::string& value)
+/// An attribute is written when it says something, or when the element that was read has it.
+void SetAttribute(pugi::xml_node& node, const char* name, const std::string& value, bool isNeeded)
 {
     pugi::xml_attribute attribute = node.attribute(name);
-    if (!attribute)
+    if (!attribute && isNeeded)
         attribute = node.append_attribute(name);
     attribute.set_value(value.c_str());
 }
@@ -73,11 +77,13 @@ void WriteEntry(pugi::xml_node& root, const BanEntry& entry)
 {
     pugi::xml_node node =
         entry.original ? root.append_copy(entry.original->first_child()) : root.append_child(entryName);
-    SetAttribute(node, "locator", UTF16to8(entry.locator.ToString()));
-    if (!entry.info.reason.empty() || node.attribute("reason"))
-        SetAttribute(node, "reason", entry.info.reason);
-    if (entry.info.time != 0 || node.attribute("time"))
-        SetAttribute(node, "time", std::to_string(entry.info.time));
+    const BanInfo& info = entry.info;
+    SetAttribute(node, "locator", UTF16to8(entry.locator.ToString()), true);
+    SetAttribute(node, "reason", info.reason, !info.reason.empty());
+    SetAttribute(node, "time", std::to_string(info.time), info.time != 0);
+    SetAttribute(node, "filesize", std::to_string(info.stamp.size), info.stamp.size != 0);
+    SetAttribute(node, "filetime", std::to_string(info.stamp.time), info.stamp.time != 0);
+    SetAttribute(node, "couldnotload", info.couldNotLoad ? "true" : "false", info.couldNotLoad);
 }
 
 } // namespace
@@ -117,6 +123,8 @@ BanListFile ParseBanList(std::string_view text, const char* rootName)
             continue;
         entry.info.reason = CleanReason(node.attribute("reason").value());
         entry.info.time = node.attribute("time").as_llong();
+        entry.info.stamp = {node.attribute("filesize").as_ullong(), node.attribute("filetime").as_llong()};
+        entry.info.couldNotLoad = std::string_view(node.attribute("couldnotload").value()) == "true";
         if (HasUnknownParts(node))
             entry.original = CopyOf(node);
         file.entries.push_back(std::move(entry));

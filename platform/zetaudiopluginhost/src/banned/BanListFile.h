@@ -24,7 +24,8 @@ struct BanEntry
 ///
 ///     <?xml version="1.0" encoding="UTF-8"?>
 ///     <bannedplugins version="1.0">
-///         <plugin locator="VST|/usr/lib/vst/Bad.so|" reason="why" time="1700000000"/>
+///         <plugin locator="VST|/usr/lib/vst/Bad.so|" reason="why" time="1700000000"
+///                 filesize="4096" filetime="1690000000000000000" couldnotload="true"/>
 ///     </bannedplugins>
 struct BanListFile
 {

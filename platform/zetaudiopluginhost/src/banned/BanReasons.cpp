@@ -71,7 +71,8 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
         entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
-    entry->info = {CleanReason(info.reason), info.time};
+    entry->info = info;
+    entry->info.reason = CleanReason(info.reason);
     FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::ProcessCrash);
 }
 

@@ -1,8 +1,11 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <mutex>
+#include <utility>
+#include <vector>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
@@ -19,6 +22,9 @@
 
 namespace zetaudiopluginhost {
 
+using zetaudiofilterhost::BannedModule;
+using zetaudiofilterhost::GetModuleFileStamp;
+using zetaudiofilterhost::ModuleFileStamp;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using namespace zetcore::filesupport;
@@ -55,7 +61,7 @@ struct BannedPluginManager::State
     std::shared_ptr<const pugi::xml_document> rest;
     /// What the list's file held when it was read or written last, by path.
     std::wstring knownPath;
-    BannedSet known;
+    std::map<PluginLocator, BanInfo> known;
     std::string loadError;
     UnsupportedList unsupported;
 
@@ -63,24 +69,62 @@ struct BannedPluginManager::State
     /// registry takes its own mutex for that, and calls nothing under it.
     void TellRegistry() const
     {
-        PluginModuleInfoManager::GetInstance()->SetBannedLocators({locators.begin(), locators.end()});
+        std::vector<BannedModule> banned;
+        for (const auto& [locator, ban] : bans)
+            banned.push_back({locator, ban.info.stamp, ban.info.couldNotLoad});
+        PluginModuleInfoManager::GetInstance()->SetBannedLocators(std::move(banned));
     }
 
-    void Add(const PluginLocator& locator, BanInfo info)
+    /// `ofThisBuild`: a ban of every build, should there be one, stays that.
+    void Add(const PluginLocator& locator, BanInfo info, bool ofThisBuild)
     {
         if (locator.IsEmpty())
             return;
+        if (info.time == 0)
+            info.time = SecondsSince1970();
         const std::lock_guard lock(mutex);
-        Ban& ban = bans[locator];
-        // What is known about a plug-in that is banned already is worth more than nothing.
-        if (info.reason.empty())
-            info.reason = ban.info.reason;
-        ban.info = std::move(info);
-        if (locators.insert(locator).second)
-            TellRegistry();
+        if (const auto earlier = bans.find(locator); earlier != bans.end()) {
+            // What is known about a plug-in that is banned already is worth more than nothing.
+            if (info.reason.empty())
+                info.reason = earlier->second.info.reason;
+            if (ofThisBuild && earlier->second.info.stamp == ModuleFileStamp() &&
+                !earlier->second.info.couldNotLoad) {
+                info.stamp = {};
+                info.couldNotLoad = false;
+            }
+        }
+        bans[locator].info = std::move(info);
+        locators.insert(locator);
+        TellRegistry();
     }
 
-    /// The bans that another program has added to the file since it was read or written last.
+    /// True when something was removed.
+    bool Remove(const std::vector<PluginLocator>& removed)
+    {
+        const std::lock_guard lock(mutex);
+        bool isChanged = false;
+        for (const PluginLocator& locator : removed) {
+            if (locators.erase(locator) > 0) {
+                bans.erase(locator);
+                isChanged = true;
+            }
+        }
+        if (isChanged)
+            TellRegistry();
+        return isChanged;
+    }
+
+    /// The ban is as the file had it, or as absent as there: another program's change of it is newer.
+    bool IsAsKnown(const PluginLocator& locator) const
+    {
+        const auto before = known.find(locator);
+        const auto now = bans.find(locator);
+        if (before == known.end() || now == bans.end())
+            return before == known.end() && now == bans.end();
+        return before->second == now->second.info;
+    }
+
+    /// What another program has changed in the file since it was read or written last.
     void TakeInWhatOthersSaved(const File& file)
     {
         if (file.FullPath() != knownPath || !file.Exists())
@@ -97,18 +141,38 @@ struct BannedPluginManager::State
             return;
         }
         const std::lock_guard lock(mutex);
-        bool isNew = false;
-        for (BanEntry& entry : theirs.entries) {
-            if (known.contains(entry.locator) || !locators.insert(entry.locator).second)
-                continue;
-            bans[entry.locator] = Ban{std::move(entry.info), std::move(entry.original)};
-            isNew = true;
-        }
-        if (isNew)
+        if (TakeTheirs(theirs))
             TellRegistry();
     }
 
-    void NoteKnown(const File& file, BannedSet held)
+    /// Under the mutex. True when the list has changed.
+    bool TakeTheirs(BanListFile& theirs)
+    {
+        bool isChanged = false;
+        BannedSet held;
+        for (BanEntry& entry : theirs.entries) {
+            held.insert(entry.locator);
+            const auto before = known.find(entry.locator);
+            const bool isAnew = before == known.end() || before->second != entry.info;
+            // One that was lifted here stays lifted, unless it was banned there anew.
+            const bool isTaken = isAnew && (IsAsKnown(entry.locator) || !locators.contains(entry.locator));
+            if (!isTaken)
+                continue;
+            locators.insert(entry.locator);
+            bans[entry.locator] = Ban{std::move(entry.info), std::move(entry.original)};
+            isChanged = true;
+        }
+        for (const auto& [locator, info] : known) {
+            if (held.contains(locator) || !locators.contains(locator) || !IsAsKnown(locator))
+                continue;
+            locators.erase(locator);
+            bans.erase(locator);
+            isChanged = true;
+        }
+        return isChanged;
+    }
+
+    void NoteKnown(const File& file, std::map<PluginLocator, BanInfo> held)
     {
         const std::lock_guard lock(mutex);
         knownPath = file.FullPath();
@@ -132,9 +196,9 @@ struct BannedPluginManager::State
     /// The content of the file, which is what the list holds from now on.
     void Load(const File& file, BanListFile content, std::string error)
     {
-        BannedSet held;
+        std::map<PluginLocator, BanInfo> held;
         for (const BanEntry& entry : content.entries)
-            held.insert(entry.locator);
+            held.insert_or_assign(entry.locator, entry.info);
         Replace(std::move(content), std::move(error));
         NoteKnown(file, std::move(held));
     }
@@ -143,8 +207,10 @@ struct BannedPluginManager::State
 BannedPluginManager* BannedPluginManager::GetInstance()
 {
     // The registry is made first, so that it outlives what tells it of changes.
-    PluginModuleInfoManager::GetInstance();
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     static BannedPluginManager manager;
+    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().connect(
+        [](const std::vector<PluginLocator>& ended) { manager.state->Remove(ended); });
     return &manager;
 }
 
@@ -175,23 +241,42 @@ void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator)
 {
     const File file(Dir::PrefDir(), GetSettingsFileName());
     BanInfo info = FindBanReason(file.FullPath(), locator).value_or(BanInfo{});
-    if (info.time == 0)
-        info.time = SecondsSince1970();
-    state->Add(locator, std::move(info));
+    if (info.stamp == ModuleFileStamp())
+        info.stamp = GetModuleFileStamp(locator);
+    state->Add(locator, std::move(info), true);
 }
 
 void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator, const std::string& reason)
 {
-    state->Add(locator, {CleanReason(reason), SecondsSince1970()});
+    state->Add(locator, BanInfo{CleanReason(reason)}, false);
+}
+
+void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator, const BanInfo& info)
+{
+    BanInfo cleaned = info;
+    cleaned.reason = CleanReason(info.reason);
+    state->Add(locator, std::move(cleaned), false);
 }
 
 void BannedPluginManager::RemoveBannedPlugin(const PluginLocator& locator)
 {
-    const std::lock_guard lock(state->mutex);
-    if (state->locators.erase(locator) == 0)
-        return;
-    state->bans.erase(locator);
-    state->TellRegistry();
+    state->Remove({locator});
+}
+
+bool BannedPluginManager::IsDueAgain(const PluginLocator& locator) const
+{
+    std::vector<BannedModule> covering;
+    {
+        const std::lock_guard lock(state->mutex);
+        for (const PluginLocator& covers : std::set<PluginLocator>{locator, locator.ModuleLocator()})
+            if (const auto ban = state->bans.find(covers); ban != state->bans.end())
+                covering.push_back({covers, ban->second.info.stamp, ban->second.info.couldNotLoad});
+    }
+    if (covering.empty())
+        return false;
+    const ModuleFileStamp now = GetModuleFileStamp(locator);
+    return std::all_of(covering.begin(), covering.end(),
+                       [&now](const BannedModule& ban) { return ban.IsDue(now); });
 }
 
 bool BannedPluginManager::IsBanned(const PluginLocator& locator) const
@@ -238,16 +323,18 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
     state->TakeInWhatOthersSaved(file);
     BanListFile list;
     std::vector<PluginLocator> saved;
+    std::map<PluginLocator, BanInfo> held;
     {
         const std::lock_guard lock(state->mutex);
         list.rest = state->rest;
         for (const auto& [locator, ban] : state->bans) {
             list.entries.push_back({locator, ban.info, ban.original});
             saved.push_back(locator);
+            held.emplace(locator, ban.info);
         }
     }
     FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::PowerCut);
-    state->NoteKnown(file, {saved.begin(), saved.end()});
+    state->NoteKnown(file, std::move(held));
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {

@@ -104,8 +104,10 @@ void TakeIntoRegistry(const PluginLocator& locator, const ScanOutcome& outcome)
                                                            : registry.Find(locator) != nullptr;
     if (isKnown)
         registry.RemovePluginLocators({locator});
-    for (const auto& info : outcome.infos)
+    for (const auto& info : outcome.infos) {
+        info->SetScannedAlone(!locator.GetSubcomponent().empty());
         registry.AddModule(info);
+    }
     if (outcome.misbehaved)
         Ban(locator, outcome);
 }
