@@ -104,10 +104,8 @@ void TakeIntoRegistry(const PluginLocator& locator, const ScanOutcome& outcome)
                                                            : registry.Find(locator) != nullptr;
     if (isKnown)
         registry.RemovePluginLocators({locator});
-    for (const auto& info : outcome.infos) {
-        info->SetScannedAlone(!locator.GetSubcomponent().empty());
+    for (const auto& info : outcome.infos)
         registry.AddModule(info);
-    }
     if (outcome.misbehaved)
         Ban(locator, outcome);
 }
