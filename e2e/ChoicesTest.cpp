@@ -150,6 +150,9 @@ TEST_F(Choices, FoldersCanBeAddedRemovedAndReset)
     RunWell({"folders", "reset"});
     EXPECT_THAT(RunWell({"folders"}), HasSubstr((folder / "home").string()));
     EXPECT_THAT(RunWell({"folders"}), HasSubstr("VST3  "));
+    RunWell({"folders", "add", "plugins"});
+    RunWell({"folders", "reset"});
+    EXPECT_THAT(RunWell({"folders"}), ::testing::Not(HasSubstr(plugins.string()))) << "of every technology";
 }
 
 TEST_F(Choices, TheFirstStartSavesTheDefaultFolders)

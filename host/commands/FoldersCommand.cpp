@@ -92,7 +92,7 @@ ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options,
             return ExitStatus::WrongUsage;
         break;
     case FolderAction::Reset:
-        session.Registry().ResetToDefaultFolders();
+        session.Registry().ResetAllToDefaultFolders();
         break;
     }
     session.SaveRegistry();

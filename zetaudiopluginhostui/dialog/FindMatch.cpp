@@ -9,7 +9,8 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
-/// Between texts; a byte that none of them has, so that nothing is found across it.
+/// Between texts. No other byte of a text comes after it but the next text's first, so that nothing is found
+/// across it.
 constexpr char separator = '\xFF';
 
 /// One byte for ASCII, else as UTF-8 does it, for whatever unit, valid or not: a short text is what makes the
@@ -26,7 +27,8 @@ void AppendFolded(std::wstring_view text, std::string& folded)
         unsigned more = 1;
         while (more < 5 && unit >> (5 * more + 6) != 0)
             ++more;
-        folded.push_back(static_cast<char>((0xFFU << (6 - more)) | (unit >> (6 * more))));
+        // As many ones as there are bytes, then a zero: no unit's bytes begin another's.
+        folded.push_back(static_cast<char>((0xFFU << (7 - more)) | (unit >> (6 * more))));
         while (more-- > 0)
             folded.push_back(static_cast<char>(0x80U | (unit >> (6 * more) & 0x3FU)));
     }

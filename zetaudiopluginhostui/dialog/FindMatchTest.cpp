@@ -1,5 +1,7 @@
 #include "dialog/FindMatch.h"
 
+#include <cstdint>
+
 #include <gtest/gtest.h>
 
 namespace zetaudiopluginhostui {
@@ -40,6 +42,45 @@ TEST(FindMatch, FoldsTheLettersAToZOnBothSidesAndNothingElse)
                              {L"\U0001f3b9", L"\U0001f3b8", false}}) {
         EXPECT_EQ(FindMatch(each.find).OccursIn(each.text), each.occurs) << each.find << L" in " << each.text;
     }
+}
+
+std::wstring UnitsBetween(std::uint32_t first, std::uint32_t last)
+{
+    std::wstring text;
+    for (std::uint32_t unit = first; unit <= last; ++unit)
+        text.push_back(static_cast<wchar_t>(unit));
+    return text;
+}
+
+std::string Texts(const std::wstring& name)
+{
+    const auto info =
+        std::make_shared<zetaudiofilterhost::PluginModuleInfo>(PluginLocator(TechnologyType::VST, L"/a"));
+    info->SetName(name);
+    std::string texts;
+    FindMatch::AppendTexts({info->GetLocator(), info}, texts);
+    return texts;
+}
+
+TEST(FindMatch, NoCharacterIsFoundInOneThatIsEncodedInMoreOrFewerBytes)
+{
+    EXPECT_FALSE(FindMatch(L"\u0627").OccursIn(L"\u89e3"));
+    // Where encodings begin to take another byte.
+    constexpr std::uint32_t two = 0x80, three = 0x800, last = 0xFFFF;
+    const std::string longer = Texts(UnitsBetween(three, last) + L"\U00010000\U0001f3b9\U0010ffff");
+    const std::string shorter = Texts(UnitsBetween(1, two - 1));
+    for (std::uint32_t unit = two; unit < three; ++unit) {
+        const FindMatch find(std::wstring(1, static_cast<wchar_t>(unit)));
+        EXPECT_FALSE(find.KeepsTexts(longer)) << std::hex << unit;
+        EXPECT_FALSE(find.KeepsTexts(shorter)) << std::hex << unit;
+        EXPECT_FALSE(find.KeepsTexts(Texts(UnitsBetween(two, unit - 1) + UnitsBetween(unit + 1, three - 1))))
+            << std::hex << unit;
+        EXPECT_TRUE(find.KeepsTexts(Texts(UnitsBetween(two, three - 1)))) << std::hex << unit;
+    }
+    const std::string twoEach = Texts(UnitsBetween(two, three - 1));
+    for (std::uint32_t unit = three; unit <= last; ++unit)
+        EXPECT_FALSE(FindMatch(std::wstring(1, static_cast<wchar_t>(unit))).KeepsTexts(twoEach))
+            << std::hex << unit;
 }
 
 TEST(FindMatch, UnitsThatAreNoTextEqualThemselvesOnly)

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
 namespace zetaudiopluginhostui {
@@ -22,7 +21,18 @@ bool AreSynthsEnabled()
 
 } // namespace
 
-void PluginListContent::Update()
+bool PluginListContent::Update()
+{
+    const auto now = PluginModuleInfoManager::GetInstance()->GetRecordChanges();
+    const bool isCurrent = IsCurrent();
+    const bool sameOrder = isCurrent && changes.enabled == now.enabled;
+    if (!isCurrent)
+        Read();
+    changes = now;
+    return !sameOrder;
+}
+
+void PluginListContent::Read()
 {
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     records.assign(registry.PluginInfoBegin(), registry.PluginInfoEnd());
@@ -58,7 +68,7 @@ bool PluginListContent::IsCurrent() const
     const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
     const auto isBanned = [](const RowPtr& row) { return !row->Entry().info; };
     const auto firstBanned = std::partition_point(rows.begin(), rows.end(), std::not_fn(isBanned));
-    return withSynths == AreSynthsEnabled() &&
+    return withSynths == AreSynthsEnabled() && changes.content == registry.GetRecordChanges().content &&
            std::equal(records.begin(), records.end(), registry.PluginInfoBegin(), registry.PluginInfoEnd()) &&
            std::equal(firstBanned, rows.end(), banned.BannedBegin(), banned.BannedEnd(),
                       [](const RowPtr& row, const auto& locator) { return row->Entry().locator == locator; });

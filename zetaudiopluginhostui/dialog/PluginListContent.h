@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/FindMatch.h"
@@ -19,15 +20,17 @@ class PluginListContent
   public:
     using RowPtr = zetui::utility::IntrusivePtr<PluginListRow>;
 
-    /// Reads the registry and the list of banned plug-ins. A plug-in that has a row keeps it.
-    void Update();
-    /// Whether the same plug-ins are there as at the last update.
-    bool IsCurrent() const;
+    /// Reads the registry and the list of banned plug-ins, as far as they have changed since it did so last.
+    /// A plug-in that has a row keeps it. True when rows may belong into another order than before.
+    bool Update();
     const std::vector<RowPtr>& Rows() const noexcept { return rows; }
     /// What is found, in order.
     std::vector<RowPtr> Find(const FindMatch& find) const;
 
   private:
+    /// The same plug-ins are there as when they were read, with the same texts.
+    bool IsCurrent() const;
+    void Read();
     void Add(std::size_t index, const zetaudiofilterhost::PluginLocator& locator,
              const PluginListRow::InfoPtr& info);
 
@@ -38,6 +41,7 @@ class PluginListContent
     /// Every record of the registry's iteration, those that are not shown included.
     std::vector<PluginListRow::InfoPtr> records;
     bool withSynths = true;
+    zetaudiofilterhost::PluginModuleInfoManager::RecordChanges changes;
 };
 
 } // namespace zetaudiopluginhostui

@@ -10,7 +10,7 @@ PluginListRow::~PluginListRow() = default;
 
 bool PluginListRow::IsFor(const zetaudiofilterhost::PluginLocator& locator, const InfoPtr& info) const
 {
-    return entry.info == info && (info || entry.locator == locator);
+    return entry.info == info && entry.locator == locator;
 }
 
 } // namespace zetaudiopluginhostui

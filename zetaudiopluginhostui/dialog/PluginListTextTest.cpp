@@ -46,6 +46,16 @@ TEST(PluginListText, EachColumnShowsWhatTheEntryIs)
     }
 }
 
+TEST(PluginListText, APathAndTheNameThatStandsInItAreAsTheRegistryShowsThem)
+{
+    const std::wstring path{L'/', L'a', L'/', static_cast<wchar_t>(0xDC80), L'.', L's', L'o'};
+    const PluginLocator locator(TechnologyType::VST, path);
+    EXPECT_EQ(GetCellText(kColumnPath, {locator, nullptr}), L"/a/\ufffd.so");
+    EXPECT_EQ(GetCellText(kColumnName, {locator, nullptr}), L"\ufffd.so");
+    EXPECT_EQ(GetCellText(kColumnPath, {locator, std::make_shared<PluginModuleInfo>(locator)}),
+              L"/a/\ufffd.so");
+}
+
 TEST(PluginListText, TheTypeIsTheTechnologysNameAndEmptyForAnUnknownOne)
 {
     const auto typeOf = [](TechnologyType type) {

@@ -72,7 +72,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
 
     // The plug-in list.
     void PopulatePluginList(bool resizeColumns, bool scrollToTop);
-    /// The same with what was read before.
+    /// With what has been read.
     void FillPluginList(bool resizeColumns, bool scrollToTop);
     void FitPluginColumns();
     void SetAllPluginsEnabled(bool enabled);

@@ -1,15 +1,15 @@
 // The find box of the manager dialog.
-#include <utility>
-
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QTest>
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
+#include "testing/FillCount.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -64,27 +64,65 @@ TEST_F(DialogFind, EachChangeOfTheFindTextFillsTheListOnceAndNoChangeNever)
 {
     AddPlugin(L"One", L"/a/1.so");
     OpenDialog();
-    // A fill makes the widgets of the rows anew.
-    auto checkbox = CheckboxOf(L"One");
-    const auto wasFilledAgain = [&] {
-        HandleEvents();
-        const auto now = CheckboxOf(L"One");
-        return std::exchange(checkbox, now) != now;
-    };
+    FillCount count(WidgetOf(PluginList()));
     TypeIntoFindBox("o");
-    EXPECT_TRUE(wasFilledAgain());
+    EXPECT_EQ(count.Fills(), 1);
     QTest::keyClick(&FindBox(), Qt::Key_Backspace);
-    EXPECT_TRUE(wasFilledAgain());
+    HandleEvents();
+    EXPECT_EQ(count.Fills(), 1);
     QTest::keyClick(&FindBox(), Qt::Key_Left);
-    EXPECT_FALSE(wasFilledAgain());
+    HandleEvents();
+    EXPECT_EQ(count.Fills(), 0);
     WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain()) << "leaving the box commits the text that is there already";
+    HandleEvents();
+    EXPECT_EQ(count.Fills(), 0) << "leaving the box commits the text that is there already";
     TypeIntoFindBox("on");
-    EXPECT_TRUE(wasFilledAgain());
+    EXPECT_EQ(count.Fills(), 2);
     WidgetOf(PluginList()).setFocus();
-    EXPECT_FALSE(wasFilledAgain());
+    HandleEvents();
+    EXPECT_EQ(count.Fills(), 0);
     TheRegistry().GetPluginInfosChangedSignal()();
-    EXPECT_FALSE(wasFilledAgain()) << "the registry's signal alone does not fill it";
+    HandleEvents();
+    EXPECT_EQ(count.Fills(), 0) << "the registry's signal alone does not fill it";
+}
+
+TEST_F(DialogFind, ACapitalInThePlaceOfItsSmallLetterIsAnotherFindText)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    OpenDialog();
+    TypeIntoFindBox("o");
+    FillCount count(WidgetOf(PluginList()));
+    FindBox().selectAll();
+    TypeIntoFindBox("O");
+    EXPECT_EQ(count.Fills(), 1);
+    FindBox().selectAll();
+    TypeIntoFindBox("O");
+    EXPECT_EQ(count.Fills(), 0);
+}
+
+TEST_F(DialogFind, EachFillKeepsWhatMatchesTheTextThatIsInTheBoxThen)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    TypeIntoFindBox("one");
+    WidgetOf(PluginList()).setFocus();
+    Node<zetui::controls::UI_SearchBox>(ids::kFindTextEdit).SetValue(L"two");
+    HandleEvents();
+    ASSERT_THAT(Names(), ElementsAre(L"One")) << "nobody has been told of the new text";
+    Press(ids::kDisableAllButton);
+    EXPECT_THAT(Names(), ElementsAre(L"Two"));
+}
+
+TEST_F(DialogFind, LooksIntoThePathAsItIsShown)
+{
+    const std::wstring path{L'/', L'a', L'/', static_cast<wchar_t>(0xDC80), L'.', L's', L'o'};
+    AddPlugin(L"One", path);
+    Ban(path + L"2");
+    OpenDialog();
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/\ufffd.so", L"/a/\ufffd.so2"));
+    EnterIntoFindBox(QString::fromStdWString(L"\ufffd"));
+    EXPECT_THAT(Names(), ElementsAre(L"One", L"\ufffd.so2"));
 }
 
 TEST_F(DialogFind, AFindTextThatIsOnlyCommittedNarrowsTheListToo)
@@ -123,6 +161,40 @@ TEST_F(DialogFind, TypingAfterACheckboxWasClickedSortsByWhatIsEnabledNow)
     ASSERT_FALSE(two->IsEnabled());
     TypeIntoFindBox("so");
     EXPECT_THAT(Names(), ElementsAre(L"Two", L"One"));
+}
+
+TEST_F(DialogFind, TypingSortsByWhatWasSwitchedElsewhere)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    const auto two = AddPlugin(L"Two", L"/a/2.so");
+    settings.sortColumn = kColumnEnabled;
+    settings.sortAscending = true;
+    OpenDialog();
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"Two"));
+    two->SetEnabled(false);
+    TypeIntoFindBox("so");
+    EXPECT_THAT(Names(), ElementsAre(L"Two", L"One"));
+}
+
+TEST_F(DialogFind, TypingLooksIntoWhatTheRecordsSayNowAndSortsByIt)
+{
+    const auto one = AddPlugin(L"Alpha", L"/a/1.so");
+    const auto two = AddPlugin(L"Beta", L"/a/2.so");
+    settings.sortColumn = kColumnName;
+    settings.sortAscending = true;
+    OpenDialog();
+    one->SetName(L"Zeta");
+    TypeIntoFindBox("e");
+    EXPECT_THAT(Names(), ElementsAre(L"Beta", L"Zeta"));
+    two->SetVersionString(L"9.9");
+    FindBox().selectAll();
+    TypeIntoFindBox("9.9");
+    EXPECT_THAT(Names(), ElementsAre(L"Beta"));
+    zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(false);
+    two->SetHasAnyNonSynthEffect(false);
+    FindBox().selectAll();
+    TypeIntoFindBox("a");
+    EXPECT_THAT(Names(), ElementsAre(L"Zeta"));
 }
 
 TEST_F(DialogFind, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)

@@ -7,6 +7,7 @@
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
+#include "testing/FillCount.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -98,6 +99,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
     EXPECT_EQ(changes, 1) << "both at once";
+    EXPECT_TRUE(shown->questions.empty() && shown->alerts.empty());
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two")));
     EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
     EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
@@ -165,6 +167,76 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     zetcore::config::SetClientName(L"zetaudiopluginmanager");
 }
 
+TEST_F(FolderCommands, DefaultResetsAfterYesAndNoOtherAnswer)
+{
+    AddFolders({L"/my own"});
+    const auto own = VstFolders();
+    OpenDialog();
+    // Closed without an answer; OK; Cancel; no such button.
+    for (const int answer : {0, 1, 2, 64, 80, -1}) {
+        shown->answer = answer;
+        Press(ids::kDefaultDirectoriesButton);
+        EXPECT_EQ(VstFolders(), own) << answer;
+    }
+    EXPECT_EQ(shown->questions.size(), 6u);
+}
+
+TEST_F(FolderCommands, DefaultAsksWhenThereIsAFolderWhateverTheListShows)
+{
+    AddFolders({L"/my own"});
+    const auto own = VstFolders();
+    OpenDialog();
+    FolderList().RemoveAllRows();
+    shown->answer = 64;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_EQ(shown->questions.size(), 1u);
+    EXPECT_EQ(VstFolders(), own);
+}
+
+TEST_F(FolderCommands, TheButtonsChangeTheFoldersOfVstOnlyAndTheListIsFilledOnce)
+{
+    const auto vst3 = TheRegistry().GetPluginTechnology(3);
+    const auto au = TheRegistry().GetPluginTechnology(4);
+    AddFolders({L"/one", L"/two"});
+    vst3->AddPluginDirectories({L"/one"});
+    const std::vector<std::wstring> ofVst3(vst3->DirectoryBegin(), vst3->DirectoryEnd());
+    OpenDialog();
+    FillCount count(WidgetOf(FolderList()));
+    shown->chosenFolder = ToWide(real);
+    Press(ids::kAddDirectoryButton);
+    EXPECT_EQ(count.Fills(), 1);
+    ClickFolder(0);
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(count.Fills(), 1);
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two"), ToWide(real)));
+    EXPECT_EQ(std::vector<std::wstring>(vst3->DirectoryBegin(), vst3->DirectoryEnd()), ofVst3);
+    EXPECT_EQ(au->DirectoryBegin(), au->DirectoryEnd());
+    shown->answer = 16;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_EQ(count.Fills(), 1);
+}
+
+TEST_F(FolderCommands, ARowThatIsNoneOfTheListsShowsAndRemovesNothing)
+{
+    AddFolders({L"/one", L"/two"});
+    OpenDialog();
+    const auto row = FolderList().GetRowAt(0);
+    TheRegistry().GetPluginTechnology(2)->RemovePluginDirectories({L"/one"});
+    ASSERT_THAT(Folders(), ElementsAre(ToWide("/two")));
+    FolderList().AppendRow(row, nullptr, false);
+    HandleEvents();
+    EXPECT_THAT(Folders(), ElementsAre(ToWide("/two"), L"")) << "its folder went with it";
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+            [&changes](const auto&) { ++changes; });
+    ClickFolder(1);
+    ASSERT_TRUE(CanRemove());
+    Press(ids::kRemoveDirectoryButton);
+    EXPECT_EQ(changes, 0);
+    EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
+}
+
 TEST_F(FolderCommands, DefaultWithoutFoldersResetsAtOnceWithoutAsking)
 {
     OpenDialog();
@@ -173,6 +245,22 @@ TEST_F(FolderCommands, DefaultWithoutFoldersResetsAtOnceWithoutAsking)
     EXPECT_TRUE(shown->questions.empty());
     EXPECT_THAT(Folders(), ::testing::Not(IsEmpty()));
     EXPECT_EQ(Folders(), VstFolders());
+}
+
+TEST_F(FolderCommands, DefaultLeavesTheFoldersOfOtherTechnologiesAsTheyAre)
+{
+    const auto vst3 = TheRegistry().GetPluginTechnology(3);
+    vst3->AddPluginDirectories({L"/my own"});
+    const std::vector<std::wstring> own(vst3->DirectoryBegin(), vst3->DirectoryEnd());
+    OpenDialog();
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_TRUE(shown->questions.empty()) << "there is no VST folder to lose";
+    EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
+    EXPECT_EQ(std::vector<std::wstring>(vst3->DirectoryBegin(), vst3->DirectoryEnd()), own);
+    vst3->SetPluginDirectories({});
+    shown->answer = 16;
+    Press(ids::kDefaultDirectoriesButton);
+    EXPECT_NE(vst3->DirectoryBegin(), vst3->DirectoryEnd()) << "one without any folder gets its defaults";
 }
 
 } // namespace

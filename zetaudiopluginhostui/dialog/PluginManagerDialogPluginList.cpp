@@ -27,8 +27,8 @@ using zetui::utility::MakeIntrusive;
 void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTop)
 {
     if (pluginList) {
-        plugins.Update();
-        pluginList->ForgetSortedPlaces();
+        if (plugins.Update())
+            pluginList->ForgetSortedPlaces();
         FillPluginList(resizeColumns, scrollToTop);
     }
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
@@ -196,7 +196,6 @@ void PluginManagerDialog::OnEnableCheckboxChanged(ButtonChanged* message)
     if (!entry || !entry->info)
         return;
     entry->info->SetEnabled(checkbox->IsChecked());
-    pluginList->ForgetSortedPlaces();
 }
 
 /// The list is filled again by what changes it: a scan raises this signal before its end.
@@ -231,10 +230,7 @@ void PluginManagerDialog::ApplyFindText()
     if (text == findText)
         return;
     findText = std::move(text);
-    if (pluginList && plugins.IsCurrent())
-        FillPluginList(false, true);
-    else
-        PopulatePluginList(false, true);
+    PopulatePluginList(false, true);
 }
 
 } // namespace zetaudiopluginhostui

@@ -1,52 +1,22 @@
 // The plug-in list of the manager dialog.
-#include <cmath>
-
 #include <QApplication>
-#include <QHeaderView>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 
-#include "dialog/CellDrawing.h"
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
-#include "testing/DialogFixture.h"
+#include "testing/PluginListFixture.h"
 
 namespace zetaudiopluginhostui {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using zetui::ui::UI_Node;
 
-class PluginListView : public DialogFixture
-{
-  protected:
-    float Width(unsigned column) const { return PluginList().GetHeaderRow()->GetColumnWidth(column); }
-    /// At the right edge of the column's title.
-    void FitByDoubleClick(unsigned column) const
-    {
-        QHeaderView& header = *dynamic_cast<QTableView&>(WidgetOf(PluginList())).horizontalHeader();
-        const int section = static_cast<int>(column) - 1;
-        const QPoint edge(header.sectionViewportPosition(section) + header.sectionSize(section) - 1,
-                          header.height() / 2);
-        QTest::mouseMove(header.viewport(), edge);
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, edge);
-        QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, edge);
-        HandleEvents();
-    }
-    bool IsEnabled(const char* id) const { return Node<UI_Node>(id).UI_IsEnabled(); }
-    /// Where the name's cell is in the list.
-    QPoint CellOf(const std::wstring& name, unsigned column) const
-    {
-        auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
-        const auto names = Names();
-        const int place = static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
-        return view.visualRect(view.model()->index(place, static_cast<int>(column) - 1)).center();
-    }
-    QWidget& Viewport() const { return *dynamic_cast<QTableView&>(WidgetOf(PluginList())).viewport(); }
-};
+using PluginListView = PluginListFixture;
 
 TEST_F(PluginListView, IsEmptyWithColumnsAtTheirMinimumsForAnEmptyRegistryAndNoBannedPlugins)
 {
@@ -67,19 +37,16 @@ TEST_F(PluginListView, FitsColumnsToTheirWidestTextsAndTheReloadButton)
     const std::wstring name = L"A plug-in whose name is far wider than the column would be otherwise";
     AddPlugin(name, L"/a/1.so");
     AddPlugin(L"B", L"/a/2.so");
-    const auto textWidth = [](const std::wstring& text) {
-        return std::trunc(zetui::pixmill::GetTextWidth(GetCellFont(), text));
-    };
     OpenDialog();
-    EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
-    EXPECT_FLOAT_EQ(Width(kColumnStatus), std::max(70.0F, textWidth(L"Working") + 6 + 1));
+    EXPECT_FLOAT_EQ(Width(kColumnName), TextWidth(name) + 6 + 1);
+    EXPECT_FLOAT_EQ(Width(kColumnStatus), std::max(70.0F, TextWidth(L"Working") + 6 + 1));
     CloseDialog();
     Ban(L"/a/3.so");
     OpenDialog();
-    EXPECT_FLOAT_EQ(Width(kColumnStatus), textWidth(L"Not Working") + 6 + 1 +
+    EXPECT_FLOAT_EQ(Width(kColumnStatus), TextWidth(L"Not Working") + 6 + 1 +
                                               ReloadButtonOf(L"3.so")->UI_GetLocalRectF(true).width + 4);
     FitByDoubleClick(kColumnName);
-    EXPECT_FLOAT_EQ(Width(kColumnName), textWidth(name) + 6 + 1);
+    EXPECT_FLOAT_EQ(Width(kColumnName), TextWidth(name) + 6 + 1);
 }
 
 using PluginListViewV7 = V7DialogFixture;
@@ -165,21 +132,37 @@ TEST_F(PluginListView, TogglingACheckboxChangesTheRegistryAtOnce)
 
 TEST_F(PluginListView, WithoutAnyModuleRecordEnableAllAndDisableAllAreDisabled)
 {
+    const auto expectBoth = [this](bool enabled, const std::string& when) {
+        EXPECT_EQ(IsEnabled(ids::kEnableAllButton), enabled) << when;
+        EXPECT_EQ(IsEnabled(ids::kDisableAllButton), enabled) << when;
+    };
     OpenDialog();
-    EXPECT_FALSE(IsEnabled(ids::kEnableAllButton));
-    EXPECT_FALSE(IsEnabled(ids::kDisableAllButton));
-    CloseDialog();
+    expectBoth(false, "with nothing at all");
     Ban(L"/a/bad.so");
-    OpenDialog();
-    EXPECT_FALSE(IsEnabled(ids::kEnableAllButton)) << "banned plug-ins do not count";
-    EXPECT_FALSE(IsEnabled(ids::kDisableAllButton));
-    CloseDialog();
+    TypeIntoFindBox("b");
+    ASSERT_THAT(Names(), ElementsAre(L"bad.so"));
+    expectBoth(false, "with a banned plug-in");
+    AddPlugin(L"Bad", L"/a/bad.so");
+    TypeIntoFindBox("a");
+    ASSERT_THAT(Names(), ElementsAre(L"bad.so"));
+    expectBoth(false, "with the record of a banned plug-in, which is not listed");
     AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    TypeIntoFindBox("nothing has this name");
-    EXPECT_THAT(Names(), IsEmpty());
-    EXPECT_TRUE(IsEnabled(ids::kEnableAllButton)) << "rows that are not shown count";
-    EXPECT_TRUE(IsEnabled(ids::kDisableAllButton));
+    TypeIntoFindBox("d");
+    ASSERT_THAT(Names(), ElementsAre(L"bad.so"));
+    expectBoth(true, "with a record whose row the find text hides");
+    FindBox().clear();
+    TypeIntoFindBox("o");
+    ASSERT_THAT(Names(), ElementsAre(L"One", L"bad.so"));
+    expectBoth(true, "with a record that is shown");
+    TheRegistry().RemovePluginLocators({Vst(L"/a/1.so")});
+    TypeIntoFindBox("\b");
+    ASSERT_THAT(Names(), ElementsAre(L"bad.so"));
+    expectBoth(false, "without it again");
+    AddPlugin(L"Synth", L"/a/2.so")->SetHasAnyNonSynthEffect(false);
+    zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(false);
+    TypeIntoFindBox("b");
+    ASSERT_THAT(Names(), ElementsAre(L"bad.so"));
+    expectBoth(true, "with an instrument that is not listed");
 }
 
 TEST_F(PluginListView, DisableAllAndEnableAllReachThePluginsThatTheListDoesNotShow)

@@ -49,6 +49,12 @@ std::size_t PluginModuleInfoManager::RecordCount() const
     return state->records.size();
 }
 
+PluginModuleInfoManager::RecordChanges PluginModuleInfoManager::GetRecordChanges() const noexcept
+{
+    const PluginModuleInfo::Changes& changes = *state->recordChanges;
+    return {changes.enabled.load(std::memory_order_relaxed), changes.content.load(std::memory_order_relaxed)};
+}
+
 std::vector<PluginModuleInfoManager::InfoPtr> PluginModuleInfoManager::AllRecords() const
 {
     std::vector<InfoPtr> infos;
@@ -71,7 +77,18 @@ std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(i
 
 void PluginModuleInfoManager::ResetToDefaultFolders()
 {
-    state->SetDefaultFolders();
+    for (const State::Technology& each : state->technologies) {
+        PluginTechnology& technology = *each.technology;
+        if (technology.GetType() == TechnologyType::VST ||
+            technology.DirectoryBegin() == technology.DirectoryEnd())
+            State::SetDefaultFolders(technology);
+    }
+}
+
+void PluginModuleInfoManager::ResetAllToDefaultFolders()
+{
+    for (const State::Technology& each : state->technologies)
+        State::SetDefaultFolders(*each.technology);
 }
 
 void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocator>& locators)

@@ -1,5 +1,6 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
+#include <functional>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -236,6 +237,28 @@ TEST_F(PluginModuleInfoManagerTest, TheDisplayStringIsTheModulesPathInValidUnico
               L"/\ufffd ");
 }
 
+TEST_F(PluginModuleInfoManagerTest, DefaultFoldersTakeThePlaceOfVstsAndOfNoOthers)
+{
+    const auto vst3 = registry.GetPluginTechnology(TechnologyType::VST3);
+    registry.ResetAllToDefaultFolders();
+    const auto vstDefaults = FoldersOf(registry, TechnologyType::VST);
+    const auto vst3Defaults = FoldersOf(registry, TechnologyType::VST3);
+
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/my own"});
+    vst3->SetPluginDirectories({L"/my own"});
+    const auto own = FoldersOf(registry, TechnologyType::VST3);
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST), vstDefaults);
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), own);
+    registry.ResetAllToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults);
+
+    vst3->SetPluginDirectories({});
+    registry.ResetToDefaultFolders();
+    EXPECT_EQ(FoldersOf(registry, TechnologyType::VST3), vst3Defaults)
+        << "without any folder no plug-in of that technology would be found";
+}
+
 TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
 {
     Add(Vst(L"/a.so"), L"A", false);
@@ -246,6 +269,29 @@ TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), IsEmpty());
     EXPECT_TRUE(Add(Vst(L"/a.so"), L"A")->IsEnabled());
     EXPECT_THAT(Shown(registry), ElementsAre(L"A"));
+}
+
+TEST_F(PluginModuleInfoManagerTest, CountsTheChangesOfTheRecordsThatItHolds)
+{
+    const auto info = Add(Vst(L"/a.so"), L"A");
+    const auto before = registry.GetRecordChanges();
+    Add(Vst(L"/b.so"), L"B");
+    MakeInfo(Vst(L"/c.so"))->SetEnabled(false);
+    info->SetEnabled(true);
+    EXPECT_EQ(registry.GetRecordChanges(), before) << "nothing that it held has changed";
+    info->SetEnabled(false);
+    auto expected = before;
+    ++expected.enabled;
+    EXPECT_EQ(registry.GetRecordChanges(), expected);
+    const std::function<void()> changes[] = {
+        [&] { info->SetName(L"New"); },           [&] { info->SetVersionString(L"2"); },
+        [&] { info->SetLocator(Vst(L"/d.so")); }, [&] { info->SetHasAnyNonSynthEffect(false); },
+        [&] { info->SetHasAnySynth(true); },      [&] { info->SetStatus(ModuleStatus::Skipped); }};
+    for (const auto& change : changes) {
+        change();
+        ++expected.content;
+        EXPECT_EQ(registry.GetRecordChanges(), expected);
+    }
 }
 
 TEST_F(PluginModuleInfoManagerTest, ChangesRaiseNoSignalByThemselves)

@@ -92,7 +92,7 @@ Configuration PluginModuleInfoManager::State::MakeConfiguration(bool withModules
 
 void PluginModuleInfoManager::State::NoteFlippedRecords()
 {
-    if (enabledChanges->load(std::memory_order_relaxed) == savedEnabledChanges)
+    if (recordChanges->enabled.load(std::memory_order_relaxed) == savedEnabledChanges)
         return;
     for (const auto& [locator, record] : records)
         if (record.info->IsEnabled() != record.savedEnabled)
@@ -106,7 +106,7 @@ void PluginModuleInfoManager::State::NoteSaved()
             record->second.savedEnabled = record->second.info->IsEnabled();
     changed.clear();
     putBack.clear();
-    savedEnabledChanges = enabledChanges->load(std::memory_order_relaxed);
+    savedEnabledChanges = recordChanges->enabled.load(std::memory_order_relaxed);
 }
 
 void PluginModuleInfoManager::State::SaveChanges()
@@ -198,7 +198,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
 {
     if (!file.Exists()) {
         state->Clear();
-        state->SetDefaultFolders();
+        ResetAllToDefaultFolders();
         state->NoteKnown(file, {});
         return true;
     }
@@ -220,7 +220,7 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         state->damagedPath = file.FullPath();
     }
-    state->SetDefaultFolders();
+    ResetAllToDefaultFolders();
     state->NoteKnown(file, {});
     return false;
 }

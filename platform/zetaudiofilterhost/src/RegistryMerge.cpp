@@ -75,7 +75,7 @@ void PluginModuleInfoManager::State::TakeRecordsOf(const State& theirs)
         const auto aside = asides.find(locator);
         if (aside != asides.end() && TextOf(aside->second) == TextOf(record.info))
             continue;
-        record.info->CountEnabledChangesIn(enabledChanges);
+        record.info->CountChangesIn(recordChanges);
         choices.erase(locator);
         asides.erase(locator);
         records.insert_or_assign(locator, Record{record.info, record.info->IsEnabled()});

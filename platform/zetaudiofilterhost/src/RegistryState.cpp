@@ -23,7 +23,7 @@ void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
 
 void PluginModuleInfoManager::State::Put(const InfoPtr& info)
 {
-    info->CountEnabledChangesIn(enabledChanges);
+    info->CountChangesIn(recordChanges);
     info->SetScannedAlone(false);
     const PluginLocator& locator = info->GetLocator();
     choices.erase(locator);
@@ -157,7 +157,7 @@ void PluginModuleInfoManager::State::ReplaceRecords(Configuration& configuration
     version = std::move(configuration.version);
     unknown = std::move(configuration.unknown);
     for (const InfoPtr& info : configuration.modules) {
-        info->CountEnabledChangesIn(enabledChanges);
+        info->CountChangesIn(recordChanges);
         info->SetScannedAlone(false);
         records.insert_or_assign(records.end(), info->GetLocator(), Record{info, info->IsEnabled()});
     }
@@ -232,7 +232,7 @@ void PluginModuleInfoManager::State::TakeAllFolders(const std::vector<Technology
         const TechnologyType type = technology.technology->GetType();
         const auto isIt = [type](const TechnologyFolders& folders) { return folders.type == type; };
         if (std::none_of(given.begin(), given.end(), isIt))
-            technology.technology->SetPluginDirectories(DefaultPluginFolders(type));
+            SetDefaultFolders(*technology.technology);
     }
     TakeFolders(given);
 }
@@ -255,10 +255,9 @@ void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFol
         FindTechnology(type)->technology->SetPluginDirectories(folders);
 }
 
-void PluginModuleInfoManager::State::SetDefaultFolders()
+void PluginModuleInfoManager::State::SetDefaultFolders(PluginTechnology& technology)
 {
-    for (const Technology& technology : technologies)
-        technology.technology->SetPluginDirectories(DefaultPluginFolders(technology.technology->GetType()));
+    technology.SetPluginDirectories(DefaultPluginFolders(technology.GetType()));
 }
 
 PluginModuleInfoManager::State::Technology*

@@ -62,7 +62,7 @@ struct PluginModuleInfoManager::State
     RegistryChange StateOf(const PluginLocator& locator) const;
     std::map<PluginLocator, std::string> StateTexts() const;
     void TakeFolders(const std::vector<TechnologyFolders>& given);
-    void SetDefaultFolders();
+    static void SetDefaultFolders(PluginTechnology& technology);
     Technology* FindTechnology(TechnologyType type);
 
     // Records that are aside (RegistryAsides.cpp).
@@ -148,7 +148,7 @@ struct PluginModuleInfoManager::State
     /// Since then, by this registry; flipped records come in when they are looked for.
     std::set<PluginLocator> changed;
     std::vector<std::vector<std::wstring>> savedFolderPaths;
-    PluginModuleInfo::ChangeCounter enabledChanges = std::make_shared<std::atomic<std::uint64_t>>(0);
+    std::shared_ptr<PluginModuleInfo::Changes> recordChanges = std::make_shared<PluginModuleInfo::Changes>();
     std::uint64_t savedEnabledChanges = 0;
 
     /// Guards what follows; `records` is read under it but changed on the main thread only.

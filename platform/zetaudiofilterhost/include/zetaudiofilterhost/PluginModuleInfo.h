@@ -54,8 +54,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
         if (enabled == value)
             return;
         enabled = value;
-        if (enabledChanges)
-            enabledChanges->fetch_add(1, std::memory_order_relaxed);
+        if (changes)
+            changes->enabled.fetch_add(1, std::memory_order_relaxed);
     }
     /// True when the module offers at least one effect that is not an instrument.
     bool HasAnyNonSynthEffect() const noexcept { return hasEffect; }
@@ -71,23 +71,23 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     /// ones of its module. The registry's records do not have it.
     bool IsScannedAlone() const noexcept { return scannedAlone; }
 
-    void SetLocator(PluginLocator value) { locator = std::move(value); }
-    void SetName(std::wstring value) { name = std::move(value); }
-    void SetProduct(std::wstring value) { product = std::move(value); }
-    void SetVersionString(std::wstring value) { version = std::move(value); }
-    void SetVendor(std::wstring value) { vendor = std::move(value); }
-    void SetCategory(std::wstring value) { category = std::move(value); }
-    void SetUniqueId(std::wstring value) { uniqueId = std::move(value); }
-    void SetNumericVersion(std::int64_t value) { numericVersion = value; }
-    void SetHasAnyNonSynthEffect(bool value) { hasEffect = value; }
-    void SetHasAnySynth(bool value) { hasSynth = value; }
-    void SetStatus(ModuleStatus value) { status = value; }
-    void SetReason(std::string value) { reason = std::move(value); }
+    void SetLocator(PluginLocator value) { Change(locator, std::move(value)); }
+    void SetName(std::wstring value) { Change(name, std::move(value)); }
+    void SetProduct(std::wstring value) { Change(product, std::move(value)); }
+    void SetVersionString(std::wstring value) { Change(version, std::move(value)); }
+    void SetVendor(std::wstring value) { Change(vendor, std::move(value)); }
+    void SetCategory(std::wstring value) { Change(category, std::move(value)); }
+    void SetUniqueId(std::wstring value) { Change(uniqueId, std::move(value)); }
+    void SetNumericVersion(std::int64_t value) { Change(numericVersion, value); }
+    void SetHasAnyNonSynthEffect(bool value) { Change(hasEffect, value); }
+    void SetHasAnySynth(bool value) { Change(hasSynth, value); }
+    void SetStatus(ModuleStatus value) { Change(status, value); }
+    void SetReason(std::string value) { Change(reason, std::move(value)); }
     void SetScannedAlone(bool value) { scannedAlone = value; }
     void SetFileStamp(std::uint64_t size, std::int64_t time)
     {
-        fileSize = size;
-        fileTime = time;
+        Change(fileSize, size);
+        Change(fileTime, time);
     }
 
     /// Attributes and child elements of a newer version's file, kept so that saving does not lose them.
@@ -101,12 +101,25 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     const Unknown& GetUnknown() const noexcept { return unknown; }
     void SetUnknown(Unknown value) { unknown = std::move(value); }
 
-    /// The registry counts every change of an enabled flag of its records, so that a save can tell at once
-    /// that there was none.
-    using ChangeCounter = std::shared_ptr<std::atomic<std::uint64_t>>;
-    void CountEnabledChangesIn(ChangeCounter counter) { enabledChanges = std::move(counter); }
+    /// The registry counts the changes of its records, so that a save can tell at once that no enabled flag
+    /// has changed, and whoever keeps what it has read of the records that it still holds.
+    struct Changes
+    {
+        std::atomic<std::uint64_t> enabled{0};
+        /// Of everything else but what is unknown.
+        std::atomic<std::uint64_t> content{0};
+    };
+    void CountChangesIn(std::shared_ptr<Changes> counter) { changes = std::move(counter); }
 
   private:
+    template<typename T>
+    void Change(T& member, T value)
+    {
+        member = std::move(value);
+        if (changes)
+            changes->content.fetch_add(1, std::memory_order_relaxed);
+    }
+
     PluginLocator locator;
     std::wstring name, product, version, vendor, category, uniqueId;
     std::string reason;
@@ -119,7 +132,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     bool hasSynth = false;
     bool scannedAlone = false;
     Unknown unknown;
-    ChangeCounter enabledChanges;
+    std::shared_ptr<Changes> changes;
 };
 
 } // namespace zetaudiofilterhost

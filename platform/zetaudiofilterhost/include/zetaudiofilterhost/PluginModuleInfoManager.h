@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -73,14 +75,29 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Every record of the module (its sub-components included), whatever their status.
     std::vector<InfoPtr> FindModule(const PluginLocator& module) const;
     std::size_t RecordCount() const;
+    /// How often records have been changed while they were in the registry. Adding, replacing and removing
+    /// records is no such change. Whoever keeps what it has read of them compares. Any thread.
+    struct RecordChanges
+    {
+        std::uint64_t enabled = 0;
+        /// Of everything else that a record tells.
+        std::uint64_t content = 0;
+
+        friend bool operator==(const RecordChanges&, const RecordChanges&) = default;
+    };
+    RecordChanges GetRecordChanges() const noexcept;
     /// Every record, whatever its status, banned or not, ordered by locator.
     std::vector<InfoPtr> AllRecords() const;
 
     /// Null for a technology that is not VST, VST3 or AU.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
     std::shared_ptr<PluginTechnology> GetPluginTechnology(int type);
-    /// Each technology's documented locations on this platform, whether or not they exist.
+    /// The default folders are a technology's documented locations on this platform, whether or not they
+    /// exist. VST gets them in place of its own, because its folders are what the manager dialog shows and
+    /// asks about; another technology only when it has no folder at all.
     void ResetToDefaultFolders();
+    /// Every technology gets its default folders in place of its own.
+    void ResetAllToDefaultFolders();
 
     /// The plug-in files in the registered folders, ordered by locator. Banned ones are left out until their
     /// ban is due. With `newOnly`, only those without a record, with an unscanned or unreadable one, whose
