@@ -141,9 +141,7 @@ TEST_F(Choices, FoldersCanBeAddedRemovedAndReset)
     EXPECT_EQ(RunWell({"folders", "list"}), line);
     RunWell({"folders", "add", plugins.string() + "/", "plugins/."});
     EXPECT_EQ(RunWell({"folders"}), line) << "a folder is kept once";
-    const auto missing = Run({"folders", "add", "not there"});
-    EXPECT_EQ(missing.exitStatus, 0);
-    EXPECT_THAT(missing.error, HasSubstr((folder / "not there").string()));
+    RunWell({"folders", "add", "--offline", "not there"});
     EXPECT_THAT(RunWell({"folders"}), HasSubstr("VST   " + (folder / "not there").string() + "\n"));
     RunWell({"folders", "remove", "plugins", "not there"});
     EXPECT_EQ(RunWell({"folders"}), "");
@@ -153,6 +151,145 @@ TEST_F(Choices, FoldersCanBeAddedRemovedAndReset)
     RunWell({"folders", "add", "plugins"});
     RunWell({"folders", "reset"});
     EXPECT_THAT(RunWell({"folders"}), ::testing::Not(HasSubstr(plugins.string()))) << "of every technology";
+}
+
+TEST_F(Choices, WhatIsNoFolderIsNotAddedAndNeitherAreTheOthers)
+{
+    const std::string before = RunWell({"folders"});
+    std::filesystem::create_directory(folder / "more");
+    struct Case
+    {
+        Strings arguments;
+        std::string named, why;
+    };
+    for (const Case& each : {Case{{"more", effect.string()}, effect.string(), "no folder"},
+                             Case{{"--offline", effect.string()}, effect.string(), "no folder"},
+                             Case{{"not there", "more"}, (folder / "not there").string(), "--offline"}}) {
+        Strings arguments{"folders", "add"};
+        arguments.insert(arguments.end(), each.arguments.begin(), each.arguments.end());
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(arguments);
+        EXPECT_THAT(result.error, AllOf(HasSubstr(each.named), HasSubstr(each.why)));
+    }
+    EXPECT_EQ(RunWell({"folders"}), before);
+}
+
+TEST_F(Choices, AFolderThatIsNamedIsScannedWithAllThatLiesInIt)
+{
+    const auto elsewhere = folder / "elsewhere";
+    std::filesystem::create_directories(elsewhere / "deep");
+    const auto synth = zettesting::CopyTestPlugin("good/vst2_synth", elsewhere / "deep", "synth");
+    const auto vst3 = zettesting::CopyTestPlugin("good/vst3_without_moduleinfo", elsewhere, "other");
+    const ScanSummary summary = Scan({"elsewhere"});
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.found, 2);
+    EXPECT_EQ(ListedPaths(), (Strings{synth.string(), vst3.string()})) << "and nothing else";
+    EXPECT_EQ(Scan({elsewhere.string(), "--in-process"}).scanned, 2) << "known ones too";
+
+    RunWell({"ban", vst3.string()});
+    const ScanSummary again = Scan({elsewhere.string(), effect.string()});
+    EXPECT_EQ(again.found, 2);
+    EXPECT_THAT(again.messages,
+                HasSubstr("banned, and therefore not scanned ('reload' scans it): " + vst3.string()));
+    EXPECT_EQ(Scan({bundle.string()}).found, 1) << "a bundle is a plug-in and no folder of plug-ins";
+}
+
+TEST_F(Choices, AFolderWithoutPluginsIsSaid)
+{
+    std::filesystem::create_directory(folder / "empty");
+    zettesting::WriteAll(folder / "empty" / "readme.txt", "nothing");
+    const ScanSummary summary = Scan({"empty"});
+    EXPECT_EQ(summary.exitStatus, 0);
+    EXPECT_EQ(summary.scanned, 0);
+    EXPECT_THAT(summary.messages, HasSubstr((folder / "empty").string()));
+}
+
+TEST_F(Choices, AllBannedPluginsAreReloadedAtOnce)
+{
+    RunWell({"scan"});
+    RunWell({"ban", effect.string(), shell.string(), bundle.string()});
+    std::filesystem::remove(shell);
+    EXPECT_THAT(RunWell({"reload", "--all"}), AllOf(HasSubstr("2 plug-ins found"), HasSubstr("1 gone")));
+    EXPECT_EQ(ListedPaths({"--banned"}), Strings());
+    EXPECT_EQ(ListedPaths({"--enabled"}), (Strings{bundle.string(), effect.string()}));
+    const auto nothing = Run({"reload", "--all"});
+    EXPECT_EQ(nothing.exitStatus, 0);
+    EXPECT_THAT(nothing.error, HasSubstr("no plug-in is banned"));
+}
+
+TEST_F(Choices, EachChoiceOfTheListCountsWhatItShows)
+{
+    RunWell({"scan"});
+    RunWell({"disable", effect.string()});
+    RunWell({"ban", bundle.string()});
+    EXPECT_THAT(RunWell({"list"}), HasSubstr("\n4 plug-ins (1 off), 1 banned\n"));
+    EXPECT_THAT(RunWell({"list", "--banned"}), HasSubstr("\n1 banned plug-in\n"));
+    EXPECT_THAT(RunWell({"list", "--enabled"}), HasSubstr("\n3 plug-ins on\n"));
+    EXPECT_THAT(RunWell({"list", "--disabled"}), HasSubstr("\n1 plug-in off\n"));
+    EXPECT_THAT(RunWell({"list", "--failed"}),
+                AllOf(HasSubstr("\n1 plug-in does not work, 1 of them banned\n"),
+                      HasSubstr("    banned by the user\n")));
+}
+
+TEST_F(Choices, TheListInJsonHasEverythingThatIsKnown)
+{
+    RunWell({"scan"});
+    RunWell({"ban", effect.string()});
+    const auto listed = FindListed(bundle);
+    ASSERT_TRUE(listed);
+    EXPECT_EQ(listed->id.size(), 32u);
+    EXPECT_NE(listed->category, "");
+    const testing::Matcher<std::string> isTime =
+        testing::MatchesRegex("20[0-9][0-9]-[01][0-9]-[0-3][0-9]T[0-2][0-9]:[0-5][0-9]:[0-5][0-9]Z");
+    EXPECT_THAT(listed->fileTime, isTime);
+    EXPECT_TRUE(listed->effect);
+    EXPECT_FALSE(listed->instrument);
+    const auto banned = FindListed(effect);
+    ASSERT_TRUE(banned);
+    EXPECT_THAT(banned->bannedAt, isTime);
+    const auto synth = Install("good/vst2_synth", "synth");
+    RunWell({"scan"});
+    ASSERT_TRUE(FindListed(synth));
+    EXPECT_TRUE(FindListed(synth)->instrument);
+}
+
+TEST_F(Choices, AListOfPreferencesThatAreNotThereSaysSoAndMakesNothing)
+{
+    prefs = folder / "mistyped" / "prefs";
+    for (const Strings& arguments : {Strings{"list"}, Strings{"list", "--json"}}) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 2);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.error, HasSubstr(prefs.string()));
+    }
+    EXPECT_FALSE(std::filesystem::exists(prefs.parent_path()));
+}
+
+TEST_F(Choices, QuietSaysOnlyWhatWentWrong)
+{
+    const auto good = Run({"scan", "--quiet"});
+    EXPECT_EQ(good.exitStatus, 0);
+    EXPECT_EQ(good.output + good.error, "");
+    EXPECT_EQ(List().size(), 5u);
+    const auto bad = Install("bad/crash_in_entry", "bad");
+    const auto result = Run({"--quiet", "scan"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.output, testing::StartsWith("Banned: " + bad.string() + "\n"));
+    EXPECT_EQ(result.error, "");
+    EXPECT_NE(Run({"list", "--quiet"}).output, "") << "a list is what was asked for";
+    EXPECT_NE(Run({"scan", "--quiet", "no such file"}).error, "");
+}
+
+TEST_F(Choices, TheTimeThatAPluginMayTakeIsChosen)
+{
+    const auto hanging = Install("bad/loops_forever", "hanging");
+    environment["ZET_DEBUG_DATABASE"] = "zetaudiofilterscan.EntityTimeoutSeconds=500;Other=1";
+    const ScanSummary summary = Scan({"--timeout", "0.5", hanging.string()});
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    const auto listed = FindListed(hanging);
+    ASSERT_TRUE(listed);
+    EXPECT_TRUE(listed->IsBanned());
+    EXPECT_THAT(listed->reason, HasSubstr("took longer than 0.5"));
 }
 
 TEST_F(Choices, TheFirstStartSavesTheDefaultFolders)

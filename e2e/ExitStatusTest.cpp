@@ -65,6 +65,30 @@ TEST_F(ExitStatus, WhatCannotBeSavedIsOneAndSaysWhere)
     EXPECT_EQ(zettesting::ReadAll(prefs), "no folder");
 }
 
+TEST_F(ExitStatus, AnErrorThatNothingProvidesForIsFourAndIsSaid)
+{
+    const auto bin = CopyProgram();
+    std::filesystem::create_directory(bin / "lang");
+    zettesting::WriteAll(bin / "lang" / "de.txt", "# German\n\"unfinished\n");
+    const auto result = Run({"--lang", "de", "list"});
+    EXPECT_EQ(result.exitStatus, 4);
+    EXPECT_THAT(result.error,
+                AllOf(testing::StartsWith("zetaudiopluginmanager: unexpected error: "), HasSubstr("de.txt")));
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(Run({"--help"}).output, HasSubstr("\n  4    an unexpected error"));
+}
+
+TEST_F(ExitStatus, WrongUsageNamesTheProgramTheWordAndTheChoices)
+{
+    EXPECT_EQ(Run({"--skin", "pink", "list"}).error,
+              "zetaudiopluginmanager: --skin pink: there are classic and v7\n");
+    EXPECT_THAT(Run({"list", "--frob"}).error,
+                AllOf(testing::StartsWith("zetaudiopluginmanager: there is no option --frob; there are "),
+                      HasSubstr("--banned"), HasSubstr("--prefs")));
+    EXPECT_THAT(Run({"--lang", "tlh", "list"}).error,
+                AllOf(HasSubstr("--lang tlh: there are "), HasSubstr("de, en")));
+}
+
 TEST_F(ExitStatus, AFolderInPlaceOfTheRegistryIsOne)
 {
     std::filesystem::path registry;
@@ -105,16 +129,7 @@ TEST_F(ExitStatus, ADamagedRegistryIsKeptAsideAndNamed)
 
 TEST_F(ExitStatus, AScannerThatIsNotThereIsThree)
 {
-    const auto bin = folder / "bin";
-    std::filesystem::create_directory(bin);
-    for (const auto& entry : std::filesystem::directory_iterator(ProgramFolder())) {
-        const std::string name = entry.path().filename().string();
-        if (name.starts_with("libzet") || name.ends_with(".dll"))
-            std::filesystem::copy(entry.path(), bin / name);
-    }
-    std::filesystem::copy(program, bin / program.filename());
-    program = bin / program.filename();
-
+    CopyProgram();
     Install("good/vst2_effect", "effect");
     const ScanSummary summary = Scan();
     EXPECT_EQ(summary.exitStatus, 3) << summary.messages;

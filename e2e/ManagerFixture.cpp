@@ -136,6 +136,20 @@ void ManagerFixture::ExpectNoProcessLeft() const
     EXPECT_EQ(zettesting::WaitForProcessesToEnd(folder.Path().string()), std::vector<std::string>());
 }
 
+std::filesystem::path ManagerFixture::CopyProgram()
+{
+    const auto bin = folder / "bin";
+    std::filesystem::create_directory(bin);
+    for (const auto& entry : std::filesystem::directory_iterator(ProgramFolder())) {
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with("libzet") || name.ends_with(".dll"))
+            std::filesystem::copy(entry.path(), bin / name);
+    }
+    std::filesystem::copy(program, bin / program.filename());
+    program = bin / program.filename();
+    return bin;
+}
+
 std::filesystem::path ManagerFixture::Install(const std::string& plugin, const std::string& title) const
 {
     return zettesting::CopyTestPlugin(plugin, plugins, title);

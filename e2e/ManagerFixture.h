@@ -15,10 +15,13 @@
 /// One object of `list --json`. `path` is as the program prints it.
 struct ListedPlugin
 {
-    std::string technology, path, subcomponent, name, version, vendor;
+    std::string technology, path, subcomponent, name, version, vendor, id, category;
     bool enabled = false;
     bool effect = false;
+    bool instrument = false;
     std::string status, reason;
+    /// Empty for null.
+    std::string fileTime, bannedAt;
 
     bool IsBanned() const { return status == "banned"; }
     friend auto operator<=>(const ListedPlugin&, const ListedPlugin&) = default;
@@ -62,6 +65,9 @@ class ManagerFixture : public ::testing::Test
     void UseFolders(const std::vector<std::filesystem::path>& folders) const;
     /// Waits until none is left.
     void ExpectNoProcessLeft() const;
+
+    /// Copies the program with its libraries, but without the scanner, and goes on with the copy. Its folder.
+    std::filesystem::path CopyProgram();
 
     /// Copies it to `plugins`.
     std::filesystem::path Install(const std::string& plugin, const std::string& title) const;

@@ -11,6 +11,11 @@ std::string Text(const boost::json::object& object, const char* key)
     return std::string(object.at(key).as_string());
 }
 
+std::string TextOrNull(const boost::json::object& object, const char* key)
+{
+    return object.at(key).is_null() ? std::string() : Text(object, key);
+}
+
 std::set<std::string> KeysOf(const boost::json::object& object)
 {
     std::set<std::string> keys;
@@ -28,18 +33,30 @@ std::vector<ListedPlugin> ReadList(const std::string& json)
     const boost::json::value list = boost::json::parse(json);
     for (const boost::json::value& value : list.as_array()) {
         const boost::json::object& object = value.as_object();
-        ListedPlugin plugin{Text(object, "technology"),     Text(object, "path"),
-                            Text(object, "subcomponent"),   Text(object, "name"),
-                            Text(object, "version"),        Text(object, "vendor"),
-                            object.at("enabled").as_bool(), object.at("effect").as_bool(),
-                            Text(object, "status"),         {}};
-        std::set<std::string> keys{"technology", "path",    "subcomponent", "name",  "version",
-                                   "vendor",     "enabled", "effect",       "status"};
-        if (plugin.IsBanned()) {
+        ListedPlugin plugin;
+        plugin.technology = Text(object, "technology");
+        plugin.path = Text(object, "path");
+        plugin.subcomponent = Text(object, "subcomponent");
+        plugin.name = Text(object, "name");
+        plugin.version = Text(object, "version");
+        plugin.vendor = Text(object, "vendor");
+        plugin.id = Text(object, "id");
+        plugin.category = Text(object, "category");
+        plugin.enabled = object.at("enabled").as_bool();
+        plugin.effect = object.at("effect").as_bool();
+        plugin.instrument = object.at("instrument").as_bool();
+        plugin.status = Text(object, "status");
+        plugin.fileTime = TextOrNull(object, "fileTime");
+        std::set<std::string> keys{"technology", "path",   "subcomponent", "name",    "version",
+                                   "vendor",     "id",     "category",     "enabled", "effect",
+                                   "instrument", "status", "fileTime"};
+        if (plugin.status != "working") {
             plugin.reason = Text(object, "reason");
             keys.insert("reason");
-        } else {
-            EXPECT_EQ(plugin.status, "working");
+        }
+        if (plugin.IsBanned()) {
+            plugin.bannedAt = TextOrNull(object, "bannedAt");
+            keys.insert("bannedAt");
         }
         EXPECT_EQ(KeysOf(object), keys);
         plugins.push_back(std::move(plugin));

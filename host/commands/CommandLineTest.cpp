@@ -37,6 +37,15 @@ TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
         {"enable", "--all", "x.so"},
         {"ban"},
         {"reload"},
+        {"reload", "--all", "x.so"},
+        {"list", "--failed", "--banned"},
+        {"list", "--failed", "--enabled"},
+        {"list", "--failed", "--disabled"},
+        {"scan", "--in-process", "--timeout", "3"},
+        {"list", "--timeout", "0"},
+        {"list", "--timeout", "-1"},
+        {"list", "--timeout", "soon"},
+        {"list", "--skin", "pink"},
         {"folders", "frobnicate"},
         {"folders", "add"},
         {"folders", "remove"},
@@ -53,6 +62,50 @@ TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
     }
 }
 
+TEST(CommandLine, WrongUsageIsSaidWithTheProgramTheWrongWordAndTheChoices)
+{
+    const zettesting::NoDisplay noDisplay;
+    const std::string program = "zetaudiopluginmanager: ";
+    const std::string commands = "there are manage, scan, list, enable, disable, ban, reload and folders\n";
+    const auto more = [&program](const std::string& command) {
+        return program + "'zetaudiopluginmanager" + command + " --help' tells more\n";
+    };
+    const struct
+    {
+        Arguments arguments;
+        std::string said;
+    } cases[] = {
+        {{"--skin", "pink", "folders"}, program + "--skin pink: there are classic and v7\n"},
+        {{"--timeout", "soon", "folders"},
+         program + "--timeout soon: a number of seconds above 0 is expected\n"},
+        {{}, program + "a command is needed; " + commands + more("")},
+        {{"frobnicate"}, program + "there is no command frobnicate; " + commands + more("")},
+        {{"--client"}, program + "--client needs a value: NAME\n" + more("")},
+        {{"list", "--filter"}, program + "--filter needs a value: TEXT\n" + more(" list")},
+        {{"list", "stray"}, program + "list takes no more words: stray\n" + more(" list")},
+        {{"folders", "frob"},
+         program + "there is no command frob; there are list, add, remove and reset\n" + more(" folders")},
+        {{"folders", "reset", "x"}, program + "reset takes no more words: x\n" + more(" folders reset")},
+        {{"enable"}, program + "enable needs --all or PLUGIN-FILE\n" + more(" enable")},
+        {{"ban"}, program + "ban needs a PLUGIN-FILE\n" + more(" ban")},
+        {{"list", "--enabled", "--banned"},
+         program + "--enabled and --banned do not go together\n" + more(" list")},
+        {{"reload", "--al"},
+         program +
+             "there is no option --al; there are --help, --all, --version, --prefs, --client, --skin, "
+             "--lang, "
+             "--timeout and --quiet\n" +
+             more(" reload")},
+    };
+    for (const auto& each : cases) {
+        std::ostringstream output;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(RunCommandLine(each.arguments, output), 2) << testing::PrintToString(each.arguments);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), each.said);
+        EXPECT_EQ(output.str(), "") << testing::PrintToString(each.arguments);
+    }
+}
+
 TEST_F(CommandLineInAFolder, AFileNameInBracketsIsOneName)
 {
     std::ostringstream output;
@@ -66,8 +119,10 @@ TEST(CommandLine, HelpNamesEveryCommandAndExitStatus)
 {
     std::ostringstream output;
     EXPECT_EQ(RunCommandLine({"--help"}, output), 0);
-    for (const char* text : {"scan", "list", "enable", "disable", "ban", "reload", "folders", "--prefs",
-                             "--client", "Exit status:", "  0 ", "  1 ", "  2 ", "  3 ", "  130 "})
+    for (const char* text : {"scan",   "list",      "enable",  "disable",      "ban",
+                             "reload", "folders",   "--prefs", "--client",     "--skin",
+                             "--lang", "--timeout", "--quiet", "Exit status:", "  0 ",
+                             "  1 ",   "  2 ",      "  3 ",    "  4 ",         "  130 "})
         EXPECT_THAT(output.str(), HasSubstr(text));
 }
 

@@ -14,6 +14,11 @@ std::vector<std::string> CommandLineArguments(int count, const char* const* argu
 /// Makes the terminal show UTF-8 where that is not a matter of course.
 void PrepareConsole();
 
+/// This process's environment, which the processes that it starts get too. UTF-8; empty for a variable that
+/// is not there.
+std::string EnvironmentText(const std::string& name);
+void SetEnvironmentText(const std::string& name, const std::string& value);
+
 bool IsTerminal(std::FILE* stream);
 /// Columns of the terminal that standard output goes to; 0 when it goes elsewhere.
 std::size_t ConsoleWidth();

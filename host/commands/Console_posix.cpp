@@ -22,6 +22,17 @@ void PrepareConsole()
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
+std::string EnvironmentText(const std::string& name)
+{
+    const char* const value = std::getenv(name.c_str());
+    return value ? value : "";
+}
+
+void SetEnvironmentText(const std::string& name, const std::string& value)
+{
+    ::setenv(name.c_str(), value.c_str(), 1);
+}
+
 bool IsTerminal(std::FILE* stream)
 {
     return ::isatty(::fileno(stream)) == 1;

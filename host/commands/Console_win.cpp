@@ -38,6 +38,17 @@ void PrepareConsole()
     ::SetConsoleOutputCP(CP_UTF8);
 }
 
+std::string EnvironmentText(const std::string& name)
+{
+    const wchar_t* const value = ::_wgetenv(zetcore::string::UTF8to16(name).c_str());
+    return value ? zetcore::string::UTF16to8(value) : std::string();
+}
+
+void SetEnvironmentText(const std::string& name, const std::string& value)
+{
+    ::_wputenv_s(zetcore::string::UTF8to16(name).c_str(), zetcore::string::UTF8to16(value).c_str());
+}
+
 bool IsTerminal(std::FILE* stream)
 {
     DWORD mode = 0;

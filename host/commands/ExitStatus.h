@@ -6,13 +6,16 @@ namespace zetaudiopluginmanager {
 enum class ExitStatus : int
 {
     Done = 0,
-    /// Done, but something could not be saved (or written to standard output).
+    /// Done, but something could not be saved (or written to standard output); or an existing preferences
+    /// file could not be read, and nothing was done.
     NotSaved = 1,
     /// Also: a window was asked for, and there is no display.
     WrongUsage = 2,
     /// The scanner process could not be started, and nothing was scanned; or it kept failing, and not
     /// everything was.
     ScannerNotStarted = 3,
+    /// An error that nothing provides for ended the program.
+    Unexpected = 4,
     /// The user cancelled; what was found until then is kept.
     Cancelled = 130,
 };
@@ -31,6 +34,7 @@ constexpr ExitStatus Worse(ExitStatus left, ExitStatus right)
         case ExitStatus::Cancelled:
             return 3;
         case ExitStatus::WrongUsage:
+        case ExitStatus::Unexpected:
             break;
         }
         return 4;

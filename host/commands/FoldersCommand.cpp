@@ -38,14 +38,22 @@ void List(HostSession& session, std::ostream& output)
     }
 }
 
-void Add(HostSession& session, const std::vector<std::wstring>& folders)
+bool Add(HostSession& session, const std::vector<std::wstring>& folders, bool offline)
 {
+    bool all = true;
     for (const std::wstring& folder : folders) {
-        if (!PathExists(folder))
-            Say("added, although there is no such folder now: " + ForTerminal(folder));
+        if (IsFolder(folder) || (offline && !PathExists(folder)))
+            continue;
+        Say(PathExists(folder)
+                ? "this is no folder: " + ForTerminal(folder)
+                : "there is no such folder ('--offline' adds it all the same): " + ForTerminal(folder));
+        all = false;
     }
-    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
-        session.Registry().GetPluginTechnology(type)->AddPluginDirectories(folders);
+    if (all) {
+        for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
+            session.Registry().GetPluginTechnology(type)->AddPluginDirectories(folders);
+    }
+    return all;
 }
 
 /// The folders as their technology writes them.
@@ -85,7 +93,8 @@ ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options,
         List(session, output);
         return session.Status();
     case FolderAction::Add:
-        Add(session, AbsolutePaths(options.folders));
+        if (!Add(session, AbsolutePaths(options.folders), options.offline))
+            return ExitStatus::WrongUsage;
         break;
     case FolderAction::Remove:
         if (!Remove(session, AbsolutePaths(options.folders)))

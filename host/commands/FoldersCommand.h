@@ -20,9 +20,12 @@ struct FolderOptions
 {
     FolderAction action = FolderAction::List;
     std::vector<std::string> folders;
+    /// Add those, too, that are not there: on a drive that is not attached now.
+    bool offline = false;
 };
 
-/// A folder is added for VST and for VST3 plug-ins, and removed from every technology.
+/// A folder is added for VST and for VST3 plug-ins, and removed from every technology. What is no folder is
+/// not added, and neither are the others then.
 ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

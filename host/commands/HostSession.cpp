@@ -46,7 +46,7 @@ void Say(std::string_view text)
         std::fprintf(stderr, "zetaudiopluginmanager: %s\n", line.c_str());
 }
 
-HostSession::Surroundings::Surroundings(Surface surface)
+HostSession::Surroundings::Surroundings(Surface surface, bool quiet)
 {
     if (surface == Surface::Windows) {
         if (!zetui::ui::InitializeWindows())
@@ -55,7 +55,7 @@ HostSession::Surroundings::Surroundings(Surface surface)
         zetui::dialogs::SetPresentation(windows);
     } else {
         eventLoop = std::make_shared<zetcore::threads::PlainEventLoop>();
-        terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr);
+        terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr, quiet);
         zetcore::threads::RegisterMainThread(eventLoop);
         zetui::dialogs::SetPresentation(terminal);
     }
@@ -75,8 +75,8 @@ HostSession::Surroundings::~Surroundings()
     }
 }
 
-HostSession::HostSession(Surface surface)
-    : surroundings(surface), registry(PluginModuleInfoManager::GetInstance()),
+HostSession::HostSession(Surface surface, bool onlyProblems)
+    : quiet(onlyProblems), surroundings(surface, quiet), registry(PluginModuleInfoManager::GetInstance()),
       banned(BannedPluginManager::GetInstance())
 {
     CheckAtStart();

@@ -43,12 +43,14 @@ class HostSession
     /// act on what a crash has left. Without a registry file, the default folders are set and saved. What a
     /// damaged file was about is said, and the program goes on without it. Throws `file_exception` when an
     /// existing file cannot be read, and `no_display` when there is none to open windows on.
-    explicit HostSession(Surface surface);
+    /// `quiet`: the terminal shows alerts only.
+    explicit HostSession(Surface surface, bool quiet = false);
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
     zetaudiofilterhost::PluginModuleInfoManager& Registry() const noexcept { return *registry; }
     zetaudiopluginhost::BannedPluginManager& Banned() const noexcept { return *banned; }
+    bool IsQuiet() const noexcept { return quiet; }
     /// What the terminal has shown; nothing when there are windows.
     zetui::dialogs::TerminalPresentation::Counts Shown() const;
 
@@ -66,7 +68,7 @@ class HostSession
     /// What is undone even when the start fails.
     struct Surroundings
     {
-        explicit Surroundings(Surface surface);
+        Surroundings(Surface surface, bool quiet);
         ~Surroundings();
         Surroundings(const Surroundings&) = delete;
         Surroundings& operator=(const Surroundings&) = delete;
@@ -82,6 +84,7 @@ class HostSession
     /// Told to the user so far, wherever.
     int Cautions() const;
 
+    bool quiet;
     Surroundings surroundings;
     zetaudiofilterhost::PluginModuleInfoManager* registry;
     zetaudiopluginhost::BannedPluginManager* banned;

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 #include <boost/json/src.hpp>
 
@@ -20,6 +24,42 @@ std::string DecimalText(double value)
     return {digits.data(), result.ptr};
 }
 
+boost::json::string_view StatusWord(RowStatus status)
+{
+    switch (status) {
+    case RowStatus::Banned:
+        return "banned";
+    case RowStatus::Failed:
+        return "failed";
+    case RowStatus::Unreadable:
+        return "unreadable";
+    case RowStatus::NotScanned:
+        return "unscanned";
+    case RowStatus::Working:
+        break;
+    }
+    return "working";
+}
+
+/// Null for an unknown time, and for one that has no four-digit year.
+boost::json::value TimeText(std::chrono::seconds sinceEpoch)
+{
+    constexpr std::chrono::sys_days end = std::chrono::year(10000) / 1 / 1;
+    const std::chrono::sys_seconds time(sinceEpoch);
+    if (sinceEpoch.count() <= 0 || time >= end)
+        return nullptr;
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::setfill('0') << std::setw(4) << static_cast<int>(date.year()) << '-' << std::setw(2)
+         << static_cast<unsigned>(date.month()) << '-' << std::setw(2) << static_cast<unsigned>(date.day())
+         << 'T' << std::setw(2) << clock.hours().count() << ':' << std::setw(2) << clock.minutes().count()
+         << ':' << std::setw(2) << clock.seconds().count() << 'Z';
+    return boost::json::string(text.str());
+}
+
 } // namespace
 
 std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
@@ -33,11 +73,18 @@ std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
             {"name", ForJson(row.name)},
             {"version", ForJson(row.version)},
             {"vendor", ForJson(row.vendor)},
+            {"id", ForJson(row.id)},
+            {"category", ForJson(row.category)},
             {"enabled", row.enabled},
             {"effect", row.effect},
-            {"status", row.banned ? "banned" : "working"}};
-        if (row.banned)
+            {"instrument", row.instrument},
+            {"status", StatusWord(row.status)},
+            {"fileTime",
+             TimeText(std::chrono::floor<std::chrono::seconds>(std::chrono::nanoseconds(row.fileTime)))}};
+        if (row.status != RowStatus::Working)
             object["reason"] = ForJson(row.reason);
+        if (row.IsBanned())
+            object["bannedAt"] = TimeText(std::chrono::seconds(row.bannedAt));
         text += (text.size() == 1 ? "\n  " : ",\n  ") + boost::json::serialize(object);
     }
     return text + (rows.empty() ? "]\n" : "\n]\n");

@@ -9,8 +9,10 @@
 /// What `--json` prints: UTF-8, with a line end. Texts are as `ForJson` makes them, paths as `PathForJson`.
 namespace zetaudiopluginmanager {
 
-/// An array of objects, one a line: technology, path, subcomponent, name, version, vendor, enabled, effect,
-/// status ("working" or "banned") and, for banned ones, reason.
+/// An array of objects, one a line: technology, path, subcomponent, name, version, vendor, id, category,
+/// enabled, effect, instrument, status ("working", "banned", "failed", "unreadable" or "unscanned"), fileTime
+/// and, for those that do not work, reason; for banned ones, bannedAt. Times are like "2031-01-31T23:59:59Z",
+/// null when unknown.
 std::string FormatRowsAsJson(const std::vector<PluginRow>& rows);
 
 /// One object: scanned, found, banned (array of paths), seconds.

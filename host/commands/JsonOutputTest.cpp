@@ -17,18 +17,21 @@ TEST(JsonOutput, AnEmptyListIsAnEmptyArray)
 
 TEST(JsonOutput, AWorkingPluginHasItsFieldsInOrderAndNoReason)
 {
-    const PluginRow row{PluginLocator(TechnologyType::VST, L"/p/shell.so", L"Sub \"A\""),
-                        L"Name",
-                        L"1.0",
-                        L"Maker",
-                        true,
-                        false,
-                        false,
-                        {}};
+    PluginRow row;
+    row.locator = PluginLocator(TechnologyType::VST, L"/p/shell.so", L"Sub \"A\"");
+    row.name = L"Name";
+    row.version = L"1.0";
+    row.vendor = L"Maker";
+    row.id = L"1718449267";
+    row.category = L"Fx|EQ";
+    row.enabled = true;
+    row.instrument = true;
+    row.fileTime = 1'924'992'000'999'999'999;
     EXPECT_EQ(FormatRowsAsJson({row}),
               "[\n"
               R"(  {"technology":"VST","path":"/p/shell.so","subcomponent":"Sub \"A\"","name":"Name",)"
-              R"("version":"1.0","vendor":"Maker","enabled":true,"effect":false,"status":"working"})"
+              R"("version":"1.0","vendor":"Maker","id":"1718449267","category":"Fx|EQ","enabled":true,)"
+              R"("effect":false,"instrument":true,"status":"working","fileTime":"2031-01-01T00:00:00Z"})"
               "\n]\n");
 }
 
@@ -37,8 +40,9 @@ TEST(JsonOutput, ABannedPluginSaysWhy)
     PluginRow row;
     row.locator = PluginLocator(TechnologyType::VST3, L"/p/bad.vst3");
     row.name = L"bad.vst3";
-    row.banned = true;
+    row.status = RowStatus::Banned;
     row.reason = "first\nsecond";
+    row.bannedAt = 1'709'251'199;
     const auto value = boost::json::parse(FormatRowsAsJson({row, row}));
     ASSERT_EQ(value.as_array().size(), 2u);
     const auto& object = value.as_array()[1].as_object();
@@ -46,13 +50,47 @@ TEST(JsonOutput, ABannedPluginSaysWhy)
     EXPECT_EQ(object.at("status"), "banned");
     EXPECT_EQ(object.at("reason"), "first\nsecond");
     EXPECT_EQ(object.at("enabled"), false);
+    EXPECT_EQ(object.at("bannedAt"), "2024-02-29T23:59:59Z");
+    EXPECT_TRUE(object.at("fileTime").is_null());
+}
+
+TEST(JsonOutput, ATimeThatIsNotKnownOrCannotBeIsNull)
+{
+    PluginRow row;
+    row.status = RowStatus::Banned;
+    const auto bannedAt = [&row](std::int64_t seconds) {
+        row.bannedAt = seconds;
+        return boost::json::parse(FormatRowsAsJson({row})).as_array()[0].as_object().at("bannedAt");
+    };
+    for (const std::int64_t seconds :
+         {std::int64_t{0}, std::int64_t{-1}, INT64_MIN, INT64_MAX, std::int64_t{253'402'300'800}})
+        EXPECT_TRUE(bannedAt(seconds).is_null()) << seconds;
+    EXPECT_EQ(bannedAt(1), "1970-01-01T00:00:01Z");
+    EXPECT_EQ(bannedAt(253'402'300'799), "9999-12-31T23:59:59Z");
+}
+
+TEST(JsonOutput, EachStatusHasItsWordAndItsReason)
+{
+    const std::pair<RowStatus, const char*> words[] = {{RowStatus::Failed, "failed"},
+                                                       {RowStatus::Unreadable, "unreadable"},
+                                                       {RowStatus::NotScanned, "unscanned"}};
+    for (const auto& [status, word] : words) {
+        PluginRow row;
+        row.status = status;
+        row.reason = "why";
+        const auto value = boost::json::parse(FormatRowsAsJson({row}));
+        const auto& object = value.as_array()[0].as_object();
+        EXPECT_EQ(object.at("status"), word);
+        EXPECT_EQ(object.at("reason"), "why");
+        EXPECT_FALSE(object.contains("bannedAt"));
+    }
 }
 
 TEST(JsonOutput, AReasonThatIsNotKnownIsEmpty)
 {
     PluginRow row;
     row.locator = PluginLocator(TechnologyType::VST, L"/p/bad.so");
-    row.banned = true;
+    row.status = RowStatus::Banned;
     const auto value = boost::json::parse(FormatRowsAsJson({row}));
     EXPECT_EQ(value.as_array()[0].as_object().at("reason"), "");
 }
@@ -67,7 +105,7 @@ TEST(JsonOutput, AnyUnitsMakeValidJson)
     PluginRow row;
     row.locator = PluginLocator(TechnologyType::VST, everything, everything);
     row.name = row.version = row.vendor = everything;
-    row.banned = true;
+    row.status = RowStatus::Banned;
     row.reason = "\xff\xfe\x01";
     const auto value = boost::json::parse(FormatRowsAsJson({row}));
     const std::string path(value.as_array()[0].as_object().at("path").as_string());

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
 #include <zetcore/config/Localizer.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
+
+#include "commands/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -123,6 +126,23 @@ bool LoadLanguage(std::string_view language)
     }
     zetcore::config::Localizer::Get().Reset();
     return !tables.empty() && tables.back() == "en";
+}
+
+std::vector<std::string> AvailableLanguages()
+{
+    const std::wstring programs = zetcore::filesupport::commondirs::ExecutableDir().FullPath();
+    std::vector<std::string> languages;
+    for (const wchar_t* const folder : folders) {
+        std::error_code ignored;
+        for (const auto& entry :
+             std::filesystem::directory_iterator(ToPath(programs + L"/" + folder), ignored))
+            if (entry.path().extension() == ".txt")
+                languages.push_back(entry.path().stem().string());
+    }
+    languages.emplace_back("en");
+    std::sort(languages.begin(), languages.end());
+    languages.erase(std::unique(languages.begin(), languages.end()), languages.end());
+    return languages;
 }
 
 } // namespace zetaudiopluginmanager

@@ -19,4 +19,7 @@ std::string SystemLanguage();
 /// language (English). Throws `std::runtime_error` naming file and line of a malformed table. Main thread.
 bool LoadLanguage(std::string_view language);
 
+/// The languages that there are tables for, sorted. Any thread.
+std::vector<std::string> AvailableLanguages();
+
 } // namespace zetaudiopluginmanager

@@ -17,7 +17,7 @@ ExitStatus RunListCommand(HostSession& session, const ListOptions& options, std:
     if (options.json)
         output << FormatRowsAsJson(rows);
     else
-        output << FormatPluginTable(rows, {ConsoleWidth(), ConsoleShowsColour()});
+        output << FormatPluginTable(rows, {ConsoleWidth(), ConsoleShowsColour()}, options.choice);
     return session.Status();
 }
 

@@ -1,7 +1,6 @@
 #include "commands/PluginFile.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <type_traits>
 
 #include <zetcore/string/Utf.h>
@@ -12,14 +11,6 @@ namespace {
 
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
-
-std::filesystem::path ToPath(const std::wstring& path)
-{
-    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
-        return path;
-    else
-        return zetcore::string::UTF16to8(path);
-}
 
 std::wstring ToWide(const std::filesystem::path& path)
 {
@@ -69,10 +60,24 @@ PluginLocator LocatorOfArgument(std::string_view argument)
     return LocatorOfPath(AbsolutePath(argument));
 }
 
+std::filesystem::path ToPath(const std::wstring& path)
+{
+    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
+        return path;
+    else
+        return zetcore::string::UTF16to8(path);
+}
+
 bool PathExists(const std::wstring& path)
 {
     std::error_code ignored;
     return std::filesystem::exists(ToPath(path), ignored);
+}
+
+bool IsFolder(const std::wstring& path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_directory(ToPath(path), ignored);
 }
 
 } // namespace zetaudiopluginmanager

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -18,7 +19,11 @@ zetaudiofilterhost::PluginLocator LocatorOfPath(const std::wstring& absolutePath
 /// The two together.
 zetaudiofilterhost::PluginLocator LocatorOfArgument(std::string_view argument);
 
+/// As the system's operations take it.
+std::filesystem::path ToPath(const std::wstring& path);
+
 /// True when there is a file or a folder of that path; a link counts by what it points to.
 bool PathExists(const std::wstring& path);
+bool IsFolder(const std::wstring& path);
 
 } // namespace zetaudiopluginmanager

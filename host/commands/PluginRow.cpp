@@ -1,12 +1,16 @@
 #include "commands/PluginRow.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <zetcore/filesupport/File.h>
 
 namespace zetaudiopluginmanager {
 
 namespace {
+
+using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginModuleInfo;
 
 std::wstring FoldAscii(std::wstring_view text)
 {
@@ -18,32 +22,75 @@ std::wstring FoldAscii(std::wstring_view text)
     return folded;
 }
 
+/// Nothing for what is not listed.
+std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
+{
+    switch (status) {
+    case ModuleStatus::Working:
+        return RowStatus::Working;
+    case ModuleStatus::Failed:
+        return RowStatus::Failed;
+    case ModuleStatus::Unscanned:
+        return RowStatus::NotScanned;
+    case ModuleStatus::NotAPlugin:
+    case ModuleStatus::Skipped:
+        break;
+    }
+    return std::nullopt;
+}
+
+PluginRow RowOf(const PluginModuleInfo& plugin, RowStatus status)
+{
+    PluginRow row;
+    row.locator = plugin.GetLocator();
+    row.name = plugin.GetName();
+    row.version = plugin.GetVersionString();
+    row.vendor = plugin.GetVendor();
+    row.id = plugin.GetUniqueId();
+    row.category = plugin.GetCategory();
+    row.enabled = plugin.IsEnabled();
+    row.effect = plugin.HasAnyNonSynthEffect();
+    row.instrument = plugin.HasAnySynth();
+    row.status = status;
+    row.reason = plugin.GetReason();
+    row.fileTime = plugin.GetFileTime();
+    return row;
+}
+
+std::wstring FileName(const zetaudiofilterhost::PluginModuleInfoManager& registry,
+                      const zetaudiofilterhost::PluginLocator& locator)
+{
+    return zetcore::filesupport::File(registry.GetDisplayStringForLocator(locator)).GetTitle();
+}
+
 } // namespace
 
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList)
 {
     std::vector<PluginRow> rows;
-    for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
-        if (!*info)
-            continue;
-        const auto& plugin = **info;
-        rows.push_back({plugin.GetLocator(),
-                        plugin.GetName(),
-                        plugin.GetVersionString(),
-                        plugin.GetVendor(),
-                        plugin.IsEnabled(),
-                        plugin.HasAnyNonSynthEffect(),
-                        false,
-                        {}});
-    }
+    for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
+        if (*info)
+            rows.push_back(RowOf(**info, RowStatus::Working));
     for (auto locator = bannedList.BannedBegin(); locator != bannedList.BannedEnd(); ++locator) {
         PluginRow row;
         row.locator = *locator;
-        row.name = zetcore::filesupport::File(registry.GetDisplayStringForLocator(*locator)).GetTitle();
-        row.banned = true;
-        if (const auto info = bannedList.GetBanInfo(*locator))
+        row.name = FileName(registry, *locator);
+        row.status = RowStatus::Banned;
+        if (const auto info = bannedList.GetBanInfo(*locator)) {
             row.reason = info->reason;
+            row.bannedAt = info->time;
+        }
+        rows.push_back(std::move(row));
+    }
+    for (const auto& info : registry.AllRecords()) {
+        const auto status = StatusOfRecord(info->GetStatus());
+        if (!status || *status == RowStatus::Working || bannedList.IsBanned(info->GetLocator()))
+            continue;
+        PluginRow row = RowOf(*info, *status);
+        row.enabled = false;
+        if (row.name.empty())
+            row.name = FileName(registry, row.locator);
         rows.push_back(std::move(row));
     }
     return rows;
@@ -60,17 +107,20 @@ bool MatchesFilter(const PluginRow& row, std::wstring_view text)
 
 bool IsChosen(const PluginRow& row, RowChoice choice)
 {
+    const bool isWorking = row.status == RowStatus::Working;
     switch (choice) {
     case RowChoice::All:
-        break;
+        return isWorking || row.IsBanned();
     case RowChoice::Enabled:
-        return !row.banned && row.enabled;
+        return isWorking && row.enabled;
     case RowChoice::Disabled:
-        return !row.banned && !row.enabled;
+        return isWorking && !row.enabled;
     case RowChoice::Banned:
-        return row.banned;
+        return row.IsBanned();
+    case RowChoice::Failed:
+        break;
     }
-    return true;
+    return !isWorking;
 }
 
 std::vector<PluginRow> FilterRows(std::vector<PluginRow> rows, std::wstring_view text, RowChoice choice)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +11,19 @@
 
 namespace zetaudiopluginmanager {
 
-/// One plug-in as `list` shows it: a working one of the registry, or a banned one.
+enum class RowStatus
+{
+    Working,
+    Banned,
+    /// It loads and gives no plug-in.
+    Failed,
+    /// The file may not be read.
+    Unreadable,
+    /// The next scan tries it.
+    NotScanned,
+};
+
+/// One plug-in as `list` shows it: a record of the registry, or a banned one.
 struct PluginRow
 {
     zetaudiofilterhost::PluginLocator locator;
@@ -18,12 +31,21 @@ struct PluginRow
     std::wstring name;
     std::wstring version;
     std::wstring vendor;
+    /// The plug-in's own id, and its category.
+    std::wstring id, category;
     bool enabled = false;
     /// It offers an effect that is not an instrument.
     bool effect = false;
-    bool banned = false;
-    /// UTF-8; why it was banned, as far as that is known.
+    bool instrument = false;
+    RowStatus status = RowStatus::Working;
+    /// UTF-8; why it does not work, as far as that is known.
     std::string reason;
+    /// Seconds since 1970 (UTC); 0 when it is not banned, or when that is not known.
+    std::int64_t bannedAt = 0;
+    /// Of the file that was scanned, or that the ban is about; nanoseconds since 1970 (UTC), 0 when unknown.
+    std::int64_t fileTime = 0;
+
+    bool IsBanned() const noexcept { return status == RowStatus::Banned; }
 
     friend bool operator==(const PluginRow&, const PluginRow&) = default;
 };
@@ -35,15 +57,19 @@ enum class RowChoice
     Enabled,
     Disabled,
     Banned,
+    /// Everything that does not work, whatever kept it from it.
+    Failed,
 };
 
-/// The working plug-ins in the registry's order, then the banned ones. Main thread.
+/// The working plug-ins in the registry's order, then the banned ones, then the others that do not work. What
+/// is no plug-in for this system is not among them. Main thread.
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList);
 
 /// The find test of the plug-in list: `text` occurs in the name, else the path, else the version; only the
 /// letters A to Z are taken without regard to case. An empty text matches every row.
 bool MatchesFilter(const PluginRow& row, std::wstring_view text);
+/// `All` are those that the manager's window lists: working and banned ones.
 bool IsChosen(const PluginRow& row, RowChoice choice);
 std::vector<PluginRow> FilterRows(std::vector<PluginRow> rows, std::wstring_view text, RowChoice choice);
 

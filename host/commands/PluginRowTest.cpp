@@ -8,6 +8,7 @@ namespace zetaudiopluginmanager {
 
 namespace {
 
+using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
@@ -46,9 +47,19 @@ TEST(PluginRow, EachChoiceKeepsItsRows)
               banned = Row(L"bad", L"/bad.so", L"");
     disabled.enabled = false;
     banned.enabled = false;
-    banned.banned = true;
+    banned.status = RowStatus::Banned;
     const std::vector<PluginRow> rows{enabled, disabled, banned};
     EXPECT_EQ(FilterRows(rows, L"", RowChoice::All), rows);
+    for (const RowStatus status : {RowStatus::Failed, RowStatus::Unreadable, RowStatus::NotScanned}) {
+        PluginRow failed = banned;
+        failed.status = status;
+        EXPECT_EQ(FilterRows({enabled, disabled, failed}, L"", RowChoice::All),
+                  (std::vector{enabled, disabled}));
+        EXPECT_EQ(FilterRows({enabled, disabled, failed, banned}, L"", RowChoice::Failed),
+                  (std::vector{failed, banned}));
+        EXPECT_EQ(FilterRows({failed}, L"", RowChoice::Disabled), std::vector<PluginRow>());
+        EXPECT_EQ(FilterRows({failed}, L"", RowChoice::Banned), std::vector<PluginRow>());
+    }
     EXPECT_EQ(FilterRows(rows, L"", RowChoice::Enabled), std::vector{enabled});
     EXPECT_EQ(FilterRows(rows, L"", RowChoice::Disabled), std::vector{disabled});
     EXPECT_EQ(FilterRows(rows, L"", RowChoice::Banned), std::vector{banned});
@@ -56,7 +67,7 @@ TEST(PluginRow, EachChoiceKeepsItsRows)
     EXPECT_EQ(FilterRows(rows, L"off", RowChoice::Banned), std::vector<PluginRow>());
 }
 
-TEST(PluginRow, WorkingPluginsComeBeforeBannedOnes)
+TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoNotWork)
 {
     auto& registry = *PluginModuleInfoManager::GetInstance();
     auto& banned = *BannedPluginManager::GetInstance();
@@ -67,10 +78,27 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnes)
     working->SetVersionString(L"2.0");
     working->SetVendor(L"Maker");
     working->SetEnabled(false);
+    working->SetUniqueId(L"1234");
+    working->SetCategory(L"Fx|Delay");
+    working->SetFileStamp(10, 20);
     working->SetHasAnyNonSynthEffect(true);
+    working->SetHasAnySynth(true);
     registry.AddModule(working);
+    const std::pair<std::wstring, ModuleStatus> others[] = {
+        {L"/1.so", ModuleStatus::Failed},
+        {L"/2.so", ModuleStatus::NotAPlugin},
+        {L"/3.so", ModuleStatus::Unscanned},
+        {L"/4.so", ModuleStatus::Skipped},
+    };
+    for (const auto& [path, status] : others) {
+        const auto record = std::make_shared<PluginModuleInfo>(PluginLocator(TechnologyType::VST, path));
+        record->SetStatus(status);
+        record->SetReason("why");
+        registry.AddModule(record);
+    }
     banned.AddBannedPlugin(PluginLocator(TechnologyType::VST, L"/folder/a.so"), "signal 11 while loading");
 
+    const std::int64_t now = banned.GetBanInfo(PluginLocator(TechnologyType::VST, L"/folder/a.so"))->time;
     const std::vector<PluginRow> rows = CollectRows(registry, banned);
     registry.Reset();
     banned.Reset();
@@ -80,13 +108,28 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnes)
     expectedWorking.name = L"Zed";
     expectedWorking.version = L"2.0";
     expectedWorking.vendor = L"Maker";
+    expectedWorking.id = L"1234";
+    expectedWorking.category = L"Fx|Delay";
+    expectedWorking.fileTime = 20;
+    expectedWorking.enabled = false;
     expectedWorking.effect = true;
+    expectedWorking.instrument = true;
     PluginRow expectedBanned;
     expectedBanned.locator = PluginLocator(TechnologyType::VST, L"/folder/a.so");
     expectedBanned.name = L"a.so";
-    expectedBanned.banned = true;
+    expectedBanned.status = RowStatus::Banned;
+    expectedBanned.bannedAt = now;
     expectedBanned.reason = "signal 11 while loading";
-    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned}));
+    PluginRow failed;
+    failed.locator = PluginLocator(TechnologyType::VST, L"/1.so");
+    failed.name = L"1.so";
+    failed.status = RowStatus::Failed;
+    failed.reason = "why";
+    PluginRow waiting = failed;
+    waiting.locator = PluginLocator(TechnologyType::VST, L"/3.so");
+    waiting.name = L"3.so";
+    waiting.status = RowStatus::NotScanned;
+    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting}));
 }
 
 } // namespace

@@ -25,9 +25,26 @@ constexpr std::string_view bold = "\x1b[1m", red = "\x1b[31m", dim = "\x1b[2m", 
 using Cells = std::array<std::string, columnCount>;
 using Widths = std::array<std::size_t, columnCount>;
 
+bool IsWorking(const PluginRow& row)
+{
+    return row.status == RowStatus::Working;
+}
+
 std::string StatusText(const PluginRow& row)
 {
-    return row.banned ? "banned" : row.enabled ? "working" : "working, off";
+    switch (row.status) {
+    case RowStatus::Banned:
+        return "banned";
+    case RowStatus::Failed:
+        return "failed";
+    case RowStatus::Unreadable:
+        return "unreadable";
+    case RowStatus::NotScanned:
+        return "not scanned";
+    case RowStatus::Working:
+        break;
+    }
+    return row.enabled ? "working" : "working, off";
 }
 
 Cells CellsOf(const PluginRow& row)
@@ -35,8 +52,8 @@ Cells CellsOf(const PluginRow& row)
     return {ForTerminal(row.name),
             ForTerminal(zetaudiofilterhost::TechnologyName(row.locator.GetTechnologyType())),
             StatusText(row),
-            row.banned ? "-" : ForTerminal(row.version),
-            row.banned ? "-" : ForTerminal(row.vendor),
+            IsWorking(row) ? ForTerminal(row.version) : "-",
+            IsWorking(row) ? ForTerminal(row.vendor) : "-",
             ForTerminal(row.locator.GetPath())};
 }
 
@@ -80,25 +97,43 @@ std::string Paint(std::string text, std::string_view colour, const TableStyle& s
     return style.colour ? std::string(colour).append(text).append(plain) : std::move(text);
 }
 
-std::string CountLine(const std::vector<PluginRow>& rows)
+std::string Number(std::ptrdiff_t count, std::string_view one, std::string_view several)
 {
-    const auto banned = std::count_if(rows.begin(), rows.end(), [](const auto& row) { return row.banned; });
-    const auto off =
-        std::count_if(rows.begin(), rows.end(), [](const auto& row) { return !row.banned && !row.enabled; });
-    const auto working = static_cast<std::ptrdiff_t>(rows.size()) - banned;
-    std::string text = std::to_string(working) + (working == 1 ? " plug-in" : " plug-ins");
-    if (off > 0)
-        text += " (" + std::to_string(off) + " off)";
-    return text + ", " + std::to_string(banned) + " banned";
+    return std::to_string(count).append(" ").append(count == 1 ? one : several);
+}
+
+/// What is not shown is not counted.
+std::string CountLine(const std::vector<PluginRow>& rows, RowChoice choice)
+{
+    const auto count = [&rows](auto condition) { return std::count_if(rows.begin(), rows.end(), condition); };
+    const auto working = count([](const PluginRow& row) { return IsWorking(row); });
+    const auto off = count([](const PluginRow& row) { return IsWorking(row) && !row.enabled; });
+    const auto banned = count([](const PluginRow& row) { return row.IsBanned(); });
+    const std::string plugins = Number(working, "plug-in", "plug-ins");
+    switch (choice) {
+    case RowChoice::Enabled:
+        return plugins + " on";
+    case RowChoice::Disabled:
+        return plugins + " off";
+    case RowChoice::Banned:
+        return Number(banned, "banned plug-in", "banned plug-ins");
+    case RowChoice::Failed:
+        return Number(std::ssize(rows), "plug-in does", "plug-ins do") + " not work, " +
+               std::to_string(banned) + " of them banned";
+    case RowChoice::All:
+        break;
+    }
+    return plugins + (off > 0 ? " (" + std::to_string(off) + " off)" : "") + ", " + std::to_string(banned) +
+           " banned";
 }
 
 } // namespace
 
-std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& style)
+std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& style, RowChoice choice)
 {
     std::sort(rows.begin(), rows.end(), [](const PluginRow& left, const PluginRow& right) {
-        return std::tie(left.banned, left.name, left.locator) <
-               std::tie(right.banned, right.name, right.locator);
+        const bool leftFails = !IsWorking(left), rightFails = !IsWorking(right);
+        return std::tie(leftFails, left.name, left.locator) < std::tie(rightFails, right.name, right.locator);
     });
     const std::size_t limit = style.width == 0 ? 0 : std::max<std::size_t>(style.width, 80);
     std::vector<Cells> lines;
@@ -112,16 +147,16 @@ std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& sty
     for (std::size_t index = 0; index < rows.size(); ++index) {
         const PluginRow& row = rows[index];
         const std::string line = Line(lines[index], widths);
-        table += (row.banned     ? Paint(line, red, style)
-                  : !row.enabled ? Paint(line, dim, style)
-                                 : line) +
+        table += (!IsWorking(row) ? Paint(line, red, style)
+                  : !row.enabled  ? Paint(line, dim, style)
+                                  : line) +
                  "\n";
         for (const std::string& reasonLine : LinesForTerminal(row.reason)) {
             for (const std::string& part : Wrap(reasonLine, limit == 0 ? 0 : limit - reasonIndent.size()))
                 table.append(reasonIndent).append(part).append("\n");
         }
     }
-    return table + "\n" + CountLine(rows) + "\n";
+    return table + "\n" + CountLine(rows, choice) + "\n";
 }
 
 } // namespace zetaudiopluginmanager

@@ -15,8 +15,10 @@ struct TableStyle
     bool colour = false;
 };
 
-/// The table for people: a heading, one line a plug-in (by name, banned ones last, the reason below each),
-/// and a line that counts them. Valid UTF-8 that a terminal shows as it is.
-std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& style);
+/// The table for people: a heading, one line a plug-in (by name, those that do not work last, the reason
+/// below each), and a line that counts the kinds that the choice shows. Valid UTF-8 that a terminal shows as
+/// it is.
+std::string FormatPluginTable(std::vector<PluginRow> rows, const TableStyle& style,
+                              RowChoice choice = RowChoice::All);
 
 } // namespace zetaudiopluginmanager

@@ -18,12 +18,24 @@ using zetaudiofilterhost::TechnologyType;
 
 PluginRow Working(const std::wstring& name, const std::wstring& path)
 {
-    return {PluginLocator(TechnologyType::VST, path), name, L"1.0", L"Maker", true, true, false, {}};
+    PluginRow row;
+    row.locator = PluginLocator(TechnologyType::VST, path);
+    row.name = name;
+    row.version = L"1.0";
+    row.vendor = L"Maker";
+    row.enabled = true;
+    row.effect = true;
+    return row;
 }
 
 PluginRow Banned(const std::wstring& name, const std::string& reason)
 {
-    return {PluginLocator(TechnologyType::VST3, L"/p/" + name), name, {}, {}, false, false, true, reason};
+    PluginRow row;
+    row.locator = PluginLocator(TechnologyType::VST3, L"/p/" + name);
+    row.name = name;
+    row.status = RowStatus::Banned;
+    row.reason = reason;
+    return row;
 }
 
 std::vector<std::string> Lines(const std::string& text)
@@ -39,6 +51,37 @@ TEST(PluginTable, AnEmptyListIsAHeadingAndACount)
 {
     EXPECT_EQ(FormatPluginTable({}, {}),
               "Name  Type  Status  Version  Vendor  Path\n\n0 plug-ins, 0 banned\n");
+}
+
+TEST(PluginTable, OnlyWhatTheChoiceShowsIsCounted)
+{
+    PluginRow off = Working(L"Chorus", L"/p/chorus.so");
+    off.enabled = false;
+    PluginRow unreadable = Banned(L"locked.so", "Permission denied");
+    unreadable.status = RowStatus::Unreadable;
+    PluginRow waiting = Banned(L"later.so", "no memory");
+    waiting.status = RowStatus::NotScanned;
+    PluginRow empty = Banned(L"empty.so", "returned nothing");
+    empty.status = RowStatus::Failed;
+    const std::vector<PluginRow> all{
+        Working(L"Reverb", L"/p/r.so"), off, Banned(L"bad.vst3", ""), empty, unreadable, waiting};
+    struct Case
+    {
+        RowChoice choice;
+        const char* line;
+    };
+    for (const Case& each : {Case{RowChoice::All, "2 plug-ins (1 off), 1 banned"},
+                             {RowChoice::Enabled, "1 plug-in on"},
+                             {RowChoice::Disabled, "1 plug-in off"},
+                             {RowChoice::Banned, "1 banned plug-in"},
+                             {RowChoice::Failed, "4 plug-ins do not work, 1 of them banned"}}) {
+        const std::string table = FormatPluginTable(FilterRows(all, L"", each.choice), {}, each.choice);
+        EXPECT_EQ(Lines(table).back(), each.line);
+    }
+    const std::string table =
+        FormatPluginTable(FilterRows(all, L"", RowChoice::Failed), {}, RowChoice::Failed);
+    for (const char* text : {"failed", "unreadable", "not scanned", "banned", "    Permission denied"})
+        EXPECT_THAT(table, HasSubstr(text));
 }
 
 TEST(PluginTable, ColumnsAreAlignedAndBannedOnesComeLastWithTheirReason)

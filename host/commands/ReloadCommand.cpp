@@ -44,27 +44,50 @@ std::optional<ScanReport> Reload(HostSession& session, const PluginLocator& modu
     return report;
 }
 
-} // namespace
+std::vector<PluginLocator> WithoutDoubles(std::vector<PluginLocator> modules)
+{
+    std::sort(modules.begin(), modules.end());
+    modules.erase(std::unique(modules.begin(), modules.end()), modules.end());
+    return modules;
+}
 
-ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>& files, std::ostream& output)
+std::optional<std::vector<PluginLocator>> AllBannedModules(const HostSession& session)
+{
+    std::vector<PluginLocator> modules;
+    std::transform(session.Banned().BannedBegin(), session.Banned().BannedEnd(), std::back_inserter(modules),
+                   [](const PluginLocator& banned) { return banned.ModuleLocator(); });
+    return WithoutDoubles(std::move(modules));
+}
+
+/// Nothing when one of them is not banned.
+std::optional<std::vector<PluginLocator>> BannedModules(const HostSession& session,
+                                                        const std::vector<std::string>& files)
 {
     std::vector<PluginLocator> modules;
     bool allBanned = true;
     for (const std::string& file : files) {
-        const PluginLocator module = LocatorOfArgument(file);
-        if (BannedOfModule(session, module).empty()) {
-            Say("not banned: " + ForTerminal(module.GetPath()));
+        modules.push_back(LocatorOfArgument(file));
+        if (BannedOfModule(session, modules.back()).empty()) {
+            Say("not banned: " + ForTerminal(modules.back().GetPath()));
             allBanned = false;
         }
-        if (std::find(modules.begin(), modules.end(), module) == modules.end())
-            modules.push_back(module);
     }
-    if (!allBanned)
+    return allBanned ? std::optional(WithoutDoubles(std::move(modules))) : std::nullopt;
+}
+
+} // namespace
+
+ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, std::ostream& output)
+{
+    const auto named = options.all ? AllBannedModules(session) : BannedModules(session, options.files);
+    if (!named)
         return ExitStatus::WrongUsage;
+    if (named->empty())
+        Say("no plug-in is banned");
 
     ScanReport report;
     ExitStatus status = ExitStatus::Done;
-    for (const PluginLocator& module : modules) {
+    for (const PluginLocator& module : *named) {
         if (const auto outcome = Reload(session, module)) {
             report.Add(*outcome);
         } else {
@@ -75,7 +98,7 @@ ExitStatus RunReloadCommand(HostSession& session, const std::vector<std::string>
         if (report.cancelled)
             break;
     }
-    output << FormatScanReport(report, ConsoleShowsColour());
+    output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()});
     SayWhatIsMissing(report);
     if (!report.IsComplete())
         status = ExitStatus::ScannerNotStarted;

@@ -14,6 +14,18 @@ namespace zetaudiopluginmanager {
 namespace {
 
 using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
+
+/// What a search of the registered folders would find in this one.
+std::vector<PluginLocator> PluginsInFolder(const std::wstring& folder)
+{
+    PluginModuleInfoManager search;
+    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
+        search.GetPluginTechnology(type)->SetPluginDirectories({folder});
+    std::vector<PluginLocator> vanished;
+    return search.CollectPotentialPlugins(false, vanished);
+}
 
 /// The modules to scan by name; nothing when one of them is not there.
 std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& session,
@@ -23,13 +35,21 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
     bool allThere = true;
     for (const std::string& file : files) {
         const PluginLocator module = LocatorOfArgument(file);
+        const std::string shown = ForTerminal(module.GetPath());
+        std::vector<PluginLocator> found{module};
         if (!PathExists(module.GetPath())) {
-            Say("there is no such plug-in file: " + ForTerminal(module.GetPath()));
+            Say("there is no such plug-in file: " + shown);
             allThere = false;
-        } else if (session.Banned().IsBanned(module)) {
-            Say("banned, and therefore not scanned ('reload' scans it): " + ForTerminal(module.GetPath()));
+        } else if (module.GetTechnologyType() == TechnologyType::VST && IsFolder(module.GetPath())) {
+            found = PluginsInFolder(module.GetPath());
+            if (found.empty())
+                Say("nothing in this folder looks like a plug-in: " + shown);
         }
-        modules.push_back(module);
+        for (const PluginLocator& each : found) {
+            if (session.Banned().IsBanned(each))
+                Say("banned, and therefore not scanned ('reload' scans it): " + ForTerminal(each.GetPath()));
+            modules.push_back(each);
+        }
     }
     return allThere ? std::optional(std::move(modules)) : std::nullopt;
 }
@@ -54,7 +74,7 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
     if (options.json)
         output << FormatScanReportAsJson(report);
     else if (outcome)
-        output << FormatScanReport(report, ConsoleShowsColour());
+        output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()});
     if (!outcome) {
         Say("the scanner process could not be started; nothing was scanned");
         Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));

@@ -23,6 +23,20 @@ std::string FormatEntry(const std::string& verdict, const ScanReport::Entry& ent
     return text;
 }
 
+std::string FormatSummary(const ScanReport& report)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << Count(report.scanned, "plug-in file", "plug-in files") << " scanned in " << std::fixed
+         << std::setprecision(2) << report.seconds << " s"
+         << (report.cancelled ? " until the scan was cancelled" : "") << ": "
+         << Count(report.found, "plug-in", "plug-ins") << " found, " << report.banned.size() << " banned";
+    if (report.gone > 0)
+        text << ", " << report.gone << " gone";
+    text << ".\n";
+    return std::move(text).str();
+}
+
 } // namespace
 
 void ScanReport::Add(const ScanReport& other)
@@ -38,22 +52,14 @@ void ScanReport::Add(const ScanReport& other)
     notScanned.insert(notScanned.end(), other.notScanned.begin(), other.notScanned.end());
 }
 
-std::string FormatScanReport(const ScanReport& report, bool colour)
+std::string FormatScanReport(const ScanReport& report, const ReportStyle& style)
 {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << Count(report.scanned, "plug-in file", "plug-in files") << " scanned in " << std::fixed
-         << std::setprecision(2) << report.seconds << " s"
-         << (report.cancelled ? " until the scan was cancelled" : "") << ": "
-         << Count(report.found, "plug-in", "plug-ins") << " found, " << report.banned.size() << " banned";
-    if (report.gone > 0)
-        text << ", " << report.gone << " gone";
-    text << ".\n";
+    std::string text = style.onlyProblems ? std::string() : FormatSummary(report);
     for (const ScanReport::Entry& entry : report.banned)
-        text << (colour ? FormatEntry("\x1b[31mBanned:\x1b[0m", entry) : FormatEntry("Banned:", entry));
+        text += FormatEntry(style.colour ? "\x1b[31mBanned:\x1b[0m" : "Banned:", entry);
     for (const ScanReport::Entry& entry : report.failed)
-        text << FormatEntry("No plug-in:", entry);
-    return text.str();
+        text += FormatEntry("No plug-in:", entry);
+    return text;
 }
 
 } // namespace zetaudiopluginmanager

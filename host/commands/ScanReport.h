@@ -42,7 +42,14 @@ struct ScanReport
     friend bool operator==(const ScanReport&, const ScanReport&) = default;
 };
 
+struct ReportStyle
+{
+    bool colour = false;
+    /// Leaves out what went well.
+    bool onlyProblems = false;
+};
+
 /// The summary for people; several lines, valid UTF-8 that a terminal shows as it is.
-std::string FormatScanReport(const ScanReport& report, bool colour);
+std::string FormatScanReport(const ScanReport& report, const ReportStyle& style);
 
 } // namespace zetaudiopluginmanager

@@ -12,13 +12,12 @@ TEST(ScanReport, SaysHowManyAndHowLong)
     report.scanned = 1;
     report.found = 3;
     report.seconds = 0.126;
-    EXPECT_EQ(FormatScanReport(report, false),
+    EXPECT_EQ(FormatScanReport(report, {}),
               "1 plug-in file scanned in 0.13 s: 3 plug-ins found, 0 banned.\n");
     report.gone = 2;
     report.cancelled = true;
-    EXPECT_EQ(FormatScanReport(report, false),
-              "1 plug-in file scanned in 0.13 s until the scan was cancelled: "
-              "3 plug-ins found, 0 banned, 2 gone.\n");
+    EXPECT_EQ(FormatScanReport(report, {}), "1 plug-in file scanned in 0.13 s until the scan was cancelled: "
+                                            "3 plug-ins found, 0 banned, 2 gone.\n");
 }
 
 TEST(ScanReport, NamesTheBannedOnesAndThoseThatGaveNothingWithTheReasons)
@@ -27,13 +26,23 @@ TEST(ScanReport, NamesTheBannedOnesAndThoseThatGaveNothingWithTheReasons)
     report.scanned = 3;
     report.banned = {{L"/p/bad\n.so", "signal 11\nlast words\x1b[0m"}};
     report.failed = {{L"/p/empty.so", "returned nothing"}};
-    EXPECT_EQ(FormatScanReport(report, false),
-              "3 plug-in files scanned in 0.00 s: 0 plug-ins found, 1 banned.\n"
-              "Banned: /p/bad .so\n"
-              "    signal 11\n"
-              "    last words [0m\n"
-              "No plug-in: /p/empty.so\n"
-              "    returned nothing\n");
+    EXPECT_EQ(FormatScanReport(report, {}), "3 plug-in files scanned in 0.00 s: 0 plug-ins found, 1 banned.\n"
+                                            "Banned: /p/bad .so\n"
+                                            "    signal 11\n"
+                                            "    last words [0m\n"
+                                            "No plug-in: /p/empty.so\n"
+                                            "    returned nothing\n");
+}
+
+TEST(ScanReport, OnlyTheProblemsAreSaidWhenThatIsAskedFor)
+{
+    ScanReport report;
+    report.scanned = 3;
+    report.found = 3;
+    report.gone = 1;
+    EXPECT_EQ(FormatScanReport(report, {false, true}), "");
+    report.banned = {{L"/p/bad.so", "why"}};
+    EXPECT_EQ(FormatScanReport(report, {false, true}), "Banned: /p/bad.so\n    why\n");
 }
 
 TEST(ScanReport, ReportsAddUp)

@@ -1,11 +1,12 @@
 #include "EndReason.h"
 
 #include <zetaudiopluginhost/ModuleLoader.h>
-#include <zetcore/string/Utf.h>
+#include <zetcore/string/OutputTail.h>
 
 namespace zetaudiofilterscan {
 
 using zetaudiopluginhost::ScanPhaseText;
+using zetcore::string::TidyLine;
 
 namespace {
 
@@ -53,21 +54,6 @@ std::string SecondsText(std::chrono::milliseconds time)
         text += "." + digits;
     }
     return text + (time.count() == 1000 ? " second" : " seconds");
-}
-
-std::string TidyLine(std::string_view text, std::size_t maxCharacters)
-{
-    // Four bytes make a character at most.
-    const bool cut = text.size() > maxCharacters * 4;
-    std::wstring wide = zetcore::string::ForDisplay(
-        zetcore::string::UTF8to16(cut ? text.substr(0, maxCharacters * 4) : text));
-    if (const auto first = wide.find_first_not_of(L' '); first != std::wstring::npos)
-        wide = wide.substr(first, wide.find_last_not_of(L' ') - first + 1);
-    else
-        wide.clear();
-    if (cut || wide.size() > maxCharacters)
-        wide = wide.substr(0, maxCharacters) + L"...";
-    return zetcore::string::UTF16to8(wide);
 }
 
 } // namespace zetaudiofilterscan

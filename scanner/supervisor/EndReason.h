@@ -56,7 +56,4 @@ std::string SecondsText(std::chrono::milliseconds time);
 /// The system's words for a signal or exception: "segmentation fault", or its number.
 std::string CrashText(long long code);
 
-/// Valid UTF-8 in one line without control characters, at most `maxCharacters` long.
-std::string TidyLine(std::string_view text, std::size_t maxCharacters);
-
 } // namespace zetaudiofilterscan

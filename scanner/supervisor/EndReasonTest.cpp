@@ -53,15 +53,5 @@ TEST(EndReason, says_seconds_as_people_do)
     EXPECT_EQ(SecondsText(milliseconds(2005)), "2.005 seconds");
 }
 
-TEST(EndReason, makes_one_valid_line_of_any_output)
-{
-    EXPECT_EQ(TidyLine(" \t plain \r\n", 100), "plain");
-    EXPECT_EQ(TidyLine("bell\x07 and \xFF\xFE bytes", 100), "bell  and \xEF\xBF\xBD\xEF\xBF\xBD bytes");
-    EXPECT_EQ(TidyLine(std::string("a\0b", 3), 100), "a b");
-    EXPECT_EQ(TidyLine(" \x01\x02 ", 100), "");
-    EXPECT_EQ(TidyLine(std::string(5000, 'x'), 10), "xxxxxxxxxx...");
-    EXPECT_EQ(TidyLine(std::string(10, 'x'), 10), "xxxxxxxxxx");
-}
-
 } // namespace
 } // namespace zetaudiofilterscan

@@ -2,10 +2,9 @@
 
 #include <any>
 
+#include <zetcore/string/OutputTail.h>
 #include <zetcore/string/Utf.h>
 #include <zetmarshal/RPCServer.h>
-
-#include "EndReason.h"
 
 namespace zetaudiofilterscan {
 
@@ -88,7 +87,7 @@ std::vector<PluginLocator> ReadLocators(const Array& params)
         PluginLocator locator = PluginLocator::FromString(zetcore::string::UTF8to16(utf8));
         if (locator.IsEmpty())
             Throw(std::string(method) + ": argument 1: element " + number +
-                  " is no plug-in locator: " + TidyLine(utf8, 200));
+                  " is no plug-in locator: " + zetcore::string::TidyLine(utf8, 200));
         locators.push_back(std::move(locator));
     }
     return locators;

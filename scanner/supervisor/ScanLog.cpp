@@ -23,9 +23,6 @@ namespace {
 
 constexpr wchar_t namePrefix[] = L"scan-";
 constexpr wchar_t nameSuffix[] = L".log";
-// Enough for the last lines of any message that a person would read.
-constexpr std::size_t maxTail = 4096;
-
 // Sorts by time: "20240131-235959-123".
 std::string TimeStamp()
 {
@@ -64,16 +61,14 @@ void ScanLog::BeginEntity(const zetaudiofilterhost::PluginLocator& locator)
 {
     entity = zetcore::string::UTF16to8(locator.ToString());
     entityNamed = false;
-    tail.clear();
+    tail.Clear();
 }
 
 void ScanLog::Output(std::string_view bytes)
 {
     if (bytes.empty())
         return;
-    tail.append(bytes.substr(bytes.size() - std::min(bytes.size(), maxTail)));
-    if (tail.size() > maxTail)
-        tail.erase(0, tail.size() - maxTail);
+    tail.Append(bytes);
     if (!entityNamed && !entity.empty()) {
         entityNamed = true;
         Write((atLineStart ? "== " : "\n== ") + entity + "\n");
@@ -86,18 +81,6 @@ void ScanLog::Note(const std::string& line)
 {
     Write((atLineStart ? "-- " : "\n-- ") + line + "\n");
     atLineStart = true;
-}
-
-std::string ScanLog::LastLine() const
-{
-    constexpr char blanks[] = " \t\r\n\0";
-    const std::string_view blankSet(blanks, sizeof blanks - 1);
-    const auto end = tail.find_last_not_of(blankSet);
-    if (end == std::string::npos)
-        return {};
-    const auto lineEnd = tail.find_last_of("\r\n", end);
-    return tail.substr(lineEnd == std::string::npos ? 0 : lineEnd + 1,
-                       end - (lineEnd == std::string::npos ? 0 : lineEnd + 1) + 1);
 }
 
 void ScanLog::Write(std::string_view bytes)

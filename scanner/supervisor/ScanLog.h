@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
+#include <zetcore/string/OutputTail.h>
 
 namespace zetaudiofilterscan {
 
@@ -31,9 +32,9 @@ class ScanLog
     void Note(const std::string& line);
 
     /// The end of what came since `BeginEntity`.
-    const std::string& Tail() const noexcept { return tail; }
+    const std::string& Tail() const noexcept { return tail.Text(); }
     /// The last line with anything on it since `BeginEntity`, as it came.
-    std::string LastLine() const;
+    std::string LastLine() const { return tail.LastLine(); }
     /// Empty while nothing has been written.
     const std::wstring& Path() const noexcept { return path; }
 
@@ -49,7 +50,7 @@ class ScanLog
     bool atLineStart = true;
     bool failed = false;
     std::size_t written = 0;
-    std::string tail;
+    zetcore::string::OutputTail tail;
 };
 
 /// Those of the names that are logs and go beyond the newest `keep`, oldest first.

@@ -8,7 +8,6 @@
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetscanprotocol/ScanProtocol.h>
@@ -28,23 +27,13 @@ using zetaudiopluginhost::BannedPluginManager;
 using zetcore::debug::FaultPoint;
 
 constexpr std::chrono::seconds drainLimit{86400};
-constexpr wchar_t clientName[] = L"ClientUnknown";
-
-/// Empty when there is none. It may go at any moment: another host with the same preferences deletes it, too.
-std::string ReadIfThere(const filesupport::File& file)
-{
-    try {
-        return filesupport::FileUtils::ReadFile(file);
-    } catch (const filesupport::file_exception& error) {
-        if (error.Cause() == std::errc::no_such_file_or_directory)
-            return {};
-        throw;
-    }
-}
 
 } // namespace
 
-ExternalAudioPluginScan::ExternalAudioPluginScan(PortWait portWait) : launcher(std::move(portWait)) {}
+ExternalAudioPluginScan::ExternalAudioPluginScan(PortWait portWait,
+                                                 std::unique_ptr<ScannerConnection> scannerConnection)
+    : connection(std::move(scannerConnection)), launcher(std::move(portWait))
+{}
 
 // Ends no process: a scanner that a failed start has left behind is none of ours any more.
 ExternalAudioPluginScan::~ExternalAudioPluginScan() = default;
@@ -66,7 +55,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
         pluginSettingsPath = pluginSettings;
         bannedSettingsPath = bannedSettings;
         permanentBannedSettingsPath = permanentBannedSettings;
-        resultFilePath = pluginSettings + protocol::resultFileSuffix;
+        resultFile = ScanResultFile(pluginSettings);
         progress = 0;
         progressBase = 0;
         total = 0;
@@ -76,8 +65,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
         ++scanNumber;
         restarts = RestartCount(locators.size());
         process = ScannerProcess();
-        if (ResultFile().Exists())
-            ResultFile().Delete();
+        resultFile.DeleteIfThere();
     }
     return LaunchServerAndConnect();
 }
@@ -96,25 +84,7 @@ void ExternalAudioPluginScan::StopScan()
         wasFinished = std::exchange(finished, true);
     }
 
-    // Taken out under the lock and let go of without it: dropping the transport waits for its handlers.
-    std::shared_ptr<zettransport::SocketTransport> oldTransport;
-    std::shared_ptr<zettransport::Session> oldSession;
-    std::shared_ptr<zetmarshal::RPCClient> oldClient;
-    {
-        const std::lock_guard lock(connectionMutex);
-        if (session) {
-            oldTransport = std::move(transport);
-            oldSession = std::move(session);
-            oldClient = std::move(client);
-        }
-    }
-    if (oldSession) {
-        oldSession->Close();
-        oldClient.reset();
-        oldSession.reset();
-        oldTransport.reset();
-    }
-
+    connection->Close();
     FaultPoint("host.disconnected");
     if (process)
         EndScannerProcess(std::exchange(process, ScannerProcess()));
@@ -141,38 +111,15 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
     static ScanTraceSite portSite;
     portSite.Write("Scan server's port: ", port);
 
-    const auto newTransport = zettransport::SocketTransport::Create(1);
-    auto oldTransport = newTransport;
-    {
-        const std::lock_guard lock(connectionMutex);
-        transport.swap(oldTransport);
-    }
-    oldTransport.reset();
-
-    const auto newSession = newTransport->ClientStart(protocol::loopbackAddress, port);
-    auto oldSession = newSession;
-    {
-        const std::lock_guard lock(connectionMutex);
-        session.swap(oldSession);
-    }
-    oldSession.reset();
-    if (!newSession)
+    if (!connection->Open(port))
         return false;
-    FaultPoint("host.connected");
-
-    auto oldClient = std::make_shared<zetmarshal::RPCClient>(newSession, clientName);
-    {
-        const std::lock_guard lock(connectionMutex);
-        client.swap(oldClient);
-    }
-    oldClient.reset();
-
-    newSession->SetCloseCallback([weak = weak_from_this()](std::shared_ptr<zettransport::Session> closed) {
-        const auto self = weak.lock();
-        return self ? self->OnSessionClosed(closed) : zettransport::TransportError{0};
-    });
+    connection->SetCloseCallback(
+        [weak = weak_from_this()](const std::shared_ptr<zettransport::Session>& closed) {
+            const auto self = weak.lock();
+            return self ? self->OnSessionClosed(closed) : zettransport::TransportError{0};
+        });
     SendRequest(BuildConnect({pluginSettingsPath, bannedSettingsPath, permanentBannedSettingsPath,
-                              resultFilePath, disableVST2ShellSkipping, quickEffectScan}),
+                              resultFile.Path(), disableVST2ShellSkipping, quickEffectScan}),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnServerConnectOK(); });
     static ScanTraceSite sentSite;
     sentSite.Write("Sent connection request");
@@ -221,8 +168,7 @@ void ExternalAudioPluginScan::NotifyScanFinished()
     const std::lock_guard lock(mutex);
     progressCallback(PluginLocator(), std::string(), 1, 0);
     try {
-        if (ResultFile().Exists())
-            ResultFile().Delete();
+        resultFile.DeleteIfThere();
     } catch (const filesupport::file_exception&) {
         // The scan has ended all the same; the next one deletes the file before it starts.
     }
@@ -313,7 +259,7 @@ void ExternalAudioPluginScan::OnScanOneEntitySuccess()
     FaultPoint("host.entity-answered");
     {
         const std::lock_guard lock(mutex);
-        std::string text = ReadIfThere(ResultFile());
+        std::string text = resultFile.Read();
         if (!text.empty())
             threads::AsyncCallFromMainThread(
                 [text = std::move(text)] {
@@ -385,14 +331,7 @@ void ExternalAudioPluginScan::SendRequest(
     const zetcore::serialization::Call& call,
     std::function<void(ExternalAudioPluginScan&, const std::shared_ptr<std::any>&)> onResult)
 {
-    std::shared_ptr<zetmarshal::RPCClient> connection;
-    {
-        const std::lock_guard lock(connectionMutex);
-        connection = client;
-    }
-    if (!connection)
-        return;
-    connection->SendRequest(
+    connection->Send(
         call,
         [weak = weak_from_this(), onResult = std::move(onResult)](const std::shared_ptr<std::any>& result,
                                                                   long long) {
@@ -403,11 +342,6 @@ void ExternalAudioPluginScan::SendRequest(
             if (const auto self = weak.lock())
                 self->OnServerFailed(code, message, id);
         });
-}
-
-filesupport::File ExternalAudioPluginScan::ResultFile() const
-{
-    return filesupport::File(resultFilePath);
 }
 
 } // namespace zetaudiopluginhostui

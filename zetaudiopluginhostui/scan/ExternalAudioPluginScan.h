@@ -10,13 +10,12 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
-#include <zetcore/filesupport/File.h>
-#include <zetmarshal/RPCClient.h>
-#include <zettransport/Session.h>
-#include <zettransport/SocketTransport.h>
 
 #include "scan/RestartCount.h"
+#include "scan/ScanResultFile.h"
+#include "scan/ScannerConnection.h"
 #include "scan/ScannerLauncher.h"
+#include "scan/SocketConnection.h"
 
 namespace zetaudiopluginhostui {
 
@@ -45,7 +44,8 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     using ProgressCallback = std::function<void(const PluginLocator& plugin, const std::string& subcomponent,
                                                 int progress, int total)>;
 
-    explicit ExternalAudioPluginScan(PortWait portWait = {});
+    explicit ExternalAudioPluginScan(PortWait portWait = {}, std::unique_ptr<ScannerConnection> connection =
+                                                                 std::make_unique<SocketConnection>());
     ~ExternalAudioPluginScan();
     ExternalAudioPluginScan(const ExternalAudioPluginScan&) = delete;
     ExternalAudioPluginScan& operator=(const ExternalAudioPluginScan&) = delete;
@@ -97,14 +97,8 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     void
     SendRequest(const zetcore::serialization::Call& call,
                 std::function<void(ExternalAudioPluginScan&, const std::shared_ptr<std::any>&)> onResult);
-    zetcore::filesupport::File ResultFile() const;
 
-    /// Guards the pointers of the connection only: the main thread replaces them while the transport's
-    /// threads send. Never held while anything is called.
-    std::mutex connectionMutex;
-    std::shared_ptr<zettransport::SocketTransport> transport;
-    std::shared_ptr<zettransport::Session> session;
-    std::shared_ptr<zetmarshal::RPCClient> client;
+    const std::unique_ptr<ScannerConnection> connection;
 
     /// Guards the flags, the counters, the pending list, the current locator and the result file.
     std::mutex mutex;
@@ -127,7 +121,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     std::wstring pluginSettingsPath;
     std::wstring bannedSettingsPath;
     std::wstring permanentBannedSettingsPath;
-    std::wstring resultFilePath;
+    ScanResultFile resultFile;
     bool disableVST2ShellSkipping = false;
     bool quickEffectScan = false;
 

@@ -30,12 +30,12 @@ class ExternalScan : public ExternalScanFixture
 
 TEST_F(ExternalScan, AsksForOnePluginAfterTheOtherAndReportsEach)
 {
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "ok", Info(b, 1, 2, true, "sub"), "ok",
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "ok", Info(b, 1, 2, true, "sub \xc3\xbc"), "ok",
                Info(none, 2, 2, false)});
     ASSERT_TRUE(Start({a, b}));
     RunUntilEnd();
     scan->StopScan();
-    EXPECT_THAT(reports, ElementsAre(StartsWith("a.so "), StartsWith("b.so:sub "), endReport));
+    EXPECT_THAT(reports, ElementsAre(StartsWith("a.so "), StartsWith("b.so:sub \xc3\xbc "), endReport));
     EXPECT_THAT(Log(1),
                 ElementsAre(StartsWith("volume "), StartsWith("Connect "),
                             "BeginScanForPlugins [[" + Quoted(a) + "," + Quoted(b) + "]]", "GetScanInfo []",
@@ -151,7 +151,8 @@ TEST_F(ExternalScan, AnErrorReplyStopsTheChainUntilStopScan)
     EXPECT_TRUE(ScannersRun());
     scan->StopScan();
     EXPECT_THAT(reports, ElementsAre(endReport));
-    EXPECT_EQ(Log(1).back(), "BeginScanForPlugins [[" + Quoted(a) + "]]");
+    EXPECT_THAT(Log(1), ElementsAre(StartsWith("volume "), StartsWith("Connect "),
+                                    "BeginScanForPlugins [[" + Quoted(a) + "]]"));
     EXPECT_TRUE(ScannersEnd());
 }
 
@@ -198,8 +199,7 @@ TEST_F(ExternalScan, ASessionCanBeUsedForOneScanAfterAnother)
         ASSERT_TRUE(Start({a}));
         RunUntilEnd();
         scan->StopScan();
-        EXPECT_EQ(reports.back(), endReport);
-        EXPECT_EQ(reports.size(), 2u);
+        EXPECT_THAT(reports, ElementsAre("a.so 0/1", endReport));
     }
     EXPECT_TRUE(ScannersEnd());
 }

@@ -36,10 +36,12 @@ class WrongType : public std::bad_any_cast
 template<typename T>
 const T& Expect(const ValuePtr& value, std::string_view field)
 {
-    const auto* held = std::any_cast<T>(value.get());
-    if (!held)
+    try {
+        serialization::AssertExpectedType(value, typeid(T));
+    } catch (const std::bad_any_cast&) {
         throw WrongType(field);
-    return *held;
+    }
+    return std::any_cast<const T&>(*value);
 }
 
 ValuePtr Field(const ValuePtr& record, std::string_view key)

@@ -200,6 +200,25 @@ TEST(ScanMessages, BeginScanCarriesOneArrayOfLocatorsInTheirOrder)
     EXPECT_EQ(Json(BuildBeginScanForPlugins({})), "com.quorvex.zetaudiofilterscan.BeginScanForPlugins [[]]");
 }
 
+TEST(ScanMessages, EveryTextOfARequestIsAUtf8StringAndEveryFlagABoolean)
+{
+    const Call connect = BuildConnect({L"/p/\u00FC", L"/b", L"/n", L"/p.scan", true, false});
+    const auto arguments = std::any_cast<Array>(*connect.arguments);
+    ASSERT_EQ(arguments.size(), 6u);
+    for (std::size_t path = 0; path < 4; ++path)
+        EXPECT_TRUE(arguments[path]->type() == typeid(Utf8String)) << path;
+    for (std::size_t flag = 4; flag < 6; ++flag)
+        EXPECT_TRUE(arguments[flag]->type() == typeid(bool)) << flag;
+
+    const Call begin =
+        BuildBeginScanForPlugins({PluginLocator(TechnologyType::VST, L"/v/\u00FC.so", L"sub \u00E9")});
+    const auto lists = std::any_cast<Array>(*begin.arguments);
+    ASSERT_EQ(lists.size(), 1u);
+    const auto locators = std::any_cast<Array>(*lists.front());
+    ASSERT_EQ(locators.size(), 1u);
+    EXPECT_EQ(std::any_cast<Utf8String>(*locators.front()), Key("VST|/v/\xc3\xbc.so|sub \xc3\xa9"));
+}
+
 TEST(ScanMessages, TheOtherRequestsCarryAnEmptyArray)
 {
     EXPECT_EQ(Json(BuildGetScanInfo()), "com.quorvex.zetaudiofilterscan.GetScanInfo []");

@@ -15,7 +15,7 @@ bool ScanTraceSite::IsEnabled()
 {
     const int changeCount = zetcore::debug::TraceChangeCount();
     if (seenChangeCount.exchange(changeCount) != changeCount)
-        enabled = zetcore::debug::TraceEnabled(category, level, true);
+        enabled = ask(category, level, true);
     return enabled;
 }
 

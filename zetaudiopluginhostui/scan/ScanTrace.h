@@ -4,6 +4,9 @@
 #include <climits>
 #include <sstream>
 #include <string>
+#include <string_view>
+
+#include <zetcore/debug/Trace.h>
 
 namespace zetaudiopluginhostui {
 
@@ -12,6 +15,11 @@ namespace zetaudiopluginhostui {
 class ScanTraceSite
 {
   public:
+    /// As `zetcore::debug::TraceEnabled`, which is asked by default.
+    using Question = bool (*)(std::string_view category, int level, bool defaultOn);
+
+    explicit ScanTraceSite(Question traceEnabled = zetcore::debug::TraceEnabled) : ask(traceEnabled) {}
+
     /// Writes the parts as one line, when that is enabled.
     template<typename... Parts>
     void Write(const Parts&... parts)
@@ -27,6 +35,7 @@ class ScanTraceSite
     bool IsEnabled();
     static void WriteLine(const std::string& line);
 
+    const Question ask;
     std::atomic<int> seenChangeCount{INT_MIN};
     std::atomic<bool> enabled{false};
 };

@@ -44,5 +44,42 @@ TEST_F(ScanTrace, ASiteFollowsEveryChangeOfTheConfiguration)
                                         "6 ExternalAudioPluginScan 5\r\n"}));
 }
 
+int questions = 0;
+std::string lastQuestion;
+
+bool Count(std::string_view category, int level, bool defaultOn)
+{
+    ++questions;
+    lastQuestion = std::string(category) + " " + std::to_string(level) + (defaultOn ? " on" : " off");
+    return zetcore::debug::TraceEnabled(category, level, defaultOn);
+}
+
+TEST_F(ScanTrace, ASiteAsksOnceForEachChangeOfTheConfigurationWhateverTheAnswer)
+{
+    questions = 0;
+    ScanTraceSite counting(Count);
+    for (const int volume : {0, 6, 5}) {
+        zetcore::debug::SetMasterTraceVolume(volume);
+        const int before = questions;
+        counting.Write("1");
+        counting.Write("2");
+        EXPECT_EQ(questions, before + 1) << volume;
+    }
+    EXPECT_EQ(lastQuestion, "ExternalAudioPluginScan 6 on");
+    EXPECT_EQ(traceLines->size(), 2u);
+}
+
+TEST_F(ScanTrace, EachSiteAsksForItself)
+{
+    zetcore::debug::SetMasterTraceVolume(6);
+    questions = 0;
+    ScanTraceSite first(Count);
+    ScanTraceSite second(Count);
+    first.Write("1");
+    second.Write("2");
+    EXPECT_EQ(questions, 2);
+    EXPECT_EQ(traceLines->size(), 2u);
+}
+
 } // namespace
 } // namespace zetaudiopluginhostui

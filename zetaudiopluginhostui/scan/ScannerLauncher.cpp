@@ -1,6 +1,5 @@
 #include "scan/ScannerLauncher.h"
 
-#include <atomic>
 #include <utility>
 
 #include <zetcore/debug/FaultPoint.h>
@@ -10,6 +9,7 @@
 #include <zetcore/string/Utf.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "scan/BlockWords.h"
 #include "scan/ScanTrace.h"
 
 namespace zetaudiopluginhostui {
@@ -23,14 +23,18 @@ using zetcore::debug::FaultPoint;
 constexpr std::chrono::seconds portTimeout{60};
 constexpr std::uint32_t portMask = 0xFFFF;
 
-std::atomic_ref<std::uint32_t> Word(void* block, std::size_t index)
-{
-    return std::atomic_ref(static_cast<std::uint32_t*>(block)[index]);
-}
-
 std::string PathText(const filesupport::File& program)
 {
     return zetcore::string::UTF16to8(zetcore::string::ForDisplay(program.FullPath()));
+}
+
+std::string WhyNoPort(const filesupport::File& program, const std::optional<ScannerProcessEnd>& end)
+{
+    if (!end)
+        return "The scanner program did not tell within " + std::to_string(portTimeout.count()) +
+               " seconds where it listens: " + PathText(program);
+    return "The scanner program " + end->status + " before it told where it listens: " + PathText(program) +
+           (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput);
 }
 
 /// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
@@ -72,8 +76,8 @@ bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& pr
     const int volume = zetcore::debug::GetMasterTraceVolume();
     static ScanTraceSite volumeSite;
     volumeSite.Write("Writing trace volume, volume: ", volume);
-    Word(blockAddress, protocol::traceVolumeWord).exchange(static_cast<std::uint32_t>(volume));
-    Word(blockAddress, protocol::portWord).exchange(0);
+    BlockWords words(blockAddress);
+    PrepareForLaunch(words, volume);
 
     if (!program.Exists()) {
         problem = "There is no scanner program: " + PathText(program);
@@ -99,12 +103,13 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     retrieveSite.Write("Retrieve server's port");
     const auto start = portWait.now();
     const PortWait::Pause pause = portWait.startPauses();
-    std::optional<std::string> processEnd;
+    std::optional<ScannerProcessEnd> processEnd;
+    const BlockWords words(blockAddress);
     std::uint32_t word = 0;
     PortWait::Clock::duration waited{};
     for (;;) {
-        processEnd = ScannerProcessEnd(process);
-        word = Word(blockAddress, protocol::portWord).load();
+        processEnd = FindScannerProcessEnd(process);
+        word = words.Load(protocol::portWord);
         waited = portWait.now() - start;
         if ((word & portMask) != 0 || waited > portTimeout || processEnd)
             break;
@@ -118,11 +123,7 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     // A port that came in the last pass is still good: only a missing one fails.
     const auto port = static_cast<std::uint16_t>(word & portMask);
     if (port == 0)
-        problem = "The scanner program " +
-                  (processEnd ? *processEnd + " before it told where it listens"
-                              : "did not tell within " + std::to_string(portTimeout.count()) +
-                                    " seconds where it listens") +
-                  ": " + PathText(program);
+        problem = WhyNoPort(program, processEnd);
     return port;
 }
 

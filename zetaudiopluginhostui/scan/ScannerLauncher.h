@@ -5,11 +5,20 @@
 
 #include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetscanprotocol/ScanProtocol.h>
 
 #include "scan/PortWait.h"
 #include "scan/ScannerProcess.h"
 
 namespace zetaudiopluginhostui {
+
+/// Leaves the trace volume for the scanner, and then no port of an earlier one. `Words` is `BlockWords`.
+template<typename Words>
+void PrepareForLaunch(Words& words, int traceVolume)
+{
+    words.Exchange(zetscanprotocol::traceVolumeWord, static_cast<std::uint32_t>(traceVolume));
+    words.Exchange(zetscanprotocol::portWord, 0);
+}
 
 /// Starts scanner processes and learns their ports through the shared block. Main thread.
 ///

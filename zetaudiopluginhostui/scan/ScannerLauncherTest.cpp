@@ -38,7 +38,7 @@ class ScannerLaunch : public ExternalScanFixture
     {
         onPause = [this, pauses = 0]() mutable {
             WaitUntil([this] {
-                return ScannerProcessEnd(ExternalAudioPluginScanAccess::Process(*scan)).has_value();
+                return FindScannerProcessEnd(ExternalAudioPluginScanAccess::Process(*scan)).has_value();
             });
             if (++pauses == 1)
                 return;
@@ -162,13 +162,39 @@ TEST_F(ScannerLaunch, APortWhoseLow16BitsAreZeroCountsAsAScannerThatIsNotListeni
 
 TEST_F(ScannerLaunch, OnlyTheLow16BitsOfAPortAreUsed)
 {
-    Script(1, {"word 65536", "touch written", "wait end"});
-    onPause = [this] {
-        WaitForFile("written");
-        elapsed += std::chrono::seconds(61);
+    Script(1, {"high-bits", "listen", "ok", "ok", Info(none, 0, 0, false)});
+    EXPECT_TRUE(Start({}));
+    RunUntilEnd();
+    EXPECT_EQ(Launches(), 1);
+}
+
+TEST_F(ScannerLaunch, APortThatComesAfterItsWordWasReadInTheLastPassIsNotUsed)
+{
+    Script(1, {"wait go", "listen listening", "hold"});
+    PortWait portWait;
+    // The start, a pass in which there is no port, and one in which it comes when the word has been read.
+    portWait.now = [this, reading = 0]() mutable {
+        if (++reading <= 2)
+            return start;
+        Touch("go");
+        WaitForFile("listening");
+        return start + std::chrono::seconds(61);
     };
+    scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     EXPECT_FALSE(Start({}));
-    LetScannerEnd();
+    EXPECT_THAT(Traced(), Contains(timeoutLine));
+    EXPECT_THAT(Traced(), Not(Contains(::testing::StartsWith("Scan server's port: "))));
+}
+
+TEST(ScannerBlock, TheTraceVolumeIsLeftBeforeTheOldPortIsCleared)
+{
+    struct Words
+    {
+        void Exchange(std::size_t index, std::uint32_t value) { exchanged.emplace_back(index, value); }
+        std::vector<std::pair<std::size_t, std::uint32_t>> exchanged;
+    } words;
+    PrepareForLaunch(words, -3);
+    EXPECT_THAT(words.exchanged, ::testing::ElementsAre(std::pair(1U, 0xFFFFFFFDU), std::pair(0U, 0U)));
 }
 
 TEST_F(ScannerLaunch, APortAtWhichNobodyListensMakesStartScanFalseAndLeavesTheScannerRunning)

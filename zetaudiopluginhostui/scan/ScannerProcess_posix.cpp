@@ -10,11 +10,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <mutex>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/OutputTail.h>
+
+#include "scan/ScannerOutput_posix.h"
 
 extern char** environ;
 
@@ -22,39 +27,61 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
+constexpr std::size_t mostOutputCharacters = 300;
+
 /// What this process has started and not yet collected. A scanner whose handle was given up stays here, so
-/// that it does not remain a zombie once it has ended.
+/// that it does not remain a zombie once it has ended, and can write to standard error until then.
 class StartedProcesses
 {
   public:
-    void Add(pid_t pid)
+    void Add(pid_t pid, std::unique_ptr<ScannerOutput> output)
     {
         const std::lock_guard lock(mutex);
         CollectEnded();
-        pids.push_back(pid);
+        processes.push_back({pid, std::move(output)});
+    }
+
+    std::string LastLine(pid_t pid)
+    {
+        const std::lock_guard lock(mutex);
+        const auto found = Find(pid);
+        return found != processes.end() && found->output ? found->output->LastLine() : std::string();
     }
 
     void Kill(pid_t pid)
     {
         const std::lock_guard lock(mutex);
         CollectEnded();
-        const auto found = std::find(pids.begin(), pids.end(), pid);
-        if (found == pids.end())
+        const auto found = Find(pid);
+        if (found == processes.end())
             return; // it has ended, and its number may be another process's by now
         ::kill(pid, SIGKILL);
         while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
         }
-        pids.erase(found);
+        processes.erase(found);
     }
 
   private:
+    struct Process
+    {
+        pid_t pid = 0;
+        /// None when the system had no pipe left; it writes to our standard error itself then.
+        std::unique_ptr<ScannerOutput> output;
+    };
+
+    std::vector<Process>::iterator Find(pid_t pid)
+    {
+        return std::find_if(processes.begin(), processes.end(),
+                            [pid](const Process& process) { return process.pid == pid; });
+    }
     void CollectEnded()
     {
-        std::erase_if(pids, [](pid_t pid) { return ::waitpid(pid, nullptr, WNOHANG) != 0; });
+        std::erase_if(processes,
+                      [](const Process& process) { return ::waitpid(process.pid, nullptr, WNOHANG) != 0; });
     }
 
     std::mutex mutex;
-    std::vector<pid_t> pids;
+    std::vector<Process> processes;
 };
 
 StartedProcesses& Started()
@@ -92,12 +119,14 @@ class SpawnAttributes
 class SpawnFiles
 {
   public:
-    SpawnFiles()
+    explicit SpawnFiles(const ScannerOutput* output)
     {
         ::posix_spawn_file_actions_init(&actions);
         OpenNull(STDIN_FILENO, O_RDONLY);
         OpenNull(STDOUT_FILENO, O_WRONLY);
-        if (::fcntl(STDERR_FILENO, F_GETFD) < 0)
+        if (output)
+            ::posix_spawn_file_actions_adddup2(&actions, output->ScannerEnd(), STDERR_FILENO);
+        else if (::fcntl(STDERR_FILENO, F_GETFD) < 0)
             OpenNull(STDERR_FILENO, O_WRONLY);
         ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     }
@@ -116,6 +145,24 @@ class SpawnFiles
     posix_spawn_file_actions_t actions;
 };
 
+std::string StatusText(const siginfo_t& info)
+{
+    if (info.si_code == CLD_EXITED)
+        return "ended with exit status " + std::to_string(info.si_status);
+    const char* const words = ::sigdescr_np(info.si_status);
+    return "was ended by signal " + std::to_string(info.si_status) +
+           (words ? std::string(" (") + words + ")" : std::string());
+}
+
+std::unique_ptr<ScannerOutput> MakeOutput()
+{
+    try {
+        return std::make_unique<ScannerOutput>();
+    } catch (const std::system_error&) {
+        return nullptr;
+    }
+}
+
 } // namespace
 
 std::wstring ScannerFileName()
@@ -128,30 +175,29 @@ ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
     std::string path = program.FullPathUTF8();
     char* const arguments[] = {path.data(), nullptr};
     const SpawnAttributes attributes;
-    const SpawnFiles files;
+    std::unique_ptr<ScannerOutput> output = MakeOutput();
+    const SpawnFiles files(output.get());
     pid_t pid = 0;
     const int error = ::posix_spawn(&pid, path.c_str(), files.Get(), attributes.Get(), arguments, environ);
     if (error != 0)
         throw zetcore::filesupport::file_exception("start the scanner program", program.FullPath(),
                                                    {error, std::system_category()});
-    Started().Add(pid);
+    if (output)
+        output->CloseScannerEnd();
+    Started().Add(pid, std::move(output));
     return {static_cast<std::uintptr_t>(pid)};
 }
 
-std::optional<std::string> ScannerProcessEnd(ScannerProcess process)
+std::optional<ScannerProcessEnd> FindScannerProcessEnd(ScannerProcess process)
 {
+    const auto pid = static_cast<pid_t>(process.handle);
     siginfo_t info = {};
-    const auto pid = static_cast<id_t>(process.handle);
-    // A host that collects the ends of all its children leaves none to look at.
-    if (::waitid(P_PID, pid, &info, WEXITED | WNOHANG | WNOWAIT) != 0)
-        return "ended";
-    if (info.si_pid == 0)
+    const bool known = ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+    if (known && info.si_pid == 0)
         return std::nullopt;
-    if (info.si_code == CLD_EXITED)
-        return "ended with exit status " + std::to_string(info.si_status);
-    const char* const words = ::sigdescr_np(info.si_status);
-    return "was ended by signal " + std::to_string(info.si_status) +
-           (words ? std::string(" (") + words + ")" : std::string());
+    // A host that collects the ends of all its children leaves no status to look at.
+    return ScannerProcessEnd{known ? StatusText(info) : "ended",
+                             zetcore::string::TidyLine(Started().LastLine(pid), mostOutputCharacters)};
 }
 
 void EndScannerProcess(ScannerProcess process)

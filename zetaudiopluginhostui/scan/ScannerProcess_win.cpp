@@ -40,20 +40,20 @@ ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
     return {reinterpret_cast<std::uintptr_t>(started.hProcess)};
 }
 
-std::optional<std::string> ScannerProcessEnd(ScannerProcess process)
+std::optional<ScannerProcessEnd> FindScannerProcessEnd(ScannerProcess process)
 {
     const HANDLE handle = reinterpret_cast<HANDLE>(process.handle);
     if (::WaitForSingleObject(handle, 0) == WAIT_TIMEOUT)
         return std::nullopt;
     DWORD code = 0;
     if (!::GetExitCodeProcess(handle, &code))
-        return "ended";
+        return ScannerProcessEnd{"ended", {}};
     std::ostringstream text;
     text << "ended with exit status ";
     if (code > largestPlainCode)
         text << "0x" << std::hex << std::setfill('0') << std::setw(8);
     text << code;
-    return text.str();
+    return ScannerProcessEnd{text.str(), {}};
 }
 
 void EndScannerProcess(ScannerProcess process)

@@ -24,6 +24,8 @@ bool ExternalScanFixture::Start(const std::vector<PluginLocator>& plugins, bool 
             reports.push_back(zetcore::string::UTF16to8(file.GetTitle()) +
                               (subcomponent.empty() ? "" : ":" + subcomponent) + " " +
                               std::to_string(progress) + "/" + std::to_string(total));
+            if (onReport)
+                onReport();
         });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,6 +16,17 @@ class ExternalAudioPluginScanAccess
 {
   public:
     static ScannerProcess Process(const ExternalAudioPluginScan& scan) { return scan.process; }
+    static bool Connected(const ExternalAudioPluginScan& scan) { return scan.connected; }
+    /// Whether another thread would have to wait for it.
+    static bool MutexIsHeld(ExternalAudioPluginScan& scan)
+    {
+        return std::async(std::launch::async,
+                          [&scan] {
+                              const std::unique_lock lock(scan.mutex, std::try_to_lock);
+                              return !lock.owns_lock();
+                          })
+            .get();
+    }
     static void OnServerQuitDone(ExternalAudioPluginScan& scan) { scan.OnServerQuitDone(); }
 };
 
@@ -37,6 +50,8 @@ class ExternalScanFixture : public ScanFixture
 
     /// "FILE NAME[:sub-component] PROGRESS/TOTAL".
     std::vector<std::string> reports;
+    /// Called after each.
+    std::function<void()> onReport;
     std::wstring banned = zettesting::ToWide(BannedFile());
     std::shared_ptr<ExternalAudioPluginScan> scan = std::make_shared<ExternalAudioPluginScan>();
 };

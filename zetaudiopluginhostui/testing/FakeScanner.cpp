@@ -5,10 +5,13 @@
 //   none            do not write a port
 //   dead            write a port at which nobody listens
 //   word N          write this number as the port
+//   high-bits       from now on, write ports with the high 16 bits set
 //   listen [NAME]   listen, write the port and make a file of that name; the lines after it answer requests
 //   listen-raw      the same without a file, for a scanner that may write anything; see below
 //   wait NAME       wait until there is a file of that name in the folder
 //   touch NAME      make one
+//   say TEXT        write the line to standard error
+//   say-much N      write so many bytes there
 //   ok              answer the request with success
 //   reply JSON      answer with this result
 //   result TEXT     write the result file, then answer with success
@@ -26,8 +29,11 @@
 //   nested N        a result of this many arrays in each other
 //
 // A script without an answer left lets the scanner wait until its connection closes; it ends then.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -84,6 +90,8 @@ class FakeScanner
                 Word(protocol::portWord) = static_cast<std::uint32_t>(std::stoul(argument));
             else if (command == "dead")
                 Word(protocol::portWord) = UnusedPort();
+            else if (command == "high-bits")
+                highBits = 0xABCD0000;
             else if (command == "listen")
                 Serve(argument);
             else if (command == "listen-raw")
@@ -126,6 +134,11 @@ class FakeScanner
         else if (command == "wait")
             for (zetcore::threads::Backoff pause; !std::filesystem::exists(folder / argument);)
                 pause();
+        else if (command == "say")
+            std::fprintf(stderr, "%s\n", argument.c_str());
+        else if (command == "say-much")
+            for (std::size_t left = std::stoul(argument); left > 0; left -= std::min(left, dots.size()))
+                std::fwrite(dots.data(), 1, std::min(left, dots.size()), stderr);
         else if (command == "die")
             std::_Exit(1);
         else if (command == "die-when")
@@ -158,7 +171,7 @@ class FakeScanner
                 });
                 return true;
             });
-        Word(protocol::portWord) = port;
+        Word(protocol::portWord) = port | highBits;
         if (!whenListening.empty())
             DoBetween("touch", whenListening);
         closed.get_future().wait();
@@ -264,6 +277,8 @@ class FakeScanner
     int number = 0;
     std::vector<std::string> lines;
     MemoryMappedFile block;
+    const std::string dots = std::string(79, '.') + "\n";
+    std::uint32_t highBits = 0;
     std::wstring resultFile;
     std::vector<std::shared_ptr<RPCResponder>> held;
 };
@@ -274,7 +289,7 @@ int main()
 {
     // Whatever a script asks for, nothing is left behind for long.
     std::thread([] {
-        std::this_thread::sleep_for(std::chrono::minutes(3));
+        std::promise<void>().get_future().wait_for(std::chrono::minutes(3));
         std::_Exit(2);
     }).detach();
     const char* const folder = std::getenv("ZET_FAKE_SCANNER");

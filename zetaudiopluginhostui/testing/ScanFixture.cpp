@@ -90,9 +90,9 @@ void ScanFixture::WaitForFile(const std::string& name) const
     WaitUntil([&] { return std::filesystem::exists(scripts / name); });
 }
 
-bool ScanFixture::ScannersRun() const
+int ScanFixture::RunningScanners() const
 {
-    return !zettesting::ProcessesWithEnvironment(scripts.string()).empty();
+    return static_cast<int>(zettesting::ProcessesWithEnvironment(scripts.string()).size());
 }
 
 bool ScanFixture::ScannersEnd() const

@@ -30,7 +30,8 @@ class ScanFixture : public zettesting::HostFixture
     void Touch(const std::string& name) const;
     /// Waits for a file in the scripts' folder; fails the test when the time is up.
     void WaitForFile(const std::string& name) const;
-    bool ScannersRun() const;
+    bool ScannersRun() const { return RunningScanners() > 0; }
+    int RunningScanners() const;
     /// Waits until no scanner of this test runs any more.
     bool ScannersEnd() const;
 
@@ -43,9 +44,9 @@ class ScanFixture : public zettesting::HostFixture
     static std::string Info(const PluginLocator& plugin, int progress, int total, bool continues,
                             const std::string& subcomponent = {});
     PluginLocator Plugin(const std::string& name) const;
-    /// `Plugin`'s text as JSON.
     /// As the fake scanner's log has it.
     static std::string JsonText(std::wstring_view text);
+    /// The locator's text as JSON.
     static std::string Quoted(const PluginLocator& plugin);
     /// The line of a script that answers ScanOneEntity with a result for this plug-in.
     static std::string Result(const PluginLocator& plugin, const std::wstring& name);

@@ -8,4 +8,9 @@ namespace zetaudiopluginhostui {
 /// Not set, or 0: no limit.
 inline constexpr char mostFruitlessRestarts[] = "zetaudiopluginhostui.MostFruitlessRestarts";
 
+/// The scanner process ends a plug-in that takes longer than this entry of its debug database says, in
+/// seconds (60). It reads the entry from `DebugDatabase.txt` in the preferences folder, and before that from
+/// the environment variable `ZET_DEBUG_DATABASE` that it gets from the host.
+inline constexpr char entityTimeoutSeconds[] = "zetaudiofilterscan.EntityTimeoutSeconds";
+
 } // namespace zetaudiopluginhostui

@@ -1,0 +1,176 @@
+#include "scan/ScannerOutput_posix.h"
+
+#include <array>
+#include <string_view>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+
+#include "testing/ExternalScanFixture.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+/// This process's descriptor leads elsewhere while this lives; to -1 it is closed.
+class Redirected
+{
+  public:
+    Redirected(int redirected, int target) : descriptor(redirected), before(::dup(redirected))
+    {
+        if (target < 0)
+            ::close(descriptor);
+        else
+            ::dup2(target, descriptor);
+    }
+    ~Redirected()
+    {
+        ::dup2(before, descriptor);
+        ::close(before);
+    }
+    Redirected(const Redirected&) = delete;
+    Redirected& operator=(const Redirected&) = delete;
+
+  private:
+    const int descriptor;
+    const int before;
+};
+
+class ScannerOutputTest : public ExternalScanFixture
+{
+  protected:
+    ScannerOutputTest() { EXPECT_EQ(::pipe2(errors.data(), O_CLOEXEC), 0); }
+    ~ScannerOutputTest() override
+    {
+        for (const int end : errors)
+            ::close(end);
+    }
+    static void Say(const ScannerOutput& output, std::string_view text)
+    {
+        EXPECT_EQ(::write(output.ScannerEnd(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    /// So many bytes of what has come to standard error.
+    std::string Passed(std::size_t count) const
+    {
+        std::string text(count, '\0');
+        for (std::size_t size = 0; size < count;) {
+            const ssize_t got = ::read(errors[0], text.data() + size, count - size);
+            if (got <= 0) {
+                ADD_FAILURE() << "only " << size << " bytes came";
+                break;
+            }
+            size += static_cast<std::size_t>(got);
+        }
+        return text;
+    }
+
+    std::array<int, 2> errors{};
+};
+
+TEST_F(ScannerOutputTest, IsPassedOnAndItsLastLineIsKnown)
+{
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    ScannerOutput output;
+    EXPECT_EQ(output.LastLine(), "");
+    Say(output, "first\nsec");
+    EXPECT_EQ(Passed(9), "first\nsec");
+    EXPECT_EQ(output.LastLine(), "sec");
+    Say(output, "ond\n\n");
+    EXPECT_EQ(output.LastLine(), "second");
+    EXPECT_EQ(Passed(5), "ond\n\n");
+}
+
+TEST_F(ScannerOutputTest, WhatWasWrittenLastIsPassedOnWhenItsObjectGoes)
+{
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    {
+        ScannerOutput output;
+        Say(output, "last words\n");
+    }
+    EXPECT_EQ(Passed(11), "last words\n");
+}
+
+TEST_F(ScannerOutputTest, GoesWhereStandardErrorLedWhenTheScannerWasStarted)
+{
+    std::unique_ptr<ScannerOutput> output;
+    {
+        const Redirected standardError(STDERR_FILENO, errors[1]);
+        output = std::make_unique<ScannerOutput>();
+    }
+    Say(*output, "text\n");
+    EXPECT_EQ(Passed(5), "text\n");
+}
+
+TEST_F(ScannerOutputTest, AFullPipeAtStandardErrorHoldsNobodyUp)
+{
+    ASSERT_EQ(::fcntl(errors[1], F_SETFL, O_NONBLOCK), 0);
+    while (::write(errors[1], "full", 4) > 0) {
+    }
+    ASSERT_EQ(::fcntl(errors[1], F_SETFL, 0), 0);
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    ScannerOutput output;
+    Say(output, "one\n");
+    Say(output, "two\n");
+    EXPECT_EQ(output.LastLine(), "two");
+    // And it goes although its thread waits for room.
+}
+
+TEST_F(ScannerOutputTest, APipeAtStandardErrorThatNobodyReadsEndsNothing)
+{
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    ::close(errors[0]);
+    errors[0] = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ScannerOutput output;
+    // More than a pipe holds: it is still read.
+    for (int line = 0; line < 10'000; ++line)
+        Say(output, "nobody reads this\n");
+    Say(output, "last\n");
+    EXPECT_EQ(output.LastLine(), "last");
+}
+
+TEST_F(ScannerOutputTest, WithClosedStandardDescriptorsItsEndLiesAboveThem)
+{
+    const Redirected input(STDIN_FILENO, -1);
+    const Redirected standardError(STDERR_FILENO, -1);
+    ScannerOutput output;
+    EXPECT_GT(output.ScannerEnd(), STDERR_FILENO);
+    for (int line = 0; line < 10'000; ++line)
+        Say(output, "there is nowhere to pass it on to\n");
+    Say(output, "last\n");
+    EXPECT_EQ(output.LastLine(), "last");
+}
+
+TEST_F(ScannerOutputTest, AFailedStartTellsTheScannersLastLine)
+{
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    Script(1, {"say cannot find a library", "die"});
+    EXPECT_FALSE(Start({}));
+    EXPECT_THAT(scan->StartFailure(), ::testing::EndsWith("; its last output: cannot find a library"));
+    EXPECT_EQ(Passed(22), "cannot find a library\n");
+}
+
+TEST_F(ScannerOutputTest, AScannerThatOutlivesItsFailedStartCanWriteAsLongAsItLives)
+{
+    PortWait portWait;
+    portWait.now = [time = PortWait::Clock::time_point()]() mutable {
+        return time += std::chrono::seconds(40);
+    };
+    scan = std::make_shared<ExternalAudioPluginScan>(portWait);
+    Script(1, {"wait go", "say-much 1000000", "touch said", "wait end"});
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    {
+        const Redirected standardError(STDERR_FILENO, nowhere);
+        EXPECT_FALSE(Start({}));
+    }
+    ::close(nowhere);
+    scan.reset();
+    Touch("go");
+    WaitForFile("said");
+    EXPECT_TRUE(ScannersRun());
+    Touch("end");
+    EXPECT_TRUE(ScannersEnd());
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

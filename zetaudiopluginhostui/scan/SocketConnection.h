@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include <zettransport/SocketTransport.h>
+
+#include "scan/ScannerConnection.h"
+
+namespace zetaudiopluginhostui {
+
+/// The scanner's protocol over a socket.
+class SocketConnection : public ScannerConnection
+{
+  public:
+    bool Open(std::uint16_t port) override;
+    void SetCloseCallback(zettransport::Session::CloseCallback callback) override;
+    void Send(const zetcore::serialization::Call& call, zetmarshal::RPCClient::ResultHandler onResult,
+              zetmarshal::RPCClient::ErrorHandler onError) override;
+    void Close() override;
+
+  private:
+    /// Replaces one of the pointers; the old object goes without the lock, because it may wait for handlers.
+    template<typename T>
+    void Replace(std::shared_ptr<T>& stored, std::shared_ptr<T> with);
+
+    /// Guards the pointers only: the main thread replaces them while the transport's threads send. Never held
+    /// while anything is called.
+    std::mutex mutex;
+    std::shared_ptr<zettransport::SocketTransport> transport;
+    std::shared_ptr<zettransport::Session> session;
+    std::shared_ptr<zetmarshal::RPCClient> client;
+};
+
+} // namespace zetaudiopluginhostui
