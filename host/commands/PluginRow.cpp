@@ -30,6 +30,8 @@ std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
         return RowStatus::Working;
     case ModuleStatus::Failed:
         return RowStatus::Failed;
+    case ModuleStatus::Unreadable:
+        return RowStatus::Unreadable;
     case ModuleStatus::Unscanned:
         return RowStatus::NotScanned;
     case ModuleStatus::NotAPlugin:
@@ -80,6 +82,7 @@ std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& 
         if (const auto info = bannedList.GetBanInfo(*locator)) {
             row.reason = info->reason;
             row.bannedAt = info->time;
+            row.fileTime = info->stamp.time;
         }
         rows.push_back(std::move(row));
     }

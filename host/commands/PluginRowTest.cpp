@@ -85,10 +85,9 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     working->SetHasAnySynth(true);
     registry.AddModule(working);
     const std::pair<std::wstring, ModuleStatus> others[] = {
-        {L"/1.so", ModuleStatus::Failed},
-        {L"/2.so", ModuleStatus::NotAPlugin},
-        {L"/3.so", ModuleStatus::Unscanned},
-        {L"/4.so", ModuleStatus::Skipped},
+        {L"/1.so", ModuleStatus::Failed},     {L"/2.so", ModuleStatus::NotAPlugin},
+        {L"/3.so", ModuleStatus::Unscanned},  {L"/4.so", ModuleStatus::Skipped},
+        {L"/5.so", ModuleStatus::Unreadable},
     };
     for (const auto& [path, status] : others) {
         const auto record = std::make_shared<PluginModuleInfo>(PluginLocator(TechnologyType::VST, path));
@@ -129,7 +128,11 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     waiting.locator = PluginLocator(TechnologyType::VST, L"/3.so");
     waiting.name = L"3.so";
     waiting.status = RowStatus::NotScanned;
-    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting}));
+    PluginRow unreadable = failed;
+    unreadable.locator = PluginLocator(TechnologyType::VST, L"/5.so");
+    unreadable.name = L"5.so";
+    unreadable.status = RowStatus::Unreadable;
+    EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting, unreadable}));
 }
 
 } // namespace
