@@ -9,10 +9,12 @@
 #include <zetcore/filesupport/FileException.h>
 
 #include "testing/AudioPluginScanFixture.h"
+#include "testing/ScopedFaults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -77,11 +79,18 @@ TEST_F(AudioPluginScanEndTest, AScanWhoseScannerCouldNotBeReplacedSaysSoAlthough
     const auto a = MakeFile("a.so");
     Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "die"});
     Script(2, {"dead", "wait end"});
-    int waits = 0;
-    // Some time after the second scanner has not been reached.
-    shown.onInput = [&] { return Launches() == 2 && AnyTraced("does not answer at port") && ++waits > 1; };
+    const std::string gone = Path(a) + " (the scanner could not be started again, please cancel)";
+    constexpr int mostLooks = 200;
+    int looks = 0;
+    // The user cancels when that is shown. A dialog that never tells must not be waited for.
+    shown.onInput = [&] {
+        return (!shown.extraTexts.empty() && shown.extraTexts.back() == gone) ||
+               (AnyTraced("does not answer at port") && ++looks > mostLooks);
+    };
     zetcore::debug::SetMasterTraceVolume(1);
+    const ScopedFaults faults("dialog.patience:1:late=4");
     Scan({a, MakeFile("b.so")}, true);
+    EXPECT_THAT(shown.extraTexts, Contains(gone));
     EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
     EXPECT_THAT(scan->GetEnd().reason, HasSubstr("does not answer at port"));
     EXPECT_TRUE(ScannersEnd());

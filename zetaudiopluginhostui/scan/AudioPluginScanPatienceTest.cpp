@@ -16,7 +16,7 @@ using ::testing::HasSubstr;
 class SlowPlugin : public AudioPluginScanFixture
 {
   protected:
-    static constexpr int mostLooks = 100;
+    static constexpr int mostLooks = 20;
 
     std::vector<std::string> ExtraTextsOfAPluginThatTakes4Seconds()
     {
