@@ -43,7 +43,8 @@ class CellPictures : public DialogFixture
         image.fill(cell.pixelColor(0, 0));
         QPainter painter(&image);
         zetui::pixmill::Pixmill context(&painter, nullptr);
-        const auto font = GetCellFont();
+        const zetui::pixmill::Font font{zetui::pixmill::ValidateFontName(zetui::ui::GetFontName(0)),
+                                        zetui::ui::GetFontSize(0)};
         const float padding =
             zetui::skins::IsRunningV7OrBeyond() ? UI_MultiColumnTree::GetDefaultCellPadding().second : 6.0F;
         const float rowHeight = UI_MultiColumnTree::GetDefaultRowHeight();
@@ -131,19 +132,45 @@ TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle
     }
 }
 
-TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTexts)
+TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTextsAndTheOtherListsHaveNot)
 {
     AddPlugin(L"Chorus", L"/a/1.so");
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
     OpenDialog();
-    PluginList().UI_SetDisabled(true);
-    FolderList().UI_SetDisabled(true);
+    for (const bool pluginsEnabled : {false, true}) {
+        PluginList().UI_SetDisabled(!pluginsEnabled);
+        FolderList().UI_SetDisabled(pluginsEnabled);
+        HandleEvents();
+        const QImage name = Cell(PluginList(), 0, 1);
+        EXPECT_EQ(name, Drawn(name, L"Chorus", TextTruncation::End, pluginsEnabled));
+        EXPECT_NE(name, Drawn(name, L"Chorus", TextTruncation::End, !pluginsEnabled));
+        const QImage folderCell = Cell(FolderList(), 0, 0);
+        const std::wstring path = zettesting::ToWide("/first");
+        EXPECT_EQ(folderCell, Drawn(folderCell, path, TextTruncation::End, !pluginsEnabled));
+        EXPECT_NE(folderCell, Drawn(folderCell, path, TextTruncation::End, pluginsEnabled));
+    }
+}
+
+TEST_F(CellPictures, ADisabledPluginIsDrawnLikeAnEnabledOne)
+{
+    AddPlugin(L"Chorus", L"/a/1.so", L"2.0")->SetEnabled(false);
+    for (const auto skin : bothSkins) {
+        OpenIn(skin);
+        SetWidths(140, 140);
+        const std::wstring texts[] = {L"", L"Chorus", L"VST", L"Working", L"2.0", L"/a/1.so"};
+        for (const int position : {1, 2, 3, 4, 5}) {
+            const QImage cell = Cell(PluginList(), 0, position);
+            EXPECT_EQ(cell, Drawn(cell, texts[position])) << position;
+        }
+    }
+}
+
+TEST_F(CellPictures, ARowOfTheFolderListWithoutFolderIsEmpty)
+{
+    OpenDialog();
+    FolderList().CreateAndAppendRow();
     HandleEvents();
-    const QImage name = Cell(PluginList(), 0, 1);
-    EXPECT_EQ(name, Drawn(name, L"Chorus", TextTruncation::End, false));
-    EXPECT_NE(name, Drawn(name, L"Chorus", TextTruncation::End, true));
-    const QImage folderCell = Cell(FolderList(), 0, 0);
-    EXPECT_EQ(folderCell, Drawn(folderCell, zettesting::ToWide("/first"), TextTruncation::End, false));
+    EXPECT_TRUE(IsEmpty(Cell(FolderList(), 0, 0)));
 }
 
 TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)

@@ -197,6 +197,20 @@ TEST_F(DialogFind, TypingLooksIntoWhatTheRecordsSayNowAndSortsByIt)
     EXPECT_THAT(Names(), ElementsAre(L"Zeta"));
 }
 
+TEST_F(DialogFind, TypingFindsInstrumentsOnlyWhileSynthsAreEnabled)
+{
+    auto& descriptors = *zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance();
+    AddPlugin(L"Effect", L"/a/1.so");
+    AddPlugin(L"Synth", L"/a/2.so")->SetHasAnyNonSynthEffect(false);
+    OpenDialog();
+    descriptors.SetSynthsEnabled(false);
+    TypeIntoFindBox("s");
+    EXPECT_THAT(Names(), ElementsAre(L"Effect"));
+    descriptors.SetSynthsEnabled(true);
+    TypeIntoFindBox("o");
+    EXPECT_THAT(Names(), ElementsAre(L"Effect", L"Synth"));
+}
+
 TEST_F(DialogFind, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
 {
     AddPlugin(L"One", L"/a/1.so");

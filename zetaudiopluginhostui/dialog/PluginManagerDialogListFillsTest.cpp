@@ -81,6 +81,28 @@ TEST_F(PluginListFills, AFillLetsTheWidgetsOfAllRowsGo)
     EXPECT_TRUE(CheckboxOf(L"One"));
 }
 
+TEST_F(PluginListFills, AWidgetThatAFillLetGoDoesNothingAnyMore)
+{
+    const auto last = AddPlugin(L"Zeta", L"/z/last.so");
+    const auto locator = Ban(L"/z/zz bad.so");
+    settings.sortColumn = kColumnPath;
+    settings.sortAscending = true;
+    OpenDialog();
+    const auto checkbox = CheckboxOf(L"Zeta");
+    const auto button = ReloadButtonOf(L"zz bad.so");
+    ASSERT_TRUE(checkbox && button);
+    AddManyPlugins(100);
+    TypeIntoFindBox("so");
+    ASSERT_FALSE(PluginList().IsRowVisible(RowOf(L"Zeta").get())) << "it is in the list but not in sight";
+    checkbox->SetChecked(false);
+    UI_ButtonChangedMessage ofCheckbox(checkbox.get());
+    SendMessage::Changed(*checkbox, ofCheckbox);
+    EXPECT_TRUE(last->IsEnabled());
+    UI_ButtonChangedMessage ofButton(button.get());
+    SendMessage::Changed(*button, ofButton);
+    EXPECT_TRUE(TheBanned().IsBanned(locator));
+}
+
 TEST_F(PluginListFills, AMessageThatIsNotOfARowsWidgetChangesNothingOrIsAnError)
 {
     const auto info = AddPlugin(L"One", L"/a/1.so");

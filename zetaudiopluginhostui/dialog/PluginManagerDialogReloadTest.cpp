@@ -257,6 +257,24 @@ TEST_F(DialogReload, AnotherTechnologysPluginOfTheSamePathHasNoPartInIt)
     EXPECT_TRUE(TheRegistry().Find(vanished.front()));
 }
 
+TEST_F(DialogReload, APluginOutsideOfTheRegisteredFoldersIsScannedWhenItIsThere)
+{
+    const std::filesystem::path elsewhere = folder / "elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    const auto file = zettesting::CopyTestPlugin("good/vst2_effect", elsewhere, "effect");
+    const auto gone = elsewhere / "gone.so";
+    Ban(ToWide(file));
+    Ban(ToWide(gone));
+    OpenDialog();
+    Press(*ReloadButtonOf(TitleOf(ToWide(file))));
+    EXPECT_EQ(shown->progressDialogs, 1);
+    EXPECT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working", L"Not Working"));
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(ToWide(file), ToWide(gone)));
+    Press(*ReloadButtonOf(TitleOf(ToWide(gone))));
+    EXPECT_EQ(shown->progressDialogs, 1) << "there is nothing to scan";
+    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(ToWide(file)));
+}
+
 TEST_F(DialogReload, AnErrorThatIsNoFileErrorComesOutOfTheReload)
 {
     const std::wstring gone = Copy("good/vst2_effect", "gone");

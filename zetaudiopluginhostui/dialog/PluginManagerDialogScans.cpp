@@ -47,7 +47,9 @@ void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
     bool preferencesAccessible = SaveBannedList();
     std::vector<PluginLocator> vanished;
     registry.CollectPotentialPlugins(true, vanished);
-    if (std::find(vanished.begin(), vanished.end(), locator) != vanished.end()) {
+    // A plug-in that lies in no registered folder any more counts as vanished, too, but can be scanned.
+    if (std::find(vanished.begin(), vanished.end(), locator) != vanished.end() &&
+        registry.IsFileGone(locator)) {
         registry.RemovePluginLocators({locator});
         preferencesAccessible = SaveRegistry() && preferencesAccessible;
     } else {

@@ -1,22 +1,20 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
+#include <stdexcept>
 #include <utility>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
-#include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
-#include <zetui/dialogs/messagebox.h>
 
-#include "module/DebugSwitch.h"
 #include "module/PreferenceAccessError.h"
 #include "scan/ExternalAudioPluginScan.h"
+#include "scan/ScanMarker.h"
 
 namespace zetaudiopluginhostui {
 
@@ -25,77 +23,22 @@ namespace {
 namespace filesupport = zetcore::filesupport;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiopluginhost::BannedPluginManager;
-using zetaudiopluginhost::PluginModuleScanner;
 using zetcore::debug::FaultPoint;
 
 constexpr char titleKey[] = "$$$/AudioPluginManager/ScanAudioPlugIns=Scanning Audio Plug-Ins";
 constexpr wchar_t markerName[] = L"ScannedPluginPath.txt";
 
-filesupport::File InPrefDir(const std::wstring& name)
+struct LastScan
 {
-    return {filesupport::Dir::PrefDir(), name};
-}
-
-/// False when the preferences folder does not let it.
-bool SaveRegistry()
-{
-    try {
-        PluginModuleInfoManager::GetInstance()->SaveConfiguration(
-            InPrefDir(PluginModuleInfoManager::GetSettingsFileName()), true);
-        return true;
-    } catch (const filesupport::file_exception&) {
-        return false;
-    }
-}
-
-bool WriteMarker(const PluginLocator& plugin)
-{
-    try {
-        filesupport::FileUtils::SimpleWriteStringToFile(
-            AudioPluginScan::GetLastScannedPluginPath().FullPath(),
-            zetcore::string::UTF16to8(plugin.ToString()));
-        return true;
-    } catch (const filesupport::file_exception&) {
-        return false;
-    }
-}
-
-bool DeleteMarker()
-{
-    try {
-        const filesupport::File marker = AudioPluginScan::GetLastScannedPluginPath();
-        if (marker.Exists())
-            marker.Delete();
-        return true;
-    } catch (const filesupport::file_exception&) {
-        return false;
-    }
-}
-
-struct Begun
-{
-    unsigned scans = 0;
+    unsigned count = 0;
     std::vector<PluginLocator> plugins;
+    ScanEnd end;
 };
 
-Begun& LastBegun()
+LastScan& TheLastScan()
 {
-    static Begun begun;
-    return begun;
-}
-
-ScanEnd& LastEnd()
-{
-    static ScanEnd end;
-    return end;
-}
-
-std::string ExtraText(const PluginLocator& plugin, const std::string& statusText)
-{
-    return zetcore::string::UTF16to8(
-               PluginModuleInfoManager::GetInstance()->GetDisplayStringForLocator(plugin)) +
-           statusText;
+    static LastScan scan;
+    return scan;
 }
 
 } // namespace
@@ -117,33 +60,34 @@ const ScanEnd& AudioPluginScan::GetEnd() const
 
 unsigned AudioPluginScan::GetScanCount()
 {
-    return LastBegun().scans;
+    return TheLastScan().count;
 }
 
-const std::vector<PluginLocator>& AudioPluginScan::GetLastPlugins()
+std::vector<PluginLocator> AudioPluginScan::GetLastPlugins()
 {
-    return LastBegun().plugins;
+    return TheLastScan().plugins;
 }
 
 ScanEnd AudioPluginScan::GetLastEnd()
 {
-    return LastEnd();
+    return TheLastScan().end;
 }
 
 void AudioPluginScan::SetEnd(ScanEnd newEnd)
 {
     end = std::move(newEnd);
-    LastEnd() = end;
+    TheLastScan().end = end;
 }
 
 filesupport::File AudioPluginScan::GetLastScannedPluginPath()
 {
-    return InPrefDir(markerName);
+    return {filesupport::Dir::PrefDir(), markerName};
 }
 
 void AudioPluginScan::ScanForPlugins(HWND parent, bool rescanExisting, bool disableVST2ShellSkipping,
                                      bool quickEffectScan, bool useSeparateProcess)
 {
+    CheckThatItMayScan(useSeparateProcess);
     std::vector<PluginLocator> vanished;
     const auto candidates =
         PluginModuleInfoManager::GetInstance()->CollectPotentialPlugins(!rescanExisting, vanished);
@@ -155,38 +99,65 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
                                      bool disableVST2ShellSkipping, bool quickEffectScan,
                                      bool useSeparateProcess)
 {
+    CheckThatItMayScan(useSeparateProcess);
+    // What the host does while it is shown the progress may let go of the last pointer to this object.
+    const auto self = SharedThis();
     cancelled = false;
+    markerProblem.clear();
     SetEnd({});
-    ++LastBegun().scans;
-    LastBegun().plugins = plugins;
-    bool preferencesAccessible = true;
+    ++TheLastScan().count;
+    TheLastScan().plugins = plugins;
     const ProgressDialogPtr progressDialog = zetui::utility::MakeIntrusive<zetui::dialogs::UI_ProgressDialog>(
         supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),
         zetui::ui::WindowVariant(parent), false, true, false);
-    PluginModuleInfoManager::GetInstance()->RemovePluginLocators(plugins);
-    FaultPoint("host.scan-begins");
+    bool preferencesAccessible = true;
+    try {
+        PluginModuleInfoManager::GetInstance()->RemovePluginLocators(plugins);
+        FaultPoint("host.scan-begins");
+        if (useSeparateProcess)
+            preferencesAccessible =
+                ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+        else
+            ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
 
-    if (useSeparateProcess) {
-        preferencesAccessible = SaveRegistry();
-        try {
-            ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
-        } catch (const filesupport::file_exception& error) {
-            // The result file of an earlier scan is there and cannot be deleted.
-            preferencesAccessible = false;
-            SetEnd({ScanEnd::How::NotStarted, error.what()});
-        }
-    } else {
-        ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
-        if (cancelled)
-            SetEnd({ScanEnd::How::Cancelled, {}});
+        FaultPoint("host.scan-done");
+        // That the marker can be neither replaced nor deleted may have been told already.
+        const bool markerIsGone = ScanMarker::Delete() || !markerProblem.empty();
+        preferencesAccessible = markerIsGone && preferencesAccessible;
+        preferencesAccessible = SaveRegistry() && preferencesAccessible;
+        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
+    } catch (const std::exception& error) {
+        KeepWhatIsThere(error.what());
+        throw;
+    } catch (...) {
+        KeepWhatIsThere("An unknown exception ended the scan");
+        throw;
     }
-
-    FaultPoint("host.scan-done");
-    preferencesAccessible = DeleteMarker() && preferencesAccessible;
-    preferencesAccessible = SaveRegistry() && preferencesAccessible;
-    PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
     if (!preferencesAccessible)
         ReportPreferenceAccessError(parent);
+}
+
+void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
+{
+    if (zetcore::threads::GetRegisteredMainThread() && !zetcore::threads::IsMainThread())
+        throw std::logic_error("AudioPluginScan::ScanForPlugins must be called on the main thread, the one "
+                               "that called RegisterMainThread");
+    // Nothing would ever close the dialog of a scan object that cannot be referred to weakly.
+    if (useSeparateProcess && !SharedThis())
+        zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
+}
+
+void AudioPluginScan::KeepWhatIsThere(const std::string& reason)
+{
+    SetEnd({ScanEnd::How::GaveUp, reason});
+    try {
+        ScanMarker::Delete();
+        PluginModuleInfoManager::GetInstance()->PutBackUnreached();
+        SaveRegistry();
+    } catch (const std::exception& error) {
+        // The exception that is on its way to the host says more.
+        zetcore::debug::TraceLine(1, "AudioPluginScan", error.what());
+    }
 }
 
 bool AudioPluginScan::ScanForPluginsWithoutAlerts(HWND parent, const std::vector<PluginLocator>& plugins,
@@ -199,10 +170,23 @@ bool AudioPluginScan::ScanForPluginsWithoutAlerts(HWND parent, const std::vector
         ~WithoutAlerts() { flag = false; }
         bool& flag;
     };
+    const auto self = SharedThis();
     const WithoutAlerts quiet(withoutAlerts);
     preferencesInaccessible = false;
     ScanForPlugins(parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
     return !preferencesInaccessible;
+}
+
+bool AudioPluginScan::SaveRegistry()
+{
+    try {
+        PluginModuleInfoManager::GetInstance()->SaveConfiguration(
+            {filesupport::Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()}, true);
+        return true;
+    } catch (const filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, "AudioPluginScan", error.what());
+        return false;
+    }
 }
 
 void AudioPluginScan::ReportPreferenceAccessError(HWND parent)
@@ -210,109 +194,6 @@ void AudioPluginScan::ReportPreferenceAccessError(HWND parent)
     preferencesInaccessible = true;
     if (!withoutAlerts)
         ShowPreferenceAccessCaution(supplier, parent);
-}
-
-void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& plugins,
-                                            bool disableVST2ShellSkipping, bool quickEffectScan,
-                                            const ProgressDialogPtr& progressDialog)
-{
-    // Nothing would ever close the dialog of a scan object that cannot be referred to weakly.
-    if (!SharedThis())
-        zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
-    const bool started = externalScan->StartScan(
-        InPrefDir(PluginModuleInfoManager::GetSettingsFileName()).FullPath(),
-        InPrefDir(BannedPluginManager::GetSettingsFileName()).FullPath(),
-        InPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName()).FullPath(), plugins,
-        disableVST2ShellSkipping, quickEffectScan,
-        [weak = WeakThis(), progressDialog](const PluginLocator& plugin, const std::string& statusText,
-                                            int progress, int total) {
-            if (const auto self = weak.lock())
-                self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
-        });
-    if (!started) {
-        SetEnd({ScanEnd::How::NotStarted, {}});
-        return;
-    }
-    const auto response = progressDialog->RunModal();
-    externalScan->StopScan();
-    if (response == zetui::dialogs::UI_DialogViewContainer::kCancel)
-        SetEnd({ScanEnd::How::Cancelled, {}});
-    else if (externalScan->GaveUp())
-        SetEnd({ScanEnd::How::GaveUp, {}});
-}
-
-void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLocator>& plugins,
-                                        bool disableVST2ShellSkipping, bool quickEffectScan,
-                                        const ProgressDialogPtr& progressDialog)
-{
-    progressDialog->SetPostCloseCallback([this](zetui::dialogs::UI_DialogViewContainer::Response response) {
-        return OnProgressPostClose(response);
-    });
-    progressDialog->UI_Show(true);
-    progressDialog->BeginModal();
-    {
-        // While it scans, a save writes only what is new: one before each plug-in stays cheap.
-        PluginModuleScanner scanner(plugins, disableVST2ShellSkipping, quickEffectScan, false);
-        scanner.BeginScan();
-        PluginLocator plugin;
-        std::string statusText;
-        int progress = 0;
-        int total = 0;
-        while (scanner.GetCurrentProgressInfo(plugin, statusText, progress, total)) {
-            if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent))
-                break;
-            const bool goesOn = scanner.ContinueScan();
-            FaultPoint("host.plugin-scanned");
-            if (!goesOn)
-                break;
-        }
-        scanner.EndScan();
-        progressDialog->EndModal();
-    }
-    // It may outlive this scan only in hands that are not ours.
-    progressDialog->SetPostCloseCallback({});
-}
-
-bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
-                                           int progress, int total, ProgressDialogPtr progressDialog,
-                                           HWND parent)
-{
-    // Without its marker the scan goes on like without a save: the caution below tells the user.
-    const bool marked = WriteMarker(plugin);
-    if (progressDialog) {
-        progressDialog->SetExtraText(ExtraText(plugin, statusText));
-        progressDialog->SetProgress(static_cast<unsigned long long>(progress),
-                                    static_cast<unsigned long long>(total), std::string());
-        progressDialog->ModalDuring();
-    }
-    if (IsDebugSwitchOn("DebugPluginLoading", "false"))
-        zetui::dialogs::messagebox::ShowNote(supplier, L"Scanning", plugin.GetPath(),
-                                             zetui::ui::WindowVariant(parent));
-    const bool saved = SaveRegistry();
-    FaultPoint("host.plugin-loading");
-    if (!marked || !saved)
-        ReportPreferenceAccessError(parent);
-    return !cancelled;
-}
-
-void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
-                                                   int progress, int total, ProgressDialogPtr progressDialog)
-{
-    if (!progressDialog)
-        return;
-    if (total == 0 && progress == 1) {
-        progressDialog->PostClose();
-        return;
-    }
-    progressDialog->SetExtraText(ExtraText(plugin, statusText));
-    progressDialog->SetProgress(static_cast<unsigned long long>(progress),
-                                static_cast<unsigned long long>(total), std::string());
-}
-
-bool AudioPluginScan::OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response)
-{
-    cancelled = response == zetui::dialogs::UI_DialogViewContainer::kCancel;
-    return false;
 }
 
 } // namespace zetaudiopluginhostui

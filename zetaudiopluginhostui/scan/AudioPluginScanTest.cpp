@@ -1,80 +1,35 @@
+// The scan in the host's own process.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
-#include <gmock/gmock.h>
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetaudiopluginhostui/ScanLimits.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/string/Utf.h>
 
-#include "testing/RecordingPresentation.h"
-#include "testing/ScanFixture.h"
+#include "testing/AudioPluginScanFixture.h"
 
 namespace zetaudiopluginhostui {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using ::testing::StartsWith;
 using zetaudiofilterhost::PluginModuleInfo;
-using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
-using zetaudiopluginhost::BannedPluginManager;
+using zetui::dialogs::UI_DialogViewContainer;
 
-class AudioPluginScanTest : public ScanFixture
+class AudioPluginScanTest : public AudioPluginScanFixture
 {
   protected:
-    AudioPluginScanTest()
+    static void ShowANoteForEachPlugin()
     {
-        connection = registry.GetPluginInfosChangedSignal().connect([this] { ++changes; });
+        zetcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", "true");
     }
-
-    /// A file with a plug-in's name in `plugins`, which is no plug-in: a scan loads nothing of it.
-    PluginLocator MakeFile(const std::string& name)
+    std::vector<std::wstring> SavedVstFolders() const
     {
-        std::filesystem::create_directories(folder / "plugins");
-        zettesting::WriteAll(folder / "plugins" / name, "text");
-        return Plugin("plugins/" + name);
-    }
-    void Scan(const std::vector<PluginLocator>& plugins, bool useSeparateProcess = false)
-    {
-        scan->ScanForPlugins(nullptr, plugins, false, true, useSeparateProcess);
-    }
-    std::filesystem::path Marker() const { return prefs / "ScannedPluginPath.txt"; }
-    std::filesystem::path Saved() const { return prefs / PluginModuleInfoManager::GetSettingsFileName(); }
-    /// What a host would find if it were started now.
-    bool IsSaved(const PluginLocator& plugin) const
-    {
-        PluginModuleInfoManager loaded;
+        zetaudiofilterhost::PluginModuleInfoManager loaded;
         loaded.LoadConfiguration(zetcore::filesupport::File(zettesting::ToWide(Saved())));
-        return loaded.Find(plugin) != nullptr;
+        const auto vst = loaded.GetPluginTechnology(TechnologyType::VST);
+        return {vst->DirectoryBegin(), vst->DirectoryEnd()};
     }
-    /// Nothing can be written there from now on.
-    void MakePrefsUnwritable()
-    {
-        zettesting::WriteAll(folder / "file", "");
-        zetcore::filesupport::Dir::SetPrefDir(zettesting::ToWide(folder / "file" / "prefs"));
-    }
-    static std::string Path(const PluginLocator& plugin)
-    {
-        return zetcore::string::UTF16to8(plugin.GetPath());
-    }
-    static std::string Caution()
-    {
-        return "caution " + zetcore::string::UTF16to8(zetcore::config::GetClientName()) +
-               ": Unable to load third-party audio plug-ins.";
-    }
-
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    RecordingPresentation shown;
-    int changes = 0;
-    zetcore::signals::ScopedConnection connection;
-    const PluginLocator none;
-    std::shared_ptr<AudioPluginScan> scan = std::make_shared<AudioPluginScan>(nullptr);
 };
 
 TEST_F(AudioPluginScanTest, TheMarkerIsAFileOfThePreferencesFolder)
@@ -92,25 +47,13 @@ TEST_F(AudioPluginScanTest, AnEmptyListShowsAndClosesTheDialogDeletesAStaleMarke
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(AudioPluginScanTest, AnEmptyListDoesTheSameInASeparateProcess)
-{
-    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-    zettesting::WriteAll(Marker(), "VST|/stale.so|");
-    Scan({}, true);
-    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "hide"));
-    EXPECT_FALSE(std::filesystem::exists(Marker()));
-    EXPECT_TRUE(std::filesystem::exists(Saved()));
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(ScannersEnd());
-}
-
 TEST_F(AudioPluginScanTest, ReportsEachPluginBeforeItIsScannedAndKeepsWhatWasFound)
 {
     const auto a = MakeFile("a.so");
     const auto b = MakeFile("b.so");
     std::vector<bool> known;
     shown.onStep = [&] {
-        known.push_back(registry.Find(a) != nullptr);
+        known.push_back(IsKnown(a));
         return false;
     };
     Scan({a, b});
@@ -122,16 +65,36 @@ TEST_F(AudioPluginScanTest, ReportsEachPluginBeforeItIsScannedAndKeepsWhatWasFou
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(AudioPluginScanTest, ASubcomponentIsShownRightBehindItsModule)
+{
+    const PluginLocator part(TechnologyType::VST, MakeFile("shell.so").GetPath(), L"H\x00E4ll");
+    Scan({part});
+    EXPECT_THAT(shown.Starting("step"), ElementsAre("step " + Path(part) + " (H\xC3\xA4ll) (0/1)"));
+}
+
+TEST_F(AudioPluginScanTest, TheDialogTheNotesAndTheCautionsBelongToTheHostsWindow)
+{
+    // Only handed on: the recording presentation shows nothing anywhere.
+    const auto window = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
+    ShowANoteForEachPlugin();
+    MakePrefsUnwritable();
+    scan->ScanForPlugins(window, {MakeFile("a.so")}, false, true, false);
+    // The dialog, the note, the caution of the plug-in and the one of the end.
+    EXPECT_THAT(shown.parents, SizeIs(4));
+    EXPECT_THAT(shown.parents, Each(window));
+}
+
 TEST_F(AudioPluginScanTest, TheMarkerNamesThePluginThatIsAboutToBeLoaded)
 {
     const auto a = MakeFile("gr\xc3\xbc\xc3\x9f & 100%.so");
-    std::string marker;
+    const auto b = MakeFile("b.so");
+    std::vector<std::string> markers;
     shown.onStep = [&] {
-        marker = zettesting::ReadAll(Marker());
+        markers.push_back(MarkerText());
         return false;
     };
-    Scan({a});
-    EXPECT_EQ(marker, zetcore::string::UTF16to8(a.ToString()));
+    Scan({a, b});
+    EXPECT_THAT(markers, ElementsAre(MarkerOf(a), MarkerOf(b)));
 }
 
 TEST_F(AudioPluginScanTest, AfterANormalScanNoMarkerRemains)
@@ -140,64 +103,92 @@ TEST_F(AudioPluginScanTest, AfterANormalScanNoMarkerRemains)
     EXPECT_FALSE(std::filesystem::exists(Marker()));
 }
 
-TEST_F(AudioPluginScanTest, EverythingFoundSoFarIsSavedBeforeTheNextPluginIsLoaded)
+TEST_F(AudioPluginScanTest, WhatTheHostChangesDuringTheScanIsSavedBeforeEachPlugin)
 {
-    const auto a = MakeFile("a.so");
-    const auto b = MakeFile("b.so");
-    zetcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", "true");
-    std::vector<bool> savedAtNote;
-    // The note comes right before the save, and what was found is there by then: it is kept at once.
-    std::vector<PluginLocator> plugins{a, b, MakeFile("c.so")};
-    shown.onAlert = [&] { savedAtNote.push_back(IsSaved(a)); };
-    Scan(plugins);
-    EXPECT_THAT(savedAtNote, ElementsAre(false, true, true));
+    int steps = 0;
+    std::vector<std::vector<std::wstring>> saved;
+    shown.onStep = [&] {
+        saved.push_back(SavedVstFolders());
+        const std::wstring folderOfStep = L"/step " + std::to_wstring(++steps);
+        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({folderOfStep});
+        return false;
+    };
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/before"});
+    registry.SaveConfiguration(zetcore::filesupport::File(zettesting::ToWide(Saved())), true);
+    Scan({MakeFile("a.so"), MakeFile("b.so"), MakeFile("c.so")});
+    using Folders = std::vector<std::wstring>;
+    EXPECT_THAT(saved, ElementsAre(Folders{L"/before"}, Folders{L"/step 1"}, Folders{L"/step 2"}));
+    EXPECT_EQ(SavedVstFolders(), Folders{L"/step 3"});
 }
 
 TEST_F(AudioPluginScanTest, ThePluginsToScanLeaveTheRegistryFirst)
 {
-    const auto a = MakeFile("a.so");
-    registry.AddModule(std::make_shared<PluginModuleInfo>(a));
+    const auto a = MakeKnownFile("a.so");
     bool known = true;
     shown.onStep = [&] {
-        known = registry.Find(a) != nullptr;
+        known = IsKnown(a);
         return false;
     };
     Scan({a});
     EXPECT_FALSE(known);
 }
 
-TEST_F(AudioPluginScanTest, WithDebugPluginLoadingOneNoteIsShownForEachPluginBeforeItIsLoaded)
+TEST_F(AudioPluginScanTest, TheNoteComesAfterTheMarkerAndTheProgressAndBeforeTheSaveAndTheLoad)
 {
     const auto a = MakeFile("a.so");
     const auto b = MakeFile("b.so");
-    zetcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", "true");
+    ShowANoteForEachPlugin();
+    shown.onStep = [&] {
+        registry.GetPluginTechnology(TechnologyType::VST)
+            ->SetPluginDirectories({L"/changed " + std::to_wstring(shown.calls.size())});
+        return false;
+    };
+    std::vector<std::string> markers;
+    std::vector<bool> saved;
     std::vector<bool> known;
-    shown.onAlert = [&] { known.push_back(registry.Find(known.empty() ? a : b) != nullptr); };
+    shown.onAlert = [&] {
+        markers.push_back(MarkerText());
+        known.push_back(IsKnown(known.empty() ? a : b));
+        const auto vst = registry.GetPluginTechnology(TechnologyType::VST);
+        saved.push_back(SavedVstFolders() ==
+                        std::vector<std::wstring>(vst->DirectoryBegin(), vst->DirectoryEnd()));
+    };
     Scan({a, b});
-    EXPECT_THAT(shown.Starting("note"),
-                ElementsAre("note Scanning: " + Path(a), "note Scanning: " + Path(b)));
+    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (0/2)",
+                                         "note Scanning: " + Path(a), "step " + Path(b) + " (1/2)",
+                                         "note Scanning: " + Path(b), "hide"));
+    EXPECT_THAT(markers, ElementsAre(MarkerOf(a), MarkerOf(b)));
+    EXPECT_THAT(saved, ElementsAre(false, false));
     EXPECT_THAT(known, ElementsAre(false, false));
 }
 
 TEST_F(AudioPluginScanTest, DebugPluginLoadingIsOnOnlyWhenItIsExactlyTrue)
 {
-    zetcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", "True");
-    Scan({MakeFile("a.so")});
-    EXPECT_THAT(shown.Starting("note"), IsEmpty());
+    for (const char* value : {"True", "1", "true ", "false"}) {
+        zetcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", value);
+        Scan({MakeFile("a.so")});
+        EXPECT_THAT(shown.Starting("note"), IsEmpty()) << value;
+    }
 }
 
 TEST_F(AudioPluginScanTest, CancelStopsBeforeTheNextPluginIsLoadedAndKeepsWhatWasFound)
 {
     const auto a = MakeFile("a.so");
-    const auto b = MakeFile("b.so");
+    const auto b = MakeKnownFile("b.so");
+    const auto c = MakeKnownFile("c.so");
     int steps = 0;
     shown.onStep = [&] { return ++steps == 2; };
-    Scan({a, b, MakeFile("c.so")});
+    Scan({a, b, c});
     EXPECT_EQ(steps, 2);
     EXPECT_TRUE(IsSaved(a));
-    EXPECT_FALSE(IsSaved(b));
+    // Nothing puts back here what was taken out: that is the host's business, when it is told.
+    for (const auto& unreached : {b, c}) {
+        EXPECT_FALSE(IsKnown(unreached));
+        EXPECT_FALSE(IsSaved(unreached));
+    }
     EXPECT_FALSE(std::filesystem::exists(Marker()));
     EXPECT_EQ(changes, 1);
+    EXPECT_EQ(registry.PutBackUnreached(), (std::vector<PluginLocator>{b, c}));
 }
 
 TEST_F(AudioPluginScanTest, ACancelledScanDoesNotCancelTheNext)
@@ -205,10 +196,60 @@ TEST_F(AudioPluginScanTest, ACancelledScanDoesNotCancelTheNext)
     const auto a = MakeFile("a.so");
     shown.onStep = [] { return true; };
     Scan({a});
-    EXPECT_EQ(registry.Find(a), nullptr);
+    EXPECT_FALSE(IsKnown(a));
     shown.onStep = {};
     Scan({a});
-    EXPECT_NE(registry.Find(a), nullptr);
+    EXPECT_TRUE(IsKnown(a));
+}
+
+TEST_F(AudioPluginScanTest, OnlyTheCancelResponseCancels)
+{
+    for (const UI_DialogViewContainer::Response response : {1, 2, -1}) {
+        EXPECT_FALSE(AudioPluginScanAccess::Close(*scan, response));
+        EXPECT_FALSE(AudioPluginScanAccess::IsCancelled(*scan)) << response;
+    }
+    EXPECT_FALSE(AudioPluginScanAccess::Close(*scan, 0));
+    EXPECT_TRUE(AudioPluginScanAccess::IsCancelled(*scan));
+    EXPECT_FALSE(AudioPluginScanAccess::Report(*scan, MakeFile("a.so"), nullptr));
+    EXPECT_FALSE(AudioPluginScanAccess::Close(*scan, 1));
+    EXPECT_FALSE(AudioPluginScanAccess::IsCancelled(*scan));
+    EXPECT_TRUE(AudioPluginScanAccess::Report(*scan, MakeFile("a.so"), nullptr));
+}
+
+TEST_F(AudioPluginScanTest, TheEndComesInOrderTheDialogTheMarkerTheSaveTheSignalTheCaution)
+{
+    const auto a = MakeFile("a.so");
+    std::vector<std::string> atSignalShown;
+    bool markerAtHide = false;
+    bool markerAtSignal = true;
+    bool savedAtHide = true;
+    bool savedAtSignal = false;
+    shown.onHide = [&] {
+        markerAtHide = std::filesystem::exists(Marker());
+        savedAtHide = SavedVstFolders() == std::vector<std::wstring>{L"/last"};
+    };
+    onSignal = [&] {
+        atSignalShown = shown.calls;
+        markerAtSignal = std::filesystem::exists(Marker());
+        savedAtSignal = IsSaved(a) && SavedVstFolders() == std::vector<std::wstring>{L"/last"};
+    };
+    shown.onStep = [&] {
+        MakePrefsUnwritable();
+        return false;
+    };
+    // The last save of the loop has failed: only the one of the end can save this.
+    shown.onAlert = [&] {
+        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/last"});
+        MakePrefsWritable();
+    };
+    Scan({a});
+    EXPECT_THAT(shown.calls,
+                ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (0/1)", Caution(), "hide"));
+    EXPECT_TRUE(markerAtHide);
+    EXPECT_FALSE(savedAtHide);
+    EXPECT_EQ(atSignalShown, shown.calls);
+    EXPECT_FALSE(markerAtSignal);
+    EXPECT_TRUE(savedAtSignal);
 }
 
 TEST_F(AudioPluginScanTest, APreferencesFolderThatCannotBeWrittenIsReportedForEachPluginAndOnceAtTheEnd)
@@ -216,258 +257,133 @@ TEST_F(AudioPluginScanTest, APreferencesFolderThatCannotBeWrittenIsReportedForEa
     const auto a = MakeFile("a.so");
     const auto b = MakeFile("b.so");
     MakePrefsUnwritable();
+    onSignal = [&] { shown.calls.emplace_back("signal"); };
     Scan({a, b});
-    EXPECT_THAT(shown.Starting("caution"),
-                ElementsAre(StartsWith(Caution()), StartsWith(Caution()), StartsWith(Caution())));
-    EXPECT_NE(registry.Find(b), nullptr);
-    EXPECT_EQ(changes, 1);
-}
-
-TEST_F(AudioPluginScanTest, APreferencesFolderThatCannotBeWrittenIsReportedOnceAfterAnExternalScan)
-{
-    MakePrefsUnwritable();
-    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-    Scan({}, true);
-    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "hide", StartsWith(Caution())));
-}
-
-TEST_F(AudioPluginScanTest, AnExternalScanThatCannotStartShowsNothingButSavesAndSignals)
-{
-    const auto a = MakeFile("a.so");
-    registry.AddModule(std::make_shared<PluginModuleInfo>(a));
-    zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls, IsEmpty());
-    EXPECT_EQ(registry.Find(a), nullptr);
-    EXPECT_TRUE(std::filesystem::exists(Saved()));
-    EXPECT_FALSE(IsSaved(a));
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-}
-
-TEST_F(AudioPluginScanTest, AnOldResultFileThatCannotBeDeletedIsReportedAndNothingIsScanned)
-{
-    const auto a = MakeFile("a.so");
-    const std::wstring settings = PluginModuleInfoManager::GetSettingsFileName();
-    std::filesystem::create_directories(prefs / (settings + L".scan") / "not empty");
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls, ElementsAre(StartsWith(Caution())));
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-    EXPECT_NE(scan->GetEnd().reason.find(".scan"), std::string::npos) << scan->GetEnd().reason;
-}
-
-TEST_F(AudioPluginScanTest, AnExternalScanStartsFromTheSavedRegistryAndPassesTheListsAndFlags)
-{
-    const auto a = MakeFile("a.so");
-    const auto known = Plugin("known.so");
-    registry.AddModule(std::make_shared<PluginModuleInfo>(a));
-    registry.AddModule(std::make_shared<PluginModuleInfo>(known));
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "ok", Info(none, 1, 1, false)});
-    bool savedKnown = false;
-    bool savedScanned = true;
-    shown.onStep = [&] {
-        savedKnown = IsSaved(known);
-        savedScanned = IsSaved(a);
-        return false;
-    };
-    scan->ScanForPlugins(nullptr, {a}, true, false, true);
-    EXPECT_TRUE(savedKnown);
-    EXPECT_FALSE(savedScanned);
-    const auto file = [this](const std::wstring& name) { return JsonText(zettesting::ToWide(prefs / name)); };
-    const std::wstring settings = PluginModuleInfoManager::GetSettingsFileName();
-    EXPECT_EQ(Log(1).at(1), "Connect [" + file(settings) + "," +
-                                file(BannedPluginManager::GetSettingsFileName()) + "," +
-                                file(BannedPluginManager::GetPermanentBannedSettingsFileName()) + "," +
-                                file(settings + L".scan") + ",true,false]");
-    EXPECT_EQ(Log(1).at(2), "BeginScanForPlugins [[" + Quoted(a) + "]]");
-}
-
-TEST_F(AudioPluginScanTest, AnExternalScanShowsNameAndSubcomponentAndWritesNoMarker)
-{
-    const auto a = MakeFile("a.so");
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true, ": Hall"), "wait seen", Result(a, L"Reverb"),
-               Info(none, 2, 2, false)});
-    bool marker = true;
-    shown.onStep = [&] {
-        marker = std::filesystem::exists(Marker());
-        Touch("seen");
-        return false;
-    };
-    Scan({a}, true);
     EXPECT_THAT(shown.calls,
-                ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + ": Hall (0/2)", "hide"));
-    EXPECT_FALSE(marker);
-    ASSERT_NE(registry.Find(a), nullptr);
-    EXPECT_TRUE(IsSaved(a));
-    EXPECT_TRUE(ScannersEnd());
+                ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (0/2)", Caution(),
+                            "step " + Path(b) + " (1/2)", Caution(), "hide", "signal", Caution()));
+    EXPECT_TRUE(IsKnown(b));
 }
 
-TEST_F(AudioPluginScanTest, Progress1OfTotal1IsAnOrdinaryReportAndOnly1Of0ClosesTheDialog)
+TEST_F(AudioPluginScanTest, ASaveOfTheLoopThatFailedIsNotReportedAgainAtTheEnd)
 {
-    const auto a = MakeFile("a.so");
-    Script(1, {"listen", "ok", "ok", Info(a, 1, 1, true), "wait seen", "ok", Info(none, 1, 1, false)});
     shown.onStep = [&] {
-        Touch("seen");
+        MakePrefsUnwritable();
         return false;
     };
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls,
-                ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (1/1)", "hide"));
+    shown.onAlert = [&] { MakePrefsWritable(); };
+    Scan({MakeFile("a.so"), MakeFile("b.so")});
+    EXPECT_THAT(shown.Starting("caution"), SizeIs(2));
 }
 
-TEST_F(AudioPluginScanTest, AReportOfProgress1OfTotal0ClosesTheDialogAlthoughTheScannerGoesOn)
+TEST_F(AudioPluginScanTest, ASaveThatFailsOnlyAtTheEndIsReportedAfterTheSignal)
 {
+    shown.onHide = [&] { MakePrefsUnwritable(); };
+    onSignal = [&] { shown.calls.emplace_back("signal"); };
     const auto a = MakeFile("a.so");
-    Script(1, {"listen", "ok", "ok", Info(a, 1, 0, true), "hold"});
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "hide"));
-    EXPECT_TRUE(ScannersEnd());
-}
-
-TEST_F(AudioPluginScanTest, CancellingAnExternalScanEndsTheScannerAndBansNothing)
-{
-    const auto a = MakeFile("a.so");
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "hold"});
-    shown.onStep = [] { return true; };
-    Scan({a, MakeFile("b.so")}, true);
-    EXPECT_TRUE(ScannersEnd());
-    EXPECT_EQ(Launches(), 1);
-    EXPECT_FALSE(BannedPluginManager::GetInstance()->IsBanned(a));
-    EXPECT_EQ(changes, 1);
-}
-
-TEST_F(AudioPluginScanTest, AScanObjectThatNoSharedPointerOwnsCannotScanInASeparateProcess)
-{
-    AudioPluginScan onTheStack(nullptr);
-    EXPECT_THROW(onTheStack.ScanForPlugins(nullptr, {}, false, true, true), std::runtime_error);
-    EXPECT_EQ(Launches(), 0);
-    onTheStack.ScanForPlugins(nullptr, {}, false, true, false);
-    EXPECT_EQ(changes, 1);
-}
-
-TEST_F(AudioPluginScanTest, ACopyScansLikeItsOriginal)
-{
-    const auto copy = std::make_shared<AudioPluginScan>(*scan);
-    scan.reset();
-    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-    copy->ScanForPlugins(nullptr, {}, false, true, true);
-    EXPECT_EQ(Launches(), 1);
-    EXPECT_EQ(changes, 1);
-}
-
-TEST_F(AudioPluginScanTest, AScanOfEverythingIsDone)
-{
-    std::vector<ScanEnd> atSignal;
-    const zetcore::signals::ScopedConnection ends = registry.GetPluginInfosChangedSignal().connect(
-        [&] { atSignal.push_back(AudioPluginScan::GetLastEnd()); });
-    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
-    Scan({MakeFile("a.so")});
-    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-    Scan({}, true);
-    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
-    EXPECT_THAT(atSignal, ElementsAre(ScanEnd{}, ScanEnd{}));
-}
-
-TEST_F(AudioPluginScanTest, ACancelledScanSaysSoUntilTheNextOneAndBeforeTheSignal)
-{
-    const ScanEnd cancelled{ScanEnd::How::Cancelled, {}};
-    std::vector<ScanEnd> atSignal;
-    const zetcore::signals::ScopedConnection ends = registry.GetPluginInfosChangedSignal().connect(
-        [&] { atSignal.push_back(AudioPluginScan::GetLastEnd()); });
-    const auto a = MakeFile("a.so");
-    shown.onStep = [] { return true; };
     Scan({a});
-    EXPECT_EQ(scan->GetEnd(), cancelled);
+    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (0/1)", "hide",
+                                         "signal", Caution()));
+}
 
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "hold"});
-    const auto other = std::make_shared<AudioPluginScan>(nullptr);
-    other->ScanForPlugins(nullptr, {a, MakeFile("b.so")}, false, true, true);
-    EXPECT_EQ(other->GetEnd(), cancelled);
-
+TEST_F(AudioPluginScanTest, AScanWithoutAlertsSaysThatThePreferencesFolderCannotBeWritten)
+{
+    EXPECT_TRUE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    shown.onStep = [&] {
+        MakePrefsUnwritable();
+        return false;
+    };
+    shown.onHide = [&] { MakePrefsWritable(); };
+    EXPECT_FALSE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
     shown.onStep = {};
-    Scan({a});
-    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
-    EXPECT_EQ(other->GetEnd(), cancelled);
-    EXPECT_EQ(AudioPluginScan::GetLastEnd(), ScanEnd{});
-    EXPECT_THAT(atSignal, ElementsAre(cancelled, cancelled, ScanEnd{}));
+    EXPECT_TRUE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    shown.onHide = [&] { MakePrefsUnwritable(); };
+    EXPECT_FALSE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    EXPECT_THAT(shown.Starting("caution"), IsEmpty());
+    // The next scan with alerts has them.
+    Scan({});
+    EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
 }
 
-TEST_F(AudioPluginScanTest, AScanWhoseScannersNeverGetOnSaysThatItGaveUp)
-{
-    zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, "2");
-    for (int scanner = 1; scanner <= 4; ++scanner)
-        Script(scanner, {"listen", "die"});
-    ScanEnd atSignal;
-    const zetcore::signals::ScopedConnection ends =
-        registry.GetPluginInfosChangedSignal().connect([&] { atSignal = AudioPluginScan::GetLastEnd(); });
-    Scan({MakeFile("a.so")}, true);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
-    EXPECT_EQ(atSignal, scan->GetEnd());
-    EXPECT_EQ(Launches(), 3);
-}
-
-TEST_F(AudioPluginScanTest, ASlotOfTheChangedSignalKnowsWhichScanItWasAndOfWhichPlugins)
-{
-    const unsigned before = AudioPluginScan::GetScanCount();
-    const auto a = MakeFile("a.so");
-    std::vector<PluginLocator> atSignal;
-    const zetcore::signals::ScopedConnection ends =
-        registry.GetPluginInfosChangedSignal().connect([&] { atSignal = AudioPluginScan::GetLastPlugins(); });
-    Scan({a});
-    EXPECT_EQ(AudioPluginScan::GetScanCount(), before + 1);
-    EXPECT_THAT(atSignal, ElementsAre(a));
-    Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
-    Scan({}, true);
-    EXPECT_EQ(AudioPluginScan::GetScanCount(), before + 2);
-    EXPECT_THAT(atSignal, ElementsAre());
-}
-
-class CollectingScanTest : public AudioPluginScanTest
+/// A folder in the marker's place can be neither replaced nor deleted as a file.
+class StaleMarker : public AudioPluginScanTest
 {
   protected:
-    CollectingScanTest()
+    void BlockMarker() const
     {
-        for (const auto type : {TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU})
-            registry.GetPluginTechnology(type)->SetPluginDirectories({});
-        std::filesystem::create_directories(folder / "plugins");
-        registry.GetPluginTechnology(TechnologyType::VST)
-            ->SetPluginDirectories({zettesting::ToWide(folder / "plugins")});
-    }
-    void ScanAll(bool rescanExisting)
-    {
-        shown.calls.clear();
-        scan->ScanForPlugins(nullptr, rescanExisting, false, true, false);
+        std::filesystem::remove(Marker());
+        std::filesystem::create_directory(Marker());
     }
 };
 
-TEST_F(CollectingScanTest, ScansNewPluginsOnlyUnlessExistingOnesAreToBeScannedAgain)
+TEST_F(StaleMarker, APluginThatCannotBeMarkedIsNotLoadedAndTheScanGoesOn)
 {
-    const auto a = MakeFile("a" ZET_TEST_MODULE_SUFFIX);
-    ScanAll(false);
-    EXPECT_THAT(shown.Starting("step"), ElementsAre("step " + Path(a) + " (0/1)"));
-    ScanAll(false);
-    EXPECT_THAT(shown.Starting("step"), IsEmpty());
-    ScanAll(true);
-    EXPECT_THAT(shown.Starting("step"), SizeIs(1));
-}
-
-TEST_F(CollectingScanTest, PluginsWhoseFilesAreGoneLeaveTheRegistryBeforeTheScan)
-{
-    const auto a = MakeFile("a" ZET_TEST_MODULE_SUFFIX);
-    const auto gone = MakeFile("gone" ZET_TEST_MODULE_SUFFIX);
-    ScanAll(false);
-    ASSERT_NE(registry.Find(gone), nullptr);
-    std::filesystem::remove(folder / "plugins" / ("gone" ZET_TEST_MODULE_SUFFIX));
-    MakeFile("new" ZET_TEST_MODULE_SUFFIX);
-    bool knownDuringScan = true;
+    const auto a = MakeFile("a.so");
+    const auto b = MakeKnownFile("b.so");
+    const auto c = MakeFile("c.so");
+    const auto d = MakeFile("d.so");
+    ShowANoteForEachPlugin();
+    int step = 0;
     shown.onStep = [&] {
-        knownDuringScan = registry.Find(gone) != nullptr;
+        if (++step == 1)
+            BlockMarker();
+        else if (step == 3)
+            std::filesystem::remove(Marker());
         return false;
     };
-    ScanAll(false);
-    EXPECT_FALSE(knownDuringScan);
-    EXPECT_NE(registry.Find(a), nullptr);
+    Scan({a, b, c, d});
+    EXPECT_EQ(step, 4);
+    EXPECT_TRUE(IsSaved(a));
+    EXPECT_FALSE(IsKnown(b));
+    EXPECT_FALSE(IsKnown(c));
+    EXPECT_TRUE(IsSaved(d));
+    // They are told once, and without the note that they are about to be loaded.
+    EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
+    EXPECT_THAT(shown.Starting("note"),
+                ElementsAre("note Scanning: " + Path(a), "note Scanning: " + Path(d)));
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
+    EXPECT_NE(scan->GetEnd().reason.find("ScannedPluginPath.txt"), std::string::npos)
+        << scan->GetEnd().reason;
+    EXPECT_EQ(atSignal, scan->GetEnd());
+    // What was known is not lost.
+    EXPECT_EQ(registry.PutBackUnreached(), (std::vector<PluginLocator>{b}));
+    EXPECT_TRUE(IsKnown(b));
+}
+
+TEST_F(StaleMarker, OneThatIsThereFromBeforeIsToldOnceAndNothingIsLoaded)
+{
+    const auto a = MakeFile("a.so");
+    const auto b = MakeFile("b.so");
+    BlockMarker();
+    Scan({a, b});
+    EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "step " + Path(a) + " (0/2)",
+                                         Caution(), "step " + Path(b) + " (1/2)", "hide"));
+    EXPECT_FALSE(IsKnown(a));
+    EXPECT_FALSE(IsKnown(b));
+    // The next scan begins anew.
+    std::filesystem::remove(Marker());
+    Scan({a, b});
+    EXPECT_TRUE(IsKnown(a));
+    EXPECT_TRUE(IsKnown(b));
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
+    EXPECT_THAT(shown.Starting("caution"), SizeIs(1));
+}
+
+TEST_F(StaleMarker, ACancelWorksWhileNothingIsLoaded)
+{
+    BlockMarker();
+    shown.onStep = [] { return true; };
+    Scan({MakeFile("a.so"), MakeFile("b.so")});
+    EXPECT_THAT(shown.Starting("step"), SizeIs(1));
+    EXPECT_EQ(scan->GetEnd(), (ScanEnd{ScanEnd::How::Cancelled, {}}));
+}
+
+TEST_F(StaleMarker, OneThatCannotBeDeletedOnlyAtTheEndIsTold)
+{
+    shown.onHide = [&] { BlockMarker(); };
+    Scan({MakeFile("a.so")});
+    EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
 }
 
 } // namespace

@@ -61,6 +61,31 @@ TEST_F(RealScanner, FindsTheSameInASeparateProcessAsInThisOne)
     EXPECT_TRUE(ScannersEnd());
 }
 
+TEST_F(RealScanner, BothFlagsReachTheEngineOfThisProcess)
+{
+    const std::filesystem::path path =
+        zettesting::CopyTestPlugin("good/vst2_shell", folder.Path(), "House-VST 2");
+    const PluginLocator shell(TechnologyType::VST, zettesting::ToWide(path));
+    const PluginLocator newer(TechnologyType::VST3, L"/elsewhere/house-vst3 2.vst3");
+    auto& registry = *PluginModuleInfoManager::GetInstance();
+    const auto scanned = [&](bool disableShellSkipping, bool quick) {
+        const auto scan = std::make_shared<AudioPluginScan>(nullptr);
+        scan->ScanForPlugins(nullptr, {shell, newer}, disableShellSkipping, quick, false);
+        return registry.FindModule(shell);
+    };
+    // A shell is skipped when it is there as VST3 too.
+    ASSERT_EQ(scanned(false, true).size(), 1u);
+    EXPECT_EQ(registry.FindModule(shell).front()->GetStatus(), ModuleStatus::Skipped);
+    const auto isSynth = [](const auto& info) { return info->HasAnySynth(); };
+    // Only the full scan makes an instance of each of its plug-ins, and sees which are instruments.
+    const auto quick = scanned(true, true);
+    EXPECT_EQ(quick.size(), 3u);
+    EXPECT_TRUE(std::none_of(quick.begin(), quick.end(), isSynth));
+    const auto full = scanned(true, false);
+    EXPECT_EQ(full.size(), 3u);
+    EXPECT_TRUE(std::any_of(full.begin(), full.end(), isSynth));
+}
+
 TEST_F(RealScanner, SurvivesAPluginThatCrashesBansItAndFindsTheOthers)
 {
     const auto before = TestPlugin("good/vst2_effect");

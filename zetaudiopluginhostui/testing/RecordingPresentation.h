@@ -23,10 +23,18 @@ class RecordingPresentation
 
     /// "show TITLE", "step EXTRA (PROGRESS/TOTAL)", "hide", "note TITLE: MESSAGE", "caution TITLE: MESSAGE".
     std::vector<std::string> calls;
+    /// Every extra text, in order.
+    std::vector<std::string> extraTexts;
+    /// The window that each progress dialog and alert belongs to.
+    std::vector<HWND> parents;
     /// Called after each step; true is the cancel button.
     std::function<bool()> onStep;
+    /// Called whenever a progress dialog would deal with input; true is the cancel button.
+    std::function<bool()> onInput;
     /// Called for each alert.
     std::function<void()> onAlert;
+    /// Called when a progress dialog goes.
+    std::function<void()> onHide;
 
     std::vector<std::string> Starting(const std::string& with) const
     {
@@ -46,7 +54,11 @@ class RecordingPresentation
         {
             owner.calls.push_back("show " + title + text + (cancellable ? "" : " (not cancellable)"));
         }
-        void SetExtraText(const std::string& text) override { extraText = text; }
+        void SetExtraText(const std::string& text) override
+        {
+            extraText = text;
+            owner.extraTexts.push_back(text);
+        }
         void SetProgress(unsigned long long progress, unsigned long long total,
                          const std::string& text) override
         {
@@ -54,14 +66,20 @@ class RecordingPresentation
                                   std::to_string(total) + ")" + text);
             stepped = true;
         }
-        void Hide() override { owner.calls.push_back("hide"); }
+        void Hide() override
+        {
+            owner.calls.push_back("hide");
+            if (owner.onHide)
+                owner.onHide();
+        }
         bool ProcessEvents(bool wait) override
         {
             if (wait)
                 if (const auto loop = std::dynamic_pointer_cast<zetcore::threads::PlainEventLoop>(
                         zetcore::threads::GetRegisteredMainThread()))
                     loop->WaitAndRun(std::chrono::steady_clock::now() + std::chrono::milliseconds(50));
-            return std::exchange(stepped, false) && owner.onStep && owner.onStep();
+            const bool cancelled = std::exchange(stepped, false) && owner.onStep && owner.onStep();
+            return (owner.onInput && owner.onInput()) || cancelled;
         }
 
       private:
@@ -75,13 +93,15 @@ class RecordingPresentation
       public:
         explicit Recorder(RecordingPresentation& record) : owner(record) {}
         std::unique_ptr<zetui::dialogs::ProgressPresentation>
-        CreateProgress(zetui::ui::WindowVariant) override
+        CreateProgress(zetui::ui::WindowVariant parent) override
         {
+            owner.parents.push_back(parent.Native());
             return std::make_unique<Progress>(owner);
         }
         void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title, const std::string& message,
-                       zetui::ui::WindowVariant) override
+                       zetui::ui::WindowVariant parent) override
         {
+            owner.parents.push_back(parent.Native());
             const bool note = kind == zetui::dialogs::AlertKind::Note;
             owner.calls.push_back((note ? "note " : "caution ") + title + ": " + message);
             if (owner.onAlert)

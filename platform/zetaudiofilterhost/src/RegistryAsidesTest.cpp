@@ -1,4 +1,6 @@
 // What a scan does not reach is kept.
+#include <functional>
+
 #include <gmock/gmock.h>
 
 #include "RegistryFixture.h"
@@ -15,6 +17,7 @@ using zettesting::ReadAll;
 using zettesting::ToWide;
 using zettesting::WriteAll;
 using Locators = std::vector<PluginLocator>;
+using InfoPtr = PluginModuleInfoManager::InfoPtr;
 
 class RegistryAsidesTest : public RegistryFixture
 {
@@ -274,74 +277,6 @@ TEST_F(RegistryAsidesTest, AnAsideOfANewerVersionThatCannotBeReadIsKept)
     EXPECT_THAT(ReadAll(path), HasSubstr("<aside locator=\"VST|/a.so|\" status=\"excellent\"/>"));
     EXPECT_THAT(ReadAll(path), HasSubstr("stars=\"5\""));
     EXPECT_THAT(ReadAll(path), HasSubstr("<audioplugins version=\"1.9\""));
-}
-
-TEST_F(RegistryAsidesTest, ASecondHostThatStartsDuringAScanDoesNotUndoItsResults)
-{
-    for (const wchar_t* name : {L"a", L"b", L"c"})
-        Add(name);
-    Save();
-    registry.RemovePluginLocators({Named(L"a"), Named(L"b"), Named(L"c")});
-    Save();
-    PluginModuleInfoManager second;
-    Load(second);
-    EXPECT_EQ(second.PutBackUnreached().size(), 3u);
-    // Between its loading and its saving the first one finds something.
-    Result(registry, {MakeInfo(Named(L"a"), L"a anew")});
-    second.SaveConfiguration(file, true);
-    EXPECT_THAT(Shown(second), ElementsAre(L"a anew", L"b", L"c"));
-
-    Result(registry, {MakeInfo(Named(L"b"), L"b anew")});
-    Save();
-    EXPECT_THAT(Shown(registry), ElementsAre(L"a anew", L"b anew"));
-    // What the second one put back is no result of the first one's scan.
-    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"c")));
-    Save();
-    second.SaveConfiguration(file, true);
-    EXPECT_THAT(Shown(second), ElementsAre(L"a anew", L"b anew", L"c"));
-    PluginModuleInfoManager third;
-    Load(third);
-    EXPECT_THAT(Shown(third), ElementsAre(L"a anew", L"b anew", L"c"));
-    EXPECT_THAT(third.PutBackUnreached(), IsEmpty());
-}
-
-TEST_F(RegistryAsidesTest, ASecondHostKeepsInTheFileWhatTheFirstHasAside)
-{
-    Save();
-    PluginModuleInfoManager second;
-    Load(second);
-    Add(L"a");
-    Add(L"b");
-    registry.RemovePluginLocators({Named(L"a"), Named(L"b")});
-    Save();
-    second.AddModule(Info(L"c"));
-    second.SaveConfiguration(file, true);
-    EXPECT_THAT(second.PutBackUnreached(), IsEmpty());
-    PluginModuleInfoManager afterAKill;
-    Load(afterAKill);
-    EXPECT_THAT(afterAKill.PutBackUnreached(), ElementsAre(Named(L"a"), Named(L"b")));
-
-    // What is no longer aside for the first one goes from the second one's file, too.
-    Result(registry, {Info(L"a"), Info(L"b")});
-    Save();
-    second.SaveConfiguration(file, true);
-    EXPECT_THAT(ReadAll(path), Not(HasSubstr("<aside")));
-    EXPECT_THAT(Shown(second), ElementsAre(L"a", L"b", L"c"));
-}
-
-TEST_F(RegistryAsidesTest, ARescanByAnotherHostIsNewerThanWhatIsAside)
-{
-    Add(L"a");
-    Save();
-    PluginModuleInfoManager second;
-    Load(second);
-    registry.RemovePluginLocators({Named(L"a")});
-    Save();
-    Result(second, {MakeInfo(Named(L"a"), L"newer")});
-    second.SaveConfiguration(file, true);
-    Save();
-    EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
-    EXPECT_THAT(Shown(registry), ElementsAre(L"newer"));
 }
 
 TEST_F(RegistryAsidesTest, AResultMayOnlyBringModules)

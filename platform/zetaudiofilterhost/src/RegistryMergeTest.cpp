@@ -200,6 +200,82 @@ TEST_F(RegistryMergeTest, LoadingDeletesWhatKilledSavesHaveLeft)
     EXPECT_TRUE(std::filesystem::exists(fresh));
 }
 
+TEST_F(RegistryMergeTest, AChoiceOfTheOtherDoesNotOverrideOurs)
+{
+    // What is chosen for a plug-in that is not in the registry at the moment.
+    const auto removeWith = [this](PluginModuleInfoManager& manager, bool isEnabled) {
+        manager.Find(Vst(L"/a.so"))->SetEnabled(isEnabled);
+        std::vector<PluginLocator> vanished;
+        manager.CollectPotentialPlugins(true, vanished);
+        manager.RemovePluginLocators(vanished);
+    };
+    const auto isEnabledAgain = [this](PluginModuleInfoManager& manager) {
+        Add(manager, L"a");
+        return manager.Find(Vst(L"/a.so"))->IsEnabled();
+    };
+    registry.Find(Vst(L"/a.so"))->SetEnabled(false);
+    Save(registry);
+    Load(other);
+    removeWith(registry, false);
+    Save(registry);
+    removeWith(other, true);
+    Save(other);
+    EXPECT_TRUE(isEnabledAgain(other));
+}
+
+TEST_F(RegistryMergeTest, AChoiceThatTheOtherRemembersIsTakenIn)
+{
+    registry.AddConfiguration("<audioplugins version=\"1.0\"><choice locator=\"VST|/z.so|\" "
+                              "enabled=\"false\"/></audioplugins>",
+                              true);
+    Save(registry);
+    Add(other, L"c");
+    Save(other);
+    Add(other, L"z");
+    EXPECT_FALSE(other.Find(Vst(L"/z.so"))->IsEnabled());
+}
+
+TEST_F(RegistryMergeTest, OwnJournalEntriesAreNotTakenForTheOthers)
+{
+    other.BeginIncrementalSaves();
+    Save(other);
+    Add(other, L"c");
+    Save(other);
+    ASSERT_TRUE(std::filesystem::exists(journal));
+    other.EndIncrementalSaves();
+    std::vector<PluginLocator> vanished;
+    other.CollectPotentialPlugins(true, vanished);
+    other.RemovePluginLocators({Vst(L"/c.so")});
+    Save(other);
+    EXPECT_FALSE(HasTraced("taken in"));
+    EXPECT_THAT(Saved(), ElementsAre(L"a", L"b"));
+}
+
+TEST_F(RegistryMergeTest, FindingsThatAScanHasKeptAtOnceAreNotTakenForTheOthersEither)
+{
+    Save(other);
+    other.AddConfiguration(PluginModuleInfoManager::ToConfigurationText({MakeInfo(Vst(L"/c.so"), L"c")}),
+                           false);
+    ASSERT_TRUE(std::filesystem::exists(journal));
+    Save(other);
+    EXPECT_FALSE(HasTraced("taken in"));
+}
+
+TEST_F(RegistryMergeTest, AChoiceOnARecordThatTheOtherBroughtIsInTheNextIncrementalSave)
+{
+    Add(registry, L"theirs");
+    Save(registry);
+    other.BeginIncrementalSaves();
+    Add(other, L"ours");
+    Save(other);
+    ASSERT_NE(other.Find(Vst(L"/theirs.so")), nullptr);
+    other.Find(Vst(L"/theirs.so"))->SetEnabled(false);
+    Save(other);
+    ASSERT_TRUE(std::filesystem::exists(journal));
+    Load(registry);
+    EXPECT_FALSE(registry.Find(Vst(L"/theirs.so"))->IsEnabled());
+}
+
 } // namespace
 
 } // namespace zetaudiofilterhost

@@ -2,6 +2,7 @@
 
 #include "RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiofilterhost/ModuleFiles.h>
 
 namespace zetaudiofilterhost {
 
@@ -97,6 +98,30 @@ TEST_F(RegistrySearchTest, ARecordWithoutFileStampIsNotTakenForChanged)
 {
     registry.AddModule(MakeInfo(MakeFile("a.vst3")));
     EXPECT_THAT(Collect(true), IsEmpty());
+}
+
+TEST_F(RegistrySearchTest, AnUnreadableFileIsTriedByEveryScanAndNeverShown)
+{
+    const auto unreadable = MakeFile("unreadable.vst3");
+    AddScanned(unreadable, ModuleStatus::Unreadable);
+    EXPECT_THAT(Collect(true), ElementsAre(unreadable));
+    EXPECT_THAT(Shown(registry), IsEmpty());
+    registry.SaveConfiguration(file, true);
+    EXPECT_THAT(zettesting::ReadAll(path), ::testing::HasSubstr("status=\"unreadable\""));
+    ASSERT_TRUE(registry.LoadConfiguration(file));
+    EXPECT_EQ(registry.Find(unreadable)->GetStatus(), ModuleStatus::Unreadable);
+    EXPECT_THAT(Collect(true), ElementsAre(unreadable));
+}
+
+TEST_F(RegistrySearchTest, WhatCouldNotBeLookedAtWhenItDidNotWorkIsNewWhenItCan)
+{
+    const std::filesystem::path library = plugins / "bundle.vst3" / "Contents" / BundleArchitecture() /
+                                          (std::string("bundle") + std::string(BundleLibraryExtension()));
+    std::filesystem::create_directories(library.parent_path());
+    AddScanned(At("bundle.vst3"), ModuleStatus::NotAPlugin);
+    EXPECT_THAT(Collect(true), IsEmpty());
+    WriteAll(library, "plug-in");
+    EXPECT_THAT(Collect(true), ElementsAre(At("bundle.vst3")));
 }
 
 TEST_F(RegistrySearchTest, AFileThatIsGoneHasVanished)

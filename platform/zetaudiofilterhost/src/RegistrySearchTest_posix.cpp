@@ -170,18 +170,115 @@ TEST_F(PosixSearchTest, ALinkWhoseTargetIsGoneHasVanished)
     EXPECT_THAT(vanished, ElementsAre(At("a.so")));
 }
 
-TEST_F(PosixSearchTest, AnUnreadableFolderIsTracedAndPassedOverAndItsPluginsAreNotLost)
+TEST_F(PosixSearchTest, AnUnreadableFolderIsToldAndItsPluginsAreNotLost)
 {
     const auto locked = MakeFile("locked/a.so");
+    const auto searchable = MakeFile("searchable/gone.so");
     const auto open = MakeFile("open/b.so");
     registry.AddModule(MakeInfo(locked));
-    std::filesystem::permissions(plugins / "locked", std::filesystem::perms::none);
+    registry.AddModule(MakeInfo(searchable));
+    std::filesystem::remove(plugins / "searchable" / "gone.so");
+    using std::filesystem::perms;
+    std::filesystem::permissions(plugins / "locked", perms::none);
+    // Its files can be looked at by their names, but which ones there are cannot be read.
+    std::filesystem::permissions(plugins / "searchable",
+                                 perms::owner_exec | perms::group_exec | perms::others_exec);
     {
         const OrdinaryUser user;
         EXPECT_THAT(Collect(), ElementsAre(open));
     }
     EXPECT_THAT(vanished, IsEmpty());
     EXPECT_TRUE(HasTraced("/locked: passed over"));
+    const std::vector<UnreadableFolder>& unreadable = registry.GetUnreadableFolders();
+    ASSERT_EQ(unreadable.size(), 2u);
+    EXPECT_EQ(unreadable[0].path, ToWide(plugins / "locked"));
+    EXPECT_EQ(unreadable[0].reason, std::make_error_code(std::errc::permission_denied).message());
+    EXPECT_EQ(unreadable[1].path, ToWide(plugins / "searchable"));
+
+    for (const char* name : {"locked", "searchable"})
+        std::filesystem::permissions(plugins / name, perms::all);
+    Collect();
+    EXPECT_THAT(vanished, ElementsAre(searchable));
+    EXPECT_THAT(registry.GetUnreadableFolders(), IsEmpty());
+}
+
+TEST_F(PosixSearchTest, FoldersThatDoNotExistAreNotUnreadable)
+{
+    Folders().AddPluginDirectories({ToWide(plugins / "missing"), ToWide(plugins / "missing" / "deeper")});
+    std::filesystem::create_directory_symlink("nowhere", plugins / "link");
+    Collect();
+    EXPECT_THAT(registry.GetUnreadableFolders(), IsEmpty());
+}
+
+TEST_F(PosixSearchTest, AnUnreadableFolderOfTwoTechnologiesIsToldOnce)
+{
+    registry.GetPluginTechnology(TechnologyType::VST3)->SetPluginDirectories({ToWide(plugins)});
+    std::filesystem::permissions(plugins, std::filesystem::perms::none);
+    {
+        const OrdinaryUser user;
+        Collect();
+    }
+    ASSERT_EQ(registry.GetUnreadableFolders().size(), 1u);
+    EXPECT_EQ(registry.GetUnreadableFolders()[0].path, ToWide(plugins));
+    std::filesystem::permissions(plugins, std::filesystem::perms::owner_all);
+}
+
+TEST_F(PosixSearchTest, AFolderBehindAnUnsearchableOneIsToldByItsOwnPath)
+{
+    std::filesystem::create_directories(folder / "private" / "vst");
+    std::filesystem::create_directory_symlink(folder / "private" / "vst", plugins / "link");
+    Folders().AddPluginDirectories({ToWide(folder / "private" / "vst")});
+    std::filesystem::permissions(folder / "private", std::filesystem::perms::none);
+    {
+        const OrdinaryUser user;
+        Collect();
+    }
+    std::filesystem::permissions(folder / "private", std::filesystem::perms::owner_all);
+    ASSERT_EQ(registry.GetUnreadableFolders().size(), 2u);
+    EXPECT_EQ(registry.GetUnreadableFolders()[0].path, ToWide(plugins / "link"));
+    EXPECT_EQ(registry.GetUnreadableFolders()[1].path, ToWide(folder / "private" / "vst"));
+}
+
+TEST_F(PosixSearchTest, ARegisteredFolderThatWasFoundUnreadableInAnotherOneIsOffline)
+{
+    MakeFile("locked/a.so");
+    registry.AddModule(MakeInfo(At("locked/gone.so")));
+    Folders().AddPluginDirectories({ToWide(plugins / "locked")});
+    std::filesystem::permissions(plugins / "locked", std::filesystem::perms::none);
+    {
+        const OrdinaryUser user;
+        Collect();
+    }
+    std::filesystem::permissions(plugins / "locked", std::filesystem::perms::owner_all);
+    EXPECT_THAT(vanished, IsEmpty());
+    EXPECT_EQ(registry.GetUnreadableFolders().size(), 1u);
+}
+
+TEST_F(PosixSearchTest, APluginInAnUnreadableFolderOfALinkedFolderIsNotLost)
+{
+    const auto locked = MakeFile("locked/a.so");
+    registry.AddModule(MakeInfo(locked));
+    std::filesystem::create_directory_symlink(plugins, folder / "link");
+    Folders().SetPluginDirectories({ToWide(folder / "link")});
+    std::filesystem::permissions(plugins / "locked", std::filesystem::perms::none);
+    {
+        const OrdinaryUser user;
+        Collect();
+    }
+    std::filesystem::permissions(plugins / "locked", std::filesystem::perms::owner_all);
+    EXPECT_THAT(vanished, IsEmpty());
+}
+
+TEST_F(PosixSearchTest, ABanOfALinkWhoseTargetIsAwayStays)
+{
+    std::filesystem::create_symlink(folder / "target", plugins / "a.so");
+    registry.SetBannedLocators({BannedModule{At("a.so")}});
+    Locators ended;
+    registry.GetBansEndedSignal().connect([&ended](const Locators& locators) { ended = locators; });
+    Collect();
+    ASSERT_THAT(vanished, ElementsAre(At("a.so")));
+    registry.RemovePluginLocators(vanished);
+    EXPECT_THAT(ended, IsEmpty());
 }
 
 TEST_F(PosixSearchTest, PluginsOfARegisteredFolderThatMayNotBeReadAreOffline)

@@ -21,7 +21,12 @@ class ExternalAudioPluginScan;
 
 /// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
 /// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
-/// pointer; main thread.
+/// pointer, without which the scanner process cannot be used (the null-pointer error); on another thread than
+/// the main one, `ScanForPlugins` throws `std::logic_error`. Both are refused before anything is touched.
+///
+/// An exception of the host's own that leaves a scan (from a slot, or from what shows the progress) leaves
+/// the registry saved, too, with everything that was not reached put back; the changed signal is not raised
+/// then.
 class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
 {
   public:
@@ -56,20 +61,23 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     /// changed signal tells by them whether a scan has ended, and which plug-ins it did not reach. Main
     /// thread.
     ZETAUDIOPLUGINHOSTUI_API static unsigned GetScanCount();
-    ZETAUDIOPLUGINHOSTUI_API static const std::vector<zetaudiofilterhost::PluginLocator>& GetLastPlugins();
+    ZETAUDIOPLUGINHOSTUI_API static std::vector<zetaudiofilterhost::PluginLocator> GetLastPlugins();
 
     /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
     /// after a crash.
     ZETAUDIOPLUGINHOSTUI_API static zetcore::filesupport::File GetLastScannedPluginPath();
 
   private:
+    friend class AudioPluginScanAccess;
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
 
+    ZETAUDIOPLUGINHOSTUI_LOCAL void CheckThatItMayScan(bool useSeparateProcess);
     ZETAUDIOPLUGINHOSTUI_LOCAL void
     ScanInThisProcess(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                       bool disableVST2ShellSkipping, bool quickEffectScan,
                       const ProgressDialogPtr& progressDialog);
-    ZETAUDIOPLUGINHOSTUI_LOCAL void
+    /// False when the preferences folder did not let it.
+    ZETAUDIOPLUGINHOSTUI_LOCAL bool
     ScanInSeparateProcess(const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                           bool disableVST2ShellSkipping, bool quickEffectScan,
                           const ProgressDialogPtr& progressDialog);
@@ -81,6 +89,10 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                  const std::string& statusText, int progress, int total,
                                  ProgressDialogPtr progressDialog);
+    /// Before an exception leaves the scan.
+    ZETAUDIOPLUGINHOSTUI_LOCAL void KeepWhatIsThere(const std::string& reason);
+    /// False when the preferences folder does not let it.
+    ZETAUDIOPLUGINHOSTUI_LOCAL static bool SaveRegistry();
     ZETAUDIOPLUGINHOSTUI_LOCAL void ReportPreferenceAccessError(HWND parent);
     ZETAUDIOPLUGINHOSTUI_LOCAL bool
     OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
@@ -91,6 +103,10 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     bool cancelled = false;
     bool withoutAlerts = false;
     bool preferencesInaccessible = false;
+    /// False when the current plug-in must not be loaded, because an older marker cannot be got rid of.
+    bool mayLoad = true;
+    /// Why not, where that was so for any plug-in of this scan.
+    std::string markerProblem;
     ScanEnd end;
 };
 

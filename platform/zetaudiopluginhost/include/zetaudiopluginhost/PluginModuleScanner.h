@@ -45,6 +45,9 @@ class ZETAUDIOPLUGINHOST_API PluginModuleScanner
     bool WillLoadCurrent() const;
     /// Scans the current plug-in and moves on. False when the scan is complete.
     bool ContinueScan();
+    /// Moves on without having scanned the current plug-in: nothing comes of it. False when the scan is
+    /// complete.
+    bool PassOverCurrent();
     void EndScan();
 
     /// What came of the plug-in before the current one.

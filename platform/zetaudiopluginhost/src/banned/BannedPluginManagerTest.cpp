@@ -7,7 +7,8 @@
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
-#include <zettesting/HostFixture.h>
+
+#include "banned/BannedFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {
@@ -18,25 +19,6 @@ using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 using zetcore::filesupport::File;
-
-class BannedPluginManagerTest : public zettesting::HostFixture
-{
-  protected:
-    BannedPluginManagerTest() { PluginModuleInfoManager::GetInstance()->Reset(); }
-    ~BannedPluginManagerTest() override { PluginModuleInfoManager::GetInstance()->Reset(); }
-
-    File ListFile() const { return File(zettesting::ToWide(ListPath())); }
-    std::filesystem::path ListPath() const { return prefs / "BannedAudioPlugins.xml"; }
-    std::filesystem::path ReasonsPath() const { return prefs / "BannedAudioPlugins.xml.reasons"; }
-    std::wstring ListPathText() const { return zettesting::ToWide(ListPath()); }
-
-    std::vector<PluginLocator> Banned() const { return {manager.BannedBegin(), manager.BannedEnd()}; }
-
-    BannedPluginManager manager;
-    const PluginLocator first{TechnologyType::VST, L"/plugins/a.so"};
-    const PluginLocator second{TechnologyType::VST3, L"/plugins/b.vst3"};
-    const PluginLocator sub{TechnologyType::VST, L"/plugins/shell.so", L"42"};
-};
 
 TEST_F(BannedPluginManagerTest, TheFilesHaveTheNamesThatTheHostLooksFor)
 {

@@ -214,6 +214,15 @@ bool PluginModuleScanner::ContinueScan()
     return state->current < state->locators.size();
 }
 
+bool PluginModuleScanner::PassOverCurrent()
+{
+    if (!state->isScanning || state->current >= state->locators.size())
+        return false;
+    state->lastOutcome = {};
+    ++state->current;
+    return state->current < state->locators.size();
+}
+
 void PluginModuleScanner::EndScan()
 {
     if (!state->isScanning)

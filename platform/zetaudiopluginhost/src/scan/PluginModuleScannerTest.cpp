@@ -105,6 +105,26 @@ TEST_F(PluginModuleScannerTest, EveryLocatorIsReportedOnceInTheGivenOrder)
     EXPECT_THAT(scanned, ElementsAre(second, third, first));
 }
 
+TEST_F(PluginModuleScannerTest, NothingComesOfOneThatIsPassedOver)
+{
+    PluginModuleScanner scanner({first, second}, false, true, false);
+    scanner.SetEntityScan(Recording());
+    EXPECT_FALSE(scanner.PassOverCurrent()) << "it has not begun";
+    scanner.BeginScan();
+    EXPECT_TRUE(scanner.ContinueScan());
+    EXPECT_FALSE(scanner.PassOverCurrent());
+    EXPECT_THAT(scanner.LastOutcome().infos, IsEmpty());
+    EXPECT_FALSE(scanner.PassOverCurrent()) << "nothing is left";
+    scanner.EndScan();
+    EXPECT_THAT(scanned, ElementsAre(first));
+    EXPECT_EQ(registry.Find(second), nullptr);
+
+    scanner.BeginScan();
+    EXPECT_TRUE(scanner.PassOverCurrent());
+    EXPECT_FALSE(scanner.ContinueScan());
+    EXPECT_THAT(scanned, ElementsAre(first, second));
+}
+
 TEST_F(PluginModuleScannerTest, AnEmptyListIsCompleteAtOnce)
 {
     PluginModuleScanner scanner({}, false, true, false);

@@ -1,5 +1,6 @@
 #include <zetcore/filesupport/File.h>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/string/Utf.h>
 
@@ -46,6 +47,9 @@ bool File::Exists() const
 void File::Delete() const
 {
     constexpr const char* operation = "delete";
+    if (debug::FaultsAreOn())
+        if (const std::error_code error = debug::FaultError("delete." + string::UTF16to8(GetTitle())))
+            throw file_exception(operation, path, error);
     if (const std::error_code error = RemoveFile(ToNativeChecked(operation, path)))
         throw file_exception(operation, path, error);
 }

@@ -3,12 +3,15 @@
 #include <chrono>
 #include <utility>
 
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialogs/Patience.h"
 
 namespace zetui::dialogs {
+
+using zetcore::debug::FaultDelay;
 
 namespace {
 
@@ -150,7 +153,7 @@ void UI_ProgressDialog::ShowPatience()
     // An empty extra text says nothing that could go on.
     if (!visible || closedWith || extraText.empty())
         return;
-    if (const auto words = patience->Ask(Patience::Clock::now()))
+    if (const auto words = patience->Ask(Patience::Clock::now() + FaultDelay("dialog.patience")))
         shown->SetExtraText(extraText + " (" + *words + ")");
 }
 

@@ -24,8 +24,9 @@
 ///     late=N     from that visit on: `FaultDelay` gives N seconds
 ///
 /// Files that are replaced have the places `write.FILENAME.open`, `.write`, `.rename` and `.done`, files that
-/// are appended to `append.FILENAME.write` and `.done`, both on POSIX systems. The library of a plug-in that
-/// is looked into has `read.FILENAME`. The others are where they are called. Any thread.
+/// are appended to `append.FILENAME.write` and `.done`, both on POSIX systems. A file that is deleted has
+/// `delete.FILENAME`, the library of a plug-in that is looked into `read.FILENAME`. The others are where they
+/// are called. Any thread.
 namespace zetcore::debug {
 
 /// Whether any place is set: for callers that would have to make up a name.

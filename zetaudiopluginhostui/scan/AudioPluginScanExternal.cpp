@@ -1,0 +1,100 @@
+// The scan in the scanner process.
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/debug/TimeEntry.h>
+#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetscanprotocol/ScanProtocol.h>
+
+#include "scan/ExternalAudioPluginScan.h"
+#include "scan/ScanTexts.h"
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+namespace filesupport = zetcore::filesupport;
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::BannedPluginManager;
+using zetui::dialogs::UI_DialogViewContainer;
+
+/// Most plug-ins are done by then, and nobody wonders yet.
+constexpr std::chrono::seconds patience{3};
+
+std::wstring PathInPrefDir(const std::wstring& name)
+{
+    return filesupport::File(filesupport::Dir::PrefDir(), name).FullPath();
+}
+
+} // namespace
+
+bool AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& plugins,
+                                            bool disableVST2ShellSkipping, bool quickEffectScan,
+                                            const ProgressDialogPtr& progressDialog)
+{
+    // The scanner process starts from this.
+    const bool saved = SaveRegistry();
+    const auto limit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
+                                                             zetscanprotocol::defaultEntityTimeout);
+    progressDialog->SetPatience(
+        patience, [limit](std::chrono::seconds passed) { return StillScanningText(passed, limit); });
+
+    bool started = false;
+    std::string problem;
+    try {
+        started = externalScan->StartScan(
+            PathInPrefDir(PluginModuleInfoManager::GetSettingsFileName()),
+            PathInPrefDir(BannedPluginManager::GetSettingsFileName()),
+            PathInPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName()), plugins,
+            disableVST2ShellSkipping, quickEffectScan,
+            [weak = WeakThis(), progressDialog](const PluginLocator& plugin, const std::string& statusText,
+                                                int progress, int total) {
+                if (const auto self = weak.lock())
+                    self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
+            });
+    } catch (const filesupport::file_exception& error) {
+        // The result file of an earlier scan is there and cannot be deleted.
+        SetEnd({ScanEnd::How::NotStarted, error.what()});
+        return false;
+    }
+    if (!started) {
+        SetEnd({ScanEnd::How::NotStarted, externalScan->StartFailure()});
+        return saved;
+    }
+
+    auto response = UI_DialogViewContainer::kCancel;
+    try {
+        response = progressDialog->RunModal();
+    } catch (...) {
+        progressDialog->UI_Show(false);
+        externalScan->StopScan();
+        throw;
+    }
+    externalScan->StopScan();
+    if (externalScan->GaveUp())
+        SetEnd({ScanEnd::How::GaveUp, externalScan->WhyGaveUp()});
+    else if (!externalScan->StartFailure().empty())
+        // A scanner that could not be replaced ended it, although only the user could close the dialog.
+        SetEnd({ScanEnd::How::GaveUp, externalScan->StartFailure()});
+    else if (response == UI_DialogViewContainer::kCancel)
+        SetEnd({ScanEnd::How::Cancelled, {}});
+    return saved;
+}
+
+void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
+                                                   int progress, int total, ProgressDialogPtr progressDialog)
+{
+    if (!progressDialog)
+        return;
+    if (total == 0 && progress == 1) {
+        progressDialog->PostClose();
+        return;
+    }
+    progressDialog->SetExtraText(ScannedPluginText(plugin, statusText));
+    progressDialog->SetProgress(static_cast<unsigned long long>(progress),
+                                static_cast<unsigned long long>(total), std::string());
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,89 @@
+// The scan in the host's own process.
+#include <zetaudiopluginhost/PluginModuleScanner.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/debug/FaultPoint.h>
+#include <zetui/dialogs/messagebox.h>
+
+#include "module/DebugSwitch.h"
+#include "scan/ScanMarker.h"
+#include "scan/ScanTexts.h"
+
+namespace zetaudiopluginhostui {
+
+using zetaudiofilterhost::PluginLocator;
+using zetcore::debug::FaultPoint;
+using zetui::dialogs::UI_DialogViewContainer;
+
+void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLocator>& plugins,
+                                        bool disableVST2ShellSkipping, bool quickEffectScan,
+                                        const ProgressDialogPtr& progressDialog)
+{
+    progressDialog->SetPostCloseCallback(
+        [this](UI_DialogViewContainer::Response response) { return OnProgressPostClose(response); });
+    progressDialog->UI_Show(true);
+    progressDialog->BeginModal();
+    {
+        // While it scans, a save writes only what is new: one before each plug-in stays cheap.
+        zetaudiopluginhost::PluginModuleScanner scanner(plugins, disableVST2ShellSkipping, quickEffectScan,
+                                                        false);
+        scanner.BeginScan();
+        PluginLocator plugin;
+        std::string statusText;
+        int progress = 0;
+        int total = 0;
+        while (scanner.GetCurrentProgressInfo(plugin, statusText, progress, total)) {
+            if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent))
+                break;
+            const bool goesOn = mayLoad ? scanner.ContinueScan() : scanner.PassOverCurrent();
+            FaultPoint("host.plugin-scanned");
+            if (!goesOn)
+                break;
+        }
+        scanner.EndScan();
+        progressDialog->EndModal();
+    }
+    // It may outlive this scan only in hands that are not ours.
+    progressDialog->SetPostCloseCallback({});
+    if (cancelled)
+        SetEnd({ScanEnd::How::Cancelled, {}});
+    else if (!markerProblem.empty())
+        SetEnd({ScanEnd::How::GaveUp, markerProblem});
+}
+
+bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
+                                           int progress, int total, ProgressDialogPtr progressDialog,
+                                           HWND parent)
+{
+    const ScanMarker::Outcome marker = ScanMarker::Write(plugin);
+    if (progressDialog) {
+        progressDialog->SetExtraText(ScannedPluginText(plugin, statusText));
+        progressDialog->SetProgress(static_cast<unsigned long long>(progress),
+                                    static_cast<unsigned long long>(total), std::string());
+        progressDialog->ModalDuring();
+    }
+    mayLoad = marker.state != ScanMarker::State::Stale;
+    if (!mayLoad) {
+        // If this one crashed, the one that the old marker names would be banned for it.
+        if (markerProblem.empty())
+            ReportPreferenceAccessError(parent);
+        markerProblem = marker.problem;
+        return !cancelled;
+    }
+    if (IsDebugSwitchOn("DebugPluginLoading", "false"))
+        zetui::dialogs::messagebox::ShowNote(supplier, L"Scanning", plugin.GetPath(),
+                                             zetui::ui::WindowVariant(parent));
+    const bool saved = SaveRegistry();
+    FaultPoint("host.plugin-loading");
+    // Without a marker the scan goes on like without a save: the user is told.
+    if (marker.state == ScanMarker::State::Absent || !saved)
+        ReportPreferenceAccessError(parent);
+    return !cancelled;
+}
+
+bool AudioPluginScan::OnProgressPostClose(UI_DialogViewContainer::Response response)
+{
+    cancelled = response == UI_DialogViewContainer::kCancel;
+    return false;
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,34 @@
+#include "scan/ScanTexts.h"
+
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetcore/config/Localizer.h>
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiopluginhostui {
+
+namespace {
+
+constexpr char stillScanningKey[] = "$$$/AudioPluginManager/StillScanning=@0 s, is ended after @1 s";
+constexpr char scanningAgainKey[] = "$$$/AudioPluginManager/StillScanningAgain=@0 s";
+
+} // namespace
+
+std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText)
+{
+    return zetcore::string::UTF16to8(
+               zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->GetDisplayStringForLocator(
+                   plugin)) +
+           statusText;
+}
+
+std::string StillScanningText(std::chrono::seconds passed, std::chrono::milliseconds limit)
+{
+    // Rounded up: nobody is ended earlier than the text says.
+    const auto wholeLimit = std::chrono::ceil<std::chrono::seconds>(limit);
+    const bool isAgain = passed > wholeLimit;
+    return zetcore::config::Localizer::Get().Localize(
+        isAgain ? scanningAgainKey : stillScanningKey,
+        {std::to_string(passed.count()), std::to_string(wholeLimit.count())});
+}
+
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+
+/// What the progress dialog of a scan says (UTF-8, localised). Main thread.
+namespace zetaudiopluginhostui {
+
+/// The plug-in's name as the registry shows it, and right behind it which part of it is scanned.
+std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText);
+
+/// A plug-in has been scanned for so long already, and is ended when the limit has passed. The scanner may
+/// try it again after that; then the limit has nothing more to say.
+std::string StillScanningText(std::chrono::seconds passed, std::chrono::milliseconds limit);
+
+} // namespace zetaudiopluginhostui
