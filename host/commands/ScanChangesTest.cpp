@@ -130,8 +130,7 @@ TEST_F(ScanChangesTest, WhatIsNotListedAnyMoreHasGone)
     EXPECT_THAT(Paths(changes.unreadable), ElementsAre(L"/locked"));
     EXPECT_EQ(changes.unreadable[0].reason, "reason");
     EXPECT_THAT(Paths(changes.unreached), ElementsAre(L"/waits", L"/ban waits"));
-    EXPECT_EQ(changes.banned,
-              (std::vector{ChangedPlugin{Vst(L"/bad"), L"Name of /bad", "crashed"}}))
+    EXPECT_EQ(changes.banned, (std::vector{ChangedPlugin{Vst(L"/bad"), L"Name of /bad", "crashed"}}))
         << "with the name that it had";
 }
 
@@ -157,7 +156,8 @@ TEST_F(ScanChangesTest, ABanThatSaysSomethingElseIsToldAndOneThatWasConfirmedIsN
     banned.AddBannedPlugin(Vst(L"/same"), BanInfo{"crashed", 200, {10, 1}, false});
     banned.AddBannedPlugin(Vst(L"/unasked"), BanInfo{"hung", 200, {10, 1}, false});
     banned.AddBannedPlugin(Vst(L"/whole"), BanInfo{"crashed", 200, {10, 1}, false});
-    const ScanChanges changes = Changes({Vst(L"/build"), Vst(L"/reason"), Vst(L"/same"), Vst(L"/whole", L"1")});
+    const ScanChanges changes =
+        Changes({Vst(L"/build"), Vst(L"/reason"), Vst(L"/same"), Vst(L"/whole", L"1")});
     EXPECT_THAT(Paths(changes.banned), ElementsAre(L"/build", L"/reason", L"/whole"));
     EXPECT_EQ(changes.banned[2].name, L"whole") << "its file's, where no name is known";
 }
@@ -170,10 +170,11 @@ TEST_F(ScanChangesTest, WhatWasPutBackOrHasNoResultWasNotReached)
     Put(Vst(L"/shell", L"1"));
     Put(Vst(L"/shell", L"2"));
     banned.AddBannedPlugin(Vst(L"/bad"), "why");
-    const auto unreached = FindUnreached(registry, banned,
-                                         {Vst(L"/shell", L"2"), Vst(L"/shell", L"1"), Vst(L"/new"), Vst(L"/later"),
-                                          Vst(L"/fine"), Vst(L"/bad"), Vst(L"/back"), Vst(L"/back")},
-                                         {Vst(L"/back"), Vst(L"/shell", L"2"), Vst(L"/unasked")}, "no scanner");
+    const auto unreached =
+        FindUnreached(registry, banned,
+                      {Vst(L"/shell", L"2"), Vst(L"/shell", L"1"), Vst(L"/new"), Vst(L"/later"),
+                       Vst(L"/fine"), Vst(L"/bad"), Vst(L"/back"), Vst(L"/back")},
+                      {Vst(L"/back"), Vst(L"/shell", L"2"), Vst(L"/unasked")}, "no scanner");
     EXPECT_THAT(unreached, ElementsAre(ChangedPlugin{Vst(L"/back"), L"Name of /back", "no scanner"},
                                        ChangedPlugin{Vst(L"/later"), L"Name of /later", "reason"},
                                        ChangedPlugin{Vst(L"/new"), L"new", "no scanner"},

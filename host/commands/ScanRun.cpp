@@ -175,9 +175,9 @@ ExitStatus StatusOf(const HostSession& session, const ScanReport& report)
         return session.Status();
     // The scanner has done its work when nothing but the preferences folder kept its results away.
     const auto& unreached = report.changes.unreached;
-    const bool scannerIsWell =
-        report.Ended(ScanEnd::How::Done) &&
-        std::all_of(unreached.begin(), unreached.end(), [](const auto& plugin) { return plugin.reason.empty(); });
+    const bool scannerIsWell = report.Ended(ScanEnd::How::Done) &&
+                               std::all_of(unreached.begin(), unreached.end(),
+                                           [](const auto& plugin) { return plugin.reason.empty(); });
     return scannerIsWell && session.Status() == ExitStatus::NotSaved ? ExitStatus::NotSaved
                                                                      : ExitStatus::ScannerNotStarted;
 }
