@@ -133,10 +133,13 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
         if (!isListed && hasGone(locator))
             changes.removed.push_back(Named(locator));
     }
+    // Who has one plug-in scanned wants to know, even where it is the same as before.
+    const bool tellsTheSame = scanned.size() == 1;
     for (const auto& [locator, ban] : after.bans) {
         const auto old = bans.find(locator);
-        const bool isNew = old == bans.end() || !SaysTheSame(old->second, ban);
-        if (isNew && (Covers(scanned, locator) || scannedModules.contains(locator)))
+        const bool isNew = old == bans.end() || !SaysTheSame(old->second, ban) || tellsTheSame;
+        if (isNew && (Covers(scanned, locator) || scannedModules.contains(locator)) &&
+            !Covers(waiting, locator))
             changes.banned.push_back(Named(locator, ban.reason));
     }
     for (const auto& [path, reason] : after.unreadableFolders)

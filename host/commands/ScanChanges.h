@@ -32,7 +32,8 @@ struct ScanChanges
     std::vector<ChangedPlugin> updated;
     /// They were in the list, and are not any more.
     std::vector<ChangedPlugin> removed;
-    /// They are banned now, and were not, or for another reason or build.
+    /// They are banned now, and were not, or for another reason or build, or were the only ones to be
+    /// scanned.
     std::vector<ChangedPlugin> banned;
     /// Files and folders that may not be read.
     std::vector<ChangedPlugin> unreadable;

@@ -162,6 +162,15 @@ TEST_F(ScanChangesTest, ABanThatSaysSomethingElseIsToldAndOneThatWasConfirmedIsN
     EXPECT_EQ(changes.banned[2].name, L"whole") << "its file's, where no name is known";
 }
 
+TEST_F(ScanChangesTest, ABanOfTheOnlyOneThatWasScannedIsToldUnlessItWasNotReached)
+{
+    banned.AddBannedPlugin(Vst(L"/same"), BanInfo{"crashed", 100, {10, 1}, false});
+    before = Now();
+    EXPECT_THAT(Paths(Changes({Vst(L"/same")}).banned), ElementsAre(L"/same"));
+    EXPECT_THAT(Changes({Vst(L"/same")}, {{Vst(L"/same"), L"n", "r"}}).banned, IsEmpty());
+    EXPECT_THAT(Changes({Vst(L"/other")}).banned, IsEmpty());
+}
+
 TEST_F(ScanChangesTest, WhatWasPutBackOrHasNoResultWasNotReached)
 {
     for (const wchar_t* path : {L"/back", L"/fine", L"/bad"})

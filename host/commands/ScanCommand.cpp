@@ -47,7 +47,8 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
         for (const PluginLocator& each : found) {
             if (session.Banned().IsBanned(each) && !session.Banned().IsDueAgain(each))
                 Say("banned, and therefore not scanned ('reload' scans it): " + ForTerminal(each.GetPath()));
-            modules.push_back(each);
+            else
+                modules.push_back(each);
         }
     }
     return allThere ? std::optional(std::move(modules)) : std::nullopt;
