@@ -6,7 +6,7 @@
 
 namespace bench {
 
-int LoadAndAskNames(const std::vector<std::string>& paths)
+int LoadAndAsk(const std::vector<std::string>& paths)
 {
     int answered = 0;
     for (const std::string& path : paths) {
@@ -16,9 +16,8 @@ int LoadAndAskNames(const std::vector<std::string>& paths)
         void* entry = ::dlsym(library, "VSTPluginMain");
         if (!entry)
             entry = ::dlsym(library, "main");
-        if (entry && AskName(entry))
+        if (entry && AskPlugin(entry))
             ++answered;
-        ::dlclose(library);
     }
     return answered;
 }

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-int LoadAndAskNames(const std::vector<std::string>& paths)
+int LoadAndAsk(const std::vector<std::string>& paths)
 {
     int answered = 0;
     for (const std::string& path : paths) {
@@ -16,9 +16,8 @@ int LoadAndAskNames(const std::vector<std::string>& paths)
         FARPROC entry = ::GetProcAddress(library, "VSTPluginMain");
         if (!entry)
             entry = ::GetProcAddress(library, "main");
-        if (entry && AskName(reinterpret_cast<void*>(entry)))
+        if (entry && AskPlugin(reinterpret_cast<void*>(entry)))
             ++answered;
-        ::FreeLibrary(library);
     }
     return answered;
 }

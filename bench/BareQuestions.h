@@ -23,15 +23,18 @@ inline std::intptr_t AnswerBarely(zetaudiopluginhost::vst2::Effect*, std::int32_
     }
 }
 
-/// Makes the effect, asks its name and closes it; false when there is none.
-inline bool AskName(void* entry)
+/// Makes the effect, opens it, asks what it is and closes it; false when there is none.
+inline bool AskPlugin(void* entry)
 {
     using namespace zetaudiopluginhost::vst2;
     Effect* effect = reinterpret_cast<EntryFunction>(entry)(AnswerBarely);
     if (!effect || effect->magic != effectMagic)
         return false;
-    std::array<char, generousStringBuffer> name{};
+    std::array<char, generousStringBuffer> name{}, maker{};
+    effect->dispatcher(effect, EffectOpen, 0, 0, nullptr, 0);
     effect->dispatcher(effect, EffectGetEffectName, 0, 0, name.data(), 0);
+    effect->dispatcher(effect, EffectGetVendorString, 0, 0, maker.data(), 0);
+    effect->dispatcher(effect, EffectGetPlugCategory, 0, 0, nullptr, 0);
     effect->dispatcher(effect, EffectClose, 0, 0, nullptr, 0);
     return name[0] != 0;
 }

@@ -46,7 +46,7 @@ std::vector<std::string> FindModules(const std::filesystem::path& folder)
 int RunFloor(const std::vector<std::string>& modules)
 {
     int found = 0;
-    const double seconds = Seconds([&] { found = LoadAndAskNames(modules); });
+    const double seconds = Seconds([&] { found = LoadAndAsk(modules); });
     PrintResult(seconds, found);
     return 0;
 }

@@ -20,7 +20,10 @@ foreach(library zetcore zettransport zetmarshal zetaudiofilterhost zetaudioplugi
 endforeach()
 
 foreach(program zetaudiofilterscan zetaudiopluginmanager)
-  set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${zet_libraries_from_programs}")
+  # One path for the build tree, where the libraries stand beside the programs, and for what is installed: a path
+  # to be replaced on installation would be padded with empty entries, which mean the current folder.
+  set_target_properties(${program} PROPERTIES
+    INSTALL_RPATH "$ORIGIN;$ORIGIN/${zet_libraries_from_programs}" BUILD_WITH_INSTALL_RPATH ON)
   install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endforeach()
 

@@ -118,6 +118,8 @@ function(zet_library name)
     add_library(${name} STATIC $<TARGET_OBJECTS:${name}_objects>)
   else()
     add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
+    # The path to be replaced on installation would be padded with empty entries, which mean the current folder.
+    set_target_properties(${name} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     if(NOT WIN32)
       target_link_options(${name} PRIVATE "LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map")
     endif()

@@ -72,5 +72,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PluginModuleInfoManager again;
     zetfuzz::Require(again.LoadConfiguration(file), "what was saved loads", again.GetLoadError());
     zetfuzz::Require(again.RecordCount() == registry.RecordCount(), "what was saved is complete");
+    zetfuzz::Require(again.PutBackUnreached() == registry.PutBackUnreached(), "what is aside is saved, too");
     return 0;
 }

@@ -40,6 +40,12 @@ void CheckMerge(const std::string& text, bool withFolders)
                      "a scan does not enable what the user disabled");
     for (auto i = registry.PluginInfoBegin(); i != registry.PluginInfoEnd(); ++i)
         zetfuzz::Require(registry.Find((*i)->GetLocator()) == *i, "what is iterated is found");
+    const std::string whole = registry.ToText();
+    registry.LoadText(whole);
+    zetfuzz::Require(registry.ToText() == whole, "what is undone to is the same", whole);
+    const std::size_t before = registry.RecordCount();
+    const std::size_t back = registry.PutBackUnreached().size();
+    zetfuzz::Require(registry.RecordCount() == before + back, "what is aside has no record");
 }
 
 } // namespace

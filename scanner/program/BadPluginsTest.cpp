@@ -3,6 +3,7 @@
 
 #include <ostream>
 
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiopluginhost/BanReasons.h>
 
 // Each misbehaving plug-in in the real scanner, between two good ones.
@@ -68,17 +69,16 @@ TEST_P(HarmlessPlugin, is_not_banned_and_the_scan_goes_on_in_the_same_scanner)
     EXPECT_THAT(results[2], HasSubstr("status=\"working\""));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Each, HarmlessPlugin,
-    testing::Values(Harmless{"bad/floods_output", "working"}, Harmless{"bad/changes_process", "working"},
-                    Harmless{"bad/leaves_threads", "working"}, Harmless{"bad/poisons_process", "working"},
-                    Harmless{"bad/unterminated_names", "working"},
-                    Harmless{"bad/invalid_utf8_names", "working"},
-                    Harmless{"bad/vst3_unterminated_names", "working"},
-                    Harmless{"bad/endless_shell", "failed"}, Harmless{"bad/returns_null", "failed"},
-                    Harmless{"bad/wrong_magic", "failed"}, Harmless{"bad/vst3_null_factory", "failed"},
-                    Harmless{"bad/no_entry_point", "notaplugin"}),
-    [](const auto& harmless) { return std::string(harmless.param.plugin).substr(4); });
+INSTANTIATE_TEST_SUITE_P(Each, HarmlessPlugin,
+                         testing::Values(Harmless{"bad/floods_output", "working"},
+                                         Harmless{"bad/changes_process", "working"},
+                                         Harmless{"bad/leaves_threads", "working"},
+                                         Harmless{"bad/poisons_process", "working"},
+                                         Harmless{"bad/unterminated_names", "working"},
+                                         Harmless{"bad/invalid_utf8_names", "working"},
+                                         Harmless{"bad/vst3_unterminated_names", "working"},
+                                         Harmless{"bad/no_entry_point", "notaplugin"}),
+                         [](const auto& harmless) { return std::string(harmless.param.plugin).substr(4); });
 
 class PluginsTogether : public ScannerFixture
 {};
@@ -140,6 +140,68 @@ TEST_F(PluginsTogether, one_that_crashes_when_it_is_started_does_so_in_the_full_
     const auto reason = zetaudiopluginhost::FindBanReason(zettesting::ToWide(client.BannedPath()), bad);
     ASSERT_TRUE(reason);
     EXPECT_THAT(reason->reason, HasSubstr("while being started and stopped"));
+}
+
+TEST_F(PluginsTogether, one_that_gives_nothing_only_after_another_is_not_banned)
+{
+    const WholeScan scan =
+        ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/nothing_when_poisoned")});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results, HasSubstr("Nothing When Poisoned"));
+    EXPECT_THAT(ScanLogs(), HasSubstr("passed when it was alone"));
+}
+
+TEST_F(PluginsTogether, a_reason_comes_with_the_build_and_says_when_the_system_did_not_load_it)
+{
+    const auto crashes = Plugin("bad/crash_in_entry"), lacks = Plugin("bad/missing_library"),
+               gives = Plugin("bad/returns_null");
+    ScanAll(prefs, {crashes, lacks, gives});
+    const auto bannedPath = zettesting::ToWide(ScannerClient::BannedPath(prefs));
+    for (const auto& locator : {crashes, lacks, gives}) {
+        const auto ban = zetaudiopluginhost::FindBanReason(bannedPath, locator);
+        ASSERT_TRUE(ban);
+        EXPECT_EQ(ban->stamp, zetaudiofilterhost::GetModuleFileStamp(locator));
+        EXPECT_EQ(ban->couldNotLoad, locator == lacks);
+        EXPECT_GT(ban->time, 0);
+    }
+}
+
+TEST_F(PluginsTogether, a_banned_one_is_tried_again_when_its_file_is_another_or_could_not_be_loaded)
+{
+    const auto changed = Plugin("good/vst2_effect"), lacking = Plugin("good/vst2_synth"),
+               same = Plugin("good/vst3_single_file");
+    zetaudiopluginhost::BannedPluginManager banned;
+    banned.AddBannedPlugin(changed, {"crashed", 1, {1, 2}, false});
+    banned.AddBannedPlugin(lacking,
+                           {"did not load", 1, zetaudiofilterhost::GetModuleFileStamp(lacking), true});
+    banned.AddBannedPlugin(same, {"crashed", 1, zetaudiofilterhost::GetModuleFileStamp(same), false});
+    banned.SaveConfiguration(
+        zetcore::filesupport::File(zettesting::ToWide(ScannerClient::BannedPath(prefs))));
+    const WholeScan scan = ScanAll(prefs, {changed, lacking, same});
+    EXPECT_EQ(scan.reported.size(), 3U);
+    EXPECT_THAT(scan.results,
+                AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth"), Not(HasSubstr("vst3_single_file"))));
+}
+
+TEST_F(PluginsTogether, one_plugin_of_a_shell_that_was_asked_for_alone_is_marked)
+{
+    const auto shell = Plugin("good/vst2_shell");
+    const zetaudiofilterhost::PluginLocator one(shell.GetTechnologyType(), shell.GetPath(), L"1366443892");
+    EXPECT_THAT(ScanAll(prefs, {one}).results,
+                AllOf(HasSubstr("Quarry Gate"), HasSubstr("alone=\"true\""), Not(HasSubstr("Quarry Mono"))));
+    EXPECT_THAT(ScanAll(prefs, {shell}).results, AllOf(HasSubstr("Quarry Mono"), Not(HasSubstr("alone"))));
+}
+
+TEST_F(PluginsTogether, a_file_that_may_not_be_read_is_no_plugin_that_failed)
+{
+    const auto secret = Plugin("good/vst2_synth");
+    const WholeScan scan =
+        ScanAll(prefs, {Plugin("good/vst2_effect"), secret},
+                {{"ZET_FAULT", "read.vst2_synth" + std::string(zettesting::ModuleSuffix()) + ":1:denied"}});
+    EXPECT_EQ(scan.scannersStarted, 1);
+    EXPECT_THAT(scan.failed, IsEmpty());
+    EXPECT_THAT(scan.results, AllOf(HasSubstr("status=\"unreadable\""), HasSubstr("ermission denied")));
 }
 
 class LostDisplay : public ScannerFixture

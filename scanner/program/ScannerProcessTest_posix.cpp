@@ -15,7 +15,7 @@ class PluginThatLeavesAProcess : public ScannerFixture
     {
         // With the first one, which loads nothing, all of the scanner's own processes are there.
         client.StartScan(
-            {LocatorOf(zettesting::MakeTextModule(folder.Path())), LocatorOf(ZET_LEAVES_PROCESS_PLUGIN)});
+            {LocatorOf(zettesting::MakeTextModule(folder.Path())), Plugin("bad/leaves_process")});
         ASSERT_TRUE(client.GetScanInfo().goesOn);
         ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
         const auto before = RunningProcesses().size();

@@ -129,6 +129,7 @@ std::string Encode(const EntityAnswer& answer)
     Writer writer(Tag::Answer);
     writer.Number(answer.number);
     writer.Flag(answer.misbehaved);
+    writer.Flag(answer.couldNotLoad);
     writer.bytes.push_back(static_cast<char>(answer.phase));
     writer.Text(answer.reason);
     writer.Text(answer.configuration);
@@ -173,6 +174,7 @@ EntityAnswer ReadAnswer(Reader& reader)
     EntityAnswer answer;
     answer.number = reader.Number("entity number");
     answer.misbehaved = reader.Flag("misbehaved");
+    answer.couldNotLoad = reader.Flag("could not load");
     answer.phase = reader.Phase("phase");
     answer.reason = reader.Text("reason");
     answer.configuration = reader.Text("configuration");

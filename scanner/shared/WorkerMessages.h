@@ -43,6 +43,7 @@ struct EntityAnswer
 {
     std::uint32_t number = 0;
     bool misbehaved = false;
+    bool couldNotLoad = false;
     zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
     std::string reason;
     std::string configuration;

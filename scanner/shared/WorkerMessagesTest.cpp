@@ -15,7 +15,7 @@ const PluginLocator oddLocator(TechnologyType::VST, L"/odd|name\n\xDC80%.so", L"
 
 EntityAnswer SomeAnswer()
 {
-    return {7, true, ScanPhase::Unload, "it said \"no\"\n", std::string("<text>\0</text>", 14)};
+    return {7, true, true, ScanPhase::Unload, "it said \"no\"\n", std::string("<text>\0</text>", 14)};
 }
 
 TEST(WorkerMessages, settings_come_back_as_they_were)
@@ -50,6 +50,7 @@ TEST(WorkerMessages, an_answer_comes_back_as_it_was)
     const auto decoded = std::get<EntityAnswer>(DecodeReport(EncodeReport(SomeAnswer())));
     EXPECT_EQ(decoded.number, 7U);
     EXPECT_TRUE(decoded.misbehaved);
+    EXPECT_TRUE(decoded.couldNotLoad);
     EXPECT_EQ(decoded.phase, ScanPhase::Unload);
     EXPECT_EQ(decoded.reason, SomeAnswer().reason);
     EXPECT_EQ(decoded.configuration, SomeAnswer().configuration);
@@ -98,7 +99,8 @@ TEST(WorkerMessages, a_flag_or_phase_that_does_not_exist_is_refused_by_name)
     const std::string message = EncodeReport(SomeAnswer());
     EXPECT_EQ(refusal(message, 0), "wrong value: kind");
     EXPECT_EQ(refusal(message, 5), "wrong value: misbehaved");
-    EXPECT_EQ(refusal(message, 6), "wrong value: phase");
+    EXPECT_EQ(refusal(message, 6), "wrong value: could not load");
+    EXPECT_EQ(refusal(message, 7), "wrong value: phase");
 }
 
 TEST(WorkerMessages, what_goes_to_a_worker_is_no_report_and_the_other_way_round)

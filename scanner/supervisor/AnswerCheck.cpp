@@ -11,6 +11,7 @@ zetaudiopluginhost::ScanOutcome ReadOutcome(const EntityAnswer& answer,
 {
     zetaudiopluginhost::ScanOutcome outcome;
     outcome.misbehaved = answer.misbehaved;
+    outcome.couldNotLoad = answer.misbehaved && answer.couldNotLoad;
     outcome.reason = answer.reason;
     outcome.phase = answer.phase;
     zetaudiofilterhost::PluginModuleInfoManager records;

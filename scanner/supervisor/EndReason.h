@@ -30,7 +30,7 @@ struct WorkerFailure
         ChannelLost,
         /// What it answered was not an answer.
         WrongAnswer,
-        /// It goes on, but says that the plug-in did what it must not.
+        /// It goes on, but says that the plug-in did what it must not, or cannot be used.
         Misbehaved,
     };
 
@@ -42,6 +42,8 @@ struct WorkerFailure
     std::string text;
     /// TookTooLong: the limit.
     std::chrono::milliseconds limit{0};
+    /// Misbehaved: the system did not load it.
+    bool couldNotLoad = false;
 };
 
 /// For example "crashed (segmentation fault) while being loaded; its last output: out of memory". UTF-8, one

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <stdexcept>
 #include <system_error>
 
 #include <zetaudiofilterhost/PluginModuleInfo.h>
@@ -11,9 +10,7 @@
 #include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
 
-#include "AnswerCheck.h"
-#include "DisplayLoss.h"
-#include "ExitCodes.h"
+#include "EntityWorker.h"
 #include "ScanEnd.h"
 
 namespace zetaudiofilterscan {
@@ -26,15 +23,6 @@ using zetaudiopluginhost::ScanOutcome;
 namespace {
 
 constexpr char traceCategory[] = "zetaudiofilterscan";
-// A process that ends closes its channel first; this is how long it may take from there.
-constexpr std::chrono::seconds maxWaitForEnd{1};
-
-/// Nothing can be said of a plug-in: the system starts no more processes to load it in, for example.
-class NoVerdict : public std::runtime_error
-{
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 /// The next scan for new plug-ins tries it again.
 ScanOutcome NotScanned(const PluginLocator& locator, const std::string& reason)
@@ -48,13 +36,8 @@ ScanOutcome NotScanned(const PluginLocator& locator, const std::string& reason)
     return outcome;
 }
 
-bool WasLoaded(const ScanOutcome& outcome)
-{
-    return !std::ranges::all_of(
-        outcome.infos, [](const auto& info) { return info->GetStatus() == ModuleStatus::NotAPlugin; });
-}
-
-/// With nothing else in the process: an exception that was caught, and a whole time limit, are answer enough.
+/// With nothing else in the process: what the worker itself says of the plug-in, and a whole time limit, are
+/// answer enough.
 bool MayPassAlone(const WorkerFailure& failure)
 {
     return failure.kind != WorkerFailure::Kind::TookTooLong &&
@@ -74,14 +57,6 @@ std::string ListOfModules(const std::vector<PluginLocator>& modules)
 }
 
 } // namespace
-
-struct EntityScanner::Worker
-{
-    std::unique_ptr<WorkerProcess> process;
-    bool hasSettings = false;
-    /// In order; what a failure may have to do with.
-    std::vector<PluginLocator> loaded;
-};
 
 EntityScanner::EntityScanner(Interrupt& wake, std::function<bool()> closed)
     : interrupt(wake), connectionClosed(std::move(closed))
@@ -126,6 +101,8 @@ void EntityScanner::Begin(const PluginLocator& locator)
     if (requested.has_value())
         worker.reset();
     log->BeginEntity(locator);
+    // Before it is loaded: a file that changes meanwhile is another build.
+    stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
     try {
         EnsureWorker();
         RequestEntity(locator);
@@ -161,7 +138,7 @@ ScanOutcome EntityScanner::ScanInWorkers(const PluginLocator& locator)
     if (const auto* failure = std::get_if<WorkerFailure>(&attempt)) {
         const std::string reason = DescribeFailure(*failure, log->LastLine());
         log->Note(zetcore::string::UTF16to8(locator.ToString()) + " " + reason + ".");
-        throw PluginFailed(locator, reason);
+        throw PluginFailed(locator, {reason, 0, stamp, failure->couldNotLoad});
     }
     return std::get<ScanOutcome>(std::move(attempt));
 }
@@ -189,7 +166,7 @@ EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, con
                                      "; tried alone, it passed; tried once more, it " +
                                      DescribeFailure(*failure, log->LastLine());
         log->Note(name + " " + outcomes + ".");
-        throw PluginFailed(locator, outcomes);
+        throw PluginFailed(locator, {outcomes, 0, stamp, false});
     }
     zetcore::debug::TraceLine(2, traceCategory,
                               name + " " + reason +
@@ -254,140 +231,6 @@ void EntityScanner::StartSpare()
 void EntityScanner::RequestEntity(const PluginLocator& locator)
 {
     worker->process->Send(EncodeCommand(EntityRequest{++entityNumber, locator}));
-}
-
-EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
-{
-    // A worker that ends before it has begun says nothing about the plug-in; nor does the end of the display
-    // that a plug-in talked to, or what becomes of it afterwards without one.
-    bool lostDisplay = false;
-    for (int workers = 0; workers < 3; ++workers) {
-        std::optional<Attempt> attempt = TryOnce(locator);
-        if (attempt && !lostDisplay && EndedWithItsDisplay(*attempt)) {
-            lostDisplay = true;
-            log->Note(zetcore::string::UTF16to8(locator.ToString()) +
-                      " ended with the display that it talked to. It is tried once more.");
-            log->BeginEntity(locator);
-        } else if (attempt && lostDisplay && std::holds_alternative<WorkerFailure>(*attempt)) {
-            break;
-        } else if (attempt) {
-            return std::move(*attempt);
-        }
-    }
-    throw NoVerdict(lostDisplay ? "the display that it talked to went away"
-                                : "the worker processes end before they load anything");
-}
-
-bool EntityScanner::EndedWithItsDisplay(const Attempt& attempt) const
-{
-    const auto* failure = std::get_if<WorkerFailure>(&attempt);
-    return failure &&
-           (failure->kind == WorkerFailure::Kind::Exited || failure->kind == WorkerFailure::Kind::Crashed) &&
-           TellsOfLostDisplay(log->Tail());
-}
-
-std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)
-{
-    if (requested != locator) {
-        EnsureWorker();
-        RequestEntity(locator);
-    }
-    requested.reset();
-    StartSpare();
-    Attempt attempt = WaitForAnswer(locator);
-    if (auto* outcome = std::get_if<ScanOutcome>(&attempt)) {
-        if (WasLoaded(*outcome))
-            worker->loaded.push_back(locator);
-        return attempt;
-    }
-    const bool hasBegun = worker->process->Entity() == entityNumber;
-    worker.reset();
-    if (!hasBegun)
-        return std::nullopt;
-    return attempt;
-}
-
-EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator)
-{
-    const auto begun = std::chrono::steady_clock::now();
-    const auto deadline = begun + entityLimit;
-    try {
-        for (;;) {
-            switch (worker->process->Wait(interrupt, deadline)) {
-            case WorkerProcess::Event::Message:
-                if (std::optional<Attempt> attempt = ReadReport(locator))
-                    return std::move(*attempt);
-                break;
-            case WorkerProcess::Event::Interrupted:
-                interrupt.Reset();
-                if (connectionClosed())
-                    throw ConnectionClosed();
-                break;
-            case WorkerProcess::Event::Ended:
-                return HowItEnded();
-            case WorkerProcess::Event::ChannelClosed:
-                return AfterChannelClosed();
-            case WorkerProcess::Event::DeadlinePassed: {
-                // The limit that is told is the one that was waited for.
-                WorkerFailure failure{
-                    WorkerFailure::Kind::TookTooLong,
-                    0,
-                    PhaseFromNumber(worker->process->Phase()),
-                    {},
-                    std::chrono::duration_cast<std::chrono::milliseconds>(deadline - begun)};
-                worker->process->Finish();
-                return failure;
-            }
-            }
-        }
-    } catch (const std::length_error& error) {
-        worker->process->Finish();
-        return WorkerFailure{WorkerFailure::Kind::WrongAnswer, 0, {}, error.what(), {}};
-    }
-}
-
-// Nothing when the message was not the answer.
-std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLocator& locator)
-{
-    WorkerFailure failure{WorkerFailure::Kind::WrongAnswer, 0, {}, {}, {}};
-    try {
-        const WorkerReport report = DecodeReport(worker->process->TakeMessage());
-        if (const auto* line = std::get_if<WorkerTrace>(&report)) {
-            if (zetcore::debug::TraceEnabled(line->category, line->level, true))
-                zetcore::debug::Trace(line->level, line->category, line->text);
-            return std::nullopt;
-        }
-        const auto& answer = std::get<EntityAnswer>(report);
-        if (answer.number != entityNumber)
-            throw std::runtime_error("an answer that was not asked for");
-        ScanOutcome outcome = ReadOutcome(answer, locator);
-        if (!outcome.misbehaved)
-            return outcome;
-        failure = {WorkerFailure::Kind::Misbehaved, 0, outcome.phase, outcome.reason, {}};
-    } catch (const std::exception& error) {
-        failure.text = error.what();
-    }
-    worker->process->Finish();
-    return failure;
-}
-
-WorkerFailure EntityScanner::HowItEnded()
-{
-    const auto phase = PhaseFromNumber(worker->process->Phase());
-    const ProcessEnd end = worker->process->Finish();
-    if (!end.crashed && end.code == exitChannelLost)
-        return {WorkerFailure::Kind::ChannelLost, 0, phase, {}, {}};
-    return {
-        end.crashed ? WorkerFailure::Kind::Crashed : WorkerFailure::Kind::Exited, end.code, phase, {}, {}};
-}
-
-WorkerFailure EntityScanner::AfterChannelClosed()
-{
-    const auto deadline = std::chrono::steady_clock::now() + maxWaitForEnd;
-    if (worker->process->WaitForEnd(deadline))
-        return HowItEnded();
-    worker->process->Finish();
-    return {WorkerFailure::Kind::ChannelLost, 0, {}, {}, {}};
 }
 
 } // namespace zetaudiofilterscan

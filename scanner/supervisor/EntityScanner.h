@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/ScanOutcome.h>
 
@@ -24,7 +25,8 @@ namespace zetaudiofilterscan {
 ///
 /// scanned by the worker in use --answered--> done
 /// worker failed --> once more, alone, in a fresh worker --failed--> `PluginFailed`
-/// (not after too long a time or a caught exception with nothing else loaded: `PluginFailed`)
+/// (not after too long a time, or what the worker itself says of it, with nothing else loaded:
+/// `PluginFailed`)
 /// passed alone --> a third time, alone --passed--> done
 ///                                      --failed--> `PluginFailed`, as flaky
 ///
@@ -84,6 +86,8 @@ class EntityScanner
     std::unique_ptr<Worker> worker;
     std::unique_ptr<Worker> spare;
     std::uint32_t entityNumber = 0;
+    /// Of the module that was begun with last.
+    zetaudiofilterhost::ModuleFileStamp stamp{};
     /// What the worker has been asked for and nobody has waited for yet.
     std::optional<zetaudiofilterhost::PluginLocator> requested;
 };

@@ -238,8 +238,8 @@ void ScanConversation::WriteResult()
 void ScanConversation::RecordFailure(const PluginFailed& failure)
 {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const zetaudiopluginhost::BanInfo info{failure.what(),
-                                           std::chrono::duration_cast<std::chrono::seconds>(now).count()};
+    zetaudiopluginhost::BanInfo info = failure.Ban();
+    info.time = std::chrono::duration_cast<std::chrono::seconds>(now).count();
     zetcore::debug::TraceLine(1, traceCategory,
                               zetcore::string::UTF16to8(failure.Locator().ToString()) + " " + info.reason);
     try {

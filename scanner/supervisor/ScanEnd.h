@@ -4,6 +4,7 @@
 #include <string>
 
 #include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiopluginhost/BannedPluginManager.h>
 
 /// What ends the scanner in the middle of an entity.
 namespace zetaudiofilterscan {
@@ -19,13 +20,16 @@ class ConnectionClosed : public std::runtime_error
 class PluginFailed : public std::runtime_error
 {
   public:
-    PluginFailed(zetaudiofilterhost::PluginLocator failed, const std::string& reason)
-        : std::runtime_error(reason), locator(std::move(failed))
+    PluginFailed(zetaudiofilterhost::PluginLocator failed, const zetaudiopluginhost::BanInfo& banInfo)
+        : std::runtime_error(banInfo.reason), locator(std::move(failed)), ban(banInfo)
     {}
     const zetaudiofilterhost::PluginLocator& Locator() const noexcept { return locator; }
+    /// What the host shall ban it with; without the time.
+    const zetaudiopluginhost::BanInfo& Ban() const noexcept { return ban; }
 
   private:
     zetaudiofilterhost::PluginLocator locator;
+    zetaudiopluginhost::BanInfo ban;
 };
 
 } // namespace zetaudiofilterscan

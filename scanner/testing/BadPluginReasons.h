@@ -23,7 +23,8 @@ inline std::ostream& operator<<(std::ostream& stream, const BadPluginReason& bad
 /// As this system tells of them.
 std::vector<BadPluginReason> BadPluginReasons();
 
-/// Those that the system's loader catches: they are not banned, but do not work.
+/// Those that fail where the system's loader catches it after all questions are answered: they are not
+/// banned.
 std::vector<const char*> PluginsThatTheLoaderStops();
 
 /// A module's title with a quotation mark in it, of the kind that this system allows.

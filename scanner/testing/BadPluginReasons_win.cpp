@@ -18,11 +18,21 @@ std::vector<BadPluginReason> BadPluginReasons()
         {"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
         {"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
         {"bad/throws_exception", "threw an exception (the plug-in gave up)"},
+        {"bad/missing_library", "could not be loaded: "},
+        {"bad/returns_null", "its entry function returned nothing"},
+        {"bad/wrong_magic", "its entry function returned something that is no VST plug-in"},
+        {"bad/endless_shell", "it is a shell that never ends its list of plug-ins"},
+        {"bad/empty_shell", "it is a shell without plug-ins"},
+        {"bad/vst3_null_factory", "its entry function returned nothing"},
+        {"bad/vst3_without_classes", "it has no audio module class"},
         {"bad/closes_descriptors", "closed files of the process that had loaded it"},
         {"bad/loops_forever", "took longer than 3 seconds in its entry function", 3},
         {"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded", 3},
     };
-    if (!zettesting::IsWine()) {
+    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+    if (zettesting::IsWine()) {
+        reasons.push_back({"bad/crash_on_load", "could not be loaded: "});
+    } else {
         reasons.push_back({"bad/crash_on_load", "crashed (access violation) while being loaded"});
         reasons.push_back({"bad/crash_on_unload", "crashed (access violation) while being unloaded"});
     }
@@ -31,9 +41,8 @@ std::vector<BadPluginReason> BadPluginReasons()
 
 std::vector<const char*> PluginsThatTheLoaderStops()
 {
-    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
     if (zettesting::IsWine())
-        return {"bad/crash_on_load", "bad/crash_on_unload"};
+        return {"bad/crash_on_unload"};
     return {};
 }
 

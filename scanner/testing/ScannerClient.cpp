@@ -107,7 +107,7 @@ std::filesystem::path ScannerClient::Program()
            (isWindows ? "zetaudiofilterscan.exe" : "zetaudiofilterscan");
 }
 
-std::filesystem::path ScannerClient::BannedPath() const
+std::filesystem::path ScannerClient::BannedPath(const std::filesystem::path& prefs)
 {
     return prefs / ToNative(BannedPluginManager::GetSettingsFileName());
 }

@@ -53,7 +53,8 @@ class ScannerClient
 
     std::uint16_t Port() const noexcept { return port; }
     std::filesystem::path SettingsPath() const { return prefs / "plugins.xml"; }
-    std::filesystem::path BannedPath() const;
+    std::filesystem::path BannedPath() const { return BannedPath(prefs); }
+    static std::filesystem::path BannedPath(const std::filesystem::path& prefs);
     std::filesystem::path PermanentBannedPath() const;
     std::filesystem::path ResultPath() const { return prefs / "plugins.xml.scan"; }
 

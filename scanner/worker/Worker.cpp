@@ -70,8 +70,8 @@ EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLo
     page.entity = request.number;
     FaultPoint("worker.entity");
     const ScanOutcome outcome = loader.Scan(request.locator);
-    return {request.number, outcome.misbehaved, outcome.phase, outcome.reason,
-            PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
+    return {request.number, outcome.misbehaved, outcome.couldNotLoad,
+            outcome.phase,  outcome.reason,     PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
 }
 
 void Answer(WorkerChannel& channel, const EntityAnswer& answer)

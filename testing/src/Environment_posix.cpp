@@ -29,4 +29,8 @@ ScopedEnvironment::~ScopedEnvironment()
     Set(name, before);
 }
 
+ScopedTemporaryFolder::ScopedTemporaryFolder(const std::filesystem::path& folder)
+    : variable("TMPDIR", folder.string())
+{}
+
 } // namespace zettesting

@@ -26,4 +26,8 @@ ScopedEnvironment::~ScopedEnvironment()
     Set(name, before);
 }
 
+ScopedTemporaryFolder::ScopedTemporaryFolder(const std::filesystem::path& folder)
+    : variable("TMP", folder.string())
+{}
+
 } // namespace zettesting

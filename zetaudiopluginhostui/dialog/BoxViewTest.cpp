@@ -96,5 +96,15 @@ TEST_F(BoxViewInTheClassicSkin, ASupplierWithoutPathsOrPensRaisesTheErrorThatNam
     EXPECT_NE(ErrorOfDrawing<WithoutPens>(*view).find("PenP"), std::string::npos);
 }
 
+TEST_F(BoxViewInTheClassicSkin, DrawingOnNothingRaisesTheErrorThatNamesIt)
+{
+    try {
+        view->UI_Draw(nullptr);
+        ADD_FAILURE() << "no error";
+    } catch (const zetcore::utility::null_ptr_exception& error) {
+        EXPECT_NE(std::string(error.what()).find("Pixmill"), std::string::npos);
+    }
+}
+
 } // namespace
 } // namespace zetaudiopluginhostui

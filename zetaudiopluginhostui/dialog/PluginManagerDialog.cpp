@@ -26,7 +26,7 @@ constexpr float minimumHeight = 400;
 } // namespace
 
 PluginManagerDialog::PluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
-                                         const zetui::utility::OS_ResourceManager* resources,
+                                         const zetui::utility::ResourceManager* resources,
                                          AudioPluginManagerSettings& rememberedSettings, HWND parent)
     : UI_ArchivedDialog(
           supplier, resources, ids::kArchiveName,
@@ -111,8 +111,11 @@ void PluginManagerDialog::SetUpOptions()
     rescanExistingCheckbox->SetValue(settings.rescanExisting ? Checkbox::kChecked : Checkbox::kUnchecked);
     separateProcessCheckbox = RequireControl<Checkbox>(ids::kSeparateProcess);
     separateProcessCheckbox->SetValue(Checkbox::kChecked);
-    if (!IsDebugSwitchOn("AudioPluginManager.ShowExternalCheckBox", "false"))
+    if (!IsDebugSwitchOn("AudioPluginManager.ShowExternalCheckBox", "false")) {
         separateProcessCheckbox->UI_Hide(true);
+        // The window needs no room for a text that nobody sees.
+        FitToTexts();
+    }
 }
 
 void PluginManagerDialog::SetUpFolderList()

@@ -33,7 +33,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     /// not owned; the settings are written back by the destructor. Throws `archive_error`, and the
     /// invalid-type-conversion error for an archive without one of the two option checkboxes.
     PluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
-                        const zetui::utility::OS_ResourceManager* resources,
+                        const zetui::utility::ResourceManager* resources,
                         AudioPluginManagerSettings& settings, HWND parent);
 
     bool UI_DoPreKeyboardEvent(zetui::ui::UI_Node* target, const zetui::ui::KeyboardEvent& event) override;
@@ -41,13 +41,17 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     Response RunModal() override;
 
   protected:
-    ~PluginManagerDialog() override;
-
-  private:
     template<typename T>
     using Ptr = zetui::utility::IntrusivePtr<T>;
     using Row = zetui::controls::UI_MultiColumnTreeRow;
     using RowPtr = Ptr<Row>;
+
+    ~PluginManagerDialog() override;
+    /// Makes the widgets of a row that has come into sight, and drops those of one that has left. A null row,
+    /// and one without the cells for its widgets, raises the null-pointer error.
+    void OnPluginRowVisibilityChanged(const RowPtr& row);
+
+  private:
     using Button = zetui::controls::UI_TextButton;
     using Checkbox = zetui::controls::UI_Checkbox;
     using ButtonChanged = zetui::ui::UI_ButtonChangedMessage;
@@ -57,7 +61,10 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     template<typename Control>
     Ptr<Control> RequireControl(const char* id) const;
 
-    // Construction.
+    // Construction. A control that the archive lacks, or has of another class, is passed over with all that
+    // is done to it; only the two option checkboxes are required. Handlers that may be called when the dialog
+    // is gone, because somebody else holds their control or because they run a modal dialog of their own, are
+    // bound through its weak key.
     Ptr<zetui::ui::UI_Node> CreateArchivedNode(const std::string& className);
     void SetUpOptions();
     void SetUpFolderList();
@@ -66,16 +73,24 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void AppendPluginColumns();
     void SetPluginListCallbacks();
     void SetUpFindBox();
+    /// Gives the find controls the room of the hidden checkbox. Decided by the checkbox, which its archive
+    /// may hide as well, and not by the switch.
     void ReflowWithoutSeparateProcess();
     void SetUpPluginCommands();
+    /// Stretches the label up to the find box, whatever the layout has put between the two: its text stands
+    /// at its right end, and its mnemonic goes to the box.
     void LeadLabelToFindBox();
 
     // The plug-in list.
+    /// Reads the registry and the banned list and shows what the find box lets through. A missing list is
+    /// passed over: what else there is to do is done.
     void PopulatePluginList(bool resizeColumns, bool scrollToTop);
     /// With what has been read.
     void FillPluginList(bool resizeColumns, bool scrollToTop);
     void FitPluginColumns();
     void SetAllPluginsEnabled(bool enabled);
+    /// What the row stands for; the rows of a fill carry it. Null for every other row: it gets no widgets and
+    /// has empty texts.
     const PluginListEntry* FindEntry(const Row* row) const;
     /// The id of the column that shows the cells of this index.
     unsigned GetColumnOfCell(int cellIndex) const;
@@ -95,8 +110,9 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void OnFindTextChangedInteractively(zetui::ui::UI_InteractiveControlChangedMessage* message);
     void ApplyFindText();
 
-    // The widgets of visible rows.
-    void OnPluginRowVisibilityChanged(const RowPtr& row);
+    // The widgets of visible rows. Both take part in the keyboard's tour of the list (`SetWantsKeyboardFocus`
+    // is the toolkit's option for that), and are named after their plug-in for screen readers.
+    /// Disabled and unchecked for a banned plug-in: there is no record to switch.
     void AddEnableCheckbox(const RowPtr& row, const PluginListEntry& entry);
     void AddReloadButton(const RowPtr& row, const PluginListEntry& entry);
 

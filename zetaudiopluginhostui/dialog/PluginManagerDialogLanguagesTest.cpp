@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <gmock/gmock.h>
 #include <zetcore/config/Localizer.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zettesting/TemporaryFolder.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
 #include <zetui/dialogs/messagebox.h>
@@ -139,6 +140,23 @@ TEST_P(DialogInLanguage, NothingIsCutAndNothingOverlapsInTheManager)
         Resize(size.width(), size.height());
         ExpectWholeTexts(Window());
     }
+}
+
+TEST_P(DialogInLanguage, TheManagerOpensNoWiderForTheCheckboxThatItHides)
+{
+    constexpr char showSeparateProcess[] = "AudioPluginManager.ShowExternalCheckBox";
+    constexpr float archivedWidth = 49;
+    MakeDialog();
+    const auto widthOfCheckbox = [this] {
+        return Node<zetui::ui::UI_Node>(ids::kSeparateProcess).UI_GetLocalRectF(true).width;
+    };
+    EXPECT_EQ(widthOfCheckbox(), archivedWidth);
+    const int width = Window().width();
+    zetcore::debug::DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
+    MakeDialog();
+    const float growth = widthOfCheckbox() - archivedWidth;
+    EXPECT_GT(growth, 20) << "its text needs more than the archive gives it";
+    EXPECT_NEAR(static_cast<float>(Window().width() - width), growth, 2);
 }
 
 TEST_P(DialogInLanguage, NoTitleOfAColumnIsCut)

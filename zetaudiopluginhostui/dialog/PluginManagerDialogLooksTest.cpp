@@ -140,7 +140,7 @@ TEST_P(DialogLooks, TheColumnsWithWidgetsKeepTheirPlaceAndTheOthersMoveBetweenTh
     EXPECT_THAT(Columns(), testing::ElementsAre(kColumnEnabled, kColumnType, kColumnName, kColumnStatus,
                                                 kColumnVersion, kColumnPath));
     EXPECT_TRUE(CheckboxOf(L"One"));
-    EXPECT_TRUE(ReloadButtonOf(L"bad.so"));
+    EXPECT_TRUE(HasReloadButton(L"bad.so"));
 }
 
 TEST_P(DialogLooks, EmptyListsSayWhyAndAFilledOneDoesNot)

@@ -77,9 +77,11 @@ void PluginManagerDialog::SetAllPluginsEnabled(bool enabled)
 
 const PluginListEntry* PluginManagerDialog::FindEntry(const Row* row) const
 {
-    // All rows of this list are of that class.
-    return row && row->GetTree() == pluginList.get() ? &static_cast<const PluginListRow*>(row)->Entry()
-                                                     : nullptr;
+    if (!row || row->GetTree() != pluginList.get())
+        return nullptr;
+    // Rows that somebody else has appended to the list carry nothing.
+    const auto* const own = dynamic_cast<const PluginListRow*>(row);
+    return own ? &own->Entry() : nullptr;
 }
 
 unsigned PluginManagerDialog::GetColumnOfCell(int cellIndex) const

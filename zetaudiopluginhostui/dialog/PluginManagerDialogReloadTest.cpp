@@ -103,7 +103,7 @@ TEST_F(DialogReload, ReloadingABannedPluginBringsItBackWithTheUsersEarlierChoice
     EXPECT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working"));
     EXPECT_FALSE(CheckboxOf(name)->IsChecked());
     EXPECT_TRUE(CheckboxOf(name)->UI_IsEnabled());
-    EXPECT_FALSE(ReloadButtonOf(name));
+    EXPECT_FALSE(HasReloadButton(name));
     EXPECT_NE(Width(kColumnName), 333);
     EXPECT_TRUE(std::filesystem::exists(prefs / Banned::GetSettingsFileName()));
     EXPECT_TRUE(shown->alerts.empty());

@@ -1,11 +1,10 @@
 // The checkboxes and buttons in the rows of the plug-in list.
 #include <cmath>
 
-#include <QCheckBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QTest>
-#include <gmock/gmock.h>
+#include <QImage>
+#include <QWidget>
+#include <gtest/gtest.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 
 #include "dialog/PluginListText.h"
@@ -13,6 +12,8 @@
 
 namespace zetaudiopluginhostui {
 namespace {
+
+constexpr char alwaysShowReload[] = "AlwaysShowPlugInRescanButton";
 
 using RowWidgets = DialogFixture;
 using RowWidgetsV7 = V7DialogFixture;
@@ -38,7 +39,7 @@ TEST_F(RowWidgets, ABannedRowHasADisabledUncheckedCheckboxAndAReloadButtonAtTheR
     EXPECT_FLOAT_EQ(frame.height, 17);
     EXPECT_FLOAT_EQ(frame.top, std::ceil((PluginList().GetRowHeight() - 17) / 2));
     EXPECT_TRUE(WidgetOf(*button).isVisible());
-    EXPECT_FALSE(ReloadButtonOf(L"Good"));
+    EXPECT_FALSE(HasReloadButton(L"Good"));
 }
 
 TEST_F(RowWidgets, AWorkingRowHasACheckboxThatShowsWhetherItIsEnabled)
@@ -63,66 +64,74 @@ TEST_F(RowWidgetsV7, WidgetsKeepTheDistancesOfTheSkin)
     const auto frame = ReloadButtonOf(L"bad.so")->UI_GetLocalRectF(true);
     EXPECT_FLOAT_EQ(frame.left + frame.width, PluginList().GetHeaderRow()->GetColumnWidth(kColumnStatus) - 4);
     EXPECT_FLOAT_EQ(frame.height, PluginList().GetRowHeight() - 8);
-    EXPECT_EQ(ReloadButtonOf(L"bad.so")->GetButtonComponents().variant, zetui::controls::Variant::Primary);
 }
 
-TEST_F(RowWidgets, WithTheSwitchEveryVisibleRowHasAReloadButton)
+TEST_F(RowWidgetsV7, TheReloadButtonLooksLikeAPrimaryOneThatIsNotQuiet)
 {
-    zetcore::debug::DebugDatabase::Instance().SetEntry("AlwaysShowPlugInRescanButton", "true");
+    using zetui::controls::ButtonComponents;
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    const auto button = ReloadButtonOf(L"bad.so");
+    EXPECT_EQ(button->GetButtonComponents().variant, zetui::controls::Variant::Primary);
+    EXPECT_FALSE(button->GetButtonComponents().quiet);
+    const auto pictureWith = [&](const ButtonComponents& components) {
+        button->SetButtonComponents(components);
+        return WidgetOf(*button).grab().toImage();
+    };
+    const QImage own = WidgetOf(*button).grab().toImage();
+    EXPECT_NE(own, pictureWith(ButtonComponents(1, false)));
+    EXPECT_NE(own, pictureWith(ButtonComponents(2, false)));
+    EXPECT_NE(own, pictureWith(ButtonComponents(3, false)));
+    EXPECT_NE(own, pictureWith(ButtonComponents(0, true)));
+    EXPECT_EQ(own, pictureWith(ButtonComponents(0, false)));
+}
+
+TEST_F(RowWidgets, TheReloadButtonStaysAtTheRightOfItsStatusWhenTheColumnIsWidened)
+{
+    Ban(L"/a/bad.so");
+    OpenDialog();
+    PluginList().GetHeaderRow()->SetColumnWidth(kColumnStatus, 300);
+    HandleEvents();
+    const auto frame = ReloadButtonOf(L"bad.so")->UI_GetLocalRectF(true);
+    EXPECT_FLOAT_EQ(frame.left + frame.width, 300);
+}
+
+TEST_F(RowWidgets, WithTheSwitchExactlyTrueEveryVisibleRowHasAReloadButton)
+{
     AddPlugin(L"Good", L"/a/good.so");
     AddPlugin(L"Other", L"/a/other.so");
     Ban(L"/a/bad.so");
-    OpenDialog();
-    for (const wchar_t* const name : {L"Good", L"Other", L"bad.so"})
-        EXPECT_TRUE(ReloadButtonOf(name)) << name;
+    for (const char* const entry : {"True", "1", "yes", "false", "true"}) {
+        SCOPED_TRACE(entry);
+        zetcore::debug::DebugDatabase::Instance().SetEntry(alwaysShowReload, entry);
+        OpenDialog();
+        const bool all = std::string(entry) == "true";
+        EXPECT_EQ(HasReloadButton(L"Good"), all);
+        EXPECT_EQ(HasReloadButton(L"Other"), all);
+        EXPECT_TRUE(HasReloadButton(L"bad.so"));
+        CloseDialog();
+    }
 }
 
-TEST_F(RowWidgets, ScrollingARowAwayAndBackMakesFreshWidgetsThatShowTheRecordAsItIsThen)
+TEST_F(RowWidgets, TheirTextsComeFromTheStringTable)
 {
-    AddManyPlugins(200);
+    auto& localizer = zetcore::config::Localizer::Get();
+    localizer.LoadTableFromText("\"$$$/AudioPluginManager/Reload\"=\"Noch einmal laden\"\n"
+                                "\"$$$/AudioPluginManager/EnablePlugin\"=\"@0 einschalten\"\n"
+                                "\"$$$/AudioPluginManager/ReloadPlugin\"=\"@0 neu laden\"\n",
+                                "test");
+    Ban(L"/a/bad.so");
     OpenDialog();
-    const auto before = CheckboxOf(L"plugin000");
-    ASSERT_TRUE(before->IsChecked());
-    QWidget& list = WidgetOf(PluginList());
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_End);
-    HandleEvents();
-    ASSERT_FALSE(PluginList().IsRowVisible(PluginList().GetRowAt(0).get()));
-    EXPECT_TRUE(CheckboxOf(L"plugin199"));
-    (*TheRegistry().PluginInfoBegin())->SetEnabled(false);
-    QTest::keyClick(&list, Qt::Key_Home);
-    HandleEvents();
-    const auto after = CheckboxOf(L"plugin000");
-    ASSERT_TRUE(after);
-    EXPECT_NE(after.get(), before.get());
-    EXPECT_FALSE(after->IsChecked());
-}
-
-TEST_F(RowWidgets, TheWidgetsOfARowThatIsScrolledAwayAreDeleted)
-{
-    Ban(L"/a/0 bad.so");
-    AddManyPlugins(200);
-    settings.sortColumn = kColumnName;
-    settings.sortAscending = true;
-    OpenDialog();
-    const QPointer<QWidget> checkbox = &WidgetOf(*CheckboxOf(L"0 bad.so"));
-    const QPointer<QWidget> button = &WidgetOf(*ReloadButtonOf(L"0 bad.so"));
-    PluginList().ScrollToRow(PluginList().GetRowAt(200).get());
-    HandleEvents();
-    EXPECT_FALSE(checkbox);
-    EXPECT_FALSE(button);
-}
-
-TEST_F(RowWidgets, WidgetsExistForVisibleRowsOnly)
-{
-    AddManyPlugins(1000);
-    OpenDialog();
-    for (int step = 0; step < 20; ++step)
-        PluginList().ScrollToRow(PluginList().GetRowAt(step * 50).get());
-    HandleEvents();
-    const auto checkboxes = WidgetOf(PluginList()).findChildren<QCheckBox*>().size();
-    EXPECT_GT(checkboxes, 3);
-    EXPECT_LT(checkboxes, 40);
+    const auto button = ReloadButtonOf(L"bad.so");
+    EXPECT_EQ(button->GetText(), L"Noch einmal laden");
+    EXPECT_FLOAT_EQ(button->UI_GetLocalRectF(true).width,
+                    zetui::controls::UI_TextButton::UI_GetRecommendedSize(
+                        nullptr, L"Noch einmal laden", zetui::controls::UI_ControlView::DefaultTextSize(),
+                        zetui::controls::ButtonComponents(1, false))
+                        .first);
+    EXPECT_EQ(WidgetOf(*button).accessibleName(), "bad.so neu laden");
+    EXPECT_EQ(WidgetOf(*CheckboxOf(L"bad.so")).accessibleName(), "bad.so einschalten");
+    localizer.Reset();
 }
 
 TEST_F(RowWidgets, AreNamedForScreenReadersByTheirPlugin)

@@ -6,10 +6,12 @@
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "module/ModuleResources.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -26,18 +28,33 @@ constexpr char showSeparateProcess[] = "AudioPluginManager.ShowExternalCheckBox"
 using DialogAssembly = DialogFixture;
 using DialogAssemblyV7 = V7DialogFixture;
 
-struct ToolStripFrames
+/// Writes down which keys it is asked about before their nodes get them.
+class AskedDialog : public PluginManagerDialog
 {
-    UI_Node::RectF strip, checkbox, label, findBox;
+  public:
+    AskedDialog(AudioPluginManagerSettings& remembered, std::vector<int>& keys)
+        : PluginManagerDialog(nullptr, GetModuleResources(), remembered, nullptr), asked(keys)
+    {}
+    bool UI_DoPreKeyboardEvent(UI_Node* target, const zetui::ui::KeyboardEvent& event) override
+    {
+        asked.push_back(event.GetOSCode());
+        return PluginManagerDialog::UI_DoPreKeyboardEvent(target, event);
+    }
+
+  private:
+    std::vector<int>& asked;
 };
 
-ToolStripFrames FramesOf(const PluginManagerDialog& dialog)
+/// Counts what is drawn with it.
+struct CountingSupplier : zetui::pixmill::SupplierInterface
 {
-    const auto checkbox = dialog.GetNodeForID(ids::kSeparateProcess);
-    return {checkbox->UI_GetParentNode()->UI_GetLocalRectF(true), checkbox->UI_GetLocalRectF(true),
-            dialog.GetNodeForID(ids::kFindStaticText)->UI_GetLocalRectF(true),
-            dialog.GetNodeForID(ids::kFindTextEdit)->UI_GetLocalRectF(true)};
-}
+    zetui::pixmill::PathP CreatePath() const override
+    {
+        ++paths;
+        return SupplierInterface::CreatePath();
+    }
+    mutable int paths = 0;
+};
 
 TEST_F(DialogAssembly, EveryControlIsFoundInBothSkins)
 {
@@ -57,27 +74,16 @@ TEST_F(DialogAssembly, EveryControlIsFoundInBothSkins)
     }
 }
 
-TEST_F(DialogAssembly, WithoutTheSwitchSeparateProcessIsHiddenAndCheckedAndTheFilterWidensToTheLeft)
+TEST_F(DialogAssembly, WithoutTheSwitchSeparateProcessIsHiddenAndChecked)
 {
-    DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
-    OpenDialog();
-    ASSERT_TRUE(Node<UI_Checkbox>(ids::kSeparateProcess).UI_IsShown());
-    const ToolStripFrames before = FramesOf(*dialog);
-    CloseDialog();
     for (const char* const entry : {"", "True", "1", "false"}) {
+        SCOPED_TRACE(entry);
+        DebugDatabase::Instance().Reset();
         if (*entry)
             DebugDatabase::Instance().SetEntry(showSeparateProcess, entry);
-        else
-            DebugDatabase::Instance().Reset();
         OpenDialog();
-        EXPECT_FALSE(Node<UI_Checkbox>(ids::kSeparateProcess).UI_IsShown()) << entry;
-        EXPECT_TRUE(Node<UI_Checkbox>(ids::kSeparateProcess).IsChecked()) << entry;
-        const ToolStripFrames after = FramesOf(*dialog);
-        EXPECT_EQ(after.checkbox, before.checkbox);
-        EXPECT_FLOAT_EQ(after.strip.width, before.strip.width - before.checkbox.width);
-        EXPECT_FLOAT_EQ(after.label.left, before.checkbox.left);
-        EXPECT_FLOAT_EQ(after.findBox.left, before.findBox.left - before.checkbox.width);
-        EXPECT_FLOAT_EQ(after.findBox.width, before.findBox.width + before.checkbox.width);
+        EXPECT_FALSE(Node<UI_Checkbox>(ids::kSeparateProcess).UI_IsShown());
+        EXPECT_TRUE(Node<UI_Checkbox>(ids::kSeparateProcess).IsChecked());
         CloseDialog();
     }
 }
@@ -200,6 +206,63 @@ TEST_F(DialogAssemblyV7, ButtonsOfAnIconsSizeAreNamedByTheirTexts)
     EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kAddDirectoryButton)).accessibleName(), "Add...");
     EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kRemoveDirectoryButton)).accessibleName(), "Remove");
     EXPECT_EQ(WidgetOf(Node<UI_Node>(ids::kDefaultDirectoriesButton)).accessibleName(), "Default");
+}
+
+TEST_F(DialogAssembly, EveryKeyIsAskedOfTheDialogFirstAsLongAsThereIsOne)
+{
+    std::vector<int> asked;
+    dialog = zetui::utility::MakeIntrusive<AskedDialog>(settings, asked);
+    dialog->UI_Show(true);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    TypeIntoFindBox("x");
+    EXPECT_THAT(asked, ElementsAre('X'));
+    QWidget another;
+    another.setFocusPolicy(Qt::StrongFocus);
+    another.show();
+    another.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&another));
+    another.setFocus();
+    QTest::keyClick(&another, Qt::Key_Y);
+    EXPECT_THAT(asked, ElementsAre('X', 'Y')) << "wherever the focus is";
+    CloseDialog();
+    QTest::keyClick(&another, Qt::Key_Z);
+    EXPECT_EQ(asked.size(), 2u);
+}
+
+TEST_F(DialogAssembly, DrawsWithTheSupplierThatItWasGiven)
+{
+    const CountingSupplier supplier;
+    dialog = zetui::utility::MakeIntrusive<PluginManagerDialog>(&supplier, GetModuleResources(), settings,
+                                                                nullptr);
+    EXPECT_EQ(dialog->GetSupplier(), &supplier);
+    dialog->UI_Show(true);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    Window().grab();
+    EXPECT_GE(supplier.paths, 2) << "the lines around both sections";
+    CloseDialog();
+}
+
+TEST_F(DialogAssembly, ItsTitleAndThoseOfTheColumnsComeFromTheStringTable)
+{
+    auto& localizer = zetcore::config::Localizer::Get();
+    localizer.LoadTableFromText("\"$$$/AudioPluginManager/DialogTitle\"=\"Der Dialog\"\n"
+                                "\"$$$/kiv/Enabled\"=\"Ein\"\n"
+                                "\"$$$/kiv/PluginManager/PluginName\"=\"Der Name\"\n"
+                                "\"$$$/kiv/PluginManager/PluginType\"=\"Die Art\"\n"
+                                "\"$$$/kiv/PluginManager/PluginStatus\"=\"Der Zustand\"\n"
+                                "\"$$$/kiv/PluginManager/PluginVersion\"=\"Die Version\"\n"
+                                "\"$$$/kiv/PluginManager/PluginPath\"=\"Der Pfad\"\n"
+                                "\"$$$/AudioPluginManager/FindPrompt\"=\"Suchen\"\n",
+                                "test");
+    OpenDialog();
+    EXPECT_EQ(Window().windowTitle(), "Der Dialog");
+    EXPECT_EQ(FindBox().placeholderText(), "Suchen");
+    std::vector<std::wstring> titles;
+    for (unsigned column = kColumnEnabled; column <= kColumnPath; ++column)
+        titles.push_back(PluginList().GetHeaderRow()->GetColumnTitle(column));
+    EXPECT_THAT(titles,
+                ElementsAre(L"Ein", L"Der Name", L"Die Art", L"Der Zustand", L"Die Version", L"Der Pfad"));
+    localizer.Reset();
 }
 
 } // namespace

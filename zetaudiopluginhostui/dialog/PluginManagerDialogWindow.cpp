@@ -34,7 +34,6 @@ void PluginManagerDialog::UI_SizeChanged(const RectF& bounds)
     LeadLabelToFindBox();
 }
 
-/// The label's text stands at its right end, which is to be near the box.
 void PluginManagerDialog::LeadLabelToFindBox()
 {
     constexpr float gap = 4;

@@ -1,13 +1,6 @@
-// Size, keyboard and focus of the manager dialog.
-#include <algorithm>
-
-#include <QApplication>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
-#include <gmock/gmock.h>
-#include <zetcore/config/Localizer.h>
+// What the size of the manager dialog decides.
+#include <QWidget>
+#include <gtest/gtest.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
@@ -33,7 +26,6 @@ class DialogWindow : public DialogFixture
         return strip.left + strip.width < Node<UI_Node>(id).UI_GetLocalRectF(true).left;
     }
 };
-using DialogKeyboard = DialogWindow;
 
 TEST_F(DialogWindow, NarrowingHidesDisableAllWhenItCrossesTheSectionsEdgeAndEnableAllLater)
 {
@@ -76,6 +68,66 @@ TEST_F(DialogWindow, WithSeparateProcessHiddenTheFilterShowsWhileItBeginsBehindT
     EXPECT_TRUE(IsShown(ids::kFindTextEdit));
 }
 
+TEST_F(DialogWindow, AFindControlThatBeginsWithinTheStripHidesWhereverTheStripStands)
+{
+    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+        zetui::skins::SetSkin(skin);
+        OpenDialog();
+        Resize(1200, 500);
+        auto* const strip = Node<UI_Node>(ids::kSeparateProcess).UI_GetParentNode();
+        for (const char* const id : {ids::kFindStaticText, ids::kFindTextEdit}) {
+            SCOPED_TRACE(id);
+            const float left = Node<UI_Node>(id).UI_GetLocalRectF(true).left;
+            for (const float end : {left + 50, left - 50}) {
+                auto frame = strip->UI_GetLocalRectF(true);
+                frame.left = 200;
+                frame.width = end - frame.left;
+                strip->UI_SetLocalRectF(frame);
+                Resize(Window().width(), Window().height() + 1);
+                EXPECT_EQ(Node<UI_Node>(id).UI_GetLocalRectF(true).left, left);
+                EXPECT_EQ(strip->UI_GetLocalRectF(true), frame);
+                EXPECT_EQ(IsShown(id), left > end);
+            }
+        }
+        CloseDialog();
+    }
+}
+
+TEST_F(DialogWindow, NothingButItsSizeDecidesWhichControlsOfTheToolStripShow)
+{
+    const std::vector<const char*> controls = {ids::kEnableAllButton, ids::kDisableAllButton,
+                                               ids::kFindStaticText, ids::kFindTextEdit};
+    AddManyPlugins(50);
+    OpenDialog();
+    Resize(1400, 500);
+    for (const char* const id : controls) {
+        ASSERT_TRUE(IsShown(id)) << id;
+        Node<UI_Node>(id).UI_Show(false);
+    }
+    const auto expectAllHidden = [&](const char* after) {
+        HandleEvents();
+        for (const char* const id : controls)
+            EXPECT_FALSE(IsShown(id)) << id << " after " << after;
+    };
+    TheRegistry().GetPluginInfosChangedSignal()();
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
+    expectAllHidden("signals");
+    PressAt(*CheckboxOf(L"plugin000"), 7, 7);
+    PluginList().ScrollToRow(PluginList().GetRowAt(49).get());
+    PluginList().GetHeaderRow()->SetColumnWidth(2, 300);
+    expectAllHidden("changes of the list");
+    Node<zetui::controls::UI_Checkbox>(ids::kSeparateProcess).SetValue(0);
+    Press(ids::kUpdateButton);
+    expectAllHidden("a scan");
+    dialog->UI_Show(false);
+    dialog->UI_Show(true);
+    Window().move(Window().pos() + QPoint(10, 10));
+    expectAllHidden("showing it again elsewhere");
+    Resize(1401, 500);
+    for (const char* const id : controls)
+        EXPECT_TRUE(IsShown(id)) << id;
+}
+
 TEST_F(DialogWindow, TheListsGrowWithTheWindow)
 {
     OpenDialog();
@@ -85,202 +137,6 @@ TEST_F(DialogWindow, TheListsGrowWithTheWindow)
     Resize(window.width() + 200, window.height() + 100);
     EXPECT_EQ(WidgetOf(PluginList()).size(), plugins + QSize(200, 100));
     EXPECT_EQ(WidgetOf(FolderList()).size(), folders + QSize(200, 0));
-}
-
-TEST_F(DialogKeyboard, TabInTheListGoesToTheList)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    AddPlugin(L"Two", L"/a/2.so");
-    OpenDialog();
-    QWidget& list = WidgetOf(PluginList());
-    PluginList().UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
-    QTest::keyClick(&list, Qt::Key_Down);
-    HandleEvents();
-    ASSERT_TRUE(PluginList().UI_HasKeyboardFocus(false));
-    QTest::keyClick(&list, Qt::Key_Tab);
-    HandleEvents();
-    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
-    EXPECT_TRUE(PluginList().UI_HasKeyboardFocus(true));
-}
-
-TEST_F(DialogKeyboard, TabElsewhereMovesTheFocusAsUsual)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    QWidget& scan = WidgetOf(Node<UI_Node>(ids::kUpdateButton));
-    scan.setFocus();
-    QTest::keyClick(&scan, Qt::Key_Tab);
-    HandleEvents();
-    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(Node<UI_Node>(ids::kRescanExisting)));
-}
-
-TEST_F(DialogKeyboard, TabGoesThroughTheWholeDialogAsOneReadsAndBack)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
-        zetui::skins::SetSkin(skin);
-        OpenDialog();
-        const std::vector<std::string> expected = {ids::kAddDirectoryButton, ids::kDefaultDirectoriesButton,
-                                                   ids::kDirectoryList,      ids::kUpdateButton,
-                                                   ids::kRescanExisting,     ids::kEnableAllButton,
-                                                   ids::kDisableAllButton,   ids::kFindTextEdit,
-                                                   ids::kPluginList,         ids::kOKButton,
-                                                   ids::kCancelButton};
-        WidgetOf(Node<UI_Node>(ids::kAddDirectoryButton)).setFocus();
-        const auto walk = [&](Qt::Key key) {
-            std::vector<std::string> walked;
-            for (std::size_t i = 0; i < expected.size(); ++i) {
-                walked.push_back(QApplication::focusWidget()->objectName().toStdString());
-                QTest::keyClick(QApplication::focusWidget(), key,
-                                key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-            }
-            return walked;
-        };
-        EXPECT_EQ(walk(Qt::Key_Tab), expected);
-        auto back = expected;
-        std::reverse(back.begin() + 1, back.end());
-        EXPECT_EQ(walk(Qt::Key_Backtab), back);
-        CloseDialog();
-    }
-}
-
-TEST_F(DialogKeyboard, TabInTheListGoesThroughTheControlsOfTheSelectedRowAndThenOn)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    Ban(L"/a/bad.so");
-    OpenDialog();
-    const auto tabsFrom = [this](const wchar_t* name) {
-        PluginList().UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
-        PluginList().SelectRow(RowOf(name).get(), true);
-        std::vector<QWidget*> stops;
-        for (int i = 0; i < 2; ++i) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            stops.push_back(QApplication::focusWidget());
-        }
-        return stops;
-    };
-    QWidget* const ok = &WidgetOf(Node<UI_Node>(ids::kOKButton));
-    EXPECT_THAT(tabsFrom(L"One"), ::testing::ElementsAre(&WidgetOf(*CheckboxOf(L"One")), ok));
-    EXPECT_THAT(tabsFrom(L"bad.so"), ::testing::ElementsAre(&WidgetOf(*ReloadButtonOf(L"bad.so")), ok))
-        << "a disabled checkbox is passed over";
-}
-
-TEST_F(DialogKeyboard, LettersJumpToNamesAndSpaceTogglesTheSelectedRow)
-{
-    const auto one = AddPlugin(L"Alpha", L"/a/1.so");
-    const auto two = AddPlugin(L"Delay", L"/a/2.so");
-    OpenDialog();
-    QWidget& list = WidgetOf(PluginList());
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_D);
-    EXPECT_THAT(PluginList().GetSelectedRows(), ::testing::ElementsAre(RowOf(L"Delay")));
-    QTest::keyClick(&list, Qt::Key_Space);
-    EXPECT_TRUE(one->IsEnabled());
-    EXPECT_FALSE(two->IsEnabled());
-    EXPECT_FALSE(CheckboxOf(L"Delay")->IsChecked());
-}
-
-TEST_F(DialogKeyboard, OnlyTabInTheFocusedListIsHandedOn)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    const zetui::ui::KeyboardEvent tab(9, false, false, false);
-    const zetui::ui::KeyboardEvent space(' ', false, false, false);
-    FindBox().setFocus();
-    EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(nullptr, tab));
-    PluginList().UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
-    PluginList().SelectRow(PluginList().GetRowAt(0).get(), true);
-    EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(&PluginList(), space));
-    EXPECT_TRUE(dialog->UI_DoPreKeyboardEvent(&PluginList(), tab));
-    ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(*CheckboxOf(L"One")));
-    EXPECT_FALSE(dialog->UI_DoPreKeyboardEvent(CheckboxOf(L"One").get(), tab))
-        << "a control of the list has it";
-}
-
-TEST_F(DialogKeyboard, MnemonicsOfTheStringTablePressTheirButtonsAndGoToTheFindBox)
-{
-    auto& localizer = zetcore::config::Localizer::Get();
-    localizer.LoadTableFromText("\"$$$/PluginManager/Dialog/DisableAll\"=\"&Disable All\"\n"
-                                "\"$$$/PluginManager/Dialog/RescanExisting\"=\"&Rescan\"\n"
-                                "\"$$$/PluginManager/Dialog/Filter\"=\"Fi&lter:\"\n",
-                                "test");
-    const auto info = AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    // Buttons show that they are pressed before they act.
-    QTest::keyClick(&Window(), Qt::Key_D, Qt::AltModifier);
-    EXPECT_TRUE(WaitUntil([&] { return !info->IsEnabled(); }));
-    const auto& rescan = Node<zetui::controls::UI_Checkbox>(ids::kRescanExisting);
-    QTest::keyClick(&Window(), Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(WaitUntil([&] { return rescan.IsChecked(); }));
-    Resize(1200, 500);
-    ASSERT_TRUE(IsShown(ids::kFindStaticText));
-    QTest::keyClick(&Window(), Qt::Key_L, Qt::AltModifier);
-    EXPECT_TRUE(FindBox().hasFocus());
-    localizer.Reset();
-}
-
-TEST_F(DialogKeyboard, ControlFGoesToTheFindBoxWhileItShows)
-{
-    AddPlugin(L"One", L"/a/1.so");
-    OpenDialog();
-    QWidget& list = WidgetOf(PluginList());
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier);
-    EXPECT_TRUE(FindBox().hasFocus());
-    for (const Qt::KeyboardModifiers others : {Qt::ShiftModifier, Qt::AltModifier}) {
-        list.setFocus();
-        QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier | others);
-        EXPECT_FALSE(FindBox().hasFocus()) << "another shortcut";
-    }
-    QWidget another;
-    another.setFocusPolicy(Qt::StrongFocus);
-    another.show();
-    another.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&another));
-    another.setFocus();
-    QTest::keyClick(&another, Qt::Key_F, Qt::ControlModifier);
-    EXPECT_TRUE(another.hasFocus()) << "another window's shortcut";
-    Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
-    EXPECT_FALSE(FindBox().hasFocus());
-    Resize(400, 400);
-    ASSERT_FALSE(IsShown(ids::kFindTextEdit));
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier);
-    EXPECT_FALSE(FindBox().hasFocus());
-}
-
-TEST_F(DialogKeyboard, TheModalRunStartsWithTheFocusOnTheFirstNode)
-{
-    MakeDialog();
-    dialog->SetFirstFocusNode(&Node<UI_Node>(ids::kRescanExisting));
-    FindBox().setFocus();
-    QWidget* focused = nullptr;
-    QTimer::singleShot(0, &Window(), [&] {
-        EXPECT_TRUE(WaitUntil([] { return QApplication::focusWidget() != nullptr; }));
-        focused = QApplication::focusWidget();
-        QTest::keyClick(&Window(), Qt::Key_Escape);
-    });
-    EXPECT_EQ(dialog->RunModal(), zetui::dialogs::UI_DialogViewContainer::kCancel);
-    EXPECT_EQ(focused, &WidgetOf(Node<UI_Node>(ids::kRescanExisting)));
-}
-
-TEST_F(DialogKeyboard, ReturnIsOKAndTheButtonsCloseWithTheirResults)
-{
-    using zetui::dialogs::UI_DialogViewContainer;
-    const auto resultOf = [this](const std::function<void()>& act) {
-        QTimer::singleShot(0, &Window(), [this, act] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
-            act();
-        });
-        return dialog->RunModal();
-    };
-    MakeDialog();
-    EXPECT_EQ(resultOf([this] { QTest::keyClick(&FindBox(), Qt::Key_Return); }), UI_DialogViewContainer::kOK);
-    EXPECT_EQ(resultOf([this] { Press(ids::kOKButton); }), UI_DialogViewContainer::kOK);
-    EXPECT_EQ(resultOf([this] { Press(ids::kCancelButton); }), UI_DialogViewContainer::kCancel);
-    EXPECT_EQ(resultOf([this] { Window().close(); }), UI_DialogViewContainer::kCancel);
 }
 
 } // namespace

@@ -1,43 +1,19 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
+#include <string>
+
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/PluginManagerDialog.h"
 #include "module/CrashRecovery.h"
 #include "module/DebugSwitch.h"
-#include "module/FileDigest.h"
+#include "module/ManagerEnd.h"
 #include "module/ModuleResources.h"
 #include "module/PreferenceAccessError.h"
+#include "module/PreferenceFiles.h"
 
 namespace zetaudiopluginhostui {
-
-namespace {
-
-using zetaudiofilterhost::PluginModuleInfoManager;
-using zetcore::filesupport::File;
-
-File ConfigurationFile()
-{
-    return {zetcore::filesupport::Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()};
-}
-
-/// False when the preferences folder does not let it.
-template<typename Work>
-bool IsAccessibleFor(Work work)
-{
-    try {
-        work();
-        return true;
-    } catch (const zetcore::filesupport::file_exception&) {
-        return false;
-    }
-}
-
-} // namespace
 
 AudioPluginManager::~AudioPluginManager() = default;
 
@@ -56,13 +32,14 @@ void AudioPluginManager::CheckForCrashedPluginsAndNotifyUser(
 bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
                                                AudioPluginManagerSettings& settings, HWND parent)
 {
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+    auto& registry = *zetaudiofilterhost::PluginModuleInfoManager::GetInstance();
     bool isAccessible = true;
-    if (const File file = ConfigurationFile(); !file.Exists()) {
+    if (const auto file = ConfigurationFile(); !file.Exists()) {
         registry.ResetToDefaultFolders();
         isAccessible = IsAccessibleFor([&] { registry.SaveConfiguration(file, true); });
     }
 
+    const std::string copy = registry.ToText();
     const auto dialog =
         zetui::utility::MakeIntrusive<PluginManagerDialog>(supplier, GetModuleResources(), settings, parent);
     if (settings.dialogBounds.width >= 1 && settings.dialogBounds.height >= 1)
@@ -70,22 +47,10 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
     dialog->RunModal();
     settings.dialogBounds = dialog->UI_GetGlobalStructureRect();
 
-    bool hasChanged = false;
-    const File file = ConfigurationFile();
-    if (dialog->GetResult() == zetui::dialogs::UI_DialogViewContainer::kOK) {
-        const bool isSaved = IsAccessibleFor([&] {
-            const std::uint64_t before = FileDigest(file);
-            registry.SaveConfiguration(file, true);
-            hasChanged = FileDigest(file) != before;
-        });
-        isAccessible = isSaved && isAccessible;
-        registry.GetPluginInfosChangedSignal()();
-    } else {
-        isAccessible = IsAccessibleFor([&] { registry.LoadConfiguration(file); }) && isAccessible;
-    }
-    if (!isAccessible)
+    const ManagerEnd end = EndManagerRun(dialog->GetResult(), copy);
+    if (!isAccessible || !end.isAccessible)
         ShowPreferenceAccessCaution(supplier, parent);
-    return hasChanged;
+    return end.hasChanged;
 }
 
 bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()

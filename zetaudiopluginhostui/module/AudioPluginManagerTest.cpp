@@ -1,8 +1,9 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <iostream>
+#include <filesystem>
 #include <type_traits>
 
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
@@ -20,7 +21,21 @@ constexpr char shellSkippingKey[] = "zetaudiofilterhost.EnableWavesVST2ShellSkip
 using zetcore::debug::DebugDatabase;
 
 using FeatureSwitches = zettesting::HostFixture;
-using FeatureSwitchesDeathTest = FeatureSwitches;
+
+/// The processes in which it runs make their folders in this one's, because their ends leave them behind.
+class FeatureSwitchesDeathTest : public FeatureSwitches
+{
+  protected:
+    std::ptrdiff_t FoldersOfProcesses() const
+    {
+        return std::count_if(std::filesystem::directory_iterator(folder.Path()), {}, [](const auto& entry) {
+            return entry.path().filename().string().starts_with("zettest-");
+        });
+    }
+
+  private:
+    const zettesting::ScopedTemporaryFolder temporary{folder.Path()};
+};
 
 TEST_F(FeatureSwitches, ADebugSwitchIsOnOnlyWhenTheEntryIsExactlyTrue)
 {
@@ -76,6 +91,7 @@ TEST_F(FeatureSwitchesDeathTest, NoEntryEnablesTheQuickEffectScan)
 {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(ExitWithQuickScan(), ::testing::ExitedWithCode(10), "");
+    EXPECT_EQ(FoldersOfProcesses(), 1) << "it goes with this one's";
 }
 
 TEST_F(FeatureSwitchesDeathTest, TrueWithACapitalTDisablesTheQuickEffectScan)

@@ -1,16 +1,15 @@
 #include "module/CrashRecovery.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/filesupport/IPlatformByteStream.h>
@@ -19,6 +18,7 @@
 
 #include "module/ModuleResources.h"
 #include "module/PreferenceAccessError.h"
+#include "module/PreferenceFiles.h"
 
 namespace zetaudiopluginhostui {
 
@@ -36,13 +36,8 @@ constexpr char messageKey[] =
     "caused Sondrel to shut down. This plug-in has been disabled and will be omitted from future scans until "
     "it is manually enabled in Sondrel's Audio Plug-In Manager dialog.";
 constexpr char banReason[] = "brought the host down when it was scanned in the host's own process";
-/// No locator is as long as this; reading ends here whatever the marker has become.
+/// No locator is as long as this: the part of a longer text might be another plug-in's.
 constexpr std::uint64_t longestMarker = std::uint64_t{1} << 20;
-
-File InPrefDir(const std::wstring& name)
-{
-    return {filesupport::Dir::PrefDir(), name};
-}
 
 std::string UnsupportedListResource()
 {
@@ -65,11 +60,16 @@ void KeepAsideUnlessEmpty(const File& file)
     }
 }
 
-/// Empty for an empty marker; a marker that is too long to be one comes back cut.
+/// Empty for an empty marker, and for one that is too long to name a plug-in.
 std::string ReadMarker(const File& marker)
 {
     const auto stream = filesupport::IPlatformByteStream::OpenForReading(marker);
-    std::string text(static_cast<std::size_t>(std::min(stream->Length(), longestMarker)), '\0');
+    const std::uint64_t length = stream->Length();
+    if (length > longestMarker) {
+        zetcore::debug::TraceLine(1, "CrashRecovery", marker.FullPathUTF8() + " is too long: it is ignored");
+        return {};
+    }
+    std::string text(static_cast<std::size_t>(length), '\0');
     std::size_t size = 0;
     while (size < text.size()) {
         const std::size_t count = stream->ReadBlock(text.data() + size, text.size() - size);
@@ -105,8 +105,7 @@ void CrashRecovery::Run()
     BannedPluginManager::GetInstance()->LoadConfiguration(
         InPrefDir(BannedPluginManager::GetSettingsFileName()));
     ActOnMarker();
-    PluginModuleInfoManager::GetInstance()->LoadConfiguration(
-        InPrefDir(PluginModuleInfoManager::GetSettingsFileName()));
+    PluginModuleInfoManager::GetInstance()->LoadConfiguration(ConfigurationFile());
 }
 
 void CrashRecovery::LoadUnsupportedList()
@@ -136,7 +135,11 @@ void CrashRecovery::BanAndNotify(const PluginLocator& plugin)
 {
     TryChanging([&plugin] {
         BannedPluginManager* const banned = BannedPluginManager::GetInstance();
-        banned->AddBannedPlugin(plugin, banReason);
+        // An update may mend it: only the build that is there now is banned.
+        zetaudiopluginhost::BanInfo ban;
+        ban.reason = banReason;
+        ban.stamp = zetaudiofilterhost::GetModuleFileStamp(plugin);
+        banned->AddBannedPlugin(plugin, ban);
         banned->SaveConfiguration(InPrefDir(BannedPluginManager::GetSettingsFileName()));
     });
     NotifyUser(plugin);

@@ -14,8 +14,10 @@ namespace zetaudiopluginhostui {
 std::string InsertPluginName(std::string_view message, std::string_view name);
 
 /// The check at start-up: loads the lists and the registry, and bans the plug-in that the last scan's marker
-/// names. That the preferences folder cannot be written is told to the user once a check; the check goes on.
-/// Main thread.
+/// names. Each change of the preferences folder is guarded: writing the unsupported list for the first time,
+/// saving the ban, deleting the marker. The first one that fails is told to the user, once a check, and the
+/// check goes on: a host that cannot write must start all the same. A marker that is too long to name a
+/// plug-in names none. Main thread.
 class CrashRecovery
 {
   public:

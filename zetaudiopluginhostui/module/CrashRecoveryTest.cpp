@@ -1,6 +1,7 @@
 #include "module/CrashRecovery.h"
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
@@ -47,6 +48,12 @@ class CrashRecoveryTest : public CrashRecoveryFixture
         BannedPluginManager loaded;
         loaded.LoadConfiguration(File(zettesting::ToWide(bannedList)));
         return loaded.IsBanned(locator);
+    }
+    std::vector<PluginLocator> BannedInTheFile() const
+    {
+        BannedPluginManager loaded;
+        loaded.LoadConfiguration(File(zettesting::ToWide(bannedList)));
+        return {loaded.BannedBegin(), loaded.BannedEnd()};
     }
     void SaveToRegistry(const PluginLocator& locator)
     {
@@ -170,14 +177,19 @@ TEST_F(CrashRecoveryTest, ThePluginIsBannedAndSavedBeforeTheUserIsToldAndTheMark
 
 TEST_F(CrashRecoveryTest, AnEmptyMarkerIsDeletedWithoutAnAlert)
 {
+    const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
+    SaveToRegistry(other);
     WriteMarker("");
     EXPECT_THAT(Start(), IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(marker));
     EXPECT_EQ(banned.BannedBegin(), banned.BannedEnd());
+    EXPECT_NE(registry.Find(other), nullptr) << "the registry is loaded all the same";
 }
 
 TEST_F(CrashRecoveryTest, AMarkerThatNamesNothingIsDeletedWithoutABanAndWithoutAnAlert)
 {
+    const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
+    SaveToRegistry(other);
     for (const std::string& text :
          {std::string("VST"), std::string("VST||"), std::string("Unknown|/a.so|"), std::string("\n"),
           std::string("VST|/a.so|\n"), std::string("\xEF\xBB\xBFVST|/a.so|"), std::string(3, '\0'),
@@ -186,7 +198,19 @@ TEST_F(CrashRecoveryTest, AMarkerThatNamesNothingIsDeletedWithoutABanAndWithoutA
         EXPECT_THAT(Start(), IsEmpty()) << text.substr(0, 40);
         EXPECT_FALSE(std::filesystem::exists(marker)) << text.substr(0, 40);
         EXPECT_EQ(banned.BannedBegin(), banned.BannedEnd()) << text.substr(0, 40);
+        EXPECT_NE(registry.Find(other), nullptr) << "the registry is loaded all the same";
     }
+}
+
+TEST_F(CrashRecoveryTest, AMarkerThatIsTooLongIsNotTakenForThePluginThatItBeginsWith)
+{
+    const std::string longest = "VST|/" + std::string((std::size_t{1} << 20) - 6, 'a') + "|";
+    WriteMarker(longest + "Sub");
+    EXPECT_THAT(Start(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(marker));
+    EXPECT_EQ(banned.BannedBegin(), banned.BannedEnd());
+    WriteMarker(longest);
+    EXPECT_EQ(Start().size(), 1u) << "this one is just short enough";
 }
 
 TEST_F(CrashRecoveryTest, EveryLocatorThatAScanCanMarkComesBackExactly)
@@ -194,12 +218,54 @@ TEST_F(CrashRecoveryTest, EveryLocatorThatAScanCanMarkComesBackExactly)
     for (const PluginLocator& each :
          {PluginLocator{TechnologyType::VST3, L"/a b/\x00E4\x00F6\x4E2D.vst3"},
           PluginLocator{TechnologyType::VST, L"/a|b%\n.so", L"Sub | component"},
+          PluginLocator{TechnologyType::VST, L"/" + std::wstring(3000, L'x') + L"/long.so"},
           PluginLocator{TechnologyType::VST, std::wstring(L"/stray") + static_cast<wchar_t>(0xDCFF)}}) {
         std::filesystem::remove(bannedList);
         WriteMarker(each);
         EXPECT_EQ(Start().size(), 1u);
-        EXPECT_TRUE(IsBannedInTheFile(each)) << zetcore::string::UTF16to8(each.ToString());
+        // Exactly this one: a ban of the whole module would cover its sub-components, too.
+        const std::string text = zetcore::string::UTF16to8(each.ToString());
+        EXPECT_THAT(std::vector<PluginLocator>(banned.BannedBegin(), banned.BannedEnd()), ElementsAre(each))
+            << text;
+        EXPECT_THAT(BannedInTheFile(), ElementsAre(each)) << text;
     }
+}
+
+TEST_F(CrashRecoveryTest, TheAlertBelongsToTheHostsWindowAndShowsTheDisplayString)
+{
+    WriteMarker(PluginLocator{TechnologyType::VST, L"/two\nlines.so"});
+    const HWND parent = reinterpret_cast<HWND>(std::uintptr_t{0x123450});
+    EXPECT_THAT(Start(parent), ElementsAre(ScanErrorAlert("/two lines.so")));
+    EXPECT_THAT(shown.parents, ElementsAre(parent));
+}
+
+TEST_F(CrashRecoveryTest, TheBanIsOfTheBuildThatIsThere)
+{
+    const std::filesystem::path file = folder / "crashing.so";
+    zettesting::WriteAll(file, "a build");
+    const PluginLocator crashed{TechnologyType::VST, zettesting::ToWide(file)};
+    WriteMarker(crashed);
+    Start();
+    EXPECT_TRUE(banned.IsBanned(crashed));
+    EXPECT_EQ(banned.GetBanInfo(crashed)->stamp, zetaudiofilterhost::GetModuleFileStamp(crashed));
+    EXPECT_FALSE(banned.IsDueAgain(crashed));
+    zettesting::WriteAll(file, "another build");
+    Start();
+    EXPECT_TRUE(banned.IsBanned(crashed));
+    EXPECT_TRUE(banned.IsDueAgain(crashed)) << "the next scan tries it again";
+}
+
+TEST_F(CrashRecoveryTest, ASubComponentAloneIsBannedAndItsSiblingsGoOnWorking)
+{
+    const PluginLocator crashed{TechnologyType::VST, L"/plugins/shell.so", L"1"};
+    const PluginLocator sibling{TechnologyType::VST, L"/plugins/shell.so", L"2"};
+    SaveToRegistry(sibling);
+    WriteMarker(crashed);
+    Start();
+    EXPECT_TRUE(banned.IsBanned(crashed));
+    EXPECT_FALSE(banned.IsBanned(sibling));
+    ASSERT_NE(registry.PluginInfoBegin(), registry.PluginInfoEnd());
+    EXPECT_EQ((*registry.PluginInfoBegin())->GetLocator(), sibling);
 }
 
 TEST_F(CrashRecoveryTest, TheMessageComesFromTheStringTableWithTheNameInEveryPlace)

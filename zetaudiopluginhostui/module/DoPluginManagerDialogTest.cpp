@@ -1,23 +1,9 @@
-#include <functional>
-#include <optional>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QTest>
 #include <gmock/gmock.h>
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetaudiopluginhostui/AudioPluginManager.h>
-#include <zetaudiopluginhostui/Module.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
-#include <zettesting/HostFixture.h>
 #include <zettesting/TestPlugins.h>
-#include <zetui/ui/Application.h>
 
-#include "testing/RecordingPresentation.h"
+#include "testing/ManagerRunFixture.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -25,115 +11,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
-using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::PluginModuleInfo;
-using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiofilterhost::TechnologyType;
-using Bounds = zetcore::geom::RectT<int>;
 
-/// A host that opens the manager; what its user does there is posted before, and driven by real events.
-class DoPluginManagerDialog : public zettesting::HostFixture
-{
-  protected:
-    DoPluginManagerDialog() : platform("QT_QPA_PLATFORM", "offscreen")
-    {
-        registry.Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
-        EXPECT_TRUE(zetui::ui::InitializeWindows());
-        shown.emplace();
-        Initialize();
-    }
-    ~DoPluginManagerDialog() override
-    {
-        Terminate();
-        shown.reset();
-        zetui::ui::TerminateWindows();
-        registry.Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
-    }
-
-    /// Opens the manager, lets the user act, and returns the manager's answer.
-    bool Run(std::function<void(QWidget&)> user)
-    {
-        UserActs(std::move(user));
-        return AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr);
-    }
-    static void PressOk(QWidget& window) { QTest::keyClick(&window, Qt::Key_Return); }
-    static void PressCancel(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
-    static void Click(QWidget& window, const std::string& text)
-    {
-        for (QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
-            if (button->text().remove('&').toStdString() == text ||
-                button->accessibleName().toStdString() == text) {
-                QTest::mouseClick(button, Qt::LeftButton);
-                return;
-            }
-        }
-        ADD_FAILURE() << "there is no button " << text;
-    }
-    static std::function<void(QWidget&)> DisableAllAnd(void (*end)(QWidget&))
-    {
-        return [end](QWidget& window) {
-            Click(window, "Disable All");
-            end(window);
-        };
-    }
-
-    /// A registry with two plug-ins, in memory and in the file.
-    void SaveTwoPlugins()
-    {
-        for (const wchar_t* path : {L"/plugins/one.so", L"/plugins/two.so"})
-            registry.AddModule(std::make_shared<PluginModuleInfo>(PluginLocator{TechnologyType::VST, path}));
-        Vst().SetPluginDirectories({L"/plugins"});
-        registry.SaveConfiguration(File(), true);
-    }
-    zetcore::filesupport::File File() const
-    {
-        return zetcore::filesupport::File(zettesting::ToWide(configuration));
-    }
-    zetaudiofilterhost::PluginTechnology& Vst() const
-    {
-        return *registry.GetPluginTechnology(TechnologyType::VST);
-    }
-    std::vector<std::wstring> Folders() const { return {Vst().DirectoryBegin(), Vst().DirectoryEnd()}; }
-    std::vector<bool> EnabledFlags() const
-    {
-        std::vector<bool> flags;
-        for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
-            flags.push_back((*info)->IsEnabled());
-        return flags;
-    }
-    void MakePrefsUnwritable() const
-    {
-        zettesting::WriteAll(folder / "file", "");
-        zetcore::filesupport::Dir::SetPrefDir(zettesting::ToWide(folder / "file" / "prefs"));
-    }
-
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    const std::filesystem::path configuration = prefs / PluginModuleInfoManager::GetSettingsFileName();
-    AudioPluginManagerSettings settings;
-    std::optional<RecordingPresentation> shown;
-
-  private:
-    /// Waits, by posting itself again, until the window is there.
-    static void UserActs(std::function<void(QWidget&)> user)
-    {
-        zetcore::threads::AsyncCallFromMainThread(
-            [user = std::move(user)]() mutable {
-                QWidget* const window = QApplication::activeModalWidget();
-                if (window && window->isVisible()) {
-                    // It takes its final place when it has been shown.
-                    QCoreApplication::processEvents();
-                    user(*window);
-                } else {
-                    UserActs(std::move(user));
-                }
-            },
-            0);
-    }
-
-    zettesting::ScopedEnvironment platform;
-};
+using DoPluginManagerDialog = ManagerRunFixture;
 
 TEST_F(DoPluginManagerDialog, OkWithoutAnyChangeReturnsFalse)
 {
@@ -351,8 +230,9 @@ TEST_F(DoPluginManagerDialog, BeforeInitializeThereIsANullPointerError)
 {
     SaveTwoPlugins();
     Terminate();
-    EXPECT_THROW(AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr),
-                 zetcore::utility::null_ptr_exception);
+    // A dialog that opens all the same is closed again.
+    EXPECT_THROW(Run(PressCancel), zetcore::utility::null_ptr_exception);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 } // namespace

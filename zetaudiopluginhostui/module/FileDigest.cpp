@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 
 namespace zetaudiopluginhostui {
@@ -19,6 +21,8 @@ std::uint64_t DigestOf(std::string_view bytes) noexcept
 std::uint64_t FileDigest(const zetcore::filesupport::File& file)
 {
     constexpr std::uint64_t anySize = std::numeric_limits<std::uint64_t>::max();
+    if (const std::error_code error = zetcore::debug::FaultError("host.digest"))
+        throw zetcore::filesupport::file_exception("read", file.FullPath(), error);
     return file.Exists() ? DigestOf(zetcore::filesupport::FileUtils::ReadFile(file, anySize)) : 0;
 }
 

@@ -19,7 +19,9 @@ TEST(DigestOf, IsTheKnownValueOfKnownBytes)
     // The published values of 64-bit FNV-1a.
     for (const Case& each :
          {Case{"", 0xcbf29ce484222325}, Case{"a", 0xaf63dc4c8601ec8c}, Case{"b", 0xaf63df4c8601f1a5},
-          Case{"foobar", 0x85944171f73967e8}, Case{std::string_view("\0", 1), 0xaf63bd4c8601b7df}})
+          Case{"foobar", 0x85944171f73967e8}, Case{std::string_view("\0", 1), 0xaf63bd4c8601b7df},
+          Case{"\x80", 0xaf643d4c8602915f}, Case{"\xFF", 0xaf64724c8602eb6e},
+          Case{"\xC3\xA9", 0x0ac21707b7181e01}, Case{std::string_view("\xFF\0\0\1", 4), 0x6961196491cc682d}})
         EXPECT_EQ(DigestOf(each.bytes), each.digest) << each.bytes;
     EXPECT_NE(DigestOf("ab"), DigestOf("ba"));
     EXPECT_NE(DigestOf("\xFF"), DigestOf("\x7F"));

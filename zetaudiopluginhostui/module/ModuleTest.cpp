@@ -4,6 +4,7 @@
 
 #include "module/ModuleHandle.h"
 #include "module/ModuleResources.h"
+#include "testing/ThisProgram.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -49,8 +50,11 @@ TEST_F(Module, CanBeInitializedAgainAfterTerminate)
 TEST_F(Module, ItsResourcesAreThoseOfTheModuleThatItsCodeIsIn)
 {
     Initialize();
-    EXPECT_NE(OwnModuleHandle(), nullptr);
+    // In this program the module's code is the program's own.
+    ASSERT_NE(OwnModuleHandle(), nullptr);
+    EXPECT_EQ(OwnModuleHandle(), HandleOfThisProgram());
     EXPECT_EQ(GetModuleResources()->Module(), OwnModuleHandle());
+    EXPECT_FALSE(GetModuleResources()->LoadResource("UnsupportedAudioPlugIns", "xml").empty());
 }
 
 } // namespace

@@ -23,6 +23,16 @@ TEST_F(UnwritableLists, ABannedListThatCannotBeWrittenShowsBothAlertsAndBansForT
     EXPECT_FALSE(banned.IsBanned(plugin));
 }
 
+TEST_F(UnwritableLists, BothAlertsBelongToTheHostsWindow)
+{
+    Start();
+    const zettesting::UnwritableFile heldList(bannedList);
+    WriteMarker(plugin);
+    const HWND parent = reinterpret_cast<HWND>(std::uintptr_t{0x123450});
+    Start(parent);
+    EXPECT_THAT(shown.parents, ElementsAre(parent, parent));
+}
+
 TEST_F(UnwritableLists, WhenNoListCanBeWrittenTheUserIsToldSoOnce)
 {
     const zettesting::UnwritableFile unsupported(unsupportedList);

@@ -1,22 +1,15 @@
 // The scan in the scanner process, as its driver does it.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
-#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
 
 #include "testing/AudioPluginScanFixture.h"
-#include "testing/ScopedFaults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
 
@@ -67,101 +60,6 @@ TEST_F(AudioPluginScanExternalTest, ASaveThatFailsOnlyAtTheEndIsReportedAfterThe
     onSignal = [&] { shown.calls.emplace_back("signal"); };
     Scan({}, true);
     EXPECT_THAT(shown.calls, ElementsAre("show Scanning Audio Plug-Ins", "hide", "signal", Caution()));
-}
-
-TEST_F(AudioPluginScanExternalTest, AnExternalScanThatCannotStartShowsNothingButSavesAndSignals)
-{
-    const auto a = MakeKnownFile("a.so");
-    const auto other = MakeKnownFile("other.so");
-    zettesting::WriteAll(Marker(), "VST|/stale.so|");
-    zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
-    bool savedAtSignal = false;
-    bool markerAtSignal = true;
-    onSignal = [&] {
-        savedAtSignal = IsSaved(other) && !IsSaved(a);
-        markerAtSignal = std::filesystem::exists(Marker());
-    };
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls, IsEmpty());
-    EXPECT_FALSE(IsKnown(a)) << "it is not scanned in this process instead";
-    EXPECT_TRUE(savedAtSignal);
-    EXPECT_FALSE(markerAtSignal);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-    EXPECT_THAT(scan->GetEnd().reason, HasSubstr("There is no scanner program"));
-    EXPECT_EQ(atSignal, scan->GetEnd());
-}
-
-/// Something happens between the first save and the start, which then fails.
-class FailedStart : public AudioPluginScanExternalTest
-{
-  protected:
-    void ScanWith(std::function<void()> betweenSaveAndStart)
-    {
-        zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
-        zetcore::debug::SetTraceSink([&](int, std::string_view, std::string_view text) {
-            if (text.starts_with("Writing trace volume"))
-                betweenSaveAndStart();
-        });
-        zetcore::debug::SetMasterTraceVolume(6);
-        onSignal = [&] {
-            shown.calls.emplace_back("signal");
-            lateIsSaved = IsSaved(late);
-        };
-        Scan({MakeFile("a.so")}, true);
-        EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-    }
-
-    const PluginLocator late = MakeFile("late.so");
-    bool lateIsSaved = false;
-};
-
-TEST_F(FailedStart, IsFollowedByASaveAndThenTheSignal)
-{
-    ScanWith([&] { registry.AddModule(std::make_shared<zetaudiofilterhost::PluginModuleInfo>(late)); });
-    EXPECT_THAT(shown.calls, ElementsAre("signal"));
-    EXPECT_TRUE(lateIsSaved);
-}
-
-TEST_F(FailedStart, TellsOfAFailedSaveAfterTheSignal)
-{
-    ScanWith([&] { MakePrefsUnwritable(); });
-    EXPECT_THAT(shown.calls, ElementsAre("signal", Caution()));
-}
-
-TEST_F(FailedStart, TellsOfAFailedFirstSaveAfterTheSignal)
-{
-    MakePrefsUnwritable();
-    ScanWith([&] { MakePrefsWritable(); });
-    EXPECT_THAT(shown.calls, ElementsAre("signal", Caution()));
-    EXPECT_TRUE(std::filesystem::exists(Saved()));
-}
-
-TEST_F(AudioPluginScanExternalTest, AFailedStartLeavesTheScannerThatItMayHaveStartedAlone)
-{
-    Script(1, {"dead", "wait end"});
-    bool ran = false;
-    zetcore::threads::AsyncCallFromMainThread([&ran] { ran = true; }, 0);
-    Scan({MakeFile("a.so")}, true);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-    EXPECT_THAT(scan->GetEnd().reason, HasSubstr("does not answer at port"));
-    EXPECT_TRUE(ScannersRun());
-    EXPECT_FALSE(ran) << "nothing was to be stopped";
-    Touch("end");
-    EXPECT_TRUE(ScannersEnd());
-}
-
-TEST_F(AudioPluginScanExternalTest, AnOldResultFileThatCannotBeDeletedIsReportedAndNothingIsScanned)
-{
-    const auto a = MakeFile("a.so");
-    const std::wstring settings = PluginModuleInfoManager::GetSettingsFileName();
-    std::filesystem::create_directories(prefs / (settings + L".scan") / "not empty");
-    Scan({a}, true);
-    EXPECT_THAT(shown.calls, ElementsAre(Caution()));
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(Launches(), 0);
-    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::NotStarted);
-    EXPECT_THAT(scan->GetEnd().reason, HasSubstr(".scan"));
 }
 
 TEST_F(AudioPluginScanExternalTest, StartsFromTheSavedRegistryAndPassesTheListsAndFlags)
@@ -361,39 +259,6 @@ TEST_F(AudioPluginScanExternalTest, TheHostMayLetGoOfTheScanInTheMiddleOfIt)
     EXPECT_EQ(changes, 1);
     EXPECT_TRUE(watch.expired());
     EXPECT_TRUE(ScannersEnd());
-}
-
-/// The dialog thinks that the plug-in has been shown for 4 seconds longer than it has.
-class SlowPlugin : public AudioPluginScanExternalTest
-{
-  protected:
-    std::vector<std::string> ExtraTextsOfAPluginThatTakes4Seconds()
-    {
-        const ScopedFaults faults("dialog.patience:1:late=4");
-        Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "wait seen", "ok", Info(none, 1, 1, false)});
-        shown.onInput = [&] {
-            if (shown.extraTexts.size() > 1)
-                Touch("seen");
-            return false;
-        };
-        Scan({a}, true);
-        return shown.extraTexts;
-    }
-
-    const PluginLocator a = MakeFile("a.so");
-};
-
-TEST_F(SlowPlugin, IsShownWithItsSecondsAndTheLimit)
-{
-    const auto texts = ExtraTextsOfAPluginThatTakes4Seconds();
-    EXPECT_EQ(texts.at(0), Path(a));
-    EXPECT_THAT(texts.at(1), ::testing::MatchesRegex(".*a\\.so \\([0-9]+ s, is ended after 60 s\\)"));
-}
-
-TEST_F(SlowPlugin, IsShownWithTheLimitThatIsSet)
-{
-    zetcore::debug::DebugDatabase::Instance().SetEntry("zetaudiofilterscan.EntityTimeoutSeconds", "300.5");
-    EXPECT_THAT(ExtraTextsOfAPluginThatTakes4Seconds(), Contains(HasSubstr("s, is ended after 301 s)")));
 }
 
 } // namespace

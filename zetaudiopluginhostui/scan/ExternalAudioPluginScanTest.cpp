@@ -199,7 +199,7 @@ TEST_F(ExternalScan, ASessionCanBeUsedForOneScanAfterAnother)
         ASSERT_TRUE(Start({a}));
         RunUntilEnd();
         scan->StopScan();
-        EXPECT_THAT(reports, ElementsAre("a.so 0/1", endReport));
+        EXPECT_THAT(reports, ElementsAre(StartsWith("a.so "), endReport));
     }
     EXPECT_TRUE(ScannersEnd());
 }

@@ -1,8 +1,8 @@
 #include "scan/SocketConnection.h"
 
 #include <future>
+#include <thread>
 
-#include <zetcore/filesupport/CommonDirs.h>
 #include <zetmarshal/JsonValue.h>
 #include <zettesting/HostFixture.h>
 

@@ -37,11 +37,12 @@ class CrashRecoveryFixture : public zettesting::HostFixture
     }
 
     /// What a new process starts with, and its start-up check; returns the alerts.
-    std::vector<std::string> Start()
+    std::vector<std::string> Start(HWND parent = nullptr)
     {
         ForgetAll();
         shown.calls.clear();
-        AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr, nullptr);
+        shown.parents.clear();
+        AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr, parent);
         return shown.calls;
     }
 

@@ -93,8 +93,10 @@ std::vector<std::wstring> DialogFixture::VstFolders()
 
 void DialogFixture::MakeDialog()
 {
-    dialog =
-        zetui::utility::MakeIntrusive<PluginManagerDialog>(nullptr, GetModuleResources(), settings, nullptr);
+    const zetui::utility::ResourceManager* resources = GetModuleResources();
+    if (archive)
+        resources = archive.get();
+    dialog = zetui::utility::MakeIntrusive<PluginManagerDialog>(nullptr, resources, settings, nullptr);
 }
 
 void DialogFixture::OpenDialog()
@@ -135,6 +137,13 @@ bool DialogFixture::WaitUntil(const std::function<bool()>& condition)
     return true;
 }
 
+PluginManagerDialog& DialogFixture::TheDialog() const
+{
+    if (!dialog)
+        throw std::runtime_error("there is no dialog");
+    return *dialog;
+}
+
 QWidget& DialogFixture::WidgetOf(const zetui::ui::UI_Node& node)
 {
     auto* const widget = static_cast<QWidget*>(node.NativeWidget());
@@ -145,12 +154,12 @@ QWidget& DialogFixture::WidgetOf(const zetui::ui::UI_Node& node)
 
 QWidget& DialogFixture::Window() const
 {
-    return *WidgetOf(*dialog->GetRootView()).window();
+    return *WidgetOf(*TheDialog().GetRootView()).window();
 }
 
 bool DialogFixture::WereShownForTheDialog(std::size_t count) const
 {
-    const HWND window = dialog->GetNativeWindow();
+    const HWND window = TheDialog().GetNativeWindow();
     return window && shown->parents.size() == count &&
            std::all_of(shown->parents.begin(), shown->parents.end(),
                        [window](const auto& parent) { return parent.Native() == window; });
@@ -235,17 +244,39 @@ DialogFixture::Ptr<DialogFixture::Row> DialogFixture::RowOf(const std::wstring& 
     throw std::runtime_error("no such row");
 }
 
+namespace {
+
+template<typename Control>
+zetui::utility::IntrusivePtr<Control> WidgetIn(zetui::controls::UI_MultiColumnTreeRow& row, int cell)
+{
+    const auto view = row.GetCellView(cell);
+    if (!view)
+        throw std::runtime_error("the row has no such cell");
+    return dynamic_cast<Control*>(view->GetChild(0).get());
+}
+
+} // namespace
+
 DialogFixture::Ptr<zetui::controls::UI_Checkbox> DialogFixture::CheckboxOf(const std::wstring& name) const
 {
-    const auto view = RowOf(name)->GetCellView(kEnabledCell);
-    return dynamic_cast<zetui::controls::UI_Checkbox*>(view->GetChild(0).get());
+    auto checkbox = WidgetIn<zetui::controls::UI_Checkbox>(*RowOf(name), kEnabledCell);
+    if (!checkbox)
+        throw std::runtime_error("the row has no checkbox");
+    return checkbox;
 }
 
 DialogFixture::Ptr<zetui::controls::UI_TextButton>
 DialogFixture::ReloadButtonOf(const std::wstring& name) const
 {
-    const auto view = RowOf(name)->GetCellView(kStatusCell);
-    return dynamic_cast<zetui::controls::UI_TextButton*>(view->GetChild(0).get());
+    auto button = WidgetIn<zetui::controls::UI_TextButton>(*RowOf(name), kStatusCell);
+    if (!button)
+        throw std::runtime_error("the row has no Reload button");
+    return button;
+}
+
+bool DialogFixture::HasReloadButton(const std::wstring& name) const
+{
+    return static_cast<bool>(WidgetIn<zetui::controls::UI_TextButton>(*RowOf(name), kStatusCell));
 }
 
 } // namespace zetaudiopluginhostui

@@ -14,6 +14,7 @@
 
 #include "dialog/PluginManagerDialog.h"
 #include "testing/AnsweringPresentation.h"
+#include "testing/DialogArchive.h"
 
 class QAbstractItemView;
 class QLineEdit;
@@ -46,7 +47,7 @@ class DialogFixture : public zettesting::HostFixture
     void AddManyPlugins(int count);
     static std::vector<std::wstring> VstFolders();
 
-    /// Not yet on the screen.
+    /// Of the module's archive, or of `archive`. Not yet on the screen.
     void MakeDialog();
     void OpenDialog();
     void CloseDialog();
@@ -55,10 +56,13 @@ class DialogFixture : public zettesting::HostFixture
     static void HandleEvents();
     static bool WaitUntil(const std::function<bool()>& condition);
 
+    /// Throws when there is none.
+    PluginManagerDialog& TheDialog() const;
+    /// Throws when there is no such control.
     template<typename T>
     T& Node(const char* id) const
     {
-        auto* const node = dynamic_cast<T*>(dialog->GetNodeForID(id).get());
+        auto* const node = dynamic_cast<T*>(TheDialog().GetNodeForID(id).get());
         if (!node)
             throw std::runtime_error(std::string("no such control: ") + id);
         return *node;
@@ -83,11 +87,14 @@ class DialogFixture : public zettesting::HostFixture
     std::vector<std::wstring> Folders() const;
     /// The row with this name; throws when there is none.
     Ptr<Row> RowOf(const std::wstring& name) const;
+    /// The widgets of the row with this name; throw when it has none.
     Ptr<zetui::controls::UI_Checkbox> CheckboxOf(const std::wstring& name) const;
-    /// Null where there is none.
     Ptr<zetui::controls::UI_TextButton> ReloadButtonOf(const std::wstring& name) const;
+    bool HasReloadButton(const std::wstring& name) const;
 
     AudioPluginManagerSettings settings;
+    /// Null: the module's own archive. Outlives the dialog.
+    std::unique_ptr<DialogArchive> archive;
     zetui::utility::IntrusivePtr<PluginManagerDialog> dialog;
     std::unique_ptr<AnsweringPresentation> shown;
 

@@ -44,6 +44,8 @@ class RecordingConnection : public ScannerConnection
     {
         const std::string method = call.method.substr(call.method.rfind('.') + 1);
         note("send " + method);
+        if (onSend)
+            onSend(method);
         requests.push_back(
             {method, zetmarshal::ToJson(call.arguments), std::move(onResult), std::move(onError)});
     }
@@ -72,6 +74,7 @@ class RecordingConnection : public ScannerConnection
     }
 
     bool answers = true;
+    std::function<void(const std::string& method)> onSend;
     std::function<void()> onClose;
     std::vector<Request> requests;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,17 @@ class ScopedEnvironment
   private:
     std::string name;
     std::optional<std::string> before;
+};
+
+/// While it lives, programs that start take this folder for the system's temporary one: one that is killed,
+/// or that ends at once, leaves nothing anywhere else.
+class ScopedTemporaryFolder
+{
+  public:
+    explicit ScopedTemporaryFolder(const std::filesystem::path& folder);
+
+  private:
+    ScopedEnvironment variable;
 };
 
 } // namespace zettesting

@@ -26,11 +26,14 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginManager
     void CheckForCrashedPluginsAndNotifyUser(const zetui::pixmill::SupplierInterface* supplier, HWND parent);
 
     /// Runs the modal Audio Plug-In Manager, on windows that are made when there are none yet. True only when
-    /// the user confirmed with OK and the saved configuration differs from the file before. Any other end
-    /// loads the configuration from disk again, which takes every change back. The settings are read when the
-    /// dialog opens and written when it closes; null is allowed for supplier and parent. That the
-    /// preferences folder cannot be written is told to the user once, after the dialog. Throws
-    /// `std::runtime_error` where there is no display, and the null-pointer error before `Initialize`.
+    /// the user confirmed with OK and the saved configuration differs from the file before (one that cannot
+    /// be read counts as different). Any other end loads the configuration from disk again, which takes every
+    /// change back; where it cannot be loaded, the registry becomes what it was when the dialog opened. The
+    /// settings are read when the dialog opens and written when it closes; null is allowed for supplier and
+    /// parent. That the preferences folder cannot be written is told to the user once, after the dialog;
+    /// after OK, only the save decides that. Throws `std::runtime_error` where there is no display, the
+    /// null-pointer error before `Initialize`, and whatever else than a `file_exception` leaves a load or
+    /// save (of a host's slot, for example).
     bool DoPluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
                                AudioPluginManagerSettings& settings, HWND parent);
 

@@ -30,7 +30,9 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
 
     /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
-    /// gives one record with `ModuleStatus::NotAPlugin`; its header is read before anything is loaded.
+    /// gives one record with `ModuleStatus::NotAPlugin`, one that may not be read `ModuleStatus::Unreadable`;
+    /// its header is read before anything is loaded. One that is a plug-in by its header and cannot be used
+    /// (it does not load, gives nothing, has no plug-in class) has misbehaved.
     /// A shell's sub-plug-ins have their unique id, in decimal, as sub-component; a locator with a
     /// sub-component gives that one's record only.
     ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);

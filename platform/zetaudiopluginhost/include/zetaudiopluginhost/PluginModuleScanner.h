@@ -15,12 +15,13 @@ namespace zetaudiopluginhost {
 ///
 /// made --BeginScan--> at a plug-in --ContinueScan--> at the next ... nothing left --EndScan--> ended
 ///
-/// Banned and unsupported plug-ins are passed over without being loaded, but count as done like the others,
-/// so that every given locator is reported once. Main thread (in the scanner: its one scanning thread).
+/// Unsupported plug-ins, and banned ones that are not due to be tried again, are passed over without being
+/// loaded, but count as done like the others, so that every given locator is reported once. Main thread (in
+/// the scanner: its one scanning thread).
 class ZETAUDIOPLUGINHOST_API PluginModuleScanner
 {
   public:
-    /// Scans one plug-in that is neither banned nor unsupported. May throw; the exception leaves
+    /// Scans one plug-in that is not passed over. May throw; the exception leaves
     /// `ContinueScan`, which stays at the plug-in.
     using EntityScan = std::function<ScanOutcome(const zetaudiofilterhost::PluginLocator&)>;
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginModuleInfo.h>
 
 namespace zetaudiopluginhost {
@@ -28,11 +29,16 @@ struct ScanOutcome
     /// The records to keep: one for a plain module, one for each sub-plug-in of a shell, or one that says why
     /// there is none. Empty when the module misbehaved.
     std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>> infos;
-    /// True when the module must be banned: it let an exception out, for example. Then `reason` (UTF-8) and
-    /// `phase` say why.
+    /// True when the module must be banned: it let an exception out, or it is one that cannot be used. Then
+    /// `reason` (UTF-8) and `phase` say why.
     bool misbehaved = false;
+    /// Of one that misbehaved: none of its code has run, because the system did not load it. What it lacked
+    /// may be there later.
+    bool couldNotLoad = false;
     std::string reason;
     ScanPhase phase = ScanPhase::None;
+    /// The module's file when the scan of it began.
+    zetaudiofilterhost::ModuleFileStamp stamp{};
 };
 
 struct ScanOptions

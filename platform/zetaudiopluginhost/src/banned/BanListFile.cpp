@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <sstream>
 #include <stdexcept>
 
@@ -55,6 +56,23 @@ bool HasUnknownParts(const pugi::xml_node& node)
             return true;
     }
     return node.first_child() != nullptr;
+}
+
+template<typename Number>
+bool ReadNumber(const pugi::xml_attribute& attribute, Number& number)
+{
+    const std::string_view text = attribute.value();
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !attribute || (error == std::errc() && end == text.data() + text.size());
+}
+
+/// A build that cannot be read is every build: the ban must not end by mistake.
+zetaudiofilterhost::ModuleFileStamp ReadStamp(const pugi::xml_node& node)
+{
+    zetaudiofilterhost::ModuleFileStamp stamp;
+    const bool isRead = ReadNumber(node.attribute("filesize"), stamp.size) &&
+                        ReadNumber(node.attribute("filetime"), stamp.time);
+    return isRead ? stamp : zetaudiofilterhost::ModuleFileStamp();
 }
 
 std::shared_ptr<const pugi::xml_document> CopyOf(const pugi::xml_node& node)
@@ -123,7 +141,7 @@ BanListFile ParseBanList(std::string_view text, const char* rootName)
             continue;
         entry.info.reason = CleanReason(node.attribute("reason").value());
         entry.info.time = node.attribute("time").as_llong();
-        entry.info.stamp = {node.attribute("filesize").as_ullong(), node.attribute("filetime").as_llong()};
+        entry.info.stamp = ReadStamp(node);
         entry.info.couldNotLoad = std::string_view(node.attribute("couldnotload").value()) == "true";
         if (HasUnknownParts(node))
             entry.original = CopyOf(node);

@@ -87,6 +87,19 @@ TEST_F(BannedBuildTest, BuildAndTriesComeBackFromTheFile)
     EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("filesize")));
 }
 
+TEST_F(BannedBuildTest, ABuildThatCannotBeReadIsEveryBuild)
+{
+    for (const char* build : {"filesize=\"99999999999999999999\" filetime=\"1\"", "filesize=\"-1\"",
+                              "filesize=\"1\" filetime=\"soon\"", "couldnotload=\"perhaps\""}) {
+        zettesting::WriteAll(
+            ListPath(),
+            std::string("<bannedplugins version=\"1.0\">\n<plugin locator=\"VST|/plugins/a.so|\" ") + build +
+                "/>\n</bannedplugins>");
+        ASSERT_TRUE(manager.LoadConfiguration(ListFile()));
+        EXPECT_EQ(manager.GetBanInfo(first), BanInfo()) << build;
+    }
+}
+
 TEST_F(BannedBuildTest, AFileOfAnOlderVersionBansEveryBuild)
 {
     zettesting::WriteAll(ListPath(),

@@ -4,7 +4,10 @@
 #include <array>
 #include <cerrno>
 
+#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/filesupport/File.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/Utf.h>
 
 #include "process/NativePath.h"
 
@@ -41,8 +44,13 @@ bool MemoryByteReader::Read(std::uint64_t offset, void* buffer, std::size_t size
     return true;
 }
 
-FileByteReader::FileByteReader(const std::wstring& path)
+FileByteReader::FileByteReader(const std::wstring& filePath) : path(filePath)
 {
+    if (zetcore::debug::FaultsAreOn()) {
+        const std::string title = zetcore::string::UTF16to8(zetcore::filesupport::File(path).GetTitle());
+        if (const std::error_code error = zetcore::debug::FaultError("read." + title))
+            throw zetcore::filesupport::file_exception("read", path, error);
+    }
     // Windows of our own replace the stream's buffer.
     file.rdbuf()->pubsetbuf(nullptr, 0);
     errno = 0;
@@ -61,6 +69,8 @@ bool FileByteReader::FillWindow(std::uint64_t offset)
     file.clear();
     file.seekg(static_cast<std::streamoff>(windowStart));
     file.read(window.data(), static_cast<std::streamsize>(window.size()));
+    if (file.bad())
+        throw zetcore::filesupport::file_exception("read", path, std::make_error_code(std::errc::io_error));
     // A file that became shorter meanwhile gives fewer bytes.
     window.resize(file.gcount() > 0 ? static_cast<std::size_t>(file.gcount()) : 0);
     return !window.empty();

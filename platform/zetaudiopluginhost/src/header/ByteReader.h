@@ -48,7 +48,8 @@ class MemoryByteReader : public ByteReader
 class FileByteReader : public ByteReader
 {
   public:
-    /// Throws `file_exception` when the file cannot be opened. It must be a regular file: others may block.
+    /// Throws `file_exception` when the file cannot be opened, as `Read` does when the system cannot read it.
+    /// It must be a regular file: others may block.
     explicit FileByteReader(const std::wstring& path);
 
     std::uint64_t Size() const override { return size; }
@@ -57,6 +58,7 @@ class FileByteReader : public ByteReader
   private:
     bool FillWindow(std::uint64_t offset);
 
+    std::wstring path;
     std::ifstream file;
     std::uint64_t size = 0;
     std::uint64_t windowStart = 0;

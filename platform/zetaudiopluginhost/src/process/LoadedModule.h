@@ -9,7 +9,14 @@ namespace zetaudiopluginhost {
 class ModuleLoadError : public std::runtime_error
 {
   public:
-    using std::runtime_error::runtime_error;
+    ModuleLoadError(const std::string& message, bool hasCodeRun)
+        : std::runtime_error(message), codeHasRun(hasCodeRun)
+    {}
+    /// The library's own initialisers refused or failed, which some systems tell as an error.
+    bool CodeHasRun() const noexcept { return codeHasRun; }
+
+  private:
+    bool codeHasRun = false;
 };
 
 /// A library loaded into this process. It stays loaded unless `Unload` is called: the code of a module that

@@ -13,7 +13,7 @@ LoadedModule::LoadedModule(const std::wstring& path)
 {
     if (handle == nullptr) {
         const char* message = dlerror();
-        throw ModuleLoadError(message != nullptr ? message : "the system cannot load it");
+        throw ModuleLoadError(message != nullptr ? message : "the system cannot load it", false);
     }
 }
 

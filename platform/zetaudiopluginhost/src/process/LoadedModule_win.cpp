@@ -16,7 +16,8 @@ LoadedModule::LoadedModule(const std::wstring& path)
     const DWORD error = GetLastError();
     SetThreadErrorMode(modeBefore, nullptr);
     if (handle == nullptr)
-        throw ModuleLoadError(std::system_category().message(static_cast<int>(error)));
+        throw ModuleLoadError(std::system_category().message(static_cast<int>(error)),
+                              error == ERROR_DLL_INIT_FAILED || error == ERROR_NOACCESS);
 }
 
 LoadedModule::AnyFunction LoadedModule::FindAddress(const char* name) const

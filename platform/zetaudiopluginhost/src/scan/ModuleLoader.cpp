@@ -64,23 +64,40 @@ std::vector<std::string_view> EntryPoints(TechnologyType technology)
     return {vst2::entryName, vst2::oldEntryName};
 }
 
-/// Empty when the file can be loaded as a plug-in of the technology.
-std::string WhyNotAPlugin(const std::wstring& path, TechnologyType technology)
+/// Why a module is not loaded at all.
+struct Refusal
 {
+    ModuleStatus status = ModuleStatus::NotAPlugin;
+    std::string reason;
+};
+
+/// Nothing when the file can be loaded as a plug-in of the technology.
+std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, TechnologyType technology)
+{
+    const auto notAPlugin = [](std::string reason) {
+        return Refusal{ModuleStatus::NotAPlugin, std::move(reason)};
+    };
     // Anything but a regular file may block whoever opens it.
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(NativePath(path), error);
-    if (!std::filesystem::exists(status))
-        return "the file does not exist";
+    if (status.type() == std::filesystem::file_type::not_found)
+        return notAPlugin("the file does not exist");
+    if (error == std::errc::too_many_symbolic_link_levels)
+        return notAPlugin("a link that leads nowhere");
+    if (error)
+        return Refusal{ModuleStatus::Unreadable, file_exception("read", path, error).what()};
     if (std::filesystem::is_directory(status))
-        return "a folder";
+        return notAPlugin("a folder");
     if (!std::filesystem::is_regular_file(status))
-        return "not a regular file";
+        return notAPlugin("not a regular file");
     try {
         FileByteReader file(path);
-        return WhyNotLoadable(file, NativeModuleTarget(), EntryPoints(technology));
+        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), EntryPoints(technology));
+        return reason.empty() ? std::nullopt : std::optional(notAPlugin(std::move(reason)));
     } catch (const file_exception& exception) {
-        return exception.what();
+        // It may have been deleted since.
+        const bool isGone = exception.Cause() == std::errc::no_such_file_or_directory;
+        return Refusal{isGone ? ModuleStatus::NotAPlugin : ModuleStatus::Unreadable, exception.what()};
     }
 }
 
@@ -124,11 +141,13 @@ class ModuleVisit
             module.emplace(library);
         } catch (const ModuleLoadError& error) {
             state.Restore();
-            return OneRecord(FailureInfo(locator, ModuleStatus::Failed, error.what()));
+            ScanOutcome outcome = Unusable("could not be loaded: " + ReasonText(error.what()));
+            outcome.couldNotLoad = !error.CodeHasRun();
+            return outcome;
         }
         ScanOutcome outcome = Ask(*module);
         state.Restore();
-        if (outcome.misbehaved)
+        if (hasThrown)
             return outcome;
         if (HasNewThreads(threads)) {
             zetcore::debug::TraceLine(4, traceCategory,
@@ -151,12 +170,22 @@ class ModuleVisit
             outcome.infos = locator.GetTechnologyType() == TechnologyType::VST3 ? AskVst3Module(questions)
                                                                                 : AskVst2Module(questions);
         } catch (const PluginUnusable& error) {
-            return OneRecord(FailureInfo(locator, ModuleStatus::Failed, error.what()));
+            return Unusable(ReasonText(error.what()));
+        } catch (const PluginMissing& error) {
+            return OneRecord(FailureInfo(locator, ModuleStatus::NotAPlugin, error.what()));
         } catch (const PluginThrew& exception) {
-            outcome.misbehaved = true;
-            outcome.phase = steps.Phase();
-            outcome.reason = ExceptionReason(exception.what(), outcome.phase);
+            hasThrown = true;
+            return Unusable(ExceptionReason(exception.what(), steps.Phase()));
         }
+        return outcome;
+    }
+
+    ScanOutcome Unusable(const std::string& reason) const
+    {
+        ScanOutcome outcome;
+        outcome.misbehaved = true;
+        outcome.phase = steps.Phase();
+        outcome.reason = reason;
         return outcome;
     }
 
@@ -164,6 +193,8 @@ class ModuleVisit
     const ScanOptions& options;
     ScanSteps& steps;
     std::function<bool()> skipsShell;
+    /// Nothing of it is called any more then.
+    bool hasThrown = false;
 };
 
 } // namespace
@@ -219,12 +250,15 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         files.library = locator.GetPath();
     if (technology != TechnologyType::VST && technology != TechnologyType::VST3)
         files.problem = "a plug-in of a technology that this system does not have";
-    if (files.problem.empty())
-        files.problem = WhyNotAPlugin(files.library, technology);
+    std::optional<Refusal> refusal;
+    if (!files.problem.empty())
+        refusal = {files.isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin, files.problem};
+    else
+        refusal = WhyNotAPlugin(files.library, technology);
 
     ScanOutcome outcome;
-    if (!files.problem.empty()) {
-        outcome = OneRecord(FailureInfo(locator, ModuleStatus::NotAPlugin, files.problem));
+    if (refusal) {
+        outcome = OneRecord(FailureInfo(locator, refusal->status, refusal->reason));
     } else if (const auto description =
                    options.quickEffectScan ? ReadModuleInfo(files.moduleInfo) : std::nullopt) {
         outcome = OneRecord(vst3::MakeVst3Info(locator, *description));
@@ -237,6 +271,7 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         });
         outcome = visit.Run(files.library);
     }
+    outcome.stamp = stamp;
     for (const auto& info : outcome.infos)
         info->SetFileStamp(stamp.size, stamp.time);
     return outcome;

@@ -1,5 +1,3 @@
-#include <zetaudiopluginhost/ModuleLoader.h>
-
 #include <algorithm>
 #include <clocale>
 #include <csignal>
@@ -8,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
-#include <zettesting/HostFixture.h>
-#include <zettesting/TestPlugins.h>
+
+#include "scan/ModuleLoaderFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {
@@ -20,48 +18,8 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
 
-TechnologyType TechnologyOf(const std::filesystem::path& file)
-{
-    return file.extension() == ".vst3" ? TechnologyType::VST3 : TechnologyType::VST;
-}
-
-PluginLocator LocatorOf(const std::filesystem::path& file)
-{
-    return PluginLocator(TechnologyOf(file), zettesting::ToWide(file));
-}
-
-class ModuleLoaderTest : public zettesting::HostFixture
-{
-  protected:
-    ScanOutcome Scan(const std::filesystem::path& file, ScanOptions options = {})
-    {
-        ModuleLoader loader(options, [this](ScanPhase phase) { phases.push_back(phase); });
-        return loader.Scan(LocatorOf(file));
-    }
-    ScanOutcome Scan(const char* plugin, ScanOptions options = {})
-    {
-        return Scan(zettesting::TestPlugin(plugin), options);
-    }
-    static const PluginModuleInfo& Only(const ScanOutcome& outcome)
-    {
-        EXPECT_FALSE(outcome.misbehaved) << outcome.reason;
-        if (outcome.infos.size() != 1)
-            throw std::runtime_error(std::to_string(outcome.infos.size()) + " records");
-        return *outcome.infos.front();
-    }
-    void ExpectStatus(const std::filesystem::path& file, ModuleStatus status, const std::string& reason)
-    {
-        phases.clear();
-        const ScanOutcome outcome = Scan(file);
-        EXPECT_EQ(Only(outcome).GetStatus(), status) << file;
-        EXPECT_THAT(Only(outcome).GetReason(), HasSubstr(reason)) << file;
-        EXPECT_FALSE(Only(outcome).GetName().empty()) << file;
-        EXPECT_EQ(phases.empty(), status == ModuleStatus::NotAPlugin) << file;
-    }
-
-    static constexpr ScanOptions full{false, false};
-    std::vector<ScanPhase> phases;
-};
+class ModuleLoaderTest : public ModuleLoaderFixture
+{};
 
 TEST_F(ModuleLoaderTest, GoodPluginsAreFoundWithWhatTheyTell)
 {
@@ -192,7 +150,8 @@ TEST_F(ModuleLoaderTest, OnePluginOfAShellCanBeScannedAlone)
     EXPECT_EQ(Only(loader.Scan(PluginLocator(TechnologyType::VST, path, L"1366447212"))).GetName(),
               L"Quarry Tilt");
     const ScanOutcome gone = loader.Scan(PluginLocator(TechnologyType::VST, path, L"1"));
-    EXPECT_EQ(Only(gone).GetStatus(), ModuleStatus::Failed);
+    EXPECT_EQ(Only(gone).GetStatus(), ModuleStatus::NotAPlugin);
+    EXPECT_THAT(Only(gone).GetReason(), HasSubstr("does not have this plug-in"));
     EXPECT_EQ(Only(gone).GetLocator().GetSubcomponent(), L"1");
 }
 
@@ -221,47 +180,12 @@ TEST_F(ModuleLoaderTest, AShellThatIsThereAsVst3IsSkippedUnlessToldOtherwise)
     EXPECT_EQ(Only(skipping.Scan(LocatorOf(effect))).GetStatus(), ModuleStatus::Working);
 }
 
-TEST_F(ModuleLoaderTest, FilesThatCannotBePluginsAreNeverLoaded)
-{
-    using namespace zettesting;
-    ExpectStatus(MakeTextModule(folder.Path()), ModuleStatus::NotAPlugin, "a text file");
-    ExpectStatus(MakeEmptyModule(folder.Path()), ModuleStatus::NotAPlugin, "an empty file");
-    ExpectStatus(MakeTruncatedModule(folder.Path()), ModuleStatus::NotAPlugin, "truncated");
-    ExpectStatus(Make32BitModule(folder.Path()), ModuleStatus::NotAPlugin, "32-bit");
-    ExpectStatus(MakeOtherMachineModule(folder.Path()), ModuleStatus::NotAPlugin, "another machine");
-    ExpectStatus(MakeOtherSystemModule(folder.Path()), ModuleStatus::NotAPlugin, "another system");
-    ExpectStatus(TestPlugin("bad/no_entry_point"), ModuleStatus::NotAPlugin, "no plug-in entry point");
-    ExpectStatus(folder / "missing.so", ModuleStatus::NotAPlugin, "does not exist");
-    ExpectStatus(folder.Path(), ModuleStatus::NotAPlugin, "a folder");
-    std::filesystem::create_directories(folder / "empty.vst3" / "Contents");
-    ExpectStatus(folder / "empty.vst3", ModuleStatus::NotAPlugin, "without a library");
-}
-
-TEST_F(ModuleLoaderTest, ATruncatedModuleIsRefusedWhereverItEnds)
-{
-    // The dynamic section stands near the end of what the system loads; debug information may follow.
-    constexpr std::size_t loadedPart = 8192;
-    for (std::size_t bytes = 1; bytes < loadedPart; bytes += 509) {
-        const ScanOutcome outcome = Scan(zettesting::MakeTruncatedModule(folder.Path(), bytes));
-        EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin) << bytes;
-    }
-    EXPECT_THAT(phases, IsEmpty());
-}
-
 TEST_F(ModuleLoaderTest, ATechnologyThatIsNotThereIsNoPlugin)
 {
     ModuleLoader loader({}, {});
     const ScanOutcome outcome = loader.Scan(
         PluginLocator(TechnologyType::AU, zettesting::ToWide(zettesting::TestPlugin("good/vst2_effect"))));
     EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin);
-}
-
-TEST_F(ModuleLoaderTest, PluginsThatGiveNothingHaveFailedAndAreNotBanned)
-{
-    ExpectStatus(zettesting::TestPlugin("bad/returns_null"), ModuleStatus::Failed, "returned nothing");
-    ExpectStatus(zettesting::TestPlugin("bad/wrong_magic"), ModuleStatus::Failed, "no VST plug-in");
-    ExpectStatus(zettesting::TestPlugin("bad/endless_shell"), ModuleStatus::Failed, "never ends its list");
-    ExpectStatus(zettesting::TestPlugin("bad/vst3_null_factory"), ModuleStatus::Failed, "returned nothing");
 }
 
 TEST_F(ModuleLoaderTest, NamesWithoutTerminatorAndInBadEncodingAreShown)
@@ -275,25 +199,6 @@ TEST_F(ModuleLoaderTest, NamesWithoutTerminatorAndInBadEncodingAreShown)
     const ScanOutcome vst3 = Scan("bad/vst3_unterminated_names", full);
     EXPECT_FALSE(Only(vst3).GetName().empty());
     EXPECT_LE(Only(vst3).GetVendor().size(), 64u);
-}
-
-TEST_F(ModuleLoaderTest, AnExceptionIsMisbehaviourWithItsMessageAndPhase)
-{
-    const ScanOutcome outcome = Scan("bad/throws_exception");
-    EXPECT_TRUE(outcome.misbehaved);
-    EXPECT_THAT(outcome.infos, IsEmpty());
-    EXPECT_EQ(outcome.phase, ScanPhase::Entry);
-    EXPECT_EQ(outcome.reason, "threw an exception (the plug-in gave up) in its entry function");
-    EXPECT_THAT(phases, Not(Contains(ScanPhase::Unload)));
-}
-
-TEST_F(ModuleLoaderTest, ThePhaseCallbacksOwnExceptionIsNotThePlugins)
-{
-    ModuleLoader loader({}, [](ScanPhase phase) {
-        if (phase == ScanPhase::Entry)
-            throw std::logic_error("the callback's");
-    });
-    EXPECT_THROW(loader.Scan(LocatorOf(zettesting::TestPlugin("good/vst2_effect"))), std::logic_error);
 }
 
 TEST_F(ModuleLoaderTest, AModuleThatLeavesThreadsRunningStaysLoaded)

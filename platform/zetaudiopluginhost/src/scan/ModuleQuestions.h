@@ -25,7 +25,8 @@ struct ModuleQuestions
     std::function<bool()> skipsShell;
 };
 
-/// Make the module's plug-ins, ask them, and close them. They throw `PluginUnusable` and `PluginThrew`.
+/// Make the module's plug-ins, ask them, and close them. They throw `PluginUnusable`, `PluginMissing` and
+/// `PluginThrew`.
 InfoList AskVst2Module(const ModuleQuestions& questions);
 InfoList AskVst3Module(const ModuleQuestions& questions);
 

@@ -73,10 +73,22 @@ void RefuseUnsupported(const std::wstring& fileName, ScanOutcome& outcome)
     }
 }
 
-void Ban(const PluginLocator& locator, const std::string& reason)
+/// Banned, and nothing has changed that a scan should try it again for.
+bool StaysBanned(const PluginLocator& locator)
+{
+    const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
+    return banned.IsBanned(locator) && !banned.IsDueAgain(locator);
+}
+
+bool IsUnsupportedFile(const PluginLocator& locator)
+{
+    return BannedPluginManager::GetInstance()->IsUnsupportedFile(File(locator.GetPath()).GetTitle());
+}
+
+void Ban(const PluginLocator& locator, const ScanOutcome& outcome)
 {
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    banned.AddBannedPlugin(locator, reason);
+    banned.AddBannedPlugin(locator, BanInfo{outcome.reason, 0, outcome.stamp, outcome.couldNotLoad});
     try {
         banned.SaveConfiguration(File(Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()));
     } catch (const zetcore::filesupport::file_exception& error) {
@@ -92,12 +104,10 @@ void TakeIntoRegistry(const PluginLocator& locator, const ScanOutcome& outcome)
                                                            : registry.Find(locator) != nullptr;
     if (isKnown)
         registry.RemovePluginLocators({locator});
-    for (const auto& info : outcome.infos) {
-        info->SetScannedAlone(!locator.GetSubcomponent().empty());
+    for (const auto& info : outcome.infos)
         registry.AddModule(info);
-    }
     if (outcome.misbehaved)
-        Ban(locator, outcome.reason);
+        Ban(locator, outcome);
 }
 
 } // namespace
@@ -133,14 +143,17 @@ struct PluginModuleScanner::State
 
     ScanOutcome ScanOne(const PluginLocator& locator) const
     {
-        const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-        if (banned.IsBanned(locator))
+        if (StaysBanned(locator))
             return {};
-        const std::wstring fileName = File(locator.GetPath()).GetTitle();
-        if (banned.IsUnsupportedFile(fileName))
-            return RefusedFile(locator);
-        ScanOutcome outcome = entityScan(locator);
-        RefuseUnsupported(fileName, outcome);
+        ScanOutcome outcome;
+        if (IsUnsupportedFile(locator)) {
+            outcome = RefusedFile(locator);
+        } else {
+            outcome = entityScan(locator);
+            RefuseUnsupported(File(locator.GetPath()).GetTitle(), outcome);
+        }
+        for (const auto& info : outcome.infos)
+            info->SetScannedAlone(!locator.GetSubcomponent().empty());
         return outcome;
     }
 };
@@ -198,8 +211,7 @@ bool PluginModuleScanner::WillLoadCurrent() const
     if (!state->isScanning || state->current >= state->locators.size())
         return false;
     const PluginLocator& locator = state->locators[state->current];
-    const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    return !banned.IsBanned(locator) && !banned.IsUnsupportedFile(File(locator.GetPath()).GetTitle());
+    return !StaysBanned(locator) && !IsUnsupportedFile(locator);
 }
 
 bool PluginModuleScanner::ContinueScan()

@@ -1,13 +1,11 @@
-#include <zetaudiopluginhost/PluginModuleScanner.h>
-
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/filesupport/Dir.h>
-#include <zettesting/HostFixture.h>
-#include <zettesting/TestPlugins.h>
+
+#include "scan/PluginModuleScannerFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {
@@ -20,66 +18,8 @@ using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 using zetcore::filesupport::File;
 
-class PluginModuleScannerTest : public zettesting::HostFixture
-{
-  protected:
-    PluginModuleScannerTest() { Reset(); }
-    ~PluginModuleScannerTest() override { Reset(); }
-
-    static void Reset()
-    {
-        BannedPluginManager::GetInstance()->Reset();
-        PluginModuleInfoManager::GetInstance()->Reset();
-    }
-    static PluginLocator Vst2(const char* plugin)
-    {
-        return PluginLocator(TechnologyType::VST, zettesting::ToWide(zettesting::TestPlugin(plugin)));
-    }
-    static std::shared_ptr<PluginModuleInfo> Info(const PluginLocator& locator)
-    {
-        auto info = std::make_shared<PluginModuleInfo>(locator);
-        info->SetName(L"scanned");
-        info->SetUniqueId(L"7");
-        info->SetNumericVersion(2400);
-        return info;
-    }
-    /// Scans all there is; the locators in the order in which they were reported.
-    static std::vector<PluginLocator> RunAll(PluginModuleScanner& scanner)
-    {
-        std::vector<PluginLocator> reported;
-        PluginLocator locator;
-        std::string status;
-        int progress = 0, total = 0;
-        while (scanner.GetCurrentProgressInfo(locator, status, progress, total)) {
-            EXPECT_EQ(progress, static_cast<int>(reported.size()));
-            reported.push_back(locator);
-            if (!scanner.ContinueScan())
-                break;
-        }
-        return reported;
-    }
-    void Unsupported(const std::string& entries)
-    {
-        zettesting::WriteAll(prefs / "list.xml", "<pluginlist>" + entries + "</pluginlist>");
-        ASSERT_TRUE(BannedPluginManager::GetInstance()->LoadStaticConfiguration(
-            File(zettesting::ToWide(prefs / "list.xml"))));
-    }
-    PluginModuleScanner::EntityScan Recording()
-    {
-        return [this](const PluginLocator& locator) {
-            scanned.push_back(locator);
-            ScanOutcome outcome;
-            outcome.infos.push_back(Info(locator));
-            return outcome;
-        };
-    }
-
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    std::vector<PluginLocator> scanned;
-    const PluginLocator first{TechnologyType::VST, L"/plugins/a.so"};
-    const PluginLocator second{TechnologyType::VST, L"/plugins/b.so"};
-    const PluginLocator third{TechnologyType::VST, L"/plugins/c.so", L"42"};
-};
+class PluginModuleScannerTest : public PluginModuleScannerFixture
+{};
 
 TEST_F(PluginModuleScannerTest, EveryLocatorIsReportedOnceInTheGivenOrder)
 {
@@ -143,19 +83,6 @@ TEST_F(PluginModuleScannerTest, NothingIsReportedAfterTheEnd)
     EXPECT_THAT(RunAll(scanner), IsEmpty());
     EXPECT_FALSE(scanner.ContinueScan());
     EXPECT_THAT(scanned, IsEmpty());
-}
-
-TEST_F(PluginModuleScannerTest, BannedPluginsCountAsDoneButAreNotLoaded)
-{
-    BannedPluginManager::GetInstance()->AddBannedPlugin(first, "crashed");
-    BannedPluginManager::GetInstance()->AddBannedPlugin(third.ModuleLocator(), "crashed");
-    PluginModuleScanner scanner({first, second, third}, false, true, false);
-    scanner.SetEntityScan(Recording());
-    scanner.BeginScan();
-    EXPECT_THAT(RunAll(scanner), ElementsAre(first, second, third));
-    EXPECT_THAT(scanned, ElementsAre(second));
-    EXPECT_THAT(scanner.LastOutcome().infos, IsEmpty());
-    EXPECT_EQ(registry.RecordCount(), 1u);
 }
 
 TEST_F(PluginModuleScannerTest, UnsupportedFilesAreRefusedBeforeTheyAreLoaded)
@@ -233,33 +160,15 @@ TEST_F(PluginModuleScannerTest, AnExceptionOfTheEntityScanLeavesItAtThePlugin)
     EXPECT_THAT(RunAll(scanner), ElementsAre(first, second));
 }
 
-TEST_F(PluginModuleScannerTest, AMisbehavingPluginIsBannedWithItsReason)
+TEST_F(PluginModuleScannerTest, ARecordKnowsWhetherItsPluginWasAskedForAlone)
 {
-    const PluginLocator bad = Vst2("bad/throws_exception");
-    const PluginLocator good = Vst2("good/vst2_effect");
-    registry.AddModule(Info(bad));
-    PluginModuleScanner scanner({bad, good}, false, true, false);
+    PluginModuleScanner scanner({third, first}, false, true, true);
+    scanner.SetEntityScan(Recording());
     scanner.BeginScan();
-    RunAll(scanner);
-    scanner.EndScan();
-    EXPECT_THAT(BannedPluginManager::GetInstance()->GetBanInfo(bad)->reason, HasSubstr("gave up"));
-    EXPECT_EQ(registry.Find(bad), nullptr);
-    EXPECT_EQ(registry.Find(good)->GetName(), L"Pebble Delay");
-    BannedPluginManager saved;
-    ASSERT_TRUE(saved.LoadConfiguration(
-        File(zetcore::filesupport::Dir::PrefDir(), BannedPluginManager::GetSettingsFileName())));
-    EXPECT_TRUE(saved.IsBanned(bad));
-}
-
-TEST_F(PluginModuleScannerTest, ABannedListThatCannotBeSavedDoesNotStopTheScan)
-{
-    const PluginLocator bad = Vst2("bad/throws_exception");
-    zettesting::WriteAll(folder / "file", "");
-    zetcore::filesupport::Dir::SetPrefDir(zettesting::ToWide(folder / "file" / "prefs"));
-    PluginModuleScanner scanner({bad}, false, true, false);
-    scanner.BeginScan();
-    EXPECT_FALSE(scanner.ContinueScan());
-    EXPECT_TRUE(BannedPluginManager::GetInstance()->IsBanned(bad));
+    scanner.ContinueScan();
+    EXPECT_TRUE(scanner.LastOutcome().infos.at(0)->IsScannedAlone());
+    scanner.ContinueScan();
+    EXPECT_FALSE(scanner.LastOutcome().infos.at(0)->IsScannedAlone());
 }
 
 TEST_F(PluginModuleScannerTest, AShellsOlderRecordsAreReplaced)

@@ -17,8 +17,15 @@ class PluginThrew : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// A plug-in is one but cannot be used; the message (UTF-8) is the record's reason.
+/// A plug-in is one but cannot be used; the message (UTF-8) is the reason why it is banned.
 class PluginUnusable : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The shell is a good one, but the plug-in that was asked for is not in it (any more).
+class PluginMissing : public std::runtime_error
 {
   public:
     using std::runtime_error::runtime_error;

@@ -85,6 +85,7 @@ InfoPtr RunSubPlugin(const ModuleQuestions& questions, EntryFunction entry, cons
     try {
         effect.emplace(entry);
     } catch (const PluginUnusable& error) {
+        // A ban would be the shell's, whose other plug-ins may be good ones.
         listed->SetStatus(ModuleStatus::Failed);
         listed->SetReason(error.what());
         return listed;
@@ -127,9 +128,10 @@ InfoList AskShell(const ModuleQuestions& questions, EntryFunction entry, Vst2Eff
         infos.push_back(questions.options.quickEffectScan ? listed
                                                           : RunSubPlugin(questions, entry, listed, sub.id));
     }
+    if (subs.empty())
+        throw PluginUnusable("it is a shell without plug-ins");
     if (infos.empty())
-        throw PluginUnusable(subs.empty() ? "it is a shell without plug-ins"
-                                          : "the shell does not have this plug-in any more");
+        throw PluginMissing("the shell does not have this plug-in any more");
     return infos;
 }
 

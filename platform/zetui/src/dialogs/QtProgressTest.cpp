@@ -364,8 +364,13 @@ TEST_F(ProgressInAWindow, PatienceStandsBehindThePath)
     dialog->BeginModal();
     dialog->SetExtraText("/vst/" + std::string(300, 'x') + "/end.so");
     dialog->ModalDuring();
-    EXPECT_TRUE(Extra()->ShownText().endsWith(QStringLiteral("(12 s, is ended after 60 s)")))
+    // The file's name stays, too.
+    EXPECT_TRUE(Extra()->ShownText().endsWith(QStringLiteral("x/end.so (12 s, is ended after 60 s)")))
         << Extra()->ShownText().toStdString();
+    EXPECT_LE(Extra()->fontMetrics().horizontalAdvance(Extra()->ShownText()), Extra()->width());
+    EXPECT_TRUE(Extra()->text().endsWith(QStringLiteral("x/end.so (12 s, is ended after 60 s)")));
+    dialog->SetExtraText("/vst/short.so");
+    EXPECT_EQ(Extra()->ShownText(), QStringLiteral("/vst/short.so"));
     dialog->EndModal();
 }
 

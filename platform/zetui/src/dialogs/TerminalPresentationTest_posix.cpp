@@ -221,7 +221,11 @@ TEST_F(TerminalLine, CtrlCIsNoticedWhileTheMainThreadWaits)
     EXPECT_EQ(presentation->GetCounts().cancelled, 1);
 }
 
-using TerminalLineDeathTest = TerminalLine;
+/// The process that is killed makes its folder in this one's, because its end leaves it behind.
+class TerminalLineDeathTest : public TerminalLine
+{
+    const zettesting::ScopedTemporaryFolder temporary{folder.Path()};
+};
 
 TEST_F(TerminalLineDeathTest, ASecondCtrlCEndsTheProgram)
 {

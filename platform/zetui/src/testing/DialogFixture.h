@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <zetcore/config/Localizer.h>
 #include <zetui/ui/UI_ArchivedDialog.h>
+#include <zetui/utility/OS_ResourceManager.h>
 
 #include "testing/PrintRect.h"
 #include "testing/ThisModule.h"
@@ -22,7 +23,7 @@ namespace zetui::ui {
 class TestDialog : public UI_ArchivedDialog
 {
   public:
-    explicit TestDialog(const utility::OS_ResourceManager& resources, WindowVariant parent = {},
+    explicit TestDialog(const utility::ResourceManager& resources, WindowVariant parent = {},
                         bool resizable = true, const std::string& name = "TestDialog")
         : UI_ArchivedDialog(nullptr, &resources, name, L"Title", parent, resizable, true, {}, {}, false, {})
     {
@@ -35,6 +36,8 @@ class TestDialog : public UI_ArchivedDialog
         UI_ArchivedDialog::UI_SizeChanged(bounds);
         sizes.push_back(bounds);
     }
+
+    using UI_ArchivedDialog::FitToTexts;
 
     QWidget* Window() const { return WidgetOf(GetRootView())->window(); }
     QWidget* Widget(const char* id) const { return WidgetOf(GetNodeForID(id).get()); }

@@ -31,6 +31,7 @@ void UI_ArchivedDialog::ArchivedState::MakeWindow(const std::wstring& title, boo
 
 void UI_ArchivedDialog::ArchivedState::FitToTexts() const
 {
+    NodeAccess::ReturnToArchivedPlaces(root.get());
     const LayoutSize size = MakeRoomForTexts(*root);
     NodeAccess::SetFrameByLayout(root.get(), {0, 0, size.width, size.height});
     const QSize whole(static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)));

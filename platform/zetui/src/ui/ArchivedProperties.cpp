@@ -113,7 +113,7 @@ void ApplyArchivedProperties(const ArchivedNode& archived, UI_Node& node)
 {
     node.UI_SetID(archived.Id());
     const ArchivedNode::Bounds bounds = archived.ReadBounds();
-    node.UI_SetLocalRectF({bounds.left, bounds.top, bounds.width, bounds.height});
+    NodeAccess::PlaceAsArchived(&node, {bounds.left, bounds.top, bounds.width, bounds.height});
     node.UI_SetTooltip(ReadLocalised(archived, "tooltip"));
     bool visible = true;
     archived.ReadBool("visible", visible);

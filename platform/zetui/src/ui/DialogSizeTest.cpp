@@ -134,5 +134,30 @@ TEST_F(DialogSizeClassic, ItGrowsForItsTextsInAnyLanguage)
     EXPECT_GT(german->UI_GetGlobalStructureRect().width, english->UI_GetGlobalStructureRect().width);
 }
 
+TEST_F(DialogSizeClassic, AHiddenControlGetsNoRoomForItsTextAndShownAgainItDoes)
+{
+    zetcore::config::Localizer::Get().LoadTableFromText(
+        "\"$$$/Test/Dialog/Check\"=\"A text that needs far more room than the archive has given it\"\n",
+        "test");
+    const auto dialog = MakeIntrusive<TestDialog>(resources);
+    const auto check = dialog->GetNodeForID("Check");
+    const auto framesOf = [&] {
+        std::vector<UI_Node::RectF> frames{dialog->GetRootView()->UI_GetLocalRectF(true)};
+        for (const char* const id :
+             {"Check", "Field", "Strip", "List", "Buttons", "OKButton", "CancelButton"})
+            frames.push_back(dialog->GetNodeForID(id)->UI_GetLocalRectF(true));
+        return frames;
+    };
+    const auto shown = framesOf();
+    check->UI_Hide(true);
+    dialog->FitToTexts();
+    EXPECT_LT(dialog->UI_GetGlobalStructureRect().width, static_cast<int>(shown.front().width) - 50);
+    EXPECT_LT(check->UI_GetLocalRectF(true).width, shown[1].width - 50) << "its archived width";
+    check->UI_Show(true);
+    dialog->FitToTexts();
+    EXPECT_EQ(framesOf(), shown);
+    ExpectNothingCutNorOverlapping(*dialog->GetRootView());
+}
+
 } // namespace
 } // namespace zetui::ui

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 
 #include <QVariant>
@@ -85,6 +86,26 @@ void NodeAccess::SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame)
                          std::max(0, WholePixels(frame.top + frame.height) - top));
     widget->setGeometry(state.pixels);
     ReportSize(node);
+}
+
+void NodeAccess::PlaceAsArchived(UI_Node* node, const UI_Node::RectF& frame)
+{
+    node->node->archivedFrame = frame;
+    node->UI_SetLocalRectF(frame);
+}
+
+void NodeAccess::ReturnToArchivedPlaces(UI_SubView* view)
+{
+    if (const std::optional<UI_Node::RectF>& frame = view->node->archivedFrame) {
+        SetFrameByLayout(view, *frame);
+        SetLaidOutSize(view, {frame->width, frame->height});
+    }
+    for (const auto& child : view->view->children) {
+        if (auto* const inner = dynamic_cast<UI_SubView*>(child.get()))
+            ReturnToArchivedPlaces(inner);
+        else if (const std::optional<UI_Node::RectF>& frame = child->node->archivedFrame)
+            SetFrameByLayout(child.get(), *frame);
+    }
 }
 
 std::vector<LayoutChild> NodeAccess::LayoutChildrenOf(const UI_SubView* view)

@@ -49,6 +49,11 @@ struct NodeAccess
     /// The widget has been moved by a layout of its own: nothing that the automatic layout must remember.
     static void SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame);
 
+    /// Places the node as its layout archive says, and remembers the place.
+    static void PlaceAsArchived(UI_Node* node, const UI_Node::RectF& frame);
+    /// Places the view and all nodes below it where their archive placed them.
+    static void ReturnToArchivedPlaces(UI_SubView* view);
+
     /// The children's frames and constraints, in order.
     static std::vector<LayoutChild> LayoutChildrenOf(const UI_SubView* view);
     /// The children have been placed by somebody else: the automatic layout starts from their places.

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <QObject>
@@ -39,6 +40,8 @@ struct UI_Node::NodeState
     RectF frame;
     QRect pixels;
     RectF reportedSize;
+    /// Where its layout archive places it; without one, empty.
+    std::optional<RectF> archivedFrame;
     bool shown = true;
     std::wstring tooltip;
     std::function<QSizeF()> neededSize;

@@ -18,7 +18,7 @@ constexpr float comfortableMargin = 24;
 /// One direction of an item, before and after.
 struct Segment
 {
-    float start, length, needed;
+    float start, length, needed, mostMargin;
     /// In the other direction, to tell what stands in the same row or column.
     float crossStart, crossEnd;
     float newStart = 0, newLength = 0;
@@ -62,7 +62,7 @@ float Spread(std::vector<Segment>& segments, float viewLength, bool growEvenly)
         // Growing about its middle uses up the margin on either side.
         const float margin = viewLength - item.End() - (growEvenly ? growth / 2 : 0);
         if (item.NewEnd() > item.End())
-            neededLength = std::max(neededLength, item.NewEnd() + Margin(margin));
+            neededLength = std::max(neededLength, item.NewEnd() + Margin(std::min(margin, item.mostMargin)));
     }
     return neededLength;
 }
@@ -72,13 +72,15 @@ float Spread(std::vector<Segment>& segments, float viewLength, bool growEvenly)
 Room MakeRoom(const std::vector<RoomItem>& items, LayoutSize view)
 {
     std::vector<Segment> across, down;
-    for (const auto& [frame, needed] : items)
-        across.push_back({frame.left, frame.width, needed.width, frame.top, frame.top + frame.height});
+    for (const auto& [frame, needed, margin] : items)
+        across.push_back(
+            {frame.left, frame.width, needed.width, margin.width, frame.top, frame.top + frame.height});
     Room room;
     room.size.width = Spread(across, view.width, false);
     for (std::size_t i = 0; i < items.size(); ++i) {
-        const auto& [frame, needed] = items[i];
-        down.push_back({frame.top, frame.height, needed.height, across[i].newStart, across[i].NewEnd()});
+        const auto& [frame, needed, margin] = items[i];
+        down.push_back(
+            {frame.top, frame.height, needed.height, margin.height, across[i].newStart, across[i].NewEnd()});
     }
     room.size.height = Spread(down, view.height, true);
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -95,13 +97,17 @@ LayoutSize MakeRoomForTexts(UI_SubView& view)
     for (std::size_t i = 0; i < children.size(); ++i) {
         UI_Node* const child = view.GetChild(i).get();
         LayoutSize needed;
-        if (NodeAccess::HasNeededSize(child)) {
+        if (!child->UI_IsShown()) {
+            // Nobody reads it; it keeps its place, and nothing moves for it.
+        } else if (NodeAccess::HasNeededSize(child)) {
             const QSizeF text = NodeAccess::NeededSize(child);
             needed = {static_cast<float>(text.width()), static_cast<float>(text.height())};
         } else if (auto* const inner = dynamic_cast<UI_SubView*>(child)) {
             needed = MakeRoomForTexts(*inner);
         }
-        items.push_back({children[i].frame, needed});
+        const RectF& frame = children[i].frame;
+        items.push_back(
+            {frame, needed, {own.width - frame.left - frame.width, own.height - frame.top - frame.height}});
     }
     Room room = MakeRoom(items, size);
     if (room.size != size) {

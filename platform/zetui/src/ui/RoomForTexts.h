@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include <zetcore/geom/RectT.h>
@@ -14,6 +15,8 @@ struct RoomItem
     zetcore::geom::RectT<float> frame;
     /// What it must have at least; 0 where any length will do.
     LayoutSize needed;
+    /// To the right and below: the view keeps no more than this behind it.
+    LayoutSize margin{std::numeric_limits<float>::infinity(), std::numeric_limits<float>::infinity()};
 };
 
 struct Room
@@ -30,7 +33,7 @@ Room MakeRoom(const std::vector<RoomItem>& items, LayoutSize view);
 
 /// Makes room for the texts of a whole tree of nodes, from the leaves up: the frames of all nodes below the
 /// view change, and the size that the view itself needs is returned. What sticks to a side of a view that
-/// must grow goes with that side.
+/// must grow goes with that side. A node that is hidden gets no room for its text.
 LayoutSize MakeRoomForTexts(UI_SubView& view);
 
 } // namespace zetui::ui

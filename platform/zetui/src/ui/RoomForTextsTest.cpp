@@ -90,6 +90,13 @@ TEST(MakeRoom, WhatSticksOutAlreadyStaysWhenItFits)
     EXPECT_EQ(room.size.width, 100);
 }
 
+TEST(MakeRoom, AViewKeepsNoMoreBehindAnItemThanTheItemSays)
+{
+    EXPECT_EQ(MakeRoom({{{0, 0, 40, 20}, {90, 0}}}, {100, 20}).size.width, 114);
+    EXPECT_EQ(MakeRoom({{{0, 0, 40, 20}, {98, 0}, {5, 5}}}, {100, 20}).size.width, 103);
+    EXPECT_EQ(MakeRoom({{{0, 0, 40, 20}, {0, 30}, {0, 2}}}, {40, 30}).size.height, 32);
+}
+
 TEST(MakeRoom, AnEmptyViewKeepsItsSize)
 {
     const Room room = MakeRoom({}, {100, 20});

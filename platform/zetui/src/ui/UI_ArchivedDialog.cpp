@@ -51,11 +51,11 @@ std::string ResourceNameOf(std::string archiveName)
     return skins::IsRunningV7OrBeyond() ? archiveName + ".V7" : archiveName;
 }
 
-utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::OS_ResourceManager* resources,
+utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::ResourceManager* resources,
                                            const std::string& archiveName, const NodeFactory& factory)
 {
     if (!resources)
-        zetcore::utility::DoThrowNullPtrException("OS_ResourceManager");
+        zetcore::utility::DoThrowNullPtrException("ResourceManager");
     const std::string name = ResourceNameOf(archiveName);
     const std::vector<unsigned char> bytes = resources->LoadResource(name, "xml");
     if (bytes.empty())
@@ -67,7 +67,7 @@ utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::OS_ResourceManager* re
 } // namespace
 
 UI_ArchivedDialog::UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
-                                     const utility::OS_ResourceManager* resources,
+                                     const utility::ResourceManager* resources,
                                      const std::string& archiveName, const std::wstring& title,
                                      WindowVariant parent, bool resizable, bool hasTitleBar, PointF origin,
                                      NodeFactory factory, bool modeless, DialogFlags)
@@ -138,6 +138,12 @@ void UI_ArchivedDialog::SetCancelButton(const utility::IntrusivePtr<controls::UI
 {
     archived->cancelButton = button;
     CloseWhenPressed(button, dialogs::UI_DialogViewContainer::kCancel);
+}
+
+void UI_ArchivedDialog::FitToTexts()
+{
+    if (archived->window)
+        archived->FitToTexts();
 }
 
 void UI_ArchivedDialog::CloseWhenPressed(const utility::IntrusivePtr<controls::UI_TextButton>& button,

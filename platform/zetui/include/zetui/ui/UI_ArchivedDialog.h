@@ -13,7 +13,7 @@
 #include <zetui/ui/UI_SubView.h>
 #include <zetui/ui/WindowVariant.h>
 #include <zetui/utility/IntrusivePtr.h>
-#include <zetui/utility/OS_ResourceManager.h>
+#include <zetui/utility/ResourceManager.h>
 
 namespace zetui::ui {
 
@@ -35,10 +35,10 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
     /// `resizable`, `hasTitleBar`; `origin` (0, 0) centres it on the parent; `modeless` windows do not block.
     /// The resource manager and the supplier are not owned. Throws `archive_error` for an archive that is
     /// missing or malformed.
-    UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
-                      const utility::OS_ResourceManager* resources, const std::string& archiveName,
-                      const std::wstring& title, WindowVariant parent, bool resizable, bool hasTitleBar,
-                      PointF origin, NodeFactory factory, bool modeless, DialogFlags flags);
+    UI_ArchivedDialog(const pixmill::SupplierInterface* supplier, const utility::ResourceManager* resources,
+                      const std::string& archiveName, const std::wstring& title, WindowVariant parent,
+                      bool resizable, bool hasTitleBar, PointF origin, NodeFactory factory, bool modeless,
+                      DialogFlags flags);
 
     /// Null when there is no such node.
     utility::IntrusivePtr<UI_Node> GetNodeForID(const std::string& id) const;
@@ -75,6 +75,10 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
 
   protected:
     ~UI_ArchivedDialog() override;
+    /// Gives every node its archived place, the texts of those that show the room that they need, and the
+    /// window the size for it. The constructor has done it; a dialog that then hides controls or shows others
+    /// does it again before it places anything itself.
+    void FitToTexts();
 
   private:
     void CloseWhenPressed(const utility::IntrusivePtr<controls::UI_TextButton>& button, Response response);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <zetui/Export.h>
+#include <zetui/utility/ResourceManager.h>
 
 namespace zetui::utility {
 
@@ -22,15 +23,14 @@ struct EmbeddedResource
 };
 
 /// The resources of one module, by name and type. Any thread.
-class ZETUI_API OS_ResourceManager
+class ZETUI_API OS_ResourceManager : public ResourceManager
 {
   public:
     explicit OS_ResourceManager(ModuleHandle module);
-    ~OS_ResourceManager();
+    ~OS_ResourceManager() override;
 
     ModuleHandle Module() const noexcept { return module; }
-    /// The resource's bytes, unchanged; empty when there is none of that name and type.
-    std::vector<unsigned char> LoadResource(const std::string& name, const std::string& type) const;
+    std::vector<unsigned char> LoadResource(const std::string& name, const std::string& type) const override;
 
   private:
     ModuleHandle module;

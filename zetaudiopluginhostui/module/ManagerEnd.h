@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include <zetui/dialogs/Response.h>
+
+namespace zetaudiopluginhostui {
+
+/// What came of the registry when the manager's window had closed.
+struct ManagerEnd
+{
+    /// The configuration was saved, and its file has another content than before. A content that cannot be
+    /// read counts as another, so that the host misses nothing.
+    bool hasChanged = false;
+    /// False when the preferences folder does not let the configuration be saved, or be loaded again.
+    bool isAccessible = true;
+};
+
+/// Saves the registry after OK, and then tells its listeners; any other response takes back what the dialog
+/// has changed: from the file, or from `copy`, the registry's text when the dialog opened, where the file
+/// cannot be loaded. Exceptions that are no `file_exception` pass. Main thread.
+ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response, const std::string& copy);
+
+} // namespace zetaudiopluginhostui

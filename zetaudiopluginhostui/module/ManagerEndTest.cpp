@@ -1,0 +1,65 @@
+#include "module/ManagerEnd.h"
+
+#include <memory>
+
+#include <gmock/gmock.h>
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zettesting/HostFixture.h>
+
+#include "module/PreferenceFiles.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiofilterhost::TechnologyType;
+
+class ManagerEndTest : public zettesting::HostFixture
+{
+  protected:
+    ManagerEndTest()
+    {
+        registry.Reset();
+        registry.AddModule(std::make_shared<PluginModuleInfo>(plugin));
+        registry.SaveConfiguration(ConfigurationFile(), true);
+        copy = registry.ToText();
+    }
+    ~ManagerEndTest() override { registry.Reset(); }
+
+    bool IsEnabled() const { return registry.Find(plugin) && registry.Find(plugin)->IsEnabled(); }
+
+    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+    const PluginLocator plugin{TechnologyType::VST, L"/plugins/one.so"};
+    std::string copy;
+};
+
+TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
+{
+    int changes = 0;
+    const zetcore::signals::ScopedConnection connection =
+        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+    for (const int response : {-1, 0, 2, 3, 1000}) {
+        registry.Find(plugin)->SetEnabled(false);
+        const ManagerEnd end = EndManagerRun(response, copy);
+        EXPECT_FALSE(end.hasChanged) << response;
+        EXPECT_TRUE(end.isAccessible) << response;
+        EXPECT_TRUE(IsEnabled()) << response;
+    }
+    EXPECT_EQ(changes, 0);
+    registry.Find(plugin)->SetEnabled(false);
+    EXPECT_TRUE(EndManagerRun(1, copy).hasChanged);
+    EXPECT_FALSE(IsEnabled());
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ManagerEndTest, AFileThatAnotherProgramHasTakenAwayLeavesTheDefaultFolders)
+{
+    ConfigurationFile().Delete();
+    EXPECT_TRUE(EndManagerRun(0, copy).isAccessible);
+    EXPECT_EQ(registry.RecordCount(), 0u) << "the registry equals what is on the disk";
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,49 @@
+// What the user sees while one plug-in takes long in the scanner process.
+#include <zetaudiopluginhostui/AudioPluginScan.h>
+
+#include <zetcore/debug/DebugDatabase.h>
+
+#include "testing/AudioPluginScanFixture.h"
+#include "testing/ScopedFaults.h"
+
+namespace zetaudiopluginhostui {
+namespace {
+
+using ::testing::Contains;
+using ::testing::HasSubstr;
+
+/// The dialog thinks that the plug-in has been shown for 4 seconds longer than it has.
+class SlowPlugin : public AudioPluginScanFixture
+{
+  protected:
+    std::vector<std::string> ExtraTextsOfAPluginThatTakes4Seconds()
+    {
+        const ScopedFaults faults("dialog.patience:1:late=4");
+        Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "wait seen", "ok", Info(none, 1, 1, false)});
+        shown.onInput = [&] {
+            if (shown.extraTexts.size() > 1)
+                Touch("seen");
+            return false;
+        };
+        Scan({a}, true);
+        return shown.extraTexts;
+    }
+
+    const PluginLocator a = MakeFile("a.so");
+};
+
+TEST_F(SlowPlugin, IsShownWithItsSecondsAndTheLimit)
+{
+    const auto texts = ExtraTextsOfAPluginThatTakes4Seconds();
+    EXPECT_EQ(texts.at(0), Path(a));
+    EXPECT_THAT(texts.at(1), ::testing::MatchesRegex(".*a\\.so \\([0-9]+ s, is ended after 60 s\\)"));
+}
+
+TEST_F(SlowPlugin, IsShownWithTheLimitThatIsSet)
+{
+    zetcore::debug::DebugDatabase::Instance().SetEntry("zetaudiofilterscan.EntityTimeoutSeconds", "300.5");
+    EXPECT_THAT(ExtraTextsOfAPluginThatTakes4Seconds(), Contains(HasSubstr("s, is ended after 301 s)")));
+}
+
+} // namespace
+} // namespace zetaudiopluginhostui

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <zetui/utility/ResourceManager.h>
+
+namespace zetaudiopluginhostui {
+
+/// A layout archive of the manager dialog as a host's designer may have changed it: begins as the module's
+/// own, of the skin that is in use. Nodes are told by their ids; throws `std::runtime_error` where there is
+/// none of the id.
+class DialogArchive : public zetui::utility::ResourceManager
+{
+  public:
+    DialogArchive();
+    ~DialogArchive() override;
+
+    /// With all below it.
+    void Remove(const std::string& id);
+    void Rename(const std::string& id, const std::string& newId);
+    /// What the node is made of: by its adapter, unless the dialog makes a node of the class name.
+    void SetClass(const std::string& id, const std::string& adapter, const std::string& className);
+    void SetText(const std::string& id, const std::string& text);
+    void SetVisible(const std::string& id, bool visible);
+
+    std::vector<unsigned char> LoadResource(const std::string& name, const std::string& type) const override;
+
+  private:
+    struct Document;
+    std::unique_ptr<Document> document;
+};
+
+} // namespace zetaudiopluginhostui
