@@ -107,6 +107,17 @@ void NoteTriedAgain(const HostSession& session, const std::vector<PluginLocator>
     }
 }
 
+void SayWhyItDidNotStart(const std::string& reason)
+{
+    const ScannerProgramState state = LookAtScannerProgram();
+    const std::string program = ForTerminal(ScannerProgramPath());
+    // The scan knows more about a program that can be started.
+    if (state != ScannerProgramState::Startable || reason.empty())
+        Say(DescribeFailedStart(state, ScannerProgramPath()));
+    else
+        Say(reason.find(program) == std::string::npos ? reason + ": " + program : reason);
+}
+
 } // namespace
 
 ScanReport RunScan(HostSession& session, const std::vector<PluginLocator>& modules, bool useSeparateProcess,
@@ -151,8 +162,7 @@ void SayWhatIsMissing(const ScanReport& report)
 {
     if (report.Ended(ScanEnd::How::NotStarted)) {
         Say("the scanner process could not be started; nothing was scanned");
-        Say(report.end.reason.empty() ? DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath())
-                                      : report.end.reason);
+        SayWhyItDidNotStart(report.end.reason);
     } else if (report.Ended(ScanEnd::How::GaveUp)) {
         Say("the scanner process failed again and again without getting on; not everything was scanned "
             "(ZET_TRACE=volume=1 tells why)");
@@ -173,13 +183,12 @@ ExitStatus StatusOf(const HostSession& session, const ScanReport& report)
         return ExitStatus::Cancelled;
     if (report.IsComplete())
         return session.Status();
-    // The scanner has done its work when nothing but the preferences folder kept its results away.
+    // A scanner that came to its end has done its work. Results without a record could not be handed over.
     const auto& unreached = report.changes.unreached;
     const bool scannerIsWell = report.Ended(ScanEnd::How::Done) &&
                                std::all_of(unreached.begin(), unreached.end(),
                                            [](const auto& plugin) { return plugin.reason.empty(); });
-    return scannerIsWell && session.Status() == ExitStatus::NotSaved ? ExitStatus::NotSaved
-                                                                     : ExitStatus::ScannerNotStarted;
+    return scannerIsWell ? ExitStatus::NotSaved : ExitStatus::ScannerNotStarted;
 }
 
 } // namespace zetaudiopluginmanager
