@@ -37,7 +37,11 @@ struct ScanSummary
     int exitStatus = -1;
     long long scanned = -1;
     long long found = -1;
-    std::vector<std::string> banned;
+    /// The paths.
+    std::vector<std::string> added, updated, removed, banned, triedAgain, unreadable, unreached;
+    /// Of all of these, by path.
+    std::map<std::string, std::string> reasons;
+    std::string end, reason;
     double seconds = -1;
     std::string messages;
 };

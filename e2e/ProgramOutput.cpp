@@ -24,6 +24,19 @@ std::set<std::string> KeysOf(const boost::json::object& object)
     return keys;
 }
 
+void ReadPlugins(const boost::json::array& array, std::vector<std::string>& paths,
+                 std::map<std::string, std::string>& reasons)
+{
+    for (const boost::json::value& value : array) {
+        const boost::json::object& object = value.as_object();
+        EXPECT_NE(Text(object, "name"), "");
+        EXPECT_TRUE(object.at("technology").is_string() && object.at("subcomponent").is_string());
+        paths.push_back(Text(object, "path"));
+        if (object.contains("reason"))
+            reasons[paths.back()] = Text(object, "reason");
+    }
+}
+
 } // namespace
 
 // `boost::json::parse` is strict: it also refuses invalid UTF-8 and anything behind the value.
@@ -73,11 +86,21 @@ ScanSummary ReadScanSummary(const zettesting::ChildResult& result)
     EXPECT_FALSE(result.outputHeldOpen);
     const boost::json::value value = boost::json::parse(result.output);
     const boost::json::object& object = value.as_object();
-    EXPECT_EQ(KeysOf(object), (std::set<std::string>{"scanned", "found", "banned", "seconds"}));
+    const std::pair<const char*, std::vector<std::string>*> arrays[] = {
+        {"added", &summary.added},           {"updated", &summary.updated},
+        {"removed", &summary.removed},       {"banned", &summary.banned},
+        {"triedAgain", &summary.triedAgain}, {"unreadable", &summary.unreadable},
+        {"unreached", &summary.unreached}};
+    std::set<std::string> keys{"scanned", "found", "end", "reason", "seconds"};
+    for (const auto& [name, paths] : arrays) {
+        keys.insert(name);
+        ReadPlugins(object.at(name).as_array(), *paths, summary.reasons);
+    }
+    EXPECT_EQ(KeysOf(object), keys);
     summary.scanned = object.at("scanned").to_number<long long>();
     summary.found = object.at("found").to_number<long long>();
-    for (const boost::json::value& path : object.at("banned").as_array())
-        summary.banned.emplace_back(path.as_string());
+    summary.end = Text(object, "end");
+    summary.reason = Text(object, "reason");
     summary.seconds = object.at("seconds").to_number<double>();
     return summary;
 }

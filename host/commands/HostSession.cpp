@@ -80,6 +80,31 @@ HostSession::HostSession(Surface surface, bool onlyProblems)
       banned(BannedPluginManager::GetInstance())
 {
     CheckAtStart();
+    PutBackAtStart();
+    scans = std::make_unique<ScanWatch>(*registry, *banned, ScanActions());
+}
+
+ScanWatch::Actions HostSession::ScanActions()
+{
+    return {[this] { WriteRegistry(); }, [this] { SaveBannedList(); },
+            [this](const ScanWatch::Result& result) {
+                // In the terminal, the command that has scanned tells it.
+                if (surroundings.windows)
+                    scanNote.Tell(result);
+            }};
+}
+
+void HostSession::PutBackAtStart()
+{
+    const std::size_t count = registry->PutBackUnreached().size();
+    if (count == 0)
+        return;
+    WriteRegistry();
+    if (surroundings.windows)
+        TellOfInterruptedScan(count);
+    else
+        Say("a scan was interrupted before it reached " + std::to_string(count) +
+            (count == 1 ? " plug-in, which is" : " plug-ins, which are") + " in the list again as before");
 }
 
 void HostSession::CheckAtStart()
@@ -129,10 +154,15 @@ void HostSession::Save(const std::function<void()>& save)
 
 void HostSession::SaveRegistry()
 {
+    WriteRegistry();
+    registry->GetPluginInfosChangedSignal()();
+}
+
+void HostSession::WriteRegistry()
+{
     Save([this] {
         registry->SaveConfiguration(PreferencesFile(PluginModuleInfoManager::GetSettingsFileName()), true);
     });
-    registry->GetPluginInfosChangedSignal()();
 }
 
 void HostSession::SaveBannedList()

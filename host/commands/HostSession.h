@@ -13,6 +13,8 @@
 
 #include "commands/CautionCounter.h"
 #include "commands/ExitStatus.h"
+#include "commands/ScanNote.h"
+#include "commands/ScanWatch.h"
 
 namespace zetaudiopluginmanager {
 
@@ -41,8 +43,10 @@ class HostSession
   public:
     /// Starts as every host does: initialises the module and lets it load the lists and the registry and
     /// act on what a crash has left. Without a registry file, the default folders are set and saved. What a
-    /// damaged file was about is said, and the program goes on without it. Throws `file_exception` when an
-    /// existing file cannot be read, and `no_display` when there is none to open windows on.
+    /// damaged file was about is said, and the program goes on without it. What an interrupted scan has left
+    /// aside is put back, which is said too. In windows, what a scan has come to is told when it is over.
+    /// Throws `file_exception` when an existing file cannot be read, and `no_display` when there is none to
+    /// open windows on.
     /// `quiet`: the terminal shows alerts only.
     explicit HostSession(Surface surface, bool quiet = false);
     HostSession(const HostSession&) = delete;
@@ -51,6 +55,8 @@ class HostSession
     zetaudiofilterhost::PluginModuleInfoManager& Registry() const noexcept { return *registry; }
     zetaudiopluginhost::BannedPluginManager& Banned() const noexcept { return *banned; }
     bool IsQuiet() const noexcept { return quiet; }
+    /// What scans have come to since the start.
+    const ScanWatch& Scans() const noexcept { return *scans; }
     /// What the terminal has shown; nothing when there are windows.
     zetui::dialogs::TerminalPresentation::Counts Shown() const;
 
@@ -81,6 +87,10 @@ class HostSession
     };
 
     void CheckAtStart();
+    /// What an interrupted scan has left aside.
+    void PutBackAtStart();
+    void WriteRegistry();
+    ScanWatch::Actions ScanActions();
     /// Told to the user so far, wherever.
     int Cautions() const;
 
@@ -91,6 +101,8 @@ class HostSession
     bool notSaved = false;
     /// Of the check at the start, which are not about what the command does.
     int cautionsAtStart = 0;
+    ScanNoteTeller scanNote;
+    std::unique_ptr<ScanWatch> scans;
 };
 
 } // namespace zetaudiopluginmanager

@@ -16,6 +16,8 @@ namespace zetaudiopluginmanager {
 
 namespace {
 
+using zetaudiopluginhostui::ScanEnd;
+
 std::string DecimalText(double value)
 {
     std::array<char, 64> digits;
@@ -60,6 +62,41 @@ boost::json::value TimeText(std::chrono::seconds sinceEpoch)
     return boost::json::string(text.str());
 }
 
+boost::json::object PluginObject(const ChangedPlugin& plugin, bool withReason)
+{
+    boost::json::object object{
+        {"technology", ForJson(zetaudiofilterhost::TechnologyName(plugin.locator.GetTechnologyType()))},
+        {"path", PathForJson(plugin.locator.GetPath())},
+        {"subcomponent", PathForJson(plugin.locator.GetSubcomponent())},
+        {"name", ForJson(plugin.name)}};
+    if (withReason)
+        object["reason"] = ForJson(plugin.reason);
+    return object;
+}
+
+boost::json::array PluginArray(const std::vector<ChangedPlugin>& plugins, bool withReasons)
+{
+    boost::json::array array;
+    for (const ChangedPlugin& plugin : plugins)
+        array.push_back(PluginObject(plugin, withReasons));
+    return array;
+}
+
+boost::json::string_view EndWord(ScanEnd::How how)
+{
+    switch (how) {
+    case ScanEnd::How::Cancelled:
+        return "cancelled";
+    case ScanEnd::How::NotStarted:
+        return "notstarted";
+    case ScanEnd::How::GaveUp:
+        return "gaveup";
+    case ScanEnd::How::Done:
+        break;
+    }
+    return "done";
+}
+
 } // namespace
 
 std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
@@ -92,11 +129,24 @@ std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
 
 std::string FormatScanReportAsJson(const ScanReport& report)
 {
-    boost::json::array banned;
-    for (const ScanReport::Entry& entry : report.banned)
-        banned.emplace_back(PathForJson(entry.path));
-    const boost::json::object object{
-        {"scanned", report.scanned}, {"found", report.found}, {"banned", std::move(banned)}};
+    boost::json::array triedAgain;
+    for (const ScanReport::TriedAgain& tried : report.triedAgain) {
+        boost::json::object object = PluginObject(tried.plugin, tried.isStillBanned);
+        object["isStillBanned"] = tried.isStillBanned;
+        triedAgain.push_back(std::move(object));
+    }
+    const ScanChanges& changes = report.changes;
+    const boost::json::object object{{"scanned", report.scanned},
+                                     {"found", report.found},
+                                     {"added", PluginArray(changes.added, false)},
+                                     {"updated", PluginArray(changes.updated, false)},
+                                     {"removed", PluginArray(changes.removed, false)},
+                                     {"banned", PluginArray(changes.banned, true)},
+                                     {"triedAgain", std::move(triedAgain)},
+                                     {"unreadable", PluginArray(changes.unreadable, true)},
+                                     {"unreached", PluginArray(changes.unreached, true)},
+                                     {"end", EndWord(report.end.how)},
+                                     {"reason", ForJson(report.end.reason)}};
     std::string text = boost::json::serialize(object);
     // The library writes 1.25E0, which is right but nothing to read.
     text.back() = ',';

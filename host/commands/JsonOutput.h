@@ -15,7 +15,10 @@ namespace zetaudiopluginmanager {
 /// null when unknown.
 std::string FormatRowsAsJson(const std::vector<PluginRow>& rows);
 
-/// One object: scanned, found, banned (array of paths), seconds.
+/// One object: scanned, found, the arrays added, updated, removed, banned, triedAgain, unreadable and
+/// unreached, end ("done", "cancelled", "notstarted" or "gaveup"), reason (of the end), seconds. The arrays'
+/// objects have technology (empty for a folder), path, subcomponent and name; those of banned, triedAgain,
+/// unreadable and unreached reason, too, and those of triedAgain isStillBanned.
 std::string FormatScanReportAsJson(const ScanReport& report);
 
 } // namespace zetaudiopluginmanager

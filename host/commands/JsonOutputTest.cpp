@@ -112,19 +112,59 @@ TEST(JsonOutput, AnyUnitsMakeValidJson)
     EXPECT_NE(path.find("%uDCFF"), std::string::npos);
 }
 
+ChangedPlugin Plugin(const std::wstring& name, const std::string& reason = {})
+{
+    return {PluginLocator(TechnologyType::VST3, L"/" + name, L"sub"), name, reason};
+}
+
 TEST(JsonOutput, TheScanIsOneObject)
 {
     ScanReport report;
     report.scanned = 12;
     report.found = 9;
-    report.banned = {{L"/a.so", "why"}, {L"/b.vst3", ""}};
+    report.changes.banned = {Plugin(L"a", "why")};
+    report.changes.unreadable = {{{TechnologyType::None, L"/folder"}, L"/folder", "no"}};
     report.seconds = 1.25;
-    EXPECT_EQ(FormatScanReportAsJson(report),
-              R"({"scanned":12,"found":9,"banned":["/a.so","/b.vst3"],"seconds":1.250000})"
-              "\n");
+    report.end = {zetaudiopluginhostui::ScanEnd::How::GaveUp, "again"};
+    EXPECT_EQ(
+        FormatScanReportAsJson(report),
+        R"({"scanned":12,"found":9,"added":[],"updated":[],"removed":[],"banned":[{"technology":"VST3",)"
+        R"("path":"/a","subcomponent":"sub","name":"a","reason":"why"}],"triedAgain":[],)"
+        R"("unreadable":[{"technology":"","path":"/folder","subcomponent":"","name":"/folder",)"
+        R"("reason":"no"}],"unreached":[],"end":"gaveup","reason":"again","seconds":1.250000})"
+        "\n");
     const auto value = boost::json::parse(FormatScanReportAsJson(ScanReport{}));
     EXPECT_EQ(value.as_object().at("banned"), boost::json::array());
+    EXPECT_EQ(value.as_object().at("end"), "done");
     EXPECT_TRUE(value.as_object().at("seconds").is_double());
+}
+
+TEST(JsonOutput, EachArrayOfTheScanHasItsPlugins)
+{
+    ScanReport report;
+    report.changes.added = {Plugin(L"added")};
+    report.changes.updated = {Plugin(L"updated")};
+    report.changes.removed = {Plugin(L"removed")};
+    report.changes.banned = {Plugin(L"banned", "1")};
+    report.changes.unreadable = {Plugin(L"unreadable", "2")};
+    report.changes.unreached = {Plugin(L"unreached", "3")};
+    report.triedAgain = {{Plugin(L"triedAgain", "4"), true}, {Plugin(L"other"), false}};
+    using zetaudiopluginhostui::ScanEnd;
+    const std::pair<ScanEnd::How, const char*> ends[] = {{ScanEnd::How::Cancelled, "cancelled"},
+                                                         {ScanEnd::How::NotStarted, "notstarted"}};
+    for (const auto& [how, word] : ends) {
+        report.end.how = how;
+        const auto value = boost::json::parse(FormatScanReportAsJson(report));
+        EXPECT_EQ(value.as_object().at("end"), word);
+        for (const char* name :
+             {"added", "updated", "removed", "banned", "triedAgain", "unreadable", "unreached"})
+            EXPECT_EQ(value.as_object().at(name).as_array()[0].as_object().at("name"), name);
+        for (const char* name : {"banned", "triedAgain", "unreadable", "unreached"})
+            EXPECT_NE(value.as_object().at(name).as_array()[0].as_object().at("reason"), "") << name;
+        const auto& tried = value.as_object().at("triedAgain").as_array();
+        EXPECT_EQ(tried[0].as_object().at("isStillBanned"), true);
+        EXPECT_EQ(tried[1].as_object().at("isStillBanned"), false);
+    }
 }
 
 } // namespace

@@ -6,13 +6,13 @@
 #include "commands/PluginFile.h"
 #include "commands/ScanCommand.h"
 #include "commands/ScanRun.h"
-#include "commands/ScannerProgram.h"
 
 namespace zetaudiopluginmanager {
 
 namespace {
 
 using zetaudiofilterhost::PluginLocator;
+using zetaudiopluginhostui::ScanEnd;
 
 /// The banned plug-ins of one module: itself, or sub-components of it.
 std::vector<PluginLocator> BannedOfModule(const HostSession& session, const PluginLocator& module)
@@ -23,9 +23,9 @@ std::vector<PluginLocator> BannedOfModule(const HostSession& session, const Plug
     return locators;
 }
 
-/// Nothing when the scanner process could not be started.
-std::optional<ScanReport> Reload(HostSession& session, const PluginLocator& module)
+ScanReport Reload(HostSession& session, const PluginLocator& module)
 {
+    const RegistrySnapshot before = session.Scans().Now();
     for (const PluginLocator& locator : BannedOfModule(session, module))
         session.Banned().RemoveBannedPlugin(locator);
     session.SaveBannedList();
@@ -34,14 +34,20 @@ std::optional<ScanReport> Reload(HostSession& session, const PluginLocator& modu
     session.Registry().CollectPotentialPlugins(true, vanished);
     // One that lies in no registered folder counts as vanished too, but its file can be scanned.
     const bool gone = std::find(vanished.begin(), vanished.end(), module) != vanished.end() &&
-                      !PathExists(module.GetPath());
+                      session.Registry().IsFileGone(module);
     if (!gone)
-        return RunScan(session, {module}, true);
+        return RunScan(session, {module}, true, before);
     session.Registry().RemovePluginLocators({module});
     session.SaveRegistry();
     ScanReport report;
-    report.gone = 1;
+    report.changes = before.ChangesTo(session.Scans().Now(), {module}, {});
     return report;
+}
+
+void SayWhatIsBannedAgain(const std::vector<PluginLocator>& plugins)
+{
+    for (const PluginLocator& locator : plugins)
+        Say("not scanned, and therefore still banned: " + ForTerminal(locator.GetPath()));
 }
 
 std::vector<PluginLocator> WithoutDoubles(std::vector<PluginLocator> modules)
@@ -86,23 +92,21 @@ ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, 
         Say("no plug-in is banned");
 
     ScanReport report;
-    ExitStatus status = ExitStatus::Done;
-    for (const PluginLocator& module : *named) {
-        if (const auto outcome = Reload(session, module)) {
-            report.Add(*outcome);
-        } else {
-            Say("the scanner process could not be started; not scanned: " + ForTerminal(module.GetPath()));
-            Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));
-            status = ExitStatus::ScannerNotStarted;
-        }
-        if (report.cancelled)
+    for (auto module = named->begin(); module != named->end(); ++module) {
+        const ScanReport outcome = Reload(session, *module);
+        report.Add(outcome);
+        if (outcome.IsComplete() && !outcome.Ended(ScanEnd::How::Cancelled))
+            continue;
+        SayWhatIsBannedAgain(session.Scans().Last().bannedAgain);
+        // The others would fare no better.
+        if (outcome.Ended(ScanEnd::How::Cancelled) || outcome.Ended(ScanEnd::How::NotStarted)) {
+            SayWhatIsBannedAgain({module + 1, named->end()});
             break;
+        }
     }
     output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()});
     SayWhatIsMissing(report);
-    if (!report.IsComplete())
-        status = ExitStatus::ScannerNotStarted;
-    return report.cancelled ? ExitStatus::Cancelled : Worse(status, session.Status());
+    return StatusOf(session, report);
 }
 
 } // namespace zetaudiopluginmanager

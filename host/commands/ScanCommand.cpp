@@ -7,7 +7,6 @@
 #include "commands/JsonOutput.h"
 #include "commands/PluginFile.h"
 #include "commands/ScanRun.h"
-#include "commands/ScannerProgram.h"
 
 namespace zetaudiopluginmanager {
 
@@ -46,9 +45,10 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
                 Say("nothing in this folder looks like a plug-in: " + shown);
         }
         for (const PluginLocator& each : found) {
-            if (session.Banned().IsBanned(each))
+            if (session.Banned().IsBanned(each) && !session.Banned().IsDueAgain(each))
                 Say("banned, and therefore not scanned ('reload' scans it): " + ForTerminal(each.GetPath()));
-            modules.push_back(each);
+            else
+                modules.push_back(each);
         }
     }
     return allThere ? std::optional(std::move(modules)) : std::nullopt;
@@ -58,8 +58,10 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
 
 ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std::ostream& output)
 {
-    std::vector<PluginLocator> modules, vanished;
+    const RegistrySnapshot before = session.Scans().Now();
+    std::vector<PluginLocator> modules;
     if (options.files.empty()) {
+        std::vector<PluginLocator> vanished;
         modules = session.Registry().CollectPotentialPlugins(!options.rescan, vanished);
         session.Registry().RemovePluginLocators(vanished);
     } else if (auto named = ModulesToScan(session, options.files)) {
@@ -67,23 +69,11 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
     } else {
         return ExitStatus::WrongUsage;
     }
-
-    const std::optional<ScanReport> outcome = RunScan(session, modules, !options.inProcess);
-    ScanReport report = outcome.value_or(ScanReport{});
-    report.gone = vanished.size();
-    if (options.json)
-        output << FormatScanReportAsJson(report);
-    else if (outcome)
-        output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()});
-    if (!outcome) {
-        Say("the scanner process could not be started; nothing was scanned");
-        Say(DescribeFailedStart(LookAtScannerProgram(), ScannerProgramPath()));
-        return ExitStatus::ScannerNotStarted;
-    }
+    const ScanReport report = RunScan(session, modules, !options.inProcess, before);
+    output << (options.json ? FormatScanReportAsJson(report)
+                            : FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()}));
     SayWhatIsMissing(report);
-    if (report.cancelled)
-        return ExitStatus::Cancelled;
-    return report.IsComplete() ? session.Status() : ExitStatus::ScannerNotStarted;
+    return StatusOf(session, report);
 }
 
 } // namespace zetaudiopluginmanager

@@ -4,9 +4,13 @@
 #include <string>
 #include <vector>
 
+#include <zetaudiopluginhostui/ScanEnd.h>
+
+#include "commands/ScanChanges.h"
+
 namespace zetaudiopluginmanager {
 
-/// What came of one scan.
+/// What came of one scan, or of several.
 struct ScanReport
 {
     struct Entry
@@ -17,26 +21,31 @@ struct ScanReport
 
         friend bool operator==(const Entry&, const Entry&) = default;
     };
+    /// A banned plug-in that the scan has tried again.
+    struct TriedAgain
+    {
+        ChangedPlugin plugin;
+        bool isStillBanned = false;
+
+        friend bool operator==(const TriedAgain&, const TriedAgain&) = default;
+    };
 
     /// Plug-in files that the scan has dealt with, banned ones included.
     std::size_t scanned = 0;
     /// Plug-ins that work; a shell counts once for each that it holds.
     std::size_t found = 0;
-    /// Known before, and gone since.
-    std::size_t gone = 0;
-    /// Banned by this scan.
-    std::vector<Entry> banned;
     /// Files that load but gave no plug-in.
     std::vector<Entry> failed;
     double seconds = 0;
-    bool cancelled = false;
-    /// The scanner process kept failing, and the scan ended before everything was scanned.
-    bool gaveUp = false;
-    /// The scanner process could not load these, through no fault of theirs; the next scan tries them again.
-    std::vector<Entry> notScanned;
+    /// How it ended; of several, the worst.
+    zetaudiopluginhostui::ScanEnd end;
+    /// Its banned ones are those that this scan has banned, again or for the first time.
+    ScanChanges changes;
+    std::vector<TriedAgain> triedAgain;
 
+    bool Ended(zetaudiopluginhostui::ScanEnd::How how) const noexcept { return end.how == how; }
     /// False when the scanner process kept some plug-ins from being scanned.
-    bool IsComplete() const noexcept { return !gaveUp && notScanned.empty(); }
+    bool IsComplete() const noexcept;
 
     void Add(const ScanReport& other);
     friend bool operator==(const ScanReport&, const ScanReport&) = default;
@@ -49,7 +58,8 @@ struct ReportStyle
     bool onlyProblems = false;
 };
 
-/// The summary for people; several lines, valid UTF-8 that a terminal shows as it is.
+/// The summary for people, and a last paragraph with what has changed in the list of plug-ins; several lines,
+/// valid UTF-8 that a terminal shows as it is.
 std::string FormatScanReport(const ScanReport& report, const ReportStyle& style);
 
 } // namespace zetaudiopluginmanager

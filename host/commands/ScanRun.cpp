@@ -11,6 +11,7 @@
 
 #include "commands/Console.h"
 #include "commands/DisplayText.h"
+#include "commands/ScannerProgram.h"
 
 namespace zetaudiopluginmanager {
 
@@ -27,24 +28,19 @@ std::vector<PluginLocator> BannedLocators(const HostSession& session)
     return {session.Banned().BannedBegin(), session.Banned().BannedEnd()};
 }
 
+/// Of a module that the scan has reached.
 void CountModule(const HostSession& session, const PluginLocator& module, ScanReport& report)
 {
-    bool wasScanned = false;
+    ++report.scanned;
     for (const auto& record : session.Registry().FindModule(module)) {
-        const ModuleStatus status = record->GetStatus();
-        wasScanned = wasScanned || status != ModuleStatus::Unscanned;
-        if (status == ModuleStatus::Working)
+        if (record->GetStatus() == ModuleStatus::Working)
             ++report.found;
-        else if (status == ModuleStatus::Failed)
+        else if (record->GetStatus() == ModuleStatus::Failed)
             report.failed.push_back({module.GetPath(), record->GetReason()});
-        else if (status == ModuleStatus::Unscanned)
-            report.notScanned.push_back({module.GetPath(), record->GetReason()});
     }
-    report.scanned += wasScanned ? 1 : 0;
 }
 
-/// False when it gave up before everything was scanned.
-bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
+ScanEnd Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
 {
     std::optional<OutputDiversion> diversion;
     if (!useSeparateProcess)
@@ -52,13 +48,14 @@ bool Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
     const auto scan = std::make_shared<AudioPluginScan>(nullptr);
     scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
                          AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
-    return scan->GetEnd().how != ScanEnd::How::GaveUp;
+    return scan->GetEnd();
 }
 
 /// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
-/// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third.
-bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>& modules,
-                          const std::vector<PluginLocator>& bannedBefore)
+/// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third. Their bans
+/// are lifted here.
+std::vector<PluginLocator> TakeUnexplained(HostSession& session, const std::vector<PluginLocator>& modules,
+                                           const RegistrySnapshot& before)
 {
     const std::vector<PluginLocator> bannedNow = BannedLocators(session);
     std::vector<PluginLocator> unexplained;
@@ -66,75 +63,132 @@ bool ScanUnexplainedAgain(HostSession& session, const std::vector<PluginLocator>
         const auto info = session.Banned().GetBanInfo(locator);
         // Another host's bans may have come in, too.
         const bool isOurs = std::find(modules.begin(), modules.end(), locator) != modules.end() &&
-                            !std::binary_search(bannedBefore.begin(), bannedBefore.end(), locator);
+                            !before.Bans().contains(locator);
         if (isOurs && info && info->reason.empty())
             unexplained.push_back(locator);
     }
-    if (unexplained.empty())
-        return true;
     for (const PluginLocator& locator : unexplained) {
         Say("the scanner ended and left no reason; scanned again: " + ForTerminal(locator.GetPath()));
         session.Banned().RemoveBannedPlugin(locator);
     }
-    session.SaveBannedList();
-    return Scan(unexplained, true);
+    if (!unexplained.empty())
+        session.SaveBannedList();
+    return unexplained;
+}
+
+/// The bans that the scan will try again.
+std::vector<PluginLocator> BansToTryAgain(const HostSession& session,
+                                          const std::vector<PluginLocator>& modules)
+{
+    const std::set<PluginLocator> scanned(modules.begin(), modules.end());
+    std::vector<PluginLocator> due = BannedLocators(session);
+    std::erase_if(due, [&](const PluginLocator& locator) {
+        return (!scanned.contains(locator) && !scanned.contains(locator.ModuleLocator())) ||
+               !session.Banned().IsDueAgain(locator);
+    });
+    return due;
+}
+
+/// What became of them; those of a scan that did not come to its end may not have been tried.
+void NoteTriedAgain(const HostSession& session, const std::vector<PluginLocator>& due, ScanReport& report)
+{
+    for (const PluginLocator& locator : due) {
+        const auto ban = session.Banned().GetBanInfo(locator);
+        auto& banned = report.changes.banned;
+        const bool isNoted = std::any_of(banned.begin(), banned.end(), [&locator](const auto& plugin) {
+            return plugin.locator == locator;
+        });
+        if (ban && !isNoted && !report.Ended(ScanEnd::How::Done))
+            continue;
+        const ChangedPlugin plugin = session.Scans().Now().Named(locator, ban ? ban->reason : std::string());
+        if (ban && !isNoted)
+            banned.push_back(plugin);
+        report.triedAgain.push_back({plugin, ban.has_value()});
+    }
+}
+
+void SayWhyItDidNotStart(const std::string& reason)
+{
+    const ScannerProgramState state = LookAtScannerProgram();
+    const std::string program = ForTerminal(ScannerProgramPath());
+    // The scan knows more about a program that can be started.
+    if (state != ScannerProgramState::Startable || reason.empty())
+        Say(DescribeFailedStart(state, ScannerProgramPath()));
+    else
+        Say(reason.find(program) == std::string::npos ? reason + ": " + program : reason);
 }
 
 } // namespace
 
-std::optional<ScanReport> RunScan(HostSession& session, const std::vector<PluginLocator>& modules,
-                                  bool useSeparateProcess)
+ScanReport RunScan(HostSession& session, const std::vector<PluginLocator>& modules, bool useSeparateProcess,
+                   const RegistrySnapshot& before)
 {
-    const std::vector<PluginLocator> bannedBefore = BannedLocators(session);
-    const auto shownBefore = session.Shown();
+    const int cautionsBefore = session.Shown().cautions;
+    const std::vector<PluginLocator> due = BansToTryAgain(session, modules);
     const auto start = std::chrono::steady_clock::now();
 
-    bool complete = Scan(modules, useSeparateProcess);
-    // Where nothing can be saved, a reason could not be left either.
-    const bool wentWell = complete && session.Shown().cancelled == shownBefore.cancelled &&
-                          session.Shown().cautions == shownBefore.cautions;
-    if (useSeparateProcess && wentWell)
-        complete = ScanUnexplainedAgain(session, modules, bannedBefore);
-
     ScanReport report;
-    report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    if (session.Shown().progressDialogs == shownBefore.progressDialogs)
-        return std::nullopt;
-    report.gaveUp = !complete;
-    report.cancelled = session.Shown().cancelled > shownBefore.cancelled;
-
-    // The scan took these modules out of the registry first: what has a record now has been scanned.
-    const std::vector<PluginLocator> bannedNow = BannedLocators(session);
-    std::vector<PluginLocator> newlyBanned;
-    std::set_difference(bannedNow.begin(), bannedNow.end(), bannedBefore.begin(), bannedBefore.end(),
-                        std::back_inserter(newlyBanned));
-    std::set<PluginLocator> bannedModules;
-    for (const PluginLocator& locator : newlyBanned) {
-        bannedModules.insert(locator.ModuleLocator());
-        const auto info = session.Banned().GetBanInfo(locator);
-        report.banned.push_back({locator.GetPath(), info ? info->reason : std::string()});
+    report.end = Scan(modules, useSeparateProcess);
+    std::vector<ChangedPlugin> unreached = session.Scans().Last().changes.unreached;
+    // Where nothing can be saved, a reason could not be left either.
+    const bool wentWell = report.Ended(ScanEnd::How::Done) && session.Shown().cautions == cautionsBefore;
+    if (useSeparateProcess && wentWell) {
+        const std::vector<PluginLocator> again = TakeUnexplained(session, modules, before);
+        if (!again.empty()) {
+            report.end = Scan(again, true);
+            std::ranges::copy(session.Scans().Last().changes.unreached, std::back_inserter(unreached));
+        }
     }
+    report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+
+    std::set<PluginLocator> leftOut;
+    for (const ChangedPlugin& plugin : unreached)
+        leftOut.insert(plugin.locator);
+    report.changes = before.ChangesTo(session.Scans().Now(), modules, std::move(unreached));
+    NoteTriedAgain(session, due, report);
+    std::set<PluginLocator> bannedModules;
+    for (const ChangedPlugin& plugin : report.changes.banned)
+        bannedModules.insert(plugin.locator.ModuleLocator());
     for (const PluginLocator& module : std::set<PluginLocator>(modules.begin(), modules.end())) {
         if (bannedModules.contains(module))
             ++report.scanned;
-        else if (!session.Banned().IsBanned(module))
+        else if (!session.Banned().IsBanned(module) && !leftOut.contains(module))
             CountModule(session, module, report);
     }
-    if (!newlyBanned.empty())
-        session.SaveBannedList();
     return report;
 }
 
 void SayWhatIsMissing(const ScanReport& report)
 {
-    if (report.gaveUp)
+    if (report.Ended(ScanEnd::How::NotStarted)) {
+        Say("the scanner process could not be started; nothing was scanned");
+        SayWhyItDidNotStart(report.end.reason);
+    } else if (report.Ended(ScanEnd::How::GaveUp)) {
         Say("the scanner process failed again and again without getting on; not everything was scanned "
             "(ZET_TRACE=volume=1 tells why)");
-    for (const ScanReport::Entry& entry : report.notScanned) {
-        Say("not scanned, the next scan tries it again: " + ForTerminal(entry.path));
-        for (const std::string& line : LinesForTerminal(entry.reason))
+        Say(report.end.reason);
+    }
+    if (!report.Ended(ScanEnd::How::Done))
+        return;
+    for (const ChangedPlugin& plugin : report.changes.unreached) {
+        Say("not scanned, the next scan tries it again: " + ForTerminal(plugin.locator.GetPath()));
+        for (const std::string& line : LinesForTerminal(plugin.reason))
             Say("    " + line);
     }
+}
+
+ExitStatus StatusOf(const HostSession& session, const ScanReport& report)
+{
+    if (report.Ended(ScanEnd::How::Cancelled))
+        return ExitStatus::Cancelled;
+    if (report.IsComplete())
+        return session.Status();
+    // A scanner that came to its end has done its work. Results without a record could not be handed over.
+    const auto& unreached = report.changes.unreached;
+    const bool scannerIsWell = report.Ended(ScanEnd::How::Done) &&
+                               std::all_of(unreached.begin(), unreached.end(),
+                                           [](const auto& plugin) { return plugin.reason.empty(); });
+    return scannerIsWell ? ExitStatus::NotSaved : ExitStatus::ScannerNotStarted;
 }
 
 } // namespace zetaudiopluginmanager

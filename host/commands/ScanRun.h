@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
@@ -10,13 +9,14 @@
 
 namespace zetaudiopluginmanager {
 
-/// Scans exactly these modules and says what came of it; nothing when the scanner process could not be
-/// started. Saves the banned list when it has changed. Main thread.
-std::optional<ScanReport> RunScan(HostSession& session,
-                                  const std::vector<zetaudiofilterhost::PluginLocator>& modules,
-                                  bool useSeparateProcess);
+/// Scans exactly these modules and says what came of it since `before`. Main thread.
+ScanReport RunScan(HostSession& session, const std::vector<zetaudiofilterhost::PluginLocator>& modules,
+                   bool useSeparateProcess, const RegistrySnapshot& before);
 
 /// Why the report is not complete, if it is not.
 void SayWhatIsMissing(const ScanReport& report);
+
+/// What the report is for the exit status; the session's own status where it is complete.
+ExitStatus StatusOf(const HostSession& session, const ScanReport& report);
 
 } // namespace zetaudiopluginmanager

@@ -75,7 +75,17 @@ TEST(AnswerCheck, keeps_what_a_plugin_that_misbehaved_did)
     EXPECT_TRUE(outcome.misbehaved);
     EXPECT_EQ(outcome.phase, ScanPhase::Close);
     EXPECT_EQ(outcome.reason, "threw");
+    EXPECT_FALSE(outcome.couldNotLoad);
     EXPECT_TRUE(outcome.infos.empty());
+}
+
+TEST(AnswerCheck, believes_that_one_could_not_be_loaded_only_of_one_that_misbehaved)
+{
+    EntityAnswer answer = AnswerWith({});
+    answer.couldNotLoad = true;
+    EXPECT_FALSE(ReadOutcome(answer, shell).couldNotLoad);
+    answer.misbehaved = true;
+    EXPECT_TRUE(ReadOutcome(answer, shell).couldNotLoad);
 }
 
 } // namespace

@@ -2,8 +2,9 @@
 
 #include <QImage>
 #include <QPainter>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <zetcore/utility/NullPtrException.h>
+#include <zetui/pixmill/Path.h>
 #include <zetui/pixmill/Pixmill.h>
 
 #include "testing/DialogFixture.h"
@@ -66,6 +67,32 @@ TEST_F(BoxViewInTheV7Skin, IsOutlinedOnWholePixelsInTheColourOfTables)
 {
     ExpectOutline(Draw(*view), ToQt(zetui::skins::design::GetTableColor(zetui::ui::GetDefaultThemeProvider(),
                                                                         0, 2, false, {})));
+}
+
+/// Keeps what was last made with it.
+struct KeepingSupplier : zetui::pixmill::SupplierInterface
+{
+    zetui::pixmill::PathP CreatePath() const override { return path = SupplierInterface::CreatePath(); }
+    zetui::pixmill::PenP CreatePen(const zetui::pixmill::Color& color, float width) const override
+    {
+        return pen = SupplierInterface::CreatePen(color, width);
+    }
+    mutable zetui::pixmill::PathP path;
+    mutable zetui::pixmill::PenP pen;
+};
+
+TEST_F(BoxViewInTheClassicSkin, ItsLineRunsThroughTheMiddlesOfItsOutermostPixels)
+{
+    const KeepingSupplier supplier;
+    Draw(*view, &supplier);
+    ASSERT_TRUE(supplier.path && supplier.pen);
+    EXPECT_EQ(supplier.pen->width, 1);
+    EXPECT_EQ(supplier.pen->color, zetui::ui::GetColor(324));
+    using Segment = zetui::pixmill::Path::Segment;
+    EXPECT_THAT(supplier.path->Segments(),
+                ::testing::UnorderedElementsAre(
+                    Segment{0.5F, 29.5F, 0.5F, 0.5F}, Segment{0.5F, 0.5F, 39.5F, 0.5F},
+                    Segment{39.5F, 0.5F, 39.5F, 29.5F}, Segment{39.5F, 29.5F, 0.5F, 29.5F}));
 }
 
 struct WithoutPaths : zetui::pixmill::SupplierInterface

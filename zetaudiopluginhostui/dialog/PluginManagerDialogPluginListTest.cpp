@@ -273,5 +273,18 @@ TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)
     EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(*ReloadButtonOf(L"bad.so")));
 }
 
+TEST_F(PluginListView, SelectingARowAloneLeavesTheFocusWhereItIs)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    OpenDialog();
+    WidgetOf(PluginList()).setFocus();
+    PluginList().SelectCell(RowOf(L"Two").get(), 1);
+    PluginList().SelectCell(RowOf(L"One").get(), -1);
+    HandleEvents();
+    ASSERT_EQ(PluginList().GetSelectedCellOfSelectedRow(), -1);
+    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(PluginList()));
+}
+
 } // namespace
 } // namespace zetaudiopluginhostui

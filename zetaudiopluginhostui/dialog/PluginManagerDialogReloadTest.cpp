@@ -242,8 +242,9 @@ TEST_F(DialogReload, OnlyTheFileThatIsGoneLeavesTheRegistryWhichIsSavedWithTheOt
 TEST_F(DialogReload, AnotherTechnologysPluginOfTheSamePathHasNoPartInIt)
 {
     // Its folder cannot be reached, so nobody knows whether the plug-in is gone.
-    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/nowhere"});
-    const std::wstring path = L"/nowhere/one.vst3";
+    const std::filesystem::path offline = folder / "offline";
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({ToWide(offline)});
+    const std::wstring path = ToWide(offline / "one.vst3");
     TheRegistry().AddModule(std::make_shared<zetaudiofilterhost::PluginModuleInfo>(
         PluginLocator(zetaudiofilterhost::TechnologyType::VST3, path)));
     Ban(path);

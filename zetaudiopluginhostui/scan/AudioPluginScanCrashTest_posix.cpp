@@ -3,10 +3,13 @@
 // system.
 #include <csignal>
 
+#include <unistd.h>
+
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
 
+#include "scan/ScanMarker.h"
 #include "testing/AudioPluginScanFixture.h"
 #include "testing/ScopedFaults.h"
 
@@ -133,6 +136,24 @@ TEST_F(MarkerFault, AMarkerThatStaysIsNotThereWhileAnotherPluginIsLoaded)
     EXPECT_FALSE(IsKnown(c));
     EXPECT_THAT(shown.Starting("caution"), SizeIs(1));
     EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
+}
+
+TEST_F(MarkerFault, WhereNobodyMayLookAnOldMarkerMayBeThere)
+{
+    GTEST_FLAG_SET(death_test_style, "fast");
+    constexpr int isStale = 7;
+    constexpr uid_t nobody = 65534;
+    zettesting::WriteAll(Marker(), MarkerOf(a));
+    std::filesystem::permissions(prefs, std::filesystem::perms::none);
+    EXPECT_EXIT(
+        {
+            // The administrator may look everywhere.
+            if (::geteuid() == 0 && ::seteuid(nobody) != 0)
+                _exit(1);
+            _exit(ScanMarker::Write(b).state == ScanMarker::State::Stale ? isStale : 0);
+        },
+        ::testing::ExitedWithCode(isStale), "");
+    std::filesystem::permissions(prefs, std::filesystem::perms::owner_all);
 }
 
 } // namespace

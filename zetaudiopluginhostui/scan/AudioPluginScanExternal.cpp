@@ -38,8 +38,13 @@ bool AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& pl
     const bool saved = SaveRegistry();
     const auto limit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
                                                              zetscanprotocol::defaultEntityTimeout);
-    progressDialog->SetPatience(
-        patience, [limit](std::chrono::seconds passed) { return StillScanningText(passed, limit); });
+    // Weakly, because the session's callback holds the dialog.
+    progressDialog->SetPatience(patience,
+                                [limit, session = std::weak_ptr(externalScan)](std::chrono::seconds passed) {
+                                    const auto running = session.lock();
+                                    const bool isGone = running && !running->StartFailure().empty();
+                                    return isGone ? ScannerIsGoneText() : StillScanningText(passed, limit);
+                                });
 
     bool started = false;
     std::string problem;

@@ -166,6 +166,18 @@ TEST_F(AudioPluginScanExternalTest, CancellingEndsTheScannerBansNothingAndPutsNo
     EXPECT_EQ(registry.PutBackUnreached(), (std::vector<PluginLocator>{a, b}));
 }
 
+TEST_F(AudioPluginScanExternalTest, ACancelledScanIsSavedAtItsEnd)
+{
+    const auto a = MakeFile("a.so");
+    const auto late = MakeFile("late.so");
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "hold"});
+    shown.onStep = [] { return true; };
+    shown.onHide = [&] { registry.AddModule(std::make_shared<zetaudiofilterhost::PluginModuleInfo>(late)); };
+    Scan({a}, true);
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::Cancelled);
+    EXPECT_TRUE(IsSaved(late));
+}
+
 TEST_F(AudioPluginScanExternalTest, ACancelledScanDoesNotCancelTheNextInThisProcess)
 {
     const auto a = MakeFile("a.so");
@@ -255,7 +267,11 @@ TEST_F(AudioPluginScanExternalTest, TheHostMayLetGoOfTheScanInTheMiddleOfIt)
     };
     AudioPluginScan& running = *scan;
     const std::weak_ptr<AudioPluginScan> watch = scan;
+    // Nobody else would close the dialog of a scan that has gone.
+    bool goneTooEarly = false;
+    shown.onInput = [&] { return goneTooEarly = watch.expired(); };
     running.ScanForPlugins(nullptr, {a}, false, true, true);
+    EXPECT_FALSE(goneTooEarly);
     EXPECT_EQ(changes, 1);
     EXPECT_TRUE(watch.expired());
     EXPECT_TRUE(ScannersEnd());

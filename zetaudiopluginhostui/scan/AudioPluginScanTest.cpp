@@ -191,6 +191,18 @@ TEST_F(AudioPluginScanTest, CancelStopsBeforeTheNextPluginIsLoadedAndKeepsWhatWa
     EXPECT_EQ(registry.PutBackUnreached(), (std::vector<PluginLocator>{b, c}));
 }
 
+TEST_F(AudioPluginScanTest, ACancelledScanIsSavedAtItsEnd)
+{
+    const auto a = MakeFile("a.so");
+    shown.onStep = [] { return true; };
+    shown.onHide = [&] {
+        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/last"});
+    };
+    Scan({a});
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::Cancelled);
+    EXPECT_EQ(SavedVstFolders(), std::vector<std::wstring>{L"/last"});
+}
+
 TEST_F(AudioPluginScanTest, ACancelledScanDoesNotCancelTheNext)
 {
     const auto a = MakeFile("a.so");

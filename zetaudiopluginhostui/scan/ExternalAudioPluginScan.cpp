@@ -140,7 +140,7 @@ void ExternalAudioPluginScan::RestartSession()
             return;
         left = pending.size();
     }
-    restarts.Note(left);
+    restarts.Note(left, process);
     if (GaveUp())
         NotifyScanFinished();
     else

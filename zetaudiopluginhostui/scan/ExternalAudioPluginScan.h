@@ -63,7 +63,8 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
 
     /// True when the last scan ended because its scanners never got on. Main thread.
     bool GaveUp() const noexcept { return restarts.TooMany(); }
-    /// Says so in a sentence for people (UTF-8); empty when it did not. Main thread.
+    /// Says so for people (UTF-8), and how the last scanner ended if that was known by then; empty when it
+    /// did not give up. Main thread.
     std::string WhyGaveUp() const { return restarts.Describe(); }
 
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end

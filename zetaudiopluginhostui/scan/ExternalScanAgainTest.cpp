@@ -1,5 +1,7 @@
 // What the next scanner of a scan, and the next scan of one object, take over from the one before.
 #include <gmock/gmock.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/filesupport/CommonDirs.h>
 
 #include "testing/ExternalScanStepsFixture.h"
@@ -153,6 +155,26 @@ TEST_F(ExternalScanAgain, ARestartThatFailsSaysWhy)
     scan->StopScan();
     EXPECT_EQ(EndReports(), 1);
     EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("There is no scanner program: "));
+}
+
+TEST_F(ExternalScanAgain, AScanThatGivesUpSaysHowItsLastScannerEnded)
+{
+    zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, "1");
+    for (const int number : {1, 2})
+        Script(number, {"word 4711", "die"});
+    ASSERT_TRUE(Start({a, b}));
+    for (const int number : {1, 2}) {
+        EXPECT_EQ(Launches(), number);
+        EXPECT_EQ(scan->WhyGaveUp(), "");
+        WaitUntil([this] { return FindScannerProcessEnd(Access::Process(*scan)).has_value(); });
+        connection->LoseScanner();
+        RunPosted();
+    }
+    EXPECT_EQ(EndReports(), 1);
+    EXPECT_EQ(scan->WhyGaveUp(), "The scanner was restarted 1 times without getting on; plug-ins not "
+                                 "scanned: 2. The last one ended with exit status 1");
+    ASSERT_TRUE(Start({a}));
+    EXPECT_EQ(scan->WhyGaveUp(), "");
 }
 
 } // namespace

@@ -46,7 +46,9 @@ class ExternalScanCrash : public ExternalScanFixture
     /// Until the session's end has been dealt with.
     void WaitUntilClosed() const
     {
-        WaitUntil([this] { return HasTraced("OnListenerClose()"); });
+        WaitUntil([this] {
+            return HasTraced("OnListenerClose()") && !ExternalAudioPluginScanAccess::ConnectedNow(*scan);
+        });
     }
 
     const PluginLocator none;

@@ -2,13 +2,16 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/threads/Backoff.h>
 
+#include "scan/ScannerProcess.h"
+
 namespace zetaudiopluginhostui {
 
-/// Time as the wait for the scanner's port sees it; tests hand in their own.
+/// Time, and the scanner's end, as the wait for its port sees them; tests hand in their own.
 struct PortWait
 {
     using Clock = std::chrono::steady_clock;
@@ -17,6 +20,7 @@ struct PortWait
     std::function<Clock::time_point()> now = [] {
         return Clock::now() + zetcore::debug::FaultDelay("host.port-wait");
     };
+    std::function<std::optional<ScannerProcessEnd>(ScannerProcess)> findEnd = FindScannerProcessEnd;
     /// Makes the pauses of one wait.
     std::function<Pause()> startPauses = [] { return Pause(zetcore::threads::Backoff()); };
 };

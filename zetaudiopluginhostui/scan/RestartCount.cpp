@@ -23,7 +23,7 @@ int MostFruitlessRestarts()
 
 } // namespace
 
-void RestartCount::Note(std::size_t pending)
+void RestartCount::Note(std::size_t pending, ScannerProcess failed)
 {
     if (pending < pendingBefore)
         fruitless = 0;
@@ -31,16 +31,23 @@ void RestartCount::Note(std::size_t pending)
     ++fruitless;
     const int most = MostFruitlessRestarts();
     tooMany = most > 0 && fruitless > most;
-    if (tooMany)
-        zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", Describe());
+    if (!tooMany)
+        return;
+    lastEnd = FindScannerProcessEnd(failed);
+    zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", Describe());
 }
 
 std::string RestartCount::Describe() const
 {
     if (!tooMany)
         return {};
-    return "The scanner was restarted " + std::to_string(fruitless - 1) +
-           " times without getting on; plug-ins not scanned: " + std::to_string(pendingBefore);
+    std::string text = "The scanner was restarted " + std::to_string(fruitless - 1) +
+                       " times without getting on; plug-ins not scanned: " + std::to_string(pendingBefore);
+    if (lastEnd)
+        text += ". The last one " + lastEnd->status;
+    if (lastEnd && !lastEnd->lastOutput.empty())
+        text += "; its last output: " + lastEnd->lastOutput;
+    return text;
 }
 
 } // namespace zetaudiopluginhostui

@@ -11,6 +11,9 @@ namespace {
 constexpr char stillScanningKey[] = "$$$/AudioPluginManager/StillScanning=@0 s, is ended after @1 s";
 constexpr char scanningAgainKey[] = "$$$/AudioPluginManager/StillScanningAgain=@0 s";
 
+constexpr char scannerIsGoneKey[] =
+    "$$$/AudioPluginManager/ScannerIsGone=the scanner could not be started again, please cancel";
+
 } // namespace
 
 std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText)
@@ -29,6 +32,11 @@ std::string StillScanningText(std::chrono::seconds passed, std::chrono::millisec
     return zetcore::config::Localizer::Get().Localize(
         isAgain ? scanningAgainKey : stillScanningKey,
         {std::to_string(passed.count()), std::to_string(wholeLimit.count())});
+}
+
+std::string ScannerIsGoneText()
+{
+    return zetcore::config::Localizer::Get().Localize(scannerIsGoneKey);
 }
 
 } // namespace zetaudiopluginhostui

@@ -15,4 +15,7 @@ std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, c
 /// try it again after that; then the limit has nothing more to say.
 std::string StillScanningText(std::chrono::seconds passed, std::chrono::milliseconds limit);
 
+/// The scanner process has ended and could not be started again: only the user can close the dialog.
+std::string ScannerIsGoneText();
+
 } // namespace zetaudiopluginhostui

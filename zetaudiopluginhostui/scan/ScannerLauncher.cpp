@@ -108,7 +108,7 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
     std::uint32_t word = 0;
     PortWait::Clock::duration waited{};
     for (;;) {
-        processEnd = FindScannerProcessEnd(process);
+        processEnd = portWait.findEnd(process);
         word = words.Load(protocol::portWord);
         waited = portWait.now() - start;
         if ((word & portMask) != 0 || waited > portTimeout || processEnd)

@@ -92,10 +92,16 @@ TEST_F(ScannerLaunch, AScannerThatEndsBeforeItHasToldItsPortEndsTheWaitAtOnce)
     EXPECT_TRUE(AnyTraced(scan->StartFailure()));
 }
 
-TEST_F(ScannerLaunch, APortThatAScannerHasToldIsUsedAlthoughItHasEnded)
+TEST_F(ScannerLaunch, APortThatAScannerHasToldIsUsedAlthoughItEndsWhileItIsLookedAt)
 {
-    Script(1, {"dead", "die"});
-    ExpectNoPauseAfterTheEnd();
+    Script(1, {"wait go", "dead", "die"});
+    PortWait portWait;
+    portWait.findEnd = [this](ScannerProcess process) {
+        Touch("go");
+        WaitUntil([process] { return FindScannerProcessEnd(process).has_value(); });
+        return FindScannerProcessEnd(process);
+    };
+    scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     EXPECT_FALSE(Start({a}));
     EXPECT_THAT(Traced(), Contains(::testing::StartsWith("Scan server's port: ")));
     EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("The scanner does not answer at port "));

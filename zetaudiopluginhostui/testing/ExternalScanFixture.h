@@ -17,6 +17,12 @@ class ExternalAudioPluginScanAccess
   public:
     static ScannerProcess Process(const ExternalAudioPluginScan& scan) { return scan.process; }
     static bool Connected(const ExternalAudioPluginScan& scan) { return scan.connected; }
+    /// On another thread than the session's handlers.
+    static bool ConnectedNow(ExternalAudioPluginScan& scan)
+    {
+        const std::lock_guard lock(scan.mutex);
+        return scan.connected;
+    }
     /// Whether another thread would have to wait for it.
     static bool MutexIsHeld(ExternalAudioPluginScan& scan)
     {

@@ -17,12 +17,20 @@ int main(int, char** arguments)
 
     zetcore::threads::RegisterMainThread(std::make_shared<zetcore::threads::PlainEventLoop>());
     zetaudiopluginhostui::Initialize();
+    using zetaudiofilterhost::PluginModuleInfoManager;
+    using zetcore::filesupport::Dir;
+    auto& registry = *PluginModuleInfoManager::GetInstance();
+    const zetcore::signals::ScopedConnection afterScans =
+        registry.GetPluginInfosChangedSignal().connect([&registry] {
+            if (!registry.PutBackUnreached().empty())
+                registry.SaveConfiguration({Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()},
+                                           true);
+        });
     const zetaudiofilterhost::PluginLocator plugin(zetaudiofilterhost::TechnologyType::VST,
                                                    UTF8to16(arguments[2]));
     const auto scan = std::make_shared<zetaudiopluginhostui::AudioPluginScan>(nullptr);
     scan->ScanForPlugins(nullptr, {plugin}, false, true, true);
 
-    auto& registry = *zetaudiofilterhost::PluginModuleInfoManager::GetInstance();
     for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
         std::cout << "found: " << zetcore::string::UTF16to8((*info)->GetName()) << "\n";
     zetaudiopluginhostui::Terminate();

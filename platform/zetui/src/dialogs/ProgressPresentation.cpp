@@ -19,6 +19,11 @@ std::shared_ptr<Presentation>& Installed()
 
 ProgressPresentation::~ProgressPresentation() = default;
 
+void ProgressPresentation::SetPatience(const std::string& extraText, const std::string& patience)
+{
+    SetExtraText(extraText + " (" + patience + ")");
+}
+
 void ProgressPresentation::Finish() {}
 
 Presentation::~Presentation() = default;

@@ -42,9 +42,18 @@ PathLabel::PathLabel(QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
+void PathLabel::SetPath(const QString& path, const QString& end)
+{
+    endLength = end.size();
+    setText(path + end);
+}
+
 QString PathLabel::ShownText() const
 {
-    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+    const QString all = text();
+    const QString end = all.right(endLength);
+    const int room = contentsRect().width() - fontMetrics().horizontalAdvance(end);
+    return fontMetrics().elidedText(all.chopped(endLength), Qt::ElideMiddle, room) + end;
 }
 
 QSize PathLabel::sizeHint() const
@@ -135,9 +144,9 @@ void ProgressWindow::FitHeight()
                                                                  : layout()->totalSizeHint().height());
 }
 
-void ProgressWindow::SetExtraText(const QString& newText)
+void ProgressWindow::SetExtraText(const QString& path, const QString& end)
 {
-    extraText->setText(newText);
+    extraText->SetPath(path, end);
 }
 
 void ProgressWindow::SetProgress(unsigned long long progress, unsigned long long newTotal)

@@ -16,11 +16,13 @@ namespace zetui::dialogs {
 inline constexpr int kDialogButtonWidth = 84;
 inline constexpr int kDialogButtonHeight = 23;
 
-/// One line that is shortened in its middle where it does not fit; screen readers get all of it.
+/// One line, a path and what follows it. Where both do not fit, the path is shortened in its middle; screen
+/// readers get all of it.
 class PathLabel : public QLabel
 {
   public:
     explicit PathLabel(QWidget* parent);
+    void SetPath(const QString& path, const QString& end);
     /// What is drawn at the present width.
     QString ShownText() const;
     QSize sizeHint() const override;
@@ -30,6 +32,10 @@ class PathLabel : public QLabel
     /// All of the text as a tooltip, where it is shortened.
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    /// The last characters of the text: never cut.
+    qsizetype endLength = 0;
 };
 
 /// The window of a progress dialog. It does not close by itself: it notes that the user wants to cancel.
@@ -39,7 +45,7 @@ class ProgressWindow : public QDialog
     ProgressWindow(QWidget* parent, const QString& title, bool canBeCancelled);
 
     void SetText(const QString& text);
-    void SetExtraText(const QString& text);
+    void SetExtraText(const QString& path, const QString& end);
     /// A total of 0 is a busy bar.
     void SetProgress(unsigned long long progress, unsigned long long total);
     /// The bar is full, and so is the count where there is one.

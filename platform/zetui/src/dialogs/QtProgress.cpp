@@ -62,7 +62,16 @@ void QtProgress::SetExtraText(const std::string& text)
 {
     if (!window)
         return;
-    window->SetExtraText(pixmill::DisplayText(zetcore::string::UTF8to16(text)));
+    window->SetExtraText(pixmill::DisplayText(zetcore::string::UTF8to16(text)), {});
+    changed = true;
+}
+
+void QtProgress::SetPatience(const std::string& extraText, const std::string& patience)
+{
+    if (!window)
+        return;
+    window->SetExtraText(pixmill::DisplayText(zetcore::string::UTF8to16(extraText)),
+                         pixmill::DisplayText(zetcore::string::UTF8to16(" (" + patience + ")")));
     changed = true;
 }
 

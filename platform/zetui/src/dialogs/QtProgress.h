@@ -20,6 +20,7 @@ class QtProgress : public ProgressPresentation
 
     void Show(const std::string& title, const std::string& text, bool cancellable) override;
     void SetExtraText(const std::string& text) override;
+    void SetPatience(const std::string& extraText, const std::string& patience) override;
     void SetProgress(unsigned long long progress, unsigned long long total, const std::string& text) override;
     void Finish() override;
     void Hide() override;

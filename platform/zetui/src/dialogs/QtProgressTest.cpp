@@ -350,10 +350,10 @@ TEST_F(ProgressInAWindow, TheFullBarIsOnTheScreenBeforeTheWindowIsGone)
     progress.SetProgress(1, 2, "");
     progress.ProcessEvents(false);
     Paints paints;
-    Bar()->installEventFilter(&paints);
+    Count()->installEventFilter(&paints);
     progress.Finish();
     EXPECT_DOUBLE_EQ(BarPart(), 1.0);
-    EXPECT_GE(paints.count, 1);
+    EXPECT_GE(paints.count, 1) << "the count, which does not paint by itself";
 }
 
 TEST_F(ProgressInAWindow, PatienceStandsBehindThePath)
@@ -364,8 +364,13 @@ TEST_F(ProgressInAWindow, PatienceStandsBehindThePath)
     dialog->BeginModal();
     dialog->SetExtraText("/vst/" + std::string(300, 'x') + "/end.so");
     dialog->ModalDuring();
-    EXPECT_TRUE(Extra()->ShownText().endsWith(QStringLiteral("(12 s, is ended after 60 s)")))
+    // The file's name stays, too.
+    EXPECT_TRUE(Extra()->ShownText().endsWith(QStringLiteral("x/end.so (12 s, is ended after 60 s)")))
         << Extra()->ShownText().toStdString();
+    EXPECT_LE(Extra()->fontMetrics().horizontalAdvance(Extra()->ShownText()), Extra()->width());
+    EXPECT_TRUE(Extra()->text().endsWith(QStringLiteral("x/end.so (12 s, is ended after 60 s)")));
+    dialog->SetExtraText("/vst/short.so");
+    EXPECT_EQ(Extra()->ShownText(), QStringLiteral("/vst/short.so"));
     dialog->EndModal();
 }
 

@@ -154,7 +154,7 @@ void UI_ProgressDialog::ShowPatience()
     if (!visible || closedWith || extraText.empty())
         return;
     if (const auto words = patience->Ask(Patience::Clock::now() + FaultDelay("dialog.patience")))
-        shown->SetExtraText(extraText + " (" + *words + ")");
+        shown->SetPatience(extraText, *words);
 }
 
 void UI_ProgressDialog::FinishClosing()

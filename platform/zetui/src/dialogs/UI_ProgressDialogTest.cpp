@@ -215,6 +215,16 @@ TEST_F(ProgressDialog, PatienceIsShownBehindTheExtraText)
     dialog->EndModal();
 }
 
+TEST_F(ProgressDialog, ACancelledDialogSaysNothingMore)
+{
+    const auto dialog = Make();
+    dialog->SetPatience(std::chrono::seconds(0), Waited);
+    dialog->SetExtraText("reverb");
+    recorder->log->onEvents = [](bool) { return true; };
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kCancel);
+    EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "extra reverb", "hide"}));
+}
+
 TEST_F(ProgressDialog, PatienceGoesOnDuringTheModalRunAndEndsWithIt)
 {
     const auto dialog = Make();

@@ -18,6 +18,9 @@ class ZETUI_API ProgressPresentation
     virtual ~ProgressPresentation();
     virtual void Show(const std::string& title, const std::string& text, bool cancellable) = 0;
     virtual void SetExtraText(const std::string& text) = 0;
+    /// The extra text, and behind it, in brackets, how long it has been the same. Here: one extra text of
+    /// both.
+    virtual void SetPatience(const std::string& extraText, const std::string& patience);
     /// A total of 0 is a busy bar. The counts are shown as they are; the bar stays where it was when they go
     /// back.
     virtual void SetProgress(unsigned long long progress, unsigned long long total,

@@ -1,0 +1,160 @@
+// What a scan leaves behind in the list of plug-ins, and what it says about that.
+#include <fstream>
+#include <memory>
+
+#include <gmock/gmock.h>
+
+#include "ManagerFixture.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using Strings = std::vector<std::string>;
+using zettesting::ChildProcess;
+
+class AfterScan : public ManagerFixture
+{
+  protected:
+    /// Another build of the same plug-in: what lies behind a library's end says nothing to the system.
+    static void Change(const std::filesystem::path& plugin)
+    {
+        std::ofstream(plugin, std::ios::binary | std::ios::app) << "changed";
+    }
+    /// Waits until the scan is at this plug-in.
+    std::unique_ptr<ChildProcess> ScanUpTo(const std::filesystem::path& plugin, Strings arguments) const
+    {
+        auto command = Command(std::move(arguments));
+        command.interruptible = true;
+        auto scan = std::make_unique<ChildProcess>(command);
+        EXPECT_TRUE(scan->WaitForError(plugin.string()));
+        return scan;
+    }
+};
+
+TEST_F(AfterScan, WhatIsNewChangedOrGoneIsTold)
+{
+    const auto stays = Install("good/vst2_effect", "a_stays");
+    const auto changes = Install("good/vst2_effect", "b_changes");
+    const auto goes = Install("good/vst2_shell", "c_goes");
+    const ScanSummary first = Scan();
+    EXPECT_EQ(first.added.size(), 5u);
+    EXPECT_EQ(first.end, "done");
+
+    Change(changes);
+    std::filesystem::remove(goes);
+    const auto comes = Install("good/vst2_synth", "d_comes");
+    const auto bad = Install("bad/crash_in_entry", "e_bad");
+    const auto result = Run({"scan"});
+    EXPECT_THAT(result.output, AllOf(HasSubstr("\n\nNew: 1 plug-in\n"), HasSubstr("Updated: 1 plug-in\n"),
+                                     HasSubstr("Gone: 3 plug-ins\n")));
+
+    std::filesystem::remove(comes);
+    Change(stays);
+    RunWell({"ban", changes.string()});
+    std::filesystem::remove(changes);
+    const auto more = Install("good/vst2_synth", "f_more");
+    const auto worse = Install("bad/aborts", "g_worse");
+    const ScanSummary last = Scan();
+    EXPECT_EQ(last.exitStatus, 0) << last.messages;
+    EXPECT_EQ(last.added, Strings{more.string()});
+    EXPECT_EQ(last.updated, Strings{stays.string()});
+    EXPECT_EQ(last.removed, (Strings{comes.string(), changes.string()}))
+        << "a banned one whose file is gone, too";
+    EXPECT_EQ(last.banned, Strings{worse.string()});
+    EXPECT_THAT(last.reasons.at(worse.string()), HasSubstr("aborted"));
+    EXPECT_EQ(last.unreached, Strings());
+    EXPECT_EQ(last.end, "done");
+    EXPECT_EQ(ListedPaths({"--banned"}), (Strings{bad.string(), worse.string()}));
+}
+
+TEST_F(AfterScan, WithoutItsScannerTheListStaysAsItWas)
+{
+    const auto effect = Install("good/vst2_effect", "effect");
+    const auto shell = Install("good/vst2_shell", "shell");
+    RunWell({"scan"});
+    RunWell({"disable", effect.string()});
+    const auto before = List();
+    const auto comes = Install("good/vst2_synth", "synth");
+    const auto whole = program;
+    CopyProgram();
+    const ScanSummary summary = Scan({"--rescan"});
+    EXPECT_EQ(summary.exitStatus, 3);
+    EXPECT_EQ(summary.end, "notstarted");
+    EXPECT_EQ(summary.unreached, (Strings{effect.string(), shell.string(), comes.string()}));
+    EXPECT_EQ(summary.removed, Strings());
+    EXPECT_EQ(summary.scanned, 0);
+    EXPECT_EQ(summary.found, 0);
+    EXPECT_NE(summary.reason, "");
+    EXPECT_EQ(List(), before);
+    const auto said = Run({"scan", "--rescan"});
+    EXPECT_EQ(said.output, "Not scanned: 3 plug-ins; what was in the list stays in it as it was\n");
+    EXPECT_THAT(said.error, HasSubstr("the scanner process could not be started"));
+
+    program = whole;
+    EXPECT_EQ(Run({"list"}).error, "") << "nothing is left to be put back";
+    EXPECT_EQ(List(), before);
+    EXPECT_EQ(Scan().added, Strings{comes.string()});
+}
+
+TEST_F(AfterScan, ACancelledScanKeepsWhatItHasNotReached)
+{
+    const auto first = Install("good/vst2_effect", "a_first");
+    const auto middle = Install("good/vst2_effect", "m_middle");
+    const auto last = Install("good/vst2_synth", "z_last");
+    RunWell({"scan"});
+    const auto before = List();
+    zettesting::CopyTestPlugin("bad/loops_forever", plugins, "m_middle");
+    const auto scan = ScanUpTo(middle, {"scan", "--json", "--rescan"});
+    scan->Interrupt();
+    const ScanSummary summary = ReadScanSummary(scan->Wait());
+    EXPECT_EQ(summary.exitStatus, 130);
+    EXPECT_EQ(summary.end, "cancelled");
+    EXPECT_EQ(summary.scanned, 1);
+    EXPECT_EQ(summary.unreached, (Strings{middle.string(), last.string()}));
+    EXPECT_EQ(summary.removed, Strings());
+    EXPECT_EQ(List(), before);
+}
+
+TEST_F(AfterScan, AKilledScanIsMendedAtTheNextStartWhichSaysSo)
+{
+    const auto first = Install("good/vst2_effect", "a_first");
+    const auto middle = Install("good/vst2_effect", "m_middle");
+    const auto last = Install("good/vst2_synth", "z_last");
+    RunWell({"scan"});
+    const auto before = List();
+    zettesting::CopyTestPlugin("bad/loops_forever", plugins, "m_middle");
+    const auto scan = ScanUpTo(middle, {"scan", "--rescan"});
+    scan->Kill();
+    scan->Wait();
+    ExpectNoProcessLeft();
+    const auto next = Run({"list", "--json"});
+    EXPECT_EQ(next.exitStatus, 0);
+    EXPECT_THAT(next.error, HasSubstr("interrupted before it reached "));
+    EXPECT_EQ(ReadList(next.output), before);
+    EXPECT_EQ(Run({"list"}).error, "") << "once";
+    EXPECT_EQ(List(), before);
+}
+
+TEST_F(AfterScan, AReloadThatIsNotReachedLeavesTheBan)
+{
+    const auto effect = Install("good/vst2_effect", "effect");
+    const auto synth = Install("good/vst2_synth", "synth");
+    RunWell({"scan"});
+    RunWell({"ban", effect.string(), synth.string()});
+    const auto before = List();
+    const auto whole = program;
+    CopyProgram();
+    for (const Strings& arguments : {Strings{"reload", effect.string()}, Strings{"reload", "--all"}}) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 3);
+        EXPECT_THAT(result.error, HasSubstr("still banned: " + effect.string()));
+        EXPECT_EQ(List(), before) << "with reason and time";
+    }
+    EXPECT_THAT(Run({"reload", "--all"}).error, HasSubstr("still banned: " + synth.string()));
+    program = whole;
+    EXPECT_EQ(Run({"reload", "--all"}).exitStatus, 0);
+    EXPECT_EQ(ListedPaths({"--banned"}), Strings());
+}
+
+} // namespace
