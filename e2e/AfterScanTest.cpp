@@ -104,6 +104,7 @@ TEST_F(AfterScan, ACancelledScanKeepsWhatItHasNotReached)
     const auto last = Install("good/vst2_synth", "z_last");
     RunWell({"scan"});
     const auto before = List();
+    std::filesystem::remove(middle);
     zettesting::CopyTestPlugin("bad/loops_forever", plugins, "m_middle");
     const auto scan = ScanUpTo(middle, {"scan", "--json", "--rescan"});
     scan->Interrupt();
@@ -123,6 +124,7 @@ TEST_F(AfterScan, AKilledScanIsMendedAtTheNextStartWhichSaysSo)
     const auto last = Install("good/vst2_synth", "z_last");
     RunWell({"scan"});
     const auto before = List();
+    std::filesystem::remove(middle);
     zettesting::CopyTestPlugin("bad/loops_forever", plugins, "m_middle");
     const auto scan = ScanUpTo(middle, {"scan", "--rescan"});
     scan->Kill();
