@@ -7,6 +7,7 @@
 #include <zetcore/filesupport/FileException.h>
 
 #include "testing/CrashRecoveryFixture.h"
+#include "testing/Faults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -284,6 +285,17 @@ TEST_F(CrashRecoveryTest, APreferencesFolderThatCannotBeWrittenIsToldOnce)
     zettesting::WriteAll(folder / "file", "");
     zetcore::filesupport::Dir::SetPrefDir(zettesting::ToWide(folder / "file" / "prefs"));
     EXPECT_THAT(Start(), ElementsAre(AccessAlert()));
+}
+
+TEST_F(CrashRecoveryTest, AMarkerThatCannotBeDeletedIsToldAndTheRegistryIsLoadedAllTheSame)
+{
+    const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
+    SaveToRegistry(other);
+    WriteMarker(plugin);
+    const Faults faults("delete." + marker.filename().string() + ":1:denied");
+    EXPECT_THAT(Start(), ElementsAre(ScanErrorAlert("/plugins/Bad one.so"), AccessAlert()));
+    EXPECT_TRUE(std::filesystem::exists(marker));
+    EXPECT_NE(registry.Find(other), nullptr);
 }
 
 TEST_F(CrashRecoveryTest, AFolderInPlaceOfTheRegistryIsTheHostsBusiness)
