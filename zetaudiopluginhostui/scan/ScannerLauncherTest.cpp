@@ -4,9 +4,11 @@
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/FileException.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"
+#include "testing/Faults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -118,6 +120,17 @@ TEST_F(ScannerLaunch, AStartThatWorksLeavesNoFailureOfTheOneBefore)
     EXPECT_TRUE(Start({}));
     EXPECT_EQ(scan->StartFailure(), "");
     RunUntilEnd();
+}
+
+TEST_F(ScannerLaunch, AStartThatThrowsLeavesNoFailureOfTheOneBefore)
+{
+    Script(1, {"die"});
+    ExpectNoPauseAfterTheEnd();
+    EXPECT_FALSE(Start({a}));
+    zettesting::WriteAll(ResultFile(), "of an earlier scan");
+    const Faults faults("delete." + ResultFile().filename().string() + ":1:denied");
+    EXPECT_THROW(Start({a}), zetcore::filesupport::file_exception);
+    EXPECT_EQ(scan->StartFailure(), "");
 }
 
 TEST_F(ScannerLaunch, AtExactly60SecondsTheWaitGoesOn)
