@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,7 +18,9 @@ namespace {
 class Redirected
 {
   public:
-    Redirected(int redirected, int target) : descriptor(redirected), before(::dup(redirected))
+    // The copy lies above the standard ones, so that it does not open one that is closed.
+    Redirected(int redirected, int target)
+        : descriptor(redirected), before(::fcntl(redirected, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
     {
         if (target < 0)
             ::close(descriptor);
@@ -49,6 +52,13 @@ class ScannerOutputTest : public ExternalScanFixture
     static void Say(const ScannerOutput& output, std::string_view text)
     {
         EXPECT_EQ(::write(output.ScannerEnd(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    void FillStandardError() const
+    {
+        EXPECT_EQ(::fcntl(errors[1], F_SETFL, O_NONBLOCK), 0);
+        while (::write(errors[1], "full", 4) > 0) {
+        }
+        EXPECT_EQ(::fcntl(errors[1], F_SETFL, 0), 0);
     }
     /// So many bytes of what has come to standard error.
     std::string Passed(std::size_t count) const
@@ -104,16 +114,30 @@ TEST_F(ScannerOutputTest, GoesWhereStandardErrorLedWhenTheScannerWasStarted)
 
 TEST_F(ScannerOutputTest, AFullPipeAtStandardErrorHoldsNobodyUp)
 {
-    ASSERT_EQ(::fcntl(errors[1], F_SETFL, O_NONBLOCK), 0);
-    while (::write(errors[1], "full", 4) > 0) {
-    }
-    ASSERT_EQ(::fcntl(errors[1], F_SETFL, 0), 0);
+    FillStandardError();
     const Redirected standardError(STDERR_FILENO, errors[1]);
     ScannerOutput output;
     Say(output, "one\n");
     Say(output, "two\n");
     EXPECT_EQ(output.LastLine(), "two");
     // And it goes although its thread waits for room.
+}
+
+TEST_F(ScannerOutputTest, GoesAlthoughThereIsNoRoomForWhatItHoldsAndForWhatComesAfterThat)
+{
+    FillStandardError();
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    ScannerOutput output;
+    ASSERT_EQ(::fcntl(output.ScannerEnd(), F_SETFL, O_NONBLOCK), 0);
+    // More than the pipe and what it reads ahead hold: the rest is in the thread's hands.
+    const ssize_t enough = ::fcntl(output.ScannerEnd(), F_GETPIPE_SZ) + 70'000;
+    const std::string line(511, 'x');
+    for (ssize_t said = 0; said < enough;) {
+        const ssize_t written = ::write(output.ScannerEnd(), (line + "\n").data(), line.size() + 1);
+        if (written > 0)
+            said += written;
+        EXPECT_LE(output.LastLine().size(), line.size());
+    }
 }
 
 TEST_F(ScannerOutputTest, APipeAtStandardErrorThatNobodyReadsEndsNothing)
@@ -139,6 +163,21 @@ TEST_F(ScannerOutputTest, WithClosedStandardDescriptorsItsEndLiesAboveThem)
         Say(output, "there is nowhere to pass it on to\n");
     Say(output, "last\n");
     EXPECT_EQ(output.LastLine(), "last");
+}
+
+TEST_F(ScannerOutputTest, TakesNoNumberOfAClosedStandardDescriptor)
+{
+    std::vector<int> taken;
+    {
+        const Redirected input(STDIN_FILENO, -1);
+        const Redirected standardOutput(STDOUT_FILENO, -1);
+        const Redirected standardError(STDERR_FILENO, -1);
+        const ScannerOutput output;
+        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            if (::fcntl(descriptor, F_GETFD) >= 0)
+                taken.push_back(descriptor);
+    }
+    EXPECT_THAT(taken, ::testing::IsEmpty());
 }
 
 TEST_F(ScannerOutputTest, AFailedStartTellsTheScannersLastLine)
