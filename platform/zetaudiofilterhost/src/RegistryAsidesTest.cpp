@@ -80,6 +80,22 @@ TEST_F(RegistryAsidesTest, AResultTakesThePlaceOfWhatIsAside)
     EXPECT_THAT(Shown(registry), ElementsAre(L"new", L"new too", L"unreached"));
 }
 
+TEST_F(RegistryAsidesTest, AModuleThatCouldNotBeLookedAtStaysAsideAndOneThatIsNewIsNoted)
+{
+    Add(L"a");
+    registry.RemovePluginLocators({Named(L"a")});
+    const auto unscanned = [](const std::wstring& name) {
+        InfoPtr info = Info(name);
+        info->SetStatus(ModuleStatus::Unscanned);
+        return info;
+    };
+    Result(registry, {unscanned(L"a"), unscanned(L"new")});
+    EXPECT_EQ(registry.Find(Named(L"a")), nullptr);
+    EXPECT_EQ(Held(registry, Named(L"new")).GetStatus(), ModuleStatus::Unscanned);
+    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"a")));
+    EXPECT_EQ(Held(registry, Named(L"a")).GetStatus(), ModuleStatus::Working);
+}
+
 TEST_F(RegistryAsidesTest, AResultOfAModuleSpeaksForAllThatIsAsideOfIt)
 {
     registry.AddModule(MakeInfo(one));
