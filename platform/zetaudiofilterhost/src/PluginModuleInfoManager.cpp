@@ -136,7 +136,7 @@ void PluginModuleInfoManager::AddModule(InfoPtr info)
 
 void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool withFolders)
 {
-    const Configuration configuration = ReadConfiguration(utf8Text, "plug-in configuration");
+    Configuration configuration = ReadConfiguration(utf8Text, "plug-in configuration");
     if (withFolders) {
         for (const InfoPtr& info : configuration.modules)
             state->Put(info);
@@ -149,6 +149,10 @@ void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool
         state->TakeFolders(configuration.technologies);
         return;
     }
+    // A scan that could not look at a module says nothing about it: what is aside of it is to be put back.
+    std::erase_if(configuration.modules, [this](const InfoPtr& info) {
+        return info->GetStatus() == ModuleStatus::Unscanned && state->HasAsideFor(info->GetLocator());
+    });
     const std::vector<PluginLocator> endedBans = state->BansEndedBy(configuration.modules);
     state->ForgetWhatResultsReplace(configuration.modules);
     for (const InfoPtr& info : configuration.modules) {

@@ -54,6 +54,15 @@ void PluginModuleInfoManager::State::DropAsidesOfModule(const PluginLocator& mod
     }
 }
 
+bool PluginModuleInfoManager::State::HasAsideFor(const PluginLocator& locator) const
+{
+    for (auto aside = asides.lower_bound(locator.ModuleLocator());
+         aside != asides.end() && IsOfModule(aside->first, locator); ++aside)
+        if (!aside->second->IsScannedAlone() || aside->first == locator)
+            return true;
+    return false;
+}
+
 void PluginModuleInfoManager::State::DropAsidesFor(const PluginLocator& locator)
 {
     auto aside = asides.lower_bound(locator.ModuleLocator());

@@ -51,8 +51,8 @@ TEST_F(RegistryAsidesTest, WhatIsRemovedForAScanIsNotFoundUntilItIsPutBack)
 {
     Add(L"b");
     Add(L"a");
-    registry.Find(Named(L"a"))->SetEnabled(false);
-    registry.Find(Named(L"a"))->SetFileStamp(5, 6);
+    Held(registry, Named(L"a")).SetEnabled(false);
+    Held(registry, Named(L"a")).SetFileStamp(5, 6);
     registry.RemovePluginLocators({Named(L"b"), Named(L"a")});
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_EQ(registry.Find(Named(L"a")), nullptr);
@@ -63,9 +63,9 @@ TEST_F(RegistryAsidesTest, WhatIsRemovedForAScanIsNotFoundUntilItIsPutBack)
 
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"a"), Named(L"b")));
     EXPECT_THAT(Shown(registry), ElementsAre(L"a", L"b"));
-    EXPECT_FALSE(registry.Find(Named(L"a"))->IsEnabled());
-    EXPECT_TRUE(registry.Find(Named(L"b"))->IsEnabled());
-    EXPECT_EQ(registry.Find(Named(L"a"))->GetFileSize(), 5u);
+    EXPECT_FALSE(Held(registry, Named(L"a")).IsEnabled());
+    EXPECT_TRUE(Held(registry, Named(L"b")).IsEnabled());
+    EXPECT_EQ(Held(registry, Named(L"a")).GetFileSize(), 5u);
     EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
 }
 
@@ -78,6 +78,22 @@ TEST_F(RegistryAsidesTest, AResultTakesThePlaceOfWhatIsAside)
     registry.AddModule(MakeInfo(Named(L"inprocess"), L"new too"));
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"unreached")));
     EXPECT_THAT(Shown(registry), ElementsAre(L"new", L"new too", L"unreached"));
+}
+
+TEST_F(RegistryAsidesTest, AModuleThatCouldNotBeLookedAtStaysAsideAndOneThatIsNewIsNoted)
+{
+    Add(L"a");
+    registry.RemovePluginLocators({Named(L"a")});
+    const auto unscanned = [](const std::wstring& name) {
+        InfoPtr info = Info(name);
+        info->SetStatus(ModuleStatus::Unscanned);
+        return info;
+    };
+    Result(registry, {unscanned(L"a"), unscanned(L"new")});
+    EXPECT_EQ(registry.Find(Named(L"a")), nullptr);
+    EXPECT_EQ(Held(registry, Named(L"new")).GetStatus(), ModuleStatus::Unscanned);
+    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"a")));
+    EXPECT_EQ(Held(registry, Named(L"a")).GetStatus(), ModuleStatus::Working);
 }
 
 TEST_F(RegistryAsidesTest, AResultOfAModuleSpeaksForAllThatIsAsideOfIt)
@@ -103,7 +119,7 @@ TEST_F(RegistryAsidesTest, ASubComponentScannedAloneSpeaksForItselfOnly)
     EXPECT_THAT(Shown(registry), ElementsAre(L"two"));
     Result(registry, {Alone(MakeInfo(one, L"one anew"))});
     EXPECT_THAT(Shown(registry), ElementsAre(L"one anew", L"two"));
-    EXPECT_FALSE(registry.Find(one)->IsScannedAlone());
+    EXPECT_FALSE(Held(registry, one).IsScannedAlone());
     EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
     // Told of the module as a whole, the same text takes its sibling out.
     Result(registry, {MakeInfo(one, L"one")});
@@ -141,7 +157,7 @@ TEST_F(RegistryAsidesTest, AResultWithOneRecordThatWasNotScannedAloneSpeaksForTh
 TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
 {
     Add(L"gone");
-    registry.Find(Named(L"gone"))->SetEnabled(false);
+    Held(registry, Named(L"gone")).SetEnabled(false);
     registry.CollectPotentialPlugins(true, vanished);
     ASSERT_THAT(vanished, ElementsAre(Named(L"gone")));
     registry.RemovePluginLocators(vanished);
@@ -149,7 +165,7 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
     Save();
     EXPECT_THAT(ReadAll(path), Not(HasSubstr("<aside")));
     Add(L"gone");
-    EXPECT_FALSE(registry.Find(Named(L"gone"))->IsEnabled());
+    EXPECT_FALSE(Held(registry, Named(L"gone")).IsEnabled());
     // Only the removal that follows the search is about what it found.
     registry.RemovePluginLocators({Named(L"gone")});
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"gone")));
@@ -159,21 +175,21 @@ TEST_F(RegistryAsidesTest, OfABannedPluginOnlyTheChoiceIsRemembered)
 {
     Add(L"bad");
     Add(L"good");
-    registry.Find(Named(L"bad"))->SetEnabled(false);
+    Held(registry, Named(L"bad")).SetEnabled(false);
     registry.RemovePluginLocators({Named(L"bad"), Named(L"good")});
     registry.SetBannedLocators({BannedModule{Named(L"bad")}});
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"good")));
     registry.SetBannedLocators({});
     EXPECT_EQ(registry.Find(Named(L"bad")), nullptr);
     Add(L"bad");
-    EXPECT_FALSE(registry.Find(Named(L"bad"))->IsEnabled());
+    EXPECT_FALSE(Held(registry, Named(L"bad")).IsEnabled());
 }
 
 TEST_F(RegistryAsidesTest, TheFileKeepsWhatIsAsideAndLoadingDoesNotPutItBack)
 {
     Add(L"a");
-    registry.Find(Named(L"a"))->SetVendor(L"Maker");
-    registry.Find(Named(L"a"))->SetEnabled(false);
+    Held(registry, Named(L"a")).SetVendor(L"Maker");
+    Held(registry, Named(L"a")).SetEnabled(false);
     registry.AddModule(MakeInfo(one));
     registry.RemovePluginLocators({Named(L"a"), one});
     Save();
@@ -183,8 +199,8 @@ TEST_F(RegistryAsidesTest, TheFileKeepsWhatIsAsideAndLoadingDoesNotPutItBack)
     EXPECT_EQ(next.RecordCount(), 0u);
     EXPECT_THAT(Shown(next), IsEmpty());
     EXPECT_THAT(next.PutBackUnreached(), ElementsAre(Named(L"a"), one));
-    EXPECT_EQ(next.Find(Named(L"a"))->GetVendor(), L"Maker");
-    EXPECT_FALSE(next.Find(Named(L"a"))->IsEnabled());
+    EXPECT_EQ(Held(next, Named(L"a")).GetVendor(), L"Maker");
+    EXPECT_FALSE(Held(next, Named(L"a")).IsEnabled());
     next.SaveConfiguration(file, true);
     EXPECT_THAT(ReadAll(path), Not(HasSubstr("<aside")));
     EXPECT_THAT(ReadAll(path), Not(HasSubstr("alone=")));
@@ -213,7 +229,7 @@ TEST_F(RegistryAsidesTest, AHostThatIsKilledInTheMiddleOfAScanLosesNothing)
 TEST_F(RegistryAsidesTest, WhatIsRemovedInTheMiddleOfAScanIsAsideInTheJournal)
 {
     Add(L"a");
-    registry.Find(Named(L"a"))->SetEnabled(false);
+    Held(registry, Named(L"a")).SetEnabled(false);
     Add(L"b");
     registry.BeginIncrementalSaves();
     Save();
@@ -226,7 +242,7 @@ TEST_F(RegistryAsidesTest, WhatIsRemovedInTheMiddleOfAScanIsAsideInTheJournal)
     Load(next);
     EXPECT_THAT(Shown(next), ElementsAre(L"b anew"));
     EXPECT_THAT(next.PutBackUnreached(), ElementsAre(Named(L"a")));
-    EXPECT_FALSE(next.Find(Named(L"a"))->IsEnabled());
+    EXPECT_FALSE(Held(next, Named(L"a")).IsEnabled());
     // Putting back goes to the journal, too.
     registry.PutBackUnreached();
     Save();
@@ -253,8 +269,8 @@ TEST_F(RegistryAsidesTest, AChoiceIsTheSameWithAndWithoutItsElement)
     Load(registry);
     Add(L"a");
     Add(L"b");
-    EXPECT_FALSE(registry.Find(Named(L"a"))->IsEnabled());
-    EXPECT_FALSE(registry.Find(Named(L"b"))->IsEnabled());
+    EXPECT_FALSE(Held(registry, Named(L"a")).IsEnabled());
+    EXPECT_FALSE(Held(registry, Named(L"b")).IsEnabled());
 }
 
 TEST_F(RegistryAsidesTest, ADamagedAsideIsDamageThatNamesItsLine)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,14 @@ class RegistryFixture : public zettesting::HostFixture
         for (auto info = manager.PluginInfoBegin(); info != manager.PluginInfoEnd(); ++info)
             names.push_back((*info)->GetName());
         return names;
+    }
+    /// A record that must be there.
+    static PluginModuleInfo& Held(const PluginModuleInfoManager& manager, const PluginLocator& locator)
+    {
+        const auto info = manager.Find(locator);
+        if (!info)
+            throw std::out_of_range("no record of " + zetcore::string::UTF16to8(locator.ToString()));
+        return *info;
     }
     static std::vector<std::wstring> FoldersOf(PluginModuleInfoManager& manager, TechnologyType type)
     {

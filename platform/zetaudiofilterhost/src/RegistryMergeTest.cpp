@@ -95,15 +95,15 @@ TEST_F(RegistryMergeTest, OwnChangesGoBeforeTheOthers)
 
 TEST_F(RegistryMergeTest, AChoiceThatTheOtherMadeIsNotUndone)
 {
-    registry.Find(Vst(L"/a.so"))->SetEnabled(false);
+    Held(registry, Vst(L"/a.so")).SetEnabled(false);
     Save(registry);
     Add(other, L"c");
     Save(other);
-    EXPECT_FALSE(other.Find(Vst(L"/a.so"))->IsEnabled());
-    other.Find(Vst(L"/a.so"))->SetEnabled(true);
+    EXPECT_FALSE(Held(other, Vst(L"/a.so")).IsEnabled());
+    Held(other, Vst(L"/a.so")).SetEnabled(true);
     Save(other);
     Load(registry);
-    EXPECT_TRUE(registry.Find(Vst(L"/a.so"))->IsEnabled());
+    EXPECT_TRUE(Held(registry, Vst(L"/a.so")).IsEnabled());
 }
 
 TEST_F(RegistryMergeTest, WhatThisOneRemovedStaysRemoved)
@@ -204,16 +204,16 @@ TEST_F(RegistryMergeTest, AChoiceOfTheOtherDoesNotOverrideOurs)
 {
     // What is chosen for a plug-in that is not in the registry at the moment.
     const auto removeWith = [this](PluginModuleInfoManager& manager, bool isEnabled) {
-        manager.Find(Vst(L"/a.so"))->SetEnabled(isEnabled);
+        Held(manager, Vst(L"/a.so")).SetEnabled(isEnabled);
         std::vector<PluginLocator> vanished;
         manager.CollectPotentialPlugins(true, vanished);
         manager.RemovePluginLocators(vanished);
     };
     const auto isEnabledAgain = [this](PluginModuleInfoManager& manager) {
         Add(manager, L"a");
-        return manager.Find(Vst(L"/a.so"))->IsEnabled();
+        return Held(manager, Vst(L"/a.so")).IsEnabled();
     };
-    registry.Find(Vst(L"/a.so"))->SetEnabled(false);
+    Held(registry, Vst(L"/a.so")).SetEnabled(false);
     Save(registry);
     Load(other);
     removeWith(registry, false);
@@ -232,7 +232,7 @@ TEST_F(RegistryMergeTest, AChoiceThatTheOtherRemembersIsTakenIn)
     Add(other, L"c");
     Save(other);
     Add(other, L"z");
-    EXPECT_FALSE(other.Find(Vst(L"/z.so"))->IsEnabled());
+    EXPECT_FALSE(Held(other, Vst(L"/z.so")).IsEnabled());
 }
 
 TEST_F(RegistryMergeTest, OwnJournalEntriesAreNotTakenForTheOthers)
@@ -269,11 +269,11 @@ TEST_F(RegistryMergeTest, AChoiceOnARecordThatTheOtherBroughtIsInTheNextIncremen
     Add(other, L"ours");
     Save(other);
     ASSERT_NE(other.Find(Vst(L"/theirs.so")), nullptr);
-    other.Find(Vst(L"/theirs.so"))->SetEnabled(false);
+    Held(other, Vst(L"/theirs.so")).SetEnabled(false);
     Save(other);
     ASSERT_TRUE(std::filesystem::exists(journal));
     Load(registry);
-    EXPECT_FALSE(registry.Find(Vst(L"/theirs.so"))->IsEnabled());
+    EXPECT_FALSE(Held(registry, Vst(L"/theirs.so")).IsEnabled());
 }
 
 } // namespace

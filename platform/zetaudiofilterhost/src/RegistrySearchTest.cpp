@@ -109,7 +109,7 @@ TEST_F(RegistrySearchTest, AnUnreadableFileIsTriedByEveryScanAndNeverShown)
     registry.SaveConfiguration(file, true);
     EXPECT_THAT(zettesting::ReadAll(path), ::testing::HasSubstr("status=\"unreadable\""));
     ASSERT_TRUE(registry.LoadConfiguration(file));
-    EXPECT_EQ(registry.Find(unreadable)->GetStatus(), ModuleStatus::Unreadable);
+    EXPECT_EQ(Held(registry, unreadable).GetStatus(), ModuleStatus::Unreadable);
     EXPECT_THAT(Collect(true), ElementsAre(unreadable));
 }
 

@@ -73,6 +73,8 @@ struct PluginModuleInfoManager::State
     void PutAside(const InfoPtr& info);
     /// A result has come for the module: nothing of it is aside any more.
     void DropAsidesOfModule(const PluginLocator& module);
+    /// A record is aside whose place a result for this locator takes.
+    bool HasAsideFor(const PluginLocator& locator) const;
     /// A result has come for the locator, with others of its module to follow.
     void DropAsidesFor(const PluginLocator& locator);
     void DropBannedAsides();

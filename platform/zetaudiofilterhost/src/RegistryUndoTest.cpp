@@ -48,7 +48,7 @@ TEST_F(RegistryUndoTest, TheTextIsWhatASaveWouldWrite)
 TEST_F(RegistryUndoTest, LoadingTheTextUndoesEveryChange)
 {
     const std::string before = registry.ToText();
-    registry.Find(Named(L"a"))->SetEnabled(false);
+    Held(registry, Named(L"a")).SetEnabled(false);
     registry.RemovePluginLocators({Named(L"b")});
     registry.PutBackUnreached();
     registry.AddModule(MakeInfo(Named(L"e")));
@@ -85,7 +85,7 @@ TEST_F(RegistryUndoTest, ATextThatIsNoConfigurationChangesNothing)
 TEST_F(RegistryUndoTest, WhatWasUndoneIsSavedEvenWhereAnotherProgramHasSavedMeanwhile)
 {
     const std::string before = registry.ToText();
-    registry.Find(Named(L"a"))->SetEnabled(false);
+    Held(registry, Named(L"a")).SetEnabled(false);
     registry.AddModule(MakeInfo(Named(L"e"), L"e"));
     registry.SaveConfiguration(file, true);
     registry.LoadText(before);
@@ -97,7 +97,7 @@ TEST_F(RegistryUndoTest, WhatWasUndoneIsSavedEvenWhereAnotherProgramHasSavedMean
     PluginModuleInfoManager loaded;
     ASSERT_TRUE(loaded.LoadConfiguration(file));
     EXPECT_THAT(Shown(loaded), ElementsAre(L"a", L"b", L"f"));
-    EXPECT_TRUE(loaded.Find(Named(L"a"))->IsEnabled());
+    EXPECT_TRUE(Held(loaded, Named(L"a")).IsEnabled());
 }
 
 TEST_F(RegistryUndoTest, AnIncrementalSaveAfterwardsIsAWholeOne)
@@ -111,7 +111,7 @@ TEST_F(RegistryUndoTest, AnIncrementalSaveAfterwardsIsAWholeOne)
     registry.SaveConfiguration(file, true);
     EXPECT_EQ(ReadAll(path), before);
     EXPECT_FALSE(std::filesystem::exists(journal));
-    registry.Find(Named(L"a"))->SetEnabled(false);
+    Held(registry, Named(L"a")).SetEnabled(false);
     registry.SaveConfiguration(file, true);
     EXPECT_TRUE(std::filesystem::exists(journal));
     EXPECT_THAT(Loaded(file), ElementsAre(L"a", L"b"));
