@@ -2,9 +2,12 @@
 
 #include <array>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
+#include <limits.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <gmock/gmock.h>
@@ -138,6 +141,23 @@ TEST_F(ScannerOutputTest, GoesAlthoughThereIsNoRoomForWhatItHoldsAndForWhatComes
             said += written;
         EXPECT_LE(output.LastLine().size(), line.size());
     }
+}
+
+TEST_F(ScannerOutputTest, NeverWritesMoreThanThereIsRoomFor)
+{
+    FillStandardError();
+    const Redirected standardError(STDERR_FILENO, errors[1]);
+    ScannerOutput output;
+    Passed(PIPE_BUF);
+    // It goes although this is more than the room that there is now.
+    Say(output, std::string(std::size_t{2} * PIPE_BUF, 'x'));
+    // Its first part is written once the pipe is full again.
+    const auto isFull = [this] {
+        pollfd entry{errors[1], POLLOUT, 0};
+        return ::poll(&entry, 1, 0) == 0;
+    };
+    while (!isFull())
+        std::this_thread::yield();
 }
 
 TEST_F(ScannerOutputTest, APipeAtStandardErrorThatNobodyReadsEndsNothing)
