@@ -237,6 +237,8 @@ TEST_F(RPCServerBacklogTest, GivesUpAClientThatSendsAndSendsWithoutWaitingForAns
         SendHold(large);
     // Five are 60 MiB; the sixth would be more than is kept.
     EXPECT_THAT(log.Await(6), ElementsAre("held", "held", "held", "held", "held", "closed"));
+    // The other side notices the end on its own thread, and traces it.
+    Settle();
     EXPECT_THAT(*traceLines, Contains(HasSubstr("does not wait for answers")));
 }
 
