@@ -160,8 +160,7 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     app.add_option("--skin", choice.skin, "How windows look: classic or v7")->type_name("SKIN");
     app.add_option("--lang", choice.language, "The language of windows and alerts, for example de")
         ->type_name("TAG");
-    app.add_option("--timeout", choice.timeout,
-                   "How long a plug-in may take to scan before it is ended (60)")
+    app.add_option("--timeout", choice.timeout, "How long a plug-in may take to scan before it is ended (60)")
         ->type_name("SECONDS");
     app.add_flag("--quiet", choice.quiet, "No progress and no summary, only what went wrong");
     app.require_subcommand(hasDisplay ? 0 : 1, 1);
