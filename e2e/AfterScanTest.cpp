@@ -159,4 +159,67 @@ TEST_F(AfterScan, AReloadThatIsNotReachedLeavesTheBan)
     EXPECT_EQ(ListedPaths({"--banned"}), Strings());
 }
 
+TEST_F(AfterScan, AFileThatMayNotBeReadIsToldAndTriedAgain)
+{
+    const auto open = Install("good/vst2_effect", "open");
+    const auto locked = Install("good/vst2_synth", "locked");
+    environment["ZET_FAULT"] = "read." + locked.filename().string() + ":1:denied";
+    const auto said = Run({"scan"});
+    EXPECT_EQ(said.exitStatus, 0) << said.error;
+    EXPECT_THAT(said.output, HasSubstr("Cannot be read: " + locked.string() + "\n    "));
+    EXPECT_THAT(said.output, HasSubstr("ermission denied"));
+    EXPECT_THAT(said.output, HasSubstr(": 1 plug-in found, 0 banned"));
+    EXPECT_THAT(Run({"scan", "--quiet"}).output, testing::StartsWith("Cannot be read: " + locked.string()));
+
+    const ScanSummary summary = Scan();
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.scanned, 1) << "although its size and time are the same";
+    EXPECT_EQ(summary.unreadable, Strings{locked.string()});
+    EXPECT_THAT(summary.reasons.at(locked.string()), HasSubstr("ermission denied"));
+    EXPECT_EQ(summary.banned, Strings());
+    EXPECT_EQ(ListedPaths({"--enabled"}), Strings{open.string()});
+    EXPECT_EQ(ListedPaths({"--failed"}), Strings{locked.string()});
+
+    environment["ZET_FAULT"] = std::nullopt;
+    const ScanSummary after = Scan();
+    EXPECT_EQ(after.added, Strings{locked.string()});
+    EXPECT_EQ(after.unreadable, Strings());
+    EXPECT_EQ(Scan().scanned, 0);
+}
+
+TEST_F(AfterScan, ABannedOneWhoseFileWasReplacedIsSaidToBeTriedAgain)
+{
+    const auto better = Install("bad/crash_in_entry", "a_better");
+    const auto worse = Install("bad/crash_in_entry", "b_worse");
+    const auto same = Install("bad/crash_in_entry", "c_same");
+    const auto replace = [this](const char* plugin, const std::filesystem::path& file) {
+        std::filesystem::remove(file);
+        EXPECT_EQ(Install(plugin, file.stem().string()), file);
+    };
+    const Strings files{better.string(), worse.string(), same.string()};
+    const std::string passed = "Tried again, not banned any more: " + better.string() + "\n";
+    const std::string failed = "Tried again, still banned: " + worse.string() + "\n";
+    for (const Strings& named : {Strings{}, files}) {
+        RunWell({"scan", "--rescan"});
+        ASSERT_EQ(ListedPaths({"--banned"}), files);
+        replace("good/vst2_effect", better);
+        replace("bad/aborts", worse);
+        Strings arguments{"scan"};
+        arguments.insert(arguments.end(), named.begin(), named.end());
+        const auto said = Run(arguments);
+        EXPECT_EQ(said.exitStatus, 0) << said.error;
+        EXPECT_THAT(said.output, AllOf(HasSubstr(passed), HasSubstr(failed), HasSubstr("New: 1 plug-in\n"),
+                                       Not(HasSubstr(same.string()))));
+        EXPECT_EQ(said.error.find("banned, and therefore not scanned") != std::string::npos, !named.empty())
+            << "only who names it is told that it was left out";
+
+        replace("bad/crash_in_entry", worse);
+        const ScanSummary summary = Scan(named);
+        EXPECT_EQ(summary.triedAgain, Strings{worse.string()});
+        EXPECT_EQ(summary.banned, Strings{worse.string()});
+        EXPECT_EQ(ListedPaths({"--banned"}), (Strings{worse.string(), same.string()}));
+        replace("bad/crash_in_entry", better);
+    }
+}
+
 } // namespace
