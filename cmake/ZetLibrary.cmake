@@ -3,10 +3,10 @@
 # Which of our libraries each one may use. A dependency that is not in this table is refused, so that the
 # layers stay as ARCHITECTURE.md draws them.
 set(ZET_MAY_USE_zetcore "")
-set(ZET_MAY_USE_zetscanprotocol "")
 set(ZET_MAY_USE_zettransport zetcore)
 set(ZET_MAY_USE_zetmarshal zetcore zettransport)
 set(ZET_MAY_USE_zetaudiofilterhost zetcore)
+set(ZET_MAY_USE_zetscanprotocol zetcore zetmarshal zetaudiofilterhost)
 set(ZET_MAY_USE_zetaudiopluginhost zetcore zetaudiofilterhost)
 set(ZET_MAY_USE_zetui zetcore)
 set(ZET_MAY_USE_zetaudiopluginhostui
