@@ -1,10 +1,10 @@
 # Which of our libraries each one may use. At the end of the configuration every target is looked at: what it links,
 # however that was said, must be in this table, so that the layers stay as ARCHITECTURE.md draws them.
 set(ZET_MAY_USE_zetcore "")
-set(ZET_MAY_USE_zetscanprotocol "")
 set(ZET_MAY_USE_zettransport zetcore)
 set(ZET_MAY_USE_zetmarshal zetcore zettransport)
 set(ZET_MAY_USE_zetaudiofilterhost zetcore)
+set(ZET_MAY_USE_zetscanprotocol zetcore zetmarshal zetaudiofilterhost)
 set(ZET_MAY_USE_zetaudiopluginhost zetcore zetaudiofilterhost)
 set(ZET_MAY_USE_zetui zetcore)
 set(ZET_MAY_USE_zetaudiopluginhostui
