@@ -51,7 +51,7 @@ struct WorkerProcess::System
         if (got > 0)
             output({bytes.data(), static_cast<std::size_t>(got)});
         else if (got == 0 || (errno != EAGAIN && errno != EINTR))
-            worker.output.Reset();
+            worker.output.Close();
         return got > 0;
     }
 

@@ -162,12 +162,6 @@ pid_t Spawn(const Descriptor& channel, const Descriptor& page, const Descriptor&
 
 } // namespace
 
-void Descriptor::Reset() noexcept
-{
-    if (value >= 0)
-        ::close(Release());
-}
-
 void UnmapPage::operator()(WorkerPage* page) const noexcept
 {
     ::munmap(page, workerPageBytes);
