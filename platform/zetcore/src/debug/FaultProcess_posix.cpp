@@ -8,9 +8,9 @@
 #include <unistd.h>
 
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "filesupport/Descriptor_posix.h"
-#include "utility/EnvironmentVariable.h"
 
 namespace zetcore::debug {
 
