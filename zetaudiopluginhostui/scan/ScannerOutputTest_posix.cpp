@@ -218,6 +218,26 @@ TEST_F(ScannerOutputTest, AFailedStartTellsTheScannersLastLine)
     EXPECT_EQ(Passed(22), "cannot find a library\n");
 }
 
+TEST_F(ScannerOutputTest, AFailedStartTellsNoMoreThan300WholeCharactersOfTheLastLine)
+{
+    auto lastOutput = [this, launch = 0](const std::string& line) mutable {
+        Script(++launch, {"say " + line, "die"});
+        EXPECT_FALSE(Start({}));
+        const std::string failure = scan->StartFailure();
+        const std::string before = "; its last output: ";
+        const auto found = failure.find(before);
+        return found == std::string::npos ? failure : failure.substr(found + before.size());
+    };
+    for (const std::string character : {"x", "\xC3\xBC", "\xF0\x9F\x8E\x9B"}) {
+        std::string most;
+        for (int i = 0; i < 300; ++i)
+            most += character;
+        EXPECT_EQ(lastOutput(most), most);
+        EXPECT_EQ(lastOutput(most + character), most + "...");
+        EXPECT_EQ(lastOutput("  " + most + character), most + "...");
+    }
+}
+
 TEST_F(ScannerOutputTest, AScannerThatOutlivesItsFailedStartCanWriteAsLongAsItLives)
 {
     PortWait portWait;

@@ -2,12 +2,12 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <zetaudiofilterhost/ModuleFiles.h>
 
 #include "formats/ModuleQuestions.h"
+#include "header/ModuleFileHeader.h"
 
 namespace zetaudiopluginhost {
 
@@ -24,8 +24,8 @@ struct ShellReplacement
 struct FormatLoader
 {
     zetaudiofilterhost::TechnologyType type;
-    /// A library of this format exports at least one of these functions.
-    std::vector<std::string_view> entryNames;
+    /// A library of this format exports at least one of these.
+    std::vector<EntryPoint> entryPoints;
     /// Makes the module's plug-ins, asks them, and closes them. Throws `PluginUnusable`, `PluginMissing` and
     /// `PluginThrew`.
     InfoList (*ask)(const ModuleQuestions& questions);

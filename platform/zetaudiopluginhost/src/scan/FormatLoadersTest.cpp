@@ -58,7 +58,10 @@ TEST_P(FormatLoaderTest, TheRowSaysHowTheFormatIsAsked)
     const Facts& facts = GetParam();
     const FormatLoader* loader = FindFormatLoader(facts.type);
     ASSERT_NE(loader, nullptr);
-    EXPECT_EQ(loader->entryNames, facts.entryNames);
+    std::vector<std::string_view> entryNames;
+    for (const EntryPoint& entry : loader->entryPoints)
+        entryNames.push_back(entry.name);
+    EXPECT_EQ(entryNames, facts.entryNames);
     EXPECT_NE(loader->ask, nullptr);
     EXPECT_EQ(loader->describe != nullptr, facts.hasDescriptions);
     EXPECT_EQ(loader->shells.by, facts.shellsAreReplacedBy);

@@ -78,7 +78,7 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
         return notAPlugin("not a regular file");
     try {
         FileByteReader file(path);
-        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryNames);
+        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryPoints);
         return reason.empty() ? std::nullopt : std::optional(notAPlugin(std::move(reason)));
     } catch (const file_exception& exception) {
         // It may have been deleted since.

@@ -174,7 +174,7 @@ InfoList AskModule(const ModuleQuestions& questions)
 FormatLoader Loader()
 {
     return {.type = TechnologyType::VST,
-            .entryNames = {entryName, oldEntryName},
+            .entryPoints = {entryName, oldEntryName},
             .ask = AskModule,
             .shells = {shellsAreReplacedBy, ShellComparisonName},
             .hasNumericIds = true};

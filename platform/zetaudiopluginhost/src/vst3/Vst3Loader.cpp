@@ -100,7 +100,7 @@ InfoList AskModule(const ModuleQuestions& questions)
 FormatLoader Loader()
 {
     return {.type = zetaudiofilterhost::TechnologyType::VST3,
-            .entryNames = {factoryEntryName},
+            .entryPoints = {factoryEntryName},
             .ask = AskModule,
             .describe = Describe};
 }

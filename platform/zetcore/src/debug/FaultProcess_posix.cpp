@@ -7,10 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/EnvironmentVariable.h>
-
-#include "filesupport/Descriptor_posix.h"
 
 namespace zetcore::debug {
 
