@@ -79,25 +79,32 @@ class PluginFormatTest : public RegistryFixture, public ::testing::WithParamInte
     const PluginFormat* const format = FindPluginFormat(type);
 
     /// What each format's search finds in `plugins`, as locator texts without the folder.
-    std::vector<std::string> Search(const std::filesystem::path& folder) const
+    std::vector<std::string> Search(const std::filesystem::path& where) const
     {
         std::vector<std::string> found;
         for (const PluginFormat& each : PluginFormats()) {
             PluginFileSearch search(each);
-            EXPECT_TRUE(search.SearchFolder(ToWide(folder)));
+            EXPECT_TRUE(search.SearchFolder(ToWide(where)));
             for (const FoundPlugin& plugin : search.Found())
                 found.push_back(zetcore::string::UTF16to8(std::wstring(each.name)) + " " +
                                 ToNativePath(plugin.path).lexically_relative(plugins).generic_string());
         }
         return found;
     }
-    std::string Found(const std::string& file) const
+    std::string Found(const std::string& module) const
     {
-        return zetcore::string::UTF16to8(facts.name) + " " + file;
+        return zetcore::string::UTF16to8(facts.name) + " " + module;
     }
 
     const std::filesystem::path plugins = folder / "plugins";
 };
+
+class LoadableFormatTest : public PluginFormatTest
+{};
+class BundledFormatTest : public PluginFormatTest
+{};
+class FormatWithVariableTest : public PluginFormatTest
+{};
 
 TEST_P(PluginFormatTest, TheRowSaysWhatTheFormatIs)
 {
@@ -139,13 +146,11 @@ TEST_P(PluginFormatTest, TheRegistryKeepsItsRecordsFoldersChoicesAndAsides)
     EXPECT_FALSE(Held(loaded, choice).IsEnabled());
 }
 
-TEST_P(PluginFormatTest, AFileWithItsExtensionIsItsModuleAndNoOtherFormats)
+TEST_P(LoadableFormatTest, AFileWithItsExtensionIsItsModuleAndNoOtherFormats)
 {
-    if (facts.extension.empty())
-        GTEST_SKIP() << "this platform cannot load it";
     const std::filesystem::path module = plugins / ("a" + facts.extension);
-    for (const std::string name : {module.filename().string(), "b" + facts.extension + ".bak",
-                                   facts.extension, facts.extension.substr(1)})
+    for (const std::string& name : {module.filename().string(), "b" + facts.extension + ".bak",
+                                    facts.extension, facts.extension.substr(1)})
         zettesting::WriteAll(plugins / name, "12345");
     EXPECT_THAT(Search(plugins), ElementsAre(Found(module.filename().string())));
 
@@ -156,20 +161,18 @@ TEST_P(PluginFormatTest, AFileWithItsExtensionIsItsModuleAndNoOtherFormats)
     EXPECT_EQ(LocatorOfModuleFile(locator.GetPath()), locator);
 }
 
-TEST_P(PluginFormatTest, AFolderWithItsExtensionIsABundleOrSearchedInside)
+TEST_P(LoadableFormatTest, AFolderWithItsExtensionIsABundleOrSearchedInside)
 {
-    if (facts.extension.empty())
-        GTEST_SKIP() << "this platform cannot load it";
     const std::filesystem::path named = plugins / ("a" + facts.extension);
     std::filesystem::create_directories(named / "inside");
     std::vector<std::string> inside, wanted;
     for (const PluginFormat& each : PluginFormats()) {
         if (!each.IsOnThisPlatform())
             continue;
-        const std::string file = "x" + zetcore::string::UTF16to8(std::wstring(each.files.extension));
-        zettesting::WriteAll(named / "inside" / file, "");
+        const std::string title = "x" + zetcore::string::UTF16to8(std::wstring(each.files.extension));
+        zettesting::WriteAll(named / "inside" / title, "");
         inside.push_back(zetcore::string::UTF16to8(std::wstring(each.name)) + " a" + facts.extension +
-                         "/inside/" + file);
+                         "/inside/" + title);
     }
     wanted = facts.hasBundles ? std::vector{Found("a" + facts.extension)} : inside;
     EXPECT_EQ(Search(plugins), wanted);
@@ -181,10 +184,8 @@ TEST_P(PluginFormatTest, AFolderWithItsExtensionIsABundleOrSearchedInside)
               facts.hasBundles ? PluginLocator(type, ToWide(named)) : PluginLocator());
 }
 
-TEST_P(PluginFormatTest, ARenamedBundleKeepsItsLibrary)
+TEST_P(BundledFormatTest, ARenamedBundleKeepsItsLibrary)
 {
-    if (!facts.hasBundles)
-        GTEST_SKIP() << "it has no bundles";
     const std::filesystem::path bundle = plugins / ("New" + facts.extension);
     const std::filesystem::path library = zettesting::BundleLibrary(bundle).replace_filename(
         "Old" + std::string(zettesting::BundleLibrarySuffix()));
@@ -195,10 +196,8 @@ TEST_P(PluginFormatTest, ARenamedBundleKeepsItsLibrary)
     EXPECT_EQ(GetModuleFileStamp(locator).size, 3u);
 }
 
-TEST_P(PluginFormatTest, TheFoldersOfItsVariableComeFirst)
+TEST_P(FormatWithVariableTest, TheFoldersOfItsVariableComeFirst)
 {
-    if (!facts.pathVariable)
-        GTEST_SKIP() << "it has no such variable";
     const auto without = [this] {
         const zettesting::ScopedEnvironment none(*facts.pathVariable, std::nullopt);
         return DefaultFoldersOf(*format);
@@ -212,8 +211,31 @@ TEST_P(PluginFormatTest, TheFoldersOfItsVariableComeFirst)
     EXPECT_EQ(DefaultFoldersOf(*format), wanted);
 }
 
-INSTANTIATE_TEST_SUITE_P(, PluginFormatTest, ::testing::ValuesIn(AllFacts()),
-                         [](const auto& row) { return zetcore::string::UTF16to8(row.param.name); });
+std::string RowName(const ::testing::TestParamInfo<Facts>& row)
+{
+    return zetcore::string::UTF16to8(row.param.name);
+}
+
+template<class Has>
+std::vector<Facts> FactsOf(Has has)
+{
+    std::vector<Facts> chosen = AllFacts();
+    std::erase_if(chosen, [&has](const Facts& facts) { return !has(facts); });
+    return chosen;
+}
+
+INSTANTIATE_TEST_SUITE_P(, PluginFormatTest, ::testing::ValuesIn(AllFacts()), RowName);
+INSTANTIATE_TEST_SUITE_P(, LoadableFormatTest, ::testing::ValuesIn(FactsOf([](const Facts& facts) {
+                             return !facts.extension.empty();
+                         })),
+                         RowName);
+INSTANTIATE_TEST_SUITE_P(, BundledFormatTest,
+                         ::testing::ValuesIn(FactsOf([](const Facts& facts) { return facts.hasBundles; })),
+                         RowName);
+INSTANTIATE_TEST_SUITE_P(, FormatWithVariableTest, ::testing::ValuesIn(FactsOf([](const Facts& facts) {
+                             return facts.pathVariable.has_value();
+                         })),
+                         RowName);
 
 TEST(LocatorOfModuleFile, GoesByTheExtensionAndByBundlesAround)
 {
