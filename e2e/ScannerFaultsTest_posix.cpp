@@ -98,10 +98,9 @@ TEST_F(OddScanner, ThatIsNoProgramIsNamed)
     ExpectNotStarted("the scanner program is none for this system");
 }
 
-TEST_F(OddScanner, ThatEndsAtOnceIsToldWhenItsTimeIsUp)
+TEST_F(OddScanner, ThatEndsBeforeItHasToldAPortIsNamedWithItsExitStatus)
 {
     WriteScanner("#!/bin/sh\nexit 7\n");
-    MakeTheHostImpatient();
     ExpectNotStarted("ended with exit status 7");
 }
 

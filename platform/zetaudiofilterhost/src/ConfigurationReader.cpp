@@ -1,7 +1,6 @@
 #include "ConfigurationText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <compare>
 #include <utility>
 
@@ -9,29 +8,31 @@
 
 #include "ConfigurationElements.h"
 #include "XmlText.h"
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/LineCounter.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
 
 namespace {
 
+using zetcore::string::ParseNumber;
 using zetcore::string::UTF8to16;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::optional<std::pair<unsigned, unsigned>> ParseVersion(std::string_view text)
 {
-    std::pair<unsigned, unsigned> version{0, 0};
-    const char* const end = text.data() + text.size();
-    const auto major = std::from_chars(text.data(), end, version.first);
-    if (major.ec != std::errc() || major.ptr == end || *major.ptr != '.')
+    const std::size_t point = text.find('.');
+    if (point == text.npos)
         return std::nullopt;
-    const auto minor = std::from_chars(major.ptr + 1, end, version.second);
-    if (minor.ec != std::errc() || minor.ptr != end)
+    const auto major = ParseNumber<unsigned>(text.substr(0, point));
+    const auto minor = ParseNumber<unsigned>(text.substr(point + 1));
+    if (!major || !minor)
         return std::nullopt;
-    return version;
+    return std::pair(*major, *minor);
 }
 
 class Reader
@@ -139,10 +140,8 @@ void Reader::KeepUnknown(Unknown& unknown, const pugi::xml_node& child)
 TechnologyFolders Reader::ReadTechnology(const pugi::xml_node& element)
 {
     TechnologyFolders technology;
-    const std::wstring technologyName = UTF8to16(element.attribute("name").value());
-    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU})
-        if (TechnologyName(type) == technologyName)
-            technology.type = type;
+    if (const PluginFormat* format = FindPluginFormat(UTF8to16(element.attribute("name").value())))
+        technology.type = format->type;
     for (const pugi::xml_attribute& attribute : element.attributes())
         if (std::string_view(attribute.name()) != "name")
             AppendUnknown(technology.unknown, attribute);

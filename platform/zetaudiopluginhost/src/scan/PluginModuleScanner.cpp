@@ -1,6 +1,5 @@
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 
-#include <charconv>
 #include <optional>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
@@ -9,9 +8,11 @@
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
+#include "scan/FormatLoaders.h"
 
 namespace zetaudiopluginhost {
 
@@ -19,7 +20,6 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiofilterhost::TechnologyType;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 
@@ -35,14 +35,13 @@ std::string StatusText(const PluginLocator& locator)
     return subcomponent.empty() ? std::string() : " (" + subcomponent + ")";
 }
 
-/// VST2's unique id; other technologies' do not fit the list.
+/// The unique id of a format that the list of unsupported plug-ins is about.
 std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
 {
-    const std::string text = zetcore::string::UTF16to8(info.GetUniqueId());
-    std::uint32_t id = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber ? std::optional(id) : std::nullopt;
+    const FormatLoader* format = FindFormatLoader(info.GetLocator().GetTechnologyType());
+    if (!format || !format->hasNumericIds)
+        return std::nullopt;
+    return zetcore::string::ParseNumber<std::uint32_t>(zetcore::string::UTF16to8(info.GetUniqueId()));
 }
 
 ScanOutcome RefusedFile(const PluginLocator& locator)
@@ -61,8 +60,7 @@ ScanOutcome RefusedFile(const PluginLocator& locator)
 void RefuseUnsupported(const std::wstring& fileName, ScanOutcome& outcome)
 {
     for (const auto& info : outcome.infos) {
-        if (info->GetStatus() != ModuleStatus::Working ||
-            info->GetLocator().GetTechnologyType() != TechnologyType::VST)
+        if (info->GetStatus() != ModuleStatus::Working)
             continue;
         const std::optional<std::uint32_t> id = NumericId(*info);
         if (id &&
@@ -122,13 +120,13 @@ struct PluginModuleScanner::State
     EntityScan entityScan;
     ScanOutcome lastOutcome;
 
-    /// Modules that a VST2 shell may be there as, too: those of this scan and those that are known.
+    /// Modules that a shell's plug-ins may be in, too: those of this scan and those that are known.
     std::vector<PluginLocator> KnownModules() const
     {
         std::vector<PluginLocator> known = locators;
         PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
         for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
-            if ((*info)->GetLocator().GetTechnologyType() == TechnologyType::VST3)
+            if (ModuleLoader::ReplacesShells((*info)->GetLocator().GetTechnologyType()))
                 known.push_back((*info)->GetLocator());
         }
         return known;
@@ -159,12 +157,11 @@ struct PluginModuleScanner::State
 };
 
 PluginModuleScanner::PluginModuleScanner(const std::vector<PluginLocator>& locators,
-                                         bool disableVST2ShellSkipping, bool quickEffectScan,
-                                         bool resultsOnly)
+                                         bool disableShellSkipping, bool quickEffectScan, bool resultsOnly)
     : state(std::make_unique<State>())
 {
     state->locators = locators;
-    state->options = {disableVST2ShellSkipping, quickEffectScan};
+    state->options = {disableShellSkipping, quickEffectScan};
     state->resultsOnly = resultsOnly;
 }
 

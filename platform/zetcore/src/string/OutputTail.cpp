@@ -11,13 +11,24 @@ namespace {
 // Enough for the last lines of any message that a person would read.
 constexpr std::size_t maxTail = 4096;
 
+bool IsContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 } // namespace
 
 void OutputTail::Append(std::string_view bytes)
 {
+    const bool isCut = tail.size() + bytes.size() > maxTail;
     tail.append(bytes.substr(bytes.size() - std::min(bytes.size(), maxTail)));
-    if (tail.size() > maxTail)
-        tail.erase(0, tail.size() - maxTail);
+    if (!isCut)
+        return;
+    std::size_t cut = tail.size() - std::min(tail.size(), maxTail);
+    // The rest of a character whose first byte is gone goes, too.
+    while (cut < tail.size() && IsContinuation(tail[cut]))
+        ++cut;
+    tail.erase(0, cut);
 }
 
 std::string OutputTail::LastLine() const
@@ -34,16 +45,16 @@ std::string OutputTail::LastLine() const
 
 std::string TidyLine(std::string_view text, std::size_t maxCharacters)
 {
-    // Four bytes make a character at most.
-    const bool cut = text.size() > maxCharacters * 4;
-    std::wstring wide = ForDisplay(UTF8to16(cut ? text.substr(0, maxCharacters * 4) : text));
-    if (const auto first = wide.find_first_not_of(L' '); first != std::wstring::npos)
-        wide = wide.substr(first, wide.find_last_not_of(L' ') - first + 1);
-    else
-        wide.clear();
-    if (cut || wide.size() > maxCharacters)
-        wide = wide.substr(0, maxCharacters) + L"...";
-    return UTF16to8(wide);
+    const std::wstring wide = ForDisplay(UTF8to16(text));
+    const auto first = wide.find_first_not_of(L' ');
+    if (first == std::wstring::npos)
+        return {};
+    const std::wstring_view line =
+        std::wstring_view(wide).substr(first, wide.find_last_not_of(L' ') - first + 1);
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < maxCharacters && end < line.size(); ++count)
+        NextCodePoint(line, end);
+    return UTF16to8(line.substr(0, end)) + (end < line.size() ? "..." : "");
 }
 
 } // namespace zetcore::string

@@ -23,9 +23,10 @@ constexpr std::chrono::milliseconds redrawInterval{50};
 constexpr std::chrono::milliseconds pollInterval{2};
 
 /// Sleeps until something is posted to this thread, and runs it.
-void WaitForPostedCalls(Clock::time_point until)
+void WaitForPostedCalls(Clock::duration atMost)
 {
     namespace threads = zetcore::threads;
+    const auto until = Clock::now() + atMost;
     if (const auto loop =
             std::dynamic_pointer_cast<threads::PlainEventLoop>(threads::GetRegisteredMainThread())) {
         loop->WaitAndRun(until);
@@ -43,6 +44,7 @@ struct TerminalPresentation::State
     std::FILE* stream = nullptr;
     bool quiet = false;
     bool terminal = false;
+    Now now;
     /// True while a progress line is on the screen.
     bool lineDrawn = false;
     Counts counts;
@@ -133,11 +135,10 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
 
     bool ProcessEvents(bool wait) override
     {
-        if (wait) {
-            const auto now = Clock::now();
-            WaitForPostedCalls(dirty ? std::clamp(lastDrawn + redrawInterval, now, now + redrawInterval)
-                                     : now + redrawInterval);
-        }
+        if (wait)
+            WaitForPostedCalls(dirty ? std::clamp<Clock::duration>(lastDrawn + redrawInterval - state->now(),
+                                                                   Clock::duration::zero(), redrawInterval)
+                                     : redrawInterval);
         DrawIfDue();
         if (!interrupts || !InterruptWatch::Take())
             return false;
@@ -153,14 +154,14 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
     {
         if (!dirty)
             return;
-        if (Clock::now() >= lastDrawn + redrawInterval)
+        if (state->now() >= lastDrawn + redrawInterval)
             Draw();
     }
 
     void Draw()
     {
         dirty = false;
-        lastDrawn = Clock::now();
+        lastDrawn = state->now();
         state->lineDrawn = true;
         state->Write("\r" + FormatProgressLine(line, TerminalColumns(state->stream)) + "\x1b[K");
     }
@@ -188,8 +189,10 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
     std::optional<InterruptWatch> interrupts;
 };
 
-TerminalPresentation::TerminalPresentation(std::FILE* stream, bool quiet) : state(std::make_shared<State>())
+TerminalPresentation::TerminalPresentation(std::FILE* stream, bool quiet, Now now)
+    : state(std::make_shared<State>())
 {
+    state->now = std::move(now);
     state->stream = stream;
     state->quiet = quiet;
     state->terminal = !quiet && IsTerminal(stream);

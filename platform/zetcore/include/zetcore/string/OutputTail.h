@@ -21,7 +21,8 @@ class ZETCORE_API OutputTail
     std::string tail;
 };
 
-/// Valid UTF-8 in one line without control characters, at most `maxCharacters` long.
+/// Valid UTF-8 in one line without control characters and without blanks at its ends. Of a longer line, the
+/// first `maxCharacters` whole characters and "...".
 ZETCORE_API std::string TidyLine(std::string_view text, std::size_t maxCharacters);
 
 } // namespace zetcore::string

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -25,8 +27,12 @@ class ZETUI_API TerminalPresentation : public Presentation
         unsigned long long lastTotal = 0;
     };
 
+    /// The time by which it redraws the line; tests hand in their own.
+    using Now = std::function<std::chrono::steady_clock::time_point()>;
+
     /// The stream is not owned. `quiet` shows alerts only.
-    explicit TerminalPresentation(std::FILE* stream, bool quiet = false);
+    explicit TerminalPresentation(std::FILE* stream, bool quiet = false,
+                                  Now now = std::chrono::steady_clock::now);
     ~TerminalPresentation() override;
 
     std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant parent) override;
