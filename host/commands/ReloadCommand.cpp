@@ -65,7 +65,7 @@ std::optional<std::vector<PluginLocator>> AllBannedModules(const HostSession& se
     return WithoutDoubles(std::move(modules));
 }
 
-/// Nothing when one of them is not banned.
+/// No list at all when one of them is not banned.
 std::optional<std::vector<PluginLocator>> BannedModules(const HostSession& session,
                                                         const std::vector<std::string>& files)
 {

@@ -16,7 +16,7 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 
-/// What a search of the registered folders would find in this one.
+/// Finds in this folder as a search of the registered folders does.
 std::vector<PluginLocator> PluginsInFolder(const std::wstring& folder)
 {
     PluginModuleInfoManager search;

@@ -234,7 +234,7 @@ class ScanNoteShown : public zettesting::HostFixture
         ScanNoteShown& owner;
     };
 
-    /// What a host's session does, without its windows.
+    /// Does as a host's session does, without its windows.
     class Watched
     {
       public:
@@ -370,6 +370,9 @@ TEST_F(ScanNoteShown, AReloadThatIsNotReachedKeepsTheBanWithItsReason)
     EXPECT_THAT(host.watch.Last().changes.removed, IsEmpty());
     ASSERT_EQ(questions.size(), 1u);
     EXPECT_THAT(questions[0].message, HasSubstr("Plug-ins not scanned: 1\n"));
+    registry.GetPluginInfosChangedSignal()();
+    EXPECT_EQ(questions.size(), 1u) << "the signal of something else tells nothing of the scan again";
+    EXPECT_EQ(banSaves, 1);
     GiveScannerBack();
 }
 
