@@ -72,7 +72,7 @@ std::optional<std::vector<PluginLocator>> BannedModules(const HostSession& sessi
     std::vector<PluginLocator> modules;
     bool allBanned = true;
     for (const std::string& file : files) {
-        modules.push_back(LocatorOfArgument(file));
+        modules.push_back(LocatorOfArgument(session, file));
         if (BannedOfModule(session, modules.back()).empty()) {
             Say("not banned: " + ForTerminal(modules.back().GetPath()));
             allBanned = false;
