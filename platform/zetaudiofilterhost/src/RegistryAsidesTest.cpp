@@ -171,6 +171,17 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"gone")));
 }
 
+TEST_F(RegistryAsidesTest, OnlyWhatTheSearchItselfFoundToHaveVanishedGoesForGood)
+{
+    const PluginLocator one = Vst(L"/gone/shell.so", L"1"), two = Vst(L"/gone/shell.so", L"2");
+    registry.AddModule(MakeInfo(one));
+    registry.CollectPotentialPlugins(true, vanished);
+    ASSERT_THAT(vanished, ElementsAre(one.ModuleLocator(), one));
+    registry.AddModule(MakeInfo(two));
+    registry.RemovePluginLocators({one, two});
+    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(two)) << "it came after the search";
+}
+
 TEST_F(RegistryAsidesTest, OfABannedPluginOnlyTheChoiceIsRemembered)
 {
     Add(L"bad");
