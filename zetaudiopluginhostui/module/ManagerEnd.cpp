@@ -17,7 +17,7 @@ namespace {
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetcore::filesupport::File;
 
-/// Nothing when the content cannot be read: the save alone decides what the user is told.
+/// Empty when the content cannot be read: the save alone decides what the user is told.
 std::optional<std::uint64_t> DigestIfReadable(const File& file)
 {
     try {

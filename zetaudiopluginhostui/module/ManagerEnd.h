@@ -5,7 +5,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// What came of the registry when the manager's window had closed.
+/// The registry's lot when the manager's window has closed.
 struct ManagerEnd
 {
     /// The configuration was saved, and its file has another content than before. A content that cannot be

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-/// What the terminal presentation asks of the system. Main thread.
+/// The terminal presentation asks this of the system. Main thread.
 namespace zetui::dialogs {
 
 /// True for a stream that understands cursor and erase sequences; where that has to be switched on, it is.
@@ -12,7 +12,7 @@ int TerminalColumns(std::FILE* stream);
 
 /// Ctrl-C as an answer while at least one of these exists: the first one becomes a flag; a second one before
 /// the last of these is gone ends the program as usual, so that a program that hangs can always be stopped.
-/// Where Ctrl-C was ignored before, it stays so.
+/// A Ctrl-C that was ignored before stays ignored.
 class InterruptWatch
 {
   public:

@@ -5,7 +5,7 @@
 
 #include "dialogs/BarPosition.h"
 
-/// What the terminal presentation writes, as text. All of it is UTF-8.
+/// The texts that the terminal presentation writes. All of them are UTF-8.
 namespace zetui::dialogs {
 
 /// Text that cannot command a terminal: control characters become a space, direction marks and bytes that
