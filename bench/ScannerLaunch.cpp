@@ -6,10 +6,11 @@
 #include <stdexcept>
 
 #include <zetcore/filesupport/MemoryMappedFile.h>
-#include <zetcore/serialization/Value.h>
+#include <zetcore/string/Utf.h>
 #include <zetcore/threads/Backoff.h>
 #include <zetmarshal/RPCClient.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zetscanprotocol/ScanRequests.h>
 #include <zettransport/SocketTransport.h>
 
 #include "Measure.h"
@@ -47,16 +48,15 @@ double SecondsToConnect(const std::filesystem::path& scanner, const std::filesys
             throw std::runtime_error("cannot connect to the scanner");
         client = std::make_unique<zetmarshal::RPCClient>(session, L"ScanBench");
 
-        auto arguments = serialization::MakeValue(serialization::Array{});
-        for (const char* name : {"AudioPlugins.xml", "BannedAudioPlugins.xml", "UnsupportedAudioPlugins.xml",
-                                 "AudioPlugins.xml.scan"})
-            serialization::AppendToArray(arguments, serialization::MakeString((prefs / name).string()));
-        serialization::AppendToArray(arguments, serialization::MakeValue(false));
-        serialization::AppendToArray(arguments, serialization::MakeValue(true));
+        const auto file = [&prefs](const char* name) {
+            return zetcore::string::UTF8to16((prefs / name).string());
+        };
+        const auto connect = zetscanprotocol::BuildConnect(
+            {file("AudioPlugins.xml"), file("BannedAudioPlugins.xml"), file("UnsupportedAudioPlugins.xml"),
+             file("AudioPlugins.xml.scan"), false, true});
         std::promise<bool> answered;
         client->SendRequest(
-            serialization::BuildCall(zetscanprotocol::connectMethod, arguments),
-            [&](const auto&, long long) { answered.set_value(true); },
+            connect, [&](const auto&, long long) { answered.set_value(true); },
             [&](int, const std::wstring&, long long) { answered.set_value(false); });
         if (!answered.get_future().get())
             throw std::runtime_error("the scanner refused to connect");

@@ -1,24 +1,6 @@
 # How this project declares its libraries, programs and tests.
 
-# Which of our libraries each one may use. A dependency that is not in this table is refused, so that the
-# layers stay as ARCHITECTURE.md draws them.
-set(ZET_MAY_USE_zetcore "")
-set(ZET_MAY_USE_zetscanprotocol "")
-set(ZET_MAY_USE_zettransport zetcore)
-set(ZET_MAY_USE_zetmarshal zetcore zettransport)
-set(ZET_MAY_USE_zetaudiofilterhost zetcore)
-set(ZET_MAY_USE_zetaudiopluginhost zetcore zetaudiofilterhost)
-set(ZET_MAY_USE_zetui zetcore)
-set(ZET_MAY_USE_zetaudiopluginhostui
-    zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui)
-set(ZET_MAY_USE_zetaudiofilterscan
-    zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost)
-set(ZET_MAY_USE_zetaudiopluginmanager
-    zetcore zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
-
-# Libraries that are parts of one of these layers.
-set(ZET_LIBRARY_PARTS
-    zetaudiofilterscan_supervisor zetaudiofilterscan_worker zetaudiofilterscan_shared zetaudiopluginhostui_scan)
+include("${CMAKE_CURRENT_LIST_DIR}/ZetLayers.cmake")
 
 add_custom_target(zet_headers_alone)
 # The tests that run under the thread sanitizer.
@@ -60,19 +42,12 @@ function(zet_sanitize target)
   endif()
 endfunction()
 
-function(zet_check_layers name)
-  foreach(used IN LISTS ARGN)
-    if(NOT used IN_LIST ZET_MAY_USE_${name})
-      message(FATAL_ERROR "${name} must not use ${used}: see the layers in cmake/ZetLibrary.cmake")
-    endif()
-  endforeach()
-endfunction()
-
 # zet_library(NAME
 #   SOURCES files, POSIX files, WIN files      what it is built of
-#   USES libs, PRIVATE_USES libs               ours, checked against the layers
+#   USES libs, PRIVATE_USES libs               ours
 #   LINK targets, PRIVATE_LINK targets         others'
 #   [INCLUDE dir]                              public headers, include/ by default
+#   [LAYER name]                               the layer that it is a part of; by default it is one itself
 #   [STATIC])                                  shared unless it says so
 # Its tests use zet_test, which links the library's objects, so that they reach what is not exported.
 function(zet_library name)
@@ -91,9 +66,6 @@ function(zet_library name)
   if(NOT ARG_LAYER)
     set(ARG_LAYER ${name})
   endif()
-  set(ours ${ARG_USES} ${ARG_PRIVATE_USES})
-  list(REMOVE_ITEM ours ${ZET_LIBRARY_PARTS})
-  zet_check_layers(${ARG_LAYER} ${ours})
   if(WIN32)
     list(APPEND ARG_SOURCES ${ARG_WIN})
   else()
@@ -103,7 +75,7 @@ function(zet_library name)
   set(ZET_NAME ${name})
   string(TOUPPER ${name} ZET_UPPER)
   set(generated "${PROJECT_BINARY_DIR}/generated/${name}")
-  configure_file("${PROJECT_SOURCE_DIR}/cmake/Export.h.in" "${generated}/${name}/Export.h" @ONLY)
+  configure_file("${CMAKE_CURRENT_FUNCTION_LIST_DIR}/Export.h.in" "${generated}/${name}/Export.h" @ONLY)
 
   add_library(${name}_objects OBJECT ${ARG_SOURCES})
   zet_compile_settings(${name}_objects)
@@ -121,7 +93,7 @@ function(zet_library name)
     # The path to be replaced on installation would be padded with empty entries, which mean the current folder.
     set_target_properties(${name} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     if(NOT WIN32)
-      target_link_options(${name} PRIVATE "LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map")
+      target_link_options(${name} PRIVATE "LINKER:--version-script=${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map")
     endif()
   endif()
   # The libraries' file names are the same whichever compiler made them.
@@ -135,6 +107,8 @@ function(zet_library name)
     "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}>" "$<BUILD_INTERFACE:${generated}>")
   target_link_libraries(${name} PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
   set_property(TARGET ${name} PROPERTY ZET_PRIVATE_LINK ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
+  zet_layer(${name} ${ARG_LAYER})
+  zet_layer(${name}_objects ${ARG_LAYER})
 
   if(has_headers)
     zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}")
@@ -144,8 +118,8 @@ endfunction()
 # zet_header_library(NAME [USES libs]): a library of headers only.
 function(zet_header_library name)
   cmake_parse_arguments(ARG "" "" "USES;LINK" ${ARGN})
-  zet_check_layers(${name} ${ARG_USES})
   add_library(${name} INTERFACE)
+  zet_layer(${name} ${name})
   target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_SOURCE_DIR}/include")
   target_link_libraries(${name} INTERFACE ${ARG_USES} ${ARG_LINK})
   zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/include")
@@ -165,17 +139,17 @@ function(zet_check_headers_alone name include_dir)
     add_library(${name}_headers_alone OBJECT EXCLUDE_FROM_ALL ${proofs})
     target_link_libraries(${name}_headers_alone PRIVATE ${name})
     zet_compile_settings(${name}_headers_alone)
+    zet_layer_of(${name} layer)
+    zet_layer(${name}_headers_alone ${layer})
     add_dependencies(zet_headers_alone ${name}_headers_alone)
   endif()
 endfunction()
 
-# zet_program(NAME SOURCES files USES libs LINK targets [LAYER name])
+# zet_program(NAME LAYER name SOURCES files, POSIX files, WIN files USES libs LINK targets)
 function(zet_program name)
   cmake_parse_arguments(ARG "" "LAYER" "SOURCES;POSIX;WIN;USES;LINK" ${ARGN})
-  if(ARG_LAYER)
-    set(ours ${ARG_USES})
-    list(REMOVE_ITEM ours ${ZET_LIBRARY_PARTS})
-    zet_check_layers(${ARG_LAYER} ${ours})
+  if(NOT ARG_LAYER)
+    message(FATAL_ERROR "zet_program(${name}): which LAYER does it belong to?")
   endif()
   if(WIN32)
     list(APPEND ARG_SOURCES ${ARG_WIN})
@@ -184,6 +158,7 @@ function(zet_program name)
   endif()
   add_executable(${name} ${ARG_SOURCES})
   zet_compile_settings(${name})
+  zet_layer(${name} ${ARG_LAYER})
   target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_USES} ${ARG_LINK})
 endfunction()
@@ -201,6 +176,8 @@ function(zet_test library)
   endif()
   add_executable(${ARG_NAME} ${ARG_FILES})
   zet_compile_settings(${ARG_NAME})
+  zet_layer_of(${library} layer)
+  zet_layer(${ARG_NAME} ${layer} TEST)
   target_compile_definitions(${ARG_NAME} PRIVATE ${library}_EXPORTS)
   target_include_directories(${ARG_NAME} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/src")
   get_property(private_link TARGET ${library} PROPERTY ZET_PRIVATE_LINK)

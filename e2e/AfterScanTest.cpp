@@ -187,6 +187,45 @@ TEST_F(AfterScan, AFileThatMayNotBeReadIsToldAndTriedAgain)
     EXPECT_EQ(Scan().scanned, 0);
 }
 
+TEST_F(AfterScan, AFolderThatMayNotBeReadIsToldAndWhatIsInItStays)
+{
+    const auto open = Install("good/vst2_effect", "open");
+    const auto locked = plugins / "locked";
+    std::filesystem::create_directory(locked);
+    const auto known = zettesting::CopyTestPlugin("good/vst2_synth", locked, "known");
+    RunWell({"scan"});
+    const auto before = List();
+    ASSERT_EQ(ListedPaths(), (Strings{known.string(), open.string()}));
+    const auto later = zettesting::CopyTestPlugin("good/vst2_effect", locked, "later");
+    environment["ZET_FAULT"] = "read." + locked.filename().string() + ":1:denied";
+
+    const ScanSummary first = Scan();
+    EXPECT_EQ(first.exitStatus, 0) << first.messages;
+    EXPECT_EQ(first.scanned, 0);
+    EXPECT_EQ(first.unreadable, Strings{locked.string()});
+    EXPECT_THAT(first.reasons.at(locked.string()), HasSubstr("ermission denied"));
+    EXPECT_EQ(first.removed, Strings());
+    EXPECT_EQ(first.added, Strings());
+    EXPECT_EQ(List(), before) << "the known one stays as it was";
+
+    const std::string told = "Cannot be read: " + locked.string() + "\n    ";
+    const auto said = Run({"scan"});
+    EXPECT_EQ(said.exitStatus, 0) << said.error;
+    EXPECT_THAT(said.output, AllOf(HasSubstr(told), HasSubstr("ermission denied"), Not(HasSubstr("Gone"))));
+    const auto quiet = Run({"scan", "--quiet"});
+    EXPECT_EQ(quiet.exitStatus, 0) << quiet.error;
+    EXPECT_THAT(quiet.output, AllOf(testing::StartsWith(told), HasSubstr("ermission denied")));
+    EXPECT_EQ(Scan().unreadable, Strings{locked.string()}) << "as long as it is so";
+    EXPECT_EQ(List(), before);
+
+    environment["ZET_FAULT"] = std::nullopt;
+    const ScanSummary after = Scan();
+    EXPECT_EQ(after.added, Strings{later.string()});
+    EXPECT_EQ(after.removed, Strings());
+    EXPECT_EQ(after.unreadable, Strings());
+    EXPECT_EQ(ListedPaths(), (Strings{known.string(), later.string(), open.string()}));
+}
+
 TEST_F(AfterScan, ABannedOneWhoseFileWasReplacedIsSaidToBeTriedAgain)
 {
     const auto better = Install("bad/crash_in_entry", "a_better");

@@ -30,7 +30,8 @@ class CountingReader final : public ByteReader
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::vector<std::string_view> entries = {"VSTPluginMain", "main", "GetPluginFactory"};
+    const std::vector<EntryPoint> entries = {
+        "VSTPluginMain", "main", "GetPluginFactory", {"clap_entry", true}};
     for (const ModuleFormat format : {ModuleFormat::Elf, ModuleFormat::Pe}) {
         for (const ModuleMachine machine : {ModuleMachine::X86_64, ModuleMachine::AArch64}) {
             CountingReader reader(zetfuzz::Text(data, size));

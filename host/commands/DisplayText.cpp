@@ -1,9 +1,9 @@
 #include "commands/DisplayText.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
+#include <zetcore/string/TerminalText.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginmanager {
@@ -13,63 +13,20 @@ namespace {
 constexpr std::string_view ellipsis = "\u2026";
 constexpr char32_t replacement = 0xFFFD;
 
-struct Range
-{
-    char32_t first, last;
-};
-
-template<std::size_t N>
-bool IsIn(char32_t character, const std::array<Range, N>& ranges)
-{
-    return std::any_of(ranges.begin(), ranges.end(), [character](const Range& range) {
-        return character >= range.first && character <= range.last;
-    });
-}
-
-constexpr std::array<Range, 5> directionMarks{
-    {{0x061C, 0x061C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFEFF, 0xFEFF}}};
-constexpr std::array<Range, 6> noColumn{{{0x0300, 0x036F},
-                                         {0x1AB0, 0x1AFF},
-                                         {0x200B, 0x200D},
-                                         {0x20D0, 0x20FF},
-                                         {0xFE00, 0xFE0F},
-                                         {0xFE20, 0xFE2F}}};
-constexpr std::array<Range, 9> twoColumns{{{0x1100, 0x115F},
-                                           {0x2E80, 0xA4CF},
-                                           {0xAC00, 0xD7A3},
-                                           {0xF900, 0xFAFF},
-                                           {0xFE30, 0xFE6F},
-                                           {0xFF01, 0xFF60},
-                                           {0xFFE0, 0xFFE6},
-                                           {0x1F300, 0x1FAFF},
-                                           {0x20000, 0x3FFFD}}};
-
-std::size_t WidthOf(char32_t character)
-{
-    return IsIn(character, noColumn) ? 0u : IsIn(character, twoColumns) ? 2u : 1u;
-}
-
 struct Character
 {
     std::size_t begin, end, width;
 };
 
-/// Where each character of a valid UTF-8 text stands, and the columns that it takes.
-std::vector<Character> CharactersOf(std::string_view utf8)
+/// The places of the characters in a text, and the columns that each takes.
+std::vector<Character> CharactersOf(std::wstring_view text)
 {
     std::vector<Character> characters;
-    for (std::size_t index = 0; index < utf8.size();) {
-        const auto lead = static_cast<unsigned char>(utf8[index]);
-        const std::size_t length = std::min<std::size_t>(lead < 0x80   ? 1
-                                                         : lead < 0xE0 ? 2
-                                                         : lead < 0xF0 ? 3
-                                                                       : 4,
-                                                         utf8.size() - index);
-        char32_t value = length == 1 ? lead : lead & (0x7Fu >> length);
-        for (std::size_t byte = 1; byte < length; ++byte)
-            value = (value << 6) | (static_cast<unsigned char>(utf8[index + byte]) & 0x3Fu);
-        characters.push_back({index, index + length, WidthOf(value)});
-        index += length;
+    for (std::size_t end = 0; end < text.size();) {
+        const std::size_t begin = end;
+        const char32_t codePoint = zetcore::string::NextCodePoint(text, end);
+        characters.push_back(
+            {begin, end, static_cast<std::size_t>(zetcore::string::TerminalWidth(codePoint))});
     }
     return characters;
 }
@@ -107,14 +64,7 @@ void AppendEscape(std::wstring& text, wchar_t unit)
 
 std::string ForTerminal(std::wstring_view text)
 {
-    const std::wstring shown = zetcore::string::ForDisplay(text);
-    std::wstring harmless;
-    harmless.reserve(shown.size());
-    for (std::size_t index = 0; index < shown.size();) {
-        const char32_t codePoint = zetcore::string::NextCodePoint(shown, index);
-        zetcore::string::AppendCodePoint(harmless, IsIn(codePoint, directionMarks) ? replacement : codePoint);
-    }
-    return zetcore::string::UTF16to8(harmless);
+    return zetcore::string::UTF16to8(zetcore::string::ForTerminal(text));
 }
 
 std::vector<std::string> LinesForTerminal(std::string_view utf8)
@@ -149,50 +99,49 @@ std::string PathForJson(std::wstring_view path)
 
 std::size_t DisplayWidth(std::string_view utf8)
 {
-    std::size_t width = 0;
-    for (const Character& character : CharactersOf(utf8))
-        width += character.width;
-    return width;
+    return static_cast<std::size_t>(zetcore::string::TerminalWidth(zetcore::string::UTF8to16(utf8)));
 }
 
 std::string CutEnd(std::string_view utf8, std::size_t width)
 {
     if (DisplayWidth(utf8) <= width)
         return std::string(utf8);
+    const std::wstring text = zetcore::string::UTF8to16(utf8);
     std::size_t taken = 0, end = 0;
-    for (const Character& character : CharactersOf(utf8)) {
+    for (const Character& character : CharactersOf(text)) {
         if (taken + character.width + 1 > width)
             break;
         taken += character.width;
         end = character.end;
     }
-    return width == 0 ? std::string() : std::string(utf8.substr(0, end)).append(ellipsis);
+    return width == 0 ? std::string() : zetcore::string::UTF16to8(text.substr(0, end)).append(ellipsis);
 }
 
 std::string CutBeginning(std::string_view utf8, std::size_t width)
 {
     if (DisplayWidth(utf8) <= width)
         return std::string(utf8);
-    const std::vector<Character> characters = CharactersOf(utf8);
-    std::size_t taken = 0, begin = utf8.size();
+    const std::wstring text = zetcore::string::UTF8to16(utf8);
+    const std::vector<Character> characters = CharactersOf(text);
+    std::size_t taken = 0, begin = text.size();
     for (auto character = characters.rbegin(); character != characters.rend(); ++character) {
         if (taken + character->width + 1 > width)
             break;
         taken += character->width;
         begin = character->begin;
     }
-    return width == 0 ? std::string() : std::string(ellipsis).append(utf8.substr(begin));
+    return width == 0 ? std::string() : std::string(ellipsis) + zetcore::string::UTF16to8(text.substr(begin));
 }
 
 std::vector<std::string> Wrap(std::string_view utf8, std::size_t width)
 {
-    if (width == 0)
-        return {std::string(utf8)};
+    const std::wstring text = zetcore::string::UTF8to16(utf8);
+    std::wstring_view rest = text;
     std::vector<std::string> lines;
-    while (DisplayWidth(utf8) > width) {
+    while (width > 0 && zetcore::string::TerminalWidth(rest) > static_cast<int>(width)) {
         std::size_t taken = 0, end = 0, lastSpace = 0;
-        for (const Character& character : CharactersOf(utf8)) {
-            if (utf8[character.begin] == ' ')
+        for (const Character& character : CharactersOf(rest)) {
+            if (rest[character.begin] == ' ')
                 lastSpace = character.begin;
             if (taken + character.width > width && end > 0)
                 break;
@@ -200,13 +149,11 @@ std::vector<std::string> Wrap(std::string_view utf8, std::size_t width)
             end = character.end;
         }
         const std::size_t cut = lastSpace > 0 ? lastSpace : end;
-        lines.emplace_back(utf8.substr(0, cut));
-        utf8.remove_prefix(cut);
-        while (!utf8.empty() && utf8.front() == ' ')
-            utf8.remove_prefix(1);
+        lines.push_back(zetcore::string::UTF16to8(rest.substr(0, cut)));
+        rest.remove_prefix(std::min(rest.find_first_not_of(' ', cut), rest.size()));
     }
-    if (!utf8.empty() || lines.empty())
-        lines.emplace_back(utf8);
+    if (!rest.empty() || lines.empty())
+        lines.push_back(zetcore::string::UTF16to8(rest));
     return lines;
 }
 

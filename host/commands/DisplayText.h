@@ -8,8 +8,7 @@
 /// Texts of plug-ins and paths, made fit for a terminal or for JSON. Pure functions; any thread.
 namespace zetaudiopluginmanager {
 
-/// One line of valid UTF-8 without anything that a terminal would obey: control characters become spaces,
-/// what is no Unicode and what changes the writing direction becomes U+FFFD.
+/// One line of valid UTF-8 without anything that a terminal would obey (`zetcore::string::ForTerminal`).
 std::string ForTerminal(std::wstring_view text);
 /// The same for each line of a UTF-8 text; empty lines at its end are left out.
 std::vector<std::string> LinesForTerminal(std::string_view utf8);
@@ -21,8 +20,7 @@ std::string ForJson(std::string_view utf8);
 /// else, '%' included, stands as it is.
 std::string PathForJson(std::wstring_view path);
 
-/// How many columns a terminal needs for a text that `ForTerminal` made: none for combining marks, two for
-/// wide characters.
+/// How many columns a terminal needs for a text that `ForTerminal` made.
 std::size_t DisplayWidth(std::string_view utf8);
 /// Shortens to at most `width` columns: the end or the beginning gives way to an ellipsis.
 std::string CutEnd(std::string_view utf8, std::size_t width);

@@ -1,7 +1,6 @@
 #include "commands/WindowSettings.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <sstream>
 #include <stdexcept>
@@ -11,6 +10,7 @@
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/string/ParseNumber.h>
 
 #include "commands/HostSession.h"
 
@@ -63,11 +63,10 @@ class Reader
         if (!found)
             return;
         const std::string written = found.value();
-        std::int64_t number = 0;
-        const auto [end, error] = std::from_chars(written.data(), written.data() + written.size(), number);
-        if (error != std::errc() || end != written.data() + written.size() || number < least || number > most)
+        const auto number = zetcore::string::ParseNumber<std::int64_t>(written);
+        if (!number || *number < least || *number > most)
             FailAt(element, attribute, written, "is no number that fits");
-        value = static_cast<Number>(number);
+        value = static_cast<Number>(*number);
     }
 
   private:

@@ -58,8 +58,8 @@ TEST_P(HarmlessPlugin, is_not_banned_and_the_scan_goes_on_in_the_same_scanner)
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), bad, Plugin("good/vst2_synth")});
     std::vector<std::string> results;
-    for (ScanInfo info = client.GetScanInfo(); info.goesOn; info = client.GetScanInfo()) {
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    for (zetscanprotocol::ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         results.push_back(zettesting::ReadAll(client.ResultPath()));
     }
     ASSERT_EQ(results.size(), 3U);
@@ -133,10 +133,10 @@ TEST_F(PluginsTogether, one_that_crashes_when_it_is_started_does_so_in_the_full_
 
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
-    ASSERT_TRUE(client.Call("Connect", client.ConnectArguments(false, false)).Succeeded());
+    ASSERT_TRUE(client.Connect(false, false).Succeeded());
     ASSERT_TRUE(client.BeginScan({bad}).Succeeded());
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    EXPECT_TRUE(client.Call("ScanOneEntity").closed);
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    EXPECT_TRUE(client.ScanOneEntity().closed);
     const auto reason = zetaudiopluginhost::FindBanReason(zettesting::ToWide(client.BannedPath()), bad);
     ASSERT_TRUE(reason);
     EXPECT_THAT(reason->reason, HasSubstr("while being started and stopped"));
@@ -258,8 +258,8 @@ TEST_F(PluginsTogether, output_goes_to_the_log_and_never_to_the_scanners_own)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/floods_output")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     client.Close();
     const auto& result = client.Process().Wait();
     EXPECT_EQ(result.output, "");
@@ -276,8 +276,8 @@ TEST_F(PluginsTogether, what_a_worker_traces_comes_out_where_the_scanners_own_tr
     const auto text = zettesting::MakeTextModule(folder.Path());
     ScannerClient client(prefs, {}, 9);
     client.StartScan({LocatorOf(text)});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     client.Close();
     EXPECT_THAT(client.Process().Wait().error, HasSubstr(text.string() + ": a text file"));
     EXPECT_FALSE(std::filesystem::exists(prefs / "scan-logs"));

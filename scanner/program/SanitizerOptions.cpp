@@ -10,19 +10,19 @@
 extern "C" {
 
 // Plug-ins are unloaded, or never, as they like: what they leave behind is not ours to report.
-ZET_VISIBLE const char* __asan_default_options() // NOLINT: the runtime's name
+ZET_VISIBLE const char* __asan_default_options()
 {
     return "handle_segv=0:handle_abort=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:handle_sigtrap=0:"
            "allow_user_segv_handler=1:use_sigaltstack=0:detect_leaks=0";
 }
 
-ZET_VISIBLE const char* __tsan_default_options() // NOLINT: the runtime's name
+ZET_VISIBLE const char* __tsan_default_options()
 {
     return "handle_segv=0:handle_abort=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:handle_sigtrap=0:"
            "allow_user_segv_handler=1:use_sigaltstack=0";
 }
 
-ZET_VISIBLE const char* __ubsan_default_options() // NOLINT: the runtime's name
+ZET_VISIBLE const char* __ubsan_default_options()
 {
     return "handle_segv=0:handle_abort=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:handle_sigtrap=0:"
            "allow_user_segv_handler=1:use_sigaltstack=0";

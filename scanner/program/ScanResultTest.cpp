@@ -14,11 +14,11 @@ TEST_F(ScanResult, the_result_file_holds_the_last_plugins_records_and_no_others)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_shell")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     const std::string second = zettesting::ReadAll(client.ResultPath());
     EXPECT_THAT(second, Not(HasSubstr("vst2_effect")));
     std::size_t records = 0;
@@ -32,8 +32,8 @@ TEST_F(ScanResult, every_result_has_a_mark_of_its_own)
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_effect")});
     std::vector<std::string> results;
-    while (client.GetScanInfo().goesOn) {
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    while (client.GetScanInfo().continues) {
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         results.push_back(zettesting::ReadAll(client.ResultPath()));
     }
     ASSERT_EQ(results.size(), 2U);
@@ -51,8 +51,8 @@ TEST_F(ScanResult, a_result_that_its_host_deletes_is_written_once_more_and_no_of
         {Plugin("good/vst2_effect"), Plugin("good/vst2_synth"), Plugin("good/vst3_single_file")});
     std::vector<std::wstring> rounds;
     std::vector<std::string> results;
-    for (ScanInfo info = client.GetScanInfo(); info.goesOn; info = client.GetScanInfo()) {
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    for (zetscanprotocol::ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         rounds.push_back(info.locator);
         results.push_back(zettesting::ReadAll(client.ResultPath()));
         std::filesystem::remove(client.ResultPath());
@@ -74,11 +74,11 @@ TEST_F(ScanResult, a_result_that_another_scanner_replaces_is_written_until_it_st
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
     ASSERT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_effect").ToString());
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     for (int times = 0; times < 5; ++times) {
         zettesting::WriteAll(client.ResultPath(), "another's");
         ASSERT_EQ(client.GetScanInfo().locator, L"") << times;
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
     }
     EXPECT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_synth").ToString());
@@ -91,8 +91,8 @@ TEST_F(ScanResult, the_result_file_is_replaced_whole)
     // A second name of the file shows the old content only when the file was replaced, not overwritten.
     zettesting::WriteAll(client.ResultPath(), "old");
     std::filesystem::create_hard_link(client.ResultPath(), prefs / "second_name");
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_EQ(zettesting::ReadAll(prefs / "second_name"), "old");
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
@@ -102,11 +102,11 @@ TEST_F(ScanResult, goes_on_when_the_result_cannot_be_written_and_notes_which_fil
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
     std::filesystem::create_directory(client.ResultPath());
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    EXPECT_TRUE(client.ScanOneEntity().Succeeded());
     std::filesystem::remove(client.ResultPath());
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    EXPECT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_TRUE(std::filesystem::exists(client.ResultPath()));
     std::string logs;
     for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))

@@ -5,7 +5,9 @@
 
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/debug/Trace.h>
+#include <zetmarshal/JsonValue.h>
 #include <zetmarshal/RPCServer.h>
+#include <zetscanprotocol/ScanProtocol.h>
 #include <zettransport/SocketTransport.h>
 
 #include "ExitCodes.h"
@@ -15,6 +17,7 @@ namespace zetaudiofilterscan {
 namespace {
 
 using namespace zetcore::serialization;
+using namespace zetscanprotocol;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -88,8 +91,8 @@ TEST_F(ScannerProcess, ends_with_its_worker_when_the_connection_closes)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_GE(RunningProcesses().size(), 2U);
     client.Close();
     EXPECT_EQ(client.Process().Wait().exitStatus, exitConnectionClosed);
@@ -100,10 +103,10 @@ TEST_F(ScannerProcess, ends_at_once_when_the_connection_closes_while_a_plugin_ha
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("bad/loops_forever")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    client.Send("ScanOneEntity");
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    client.Send(BuildScanOneEntity());
     client.Close();
     // Had it waited for the plug-in's time to pass, it would have ended because of the plug-in.
     EXPECT_EQ(client.Process().Wait().exitStatus, exitConnectionClosed);
@@ -115,11 +118,11 @@ TEST_F(ScannerProcess, gives_up_a_host_that_sends_and_sends_while_a_plugin_hangs
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/loops_forever")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    client.Send("ScanOneEntity");
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    client.Send(BuildScanOneEntity());
     const std::string large(std::size_t{12} << 20, 'x');
     for (int i = 0; i < 6; ++i)
-        client.Send("BeginScanForPlugins", {MakeValue(Array{MakeString(large)})});
+        client.Send({beginScanMethod, MakeValue(Array{MakeString(large)})});
     EXPECT_TRUE(client.WaitForClose());
     EXPECT_EQ(client.Process().Wait().exitStatus, exitConnectionClosed);
     EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".reasons"));
@@ -129,8 +132,8 @@ TEST_F(ScannerProcess, leaves_no_worker_behind_when_it_is_killed)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/loops_forever")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    client.Send("ScanOneEntity");
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    client.Send(BuildScanOneEntity());
     client.Process().Kill();
     client.Process().Wait();
     EXPECT_THAT(LeftProcesses(), IsEmpty());
@@ -141,8 +144,8 @@ TEST_F(ScannerProcess, does_not_end_by_the_ctrl_c_that_its_hosts_terminal_sends_
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect")});
     client.Process().Interrupt();
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    EXPECT_TRUE(client.ScanOneEntity().Succeeded());
 }
 
 TEST_F(ScannerProcess, serves_one_connection_only)
@@ -168,36 +171,40 @@ TEST_F(ScannerProcess, refuses_requests_out_of_order_and_goes_on)
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
     ExpectError(client.BeginScan({}), RPCErrorCode::OutOfOrder, L"must follow Connect");
-    ExpectError(client.Call("GetScanInfo"), RPCErrorCode::OutOfOrder, L"must follow BeginScanForPlugins");
-    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ExpectError(client.Call(BuildGetScanInfo()), RPCErrorCode::OutOfOrder,
+                L"must follow BeginScanForPlugins");
+    ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
     ASSERT_TRUE(client.Connect().Succeeded());
     ExpectError(client.Connect(), RPCErrorCode::OutOfOrder, L"has been done already");
-    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
     ASSERT_TRUE(client.BeginScan({Plugin("good/vst2_effect")}).Succeeded());
-    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
-    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
-    EXPECT_FALSE(client.GetScanInfo().goesOn);
-    ExpectError(client.Call("ScanOneEntity"), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
+    ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
+    EXPECT_FALSE(client.GetScanInfo().continues);
+    ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
 }
 
 TEST_F(ScannerProcess, refuses_wrong_arguments_and_unknown_methods_and_goes_on)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
-    ExpectError(client.Call("Connect"), RPCErrorCode::InvalidParams, L"takes 6 arguments, not 0");
-    Array wrong = client.ConnectArguments();
+    ExpectError(client.Call({connectMethod, MakeValue(Array())}), RPCErrorCode::InvalidParams,
+                L"takes 6 arguments, not 0");
+    Array wrong = std::any_cast<Array>(*BuildConnect(client.ConnectArguments()).arguments);
     wrong[4] = MakeString("true");
-    ExpectError(client.Call("Connect", wrong), RPCErrorCode::InvalidParams, L"argument 5 must be a boolean");
+    ExpectError(client.Call({connectMethod, MakeValue(wrong)}), RPCErrorCode::InvalidParams,
+                L"argument 5 must be a boolean");
     ASSERT_TRUE(client.Connect().Succeeded());
-    ExpectError(client.Call("BeginScanForPlugins", {MakeValue(Array{MakeString("nonsense")})}),
+    ExpectError(client.Call({beginScanMethod, MakeValue(Array{MakeValue(Array{MakeString("nonsense")})})}),
                 RPCErrorCode::InvalidParams, L"element 1 is no plug-in locator: nonsense");
-    ExpectError(client.Call("Stop"), RPCErrorCode::MethodNotFound, L"Stop");
+    ExpectError(client.Call({"com.quorvex.zetaudiofilterscan.Stop", MakeValue(Array())}),
+                RPCErrorCode::MethodNotFound, L"Stop");
     ASSERT_TRUE(client.BeginScan({}).Succeeded());
-    ExpectError(client.Call("GetScanInfo", {MakeValue(1LL)}), RPCErrorCode::InvalidParams,
-                L"takes 0 arguments");
-    EXPECT_FALSE(client.GetScanInfo().goesOn);
+    ExpectError(client.Call({getScanInfoMethod, MakeValue(Array{MakeValue(1LL)})}),
+                RPCErrorCode::InvalidParams, L"takes 0 arguments");
+    EXPECT_FALSE(client.GetScanInfo().continues);
 }
 
 TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
@@ -209,18 +216,34 @@ TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
         for (int asked = 0; asked < 2; ++asked) {
             const ScanInfo info = client.GetScanInfo();
             EXPECT_EQ(info.locator, locators[done].ToString());
-            EXPECT_EQ(info.progress, static_cast<long long>(done));
+            EXPECT_EQ(info.progress, static_cast<std::int32_t>(done));
             EXPECT_EQ(info.total, 2);
-            EXPECT_TRUE(info.goesOn);
+            EXPECT_TRUE(info.continues);
         }
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     }
     const ScanInfo end = client.GetScanInfo();
     EXPECT_EQ(end.locator, L"");
-    EXPECT_EQ(end.subcomponent, "");
+    EXPECT_EQ(end.subcomponent, L"");
     EXPECT_EQ(end.progress, 2);
     EXPECT_EQ(end.total, 2);
-    EXPECT_FALSE(end.goesOn);
+    EXPECT_FALSE(end.continues);
+}
+
+TEST_F(ScannerProcess, its_replies_have_the_documented_keys_and_types)
+{
+    const PluginLocator plugin(TechnologyType::VST, L"/gone.so", L"part");
+    ScannerClient client(prefs);
+    ASSERT_TRUE(client.Open());
+    EXPECT_EQ(zetmarshal::ToJson(client.Connect().result), "{}");
+    EXPECT_EQ(zetmarshal::ToJson(client.BeginScan({plugin}).result), "{}");
+    EXPECT_EQ(zetmarshal::ToJson(client.Call(BuildGetScanInfo()).result),
+              "{\"value\":{\"continue\":true,\"locator\":\"VST|/gone.so|part\",\"progress\":0,"
+              "\"subcomponent\":\" (part)\",\"total\":1}}");
+    EXPECT_EQ(zetmarshal::ToJson(client.ScanOneEntity().result), "{}");
+    EXPECT_EQ(zetmarshal::ToJson(client.Call(BuildGetScanInfo()).result),
+              "{\"value\":{\"continue\":false,\"locator\":\"\",\"progress\":1,\"subcomponent\":\"\","
+              "\"total\":1}}");
 }
 
 TEST_F(ScannerProcess, has_nothing_to_do_for_an_empty_list)
@@ -228,7 +251,7 @@ TEST_F(ScannerProcess, has_nothing_to_do_for_an_empty_list)
     ScannerClient client(prefs);
     client.StartScan({});
     const ScanInfo info = client.GetScanInfo();
-    EXPECT_FALSE(info.goesOn);
+    EXPECT_FALSE(info.continues);
     EXPECT_EQ(info.total, 0);
 }
 
@@ -236,14 +259,14 @@ TEST_F(ScannerProcess, starts_over_with_a_second_list)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     ASSERT_TRUE(client.BeginScan({Plugin("good/vst3_single_file")}).Succeeded());
     const ScanInfo info = client.GetScanInfo();
     EXPECT_EQ(info.locator, Plugin("good/vst3_single_file").ToString());
     EXPECT_EQ(info.progress, 0);
     EXPECT_EQ(info.total, 1);
-    EXPECT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    EXPECT_TRUE(client.ScanOneEntity().Succeeded());
 }
 
 TEST_F(ScannerProcess, passes_over_banned_plugins_with_an_empty_result)
@@ -254,10 +277,10 @@ TEST_F(ScannerProcess, passes_over_banned_plugins_with_an_empty_result)
     banned.SaveConfiguration(zetcore::filesupport::File(zettesting::ToWide(client.BannedPath())));
     client.StartScan({Plugin("bad/crash_on_load"), Plugin("good/vst2_effect")});
     EXPECT_EQ(client.GetScanInfo().locator, Plugin("bad/crash_on_load").ToString());
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_EQ(zettesting::ReadAll(client.ResultPath()), "");
     EXPECT_EQ(client.GetScanInfo().progress, 1);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
 
@@ -268,8 +291,8 @@ TEST_F(ScannerProcess, leaves_damaged_lists_of_the_host_where_they_are)
     zettesting::WriteAll(client.PermanentBannedPath(), "nonsense");
     zettesting::WriteAll(client.SettingsPath(), "<damaged");
     client.StartScan({Plugin("good/vst2_effect")});
-    ASSERT_TRUE(client.GetScanInfo().goesOn);
-    ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+    ASSERT_TRUE(client.GetScanInfo().continues);
+    ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_EQ(zettesting::ReadAll(client.BannedPath()), "<bannedplugins><plugin");
     EXPECT_EQ(zettesting::ReadAll(client.PermanentBannedPath()), "nonsense");
     EXPECT_EQ(zettesting::ReadAll(client.SettingsPath()), "<damaged");
@@ -282,11 +305,11 @@ TEST_F(ScannerProcess, requests_that_come_all_at_once_are_answered_in_order)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
-    client.Send("Connect", client.ConnectArguments());
-    client.Send("BeginScanForPlugins", {MakeValue(Array{MakeString(Plugin("good/vst2_effect").ToString())})});
-    client.Send("GetScanInfo");
-    client.Send("ScanOneEntity");
-    EXPECT_FALSE(client.GetScanInfo().goesOn);
+    client.Send(BuildConnect(client.ConnectArguments()));
+    client.Send(BuildBeginScanForPlugins({Plugin("good/vst2_effect")}));
+    client.Send(BuildGetScanInfo());
+    client.Send(BuildScanOneEntity());
+    EXPECT_FALSE(client.GetScanInfo().continues);
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
 

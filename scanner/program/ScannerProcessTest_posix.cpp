@@ -16,11 +16,11 @@ class PluginThatLeavesAProcess : public ScannerFixture
         // With the first one, which loads nothing, all of the scanner's own processes are there.
         client.StartScan(
             {LocatorOf(zettesting::MakeTextModule(folder.Path())), Plugin("bad/leaves_process")});
-        ASSERT_TRUE(client.GetScanInfo().goesOn);
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+        ASSERT_TRUE(client.GetScanInfo().continues);
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         const auto before = RunningProcesses().size();
-        ASSERT_TRUE(client.GetScanInfo().goesOn);
-        ASSERT_TRUE(client.Call("ScanOneEntity").Succeeded());
+        ASSERT_TRUE(client.GetScanInfo().continues);
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         ASSERT_EQ(RunningProcesses().size(), before + 1);
     }
 };

@@ -1,6 +1,6 @@
 #include "WorkerArguments.h"
 
-#include <charconv>
+#include <zetcore/string/ParseNumber.h>
 
 namespace zetaudiofilterscan {
 
@@ -8,8 +8,9 @@ namespace {
 
 bool ReadNumber(std::string_view text, std::uint64_t& number)
 {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
+    const auto read = zetcore::string::ParseNumber<std::uint64_t>(text);
+    number = read.value_or(0);
+    return read.has_value();
 }
 
 } // namespace

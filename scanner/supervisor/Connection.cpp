@@ -69,8 +69,7 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
         server = std::make_unique<RPCServer>(std::move(accepted));
         started = server.get();
     }
-    for (const char* name : {zetscanprotocol::connectMethod, zetscanprotocol::beginScanMethod,
-                             zetscanprotocol::getScanInfoMethod, zetscanprotocol::scanOneEntityMethod})
+    for (const char* name : zetscanprotocol::methods)
         started->Register(name,
                           [this, method = std::string(name)](const zetcore::serialization::Array& params,
                                                              std::shared_ptr<RPCResponder> responder) {

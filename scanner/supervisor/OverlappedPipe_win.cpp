@@ -8,17 +8,17 @@ namespace zetaudiofilterscan {
 
 namespace {
 
-OwnedHandle MakeEvent()
+Handle MakeEvent()
 {
-    OwnedHandle event(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    if (!event)
+    Handle event(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (!event.IsOpen())
         throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), "CreateEvent");
     return event;
 }
 
 } // namespace
 
-OverlappedPipe::OverlappedPipe(OwnedHandle end)
+OverlappedPipe::OverlappedPipe(Handle end)
     : pipe(std::move(end)), readEvent(MakeEvent()), writeEvent(MakeEvent())
 {
     StartRead();

@@ -16,7 +16,7 @@ namespace zetaudiofilterscan {
 class OverlappedPipe
 {
   public:
-    explicit OverlappedPipe(OwnedHandle pipe);
+    explicit OverlappedPipe(Handle pipe);
     ~OverlappedPipe();
     OverlappedPipe(const OverlappedPipe&) = delete;
     OverlappedPipe& operator=(const OverlappedPipe&) = delete;
@@ -36,9 +36,9 @@ class OverlappedPipe
   private:
     void StartRead();
 
-    OwnedHandle pipe;
-    OwnedHandle readEvent;
-    OwnedHandle writeEvent;
+    Handle pipe;
+    Handle readEvent;
+    Handle writeEvent;
     OVERLAPPED reading = {};
     OVERLAPPED writing = {};
     std::array<char, 65536> buffer{};

@@ -17,6 +17,7 @@
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
 #include <zetmarshal/RPCServer.h>
+#include <zetscanprotocol/ScanInfo.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "BannedLists.h"
@@ -25,6 +26,7 @@
 
 namespace zetaudiofilterscan {
 
+namespace protocol = zetscanprotocol;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
@@ -32,10 +34,6 @@ using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 using zetcore::serialization::Array;
-using zetcore::serialization::MakeString;
-using zetcore::serialization::MakeValue;
-using zetcore::serialization::Object;
-using zetcore::serialization::ToUtf8String;
 using zetcore::serialization::ValuePtr;
 using zetmarshal::RPCError;
 using zetmarshal::RPCErrorCode;
@@ -60,21 +58,6 @@ void Require(bool inOrder, const char* message)
         throw RPCError(RPCErrorCode::OutOfOrder, message);
 }
 
-ValuePtr MakeScanInfo(const PluginLocator& locator, const std::string& subcomponent, long long progress,
-                      long long total, bool goesOn)
-{
-    namespace names = zetscanprotocol;
-    Object record;
-    record[ToUtf8String(names::locatorKey)] = MakeString(locator.ToString());
-    record[ToUtf8String(names::subcomponentKey)] = MakeString(subcomponent);
-    record[ToUtf8String(names::progressKey)] = MakeValue(progress);
-    record[ToUtf8String(names::totalKey)] = MakeValue(total);
-    record[ToUtf8String(names::continueKey)] = MakeValue(goesOn);
-    Object reply;
-    reply[ToUtf8String(names::valueKey)] = MakeValue(std::move(record));
-    return MakeValue(std::move(reply));
-}
-
 } // namespace
 
 ScanConversation::ScanConversation(EntityScanner& scanner) : entityScanner(scanner) {}
@@ -83,32 +66,32 @@ ScanConversation::~ScanConversation() = default;
 
 ValuePtr ScanConversation::Handle(const std::string& method, const Array& params)
 {
-    if (method == zetscanprotocol::connectMethod) {
+    if (method == protocol::connectMethod) {
         Require(!connected, "Connect has been done already");
-        Connect(ReadConnectArguments(params));
-    } else if (method == zetscanprotocol::beginScanMethod) {
+        Connect(protocol::ReadConnect(params));
+    } else if (method == protocol::beginScanMethod) {
         Require(connected.has_value(), "BeginScanForPlugins must follow Connect");
-        BeginScan(ReadLocators(params));
-    } else if (method == zetscanprotocol::getScanInfoMethod) {
+        BeginScan(protocol::ReadBeginScanForPlugins(params));
+    } else if (method == protocol::getScanInfoMethod) {
         Require(engine != nullptr, "GetScanInfo must follow BeginScanForPlugins");
-        ReadNoArguments("GetScanInfo", params);
+        protocol::ReadGetScanInfo(params);
         return GetScanInfo();
     } else {
         Require(atPlugin, "ScanOneEntity must follow a GetScanInfo whose \"continue\" is true");
-        ReadNoArguments("ScanOneEntity", params);
+        protocol::ReadScanOneEntity(params);
         ScanOneEntity();
     }
-    return MakeValue(Object());
+    return protocol::BuildDoneReply();
 }
 
-void ScanConversation::Connect(ConnectArguments arguments)
+void ScanConversation::Connect(protocol::ConnectArguments arguments)
 {
     // From here on the debug database and the lists are the host's.
     const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
     Dir::SetPrefDir(preferences);
     LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
-    entityLimit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
-                                                        zetscanprotocol::defaultEntityTimeout);
+    entityLimit =
+        zetcore::debug::TimeFromDebugDatabase(protocol::entityTimeoutKey, protocol::defaultEntityTimeout);
     log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
     connected = std::move(arguments);
     FaultPoint("supervisor.connected");
@@ -145,7 +128,7 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
         locators, connected->disableVST2ShellSkipping, connected->quickEffectScan, true);
     engine->SetEntityScan([this](const PluginLocator& locator) { return entityScanner.Scan(locator); });
     engine->BeginScan();
-    total = locators.size();
+    total = static_cast<std::int32_t>(locators.size());
     atPlugin = false;
     unread.clear();
     resultIsOut = false;
@@ -167,13 +150,14 @@ ValuePtr ScanConversation::GetScanInfo()
     LookWhetherResultWasRead();
     if (!unread.empty() && extraRounds < mostExtraRounds) {
         ++extraRounds;
-        const auto done = atPlugin ? static_cast<long long>(progress) : static_cast<long long>(total);
+        const std::int32_t done = atPlugin ? progress : total;
         atPlugin = onlyDelivers = true;
-        return MakeScanInfo({}, {}, done, static_cast<long long>(total), true);
+        return protocol::BuildScanInfoReply({{}, {}, done, total, true});
     }
     if (!atPlugin)
-        return MakeScanInfo({}, {}, static_cast<long long>(total), static_cast<long long>(total), false);
-    return MakeScanInfo(locator, statusText, progress, count, true);
+        return protocol::BuildScanInfoReply({{}, {}, total, total, false});
+    return protocol::BuildScanInfoReply(
+        {locator.ToString(), zetcore::string::UTF8to16(statusText), progress, count, true});
 }
 
 void ScanConversation::ScanOneEntity()
@@ -195,7 +179,7 @@ void ScanConversation::LookWhetherResultWasRead()
         return;
     int most = mostTimesWritten;
     try {
-        const File file(connected->resultPath);
+        const File file(connected->resultFilePath);
         if (!file.Exists())
             most = mostTimesWrittenWhenDeleted;
         else if (zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
@@ -223,7 +207,7 @@ void ScanConversation::WriteResult()
                      OwnProcessNumber() + ", result " + std::to_string(++resultNumber) + " -->\n";
     resultIsOut = true;
     try {
-        zetcore::filesupport::FileUtils::ReplaceContent(connected->resultPath, lastResult,
+        zetcore::filesupport::FileUtils::ReplaceContent(connected->resultFilePath, lastResult,
                                                         zetcore::filesupport::Durability::Handover);
         for (Unread& each : unread)
             ++each.timesWritten;

@@ -10,9 +10,9 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetcore/serialization/Value.h>
+#include <zetscanprotocol/ScanRequests.h>
 
 #include "EntityScanner.h"
-#include "ScanArguments.h"
 #include "ScanEnd.h"
 #include "ScanLog.h"
 
@@ -44,7 +44,7 @@ class ScanConversation
     void RecordFailure(const PluginFailed& failure);
 
   private:
-    void Connect(ConnectArguments arguments);
+    void Connect(zetscanprotocol::ConnectArguments arguments);
     void BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
     std::vector<zetaudiofilterhost::PluginLocator>
     KnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators) const;
@@ -55,11 +55,11 @@ class ScanConversation
     void LookWhetherResultWasRead();
 
     EntityScanner& entityScanner;
-    std::optional<ConnectArguments> connected;
+    std::optional<zetscanprotocol::ConnectArguments> connected;
     std::unique_ptr<ScanLog> log;
     std::chrono::milliseconds entityLimit{0};
     std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
-    std::size_t total = 0;
+    std::int32_t total = 0;
     bool atPlugin = false;
 
     /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the

@@ -46,18 +46,18 @@ struct WorkerProcess::System
     // Reads at most one buffer, so that a flood cannot keep us from looking at the clock. False at the end.
     bool ReadOutput()
     {
-        std::array<char, 65536> bytes; // NOLINT: filled by read
+        std::array<char, 65536> bytes; // filled by read
         const ssize_t got = ::read(worker.output.Get(), bytes.data(), bytes.size());
         if (got > 0)
             output({bytes.data(), static_cast<std::size_t>(got)});
         else if (got == 0 || (errno != EAGAIN && errno != EINTR))
-            worker.output.Reset();
+            worker.output.Close();
         return got > 0;
     }
 
     bool ReadChannel()
     {
-        std::array<char, 65536> bytes; // NOLINT: filled by read
+        std::array<char, 65536> bytes; // filled by read
         const ssize_t got = ::read(worker.channel.Get(), bytes.data(), bytes.size());
         if (got > 0)
             incoming.Append({bytes.data(), static_cast<std::size_t>(got)});

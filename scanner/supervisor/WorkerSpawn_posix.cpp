@@ -16,7 +16,7 @@
 
 #include "WorkerArguments.h"
 
-extern char** environ; // NOLINT: the system's name
+extern char** environ; // the name is the system's
 
 namespace zetaudiofilterscan {
 
@@ -109,7 +109,7 @@ class SpawnActions
     SpawnActions(const SpawnActions&) = delete;
     SpawnActions& operator=(const SpawnActions&) = delete;
 
-    posix_spawn_file_actions_t actions; // NOLINT: set by the constructor
+    posix_spawn_file_actions_t actions; // set by the constructor
 };
 
 class SpawnAttributes
@@ -130,7 +130,7 @@ class SpawnAttributes
     SpawnAttributes(const SpawnAttributes&) = delete;
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
 
-    posix_spawnattr_t attributes; // NOLINT: set by the constructor
+    posix_spawnattr_t attributes; // set by the constructor
 };
 
 pid_t Spawn(const Descriptor& channel, const Descriptor& page, const Descriptor& output)
@@ -161,12 +161,6 @@ pid_t Spawn(const Descriptor& channel, const Descriptor& page, const Descriptor&
 }
 
 } // namespace
-
-void Descriptor::Reset() noexcept
-{
-    if (value >= 0)
-        ::close(Release());
-}
 
 void UnmapPage::operator()(WorkerPage* page) const noexcept
 {

@@ -1,35 +1,17 @@
 #pragma once
 
 #include <memory>
-#include <utility>
 
 #include <sys/types.h>
+#include <unistd.h>
+
+#include <zetcore/filesupport/Descriptor.h>
 
 #include "WorkerPage.h"
 
 namespace zetaudiofilterscan {
 
-/// A descriptor that closes itself. -1 is none.
-class Descriptor
-{
-  public:
-    Descriptor() = default;
-    explicit Descriptor(int descriptor) noexcept : value(descriptor) {}
-    ~Descriptor() { Reset(); }
-    Descriptor(Descriptor&& other) noexcept : value(std::exchange(other.value, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(value, other.value);
-        return *this;
-    }
-
-    int Get() const noexcept { return value; }
-    int Release() noexcept { return std::exchange(value, -1); }
-    void Reset() noexcept;
-
-  private:
-    int value = -1;
-};
+using zetcore::filesupport::Descriptor;
 
 struct UnmapPage
 {

@@ -17,10 +17,10 @@ namespace {
     throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), what);
 }
 
-OwnedHandle Check(HANDLE handle, const char* what)
+Handle Check(HANDLE handle, const char* what)
 {
-    OwnedHandle owned(handle);
-    if (!owned)
+    Handle owned(handle);
+    if (!owned.IsOpen())
         Throw(what);
     return owned;
 }
@@ -32,8 +32,8 @@ SECURITY_ATTRIBUTES Inheritable()
 
 struct PipeEnds
 {
-    OwnedHandle ours;
-    OwnedHandle theirs;
+    Handle ours;
+    Handle theirs;
 };
 
 // Anonymous pipes cannot be waited for, so these are named ones, whose name nobody else gets to use.
@@ -56,9 +56,9 @@ PipeEnds MakePipe(bool twoWay)
     return ends;
 }
 
-OwnedHandle MakeJob()
+Handle MakeJob()
 {
-    OwnedHandle job = Check(::CreateJobObjectW(nullptr, nullptr), "CreateJobObject");
+    Handle job = Check(::CreateJobObjectW(nullptr, nullptr), "CreateJobObject");
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
     limits.BasicLimitInformation.LimitFlags =
         JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_DIE_ON_UNHANDLED_EXCEPTION;
@@ -108,7 +108,7 @@ class InheritList
     std::vector<unsigned char> memory;
 };
 
-std::uint64_t Number(const OwnedHandle& handle)
+std::uint64_t Number(const Handle& handle)
 {
     return reinterpret_cast<std::uintptr_t>(handle.Get());
 }
@@ -129,12 +129,12 @@ SpawnedWorker SpawnWorker()
     PipeEnds channel = MakePipe(true);
     PipeEnds output = MakePipe(false);
     SECURITY_ATTRIBUTES inheritable = Inheritable();
-    const OwnedHandle page = Check(
+    const Handle page = Check(
         ::CreateFileMappingW(INVALID_HANDLE_VALUE, &inheritable, PAGE_READWRITE, 0, workerPageBytes, nullptr),
         "CreateFileMapping");
-    const OwnedHandle input = Check(::CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                                  &inheritable, OPEN_EXISTING, 0, nullptr),
-                                    "open NUL");
+    const Handle input = Check(::CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                             &inheritable, OPEN_EXISTING, 0, nullptr),
+                               "open NUL");
     worker.page.reset(static_cast<WorkerPage*>(
         ::MapViewOfFile(page.Get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, workerPageBytes)));
     if (!worker.page)
@@ -158,8 +158,8 @@ SpawnedWorker SpawnWorker()
                           CREATE_NO_WINDOW | CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT, nullptr,
                           nullptr, &startup.StartupInfo, &started))
         Throw("the worker process could not be started");
-    worker.process = OwnedHandle(started.hProcess);
-    const OwnedHandle thread(started.hThread);
+    worker.process = Handle(started.hProcess);
+    const Handle thread(started.hThread);
     if (!::AssignProcessToJobObject(worker.job.Get(), worker.process.Get())) {
         const DWORD error = ::GetLastError();
         ::TerminateProcess(worker.process.Get(), 1);

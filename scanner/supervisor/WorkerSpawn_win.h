@@ -6,35 +6,13 @@
 
 #include <windows.h>
 
+#include <zetcore/filesupport/Handle.h>
+
 #include "WorkerPage.h"
 
 namespace zetaudiofilterscan {
 
-/// A handle that closes itself. Null is none.
-class OwnedHandle
-{
-  public:
-    OwnedHandle() = default;
-    explicit OwnedHandle(HANDLE handle) noexcept : value(handle == INVALID_HANDLE_VALUE ? nullptr : handle) {}
-    ~OwnedHandle() { Reset(); }
-    OwnedHandle(OwnedHandle&& other) noexcept : value(std::exchange(other.value, nullptr)) {}
-    OwnedHandle& operator=(OwnedHandle&& other) noexcept
-    {
-        std::swap(value, other.value);
-        return *this;
-    }
-
-    HANDLE Get() const noexcept { return value; }
-    explicit operator bool() const noexcept { return value != nullptr; }
-    void Reset() noexcept
-    {
-        if (value)
-            ::CloseHandle(std::exchange(value, nullptr));
-    }
-
-  private:
-    HANDLE value = nullptr;
-};
+using zetcore::filesupport::Handle;
 
 struct UnmapPage
 {
@@ -44,11 +22,11 @@ struct UnmapPage
 struct SpawnedWorker
 {
     /// Kills all of its processes when it is closed.
-    OwnedHandle job;
-    OwnedHandle process;
+    Handle job;
+    Handle process;
     /// Our ends of named pipes, for overlapped reading and (the channel) writing.
-    OwnedHandle channel;
-    OwnedHandle output;
+    Handle channel;
+    Handle output;
     std::unique_ptr<WorkerPage, UnmapPage> page;
 };
 

@@ -19,18 +19,18 @@
 
 namespace zetaudiofilterscan {
 
-using namespace zetcore::serialization;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
 using zetaudiopluginhost::BannedPluginManager;
 using zetcore::filesupport::MemoryMappedFile;
+using zetcore::serialization::ValuePtr;
+using zetscanprotocol::ScanInfo;
 using zettesting::ToWide;
 using zettransport::Session;
 
 namespace {
 
 constexpr std::chrono::minutes limit{1};
-constexpr char methodPrefix[] = "com.quorvex.zetaudiofilterscan.";
 
 std::filesystem::path ToNative(const std::wstring& path)
 {
@@ -38,14 +38,6 @@ std::filesystem::path ToNative(const std::wstring& path)
         return path;
     else
         return zetcore::string::UTF16to8(path);
-}
-
-template<typename T>
-T Get(const ValuePtr& object, const char* key)
-{
-    const ValuePtr value = GetVariantInObject(object, key);
-    AssertExpectedType(value, typeid(T));
-    return std::any_cast<T>(*value);
 }
 
 } // namespace
@@ -139,12 +131,12 @@ void ScannerClient::Close()
     conversation.reset();
 }
 
-void ScannerClient::Send(const std::string& method, const Array& arguments)
+void ScannerClient::Send(const zetcore::serialization::Call& call)
 {
     Conversation* self = conversation.get();
     const long long request = ++self->lastRequest;
     self->client->SendRequest(
-        BuildCall(methodPrefix + method, MakeValue(arguments)),
+        call,
         [self, request](const ValuePtr& result, long long) {
             self->OnReply(request, {false, result, 0, {}});
         },
@@ -153,14 +145,14 @@ void ScannerClient::Send(const std::string& method, const Array& arguments)
         });
 }
 
-Reply ScannerClient::Call(const std::string& method, const Array& arguments)
+Reply ScannerClient::Call(const zetcore::serialization::Call& call)
 {
-    Send(method, arguments);
+    Send(call);
     std::unique_lock lock(conversation->mutex);
     const long long request = conversation->lastRequest;
     if (!conversation->changed.wait_for(
             lock, limit, [&] { return conversation->closed || conversation->replies.contains(request); }))
-        throw std::runtime_error(method + " was not answered");
+        throw std::runtime_error(call.method + " was not answered");
     const auto reply = conversation->replies.extract(request);
     return reply.empty() ? Reply{true, nullptr, 0, {}} : reply.mapped();
 }
@@ -171,35 +163,33 @@ bool ScannerClient::WaitForClose()
     return conversation->changed.wait_for(lock, limit, [&] { return conversation->closed; });
 }
 
-Array ScannerClient::ConnectArguments(bool disableShellSkipping, bool quick) const
+zetscanprotocol::ConnectArguments ScannerClient::ConnectArguments(bool disableShellSkipping, bool quick) const
 {
-    return {MakeString(ToWide(SettingsPath())),        MakeString(ToWide(BannedPath())),
-            MakeString(ToWide(PermanentBannedPath())), MakeString(ToWide(ResultPath())),
-            MakeValue(disableShellSkipping),           MakeValue(quick)};
+    return {ToWide(SettingsPath()), ToWide(BannedPath()), ToWide(PermanentBannedPath()),
+            ToWide(ResultPath()),   disableShellSkipping, quick};
+}
+
+Reply ScannerClient::Connect(bool disableShellSkipping, bool quick)
+{
+    return Call(zetscanprotocol::BuildConnect(ConnectArguments(disableShellSkipping, quick)));
 }
 
 Reply ScannerClient::BeginScan(const std::vector<PluginLocator>& locators)
 {
-    Array list;
-    for (const PluginLocator& locator : locators)
-        list.push_back(MakeString(locator.ToString()));
-    return Call("BeginScanForPlugins", {MakeValue(std::move(list))});
+    return Call(zetscanprotocol::BuildBeginScanForPlugins(locators));
 }
 
 ScanInfo ScannerClient::GetScanInfo()
 {
-    const Reply reply = Call("GetScanInfo");
+    const Reply reply = Call(zetscanprotocol::BuildGetScanInfo());
     if (!reply.Succeeded())
         throw std::runtime_error("GetScanInfo failed: " + zetcore::string::UTF16to8(reply.errorMessage));
-    namespace names = zetscanprotocol;
-    const ValuePtr record = GetVariantInObject(reply.result, names::valueKey);
-    ScanInfo info;
-    info.locator = zetcore::string::UTF8to16(ToStdString(Get<Utf8String>(record, names::locatorKey)));
-    info.subcomponent = ToStdString(Get<Utf8String>(record, names::subcomponentKey));
-    info.progress = Get<long long>(record, names::progressKey);
-    info.total = Get<long long>(record, names::totalKey);
-    info.goesOn = Get<bool>(record, names::continueKey);
-    return info;
+    return zetscanprotocol::ReadScanInfoReply(reply.result);
+}
+
+Reply ScannerClient::ScanOneEntity()
+{
+    return Call(zetscanprotocol::BuildScanOneEntity());
 }
 
 void ScannerClient::StartScan(const std::vector<PluginLocator>& locators)
@@ -220,11 +210,11 @@ WholeScan ScanAll(const std::filesystem::path& prefs, const std::vector<PluginLo
         ScannerClient client(prefs, environment);
         ++scan.scannersStarted;
         client.StartScan(pending);
-        for (ScanInfo info = client.GetScanInfo(); info.goesOn; info = client.GetScanInfo()) {
+        for (ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
             scan.reported.push_back(info.locator);
             const PluginLocator locator = PluginLocator::FromString(info.locator);
             std::erase(pending, locator);
-            if (client.Call("ScanOneEntity").closed) {
+            if (client.ScanOneEntity().closed) {
                 const auto reason = zetaudiopluginhost::FindBanReason(ToWide(client.BannedPath()), locator);
                 scan.failed[locator.GetPath()] = reason ? reason->reason : "no reason was recorded";
                 break;

@@ -10,6 +10,8 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetcore/filesupport/MemoryMappedFile.h>
 #include <zetcore/serialization/Value.h>
+#include <zetscanprotocol/ScanInfo.h>
+#include <zetscanprotocol/ScanRequests.h>
 #include <zettesting/ChildProcess.h>
 
 namespace zetaudiofilterscan {
@@ -25,15 +27,6 @@ struct Reply
     std::wstring errorMessage;
 
     bool Succeeded() const { return result != nullptr; }
-};
-
-struct ScanInfo
-{
-    std::wstring locator;
-    std::string subcomponent;
-    long long progress = -1;
-    long long total = -1;
-    bool goesOn = false;
 };
 
 /// A host for tests: starts the real scanner and talks to it over a real connection. Waits at most a minute
@@ -62,19 +55,20 @@ class ScannerClient
     bool Open();
     /// Closes it from this side.
     void Close();
-    /// Sends a request and waits for what comes back. `method` is the short name ("Connect").
-    Reply Call(const std::string& method, const zetcore::serialization::Array& arguments = {});
+    /// Sends a request and waits for the reply.
+    Reply Call(const zetcore::serialization::Call& call);
     /// Sends a request and does not wait.
-    void Send(const std::string& method, const zetcore::serialization::Array& arguments = {});
+    void Send(const zetcore::serialization::Call& call);
     /// Waits until the other side has closed; false when it has not within a minute.
     bool WaitForClose();
 
-    zetcore::serialization::Array ConnectArguments(bool disableShellSkipping = false,
-                                                   bool quick = true) const;
-    Reply Connect() { return Call("Connect", ConnectArguments()); }
+    zetscanprotocol::ConnectArguments ConnectArguments(bool disableShellSkipping = false,
+                                                       bool quick = true) const;
+    Reply Connect(bool disableShellSkipping = false, bool quick = true);
     Reply BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
     /// Throws when the reply is not what it must be.
-    ScanInfo GetScanInfo();
+    zetscanprotocol::ScanInfo GetScanInfo();
+    Reply ScanOneEntity();
     /// Open, connect and begin.
     void StartScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
 

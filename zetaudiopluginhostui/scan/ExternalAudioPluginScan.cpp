@@ -10,9 +10,10 @@
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
+#include <zetscanprotocol/ScanInfo.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zetscanprotocol/ScanRequests.h>
 
-#include "scan/ScanMessages.h"
 #include "scan/ScanTrace.h"
 
 namespace zetaudiopluginhostui {
@@ -118,8 +119,8 @@ bool ExternalAudioPluginScan::Connect(std::uint16_t port)
             const auto self = weak.lock();
             return self ? self->OnSessionClosed(closed) : zettransport::TransportError{0};
         });
-    SendRequest(BuildConnect({pluginSettingsPath, bannedSettingsPath, permanentBannedSettingsPath,
-                              resultFile.Path(), disableVST2ShellSkipping, quickEffectScan}),
+    SendRequest(protocol::BuildConnect({pluginSettingsPath, bannedSettingsPath, permanentBannedSettingsPath,
+                                        resultFile.Path(), disableVST2ShellSkipping, quickEffectScan}),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnServerConnectOK(); });
     static ScanTraceSite sentSite;
     sentSite.Write("Sent connection request");
@@ -195,7 +196,7 @@ void ExternalAudioPluginScan::SendScanRequest()
     site.Write("SendScanRequest");
     // Held while the request is handed over. It cannot deadlock: the client queues it and calls nobody.
     const std::lock_guard lock(mutex);
-    SendRequest(BuildBeginScanForPlugins(pending),
+    SendRequest(protocol::BuildBeginScanForPlugins(pending),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnScanRequestSuccess(); });
 }
 
@@ -211,7 +212,7 @@ void ExternalAudioPluginScan::SendGetScanInfo()
 {
     static ScanTraceSite site;
     site.Write("SendGetScanInfo");
-    SendRequest(BuildGetScanInfo(),
+    SendRequest(protocol::BuildGetScanInfo(),
                 [](ExternalAudioPluginScan& self, const auto& reply) { self.OnGetScanInfo(reply); });
 }
 
@@ -219,7 +220,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
 {
     static ScanTraceSite site;
     site.Write("OnScanInfo");
-    const ScanInfo info = ReadScanInfoReply(reply);
+    const protocol::ScanInfo info = protocol::ReadScanInfoReply(reply);
     FaultPoint("host.info-read");
 
     const std::lock_guard lock(mutex);
@@ -250,7 +251,7 @@ void ExternalAudioPluginScan::SendScanOneEntity()
 {
     static ScanTraceSite site;
     site.Write("SendScanOneEntity");
-    SendRequest(BuildScanOneEntity(),
+    SendRequest(protocol::BuildScanOneEntity(),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnScanOneEntitySuccess(); });
 }
 

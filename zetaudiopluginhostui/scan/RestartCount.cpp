@@ -1,12 +1,12 @@
 #include "scan/RestartCount.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/string/ParseNumber.h>
 
 namespace zetaudiopluginhostui {
 
@@ -16,9 +16,7 @@ namespace {
 int MostFruitlessRestarts()
 {
     const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(mostFruitlessRestarts, "");
-    int most = 0;
-    const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), most);
-    return error == std::errc() && end == entry.data() + entry.size() ? std::max(most, 0) : 0;
+    return std::max(zetcore::string::ParseNumber<int>(entry).value_or(0), 0);
 }
 
 } // namespace

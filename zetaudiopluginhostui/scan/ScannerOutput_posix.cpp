@@ -16,41 +16,19 @@
 #include <string_view>
 #include <system_error>
 #include <thread>
-#include <utility>
 
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/string/OutputTail.h>
 
 namespace zetaudiopluginhostui {
+
+using zetcore::filesupport::Descriptor;
 
 namespace {
 
 // No more is held at a time: a scanner that writes faster than it is passed on waits, as it would for the
 // terminal.
 constexpr std::size_t mostAtATime = 65536;
-
-class Descriptor
-{
-  public:
-    Descriptor() = default;
-    explicit Descriptor(int openDescriptor) noexcept : descriptor(openDescriptor) {}
-    Descriptor(Descriptor&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(descriptor, other.descriptor);
-        return *this;
-    }
-    ~Descriptor() { Close(); }
-
-    int Get() const noexcept { return descriptor; }
-    void Close() noexcept
-    {
-        if (const int closing = std::exchange(descriptor, -1); closing >= 0)
-            ::close(closing);
-    }
-
-  private:
-    int descriptor = -1;
-};
 
 int Check(int result, const char* what)
 {

@@ -48,11 +48,12 @@
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/filesupport/MemoryMappedFile.h>
 #include <zetcore/serialization/Value.h>
-#include <zetcore/string/Utf.h>
 #include <zetcore/threads/Backoff.h>
 #include <zetmarshal/JsonValue.h>
 #include <zetmarshal/RPCServer.h>
+#include <zetscanprotocol/ScanInfo.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zetscanprotocol/ScanRequests.h>
 #include <zettransport/SocketTransport.h>
 
 #include "testing/RawServer.h"
@@ -158,8 +159,7 @@ class FakeScanner
         const std::uint16_t port = transport->ServerStart(
             [&](std::shared_ptr<zettransport::Session> session, const zettransport::SocketTransport::Peer&) {
                 server = std::make_unique<zetmarshal::RPCServer>(session);
-                for (const char* method : {protocol::connectMethod, protocol::beginScanMethod,
-                                           protocol::getScanInfoMethod, protocol::scanOneEntityMethod})
+                for (const char* method : protocol::methods)
                     server->Register(method, [this, method](const serialization::Array& params,
                                                             std::shared_ptr<RPCResponder> responder) {
                         Answer(method, params, responder);
@@ -250,12 +250,11 @@ class FakeScanner
     {
         LogRequest(method, serialization::MakeValue(params));
         if (method == protocol::connectMethod)
-            resultFile = zetcore::string::UTF8to16(
-                serialization::ToStdString(std::any_cast<serialization::Utf8String>(*params.at(3))));
+            resultFile = protocol::ReadConnect(params).resultFilePath;
         while (!lines.empty()) {
             const auto [command, argument] = NextLine();
             if (command == "ok")
-                return responder->Succeed(serialization::MakeValue(serialization::Object()));
+                return responder->Succeed(protocol::BuildDoneReply());
             if (command == "reply")
                 return responder->Succeed(zetmarshal::FromJson(argument));
             if (command == "error")
@@ -266,7 +265,7 @@ class FakeScanner
             }
             if (command == "result") {
                 zetcore::filesupport::FileUtils::SimpleWriteStringToFile(resultFile, argument);
-                return responder->Succeed(serialization::MakeValue(serialization::Object()));
+                return responder->Succeed(protocol::BuildDoneReply());
             }
             DoBetween(command, argument);
         }

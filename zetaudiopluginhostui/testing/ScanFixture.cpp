@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
@@ -13,6 +12,7 @@
 #include <zetcore/threads/Backoff.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetmarshal/JsonValue.h>
+#include <zetscanprotocol/ScanInfo.h>
 #include <zettesting/ChildProcess.h>
 
 namespace zetaudiopluginhostui {
@@ -125,13 +125,9 @@ void ScanFixture::WaitUntil(const std::function<bool()>& condition)
 std::string ScanFixture::Info(const PluginLocator& plugin, int progress, int total, bool continues,
                               const std::string& subcomponent)
 {
-    const auto quoted =
-        zetmarshal::ToJson(zetcore::serialization::MakeString(std::string_view(subcomponent)));
-    std::ostringstream line;
-    line << "reply {\"value\":{\"locator\":" << Quoted(plugin) << ",\"subcomponent\":" << quoted
-         << ",\"progress\":" << progress << ",\"total\":" << total
-         << ",\"continue\":" << (continues ? "true" : "false") << "}}";
-    return line.str();
+    return "reply " +
+           zetmarshal::ToJson(zetscanprotocol::BuildScanInfoReply(
+               {plugin.ToString(), zetcore::string::UTF8to16(subcomponent), progress, total, continues}));
 }
 
 zetaudiofilterhost::PluginLocator ScanFixture::Plugin(const std::string& name) const

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <utility>
 
 #include "LocatorText.h"
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
@@ -25,15 +25,14 @@ class StringWriter : public pugi::xml_writer
 };
 
 template<typename Number>
-Number ParseNumber(const pugi::xml_attribute& attribute)
+Number ReadNumber(const pugi::xml_attribute& attribute)
 {
     const std::string_view value = attribute.value();
-    Number number = 0;
-    const auto result = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (result.ec != std::errc() || result.ptr != value.data() + value.size())
+    const auto number = zetcore::string::ParseNumber<Number>(value);
+    if (!number)
         throw UnreadableElement{std::string("attribute ") + attribute.name() + ": " + Quoted(value) +
                                 " is no number that fits"};
-    return number;
+    return *number;
 }
 
 bool ParseBoolean(const pugi::xml_attribute& attribute)
@@ -70,9 +69,9 @@ constexpr std::array<NamedField, 15> fields{{
     {"category", [](auto& info, auto&, auto&, auto& value) { info.SetCategory(UTF8to16(value.value())); }},
     {"uniqueid", [](auto& info, auto&, auto&, auto& value) { info.SetUniqueId(UTF8to16(value.value())); }},
     {"numericversion",
-     [](auto& info, auto&, auto&, auto& value) { info.SetNumericVersion(ParseNumber<std::int64_t>(value)); }},
-    {"size", [](auto&, auto& size, auto&, auto& value) { size = ParseNumber<std::uint64_t>(value); }},
-    {"time", [](auto&, auto&, auto& time, auto& value) { time = ParseNumber<std::int64_t>(value); }},
+     [](auto& info, auto&, auto&, auto& value) { info.SetNumericVersion(ReadNumber<std::int64_t>(value)); }},
+    {"size", [](auto&, auto& size, auto&, auto& value) { size = ReadNumber<std::uint64_t>(value); }},
+    {"time", [](auto&, auto&, auto& time, auto& value) { time = ReadNumber<std::int64_t>(value); }},
     {"enabled", [](auto& info, auto&, auto&, auto& value) { info.SetEnabled(ParseBoolean(value)); }},
     {"effect",
      [](auto& info, auto&, auto&, auto& value) { info.SetHasAnyNonSynthEffect(ParseBoolean(value)); }},

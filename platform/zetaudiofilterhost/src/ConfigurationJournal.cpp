@@ -6,6 +6,8 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/string/ParseNumber.h>
+#include <zetcore/utility/Fnv1a.h>
 
 namespace zetaudiofilterhost {
 
@@ -35,16 +37,16 @@ std::optional<ContentTie> TakeHeadLine(std::string_view& text, std::string_view 
     const std::size_t lineEnd = text.find('\n');
     if (lineEnd == text.npos || !text.starts_with(mark))
         return std::nullopt;
-    ContentTie tie;
-    const char* const end = text.data() + lineEnd;
-    const auto length = std::from_chars(text.data() + mark.size(), end, tie.length, 16);
-    if (length.ec != std::errc() || length.ptr == end || *length.ptr != ' ')
+    const std::string_view numbers = text.substr(mark.size(), lineEnd - mark.size());
+    const std::size_t blank = numbers.find(' ');
+    if (blank == numbers.npos)
         return std::nullopt;
-    const auto hash = std::from_chars(length.ptr + 1, end, tie.hash, 16);
-    if (hash.ec != std::errc() || hash.ptr != end)
+    const auto length = zetcore::string::ParseNumber<std::uint64_t>(numbers.substr(0, blank), 16);
+    const auto hash = zetcore::string::ParseNumber<std::uint64_t>(numbers.substr(blank + 1), 16);
+    if (!length || !hash)
         return std::nullopt;
     text.remove_prefix(lineEnd + 1);
-    return tie;
+    return ContentTie{*length, *hash};
 }
 
 /// Takes an entry off the front; nothing when what is there is torn.
@@ -81,12 +83,7 @@ std::optional<std::string> ReadTied(const File& base, const ContentTie& tie)
 
 ContentTie TieOf(std::string_view bytes)
 {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char byte : bytes) {
-        hash ^= static_cast<unsigned char>(byte);
-        hash *= 0x100000001b3;
-    }
-    return {bytes.size(), hash};
+    return {bytes.size(), zetcore::utility::Fnv1a(bytes)};
 }
 
 File ConfigurationJournal::FileFor(const File& base)

@@ -1,7 +1,6 @@
 #include "ConfigurationText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <compare>
 #include <utility>
 
@@ -11,27 +10,28 @@
 #include "XmlText.h"
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/LineCounter.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
 
 namespace {
 
+using zetcore::string::ParseNumber;
 using zetcore::string::UTF8to16;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::optional<std::pair<unsigned, unsigned>> ParseVersion(std::string_view text)
 {
-    std::pair<unsigned, unsigned> version{0, 0};
-    const char* const end = text.data() + text.size();
-    const auto major = std::from_chars(text.data(), end, version.first);
-    if (major.ec != std::errc() || major.ptr == end || *major.ptr != '.')
+    const std::size_t point = text.find('.');
+    if (point == text.npos)
         return std::nullopt;
-    const auto minor = std::from_chars(major.ptr + 1, end, version.second);
-    if (minor.ec != std::errc() || minor.ptr != end)
+    const auto major = ParseNumber<unsigned>(text.substr(0, point));
+    const auto minor = ParseNumber<unsigned>(text.substr(point + 1));
+    if (!major || !minor)
         return std::nullopt;
-    return version;
+    return std::pair(*major, *minor);
 }
 
 class Reader

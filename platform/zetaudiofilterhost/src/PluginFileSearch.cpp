@@ -4,6 +4,7 @@
 
 #include "NativePath.h"
 #include "PluginPlatform.h"
+#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
 
@@ -23,6 +24,17 @@ void TracePassedOver(const fs::path& path, const std::error_code& error)
 bool IsBundle(const fs::path& path)
 {
     return HasPluginExtension(TechnologyType::VST3, path);
+}
+
+fs::directory_iterator OpenFolder(const fs::path& folder, std::error_code& error)
+{
+    if (zetcore::debug::FaultsAreOn()) {
+        const std::string title = zetcore::string::UTF16to8(FromNativePath(folder.filename()));
+        error = zetcore::debug::FaultError("read." + title);
+        if (error)
+            return {};
+    }
+    return fs::directory_iterator(folder, error);
 }
 
 } // namespace
@@ -80,7 +92,7 @@ bool PluginFileSearch::ReadFolder(const Place& folder, std::vector<Place>& toSea
     std::vector<Place> plugins;
     std::vector<Place> folders;
     std::error_code error;
-    for (fs::directory_iterator entry(folder.path, error), end; !error && entry != end;
+    for (fs::directory_iterator entry = OpenFolder(folder.path, error), end; !error && entry != end;
          entry.increment(error))
         Classify(*entry, folder, plugins, folders);
     if (IsRefusal(error))

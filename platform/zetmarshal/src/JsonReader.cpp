@@ -1,10 +1,10 @@
-#include <charconv>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include <boost/json/basic_parser_impl.hpp>
+#include <zetcore/string/ParseNumber.h>
 #include <zetmarshal/JsonValue.h>
 
 namespace zetmarshal {
@@ -60,13 +60,13 @@ class ValueBuilder
         Gather(part);
         // Boost's own conversion is off by a bit now and then.
         const Utf8String digits = TakeText();
-        const char* begin = reinterpret_cast<const char*>(digits.data());
-        double number = 0;
-        if (std::from_chars(begin, begin + digits.size(), number).ec != std::errc{}) {
+        const auto number = zetcore::string::ParseNumber<double>(
+            {reinterpret_cast<const char*>(digits.data()), digits.size()});
+        if (!number) {
             error = json::error::exponent_overflow;
             return false;
         }
-        return Count(error) && Add(MakeValue(number));
+        return Count(error) && Add(MakeValue(*number));
     }
     bool on_bool(bool value, json::error_code& error) { return Count(error) && Add(MakeValue(value)); }
     bool on_null(json::error_code& error) { return Count(error) && Add(std::make_shared<Value>()); }

@@ -1,7 +1,6 @@
 #include "SocketSystem.h"
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -11,16 +10,13 @@
 
 #include <iphlpapi.h>
 
+#include <zetcore/filesupport/Handle.h>
+
 namespace zettransport::sockets {
 
 namespace {
 
-struct CloseHandleDeleter
-{
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const noexcept { ::CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<HANDLE, CloseHandleDeleter>;
+using zetcore::filesupport::Handle;
 
 /// Bytes that hold a structure of variable size, aligned for any.
 using Block = std::vector<std::max_align_t>;
@@ -77,11 +73,11 @@ Block ReadUser(HANDLE process)
         return {};
     const Handle token(opened);
     DWORD bytes = 0;
-    ::GetTokenInformation(token.get(), TokenUser, nullptr, 0, &bytes);
+    ::GetTokenInformation(token.Get(), TokenUser, nullptr, 0, &bytes);
     if (bytes == 0)
         return {};
     Block block = BlockOf(bytes);
-    if (!::GetTokenInformation(token.get(), TokenUser, block.data(), bytes, &bytes))
+    if (!::GetTokenInformation(token.Get(), TokenUser, block.data(), bytes, &bytes))
         return {};
     return block;
 }
@@ -102,9 +98,9 @@ bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote)
         return true;
     const Handle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, *processId));
     // A user may always ask that much about processes of the same user.
-    if (!process)
+    if (!process.IsOpen())
         return ::GetLastError() != ERROR_ACCESS_DENIED;
-    const Block theirs = ReadUser(process.get());
+    const Block theirs = ReadUser(process.Get());
     if (theirs.empty())
         return ::GetLastError() != ERROR_ACCESS_DENIED;
     const Block ours = ReadUser(::GetCurrentProcess());

@@ -12,28 +12,14 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <zetcore/filesupport/Descriptor.h>
+
 namespace zettransport {
 
 using boost::asio::ip::tcp;
+using zetcore::filesupport::Descriptor;
 
 namespace {
-
-class NetlinkSocket
-{
-  public:
-    NetlinkSocket() : value(::socket(AF_NETLINK, SOCK_DGRAM | SOCK_CLOEXEC, NETLINK_SOCK_DIAG)) {}
-    ~NetlinkSocket()
-    {
-        if (value >= 0)
-            ::close(value);
-    }
-    NetlinkSocket(const NetlinkSocket&) = delete;
-    NetlinkSocket& operator=(const NetlinkSocket&) = delete;
-    int Get() const noexcept { return value; }
-
-  private:
-    const int value;
-};
 
 struct Question
 {
@@ -65,9 +51,9 @@ std::optional<SocketOwner> AskSocket(const tcp::endpoint& local, const tcp::endp
 {
     if (!local.address().is_v4() || !remote.address().is_v4())
         return std::nullopt;
-    const NetlinkSocket socket;
+    const Descriptor socket(::socket(AF_NETLINK, SOCK_DGRAM | SOCK_CLOEXEC, NETLINK_SOCK_DIAG));
     const Question question = MakeQuestion(local, remote);
-    if (socket.Get() < 0 ||
+    if (!socket.IsOpen() ||
         ::send(socket.Get(), &question, sizeof question, 0) != static_cast<ssize_t>(sizeof question))
         return std::nullopt;
     std::array<char, 8192> answer;

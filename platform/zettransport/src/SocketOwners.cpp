@@ -1,15 +1,16 @@
 #include "SocketOwners.h"
 
 #include <array>
-#include <charconv>
 #include <cstring>
 #include <vector>
 
 #include <boost/asio/ip/address.hpp>
+#include <zetcore/string/ParseNumber.h>
 
 namespace zettransport {
 
 namespace ip = boost::asio::ip;
+using zetcore::string::ParseNumber;
 
 namespace {
 
@@ -32,16 +33,6 @@ std::vector<std::string_view> FieldsOf(std::string_view line)
             return fields;
         line.remove_prefix(end);
     }
-}
-
-template<typename Number>
-std::optional<Number> ParseNumber(std::string_view text, int base)
-{
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
-    if (error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
 }
 
 /// The table prints each 32-bit group of the address, which lies in memory in network order, as a number of
@@ -99,7 +90,7 @@ std::optional<std::uint32_t> FindSocketOwner(std::string_view table, const ip::t
         if (fields.size() <= inodeField || fields[inodeField] == "0")
             continue;
         if (ParseEndpoint(fields[localField]) == local && ParseEndpoint(fields[remoteField]) == remote)
-            if (const auto user = ParseNumber<std::uint32_t>(fields[userField], 10))
+            if (const auto user = ParseNumber<std::uint32_t>(fields[userField]))
                 return user;
     }
     return std::nullopt;

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <sstream>
 #include <stdexcept>
 
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginhost {
@@ -61,9 +61,11 @@ bool HasUnknownParts(const pugi::xml_node& node)
 template<typename Number>
 bool ReadNumber(const pugi::xml_attribute& attribute, Number& number)
 {
-    const std::string_view text = attribute.value();
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return !attribute || (error == std::errc() && end == text.data() + text.size());
+    if (!attribute)
+        return true;
+    const auto read = zetcore::string::ParseNumber<Number>(attribute.value());
+    number = read.value_or(Number{});
+    return read.has_value();
 }
 
 /// A build that cannot be read is every build: the ban must not end by mistake.

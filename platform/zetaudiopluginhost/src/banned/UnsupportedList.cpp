@@ -1,12 +1,12 @@
 #include "banned/UnsupportedList.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 #include <pugixml.hpp>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/LineCounter.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 #include "banned/BanListFile.h"
@@ -21,11 +21,8 @@ bool ReadNumber(const pugi::xml_attribute& attribute, std::optional<Number>& num
 {
     if (!attribute)
         return true;
-    const std::string_view text = attribute.value();
-    Number value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    number = value;
-    return error == std::errc() && end == text.data() + text.size();
+    number = zetcore::string::ParseNumber<Number>(attribute.value());
+    return number.has_value();
 }
 
 } // namespace

@@ -103,15 +103,15 @@ class DynamicTables
 
     bool IsProgram() const { return (flags1 & flag1Program) != 0; }
 
-    bool Exports(std::string_view name)
+    bool Exports(const EntryPoint& entry)
     {
         if (strings == 0 || symbols == 0)
             return false;
         if (gnuHash != 0)
-            return ExportsByGnuHash(name);
+            return ExportsByGnuHash(entry);
         if (hash != 0)
-            return ExportsByHash(name);
-        return ExportsByOrder(name);
+            return ExportsByHash(entry);
+        return ExportsByOrder(entry);
     }
 
   private:
@@ -167,21 +167,22 @@ class DynamicTables
         return offset && file.ReadValue(*offset, value);
     }
 
-    bool IsExport(const Symbol& symbol, std::string_view name)
+    bool IsExport(const Symbol& symbol, const EntryPoint& entry)
     {
         const unsigned binding = symbol.info >> 4;
         const unsigned type = symbol.info & 0xF;
-        const bool isFunction = type == 0 || type == 2 || type == 10;
+        const bool isFunction = type == 2 || type == 10;
+        const bool isWanted = type == 0 || (entry.isData ? type == 1 : isFunction);
         const bool isVisible = binding == 1 || binding == 2 || binding == 10;
-        if (symbol.section == 0 || !isFunction || !isVisible)
+        if (symbol.section == 0 || !isWanted || !isVisible)
             return false;
-        if (symbol.name >= stringSize || name.size() >= stringSize - symbol.name)
+        if (symbol.name >= stringSize || entry.name.size() >= stringSize - symbol.name)
             return false;
         const std::optional<std::uint64_t> text = OffsetOf(strings + symbol.name);
-        return text && file.HasText(*text, name);
+        return text && file.HasText(*text, entry.name);
     }
 
-    bool ExportsByGnuHash(std::string_view name)
+    bool ExportsByGnuHash(const EntryPoint& entry)
     {
         struct
         {
@@ -190,7 +191,7 @@ class DynamicTables
         if (!ReadAt(gnuHash, header) || header.buckets == 0)
             return false;
         std::uint32_t wanted = 5381;
-        for (const char c : name)
+        for (const char c : entry.name)
             wanted = wanted * 33 + static_cast<unsigned char>(c);
 
         const std::uint64_t buckets = gnuHash + sizeof(header) + std::uint64_t{header.bloomWords} * 8;
@@ -205,7 +206,7 @@ class DynamicTables
                 return false;
             Symbol symbol{};
             if ((found | 1) == (wanted | 1) && index != 0 &&
-                ReadAt(symbols + std::uint64_t{index} * sizeof(Symbol), symbol) && IsExport(symbol, name))
+                ReadAt(symbols + std::uint64_t{index} * sizeof(Symbol), symbol) && IsExport(symbol, entry))
                 return true;
             if ((found & 1) != 0)
                 return false;
@@ -213,7 +214,7 @@ class DynamicTables
         return false;
     }
 
-    bool ExportsByHash(std::string_view name)
+    bool ExportsByHash(const EntryPoint& entry)
     {
         struct
         {
@@ -221,23 +222,23 @@ class DynamicTables
         } header{};
         if (!ReadAt(hash, header))
             return false;
-        return ExportsByOrder(name, header.symbolCount);
+        return ExportsByOrder(entry, header.symbolCount);
     }
 
-    bool ExportsByOrder(std::string_view name)
+    bool ExportsByOrder(const EntryPoint& entry)
     {
         // Linkers put the names right behind the symbols.
-        return strings > symbols && ExportsByOrder(name, (strings - symbols) / sizeof(Symbol));
+        return strings > symbols && ExportsByOrder(entry, (strings - symbols) / sizeof(Symbol));
     }
 
-    bool ExportsByOrder(std::string_view name, std::uint64_t count)
+    bool ExportsByOrder(const EntryPoint& entry, std::uint64_t count)
     {
         for (std::uint64_t i = 1; i < std::min(count, maxSymbols); ++i) {
             // A file that claims more symbols than it holds ends the search.
             Symbol symbol{};
             if (!ReadAt(symbols + i * sizeof(Symbol), symbol))
                 return false;
-            if (IsExport(symbol, name))
+            if (IsExport(symbol, entry))
                 return true;
         }
         return false;
@@ -251,7 +252,7 @@ class DynamicTables
 } // namespace
 
 std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
-                              const std::vector<std::string_view>& entryPoints)
+                              const std::vector<EntryPoint>& entryPoints)
 {
     unsigned char ident[16] = {};
     if (!file.ReadValue(0, ident))
@@ -290,8 +291,8 @@ std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
         return "damaged";
     if (tables.IsProgram())
         return "a program or an object file, not a library";
-    for (const std::string_view name : entryPoints) {
-        if (tables.Exports(name))
+    for (const EntryPoint& entry : entryPoints) {
+        if (tables.Exports(entry))
             return {};
     }
     return "no plug-in entry point";

@@ -46,7 +46,7 @@ FileKind KindOf(std::string_view start)
 } // namespace
 
 std::string WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
-                           const std::vector<std::string_view>& entryPoints)
+                           const std::vector<EntryPoint>& entryPoints)
 {
     if (file.Size() == 0)
         return "an empty file";

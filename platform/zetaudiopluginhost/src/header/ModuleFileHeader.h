@@ -28,16 +28,28 @@ struct ModuleTarget
 };
 ModuleTarget NativeModuleTarget();
 
+/// A name that a plug-in of some format exports. Converts from a name, which then is a function's.
+struct EntryPoint
+{
+    constexpr EntryPoint(const char* exportedName, bool exportsData = false)
+        : name(exportedName), isData(exportsData)
+    {}
+
+    std::string_view name;
+    /// A variable; where a file's exports do not tell the difference (PE), it is not looked at.
+    bool isData = false;
+};
+
 /// Empty when a process of the given kind can load the file and it exports one of the entry points; else why
 /// not, in words ("32-bit", "truncated", "no plug-in entry point"). Reads a few pieces of the file and
 /// believes none of them.
 std::string WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
-                           const std::vector<std::string_view>& entryPoints);
+                           const std::vector<EntryPoint>& entryPoints);
 
 /// The two formats' own parts, for a file that begins with the format's magic number.
 std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
-                              const std::vector<std::string_view>& entryPoints);
+                              const std::vector<EntryPoint>& entryPoints);
 std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
-                             const std::vector<std::string_view>& entryPoints);
+                             const std::vector<EntryPoint>& entryPoints);
 
 } // namespace zetaudiopluginhost

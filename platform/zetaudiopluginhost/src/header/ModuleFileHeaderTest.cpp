@@ -11,12 +11,14 @@ namespace {
 
 constexpr ModuleTarget elfTarget{ModuleFormat::Elf, ModuleMachine::X86_64};
 constexpr ModuleTarget peTarget{ModuleFormat::Pe, ModuleMachine::X86_64};
-const std::vector<std::string_view> vst2Entries = {"VSTPluginMain", "main"};
+const std::vector<EntryPoint> vst2Entries = {"VSTPluginMain", "main"};
+const std::vector<EntryPoint> dataEntries = {{"VSTPluginMain", true}};
 
-std::string Verdict(std::string_view bytes, const ModuleTarget& target = elfTarget)
+std::string Verdict(std::string_view bytes, const ModuleTarget& target = elfTarget,
+                    const std::vector<EntryPoint>& entries = vst2Entries)
 {
     MemoryByteReader reader(bytes);
-    return WhyNotLoadable(reader, target, vst2Entries);
+    return WhyNotLoadable(reader, target, entries);
 }
 
 template<class T>
@@ -151,6 +153,21 @@ TEST(ModuleFileHeader, LibrariesWithoutAnEntryPointAreNoPlugins)
     std::string data = SampleElf();
     Put<std::uint8_t>(data, symbolPart + 24 + 4, 0x11);
     EXPECT_EQ(Verdict(data), "no plug-in entry point");
+}
+
+TEST(ModuleFileHeader, AnEntryPointThatIsDataIsNoFunctionAndTheOtherWayRound)
+{
+    for (const Lookup lookup : {Lookup::GnuHash, Lookup::Hash, Lookup::None}) {
+        std::string elf = SampleElf("VSTPluginMain", lookup);
+        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "no plug-in entry point");
+        Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x11);
+        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "");
+        Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x10);
+        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "") << "a symbol without a type";
+        Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x01);
+        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "no plug-in entry point") << "a local one";
+    }
+    EXPECT_EQ(Verdict(SamplePe(), peTarget, dataEntries), "") << "its exports have no type";
 }
 
 struct DamageCase

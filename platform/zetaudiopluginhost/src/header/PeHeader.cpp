@@ -77,7 +77,7 @@ std::optional<std::uint64_t> OffsetOf(const std::vector<SectionHeader>& sections
 }
 
 bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
-                  std::uint32_t directoryAddress, const std::vector<std::string_view>& wanted)
+                  std::uint32_t directoryAddress, const std::vector<EntryPoint>& wanted)
 {
     const std::optional<std::uint64_t> place = OffsetOf(sections, directoryAddress);
     ExportDirectory directory{};
@@ -91,8 +91,8 @@ bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
         if (!file.ReadValue(*names + std::uint64_t{i} * 4, nameAddress))
             return false;
         const std::optional<std::uint64_t> text = OffsetOf(sections, nameAddress);
-        for (const std::string_view name : wanted) {
-            if (text && file.HasText(*text, name))
+        for (const EntryPoint& entry : wanted) {
+            if (text && file.HasText(*text, entry.name))
                 return true;
         }
     }
@@ -102,7 +102,7 @@ bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
 } // namespace
 
 std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
-                             const std::vector<std::string_view>& entryPoints)
+                             const std::vector<EntryPoint>& entryPoints)
 {
     std::uint32_t peOffset = 0;
     CoffHeader header{};

@@ -57,7 +57,7 @@ ScanOutcome OneRecord(std::shared_ptr<PluginModuleInfo> info)
     return outcome;
 }
 
-std::vector<std::string_view> EntryPoints(TechnologyType technology)
+std::vector<EntryPoint> EntryPoints(TechnologyType technology)
 {
     if (technology == TechnologyType::VST3)
         return {vst3::factoryEntryName};

@@ -1,6 +1,5 @@
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 
-#include <charconv>
 #include <optional>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
@@ -9,6 +8,7 @@
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
 #include "scan/PluginText.h"
@@ -38,11 +38,7 @@ std::string StatusText(const PluginLocator& locator)
 /// VST2's unique id; other technologies' do not fit the list.
 std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
 {
-    const std::string text = zetcore::string::UTF16to8(info.GetUniqueId());
-    std::uint32_t id = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber ? std::optional(id) : std::nullopt;
+    return zetcore::string::ParseNumber<std::uint32_t>(zetcore::string::UTF16to8(info.GetUniqueId()));
 }
 
 ScanOutcome RefusedFile(const PluginLocator& locator)

@@ -7,9 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/string/Utf.h>
 
-#include "filesupport/Descriptor_posix.h"
 #include "utility/EnvironmentVariable.h"
 
 namespace zetcore::debug {

@@ -1,23 +1,15 @@
 #include "debug/FaultSetting.h"
 
 #include <array>
-#include <charconv>
 #include <utility>
+
+#include <zetcore/string/ParseNumber.h>
 
 namespace zetcore::debug {
 
 namespace {
 
 constexpr std::string_view latePrefix = "late=";
-
-std::optional<unsigned> ParseNumber(std::string_view text)
-{
-    unsigned number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
 
 bool ReadAction(std::string_view text, FaultSetting& setting)
 {
@@ -35,7 +27,7 @@ bool ReadAction(std::string_view text, FaultSetting& setting)
     }
     if (!text.starts_with(latePrefix))
         return false;
-    const auto seconds = ParseNumber(text.substr(latePrefix.size()));
+    const auto seconds = string::ParseNumber<unsigned>(text.substr(latePrefix.size()));
     setting.action = FaultAction::Late;
     setting.seconds = seconds.value_or(0);
     return seconds.has_value();
@@ -60,7 +52,7 @@ std::optional<FaultSetting> ParseFaultSetting(std::string_view text)
         setting.place.pop_back();
         setting.isBeginning = true;
     }
-    const auto visit = ParseNumber(text.substr(first + 1, last - first - 1));
+    const auto visit = string::ParseNumber<unsigned>(text.substr(first + 1, last - first - 1));
     if (!visit || *visit == 0 || !ReadAction(text.substr(last + 1), setting))
         return std::nullopt;
     setting.visit = *visit;

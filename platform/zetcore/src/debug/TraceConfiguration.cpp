@@ -1,6 +1,6 @@
 #include "debug/TraceConfiguration.h"
 
-#include <charconv>
+#include <zetcore/string/ParseNumber.h>
 
 #include "debug/TextEntries.h"
 
@@ -10,11 +10,8 @@ namespace {
 
 std::optional<int> ParseVolume(std::string_view text)
 {
-    int volume = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), volume);
-    if (error != std::errc{} || end != text.data() + text.size() || volume < 0 || volume > 9)
-        return std::nullopt;
-    return volume;
+    const auto volume = string::ParseNumber<int>(text);
+    return volume && *volume >= 0 && *volume <= 9 ? volume : std::nullopt;
 }
 
 } // namespace

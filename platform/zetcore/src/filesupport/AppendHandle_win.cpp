@@ -1,8 +1,10 @@
 #include "filesupport/AppendHandle.h"
 
-#include <zetcore/filesupport/FileException.h>
+#include <windows.h>
 
-#include "filesupport/Handle_win.h"
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/Handle.h>
+
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
 #include "filesupport/SystemPath_win.h"

@@ -3,11 +3,12 @@
 #include <exception>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/filesupport/FileException.h>
 
-#include "filesupport/Descriptor_posix.h"
 #include "filesupport/HandleLock_posix.h"
 #include "filesupport/LockName.h"
 #include "filesupport/PlatformPath.h"

@@ -2,11 +2,13 @@
 
 #include <exception>
 
+#include <windows.h>
+
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/Handle.h>
 #include <zetcore/threads/Backoff.h>
 
-#include "filesupport/Handle_win.h"
 #include "filesupport/LockName.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"

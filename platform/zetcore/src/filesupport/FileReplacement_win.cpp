@@ -5,12 +5,14 @@
 #include <cstddef>
 #include <vector>
 
+#include <windows.h>
+
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/Handle.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/Backoff.h>
 
 #include "filesupport/FileStatus.h"
-#include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SharedOpening_win.h"
 #include "filesupport/SystemError.h"

@@ -4,10 +4,11 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/filesupport/FileException.h>
 
-#include "filesupport/Descriptor_posix.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
 

@@ -4,10 +4,11 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <zetcore/filesupport/Descriptor.h>
 #include <zettesting/HostFixture.h>
 
-#include "filesupport/Descriptor_posix.h"
 #include "filesupport/ForkedChild_posix.h"
 #include "filesupport/HandleLock_posix.h"
 

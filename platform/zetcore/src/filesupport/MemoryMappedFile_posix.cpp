@@ -8,13 +8,14 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/filesupport/FileException.h>
 
 #include "filesupport/BlockName.h"
-#include "filesupport/Descriptor_posix.h"
 #include "filesupport/HandleLock_posix.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"

@@ -5,14 +5,16 @@
 #include <stdexcept>
 #include <system_error>
 
+#include <windows.h>
+
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/Handle.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/Backoff.h>
 
 #include "filesupport/BlockName.h"
-#include "filesupport/Handle_win.h"
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
 #include "filesupport/SystemPath_win.h"

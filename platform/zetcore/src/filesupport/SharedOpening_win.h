@@ -2,7 +2,9 @@
 
 #include <filesystem>
 
-#include "filesupport/Handle_win.h"
+#include <windows.h>
+
+#include <zetcore/filesupport/Handle.h>
 
 namespace zetcore::filesupport {
 

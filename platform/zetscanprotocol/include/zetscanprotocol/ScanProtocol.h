@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The names that the host and the scanner process must agree on. docs/scan-protocol.md describes the
-/// conversation.
+/// Everything that the host and the scanner process must agree on: names here, the requests in
+/// `ScanRequests.h`, the replies in `ScanInfo.h`. docs/scan-protocol.md describes the conversation.
 namespace zetscanprotocol {
 
 /// The shared block through which the scanner hands over its port and the host its trace volume.
@@ -22,14 +22,9 @@ inline constexpr char connectMethod[] = "com.quorvex.zetaudiofilterscan.Connect"
 inline constexpr char beginScanMethod[] = "com.quorvex.zetaudiofilterscan.BeginScanForPlugins";
 inline constexpr char getScanInfoMethod[] = "com.quorvex.zetaudiofilterscan.GetScanInfo";
 inline constexpr char scanOneEntityMethod[] = "com.quorvex.zetaudiofilterscan.ScanOneEntity";
-
-/// The reply of GetScanInfo: an object with this key, which holds the record with the keys below.
-inline constexpr char valueKey[] = "value";
-inline constexpr char locatorKey[] = "locator";
-inline constexpr char subcomponentKey[] = "subcomponent";
-inline constexpr char progressKey[] = "progress";
-inline constexpr char totalKey[] = "total";
-inline constexpr char continueKey[] = "continue";
+/// All of them, for whoever answers.
+inline constexpr const char* methods[] = {connectMethod, beginScanMethod, getScanInfoMethod,
+                                          scanOneEntityMethod};
 
 /// Appended to the whole path of the plug-in settings file.
 inline constexpr wchar_t resultFileSuffix[] = L".scan";

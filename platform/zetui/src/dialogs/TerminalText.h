@@ -8,12 +8,10 @@
 /// The texts that the terminal presentation writes. All of them are UTF-8.
 namespace zetui::dialogs {
 
-/// Text that cannot command a terminal: control characters become a space, direction marks and bytes that
-/// are no text U+FFFD. Line feeds stay where `keepLines` says so.
+/// UTF-8 that cannot command a terminal (`zetcore::string::ForTerminal`).
 std::string PrintableText(std::string_view text, bool keepLines);
 
-/// Columns that printable text takes: two for the wide characters of East Asian scripts and for pictures,
-/// none for combining marks.
+/// Columns that printable text takes.
 int DisplayWidth(std::string_view printable);
 
 /// Cuts at the left, where "..." then says so: the end of a path, its file name, says most.

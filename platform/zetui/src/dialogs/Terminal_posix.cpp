@@ -5,10 +5,8 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 namespace zetui::dialogs {
 
@@ -46,12 +44,7 @@ int TerminalColumns(std::FILE* stream)
     struct winsize size = {};
     if (::ioctl(::fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
         return size.ws_col;
-    int columns = 0;
-    if (const char* const variable = std::getenv("COLUMNS")) {
-        const std::string_view text = variable;
-        std::from_chars(text.data(), text.data() + text.size(), columns);
-    }
-    return columns > 0 ? columns : 80;
+    return ColumnsOfEnvironment();
 }
 
 InterruptWatch::InterruptWatch()

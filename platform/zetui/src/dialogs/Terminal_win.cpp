@@ -4,9 +4,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <charconv>
-#include <cstdlib>
-#include <string_view>
 
 namespace zetui::dialogs {
 
@@ -45,12 +42,7 @@ int TerminalColumns(std::FILE* stream)
     CONSOLE_SCREEN_BUFFER_INFO info = {};
     if (::GetConsoleScreenBufferInfo(ConsoleOf(stream), &info))
         return info.srWindow.Right - info.srWindow.Left + 1;
-    int columns = 0;
-    if (const char* const variable = std::getenv("COLUMNS")) {
-        const std::string_view text = variable;
-        std::from_chars(text.data(), text.data() + text.size(), columns);
-    }
-    return columns > 0 ? columns : 80;
+    return ColumnsOfEnvironment();
 }
 
 InterruptWatch::InterruptWatch()

@@ -1,7 +1,6 @@
 #include "ui/ArchiveValue.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -9,6 +8,7 @@
 #include <pugixml.hpp>
 
 #include <zetcore/string/LineCounter.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 #include <zetui/ui/NodeArchive.h>
 
@@ -160,26 +160,23 @@ std::int64_t Parser::ParseInt(const pugi::xml_node& element) const
     if (type != "signed" && type != "unsigned")
         Fail(element, "an int is signed or unsigned");
     const std::string text = ParseText(element);
-    std::int64_t number = 0;
-    const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool whole = problem == std::errc() && end == text.data() + text.size();
+    const auto number = zetcore::string::ParseNumber<std::int64_t>(text);
     const std::int64_t least = type == "signed" ? std::numeric_limits<std::int32_t>::min() : 0;
     const std::int64_t most = type == "signed" ? std::int64_t{std::numeric_limits<std::int32_t>::max()}
                                                : std::int64_t{std::numeric_limits<std::uint32_t>::max()};
-    if (!whole || number < least || number > most)
+    if (!number || *number < least || *number > most)
         Fail(element, "\"" + text + "\" is no " + std::string(type) + " whole number of 32 bits");
-    return number;
+    return *number;
 }
 
 double Parser::ParseFloat(const pugi::xml_node& element) const
 {
     CheckAttributes(element, {});
     const std::string text = ParseText(element);
-    double number = 0;
-    const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (problem != std::errc() || end != text.data() + text.size() || !std::isfinite(number))
+    const auto number = zetcore::string::ParseNumber<double>(text);
+    if (!number || !std::isfinite(*number))
         Fail(element, "\"" + text + "\" is no number");
-    return number;
+    return *number;
 }
 
 std::string Parser::ParseText(const pugi::xml_node& element) const

@@ -25,8 +25,8 @@
 ///
 /// Files that are replaced have the places `write.FILENAME.open`, `.write`, `.rename` and `.done`, files that
 /// are appended to `append.FILENAME.write` and `.done`, both on POSIX systems. A file that is deleted has
-/// `delete.FILENAME`, the library of a plug-in that is looked into `read.FILENAME`. The others are where they
-/// are called. Any thread.
+/// `delete.FILENAME`, the library of a plug-in that is looked into `read.FILENAME`, and so has a folder that
+/// is searched for plug-ins. The others are where they are called. Any thread.
 namespace zetcore::debug {
 
 /// True when any place is set: for callers that would have to make up a name.

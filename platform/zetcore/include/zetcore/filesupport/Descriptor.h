@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include <unistd.h>
+#include <zetcore/Export.h>
 
 namespace zetcore::filesupport {
 
-/// Owns a file descriptor.
+/// Owns a file descriptor of a POSIX system; -1 is none.
 class Descriptor
 {
   public:
@@ -22,12 +22,10 @@ class Descriptor
 
     int Get() const noexcept { return descriptor; }
     bool IsOpen() const noexcept { return descriptor >= 0; }
+    /// The caller owns it from now on.
+    int Release() noexcept { return std::exchange(descriptor, -1); }
     /// False when the system reports an error of an earlier write only now (network file systems do).
-    bool Close() noexcept
-    {
-        const int closing = std::exchange(descriptor, -1);
-        return closing < 0 || ::close(closing) == 0;
-    }
+    ZETCORE_API bool Close() noexcept;
 
   private:
     int descriptor = -1;

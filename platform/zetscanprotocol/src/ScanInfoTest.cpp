@@ -1,17 +1,16 @@
-#include "scan/ScanMessages.h"
+#include <zetscanprotocol/ScanInfo.h>
 
+#include <any>
 #include <functional>
 #include <limits>
 
 #include <gtest/gtest.h>
 #include <zetmarshal/JsonValue.h>
 
-namespace zetaudiopluginhostui {
+namespace zetscanprotocol {
 namespace {
 
 using namespace zetcore::serialization;
-using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::TechnologyType;
 
 Utf8String Key(const char* key)
 {
@@ -37,13 +36,13 @@ ValuePtr ReplyWith(const char* key, ValuePtr value)
     return Reply([&](Object& record) { record[Key(key)] = std::move(value); });
 }
 
-TEST(ScanMessages, ReadsEveryFieldOfTheRecord)
+TEST(ScanInfo, ReadsEveryFieldOfTheRecord)
 {
     EXPECT_EQ(ReadScanInfoReply(Reply()),
               (ScanInfo{L"VST|/vst/gr\u00FC\u00DF.so|", L"sub \u00FC", 3, 7, true}));
 }
 
-TEST(ScanMessages, AMissingKeyRaisesMissingKeyExceptionWithItsName)
+TEST(ScanInfo, AMissingKeyRaisesMissingKeyExceptionWithItsName)
 {
     for (const char* key : {"locator", "subcomponent", "progress", "total", "continue"}) {
         try {
@@ -55,7 +54,7 @@ TEST(ScanMessages, AMissingKeyRaisesMissingKeyExceptionWithItsName)
     }
 }
 
-TEST(ScanMessages, TheFirstMissingKeyInReadingOrderIsTheOneThatIsNamed)
+TEST(ScanInfo, TheFirstMissingKeyInReadingOrderIsTheOneThatIsNamed)
 {
     try {
         ReadScanInfoReply(Reply([](Object& record) {
@@ -69,7 +68,7 @@ TEST(ScanMessages, TheFirstMissingKeyInReadingOrderIsTheOneThatIsNamed)
     }
 }
 
-TEST(ScanMessages, AReplyWithoutValueRaisesMissingKeyExceptionNamingValue)
+TEST(ScanInfo, AReplyWithoutValueRaisesMissingKeyExceptionNamingValue)
 {
     try {
         ReadScanInfoReply(MakeValue(Object()));
@@ -79,20 +78,20 @@ TEST(ScanMessages, AReplyWithoutValueRaisesMissingKeyExceptionNamingValue)
     }
 }
 
-TEST(ScanMessages, AReplyThatIsNoObjectIsABadAnyCast)
+TEST(ScanInfo, AReplyThatIsNoObjectIsABadAnyCast)
 {
     for (const ValuePtr& reply :
          {ValuePtr(), MakeValue(Array()), MakeString(std::string_view("{}")), std::make_shared<Value>()})
         EXPECT_THROW(ReadScanInfoReply(reply), std::bad_any_cast);
 }
 
-TEST(ScanMessages, AValueThatIsNoObjectIsABadAnyCast)
+TEST(ScanInfo, AValueThatIsNoObjectIsABadAnyCast)
 {
     for (const ValuePtr& value : {ValuePtr(), MakeValue(Array()), MakeValue(1LL)})
         EXPECT_THROW(ReadScanInfoReply(MakeValue(Object{{Key("value"), value}})), std::bad_any_cast);
 }
 
-TEST(ScanMessages, TheErrorForAWrongTypeNamesTheField)
+TEST(ScanInfo, TheErrorForAWrongTypeNamesTheField)
 {
     const auto messageOf = [](const ValuePtr& reply) -> std::string {
         try {
@@ -112,7 +111,7 @@ TEST(ScanMessages, TheErrorForAWrongTypeNamesTheField)
               std::string::npos);
 }
 
-TEST(ScanMessages, ProgressAndTotalAbove2To31AreNarrowedToTheirLow32Bits)
+TEST(ScanInfo, ProgressAndTotalAbove2To31AreNarrowedToTheirLow32Bits)
 {
     struct Case
     {
@@ -129,7 +128,7 @@ TEST(ScanMessages, ProgressAndTotalAbove2To31AreNarrowedToTheirLow32Bits)
     }
 }
 
-TEST(ScanMessages, AnIntegerIsOnlyASignedOrUnsigned64BitNumber)
+TEST(ScanInfo, AnIntegerIsOnlyASignedOrUnsigned64BitNumber)
 {
     for (const ValuePtr& value : {MakeValue(1), MakeValue(1.0), MakeValue(true), MakeValue(1U), ValuePtr(),
                                   MakeString(std::string_view("1"))}) {
@@ -138,7 +137,7 @@ TEST(ScanMessages, AnIntegerIsOnlyASignedOrUnsigned64BitNumber)
     }
 }
 
-TEST(ScanMessages, AStringIsOnlyAUtf8String)
+TEST(ScanInfo, AStringIsOnlyAUtf8String)
 {
     for (const ValuePtr& value : {MakeValue(1LL), MakeValue(std::string("text")), ValuePtr()}) {
         EXPECT_THROW(ReadScanInfoReply(ReplyWith("locator", value)), std::bad_any_cast);
@@ -146,7 +145,7 @@ TEST(ScanMessages, AStringIsOnlyAUtf8String)
     }
 }
 
-TEST(ScanMessages, ContinueIsReadLeniently)
+TEST(ScanInfo, ContinueIsReadLeniently)
 {
     struct Case
     {
@@ -163,67 +162,42 @@ TEST(ScanMessages, ContinueIsReadLeniently)
         EXPECT_EQ(ReadScanInfoReply(ReplyWith("continue", each.given)).continues, each.read);
 }
 
-TEST(ScanMessages, AContinueStringThatDiffersInLetterCaseOnlyIsABadAnyCast)
+TEST(ScanInfo, AContinueStringThatDiffersInLetterCaseOnlyIsABadAnyCast)
 {
     for (const char* text : {"True", "FALSE", "fAlse", "", "1", "true "})
         EXPECT_THROW(ReadScanInfoReply(ReplyWith("continue", MakeString(std::string_view(text)))),
                      std::bad_any_cast);
 }
 
-TEST(ScanMessages, AContinueOfAnyOtherTypeIsABadAnyCast)
+TEST(ScanInfo, AContinueOfAnyOtherTypeIsABadAnyCast)
 {
     for (const ValuePtr& value :
          {MakeValue(1LL), MakeValue(1ULL), MakeValue(1.0), MakeValue(Object()), ValuePtr()})
         EXPECT_THROW(ReadScanInfoReply(ReplyWith("continue", value)), std::bad_any_cast);
 }
 
-std::string Json(const Call& call)
+TEST(ScanInfo, IsWrittenWithAllFiveKeysInItsOwnTypes)
 {
-    return call.method + " " + zetmarshal::ToJson(call.arguments);
+    EXPECT_EQ(zetmarshal::ToJson(
+                  BuildScanInfoReply({L"VST|/vst/gr\u00FC\u00DF.so|", L" (sub \u00FC)", 3, 7, true})),
+              "{\"value\":{\"continue\":true,\"locator\":\"VST|/vst/gr\xc3\xbc\xc3\x9f.so|\","
+              "\"progress\":3,\"subcomponent\":\" (sub \xc3\xbc)\",\"total\":7}}");
+    EXPECT_EQ(zetmarshal::ToJson(BuildScanInfoReply({})),
+              "{\"value\":{\"continue\":false,\"locator\":\"\",\"progress\":0,\"subcomponent\":\"\","
+              "\"total\":0}}");
 }
 
-TEST(ScanMessages, ConnectCarriesFourPathsAndTwoFlagsInThatOrder)
+TEST(ScanInfo, IsWrittenWithSigned64BitNumbers)
 {
-    EXPECT_EQ(Json(BuildConnect({L"/p/\u00FC", L"/b", L"/n", L"/p.scan", true, false})),
-              "com.quorvex.zetaudiofilterscan.Connect "
-              "[\"/p/\xc3\xbc\",\"/b\",\"/n\",\"/p.scan\",true,false]");
-    EXPECT_EQ(Json(BuildConnect({L"", L"", L"", L"", false, true})),
-              "com.quorvex.zetaudiofilterscan.Connect [\"\",\"\",\"\",\"\",false,true]");
+    const ValuePtr record = GetVariantInObject(BuildScanInfoReply({{}, {}, -1, 0x7FFFFFFF, false}), "value");
+    EXPECT_EQ(std::any_cast<long long>(*GetVariantInObject(record, "progress")), -1);
+    EXPECT_EQ(std::any_cast<long long>(*GetVariantInObject(record, "total")), 0x7FFFFFFF);
 }
 
-TEST(ScanMessages, BeginScanCarriesOneArrayOfLocatorsInTheirOrder)
+TEST(DoneReply, IsAnObjectWithoutKeys)
 {
-    const std::vector<PluginLocator> locators{PluginLocator(TechnologyType::VST3, L"/z.vst3"),
-                                              PluginLocator(TechnologyType::VST, L"/a.so", L"sub")};
-    EXPECT_EQ(Json(BuildBeginScanForPlugins(locators)),
-              "com.quorvex.zetaudiofilterscan.BeginScanForPlugins [[\"VST3|/z.vst3|\",\"VST|/a.so|sub\"]]");
-    EXPECT_EQ(Json(BuildBeginScanForPlugins({})), "com.quorvex.zetaudiofilterscan.BeginScanForPlugins [[]]");
-}
-
-TEST(ScanMessages, EveryTextOfARequestIsAUtf8StringAndEveryFlagABoolean)
-{
-    const Call connect = BuildConnect({L"/p/\u00FC", L"/b", L"/n", L"/p.scan", true, false});
-    const auto arguments = std::any_cast<Array>(*connect.arguments);
-    ASSERT_EQ(arguments.size(), 6u);
-    for (std::size_t path = 0; path < 4; ++path)
-        EXPECT_TRUE(arguments[path]->type() == typeid(Utf8String)) << path;
-    for (std::size_t flag = 4; flag < 6; ++flag)
-        EXPECT_TRUE(arguments[flag]->type() == typeid(bool)) << flag;
-
-    const Call begin =
-        BuildBeginScanForPlugins({PluginLocator(TechnologyType::VST, L"/v/\u00FC.so", L"sub \u00E9")});
-    const auto lists = std::any_cast<Array>(*begin.arguments);
-    ASSERT_EQ(lists.size(), 1u);
-    const auto locators = std::any_cast<Array>(*lists.front());
-    ASSERT_EQ(locators.size(), 1u);
-    EXPECT_EQ(std::any_cast<Utf8String>(*locators.front()), Key("VST|/v/\xc3\xbc.so|sub \xc3\xa9"));
-}
-
-TEST(ScanMessages, TheOtherRequestsCarryAnEmptyArray)
-{
-    EXPECT_EQ(Json(BuildGetScanInfo()), "com.quorvex.zetaudiofilterscan.GetScanInfo []");
-    EXPECT_EQ(Json(BuildScanOneEntity()), "com.quorvex.zetaudiofilterscan.ScanOneEntity []");
+    EXPECT_EQ(zetmarshal::ToJson(BuildDoneReply()), "{}");
 }
 
 } // namespace
-} // namespace zetaudiopluginhostui
+} // namespace zetscanprotocol
