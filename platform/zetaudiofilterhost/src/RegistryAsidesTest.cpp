@@ -173,13 +173,13 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
 
 TEST_F(RegistryAsidesTest, OnlyWhatTheSearchItselfFoundToHaveVanishedGoesForGood)
 {
-    const PluginLocator one = Vst(L"/gone/shell.so", L"1"), two = Vst(L"/gone/shell.so", L"2");
-    registry.AddModule(MakeInfo(one));
+    const PluginLocator known = Vst(L"/gone/shell.so", L"1"), later = Vst(L"/gone/shell.so", L"2");
+    registry.AddModule(MakeInfo(known));
     registry.CollectPotentialPlugins(true, vanished);
-    ASSERT_THAT(vanished, ElementsAre(one.ModuleLocator(), one));
-    registry.AddModule(MakeInfo(two));
-    registry.RemovePluginLocators({one, two});
-    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(two)) << "it came after the search";
+    ASSERT_THAT(vanished, ElementsAre(known.ModuleLocator(), known));
+    registry.AddModule(MakeInfo(later));
+    registry.RemovePluginLocators({known, later});
+    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(later)) << "it came after the search";
 }
 
 TEST_F(RegistryAsidesTest, OfABannedPluginOnlyTheChoiceIsRemembered)

@@ -9,7 +9,7 @@ namespace zetui::dialogs {
 bool IsTerminal(std::FILE* stream);
 /// The terminal's present width, else the environment's `COLUMNS`, else 80.
 int TerminalColumns(std::FILE* stream);
-/// What that is for a stream that has no width of its own.
+/// The width of a stream that has none of its own.
 int ColumnsOfEnvironment();
 
 /// Ctrl-C as an answer while at least one of these exists: the first one becomes a flag; a second one before
