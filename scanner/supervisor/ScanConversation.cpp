@@ -7,6 +7,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/TimeEntry.h>
@@ -29,7 +30,6 @@ namespace zetaudiofilterscan {
 namespace protocol = zetscanprotocol;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiofilterhost::TechnologyType;
 using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
@@ -97,18 +97,20 @@ void ScanConversation::Connect(protocol::ConnectArguments arguments)
     FaultPoint("supervisor.connected");
 }
 
-// The modules that a VST2 shell may be there as, too: those of this scan and those that the registry knows.
+// The modules that a shell's plug-ins may be in, too: those of this scan and those that the registry knows.
 // Nothing when shells are not skipped, or when there is none that could be.
 std::vector<PluginLocator> ScanConversation::KnownModules(const std::vector<PluginLocator>& locators) const
 {
-    const auto isOf = [](TechnologyType technology) {
-        return
-            [technology](const PluginLocator& locator) { return locator.GetTechnologyType() == technology; };
+    using zetaudiopluginhost::ModuleLoader;
+    const auto mayBeReplaced = [](const PluginLocator& locator) {
+        return ModuleLoader::HasReplaceableShells(locator.GetTechnologyType());
     };
-    if (connected->disableVST2ShellSkipping || std::ranges::none_of(locators, isOf(TechnologyType::VST)))
+    if (connected->disableVST2ShellSkipping || std::ranges::none_of(locators, mayBeReplaced))
         return {};
     std::vector<PluginLocator> known = WorkingVST3ModulesOfFile(connected->pluginSettingsPath);
-    std::ranges::copy_if(locators, std::back_inserter(known), isOf(TechnologyType::VST3));
+    std::ranges::copy_if(locators, std::back_inserter(known), [](const PluginLocator& locator) {
+        return ModuleLoader::ReplacesShells(locator.GetTechnologyType());
+    });
     return known;
 }
 

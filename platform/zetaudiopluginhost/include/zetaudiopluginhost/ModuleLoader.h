@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <zetaudiopluginhost/Export.h>
@@ -26,7 +28,11 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
 
     ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
 
-    /// Other modules of the same scan: a VST2 shell that is among them as VST3 may be skipped.
+    /// Whether a shell of this technology may be skipped because its plug-ins are there in another one.
+    static bool HasReplaceableShells(zetaudiofilterhost::TechnologyType type);
+    /// Whether modules of this technology can be why a shell is skipped: those are the ones to set.
+    static bool ReplacesShells(zetaudiofilterhost::TechnologyType type);
+    /// Other modules, of the same scan or known already: a shell that they replace may be skipped.
     void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
 
     /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
@@ -40,7 +46,8 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
   private:
     ScanOptions options;
     PhaseCallback onPhase;
-    std::vector<std::wstring> vst3ShellNames;
+    /// By the shells' technology and comparison name.
+    std::set<std::pair<zetaudiofilterhost::TechnologyType, std::wstring>> replacedShells;
 };
 
 } // namespace zetaudiopluginhost
