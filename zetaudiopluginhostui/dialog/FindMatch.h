@@ -7,8 +7,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// What the find box keeps in the list: texts in which its own occurs, the letters "A" to "Z" being equal to
-/// "a" to "z" and every other unit to itself only. An empty find text is in every text. Main thread.
+/// The find box keeps those texts in the list in which its own occurs. The letters "A" to "Z" are equal to
+/// "a" to "z", and every other unit to itself only. An empty find text is in every text. Main thread.
 class FindMatch
 {
   public:

@@ -65,7 +65,7 @@ std::string Texts(const std::wstring& name)
 TEST(FindMatch, NoCharacterIsFoundInOneThatIsEncodedInMoreOrFewerBytes)
 {
     EXPECT_FALSE(FindMatch(L"\u0627").OccursIn(L"\u89e3"));
-    // Where encodings begin to take another byte.
+    // Encodings take another byte from these on.
     constexpr std::uint32_t two = 0x80, three = 0x800, last = 0xFFFF;
     const std::string longer = Texts(UnitsBetween(three, last) + L"\U00010000\U0001f3b9\U0010ffff");
     const std::string shorter = Texts(UnitsBetween(1, two - 1));

@@ -24,7 +24,7 @@ class PluginListContent
     /// A plug-in that has a row keeps it. True when rows may belong into another order than before.
     bool Update();
     const std::vector<RowPtr>& Rows() const noexcept { return rows; }
-    /// What is found, in order.
+    /// The rows that are found, in order.
     std::vector<RowPtr> Find(const FindMatch& find) const;
 
   private:
