@@ -21,8 +21,8 @@
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "BannedLists.h"
-#include "RegistryLook.h"
 #include "SupervisorProcess.h"
+#include "WorkingModules.h"
 
 namespace zetaudiofilterscan {
 
@@ -97,18 +97,10 @@ void ScanConversation::Connect(protocol::ConnectArguments arguments)
     FaultPoint("supervisor.connected");
 }
 
-// The modules that a VST2 shell may be there as, too: those of this scan and those that the registry knows.
-// Nothing when shells are not skipped, or when there is none that could be.
-std::vector<PluginLocator> ScanConversation::KnownModules(const std::vector<PluginLocator>& locators) const
+std::vector<PluginLocator> ScanConversation::FindKnownModules() const
 {
-    const auto isOf = [](TechnologyType technology) {
-        return
-            [technology](const PluginLocator& locator) { return locator.GetTechnologyType() == technology; };
-    };
-    if (connected->disableVST2ShellSkipping || std::ranges::none_of(locators, isOf(TechnologyType::VST)))
-        return {};
-    std::vector<PluginLocator> known = WorkingVST3ModulesOfFile(connected->pluginSettingsPath);
-    std::ranges::copy_if(locators, std::back_inserter(known), isOf(TechnologyType::VST3));
+    std::vector<PluginLocator> known = WorkingModules(connected->pluginSettingsPath, {TechnologyType::VST3});
+    known.insert(known.end(), replacing.begin(), replacing.end());
     return known;
 }
 
@@ -121,8 +113,12 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
     settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
     settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
-    settings.knownModules = KnownModules(locators);
-    entityScanner.Configure(std::move(settings), entityLimit, log.get());
+    replacing.clear();
+    std::ranges::copy_if(locators, std::back_inserter(replacing), [](const PluginLocator& locator) {
+        return locator.GetTechnologyType() == TechnologyType::VST3;
+    });
+    entityScanner.Configure(std::move(settings), entityLimit, log.get(),
+                            [this] { return FindKnownModules(); });
 
     engine = std::make_unique<zetaudiopluginhost::PluginModuleScanner>(
         locators, connected->disableVST2ShellSkipping, connected->quickEffectScan, true);

@@ -26,8 +26,10 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
 
     ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
 
-    /// Other modules of the same scan: a VST2 shell that is among them as VST3 may be skipped.
-    void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+    /// Finds other modules, of the same scan or known already: a VST2 shell that is among them as VST3 may be
+    /// skipped. It is called once, when the first shell has been met.
+    using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
+    void SetKnownModules(FindKnownModules find);
 
     /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
     /// gives one record with `ModuleStatus::NotAPlugin`, one that may not be read `ModuleStatus::Unreadable`;
@@ -38,8 +40,12 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
   private:
+    bool IsShellSkipped(const zetaudiofilterhost::PluginLocator& shell);
+
     ScanOptions options;
     PhaseCallback onPhase;
+    /// Empty once it has been called.
+    FindKnownModules findKnownModules;
     std::vector<std::wstring> vst3ShellNames;
 };
 

@@ -228,14 +228,24 @@ ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)
     : options(scanOptions), onPhase(std::move(phaseCallback))
 {}
 
-void ModuleLoader::SetKnownModules(const std::vector<PluginLocator>& locators)
+void ModuleLoader::SetKnownModules(FindKnownModules find)
 {
+    findKnownModules = std::move(find);
     vst3ShellNames.clear();
-    for (const PluginLocator& locator : locators) {
-        if (locator.GetTechnologyType() == TechnologyType::VST3)
-            vst3ShellNames.push_back(ShellComparisonName(locator.GetPath()));
+}
+
+bool ModuleLoader::IsShellSkipped(const PluginLocator& shell)
+{
+    if (options.disableVST2ShellSkipping)
+        return false;
+    if (const FindKnownModules find = std::exchange(findKnownModules, {})) {
+        for (const PluginLocator& locator : find())
+            if (locator.GetTechnologyType() == TechnologyType::VST3)
+                vst3ShellNames.push_back(ShellComparisonName(locator.GetPath()));
+        std::sort(vst3ShellNames.begin(), vst3ShellNames.end());
     }
-    std::sort(vst3ShellNames.begin(), vst3ShellNames.end());
+    return std::binary_search(vst3ShellNames.begin(), vst3ShellNames.end(),
+                              ShellComparisonName(shell.GetPath()));
 }
 
 ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
@@ -264,11 +274,7 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         outcome = OneRecord(vst3::MakeVst3Info(locator, *description));
     } else {
         ScanSteps steps(onPhase);
-        ModuleVisit visit(locator, options, steps, [this, &locator] {
-            return !options.disableVST2ShellSkipping &&
-                   std::binary_search(vst3ShellNames.begin(), vst3ShellNames.end(),
-                                      ShellComparisonName(locator.GetPath()));
-        });
+        ModuleVisit visit(locator, options, steps, [this, &locator] { return IsShellSkipped(locator); });
         outcome = visit.Run(files.library);
     }
     outcome.stamp = stamp;
