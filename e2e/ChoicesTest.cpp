@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "ManagerFixture.h"
@@ -17,6 +19,14 @@ class Choices : public ManagerFixture
 
     std::filesystem::path effect, shell, bundle;
 };
+
+/// Every digit as '9': the shape of a text with numbers.
+std::string WithNines(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](char character) { return character >= '0' && character <= '9'; }, '9');
+    return text;
+}
 
 TEST_F(Choices, DisabledPluginsStayDisabledThroughARescan)
 {
@@ -240,7 +250,7 @@ TEST_F(Choices, TheListInJsonHasEverythingThatIsKnown)
     EXPECT_EQ(listed->id.size(), 32u);
     EXPECT_NE(listed->category, "");
     const testing::Matcher<std::string> isTime =
-        testing::MatchesRegex("20[0-9][0-9]-[01][0-9]-[0-3][0-9]T[0-2][0-9]:[0-5][0-9]:[0-5][0-9]Z");
+        testing::AllOf(testing::StartsWith("20"), testing::ResultOf(WithNines, "9999-99-99T99:99:99Z"));
     EXPECT_THAT(listed->fileTime, isTime);
     EXPECT_TRUE(listed->effect);
     EXPECT_FALSE(listed->instrument);

@@ -155,7 +155,8 @@ TEST_P(DialogInLanguage, TheManagerOpensNoWiderForTheCheckboxThatItHides)
     zetcore::debug::DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
     MakeDialog();
     const float growth = widthOfCheckbox() - archivedWidth;
-    EXPECT_GT(growth, 20) << "its text needs more than the archive gives it";
+    // Much more than the few pixels that the window may differ by.
+    EXPECT_GT(growth, 10) << "its text needs more than the archive gives it";
     EXPECT_NEAR(static_cast<float>(Window().width() - width), growth, 2);
 }
 

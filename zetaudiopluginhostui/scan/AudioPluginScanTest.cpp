@@ -32,6 +32,12 @@ class AudioPluginScanTest : public AudioPluginScanFixture
     }
 };
 
+/// A folder as the registry gives it back, with the system's own separators.
+std::wstring NativeFolder(const std::wstring& path)
+{
+    return std::filesystem::path(path).make_preferred().wstring();
+}
+
 TEST_F(AudioPluginScanTest, TheMarkerIsAFileOfThePreferencesFolder)
 {
     EXPECT_EQ(AudioPluginScan::GetLastScannedPluginPath().FullPath(), zettesting::ToWide(Marker()));
@@ -109,16 +115,17 @@ TEST_F(AudioPluginScanTest, WhatTheHostChangesDuringTheScanIsSavedBeforeEachPlug
     std::vector<std::vector<std::wstring>> saved;
     shown.onStep = [&] {
         saved.push_back(SavedVstFolders());
-        const std::wstring folderOfStep = L"/step " + std::to_wstring(++steps);
+        const std::wstring folderOfStep = NativeFolder(L"/step " + std::to_wstring(++steps));
         registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({folderOfStep});
         return false;
     };
-    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/before"});
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({NativeFolder(L"/before")});
     registry.SaveConfiguration(zetcore::filesupport::File(zettesting::ToWide(Saved())), true);
     Scan({MakeFile("a.so"), MakeFile("b.so"), MakeFile("c.so")});
     using Folders = std::vector<std::wstring>;
-    EXPECT_THAT(saved, ElementsAre(Folders{L"/before"}, Folders{L"/step 1"}, Folders{L"/step 2"}));
-    EXPECT_EQ(SavedVstFolders(), Folders{L"/step 3"});
+    EXPECT_THAT(saved, ElementsAre(Folders{NativeFolder(L"/before")}, Folders{NativeFolder(L"/step 1")},
+                                   Folders{NativeFolder(L"/step 2")}));
+    EXPECT_EQ(SavedVstFolders(), Folders{NativeFolder(L"/step 3")});
 }
 
 TEST_F(AudioPluginScanTest, ThePluginsToScanLeaveTheRegistryFirst)
@@ -196,11 +203,11 @@ TEST_F(AudioPluginScanTest, ACancelledScanIsSavedAtItsEnd)
     const auto a = MakeFile("a.so");
     shown.onStep = [] { return true; };
     shown.onHide = [&] {
-        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/last"});
+        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({NativeFolder(L"/last")});
     };
     Scan({a});
     EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::Cancelled);
-    EXPECT_EQ(SavedVstFolders(), std::vector<std::wstring>{L"/last"});
+    EXPECT_EQ(SavedVstFolders(), std::vector<std::wstring>{NativeFolder(L"/last")});
 }
 
 TEST_F(AudioPluginScanTest, ACancelledScanDoesNotCancelTheNext)
@@ -238,12 +245,12 @@ TEST_F(AudioPluginScanTest, TheEndComesInOrderTheDialogTheMarkerTheSaveTheSignal
     bool savedAtSignal = false;
     shown.onHide = [&] {
         markerAtHide = std::filesystem::exists(Marker());
-        savedAtHide = SavedVstFolders() == std::vector<std::wstring>{L"/last"};
+        savedAtHide = SavedVstFolders() == std::vector<std::wstring>{NativeFolder(L"/last")};
     };
     onSignal = [&] {
         atSignalShown = shown.calls;
         markerAtSignal = std::filesystem::exists(Marker());
-        savedAtSignal = IsSaved(a) && SavedVstFolders() == std::vector<std::wstring>{L"/last"};
+        savedAtSignal = IsSaved(a) && SavedVstFolders() == std::vector<std::wstring>{NativeFolder(L"/last")};
     };
     shown.onStep = [&] {
         MakePrefsUnwritable();
@@ -251,7 +258,7 @@ TEST_F(AudioPluginScanTest, TheEndComesInOrderTheDialogTheMarkerTheSaveTheSignal
     };
     // The last save of the loop has failed: only the one of the end can save this.
     shown.onAlert = [&] {
-        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({L"/last"});
+        registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({NativeFolder(L"/last")});
         MakePrefsWritable();
     };
     Scan({a});

@@ -30,7 +30,7 @@ class ScannerLaunch : public ExternalScanFixture
         portWait.startPauses = [this] { return [this] { onPause(); }; };
         scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     }
-    static std::string ProgramPath() { return ProgramIn(ZET_FAKE_SCANNER_FOLDER); }
+    static std::string ProgramPath() { return ProgramIn(std::filesystem::absolute(ZET_FAKE_SCANNER_FOLDER)); }
     static std::string ProgramIn(const std::filesystem::path& programFolder)
     {
         return zetcore::string::UTF16to8(zettesting::ToWide(programFolder / ScannerFileName()));
