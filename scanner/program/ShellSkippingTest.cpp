@@ -120,5 +120,20 @@ TEST_F(ShellSkipping, every_worker_is_told_what_is_known)
     EXPECT_EQ(skipped, 2U);
 }
 
+TEST_F(ShellSkipping, a_worker_is_told_again_for_the_next_list)
+{
+    ScannerClient client(prefs);
+    client.StartScan({shell});
+    for (const bool isThere : {false, true}) {
+        ASSERT_TRUE(client.BeginScan({shell}).Succeeded());
+        ASSERT_TRUE(client.GetScanInfo().continues);
+        ASSERT_TRUE(client.ScanOneEntity().Succeeded());
+        EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), isThere ? isSkipped : Not(isSkipped));
+        registry.AddModule(Record(sameName));
+        Save();
+    }
+    EXPECT_THAT(ScanLogs(), Not(HasSubstr("tried once more")));
+}
+
 } // namespace
 } // namespace zetaudiofilterscan

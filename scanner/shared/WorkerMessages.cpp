@@ -138,7 +138,7 @@ std::string Encode(const WorkerSettings& settings)
     Writer writer(Tag::Settings);
     writer.Wide(settings.preferencesFolder);
     writer.Number(static_cast<std::uint32_t>(settings.traceVolume));
-    writer.Flag(settings.options.disableVST2ShellSkipping);
+    writer.Flag(settings.options.disableShellSkipping);
     writer.Flag(settings.options.quickEffectScan);
     writer.Flag(settings.refuseNetwork);
     writer.Flag(settings.hideDisplay);
@@ -193,7 +193,7 @@ WorkerSettings ReadSettings(Reader& reader)
     WorkerSettings settings;
     settings.preferencesFolder = reader.Wide("preferences folder");
     settings.traceVolume = static_cast<int>(reader.Number("trace volume"));
-    settings.options.disableVST2ShellSkipping = reader.Flag("disable shell skipping");
+    settings.options.disableShellSkipping = reader.Flag("disable shell skipping");
     settings.options.quickEffectScan = reader.Flag("quick effect scan");
     settings.refuseNetwork = reader.Flag("refuse network");
     settings.hideDisplay = reader.Flag("hide display");

@@ -30,7 +30,7 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     const auto decoded = std::get<WorkerSettings>(DecodeCommand(EncodeCommand(settings)));
     EXPECT_EQ(decoded.preferencesFolder, settings.preferencesFolder);
     EXPECT_EQ(decoded.traceVolume, settings.traceVolume);
-    EXPECT_TRUE(decoded.options.disableVST2ShellSkipping);
+    EXPECT_TRUE(decoded.options.disableShellSkipping);
     EXPECT_FALSE(decoded.options.quickEffectScan);
     EXPECT_FALSE(decoded.refuseNetwork);
     EXPECT_TRUE(decoded.hideDisplay);

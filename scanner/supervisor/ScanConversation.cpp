@@ -5,8 +5,10 @@
 #include <iterator>
 #include <utility>
 
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/TimeEntry.h>
@@ -29,7 +31,7 @@ namespace zetaudiofilterscan {
 namespace protocol = zetscanprotocol;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiofilterhost::TechnologyType;
+using zetaudiopluginhost::ModuleLoader;
 using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
@@ -51,6 +53,15 @@ constexpr int mostTimesWrittenWhenDeleted = 2;
 // Where the file cannot be written at all, more would not help.
 constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
+
+std::vector<zetaudiofilterhost::TechnologyType> TechnologiesThatReplaceShells()
+{
+    std::vector<zetaudiofilterhost::TechnologyType> types;
+    for (const auto& format : zetaudiofilterhost::PluginFormats())
+        if (ModuleLoader::ReplacesShells(format.type))
+            types.push_back(format.type);
+    return types;
+}
 
 void Require(bool inOrder, const char* message)
 {
@@ -99,7 +110,8 @@ void ScanConversation::Connect(protocol::ConnectArguments arguments)
 
 std::vector<PluginLocator> ScanConversation::FindKnownModules() const
 {
-    std::vector<PluginLocator> known = WorkingModules(connected->pluginSettingsPath, {TechnologyType::VST3});
+    std::vector<PluginLocator> known =
+        WorkingModules(connected->pluginSettingsPath, TechnologiesThatReplaceShells());
     known.insert(known.end(), replacing.begin(), replacing.end());
     return known;
 }
@@ -115,7 +127,7 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
     replacing.clear();
     std::ranges::copy_if(locators, std::back_inserter(replacing), [](const PluginLocator& locator) {
-        return locator.GetTechnologyType() == TechnologyType::VST3;
+        return ModuleLoader::ReplacesShells(locator.GetTechnologyType());
     });
     entityScanner.Configure(std::move(settings), entityLimit, log.get(),
                             [this] { return FindKnownModules(); });

@@ -61,7 +61,7 @@ class ScanConversation
     std::chrono::milliseconds entityLimit{0};
     std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
     std::int32_t total = 0;
-    /// Those of the list that a shell may be there as, too.
+    /// The modules of the list that a shell's plug-ins may be in, too.
     std::vector<zetaudiofilterhost::PluginLocator> replacing;
     bool atPlugin = false;
 

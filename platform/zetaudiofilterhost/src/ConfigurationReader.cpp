@@ -8,6 +8,7 @@
 
 #include "ConfigurationElements.h"
 #include "XmlText.h"
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/LineCounter.h>
 #include <zetcore/string/ParseNumber.h>
@@ -155,10 +156,8 @@ bool Reader::IsPassedOver(const pugi::xml_node& element) const
 TechnologyFolders Reader::ReadTechnology(const pugi::xml_node& element)
 {
     TechnologyFolders technology;
-    const std::wstring technologyName = UTF8to16(element.attribute("name").value());
-    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU})
-        if (TechnologyName(type) == technologyName)
-            technology.type = type;
+    if (const PluginFormat* format = FindPluginFormat(UTF8to16(element.attribute("name").value())))
+        technology.type = format->type;
     for (const pugi::xml_attribute& attribute : element.attributes())
         if (std::string_view(attribute.name()) != "name")
             AppendUnknown(technology.unknown, attribute);

@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "NativePath.h"
-#include "PluginPlatform.h"
 
 namespace zetaudiofilterhost {
 

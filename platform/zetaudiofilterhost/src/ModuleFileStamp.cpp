@@ -30,12 +30,12 @@ ModuleFileStamp GetModuleFileStamp(const PluginLocator& locator)
 {
     if (locator.IsEmpty())
         return {};
-    const ModuleFiles files = FindModuleFiles(locator.GetPath());
+    const ModuleFiles files = FindModuleFiles(locator);
     ModuleFileStamp stamp;
     if (!files.library.empty())
         stamp = StampOf(zetcore::filesupport::File(files.library));
-    if (files.moduleInfo) {
-        const ModuleFileStamp description = StampOf(*files.moduleInfo);
+    if (files.description) {
+        const ModuleFileStamp description = StampOf(*files.description);
         stamp.size += description.size;
         stamp.time = std::max(stamp.time, description.time);
     }

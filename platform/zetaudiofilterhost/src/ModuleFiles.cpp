@@ -4,15 +4,14 @@
 #include <vector>
 
 #include "NativePath.h"
-#include "PluginPlatform.h"
+#include <zetaudiofilterhost/PluginFormat.h>
+#include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* moduleInfoName = "moduleinfo.json";
 
 /// Looks at paths, and keeps the first error that leaves open what is there.
 class Look
@@ -21,12 +20,11 @@ class Look
     bool IsFile(const fs::path& path) { return TypeOf(path) == fs::file_type::regular; }
     bool IsFolder(const fs::path& path) { return TypeOf(path) == fs::file_type::directory; }
 
-    std::vector<fs::path> LibrariesIn(const fs::path& folder)
+    std::vector<fs::path> FilesIn(const fs::path& folder, std::wstring_view extension)
     {
         std::vector<fs::path> files;
         if (!IsFolder(folder))
             return files;
-        const std::wstring extension = FromNativePath(fs::path(BundleLibraryExtension()));
         std::error_code error;
         for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
              entry.increment(error)) {
@@ -57,53 +55,78 @@ class Look
     std::error_code problem;
 };
 
-fs::path FindLibrary(const fs::path& bundle, Look& look)
+fs::path FindLibrary(const fs::path& bundle, const BundleLayout& layout, Look& look)
 {
-    const fs::path folder = bundle / "Contents" / BundleArchitecture();
+    const fs::path folder = bundle / layout.content / layout.architecture;
     fs::path library = folder / bundle.stem();
-    library += BundleLibraryExtension();
+    library += ToNativePath(std::wstring(layout.libraryExtension));
     if (look.IsFile(library))
         return library;
-    const std::vector<fs::path> others = look.LibrariesIn(folder);
+    const std::vector<fs::path> others = look.FilesIn(folder, layout.libraryExtension);
     return others.size() == 1 ? others.front() : fs::path();
 }
 
-std::string WhyWithoutLibrary(const Look& look)
+std::string WhyWithoutLibrary(const BundleLayout& layout, const Look& look)
 {
     if (look.Problem())
         return "the bundle cannot be read: " + look.Problem().message();
-    return "a bundle without a library for this machine (" + std::string(BundleArchitecture()) + ")";
+    return "a bundle without a library for this machine (" + std::string(layout.architecture) + ")";
+}
+
+/// Null when it tells none.
+const PluginFormat* FormatOfExtension(const fs::path& path)
+{
+    const std::wstring extension = FromNativePath(path.extension());
+    for (const PluginFormat& format : PluginFormats())
+        if (format.IsOnThisPlatform() &&
+            zetcore::string::EqualIgnoringCase(extension, format.files.extension))
+            return &format;
+    return nullptr;
 }
 
 } // namespace
 
-ModuleFiles FindModuleFiles(const std::wstring& modulePath)
+ModuleFiles FindModuleFiles(const PluginLocator& module)
 {
-    const fs::path path = ToNativePath(modulePath);
+    const PluginFormat* format = FindPluginFormat(module.GetTechnologyType());
+    const BundleLayout* layout = format ? format->files.bundle : nullptr;
+    const fs::path path = ToNativePath(module.GetPath());
     ModuleFiles files;
     Look look;
-    if (!look.IsFolder(path)) {
-        files.library = modulePath;
+    if (!layout || !look.IsFolder(path)) {
+        files.library = module.GetPath();
         return files;
     }
-    if (!look.IsFolder(path / "Contents") && !look.Problem()) {
+    if (!look.IsFolder(path / layout->content) && !look.Problem()) {
         files.problem = "a folder that is no bundle";
         return files;
     }
-    if (const fs::path library = FindLibrary(path, look); !library.empty()) {
+    if (const fs::path library = FindLibrary(path, *layout, look); !library.empty()) {
         files.library = FromNativePath(library);
     } else {
-        files.problem = WhyWithoutLibrary(look);
+        files.problem = WhyWithoutLibrary(*layout, look);
         files.isUnreadable = static_cast<bool>(look.Problem());
     }
-    for (const fs::path& place :
-         {path / "Contents" / "Resources" / moduleInfoName, path / "Contents" / moduleInfoName}) {
-        if (look.IsFile(place)) {
-            files.moduleInfo = zetcore::filesupport::File(FromNativePath(place));
+    for (const std::string_view place : layout->descriptions) {
+        if (const fs::path description = (path / place).make_preferred(); look.IsFile(description)) {
+            files.description = zetcore::filesupport::File(FromNativePath(description));
             break;
         }
     }
     return files;
+}
+
+PluginLocator LocatorOfModuleFile(const std::wstring& path)
+{
+    const fs::path whole = ToNativePath(path);
+    fs::path start;
+    for (const fs::path& part : whole) {
+        start /= part;
+        const PluginFormat* format = FormatOfExtension(start);
+        if (format && (format->files.bundle || start == whole))
+            return {format->type, FromNativePath(start)};
+    }
+    return {};
 }
 
 } // namespace zetaudiofilterhost

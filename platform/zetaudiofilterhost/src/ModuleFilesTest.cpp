@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zettesting/TemporaryFolder.h>
+#include <zettesting/TestPlugins.h>
 
 namespace zetaudiofilterhost {
 
@@ -19,15 +20,12 @@ class ModuleFilesTest : public ::testing::Test
         std::filesystem::create_directories((bundle / file).parent_path());
         zettesting::WriteAll(bundle / file, content);
     }
-    ModuleFiles Find() const { return FindModuleFiles(ToWide(bundle)); }
-    ModuleFileStamp Stamp() const
-    {
-        return GetModuleFileStamp(PluginLocator(TechnologyType::VST3, ToWide(bundle)));
-    }
+    PluginLocator Locator() const { return {TechnologyType::VST3, ToWide(bundle)}; }
+    ModuleFiles Find() const { return FindModuleFiles(Locator()); }
+    ModuleFileStamp Stamp() const { return GetModuleFileStamp(Locator()); }
     static std::filesystem::path Library(const std::string& stem)
     {
-        return std::filesystem::path("Contents") / BundleArchitecture() /
-               (stem + std::string(BundleLibraryExtension()));
+        return zettesting::BundleLibrary(stem + ".vst3").lexically_relative(stem + ".vst3");
     }
 
     zettesting::TemporaryFolder folder;
@@ -47,7 +45,7 @@ TEST_F(ModuleFilesTest, ABundleForOtherMachinesIsNamed)
 {
     Make("Contents/some-machine/My Pack.so");
     EXPECT_EQ(Find().library, L"");
-    EXPECT_THAT(Find().problem, HasSubstr(std::string(BundleArchitecture())));
+    EXPECT_THAT(Find().problem, HasSubstr(Library("x").parent_path().filename().string()));
     EXPECT_FALSE(Find().isUnreadable);
     Make(Library("One"));
     Make(Library("Two"));
@@ -66,18 +64,18 @@ TEST_F(ModuleFilesTest, ASingleFileIsItsOwnLibrary)
     zettesting::WriteAll(bundle, "x");
     EXPECT_EQ(Find().library, ToWide(bundle));
     EXPECT_EQ(Find().problem, "");
-    EXPECT_FALSE(Find().moduleInfo.has_value());
+    EXPECT_FALSE(Find().description.has_value());
 }
 
 TEST_F(ModuleFilesTest, TheDescriptionIsFoundInBothPlacesWithOrWithoutALibrary)
 {
     Make("Contents/readme.txt");
-    EXPECT_FALSE(Find().moduleInfo.has_value());
+    EXPECT_FALSE(Find().description.has_value());
     Make("Contents/moduleinfo.json");
-    EXPECT_EQ(Find().moduleInfo->FullPath(), ToWide(bundle / "Contents" / "moduleinfo.json"));
+    EXPECT_EQ(Find().description->FullPath(), ToWide(bundle / "Contents" / "moduleinfo.json"));
     Make(Library("My Pack"));
     Make("Contents/Resources/moduleinfo.json");
-    EXPECT_EQ(Find().moduleInfo->FullPath(), ToWide(bundle / "Contents" / "Resources" / "moduleinfo.json"));
+    EXPECT_EQ(Find().description->FullPath(), ToWide(bundle / "Contents" / "Resources" / "moduleinfo.json"));
 }
 
 TEST_F(ModuleFilesTest, ARenamedBundleHasTheStampOfItsOnlyLibrary)

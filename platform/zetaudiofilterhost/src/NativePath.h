@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 /// Between the wide strings of the host and the system's own paths, exact in both directions.
@@ -9,6 +10,8 @@ namespace zetaudiofilterhost {
 
 std::filesystem::path ToNativePath(const std::wstring& text);
 std::wstring FromNativePath(const std::filesystem::path& path);
+/// Whether two names of path components, or two extensions, are one to the file system.
+bool IsSameFileName(std::wstring_view left, std::wstring_view right);
 
 /// True for an entry that leads elsewhere: a symbolic link, a junction.
 bool IsLink(const std::filesystem::directory_entry& entry);

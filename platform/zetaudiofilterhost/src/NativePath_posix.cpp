@@ -14,6 +14,11 @@ std::wstring FromNativePath(const std::filesystem::path& path)
     return zetcore::string::UTF8to16(path.native());
 }
 
+bool IsSameFileName(std::wstring_view left, std::wstring_view right)
+{
+    return left == right;
+}
+
 bool IsLink(const std::filesystem::directory_entry& entry)
 {
     std::error_code ignored;

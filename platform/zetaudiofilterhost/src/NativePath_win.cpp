@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <zetcore/string/Utf.h>
+
 namespace zetaudiofilterhost {
 
 namespace {
@@ -30,6 +32,11 @@ std::filesystem::path ToNativePath(const std::wstring& text)
 std::wstring FromNativePath(const std::filesystem::path& path)
 {
     return path.native();
+}
+
+bool IsSameFileName(std::wstring_view left, std::wstring_view right)
+{
+    return zetcore::string::EqualIgnoringCase(left, right);
 }
 
 bool IsLink(const std::filesystem::directory_entry& entry)

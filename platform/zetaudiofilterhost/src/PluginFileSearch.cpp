@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "NativePath.h"
-#include "PluginPlatform.h"
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
@@ -21,9 +21,17 @@ void TracePassedOver(const fs::path& path, const std::error_code& error)
                                   error.message());
 }
 
-bool IsBundle(const fs::path& path)
+bool HasExtension(const std::wstring& extension, const PluginFormat& format)
 {
-    return HasPluginExtension(TechnologyType::VST3, path);
+    return format.IsOnThisPlatform() && IsSameFileName(extension, format.files.extension);
+}
+
+/// Of a folder that stands for a module, of whatever format.
+bool IsBundleExtension(const std::wstring& extension)
+{
+    return std::ranges::any_of(PluginFormats(), [&extension](const PluginFormat& format) {
+        return format.files.bundle && HasExtension(extension, format);
+    });
 }
 
 fs::directory_iterator OpenFolder(const fs::path& folder, std::error_code& error)
@@ -39,7 +47,7 @@ fs::directory_iterator OpenFolder(const fs::path& folder, std::error_code& error
 
 } // namespace
 
-PluginFileSearch::PluginFileSearch(TechnologyType technologyType) : type(technologyType) {}
+PluginFileSearch::PluginFileSearch(const PluginFormat& searched) : format(searched) {}
 
 void PluginFileSearch::AddPlugin(Place plugin)
 {
@@ -68,10 +76,13 @@ bool PluginFileSearch::SearchFolder(const std::wstring& folder)
                                       error.message());
         return false;
     }
-    if (type == TechnologyType::VST3 && IsBundle(root.path)) {
+    const std::wstring extension = FromNativePath(root.path.extension());
+    if (format.files.bundle && HasExtension(extension, format)) {
         AddPlugin(std::move(root));
         return true;
     }
+    if (IsBundleExtension(extension) && fs::is_directory(root.resolved, error))
+        return true;
     std::vector<Place> toSearch;
     if (unreadableResolved.contains(root.resolved.native()))
         return false;
@@ -117,9 +128,11 @@ void PluginFileSearch::Classify(const fs::directory_entry& entry, const Place& f
 {
     std::error_code error;
     const bool isFolder = entry.is_directory(error);
-    const bool isPluginName = HasPluginExtension(type, entry.path());
-    const bool isPlugin = isPluginName && (isFolder ? IsBundle(entry.path()) : entry.is_regular_file(error));
-    const bool isSearched = isFolder && !IsBundle(entry.path());
+    const std::wstring extension = FromNativePath(entry.path().extension());
+    const bool isPluginName = HasExtension(extension, format);
+    const bool isPlugin =
+        isPluginName && (isFolder ? format.files.bundle != nullptr : entry.is_regular_file(error));
+    const bool isSearched = isFolder && !IsBundleExtension(extension);
     if (!isPlugin && !isSearched) {
         if (IsRefusal(error) && IsLink(entry))
             NoteUnreadable(entry.path(), error);
@@ -145,10 +158,10 @@ FilePresence FindPresence(const PluginLocator& module)
         return FilePresence::Gone;
     if (error || status.type() == fs::file_type::none || status.type() == fs::file_type::unknown)
         return FilePresence::Unknown;
-    // A library that a folder has taken the place of is gone.
-    const bool isFolder = fs::is_directory(status);
-    return isFolder && module.GetTechnologyType() == TechnologyType::VST ? FilePresence::Gone
-                                                                         : FilePresence::Present;
+    // A single file that a folder has taken the place of is gone.
+    const PluginFormat* format = FindPluginFormat(module.GetTechnologyType());
+    const bool mustBeFile = format && format->IsOnThisPlatform() && !format->files.bundle;
+    return mustBeFile && fs::is_directory(status) ? FilePresence::Gone : FilePresence::Present;
 }
 
 } // namespace zetaudiofilterhost

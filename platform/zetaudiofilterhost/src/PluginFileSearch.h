@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include <zetaudiofilterhost/PluginLocator.h>
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
 namespace zetaudiofilterhost {
@@ -18,13 +18,13 @@ struct FoundPlugin
     std::filesystem::path resolved;
 };
 
-/// Finds one technology's plug-in files in folders, at any depth. Links are followed; what was reached
-/// already is not reached again, so a cycle ends. A bundle is one plug-in and not searched inside; a VST3
-/// bundle holds no VST plug-in.
+/// Finds one format's plug-in files in folders, at any depth. Links are followed; what was reached already is
+/// not reached again, so a cycle ends. A bundle is one plug-in and not searched inside, whatever its format:
+/// a VST3 bundle holds no VST plug-in.
 class PluginFileSearch
 {
   public:
-    explicit PluginFileSearch(TechnologyType type);
+    explicit PluginFileSearch(const PluginFormat& searched);
 
     /// False when the folder cannot be reached or read. Folders inside it that cannot be are traced.
     bool SearchFolder(const std::wstring& folder);
@@ -46,9 +46,9 @@ class PluginFileSearch
     void Classify(const std::filesystem::directory_entry& entry, const Place& folder,
                   std::vector<Place>& plugins, std::vector<Place>& folders);
 
-    TechnologyType type;
     void NoteUnreadable(const std::filesystem::path& path, const std::error_code& error);
 
+    const PluginFormat& format;
     std::unordered_set<std::filesystem::path::string_type> reached;
     std::unordered_set<std::filesystem::path::string_type> unreadableResolved;
     std::vector<UnreadableFolder> unreadable;
@@ -62,7 +62,7 @@ enum class FilePresence
     /// It cannot be told: no permission, a share that is down.
     Unknown,
 };
-/// Whether the technology's plug-in is at the path.
+/// Whether a module of the locator's format is at the path.
 FilePresence FindPresence(const PluginLocator& module);
 
 } // namespace zetaudiofilterhost

@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 
 #include "NativePath.h"
-#include "PluginPlatform.h"
 #include "RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetaudiofilterhost/ModuleFiles.h>
+#include <zettesting/TestPlugins.h>
 
 namespace zetaudiofilterhost {
 
@@ -24,15 +23,14 @@ class PluginFileSearchTest : public RegistryFixture
 
     void MakeBundle(const std::filesystem::path& bundle)
     {
-        std::filesystem::path library =
-            bundle / "Contents" / BundleArchitecture() / bundle.stem().concat(BundleLibraryExtension());
+        const std::filesystem::path library = zettesting::BundleLibrary(bundle);
         std::filesystem::create_directories(library.parent_path());
         WriteAll(library, "binary");
     }
     /// Relative to `plugins`, with '/'.
     std::vector<std::string> Search(TechnologyType type, const std::vector<std::filesystem::path>& folders)
     {
-        PluginFileSearch search(type);
+        PluginFileSearch search(*FindPluginFormat(type));
         for (const std::filesystem::path& searched : folders)
             EXPECT_TRUE(search.SearchFolder(ToWide(searched)));
         std::vector<std::string> paths;
@@ -68,6 +66,7 @@ TEST_F(PluginFileSearchTest, ABundleMayBeTheFolderItself)
 {
     MakeBundle(plugins / "One.vst3");
     EXPECT_THAT(Search(TechnologyType::VST3, {plugins / "One.vst3"}), ElementsAre("One.vst3"));
+    EXPECT_THAT(Search(TechnologyType::VST, {plugins / "One.vst3"}), IsEmpty());
 }
 
 TEST_F(PluginFileSearchTest, FoldersInsideEachOtherAreSearchedOnceInTheGivenOrder)
@@ -81,7 +80,7 @@ TEST_F(PluginFileSearchTest, FoldersInsideEachOtherAreSearchedOnceInTheGivenOrde
 
 TEST_F(PluginFileSearchTest, AFolderThatIsNotThereCannotBeReached)
 {
-    PluginFileSearch search(TechnologyType::VST3);
+    PluginFileSearch search(*FindPluginFormat(TechnologyType::VST3));
     EXPECT_FALSE(search.SearchFolder(ToWide(plugins / "missing")));
     EXPECT_FALSE(search.SearchFolder(L""));
     WriteAll(plugins / "file", "");

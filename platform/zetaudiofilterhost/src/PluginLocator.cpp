@@ -1,41 +1,16 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 
-#include <array>
 #include <utility>
 
 #include "LocatorText.h"
+#include <zetaudiofilterhost/PluginFormat.h>
 
 namespace zetaudiofilterhost {
 
-namespace {
-
-struct NamedTechnology
-{
-    TechnologyType type;
-    std::wstring_view name;
-};
-constexpr std::array<NamedTechnology, 3> namedTechnologies{{
-    {TechnologyType::VST, L"VST"},
-    {TechnologyType::VST3, L"VST3"},
-    {TechnologyType::AU, L"AU"},
-}};
-
-TechnologyType TechnologyFromName(std::wstring_view name)
-{
-    for (const NamedTechnology& technology : namedTechnologies)
-        if (technology.name == name)
-            return technology.type;
-    return TechnologyType::None;
-}
-
-} // namespace
-
 std::wstring TechnologyName(TechnologyType type)
 {
-    for (const NamedTechnology& technology : namedTechnologies)
-        if (technology.type == type)
-            return std::wstring(technology.name);
-    return {};
+    const PluginFormat* format = FindPluginFormat(type);
+    return format ? std::wstring(format->name) : std::wstring();
 }
 
 PluginLocator::PluginLocator(TechnologyType technologyType, std::wstring modulePath,
@@ -63,13 +38,13 @@ PluginLocator PluginLocator::FromString(const std::wstring& text)
     const std::size_t second = first == whole.npos ? whole.npos : whole.find(L'|', first + 1);
     if (second == whole.npos)
         return {};
-    const TechnologyType type = TechnologyFromName(whole.substr(0, first));
+    const PluginFormat* format = FindPluginFormat(whole.substr(0, first));
     std::optional<std::wstring> modulePath = UnescapeLocatorPart(whole.substr(first + 1, second - first - 1));
     // A third separator is not plain, so it is refused here.
     std::optional<std::wstring> subcomponentName = UnescapeLocatorPart(whole.substr(second + 1));
-    if (type == TechnologyType::None || !modulePath || modulePath->empty() || !subcomponentName)
+    if (!format || !modulePath || modulePath->empty() || !subcomponentName)
         return {};
-    return {type, std::move(*modulePath), std::move(*subcomponentName)};
+    return {format->type, std::move(*modulePath), std::move(*subcomponentName)};
 }
 
 std::strong_ordering operator<=>(const PluginLocator& left, const PluginLocator& right)

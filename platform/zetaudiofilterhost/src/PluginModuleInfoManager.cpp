@@ -78,17 +78,17 @@ std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(i
 void PluginModuleInfoManager::ResetToDefaultFolders()
 {
     for (const State::Technology& each : state->technologies) {
-        PluginTechnology& technology = *each.technology;
+        const PluginTechnology& technology = *each.technology;
         if (technology.GetType() == TechnologyType::VST ||
             technology.DirectoryBegin() == technology.DirectoryEnd())
-            State::SetDefaultFolders(technology);
+            State::SetDefaultFolders(each);
     }
 }
 
 void PluginModuleInfoManager::ResetAllToDefaultFolders()
 {
     for (const State::Technology& each : state->technologies)
-        State::SetDefaultFolders(*each.technology);
+        State::SetDefaultFolders(each);
 }
 
 void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocator>& locators)

@@ -19,7 +19,8 @@ namespace {
 class FolderContents
 {
   public:
-    explicit FolderContents(const PluginTechnology& technology) : type(technology.GetType()), search(type)
+    FolderContents(const PluginFormat& format, const PluginTechnology& technology)
+        : type(format.type), search(format)
     {
         for (auto folder = technology.DirectoryBegin(); folder != technology.DirectoryEnd(); ++folder) {
             std::error_code error;
@@ -213,7 +214,7 @@ PluginModuleInfoManager::CollectPotentialPlugins(bool newOnly, std::vector<Plugi
     std::map<std::wstring, std::string> unreadable;
     std::vector<PluginLocator> potential;
     for (const State::Technology& technology : state->technologies) {
-        const FolderContents contents(*technology.technology);
+        const FolderContents contents(*technology.format, *technology.technology);
         for (const UnreadableFolder& folder : contents.Unreadable())
             unreadable.emplace(folder.path, folder.reason);
         std::map<std::wstring, std::wstring> knownAs;

@@ -2,7 +2,7 @@
 
 #include "RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetaudiofilterhost/ModuleFiles.h>
+#include <zettesting/TestPlugins.h>
 
 namespace zetaudiofilterhost {
 
@@ -115,8 +115,7 @@ TEST_F(RegistrySearchTest, AnUnreadableFileIsTriedByEveryScanAndNeverShown)
 
 TEST_F(RegistrySearchTest, WhatCouldNotBeLookedAtWhenItDidNotWorkIsNewWhenItCan)
 {
-    const std::filesystem::path library = plugins / "bundle.vst3" / "Contents" / BundleArchitecture() /
-                                          (std::string("bundle") + std::string(BundleLibraryExtension()));
+    const std::filesystem::path library = zettesting::BundleLibrary(plugins / "bundle.vst3");
     std::filesystem::create_directories(library.parent_path());
     AddScanned(At("bundle.vst3"), ModuleStatus::NotAPlugin);
     EXPECT_THAT(Collect(true), IsEmpty());

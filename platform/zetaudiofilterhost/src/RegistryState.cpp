@@ -3,15 +3,14 @@
 #include <algorithm>
 
 #include "FolderPath.h"
-#include "PluginPlatform.h"
+#include "formats/DefaultFolders.h"
 
 namespace zetaudiofilterhost {
 
 PluginModuleInfoManager::State::State()
 {
-    constexpr std::array types{TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU};
-    for (std::size_t index = 0; index < types.size(); ++index)
-        technologies[index].technology = std::make_shared<PluginTechnology>(types[index]);
+    for (const PluginFormat& format : PluginFormats())
+        technologies.push_back({&format, std::make_shared<PluginTechnology>(format.type), {}, {}});
 }
 
 void PluginModuleInfoManager::State::Touch(const PluginLocator& locator)
@@ -232,7 +231,7 @@ void PluginModuleInfoManager::State::TakeAllFolders(const std::vector<Technology
         const TechnologyType type = technology.technology->GetType();
         const auto isIt = [type](const TechnologyFolders& folders) { return folders.type == type; };
         if (std::none_of(given.begin(), given.end(), isIt))
-            SetDefaultFolders(*technology.technology);
+            SetDefaultFolders(technology);
     }
     TakeFolders(given);
 }
@@ -255,9 +254,9 @@ void PluginModuleInfoManager::State::TakeFolders(const std::vector<TechnologyFol
         FindTechnology(type)->technology->SetPluginDirectories(folders);
 }
 
-void PluginModuleInfoManager::State::SetDefaultFolders(PluginTechnology& technology)
+void PluginModuleInfoManager::State::SetDefaultFolders(const Technology& technology)
 {
-    technology.SetPluginDirectories(DefaultPluginFolders(technology.GetType()));
+    technology.technology->SetPluginDirectories(DefaultFoldersOf(*technology.format));
 }
 
 PluginModuleInfoManager::State::Technology*

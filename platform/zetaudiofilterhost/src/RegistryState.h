@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <map>
@@ -13,6 +12,7 @@
 
 #include "ConfigurationJournal.h"
 #include "ConfigurationText.h"
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
 namespace zetaudiofilterhost {
@@ -28,6 +28,7 @@ struct PluginModuleInfoManager::State
     };
     struct Technology
     {
+        const PluginFormat* format = nullptr;
         std::shared_ptr<PluginTechnology> technology;
         Unknown unknown;
         /// Of the folders that have any, by path.
@@ -62,7 +63,7 @@ struct PluginModuleInfoManager::State
     RegistryChange StateOf(const PluginLocator& locator) const;
     std::map<PluginLocator, std::string> StateTexts() const;
     void TakeFolders(const std::vector<TechnologyFolders>& given);
-    static void SetDefaultFolders(PluginTechnology& technology);
+    static void SetDefaultFolders(const Technology& technology);
     Technology* FindTechnology(TechnologyType type);
 
     // Records that are aside (RegistryAsides.cpp).
@@ -124,7 +125,8 @@ struct PluginModuleInfoManager::State
     std::map<PluginLocator, InfoPtr> othersAsides;
     /// Put back since the last save: what another program's scan found meanwhile is newer.
     std::set<PluginLocator> putBack;
-    std::array<Technology, 3> technologies;
+    /// One for each of `PluginFormats`, in that order.
+    std::vector<Technology> technologies;
     Unknown unknown;
     std::string version{configurationVersion};
     std::string loadError;

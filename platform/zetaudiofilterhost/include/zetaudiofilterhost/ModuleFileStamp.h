@@ -18,7 +18,7 @@ struct ModuleFileStamp
 };
 
 /// The stamp that a scan stores in its records and that the registry compares. Of a bundle it is the binary's
-/// for this platform together with its `moduleinfo.json`: the sum of the sizes and the newer time; a folder's
+/// for this platform together with its description: the sum of the sizes and the newer time; a folder's
 /// own time says nothing about the files in it. Take it before loading the module. Any thread.
 ZETAUDIOFILTERHOST_API ModuleFileStamp GetModuleFileStamp(const PluginLocator& locator);
 

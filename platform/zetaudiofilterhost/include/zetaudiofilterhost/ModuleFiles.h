@@ -2,14 +2,14 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include <zetaudiofilterhost/Export.h>
+#include <zetaudiofilterhost/PluginLocator.h>
 #include <zetcore/filesupport/File.h>
 
 namespace zetaudiofilterhost {
 
-/// Where the parts of a module are. A module is a bundle (a folder with Contents) or a single file.
+/// Where the parts of a module are. A module is a bundle, when its format has such, or a single file.
 struct ModuleFiles
 {
     /// The library for this process; empty when there is none, and then `problem` (UTF-8) says why.
@@ -18,17 +18,16 @@ struct ModuleFiles
     /// The problem is that a folder of the bundle may not be read: there may be a library all the same.
     bool isUnreadable = false;
     /// A bundle's description, where it has one.
-    std::optional<zetcore::filesupport::File> moduleInfo;
+    std::optional<zetcore::filesupport::File> description;
 };
 
 /// Of a bundle, the library that has the bundle's name, or else the only one there is: bundles that were
-/// renamed keep their library's name. A path that is no folder is the library itself, there or not. Any
-/// thread.
-ZETAUDIOFILTERHOST_API ModuleFiles FindModuleFiles(const std::wstring& modulePath);
+/// renamed keep their library's name. What is no bundle is the library itself, there or not. Any thread.
+ZETAUDIOFILTERHOST_API ModuleFiles FindModuleFiles(const PluginLocator& module);
 
-/// The folder inside a bundle's Contents that holds the library for this process, and that library's
-/// extension with its dot.
-ZETAUDIOFILTERHOST_API std::string_view BundleArchitecture();
-ZETAUDIOFILTERHOST_API std::string_view BundleLibraryExtension();
+/// The locator of the module that the file or bundle is, or of the bundle that it lies in. The extension
+/// tells the format, in any letter case; empty when it tells none that this platform can load. Looks at the
+/// path only. Any thread.
+ZETAUDIOFILTERHOST_API PluginLocator LocatorOfModuleFile(const std::wstring& path);
 
 } // namespace zetaudiofilterhost

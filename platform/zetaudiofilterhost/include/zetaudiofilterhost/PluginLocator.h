@@ -7,6 +7,7 @@
 
 namespace zetaudiofilterhost {
 
+/// The codes that hosts know the technologies by. `PluginFormats` says everything else about them.
 enum class TechnologyType : int
 {
     None = 0,
@@ -15,7 +16,7 @@ enum class TechnologyType : int
     AU = 4,
 };
 
-/// "VST", "VST3" or "AU"; empty for anything else.
+/// As it is written in files and shown; empty for one that is not among `PluginFormats`.
 ZETAUDIOFILTERHOST_API std::wstring TechnologyName(TechnologyType type);
 
 /// Identifies one plug-in: its technology, its module's path, and, inside a module with several, its

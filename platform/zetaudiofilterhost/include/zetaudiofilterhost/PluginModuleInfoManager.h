@@ -89,7 +89,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// Every record, whatever its status, banned or not, ordered by locator.
     std::vector<InfoPtr> AllRecords() const;
 
-    /// Null for a technology that is not VST, VST3 or AU.
+    /// Null for a technology that is not among `PluginFormats`.
     std::shared_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type);
     std::shared_ptr<PluginTechnology> GetPluginTechnology(int type);
     /// The default folders are a technology's documented locations on this platform, whether or not they

@@ -1,13 +1,17 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <zetaudiopluginhost/Export.h>
 #include <zetaudiopluginhost/ScanOutcome.h>
 
 namespace zetaudiopluginhost {
+
+struct FormatLoader;
 
 /// When something happened, for reasons that people read: "while being loaded", "in its entry function" and
 /// so on.
@@ -26,8 +30,10 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
 
     ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
 
-    /// Finds other modules, of the same scan or known already: a VST2 shell that is among them as VST3 may be
-    /// skipped. It is called once, when the first shell has been met.
+    /// Modules of this technology can be why a shell of another one is skipped.
+    static bool ReplacesShells(zetaudiofilterhost::TechnologyType type);
+    /// Finds other modules, of the same scan or known already: a shell that they replace may be skipped. It
+    /// is called once, when the first shell has been met.
     using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
     void SetKnownModules(FindKnownModules find);
 
@@ -40,13 +46,14 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
   private:
-    bool IsShellSkipped(const zetaudiofilterhost::PluginLocator& shell);
+    bool IsShellSkipped(const FormatLoader& format, const zetaudiofilterhost::PluginLocator& shell);
 
     ScanOptions options;
     PhaseCallback onPhase;
     /// Empty once it has been called.
     FindKnownModules findKnownModules;
-    std::vector<std::wstring> vst3ShellNames;
+    /// By the shells' technology and comparison name.
+    std::set<std::pair<zetaudiofilterhost::TechnologyType, std::wstring>> replacedShells;
 };
 
 } // namespace zetaudiopluginhost

@@ -28,7 +28,7 @@ class ZETAUDIOPLUGINHOST_API PluginModuleScanner
     /// With `resultsOnly` the registry is left alone and the results are read with `LastOutcome`; otherwise
     /// each outcome goes into the registry, and a plug-in that misbehaved is banned.
     PluginModuleScanner(const std::vector<zetaudiofilterhost::PluginLocator>& locators,
-                        bool disableVST2ShellSkipping, bool quickEffectScan, bool resultsOnly);
+                        bool disableShellSkipping, bool quickEffectScan, bool resultsOnly);
     ~PluginModuleScanner();
     PluginModuleScanner(const PluginModuleScanner&) = delete;
     PluginModuleScanner& operator=(const PluginModuleScanner&) = delete;

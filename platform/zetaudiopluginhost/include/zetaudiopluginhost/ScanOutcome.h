@@ -15,10 +15,10 @@ enum class ScanPhase : int
     None,
     Load,   ///< the system loads the library and runs its initialisers
     Entry,  ///< its entry function
-    Open,   ///< the call that opens what its entry function has made (VST2)
+    Open,   ///< the call that opens what its entry function has made
     Query,  ///< questions about name, vendor, classes, sub-plug-ins
-    Create, ///< creating and initialising a component (VST3, full effect scan)
-    Start,  ///< switching it on and off again (VST2, full effect scan)
+    Create, ///< creating and initialising a component (full effect scan)
+    Start,  ///< switching it on and off again (full effect scan)
     Close,  ///< closing what was opened
     Unload, ///< the system unloads the library
 };
@@ -43,9 +43,9 @@ struct ScanOutcome
 
 struct ScanOptions
 {
-    /// Enumerate every VST2 shell. When false, a shell that is there as VST3 too is skipped.
-    bool disableVST2ShellSkipping = false;
-    /// Ask the module only: no component is created and initialised (VST3), or started and stopped (VST2).
+    /// Enumerate every shell. When false, one whose plug-ins are there in another technology is skipped.
+    bool disableShellSkipping = false;
+    /// Ask the module only: no component is created and initialised, or started and stopped.
     bool quickEffectScan = true;
 };
 

@@ -6,23 +6,17 @@
 #include <utility>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
 
+#include "formats/PluginText.h"
+#include "formats/ScanSteps.h"
 #include "header/ModuleFileHeader.h"
 #include "process/LoadedModule.h"
 #include "process/NativePath.h"
 #include "process/ProcessState.h"
 #include "process/ProcessThreads.h"
-#include "scan/ModuleQuestions.h"
-#include "scan/PluginText.h"
-#include "scan/ScanSteps.h"
-#include "scan/ShellNames.h"
-#include "vst2/Vst2Abi.h"
-#include "vst3/ModuleInfoJson.h"
-#include "vst3/Vst3Abi.h"
+#include "scan/FormatLoaders.h"
 
 namespace zetaudiopluginhost {
 
@@ -30,13 +24,12 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
-using namespace zetcore::filesupport;
+using zetcore::filesupport::File;
+using zetcore::filesupport::file_exception;
 
 namespace {
 
 constexpr const char* traceCategory = "ModuleLoader";
-/// Such a file takes about a kilobyte for each class.
-constexpr std::uint64_t maxModuleInfoSize = 4 << 20;
 
 std::shared_ptr<PluginModuleInfo> FailureInfo(const PluginLocator& locator, ModuleStatus status,
                                               const std::string& reason)
@@ -57,13 +50,6 @@ ScanOutcome OneRecord(std::shared_ptr<PluginModuleInfo> info)
     return outcome;
 }
 
-std::vector<EntryPoint> EntryPoints(TechnologyType technology)
-{
-    if (technology == TechnologyType::VST3)
-        return {vst3::factoryEntryName};
-    return {vst2::entryName, vst2::oldEntryName};
-}
-
 /// Why a module is not loaded at all.
 struct Refusal
 {
@@ -71,8 +57,8 @@ struct Refusal
     std::string reason;
 };
 
-/// Nothing when the file can be loaded as a plug-in of the technology.
-std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, TechnologyType technology)
+/// Nothing when the library can be loaded as a plug-in of the format.
+std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoader& format)
 {
     const auto notAPlugin = [](std::string reason) {
         return Refusal{ModuleStatus::NotAPlugin, std::move(reason)};
@@ -92,7 +78,7 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, TechnologyType te
         return notAPlugin("not a regular file");
     try {
         FileByteReader file(path);
-        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), EntryPoints(technology));
+        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryPoints);
         return reason.empty() ? std::nullopt : std::optional(notAPlugin(std::move(reason)));
     } catch (const file_exception& exception) {
         // It may have been deleted since.
@@ -101,19 +87,14 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, TechnologyType te
     }
 }
 
-/// The description that came with the module, when it can be used.
-std::optional<vst3::Vst3Description> ReadModuleInfo(const std::optional<File>& file)
+std::optional<Refusal> WhyNotLoaded(const FormatLoader* format, const zetaudiofilterhost::ModuleFiles& files)
 {
-    if (!file)
-        return std::nullopt;
-    try {
-        return vst3::ParseModuleInfo(FileUtils::ReadFile(*file, maxModuleInfoSize));
-    } catch (const file_exception& error) {
-        zetcore::debug::TraceLine(1, traceCategory, error.what());
-    } catch (const std::runtime_error& error) {
-        zetcore::debug::TraceLine(1, traceCategory, file->FullPathUTF8() + ": " + ReasonText(error.what()));
-    }
-    return std::nullopt;
+    if (!format)
+        return Refusal{ModuleStatus::NotAPlugin, "a plug-in of a technology that this system does not have"};
+    if (!files.problem.empty())
+        return Refusal{files.isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin,
+                       files.problem};
+    return WhyNotAPlugin(files.library, *format);
 }
 
 std::string ExceptionReason(const std::string& message, ScanPhase phase)
@@ -126,9 +107,10 @@ std::string ExceptionReason(const std::string& message, ScanPhase phase)
 class ModuleVisit
 {
   public:
-    ModuleVisit(const PluginLocator& module, const ScanOptions& scanOptions, ScanSteps& scanSteps,
-                std::function<bool()> isShellSkipped)
-        : locator(module), options(scanOptions), steps(scanSteps), skipsShell(std::move(isShellSkipped))
+    ModuleVisit(const PluginLocator& module, const FormatLoader& formatLoader, const ScanOptions& scanOptions,
+                ScanSteps& scanSteps, std::function<bool()> isShellSkipped)
+        : locator(module), format(formatLoader), options(scanOptions), steps(scanSteps),
+          skipsShell(std::move(isShellSkipped))
     {}
 
     ScanOutcome Run(const std::wstring& library)
@@ -167,8 +149,7 @@ class ModuleVisit
         const ModuleQuestions questions{locator, options, module, steps, skipsShell};
         ScanOutcome outcome;
         try {
-            outcome.infos = locator.GetTechnologyType() == TechnologyType::VST3 ? AskVst3Module(questions)
-                                                                                : AskVst2Module(questions);
+            outcome.infos = format.ask(questions);
         } catch (const PluginUnusable& error) {
             return Unusable(ReasonText(error.what()));
         } catch (const PluginMissing& error) {
@@ -190,6 +171,7 @@ class ModuleVisit
     }
 
     const PluginLocator& locator;
+    const FormatLoader& format;
     const ScanOptions& options;
     ScanSteps& steps;
     std::function<bool()> skipsShell;
@@ -228,53 +210,48 @@ ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)
     : options(scanOptions), onPhase(std::move(phaseCallback))
 {}
 
+bool ModuleLoader::ReplacesShells(TechnologyType type)
+{
+    return type != TechnologyType::None &&
+           std::ranges::any_of(FormatLoaders(),
+                               [type](const FormatLoader& each) { return each.shells.by == type; });
+}
+
 void ModuleLoader::SetKnownModules(FindKnownModules find)
 {
     findKnownModules = std::move(find);
-    vst3ShellNames.clear();
+    replacedShells.clear();
 }
 
-bool ModuleLoader::IsShellSkipped(const PluginLocator& shell)
+bool ModuleLoader::IsShellSkipped(const FormatLoader& format, const PluginLocator& shell)
 {
-    if (options.disableVST2ShellSkipping)
+    if (options.disableShellSkipping || !format.shells.comparisonName)
         return false;
-    if (const FindKnownModules find = std::exchange(findKnownModules, {})) {
+    if (const FindKnownModules find = std::exchange(findKnownModules, {}))
         for (const PluginLocator& locator : find())
-            if (locator.GetTechnologyType() == TechnologyType::VST3)
-                vst3ShellNames.push_back(ShellComparisonName(locator.GetPath()));
-        std::sort(vst3ShellNames.begin(), vst3ShellNames.end());
-    }
-    return std::binary_search(vst3ShellNames.begin(), vst3ShellNames.end(),
-                              ShellComparisonName(shell.GetPath()));
+            for (const FormatLoader& each : FormatLoaders())
+                if (each.shells.comparisonName && locator.GetTechnologyType() == each.shells.by)
+                    replacedShells.emplace(each.type, each.shells.comparisonName(locator.GetPath()));
+    return replacedShells.contains({format.type, format.shells.comparisonName(shell.GetPath())});
 }
 
 ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
 {
-    const TechnologyType technology = locator.GetTechnologyType();
+    const FormatLoader* format = FindFormatLoader(locator.GetTechnologyType());
     // Before anything is loaded: a file that changes meanwhile is scanned again.
     const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
-    zetaudiofilterhost::ModuleFiles files;
-    if (technology == TechnologyType::VST3)
-        files = zetaudiofilterhost::FindModuleFiles(locator.GetPath());
-    else
-        files.library = locator.GetPath();
-    if (technology != TechnologyType::VST && technology != TechnologyType::VST3)
-        files.problem = "a plug-in of a technology that this system does not have";
-    std::optional<Refusal> refusal;
-    if (!files.problem.empty())
-        refusal = {files.isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin, files.problem};
-    else
-        refusal = WhyNotAPlugin(files.library, technology);
+    const zetaudiofilterhost::ModuleFiles files = zetaudiofilterhost::FindModuleFiles(locator);
 
     ScanOutcome outcome;
-    if (refusal) {
+    if (const auto refusal = WhyNotLoaded(format, files)) {
         outcome = OneRecord(FailureInfo(locator, refusal->status, refusal->reason));
-    } else if (const auto description =
-                   options.quickEffectScan ? ReadModuleInfo(files.moduleInfo) : std::nullopt) {
-        outcome = OneRecord(vst3::MakeVst3Info(locator, *description));
+    } else if (auto described = options.quickEffectScan && format->describe ? format->describe(locator, files)
+                                                                            : std::nullopt) {
+        outcome.infos = std::move(*described);
     } else {
         ScanSteps steps(onPhase);
-        ModuleVisit visit(locator, options, steps, [this, &locator] { return IsShellSkipped(locator); });
+        ModuleVisit visit(locator, *format, options, steps,
+                          [this, &locator, format] { return IsShellSkipped(*format, locator); });
         outcome = visit.Run(files.library);
     }
     outcome.stamp = stamp;

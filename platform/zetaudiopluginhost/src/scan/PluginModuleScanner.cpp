@@ -11,7 +11,8 @@
 #include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
+#include "scan/FormatLoaders.h"
 
 namespace zetaudiopluginhost {
 
@@ -19,7 +20,6 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiofilterhost::TechnologyType;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 
@@ -35,9 +35,12 @@ std::string StatusText(const PluginLocator& locator)
     return subcomponent.empty() ? std::string() : " (" + subcomponent + ")";
 }
 
-/// VST2's unique id; other technologies' do not fit the list.
+/// The unique id of a format that the list of unsupported plug-ins is about.
 std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
 {
+    const FormatLoader* format = FindFormatLoader(info.GetLocator().GetTechnologyType());
+    if (!format || !format->hasNumericIds)
+        return std::nullopt;
     return zetcore::string::ParseNumber<std::uint32_t>(zetcore::string::UTF16to8(info.GetUniqueId()));
 }
 
@@ -57,8 +60,7 @@ ScanOutcome RefusedFile(const PluginLocator& locator)
 void RefuseUnsupported(const std::wstring& fileName, ScanOutcome& outcome)
 {
     for (const auto& info : outcome.infos) {
-        if (info->GetStatus() != ModuleStatus::Working ||
-            info->GetLocator().GetTechnologyType() != TechnologyType::VST)
+        if (info->GetStatus() != ModuleStatus::Working)
             continue;
         const std::optional<std::uint32_t> id = NumericId(*info);
         if (id &&
@@ -118,13 +120,13 @@ struct PluginModuleScanner::State
     EntityScan entityScan;
     ScanOutcome lastOutcome;
 
-    /// Modules that a VST2 shell may be there as, too: those of this scan and those that are known.
+    /// Modules that a shell's plug-ins may be in, too: those of this scan and those that are known.
     std::vector<PluginLocator> KnownModules() const
     {
         std::vector<PluginLocator> known = locators;
         PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
         for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info) {
-            if ((*info)->GetLocator().GetTechnologyType() == TechnologyType::VST3)
+            if (ModuleLoader::ReplacesShells((*info)->GetLocator().GetTechnologyType()))
                 known.push_back((*info)->GetLocator());
         }
         return known;
@@ -155,12 +157,11 @@ struct PluginModuleScanner::State
 };
 
 PluginModuleScanner::PluginModuleScanner(const std::vector<PluginLocator>& locators,
-                                         bool disableVST2ShellSkipping, bool quickEffectScan,
-                                         bool resultsOnly)
+                                         bool disableShellSkipping, bool quickEffectScan, bool resultsOnly)
     : state(std::make_unique<State>())
 {
     state->locators = locators;
-    state->options = {disableVST2ShellSkipping, quickEffectScan};
+    state->options = {disableShellSkipping, quickEffectScan};
     state->resultsOnly = resultsOnly;
 }
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <set>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 #include "vst2/Vst2Host.h"
 
 namespace zetaudiopluginhost::vst2 {

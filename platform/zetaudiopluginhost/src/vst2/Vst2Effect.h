@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "scan/ScanSteps.h"
+#include "formats/ScanSteps.h"
 #include "vst2/Vst2Abi.h"
 
 namespace zetaudiopluginhost::vst2 {

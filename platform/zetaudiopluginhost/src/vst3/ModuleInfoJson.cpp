@@ -5,7 +5,7 @@
 
 #include <boost/json/src.hpp>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 #include "vst3/Vst3Abi.h"
 
 namespace zetaudiopluginhost::vst3 {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 
 namespace zetaudiopluginhost::vst3 {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 #include "vst3/Vst3Host.h"
 
 namespace zetaudiopluginhost::vst3 {

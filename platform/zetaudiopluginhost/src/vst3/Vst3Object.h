@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "scan/ScanSteps.h"
+#include "formats/ScanSteps.h"
 #include "vst3/Vst3Abi.h"
 
 namespace zetaudiopluginhost::vst3 {

@@ -1,6 +1,6 @@
 #include "vst3/Vst3Platform.h"
 
-#include "scan/ScanSteps.h"
+#include "formats/ScanSteps.h"
 #include "vst3/Vst3Abi.h"
 
 namespace zetaudiopluginhost::vst3 {

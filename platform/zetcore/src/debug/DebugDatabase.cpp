@@ -6,9 +6,9 @@
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/filesupport/FileUtils.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "debug/TextEntries.h"
-#include "utility/EnvironmentVariable.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::debug {

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "debug/FaultProcess.h"
 #include "debug/FaultSetting.h"
 #include "debug/TextEntries.h"
-#include "utility/EnvironmentVariable.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::debug {

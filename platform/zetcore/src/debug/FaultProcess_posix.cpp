@@ -9,8 +9,7 @@
 
 #include <zetcore/filesupport/Descriptor.h>
 #include <zetcore/string/Utf.h>
-
-#include "utility/EnvironmentVariable.h"
+#include <zetcore/utility/EnvironmentVariable.h>
 
 namespace zetcore::debug {
 

@@ -10,10 +10,10 @@
 
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "debug/TraceConfiguration.h"
 #include "filesupport/AppendHandle.h"
-#include "utility/EnvironmentVariable.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::debug {

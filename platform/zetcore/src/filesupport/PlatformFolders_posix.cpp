@@ -9,10 +9,10 @@
 
 #include <zetcore/filesupport/FileException.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
-#include "utility/EnvironmentVariable.h"
 
 namespace zetcore::filesupport {
 

@@ -3,10 +3,10 @@
 #include <windows.h>
 
 #include <zetcore/filesupport/FileException.h>
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include "filesupport/PlatformPath.h"
 #include "filesupport/SystemError.h"
-#include "utility/EnvironmentVariable.h"
 
 namespace zetcore::filesupport {
 

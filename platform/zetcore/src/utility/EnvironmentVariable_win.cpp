@@ -1,4 +1,4 @@
-#include "utility/EnvironmentVariable.h"
+#include <zetcore/utility/EnvironmentVariable.h>
 
 #include <windows.h>
 

@@ -7,8 +7,8 @@
 
 #include <zetaudiofilterhost/PluginModuleInfo.h>
 
+#include "formats/ScanSteps.h"
 #include "process/LoadedModule.h"
-#include "scan/ScanSteps.h"
 
 namespace zetaudiopluginhost {
 
@@ -21,13 +21,8 @@ struct ModuleQuestions
     const ScanOptions& options;
     LoadedModule& module;
     ScanSteps& steps;
-    /// Asked for a VST2 shell only: whether it is to be left out.
+    /// Asked for a shell only: whether it is to be left out.
     std::function<bool()> skipsShell;
 };
-
-/// Make the module's plug-ins, ask them, and close them. They throw `PluginUnusable`, `PluginMissing` and
-/// `PluginThrew`.
-InfoList AskVst2Module(const ModuleQuestions& questions);
-InfoList AskVst3Module(const ModuleQuestions& questions);
 
 } // namespace zetaudiopluginhost

@@ -1,8 +1,8 @@
-#include "scan/ShellNames.h"
+#include "vst2/ShellNames.h"
 
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 
-namespace zetaudiopluginhost {
+namespace zetaudiopluginhost::vst2 {
 
 std::wstring ShellComparisonName(const std::wstring& path)
 {
@@ -23,4 +23,4 @@ std::wstring ShellComparisonName(const std::wstring& path)
     return name;
 }
 
-} // namespace zetaudiopluginhost
+} // namespace zetaudiopluginhost::vst2

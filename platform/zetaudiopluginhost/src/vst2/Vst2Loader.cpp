@@ -1,19 +1,21 @@
+#include "vst2/Vst2Loader.h"
+
 #include <optional>
 
 #include <zetcore/string/Utf.h>
 
-#include "scan/ModuleQuestions.h"
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
+#include "vst2/ShellNames.h"
 #include "vst2/Vst2Effect.h"
 #include "vst2/Vst2Host.h"
 #include "vst2/Vst2Text.h"
 
-namespace zetaudiopluginhost {
+namespace zetaudiopluginhost::vst2 {
 
-using namespace vst2;
 using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiofilterhost::TechnologyType;
 
 namespace {
 
@@ -135,9 +137,9 @@ InfoList AskShell(const ModuleQuestions& questions, EntryFunction entry, Vst2Eff
     return infos;
 }
 
-} // namespace
+constexpr TechnologyType shellsAreReplacedBy = TechnologyType::VST3;
 
-InfoList AskVst2Module(const ModuleQuestions& questions)
+InfoList AskModule(const ModuleQuestions& questions)
 {
     const Vst2Host host(questions.locator.GetPath());
     const EntryFunction entry = FindEntry(questions.module);
@@ -155,7 +157,8 @@ InfoList AskVst2Module(const ModuleQuestions& questions)
         if (!questions.skipsShell())
             return AskShell(questions, entry, effect, *info);
         info->SetStatus(ModuleStatus::Skipped);
-        info->SetReason("it is a shell that is there as VST3, too");
+        info->SetReason("it is a shell that is there as " +
+                        zetcore::string::UTF16to8(TechnologyName(shellsAreReplacedBy)) + ", too");
     } else if (!questions.options.quickEffectScan) {
         steps.Enter(ScanPhase::Start);
         effect.StartAndStop();
@@ -166,4 +169,15 @@ InfoList AskVst2Module(const ModuleQuestions& questions)
     return {info};
 }
 
-} // namespace zetaudiopluginhost
+} // namespace
+
+FormatLoader Loader()
+{
+    return {.type = TechnologyType::VST,
+            .entryPoints = {entryName, oldEntryName},
+            .ask = AskModule,
+            .shells = {shellsAreReplacedBy, ShellComparisonName},
+            .hasNumericIds = true};
+}
+
+} // namespace zetaudiopluginhost::vst2

@@ -3,9 +3,11 @@
 #include <optional>
 #include <string>
 
+#include <zetcore/Export.h>
+
 namespace zetcore::utility {
 
 /// No value when the variable is not set or empty.
-std::optional<std::wstring> EnvironmentVariable(const char* name);
+ZETCORE_API std::optional<std::wstring> EnvironmentVariable(const char* name);
 
 } // namespace zetcore::utility

@@ -1,4 +1,4 @@
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 
 #include <algorithm>
 

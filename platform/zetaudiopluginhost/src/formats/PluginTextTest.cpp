@@ -1,8 +1,6 @@
-#include "scan/PluginText.h"
+#include "formats/PluginText.h"
 
 #include <gtest/gtest.h>
-
-#include "scan/ShellNames.h"
 
 namespace zetaudiopluginhost {
 namespace {
@@ -60,16 +58,6 @@ TEST(PluginText, AFilesStemIsItsNameWithoutItsLastExtension)
     EXPECT_EQ(FileStem(L"/plugins/One.Two.so"), L"One.Two");
     EXPECT_EQ(FileStem(L"/plugins/plain"), L"plain");
     EXPECT_EQ(FileStem(L"/plugins/.so"), L".so");
-}
-
-TEST(ShellNames, MarkersReadAlikeAndLetterCaseIsApart)
-{
-    const std::wstring shell = ShellComparisonName(L"/vst/WaveHouse-VST 12.so");
-    EXPECT_EQ(ShellComparisonName(L"/vst3/wavehouse-vst3 12.vst3"), shell);
-    EXPECT_EQ(ShellComparisonName(L"/vst/WaveHouse-VST2 12.so"), shell);
-    EXPECT_NE(ShellComparisonName(L"/vst/WaveHouse-VST 13.so"), shell);
-    EXPECT_NE(ShellComparisonName(L"/vst/WaveHouse-VST 12 More.so"), shell);
-    EXPECT_NE(ShellComparisonName(L"/a/VST30.so"), ShellComparisonName(L"/a/VST20.so"));
 }
 
 } // namespace

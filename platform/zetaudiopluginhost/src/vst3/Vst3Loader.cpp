@@ -1,12 +1,43 @@
-#include "scan/ModuleQuestions.h"
+#include "vst3/Vst3Loader.h"
+
+#include <stdexcept>
+
+#include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/FileUtils.h>
+
+#include "formats/PluginText.h"
+#include "vst3/ModuleInfoJson.h"
 #include "vst3/Vst3Factory.h"
 #include "vst3/Vst3Platform.h"
 
-namespace zetaudiopluginhost {
+namespace zetaudiopluginhost::vst3 {
 
-using namespace vst3;
+using zetaudiofilterhost::ModuleFiles;
+using zetaudiofilterhost::PluginLocator;
+using zetcore::filesupport::FileUtils;
 
 namespace {
+
+constexpr const char* traceCategory = "ModuleLoader";
+/// Such a file takes about a kilobyte for each class.
+constexpr std::uint64_t maxModuleInfoSize = 4 << 20;
+
+std::optional<InfoList> Describe(const PluginLocator& module, const ModuleFiles& files)
+{
+    if (!files.description)
+        return std::nullopt;
+    try {
+        const std::string text = FileUtils::ReadFile(*files.description, maxModuleInfoSize);
+        return InfoList{MakeVst3Info(module, ParseModuleInfo(text))};
+    } catch (const zetcore::filesupport::file_exception& error) {
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
+    } catch (const std::runtime_error& error) {
+        zetcore::debug::TraceLine(1, traceCategory,
+                                  files.description->FullPathUTF8() + ": " + ReasonText(error.what()));
+    }
+    return std::nullopt;
+}
 
 IPluginFactory* GetFactory(const LoadedModule& module)
 {
@@ -33,9 +64,7 @@ std::string KeepWorkingClasses(Vst3Factory& factory, Vst3Description& descriptio
     return description.classes.empty() ? problem : std::string();
 }
 
-} // namespace
-
-InfoList AskVst3Module(const ModuleQuestions& questions)
+InfoList AskModule(const ModuleQuestions& questions)
 {
     ScanSteps& steps = questions.steps;
     steps.Enter(ScanPhase::Entry);
@@ -66,4 +95,14 @@ InfoList AskVst3Module(const ModuleQuestions& questions)
     return {MakeVst3Info(questions.locator, description)};
 }
 
-} // namespace zetaudiopluginhost
+} // namespace
+
+FormatLoader Loader()
+{
+    return {.type = zetaudiofilterhost::TechnologyType::VST3,
+            .entryPoints = {factoryEntryName},
+            .ask = AskModule,
+            .describe = Describe};
+}
+
+} // namespace zetaudiopluginhost::vst3

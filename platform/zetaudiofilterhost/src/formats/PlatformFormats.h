@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include <zetaudiofilterhost/PluginFormat.h>
+
+/// What differs between platforms in the table of formats.
+namespace zetaudiofilterhost {
+
+FormatFiles Vst2Files();
+FormatFiles Vst3Files();
+
+/// Between the folders in an environment variable.
+extern const wchar_t pathListSeparator;
+/// A text in the registry of the machine; empty when there is none.
+std::wstring MachineRegistryText(const char* key, const char* value);
+
+} // namespace zetaudiofilterhost

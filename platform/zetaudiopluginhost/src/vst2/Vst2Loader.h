@@ -1,0 +1,9 @@
+#pragma once
+
+#include "formats/FormatLoader.h"
+
+namespace zetaudiopluginhost::vst2 {
+
+FormatLoader Loader();
+
+} // namespace zetaudiopluginhost::vst2

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "formats/FormatLoader.h"
+
+namespace zetaudiopluginhost::vst3 {
+
+FormatLoader Loader();
+
+} // namespace zetaudiopluginhost::vst3
