@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/filesupport/Dir.h>
@@ -43,12 +44,8 @@ std::pair<std::string, double> Slowest(const Steps& steps)
 
 zetaudiofilterhost::TechnologyType TechnologyOf(const ListEntry& entry)
 {
-    using zetaudiofilterhost::TechnologyType;
-    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU}) {
-        if (zetaudiofilterhost::TechnologyName(type) == entry.texts[2])
-            return type;
-    }
-    return TechnologyType::None;
+    const auto* format = zetaudiofilterhost::FindPluginFormat(entry.texts[2]);
+    return format ? format->type : zetaudiofilterhost::TechnologyType::None;
 }
 
 void SendKey(QWidget& widget, int key, const QString& text)

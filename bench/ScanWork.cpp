@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
@@ -36,8 +37,9 @@ std::vector<std::string> FindModules(const std::filesystem::path& folder)
         return {};
     const auto follow = std::filesystem::directory_options::follow_directory_symlink;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, follow)) {
-        const auto extension = entry.path().extension();
-        if (entry.is_regular_file() && (extension == ".so" || extension == ".dll"))
+        const auto module =
+            zetaudiofilterhost::LocatorOfModuleFile(zetcore::string::UTF8to16(entry.path().string()));
+        if (entry.is_regular_file() && module.GetTechnologyType() == zetaudiofilterhost::TechnologyType::VST)
             modules.insert(std::filesystem::canonical(entry.path()).string());
     }
     return {modules.begin(), modules.end()};

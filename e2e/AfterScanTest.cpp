@@ -1,4 +1,4 @@
-// What a scan leaves behind in the list of plug-ins, and what it says about that.
+// A scan leaves its results in the list of plug-ins, and says what has changed there.
 #include <fstream>
 #include <memory>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What a 64-bit ELF program or library tells the system's loader. Reads the file at once; throws
+/// The facts that a 64-bit ELF program or library tells the system's loader. Reads the file at once; throws
 /// `std::runtime_error`, which names it, when it is cut off.
 class ElfFile
 {
@@ -20,7 +20,7 @@ class ElfFile
         /// False for one that every library which uses it may have a copy of: code of headers.
         bool isOwn = false;
     };
-    /// What others can link with.
+    /// Others can link with these.
     std::vector<Symbol> Exports() const;
     /// Where the loader looks for libraries, entry by entry as they are written; the empty one stands for the
     /// current folder. Nothing when it has no such path.

@@ -1,4 +1,4 @@
-// What others can link with.
+// Others can link with the exports, and with nothing else.
 #include <algorithm>
 #include <fstream>
 #include <regex>

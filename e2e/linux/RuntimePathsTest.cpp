@@ -1,4 +1,4 @@
-// Where the system's loader looks for the libraries of what we build and install.
+// The folders in which the system's loader looks for the libraries of what we build and install.
 #include <functional>
 
 #include <gmock/gmock.h>

@@ -10,11 +10,14 @@ ExitStatus RunBanCommand(HostSession& session, const std::vector<std::string>& f
     std::vector<zetaudiofilterhost::PluginLocator> modules;
     bool allThere = true;
     for (const std::string& file : files) {
-        const auto module = LocatorOfArgument(file);
+        const auto module = LocatorOfArgument(session, file);
         if (session.Banned().IsBanned(module)) {
             Say("already banned: " + ForTerminal(module.GetPath()));
         } else if (session.Registry().FindModule(module).empty() && !PathExists(module.GetPath())) {
             Say("there is no such plug-in file: " + ForTerminal(module.GetPath()));
+            allThere = false;
+        } else if (module.GetTechnologyType() == zetaudiofilterhost::TechnologyType::None) {
+            Say("not named like a plug-in (" + ModuleExtensions() + "): " + ForTerminal(module.GetPath()));
             allThere = false;
         } else {
             modules.push_back(module);

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* footer =
     "PLUGIN-FILE is the plug-in's file or bundle; a file name that starts with '-' goes behind '--'.\n"
     "'scan' also takes folders, and scans the plug-ins that lie in them.\n"
-    "A folder that is added is searched for VST and for VST3 plug-ins.\n"
+    "A folder that is added is searched for plug-ins of every kind.\n"
     "In JSON, bytes of a path that are no Unicode are written like \"%uDCFF\" (for the byte 0xFF).\n\n"
     "Exit status:\n"
     "  0    done\n"

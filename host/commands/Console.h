@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// What differs between the systems about the terminal that a program runs in. Main thread.
+/// The differences between the systems in the terminal that a program runs in. Main thread.
 namespace zetaudiopluginmanager {
 
 /// The arguments without the program's name, in UTF-8; bytes that are no UTF-8 stay as they are.

@@ -15,7 +15,7 @@ using InfoPtr = zetaudiofilterhost::PluginModuleInfoManager::InfoPtr;
 /// The working records of one file; says why when there are none.
 std::vector<InfoPtr> WorkingRecords(const HostSession& session, const std::string& file)
 {
-    const auto module = LocatorOfArgument(file);
+    const auto module = LocatorOfArgument(session, file);
     const std::string shown = ForTerminal(module.GetPath());
     if (session.Banned().IsBanned(module)) {
         Say("banned ('reload' scans it again): " + shown);

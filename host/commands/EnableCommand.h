@@ -9,7 +9,7 @@ namespace zetaudiopluginmanager {
 
 struct EnableOptions
 {
-    /// What they become.
+    /// The plug-ins become this.
     bool enabled = true;
     bool all = false;
     std::vector<std::string> files;

@@ -2,7 +2,7 @@
 
 namespace zetaudiopluginmanager {
 
-/// What the program's exit status says; the help text lists the same.
+/// The meaning of the program's exit status; the help text lists the same.
 enum class ExitStatus : int
 {
     Done = 0,

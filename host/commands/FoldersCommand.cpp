@@ -1,10 +1,10 @@
 #include "commands/FoldersCommand.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <ostream>
 
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/DisplayText.h"
@@ -14,10 +14,14 @@ namespace zetaudiopluginmanager {
 
 namespace {
 
+using zetaudiofilterhost::PluginFormat;
+using zetaudiofilterhost::PluginFormats;
 using zetaudiofilterhost::PluginTechnology;
-using zetaudiofilterhost::TechnologyType;
 
-constexpr std::array technologies{TechnologyType::VST, TechnologyType::VST3, TechnologyType::AU};
+PluginTechnology& FoldersOf(HostSession& session, const PluginFormat& format)
+{
+    return *session.Registry().GetPluginTechnology(format.type);
+}
 
 std::vector<std::wstring> AbsolutePaths(const std::vector<std::string>& arguments)
 {
@@ -28,10 +32,10 @@ std::vector<std::wstring> AbsolutePaths(const std::vector<std::string>& argument
 
 void List(HostSession& session, std::ostream& output)
 {
-    for (const TechnologyType type : technologies) {
-        const auto technology = session.Registry().GetPluginTechnology(type);
-        const std::string name = ForTerminal(zetaudiofilterhost::TechnologyName(type));
-        std::for_each(technology->DirectoryBegin(), technology->DirectoryEnd(),
+    for (const PluginFormat& format : PluginFormats()) {
+        const PluginTechnology& technology = FoldersOf(session, format);
+        const std::string name = ForTerminal(std::wstring(format.name));
+        std::for_each(technology.DirectoryBegin(), technology.DirectoryEnd(),
                       [&](const std::wstring& folder) {
                           output << name << std::string(6 - name.size(), ' ') << ForTerminal(folder) << '\n';
                       });
@@ -50,8 +54,9 @@ bool Add(HostSession& session, const std::vector<std::wstring>& folders, bool of
         all = false;
     }
     if (all) {
-        for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
-            session.Registry().GetPluginTechnology(type)->AddPluginDirectories(folders);
+        for (const PluginFormat& format : PluginFormats())
+            if (format.IsOnThisPlatform())
+                FoldersOf(session, format).AddPluginDirectories(folders);
     }
     return all;
 }
@@ -69,17 +74,16 @@ bool Remove(HostSession& session, const std::vector<std::wstring>& folders)
 {
     bool allRegistered = true;
     for (const std::wstring& folder : folders) {
-        const bool registered =
-            std::any_of(technologies.begin(), technologies.end(), [&](TechnologyType type) {
-                return IsRegistered(*session.Registry().GetPluginTechnology(type), folder);
-            });
+        const bool registered = std::ranges::any_of(PluginFormats(), [&](const PluginFormat& format) {
+            return IsRegistered(FoldersOf(session, format), folder);
+        });
         if (!registered)
             Say("not among the plug-in folders: " + ForTerminal(folder));
         allRegistered = allRegistered && registered;
     }
     if (allRegistered) {
-        for (const TechnologyType type : technologies)
-            session.Registry().GetPluginTechnology(type)->RemovePluginDirectories(folders);
+        for (const PluginFormat& format : PluginFormats())
+            FoldersOf(session, format).RemovePluginDirectories(folders);
     }
     return allRegistered;
 }

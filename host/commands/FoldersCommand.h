@@ -24,8 +24,8 @@ struct FolderOptions
     bool offline = false;
 };
 
-/// A folder is added for VST and for VST3 plug-ins, and removed from every technology. What is no folder is
-/// not added, and neither are the others then.
+/// A folder is added for every technology that this system can load, and removed from every one. What is no
+/// folder is not added, and neither are the others then.
 ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

@@ -28,7 +28,7 @@ class no_display : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// Where progress, alerts and dialogs are shown.
+/// Progress, alerts and dialogs are shown on it.
 enum class Surface
 {
     Terminal,
@@ -55,9 +55,9 @@ class HostSession
     zetaudiofilterhost::PluginModuleInfoManager& Registry() const noexcept { return *registry; }
     zetaudiopluginhost::BannedPluginManager& Banned() const noexcept { return *banned; }
     bool IsQuiet() const noexcept { return quiet; }
-    /// What scans have come to since the start.
+    /// Knows the results of the scans since the start.
     const ScanWatch& Scans() const noexcept { return *scans; }
-    /// What the terminal has shown; nothing when there are windows.
+    /// Counts of the alerts in the terminal; all are 0 when there are windows.
     zetui::dialogs::TerminalPresentation::Counts Shown() const;
 
     /// Saves; what cannot be is said and remembered for `Status`. `SaveRegistry` also raises the registry's
@@ -71,7 +71,7 @@ class HostSession
     ExitStatus Status() const;
 
   private:
-    /// What is undone even when the start fails.
+    /// Its destructor undoes the start, even one that fails.
     struct Surroundings
     {
         Surroundings(Surface surface, bool quiet);
@@ -87,7 +87,7 @@ class HostSession
     };
 
     void CheckAtStart();
-    /// What an interrupted scan has left aside.
+    /// Puts back the records that an interrupted scan has left aside.
     void PutBackAtStart();
     void WriteRegistry();
     ScanWatch::Actions ScanActions();

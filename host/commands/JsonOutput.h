@@ -6,7 +6,7 @@
 #include "commands/PluginRow.h"
 #include "commands/ScanReport.h"
 
-/// What `--json` prints: UTF-8, with a line end. Texts are as `ForJson` makes them, paths as `PathForJson`.
+/// The output of `--json`: UTF-8, with a line end. Texts are as `ForJson` makes them, paths as `PathForJson`.
 namespace zetaudiopluginmanager {
 
 /// An array of objects, one a line: technology, path, subcomponent, name, version, vendor, id, category,

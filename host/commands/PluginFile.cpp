@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <type_traits>
 
+#include <zetaudiofilterhost/ModuleFiles.h>
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/string/Utf.h>
+
+#include "commands/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
@@ -41,23 +45,31 @@ std::wstring AbsolutePath(std::string_view argument)
 
 PluginLocator LocatorOfPath(const std::wstring& absolutePath)
 {
-    if (absolutePath.empty())
-        return {};
-    constexpr std::wstring_view extension = L".vst3";
-    for (std::size_t end = 1; end <= absolutePath.size(); ++end) {
-        if (end < absolutePath.size() && !IsSeparator(absolutePath[end]))
-            continue;
-        const std::wstring_view start(absolutePath.data(), end);
-        if (start.size() > extension.size() &&
-            zetcore::string::EqualIgnoringCase(start.substr(start.size() - extension.size()), extension))
-            return {TechnologyType::VST3, std::wstring(start)};
-    }
-    return {TechnologyType::VST, absolutePath};
+    PluginLocator module = zetaudiofilterhost::LocatorOfModuleFile(absolutePath);
+    return module.IsEmpty() ? PluginLocator(TechnologyType::None, absolutePath) : module;
 }
 
-PluginLocator LocatorOfArgument(std::string_view argument)
+PluginLocator LocatorOfArgument(const HostSession& session, std::string_view argument)
 {
-    return LocatorOfPath(AbsolutePath(argument));
+    const PluginLocator module = LocatorOfPath(AbsolutePath(argument));
+    if (module.GetTechnologyType() != TechnologyType::None)
+        return module;
+    for (const zetaudiofilterhost::PluginFormat& format : zetaudiofilterhost::PluginFormats()) {
+        PluginLocator known(format.type, module.GetPath());
+        if (!session.Registry().FindModule(known).empty() || session.Banned().IsBanned(known))
+            return known;
+    }
+    return module;
+}
+
+std::string ModuleExtensions()
+{
+    std::string extensions;
+    for (const zetaudiofilterhost::PluginFormat& format : zetaudiofilterhost::PluginFormats())
+        if (format.IsOnThisPlatform())
+            extensions += (extensions.empty() ? "" : ", ") +
+                          zetcore::string::UTF16to8(std::wstring(format.files.extension));
+    return extensions;
 }
 
 std::filesystem::path ToPath(const std::wstring& path)

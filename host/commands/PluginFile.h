@@ -9,15 +9,20 @@
 /// Plug-in files and folders as they are named on the command line. Any thread.
 namespace zetaudiopluginmanager {
 
+class HostSession;
+
 /// Absolute, without "." and "..", and without a separator at its end; relative to the current folder.
 std::wstring AbsolutePath(std::string_view argument);
 
-/// The locator of a module by its path: the technology follows from the file name's end (".vst3" in any
-/// letter case is VST3, all else VST). A file inside a ".vst3" bundle stands for the bundle.
+/// The locator of the module that the path names, or that it leads into. The file name's extension tells the
+/// technology; it is `None` when it tells none.
 zetaudiofilterhost::PluginLocator LocatorOfPath(const std::wstring& absolutePath);
 
-/// The two together.
-zetaudiofilterhost::PluginLocator LocatorOfArgument(std::string_view argument);
+/// The same of an argument. A plug-in that is known under a name that tells no technology is found, too.
+zetaudiofilterhost::PluginLocator LocatorOfArgument(const HostSession& session, std::string_view argument);
+
+/// Those that tell a technology, for messages.
+std::string ModuleExtensions();
 
 /// As the system's operations take it.
 std::filesystem::path ToPath(const std::wstring& path);

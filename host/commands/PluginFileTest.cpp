@@ -24,7 +24,9 @@ TEST(PluginFile, TheFileNameTellsTheTechnology)
         {L"/p/a.so", TechnologyType::VST, L"/p/a.so"},
         {L"/p/a.vst3", TechnologyType::VST3, L"/p/a.vst3"},
         {L"/p/A.VST3", TechnologyType::VST3, L"/p/A.VST3"},
-        {L"/p/vst3", TechnologyType::VST, L"/p/vst3"},
+        {L"/p/vst3", TechnologyType::None, L"/p/vst3"},
+        {L"/p/notes.txt", TechnologyType::None, L"/p/notes.txt"},
+        {L"/home/u/.vst3/a.vst3", TechnologyType::VST3, L"/home/u/.vst3/a.vst3"},
         {L"/p/a.vst3.so", TechnologyType::VST, L"/p/a.vst3.so"},
         {L"/p/a.vst3/Contents/x86_64-linux/a.so", TechnologyType::VST3, L"/p/a.vst3"},
     };
@@ -41,7 +43,7 @@ TEST(PluginFile, RelativeNamesAreTakenFromTheCurrentFolder)
     EXPECT_EQ(AbsolutePath("a.so"), absolute("a.so"));
     EXPECT_EQ(AbsolutePath("./x/../a.so"), absolute("a.so"));
     EXPECT_EQ(AbsolutePath("bundle.vst3/"), absolute("bundle.vst3"));
-    EXPECT_EQ(LocatorOfArgument("bundle.vst3//"),
+    EXPECT_EQ(LocatorOfPath(AbsolutePath("bundle.vst3//")),
               PluginLocator(TechnologyType::VST3, absolute("bundle.vst3")));
     EXPECT_EQ(AbsolutePath(""), L"");
 }

@@ -22,7 +22,7 @@ std::wstring FoldAscii(std::wstring_view text)
     return folded;
 }
 
-/// Nothing for what is not listed.
+/// A record that is not listed has no status here.
 std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
 {
     switch (status) {

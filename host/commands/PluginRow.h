@@ -50,7 +50,7 @@ struct PluginRow
     friend bool operator==(const PluginRow&, const PluginRow&) = default;
 };
 
-/// Which rows to show.
+/// The choice of rows to show.
 enum class RowChoice
 {
     All,

@@ -102,7 +102,7 @@ std::string Number(std::ptrdiff_t count, std::string_view one, std::string_view 
     return std::to_string(count).append(" ").append(count == 1 ? one : several);
 }
 
-/// What is not shown is not counted.
+/// Counts only the rows that are shown.
 std::string CountLine(const std::vector<PluginRow>& rows, RowChoice choice)
 {
     const auto count = [&rows](auto condition) { return std::count_if(rows.begin(), rows.end(), condition); };

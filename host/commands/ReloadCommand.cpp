@@ -65,14 +65,14 @@ std::optional<std::vector<PluginLocator>> AllBannedModules(const HostSession& se
     return WithoutDoubles(std::move(modules));
 }
 
-/// Nothing when one of them is not banned.
+/// No list at all when one of them is not banned.
 std::optional<std::vector<PluginLocator>> BannedModules(const HostSession& session,
                                                         const std::vector<std::string>& files)
 {
     std::vector<PluginLocator> modules;
     bool allBanned = true;
     for (const std::string& file : files) {
-        modules.push_back(LocatorOfArgument(file));
+        modules.push_back(LocatorOfArgument(session, file));
         if (BannedOfModule(session, modules.back()).empty()) {
             Say("not banned: " + ForTerminal(modules.back().GetPath()));
             allBanned = false;

@@ -16,7 +16,7 @@ using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BanInfo;
 using zetaudiopluginhost::BannedPluginManager;
 
-/// Whether one of these stands for the plug-in: it is the same, or its whole module.
+/// True when one of these stands for the plug-in: it is the same, or its whole module.
 bool Covers(const std::set<PluginLocator>& some, const PluginLocator& locator)
 {
     return some.contains(locator) || some.contains(locator.ModuleLocator());
@@ -115,7 +115,7 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
             changes.updated.push_back(after.Named(locator));
         }
     }
-    // What cannot be read is as good as there.
+    // A file that cannot be read has not gone.
     const auto hasGone = [&](const PluginLocator& locator) {
         const auto now = after.records.find(locator);
         const bool isUnreadable =

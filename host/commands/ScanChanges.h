@@ -21,7 +21,7 @@ struct ChangedPlugin
     friend bool operator==(const ChangedPlugin&, const ChangedPlugin&) = default;
 };
 
-/// What a scan has done to the list of plug-ins.
+/// The changes that a scan has made to the list of plug-ins.
 struct ScanChanges
 {
     /// They work, and were not in the list before, or did not work.

@@ -88,6 +88,7 @@ TEST_F(ScanChangesTest, WhatWorksNowAndDidNotBeforeIsAdded)
     const ScanChanges changes = Changes({Vst(L"/a"), Vst(L"/b"), Vst(L"/c")});
     EXPECT_THAT(Paths(changes.added), ElementsAre(L"/a1", L"/a2", L"/b", L"/c"));
     EXPECT_THAT(Paths(changes.restored), ElementsAre(L"/c"));
+    ASSERT_FALSE(changes.added.empty());
     EXPECT_EQ(changes.added[0].name, L"Name of /a");
     EXPECT_THAT(changes.removed, IsEmpty());
 }
@@ -128,6 +129,7 @@ TEST_F(ScanChangesTest, WhatIsNotListedAnyMoreHasGone)
     EXPECT_THAT(Paths(changes.removed), ElementsAre(L"/none", L"/shell1", L"/ban gone"));
     EXPECT_THAT(Paths(changes.added), ElementsAre(L"/shell2"));
     EXPECT_THAT(Paths(changes.unreadable), ElementsAre(L"/locked"));
+    ASSERT_FALSE(changes.unreadable.empty());
     EXPECT_EQ(changes.unreadable[0].reason, "reason");
     EXPECT_THAT(Paths(changes.unreached), ElementsAre(L"/waits", L"/ban waits"));
     EXPECT_EQ(changes.banned, (std::vector{ChangedPlugin{Vst(L"/bad"), L"Name of /bad", "crashed"}}))
@@ -159,6 +161,7 @@ TEST_F(ScanChangesTest, ABanThatSaysSomethingElseIsToldAndOneThatWasConfirmedIsN
     const ScanChanges changes =
         Changes({Vst(L"/build"), Vst(L"/reason"), Vst(L"/same"), Vst(L"/whole", L"1")});
     EXPECT_THAT(Paths(changes.banned), ElementsAre(L"/build", L"/reason", L"/whole"));
+    ASSERT_EQ(changes.banned.size(), 3u);
     EXPECT_EQ(changes.banned[2].name, L"whole") << "its file's, where no name is known";
 }
 

@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include <zetaudiofilterhost/PluginFormat.h>
+
 #include "commands/Console.h"
 #include "commands/DisplayText.h"
 #include "commands/JsonOutput.h"
@@ -12,18 +14,27 @@ namespace zetaudiopluginmanager {
 
 namespace {
 
+using zetaudiofilterhost::PluginFormat;
+using zetaudiofilterhost::PluginFormats;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 
-/// What a search of the registered folders would find in this one.
+/// Finds in this folder as a search of the registered folders does.
 std::vector<PluginLocator> PluginsInFolder(const std::wstring& folder)
 {
     PluginModuleInfoManager search;
-    for (const TechnologyType type : {TechnologyType::VST, TechnologyType::VST3})
-        search.GetPluginTechnology(type)->SetPluginDirectories({folder});
+    for (const PluginFormat& format : PluginFormats())
+        search.GetPluginTechnology(format.type)->SetPluginDirectories({folder});
     std::vector<PluginLocator> vanished;
     return search.CollectPotentialPlugins(false, vanished);
+}
+
+/// A folder with plug-ins, and not a bundle, which is one itself.
+bool IsFolderOfPlugins(const PluginLocator& named)
+{
+    const PluginFormat* format = zetaudiofilterhost::FindPluginFormat(named.GetTechnologyType());
+    return IsFolder(named.GetPath()) && !(format && format->files.bundle);
 }
 
 /// The modules to scan by name; nothing when one of them is not there.
@@ -33,16 +44,19 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
     std::vector<PluginLocator> modules;
     bool allThere = true;
     for (const std::string& file : files) {
-        const PluginLocator module = LocatorOfArgument(file);
+        const PluginLocator module = LocatorOfArgument(session, file);
         const std::string shown = ForTerminal(module.GetPath());
         std::vector<PluginLocator> found{module};
         if (!PathExists(module.GetPath())) {
             Say("there is no such plug-in file: " + shown);
             allThere = false;
-        } else if (module.GetTechnologyType() == TechnologyType::VST && IsFolder(module.GetPath())) {
+        } else if (IsFolderOfPlugins(module)) {
             found = PluginsInFolder(module.GetPath());
             if (found.empty())
                 Say("nothing in this folder looks like a plug-in: " + shown);
+        } else if (module.GetTechnologyType() == TechnologyType::None) {
+            Say("not named like a plug-in (" + ModuleExtensions() + "): " + shown);
+            allThere = false;
         }
         for (const PluginLocator& each : found) {
             if (session.Banned().IsBanned(each) && !session.Banned().IsDueAgain(each))

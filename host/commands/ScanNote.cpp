@@ -1,6 +1,7 @@
 #include "commands/ScanNote.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
+#include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
 #include <zetui/dialogs/messagebox.h>
 
@@ -29,9 +31,15 @@ constexpr std::string_view updatedKey = "$$$/AudioPluginManager/ScanNote/Updated
 constexpr std::string_view removedKey = "$$$/AudioPluginManager/ScanNote/Removed=No longer there: @0";
 constexpr std::string_view bannedKey = "$$$/AudioPluginManager/ScanNote/Banned=Not working: @0";
 constexpr std::string_view unreadableKey = "$$$/AudioPluginManager/ScanNote/Unreadable=Could not be read: @0";
-constexpr std::string_view unreachedKey = "$$$/AudioPluginManager/ScanNote/Unreached=Not scanned: @0";
+constexpr std::string_view unreachedKey =
+    "$$$/AudioPluginManager/ScanNote/PluginsNotScanned=Plug-ins not scanned: @0";
 constexpr std::string_view moreKey = "$$$/AudioPluginManager/ScanNote/More=and @0 more";
-constexpr std::string_view reasonKey = "$$$/AudioPluginManager/ScanNote/WithReason=@0 (@1)";
+constexpr std::string_view reasonKey = "$$$/AudioPluginManager/ScanNote/NameAndReason=@0: @1";
+constexpr std::string_view headingKey = "$$$/AudioPluginManager/ScanNote/Heading=Plug-ins after the scan:";
+constexpr std::string_view reloadKey =
+    "$$$/AudioPluginManager/ScanNote/TryAgain=“Reload” in the list tries a plug-in again.";
+constexpr std::string_view readAgainKey =
+    "$$$/AudioPluginManager/ScanNote/ReadAgain=The next scan tries to read them again.";
 constexpr std::string_view cancelledKey = "$$$/AudioPluginManager/ScanNote/Cancelled=The scan was cancelled.";
 constexpr std::string_view notStartedKey =
     "$$$/AudioPluginManager/ScanNote/NotStarted=The scanner program could not be started.";
@@ -44,38 +52,65 @@ constexpr std::string_view interruptedKey = "$$$/AudioPluginManager/ScanNote/Int
                                             "interrupted. The plug-ins that it did not "
                                             "reach are in the list as before: @0";
 
-/// So that the note has room on the screen of a small notebook.
-constexpr std::size_t mostNames = 6;
-constexpr std::size_t longestReason = 100;
+/// So that the note has room on the screen of a small notebook (1024 by 768): an item takes two lines at
+/// most, and several lists share the room.
+constexpr std::array<std::size_t, 4> mostNames{8, 5, 3, 2};
+constexpr std::size_t longestName = 60, longestReason = 60;
 
 std::string Text(std::string_view key, const std::vector<std::string>& arguments = {})
 {
     return Localizer::Get().Localize(key, arguments);
 }
 
-std::string Item(const ChangedPlugin& plugin)
+/// The two formats of one plug-in have one name, and so may others: then their files tell them apart.
+std::string NameOf(const ChangedPlugin& plugin, const std::vector<ChangedPlugin>& all)
 {
-    const std::string name = ForTerminal(plugin.name);
-    const std::vector<std::string> reason = LinesForTerminal(plugin.reason);
+    const bool isFolder = plugin.locator.GetTechnologyType() == zetaudiofilterhost::TechnologyType::None;
+    if (isFolder)
+        return CutBeginning(ForTerminal(plugin.name), longestName);
+    const auto named = std::count_if(all.begin(), all.end(),
+                                     [&plugin](const auto& other) { return other.name == plugin.name; });
+    const std::wstring path = zetcore::string::ForDisplay(plugin.locator.GetPath());
+    return CutEnd(ForTerminal(named > 1 ? zetcore::filesupport::File(path).GetTitle() : plugin.name),
+                  longestName);
+}
+
+std::string Item(const std::string& name, const std::string& reason)
+{
+    const std::vector<std::string> lines = LinesForTerminal(reason);
     const std::string shown =
-        reason.empty() ? name : Text(reasonKey, {name, CutEnd(reason.front(), longestReason)});
+        lines.empty() ? name : Text(reasonKey, {name, CutEnd(lines.front(), longestReason)});
     return "\xE2\x80\xA2 " + shown + "\n";
 }
 
-std::string Section(std::string_view key, const std::vector<ChangedPlugin>& plugins, bool withNames)
+std::string Count(std::string_view key, const std::vector<ChangedPlugin>& plugins)
+{
+    return plugins.empty() ? std::string() : Text(key, {std::to_string(plugins.size())}) + "\n";
+}
+
+/// The count, the first `most` of them, and below what the user can do.
+std::string Section(std::string_view key, const std::vector<ChangedPlugin>& plugins, std::size_t most,
+                    std::string_view adviceKey = {})
 {
     if (plugins.empty())
         return {};
-    std::string text = Text(key, {std::to_string(plugins.size())}) + "\n";
-    if (!withNames)
-        return text;
+    std::string text = Count(key, plugins);
     // One more takes no more room than to say that there is one more.
-    const std::size_t shown =
-        plugins.size() == mostNames + 1 ? plugins.size() : std::min(plugins.size(), mostNames);
+    const std::size_t shown = plugins.size() == most + 1 ? plugins.size() : std::min(plugins.size(), most);
     for (std::size_t index = 0; index < shown; ++index)
-        text += Item(plugins[index]);
+        text += Item(NameOf(plugins[index], plugins), plugins[index].reason);
     if (shown < plugins.size())
         text += "\xE2\x80\xA2 " + Text(moreKey, {std::to_string(plugins.size() - shown)}) + "\n";
+    return adviceKey.empty() ? text : text + Text(adviceKey) + "\n";
+}
+
+/// Separated by empty lines.
+std::string Join(const std::vector<std::string>& paragraphs)
+{
+    std::string text;
+    for (const std::string& paragraph : paragraphs)
+        if (!paragraph.empty())
+            text += (text.empty() ? "" : "\n") + paragraph;
     return text;
 }
 
@@ -120,19 +155,24 @@ std::string FormatScanNote(const ScanWatch::Result& result)
     std::erase_if(added, [&changes](const ChangedPlugin& plugin) {
         return std::find(changes.restored.begin(), changes.restored.end(), plugin) != changes.restored.end();
     });
-    std::string text = Section(addedKey, added, false) + Section(restoredKey, changes.restored, false) +
-                       Section(updatedKey, changes.updated, false) +
-                       Section(removedKey, changes.removed, true) + Section(bannedKey, changes.banned, true) +
-                       Section(unreadableKey, changes.unreadable, true);
+    const bool wasDone = result.end.how == ScanEnd::How::Done;
+    const bool namesUnreached = wasDone && !changes.unreached.empty();
+    const int lists = !changes.removed.empty() + !changes.banned.empty() + !changes.unreadable.empty() +
+                      static_cast<int>(namesUnreached);
+    const std::size_t most = mostNames[static_cast<std::size_t>(std::max(lists, 1)) - 1];
+    const std::string counts =
+        Count(addedKey, added) + Count(restoredKey, changes.restored) + Count(updatedKey, changes.updated);
     std::string ending = EndText(result.end);
-    if (!changes.unreached.empty()) {
-        ending += Section(unreachedKey, changes.unreached, result.end.how == ScanEnd::How::Done);
-        if (result.end.how != ScanEnd::How::Done)
-            ending += Text(keptKey) + "\n";
-    }
-    if (!text.empty() && !ending.empty())
-        text += "\n";
-    text += ending;
+    if (namesUnreached)
+        ending += Section(unreachedKey, changes.unreached, most);
+    else if (!changes.unreached.empty())
+        ending += Count(unreachedKey, changes.unreached) + Text(keptKey) + "\n";
+    std::string text = Join({counts, Section(removedKey, changes.removed, most),
+                             Section(bannedKey, changes.banned, most, reloadKey),
+                             Section(unreadableKey, changes.unreadable, most, readAgainKey)});
+    if (!text.empty())
+        text.insert(0, Text(headingKey) + "\n\n");
+    text = Join({text, ending});
     text.pop_back();
     return text;
 }

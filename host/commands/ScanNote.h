@@ -6,7 +6,7 @@
 
 #include "commands/ScanWatch.h"
 
-/// What the windows tell about a scan that is over, in the user's language.
+/// The note that the windows show when a scan is over, in the user's language.
 namespace zetaudiopluginmanager {
 
 /// Empty when all went well: nothing has gone from the list, everything works, could be read and was reached.
@@ -25,7 +25,7 @@ class ScanNoteTeller
     void Tell(const ScanWatch::Result& result);
 
   private:
-    /// Whether the user wants to scan those that were not reached.
+    /// True when the user wants to scan those that were not reached.
     static bool Show(const ScanWatch::Result& result, bool offersScan);
 
     bool scansAgain = false;

@@ -1,5 +1,6 @@
 #include "commands/ScanNote.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -24,7 +25,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
 using zetaudiopluginhostui::AudioPluginScan;
@@ -57,16 +57,34 @@ TEST(ScanNote, SaysHowManyOfEachAndWhichDoNotWork)
     result.changes.removed = {Plugin(L"Gone One")};
     result.changes.banned = {Plugin(L"Bad\nOne", "crashed\nlast words"), Plugin(L"Other")};
     result.changes.unreadable = {Plugin(L"locked.so", "Permission denied")};
-    EXPECT_EQ(FormatScanNote(result), "New: 2\n"
+    EXPECT_EQ(FormatScanNote(result), "Plug-ins after the scan:\n"
+                                      "\n"
+                                      "New: 2\n"
                                       "Working again: 1\n"
                                       "Updated: 1\n"
+                                      "\n"
                                       "No longer there: 1\n"
                                       "\u2022 Gone One\n"
+                                      "\n"
                                       "Not working: 2\n"
-                                      "\u2022 Bad One (crashed)\n"
+                                      "\u2022 Bad One: crashed\n"
                                       "\u2022 Other\n"
+                                      "\u201CReload\u201D in the list tries a plug-in again.\n"
+                                      "\n"
                                       "Could not be read: 1\n"
-                                      "\u2022 locked.so (Permission denied)");
+                                      "\u2022 locked.so: Permission denied\n"
+                                      "The next scan tries to read them again.");
+}
+
+TEST(ScanNote, PluginsOfOneNameAreToldApartByTheirFiles)
+{
+    ScanWatch::Result result;
+    const auto named = [](const std::wstring& path, const std::wstring& name) {
+        return ChangedPlugin{PluginLocator(TechnologyType::VST, path), name, {}};
+    };
+    result.changes.removed = {named(L"/p/delay.so", L"Delay"), named(L"/p/delay.vst3", L"Delay"),
+                              named(L"/p/gate.so", L"Gate")};
+    EXPECT_THAT(FormatScanNote(result), HasSubstr("\n\u2022 delay.so\n\u2022 delay.vst3\n\u2022 Gate"));
 }
 
 TEST(ScanNote, EachThingThatDidNotGoWellIsTold)
@@ -75,11 +93,11 @@ TEST(ScanNote, EachThingThatDidNotGoWellIsTold)
         {"No longer there: 1", &ScanChanges::removed},
         {"Not working: 1", &ScanChanges::banned},
         {"Could not be read: 1", &ScanChanges::unreadable},
-        {"Not scanned: 1", &ScanChanges::unreached}};
+        {"Plug-ins not scanned: 1", &ScanChanges::unreached}};
     for (const auto& [text, thing] : things) {
         ScanWatch::Result result;
         (result.changes.*thing).push_back(Plugin(L"one"));
-        EXPECT_THAT(FormatScanNote(result), testing::StartsWith(text));
+        EXPECT_THAT(FormatScanNote(result), HasSubstr(text));
     }
     for (const ScanEnd::How how : {ScanEnd::How::NotStarted, ScanEnd::How::GaveUp}) {
         ScanWatch::Result result;
@@ -94,33 +112,61 @@ TEST(ScanNote, SaysWhyPluginsWereNotReachedAndThatTheyStay)
     result.changes.added = {Plugin(L"a")};
     result.changes.unreached = {Plugin(L"x", "no scanner"), Plugin(L"y", "no scanner")};
     result.end = {ScanEnd::How::NotStarted, "no scanner"};
-    EXPECT_EQ(FormatScanNote(result), "New: 1\n"
+    EXPECT_EQ(FormatScanNote(result), "Plug-ins after the scan:\n"
+                                      "\n"
+                                      "New: 1\n"
                                       "\n"
                                       "The scanner program could not be started.\n"
                                       "no scanner\n"
-                                      "Not scanned: 2\n"
+                                      "Plug-ins not scanned: 2\n"
                                       "What was not scanned stays in the list as it was.");
     result.end = {ScanEnd::How::Done, {}};
-    EXPECT_THAT(FormatScanNote(result), HasSubstr("Not scanned: 2\n\u2022 x (no scanner)\n"))
+    EXPECT_THAT(FormatScanNote(result), HasSubstr("Plug-ins not scanned: 2\n\u2022 x: no scanner\n"))
         << "each has its own reason";
     result.end = {ScanEnd::How::Cancelled, {}};
-    EXPECT_THAT(FormatScanNote(result), HasSubstr("The scan was cancelled.\nNot scanned: 2\n"));
+    EXPECT_THAT(FormatScanNote(result), HasSubstr("The scan was cancelled.\nPlug-ins not scanned: 2\n"));
 }
 
-TEST(ScanNote, LongListsAndReasonsAreCut)
+std::vector<ChangedPlugin> Several(int count)
+{
+    std::vector<ChangedPlugin> plugins;
+    for (int number = 1; number <= count; ++number)
+        plugins.push_back(
+            Plugin(L"p" + std::to_wstring(number) + std::wstring(200, L'n'), std::string(500, 'x')));
+    return plugins;
+}
+
+TEST(ScanNote, LongListsNamesAndReasonsAreCutAndSaySo)
 {
     ScanWatch::Result result;
-    for (int number = 1; number <= 7; ++number)
-        result.changes.banned.push_back(Plugin(L"p" + std::to_wstring(number), std::string(500, 'x')));
-    std::string text = FormatScanNote(result);
-    EXPECT_THAT(text, HasSubstr("\u2022 p7 ("));
-    EXPECT_LT(text.size(), 7 * 120 + 50u);
-    result.changes.banned.push_back(Plugin(L"p8"));
-    text = FormatScanNote(result);
-    EXPECT_THAT(text, HasSubstr("Not working: 8\n"));
-    EXPECT_THAT(text, HasSubstr("\u2022 p6 ("));
-    EXPECT_THAT(text, Not(HasSubstr("p7")));
-    EXPECT_THAT(text, testing::EndsWith("\n\u2022 and 2 more"));
+    result.changes.removed = Several(9);
+    const std::string item = std::string(57, 'n') + "\u2026: " + std::string(59, 'x') + "\u2026";
+    EXPECT_THAT(FormatScanNote(result), testing::EndsWith("\n\u2022 p9" + item));
+    result.changes.removed = Several(10);
+    EXPECT_THAT(FormatScanNote(result), testing::EndsWith("\u2022 p8" + item + "\n\u2022 and 2 more"));
+    EXPECT_THAT(FormatScanNote(result),
+                testing::StartsWith("Plug-ins after the scan:\n\nNo longer there: 10\n"));
+    ScanWatch::Result folder;
+    folder.changes.unreadable = {{{TechnologyType::None, L"/x"}, std::wstring(99, L'x') + L"/end", "why"}};
+    EXPECT_THAT(FormatScanNote(folder), HasSubstr("x/end: why\n")) << "a path tells most at its end";
+}
+
+TEST(ScanNote, SeveralListsShareTheRoomOfASmallScreen)
+{
+    std::vector<ChangedPlugin> ScanChanges::*const lists[] = {
+        &ScanChanges::removed, &ScanChanges::banned, &ScanChanges::unreadable, &ScanChanges::unreached};
+    constexpr std::ptrdiff_t mostItems[] = {9, 12, 12, 12};
+    ScanWatch::Result result;
+    result.changes.added = result.changes.restored = result.changes.updated = Several(3);
+    for (std::size_t index = 0; index < std::size(lists); ++index) {
+        result.changes.*lists[index] = Several(100);
+        const std::string text = FormatScanNote(result);
+        std::ptrdiff_t items = 0;
+        for (std::size_t at = text.find("\u2022"); at != std::string::npos; at = text.find("\u2022", at + 1))
+            ++items;
+        EXPECT_LE(items, mostItems[index]) << text;
+        EXPECT_LE(std::count(text.begin(), text.end(), '\n') + items, 40) << "lines, two for each item";
+    }
 }
 
 /// The host's windows without their toolkit: what they would ask is written down and answered.
@@ -188,7 +234,7 @@ class ScanNoteShown : public zettesting::HostFixture
         ScanNoteShown& owner;
     };
 
-    /// What a host's session does, without its windows.
+    /// Does as a host's session does, without its windows.
     class Watched
     {
       public:
@@ -249,7 +295,8 @@ TEST_F(ScanNoteShown, ABadPluginIsToldOnceAndItsBanIsSaved)
     const Watched host(*this);
     Scan({Install("good/vst2_effect", "effect"), Install("bad/crash_in_entry", "bad")});
     ASSERT_EQ(questions.size(), 1u);
-    EXPECT_THAT(questions[0].message, testing::StartsWith("New: 1\nNot working: 1\n\u2022 bad"));
+    EXPECT_THAT(questions[0].message,
+                testing::StartsWith("Plug-ins after the scan:\n\nNew: 1\n\nNot working: 1\n\u2022 bad"));
     EXPECT_EQ(questions[0].buttonSet, messagebox::kOK);
     EXPECT_EQ(banSaves, 1);
     registry.GetPluginInfosChangedSignal()();
@@ -273,8 +320,8 @@ TEST_F(ScanNoteShown, WithoutAScannerThePluginsStayAndTheNoteSaysSo)
     EXPECT_EQ(questions[0].buttonSet, messagebox::kYesNo);
     EXPECT_EQ(questions[0].defaultButton, messagebox::kYes);
     EXPECT_THAT(questions[0].message,
-                AllOf(HasSubstr("The scanner program could not be started.\n"), HasSubstr("Not scanned: 2\n"),
-                      testing::EndsWith("\n\nScan them now?")));
+                AllOf(HasSubstr("The scanner program could not be started.\n"),
+                      HasSubstr("Plug-ins not scanned: 2\n"), testing::EndsWith("\n\nScan them now?")));
     EXPECT_THAT(host.watch.Last().changes.removed, IsEmpty());
 }
 
@@ -287,7 +334,8 @@ TEST_F(ScanNoteShown, TheUserMayScanThemNowAndIsToldWhatCameOfIt)
     const PluginLocator effect = Install("good/vst2_effect", "effect");
     Scan({effect, Install("bad/crash_in_entry", "bad")});
     ASSERT_EQ(questions.size(), 2u);
-    EXPECT_THAT(questions[1].message, testing::StartsWith("New: 1\nNot working: 1\n"));
+    EXPECT_THAT(questions[1].message,
+                testing::StartsWith("Plug-ins after the scan:\n\nNew: 1\n\nNot working: 1\n"));
     EXPECT_EQ(questions[1].buttonSet, messagebox::kOK);
     EXPECT_TRUE(registry.Find(effect));
     questions.clear();
@@ -321,7 +369,10 @@ TEST_F(ScanNoteShown, AReloadThatIsNotReachedKeepsTheBanWithItsReason)
     EXPECT_THAT(host.watch.Last().bannedAgain, ElementsAre(bad));
     EXPECT_THAT(host.watch.Last().changes.removed, IsEmpty());
     ASSERT_EQ(questions.size(), 1u);
-    EXPECT_THAT(questions[0].message, HasSubstr("Not scanned: 1\n"));
+    EXPECT_THAT(questions[0].message, HasSubstr("Plug-ins not scanned: 1\n"));
+    registry.GetPluginInfosChangedSignal()();
+    EXPECT_EQ(questions.size(), 1u) << "the signal of something else tells nothing of the scan again";
+    EXPECT_EQ(banSaves, 1);
     GiveScannerBack();
 }
 

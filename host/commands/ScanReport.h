@@ -10,7 +10,7 @@
 
 namespace zetaudiopluginmanager {
 
-/// What came of one scan, or of several.
+/// The results of one scan, or of several.
 struct ScanReport
 {
     struct Entry

@@ -91,6 +91,21 @@ TEST(ScanReport, OnlyTheProblemsAreSaidWhenThatIsAskedFor)
               "Banned: /p/bad.so\n    why\n\nGone: 1 plug-in\n    Name of /g  /g\n");
 }
 
+TEST(ScanReport, NoProblemIsLeftOutWhenOnlyTheProblemsAreAskedFor)
+{
+    ScanReport report;
+    report.changes.banned = {Plugin(L"/bad", "why")};
+    report.triedAgain = {{Plugin(L"/worse"), true}};
+    report.failed = {{L"/failed", "nothing"}};
+    report.changes.unreadable = {Plugin(L"/locked", "denied")};
+    report.changes.removed = {Plugin(L"/gone")};
+    report.changes.unreached = {Plugin(L"/left")};
+    EXPECT_EQ(FormatScanReport(report, {false, true}),
+              "Banned: /bad\n    why\nTried again, still banned: /worse\nNo plug-in: /failed\n    nothing\n"
+              "Cannot be read: /locked\n    denied\n\nGone: 1 plug-in\n    Name of /gone  /gone\n"
+              "Not scanned: 1 plug-in; the next scan tries again\n");
+}
+
 TEST(ScanReport, ReportsAddUp)
 {
     ScanReport sum;

@@ -89,7 +89,7 @@ std::vector<PluginLocator> BansToTryAgain(const HostSession& session,
     return due;
 }
 
-/// What became of them; those of a scan that did not come to its end may not have been tried.
+/// Notes the outcome of each; those of a scan that did not come to its end may not have been tried.
 void NoteTriedAgain(const HostSession& session, const std::vector<PluginLocator>& due, ScanReport& report)
 {
     for (const PluginLocator& locator : due) {
@@ -130,7 +130,7 @@ ScanReport RunScan(HostSession& session, const std::vector<PluginLocator>& modul
     ScanReport report;
     report.end = Scan(modules, useSeparateProcess);
     std::vector<ChangedPlugin> unreached = session.Scans().Last().changes.unreached;
-    // Where nothing can be saved, a reason could not be left either.
+    // A scanner that cannot save anything could not leave a reason either.
     const bool wentWell = report.Ended(ScanEnd::How::Done) && session.Shown().cautions == cautionsBefore;
     if (useSeparateProcess && wentWell) {
         const std::vector<PluginLocator> again = TakeUnexplained(session, modules, before);

@@ -16,7 +16,7 @@ ScanReport RunScan(HostSession& session, const std::vector<zetaudiofilterhost::P
 /// Why the report is not complete, if it is not.
 void SayWhatIsMissing(const ScanReport& report);
 
-/// What the report is for the exit status; the session's own status where it is complete.
+/// The exit status of the report; the session's own status where the report is complete.
 ExitStatus StatusOf(const HostSession& session, const ScanReport& report);
 
 } // namespace zetaudiopluginmanager

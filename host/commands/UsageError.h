@@ -19,7 +19,7 @@ class usage_error : public std::runtime_error
 /// "a, b and c".
 std::string JoinWords(const std::vector<std::string>& words, std::string_view lastJoint = "and");
 
-/// What is wrong with the arguments, in this program's words: one line that names the wrong word and says
+/// The mistake in the arguments, in this program's words: one line that names the wrong word and says
 /// what there is, and one with where to read more. `app` is the parser that threw the error.
 std::string DescribeUsageError(const CLI::App& app, const CLI::ParseError& error);
 

@@ -5,7 +5,8 @@
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
 #include <zetcore/filesupport/File.h>
 
-/// What the manager dialog remembers between two runs of the program; docs/files.md describes the file.
+/// The settings that the manager dialog remembers between two runs of the program; docs/files.md describes
+/// the file.
 namespace zetaudiopluginmanager {
 
 std::string WindowSettingsToText(const zetaudiopluginhostui::AudioPluginManagerSettings& settings);

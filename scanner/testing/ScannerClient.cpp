@@ -6,6 +6,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/filesupport/CommonDirs.h>
@@ -20,7 +21,6 @@
 namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::TechnologyType;
 using zetaudiopluginhost::BannedPluginManager;
 using zetcore::filesupport::MemoryMappedFile;
 using zetcore::serialization::ValuePtr;
@@ -229,8 +229,7 @@ WholeScan ScanAll(const std::filesystem::path& prefs, const std::vector<PluginLo
 
 PluginLocator LocatorOf(const std::filesystem::path& module)
 {
-    const bool isVST3 = module.extension() == ".vst3";
-    return {isVST3 ? TechnologyType::VST3 : TechnologyType::VST, ToWide(module)};
+    return zetaudiofilterhost::LocatorOfModuleFile(ToWide(module));
 }
 
 } // namespace zetaudiofilterscan

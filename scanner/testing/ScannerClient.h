@@ -100,7 +100,7 @@ WholeScan ScanAll(const std::filesystem::path& prefs,
                   const std::vector<zetaudiofilterhost::PluginLocator>& locators,
                   const ScannerClient::Environment& environment = {});
 
-/// VST3 for a path that ends in ".vst3", else VST.
+/// By the extension.
 zetaudiofilterhost::PluginLocator LocatorOf(const std::filesystem::path& module);
 
 } // namespace zetaudiofilterscan

@@ -7,12 +7,6 @@ namespace zettesting {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-constexpr std::string_view bundleSuffix = ".vst3";
-
-} // namespace
-
 std::string_view ModuleSuffix()
 {
     return ZET_MODULE_SUFFIX;
@@ -38,11 +32,12 @@ fs::path TestPluginsFolder()
 
 fs::path TestPlugin(std::string_view name)
 {
-    for (const std::string_view suffix : {ModuleSuffix(), bundleSuffix}) {
-        fs::path path = (TestPluginsFolder() / name).concat(suffix);
-        if (fs::exists(path))
-            return path;
-    }
+    // The suffix tells the format, and no two plug-ins there have the same name.
+    const fs::path wanted = TestPluginsFolder() / name;
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(wanted.parent_path(), error))
+        if (entry.path().stem() == wanted.filename())
+            return entry.path();
     throw std::runtime_error("there is no test plug-in " + std::string(name) + " in " +
                              TestPluginsFolder().string() + ": build zettestplugins");
 }

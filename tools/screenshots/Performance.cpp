@@ -71,11 +71,25 @@ bool PressEscape()
     return true;
 }
 
+/// Says no to what is asked, until the manager is there.
+bool LeaveAlerts()
+{
+    if (IsAlert())
+        PressEscape();
+    return IsManager();
+}
+
+bool EndsWithNote(Action action)
+{
+    return action == Action::NoteOfOne || action == Action::NoteOfMany ||
+           action == Action::NoteWithoutScanner;
+}
+
 class Performance
 {
   public:
-    Performance(const Scene& sceneToPlay, fs::path picturesFolder)
-        : scene(sceneToPlay), pictures(std::move(picturesFolder))
+    Performance(const Scene& sceneToPlay, const Stage& sceneStage, fs::path picturesFolder)
+        : scene(sceneToPlay), stage(sceneStage), pictures(std::move(picturesFolder))
     {}
 
     void Prepare(Actor& actor) const;
@@ -83,9 +97,11 @@ class Performance
   private:
     std::function<bool()> Picture(const std::string& name) const;
     void PrepareDrive(Actor& actor) const;
+    void PrepareNote(Actor& actor) const;
     static void Add(Actor& actor, const std::string& name, bool (*condition)(), std::function<bool()> act);
 
     const Scene& scene;
+    const Stage& stage;
     fs::path pictures;
 };
 
@@ -117,11 +133,14 @@ void Performance::PrepareDrive(Actor& actor) const
     actor.Then("the scan's progress",
                [] { return IsProgress() && Modal()->findChild<QProgressBar*>()->value() > 0; });
     actor.Then("the picture of the scan", Picture("drive-1-scanning"));
+    // Some of the samples do not work.
+    Add(actor, "the note after the scan", IsAlert, Picture("drive-2-note"));
+    actor.Then("the manager after the note", LeaveAlerts);
     Add(actor, "the list after the scan", IsManager, [] {
         const auto* const list = qobject_cast<QAbstractItemView*>(Control("PluginList"));
         return list && list->model()->rowCount() > 0;
     });
-    actor.Then("the picture of the list", Picture("drive-2-scanned"));
+    actor.Then("the picture of the list", Picture("drive-3-scanned"));
     actor.Then("the find box", [] {
         QWidget* const box = Control("FindTextEdit");
         QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
@@ -141,8 +160,21 @@ void Performance::PrepareDrive(Actor& actor) const
         }
         return false;
     });
-    actor.Then("the picture of the plug-ins found", Picture("drive-3-switched-off"));
+    actor.Then("the picture of the plug-ins found", Picture("drive-4-switched-off"));
     actor.Then("OK", [] { return Click("OKButton"); });
+}
+
+void Performance::PrepareNote(Actor& actor) const
+{
+    if (scene.action == Action::NoteWithoutScanner)
+        actor.Then("all plug-ins, and no scanner", [this] {
+            stage.TakeScannerAway();
+            return Click("RescanExisting");
+        });
+    actor.Then("the scan command", [] { return Click("UpdateButton"); });
+    Add(actor, "the note", IsAlert, Picture(scene.name));
+    actor.Then("the manager after the note", LeaveAlerts);
+    actor.Then("Escape from the manager", PressEscape);
 }
 
 void Performance::Prepare(Actor& actor) const
@@ -150,11 +182,7 @@ void Performance::Prepare(Actor& actor) const
     if (scene.action == Action::StartAfterCrash || scene.action == Action::StartWithoutPreferences) {
         Add(actor, "the alert", IsAlert, Picture(scene.name));
         // Any further ones of the start, until the manager is there.
-        actor.Then("the manager after the alerts", [] {
-            if (IsAlert())
-                PressEscape();
-            return IsManager();
-        });
+        actor.Then("the manager after the alerts", LeaveAlerts);
         actor.Then("Escape", PressEscape);
         return;
     }
@@ -162,12 +190,15 @@ void Performance::Prepare(Actor& actor) const
         PrepareDrive(actor);
         return;
     }
-    // By value: the steps are taken when this object is gone.
-    Add(actor, "the manager", IsManager, [size = scene.size] {
-        if (size)
-            Modal()->resize(*size);
+    Add(actor, "the manager", IsManager, [this] {
+        if (scene.size)
+            Modal()->resize(*scene.size);
         return true;
     });
+    if (EndsWithNote(scene.action)) {
+        PrepareNote(actor);
+        return;
+    }
     if (scene.action == Action::ScanAndCancel) {
         actor.Then("all plug-ins", [] { return Click("RescanExisting"); });
         actor.Then("the scan command", [] { return Click("UpdateButton"); });
@@ -202,7 +233,7 @@ void Performance::Prepare(Actor& actor) const
     actor.Then("the picture", Picture(scene.name));
     if (scene.action == Action::ScanAndCancel || scene.action == Action::AskForDefaultFolders) {
         actor.Then("Escape", PressEscape);
-        actor.Then("the manager again", IsManager);
+        actor.Then("the manager again", LeaveAlerts);
     }
     actor.Then("Escape from the manager", PressEscape);
 }
@@ -233,10 +264,15 @@ void Play(const Scene& scene, const Stage& stage, const fs::path& pictures)
                                      : stage.CopyOfPreferences(scene.content == Content::Plugins);
     if (scene.action == Action::StartAfterCrash)
         stage.LeaveMarkerOfCrash(preferences);
+    if (scene.action == Action::NoteOfMany)
+        stage.AddMuchNews(preferences);
+    else if (EndsWithNote(scene.action))
+        stage.AddNews(preferences);
     zetui::skins::SetScheme(scene.dark ? zetui::skins::Scheme::Dark : zetui::skins::Scheme::Light);
 
     Actor actor;
-    Performance(scene, pictures).Prepare(actor);
+    const Performance performance(scene, stage, pictures);
+    performance.Prepare(actor);
     // What could not be saved is said once more when the manager has closed.
     actor.Afterwards([] {
         if (Modal())

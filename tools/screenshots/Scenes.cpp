@@ -8,7 +8,7 @@ namespace screenshots {
 
 namespace {
 
-constexpr QSize least(1, 1), large(1600, 1000);
+constexpr QSize least(1, 1), large(1600, 1000), smallScreen(1024, 768);
 
 struct Language
 {
@@ -49,6 +49,17 @@ std::vector<Scene> MakeScenes()
                 scenes.push_back({.name = name + look, .skin = skin, .dark = dark, .action = action});
         }
     }
+    for (const auto& [name, action] : {std::pair{"note-one", Action::NoteOfOne},
+                                       {"note-many", Action::NoteOfMany},
+                                       {"note-no-scanner", Action::NoteWithoutScanner}})
+        for (const std::string skin : {"v7", "classic"})
+            for (const std::string language : {"en", "de"})
+                scenes.push_back({.name = std::string(name) + (skin == "v7" ? "" : "-classic") +
+                                          (language == "en" ? "" : "-german"),
+                                  .skin = skin,
+                                  .action = action,
+                                  .language = language,
+                                  .screen = smallScreen});
     for (const Language& language : languages) {
         for (const std::string skin : {"v7", "classic"})
             scenes.push_back(

@@ -20,6 +20,11 @@ enum class Action
 {
     Look,
     ScanAndCancel,
+    /// A scan, up to the note that tells what did not go well: one new plug-in crashes, much happens at once,
+    /// or there is no scanner program.
+    NoteOfOne,
+    NoteOfMany,
+    NoteWithoutScanner,
     AskForDefaultFolders,
     /// A find text that no plug-in has.
     FindNothing,
@@ -44,6 +49,8 @@ struct Scene
     std::optional<QSize> size = std::nullopt;
     std::string scale = "1";
     std::string language = "en";
+    /// Only where there is no display; the offscreen platform's own one is smaller than the manager's window.
+    QSize screen = QSize(2560, 1440);
 };
 
 const std::vector<Scene>& AllScenes();

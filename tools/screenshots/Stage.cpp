@@ -8,10 +8,13 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/filesupport/Dir.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/CommandLine.h"
+#include "commands/Console.h"
 #include "commands/WindowSettings.h"
 
 namespace screenshots {
@@ -28,6 +31,18 @@ std::string Utf8(const fs::path& path)
 {
     const std::u8string text = path.u8string();
     return {text.begin(), text.end()};
+}
+
+fs::path Sample(const std::string& name)
+{
+    return fs::path(ZET_SAMPLE_PLUGINS) / (name + ZET_MODULE_SUFFIX);
+}
+
+/// With this name, in this folder.
+void CopySample(const std::string& sample, const fs::path& folder, const std::string& name)
+{
+    fs::create_directories(folder);
+    fs::copy_file(Sample(sample), folder / (name + ZET_MODULE_SUFFIX), fs::copy_options::overwrite_existing);
 }
 
 void UsePreferences(const fs::path& folder)
@@ -54,7 +69,7 @@ void Stage::Build(bool scanned) const
     if (fs::exists(built / "good"))
         fs::copy(built / "good", samples, fs::copy_options::recursive);
     for (const char* const bad : badSamples) {
-        const fs::path file = built / "bad" / (std::string(bad) + ZET_MODULE_SUFFIX);
+        const fs::path file = Sample("bad/" + std::string(bad));
         if (fs::exists(file))
             fs::copy_file(file, samples / file.filename());
     }
@@ -100,6 +115,44 @@ void Stage::LeaveMarkerOfCrash(const fs::path& preferences) const
     stream << zetcore::string::UTF16to8(locator.ToString());
     if (!stream.flush())
         throw std::runtime_error("cannot write " + marker);
+}
+
+void Stage::AddNews(const fs::path& preferences) const
+{
+    const fs::path news = root / "news";
+    fs::remove_all(news);
+    CopySample("good/vst2_synth", news, "Slow River");
+    CopySample("bad/crash_in_entry", news, "Bright Hall Reverb");
+    Host(preferences, {"folders", "add", Utf8(news)});
+}
+
+void Stage::AddMuchNews(const fs::path& preferences) const
+{
+    AddNews(preferences);
+    const fs::path news = root / "news";
+    const std::string edition = " Mastering Suite 2031 Professional Edition (64-bit)";
+    constexpr std::array old{"Amber", "Birch", "Cedar", "Delta", "Ember", "Fjord", "Grove", "Heath", "Inlet"};
+    for (const std::string name : old)
+        CopySample("good/vst2_effect", news, name + edition);
+    Host(preferences, {"scan"});
+    fs::remove_all(news);
+    for (const std::string name : old)
+        CopySample("bad/missing_library", news, "New " + name + edition);
+    for (const std::string name : {"Bright Hall Reverb", "Coral Delay", "Dune Phaser"})
+        CopySample("bad/crash_in_entry", news, name);
+    CopySample("good/vst2_synth", news, "Slow River");
+    std::string faults;
+    for (const std::string name : {"Private Collection", "Shared Drive of the Second Studio"}) {
+        fs::create_directories(news / name);
+        faults += (faults.empty() ? "" : ";") + ("read." + name + ":1:denied");
+    }
+    zetaudiopluginmanager::SetEnvironmentText("ZET_FAULT", faults);
+    zetcore::debug::ResetFaults();
+}
+
+void Stage::TakeScannerAway() const
+{
+    zetcore::filesupport::commondirs::SetExecutableDir(zetcore::string::UTF8to16(Utf8(root / "empty")));
 }
 
 } // namespace screenshots

@@ -5,7 +5,8 @@
 namespace screenshots {
 
 /// The folders that the pictures are taken on, below a throw-away one:
-/// `samples` (plug-ins, good and bad), `empty` and `filled` (preferences before and after a real scan).
+/// `samples` (plug-ins, good and bad), `empty` and `filled` (preferences before and after a real scan), and
+/// `news` (plug-ins that come later).
 class Stage
 {
   public:
@@ -20,6 +21,13 @@ class Stage
     std::filesystem::path UnusablePreferences() const;
     /// Leaves in the preferences what a host leaves that goes down while it loads a plug-in.
     void LeaveMarkerOfCrash(const std::filesystem::path& preferences) const;
+    /// Adds a folder with two new plug-ins, of which one crashes.
+    void AddNews(const std::filesystem::path& preferences) const;
+    /// More of them, with long names and long reasons, and a folder that may not be read; some that were
+    /// scanned are gone. This process only.
+    void AddMuchNews(const std::filesystem::path& preferences) const;
+    /// From now on the host finds no scanner program.
+    void TakeScannerAway() const;
 
   private:
     std::filesystem::path root;

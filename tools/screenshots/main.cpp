@@ -42,9 +42,13 @@ int PlayScene(const std::vector<QString>& arguments)
 
 bool StartPlaying(const std::string& name, const QString& stage, const QString& folder)
 {
+    const Scene& scene = FindScene(name);
+    std::ofstream(PathOf(stage) / "screen.json")
+        << R"({"screens": [{"name": "one", "x": 0, "y": 0, "width": )" << scene.screen.width()
+        << R"(, "height": )" << scene.screen.height() << "}]}";
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromStdString(FindScene(name).scale));
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromStdString(scene.scale));
     if (environment.value(platformVariable) == offscreen)
         environment.insert(platformVariable, offscreen + QStringLiteral(":configfile=") + stage +
                                                  QStringLiteral("/screen.json"));
@@ -86,9 +90,6 @@ int TakePictures(const std::vector<QString>& arguments)
     for (const std::string& name : names)
         needsScan = needsScan || FindScene(name).content == Content::Plugins;
     Stage(PathOf(stage.path())).Build(needsScan);
-    // The offscreen platform's own screen is smaller than the manager's window.
-    std::ofstream(PathOf(stage.path()) / "screen.json")
-        << R"({"screens": [{"name": "large", "x": 0, "y": 0, "width": 2560, "height": 1440}]})";
     bool fine = true;
     for (const std::string& name : names)
         fine = StartPlaying(name, stage.path(), folder) && fine;

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
@@ -28,9 +29,7 @@ class RealScanner : public ScanFixture
 
     static PluginLocator TestPlugin(std::string_view name)
     {
-        const std::filesystem::path path = zettesting::TestPlugin(name);
-        return {path.extension() == ".vst3" ? TechnologyType::VST3 : TechnologyType::VST,
-                zettesting::ToWide(path)};
+        return zetaudiofilterhost::LocatorOfModuleFile(zettesting::ToWide(zettesting::TestPlugin(name)));
     }
     /// The names of all that works, in order.
     std::vector<std::string> Names(const std::vector<PluginLocator>& plugins, bool useSeparateProcess)

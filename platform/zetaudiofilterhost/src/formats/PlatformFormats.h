@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <zetaudiofilterhost/PluginFormat.h>
 
@@ -9,6 +10,9 @@ namespace zetaudiofilterhost {
 
 FormatFiles Vst2Files();
 FormatFiles Vst3Files();
+/// These are the same on every platform.
+inline constexpr std::string_view vst3Descriptions[] = {"Contents/Resources/moduleinfo.json",
+                                                        "Contents/moduleinfo.json"};
 
 /// Between the folders in an environment variable.
 extern const wchar_t pathListSeparator;

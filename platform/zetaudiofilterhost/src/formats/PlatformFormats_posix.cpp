@@ -23,8 +23,6 @@ constexpr DefaultFolder vst3Folders[] = {
     {Kind::Absolute, "/usr/lib/vst3"},
     {Kind::BesideProgram, "vst3"},
 };
-constexpr std::string_view vst3Descriptions[] = {"Contents/Resources/moduleinfo.json",
-                                                 "Contents/moduleinfo.json"};
 constexpr BundleLayout vst3Bundle{"Contents", "x86_64-linux", L".so", vst3Descriptions};
 
 } // namespace

@@ -24,8 +24,6 @@ constexpr DefaultFolder vst3Folders[] = {
     {Kind::InVariable, "VST3", "CommonProgramFiles"},
     {Kind::BesideProgram, "VST3"},
 };
-constexpr std::string_view vst3Descriptions[] = {"Contents/Resources/moduleinfo.json",
-                                                 "Contents/moduleinfo.json"};
 constexpr BundleLayout vst3Bundle{"Contents", "x86_64-win", L".vst3", vst3Descriptions};
 
 } // namespace

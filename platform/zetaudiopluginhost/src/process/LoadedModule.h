@@ -35,7 +35,7 @@ class LoadedModule
     {
         return reinterpret_cast<Function>(FindAddress(name));
     }
-    /// What the system calls the library by: a VST3 module's entry function is given it.
+    /// What the system calls the library by: the entry functions of some formats are given it.
     void* NativeHandle() const noexcept { return handle; }
     void Unload();
 

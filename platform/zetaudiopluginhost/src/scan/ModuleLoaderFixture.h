@@ -6,21 +6,16 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/TestPlugins.h>
 
 namespace zetaudiopluginhost {
 
-inline zetaudiofilterhost::TechnologyType TechnologyOf(const std::filesystem::path& file)
-{
-    return file.extension() == ".vst3" ? zetaudiofilterhost::TechnologyType::VST3
-                                       : zetaudiofilterhost::TechnologyType::VST;
-}
-
 inline zetaudiofilterhost::PluginLocator LocatorOf(const std::filesystem::path& file)
 {
-    return zetaudiofilterhost::PluginLocator(TechnologyOf(file), zettesting::ToWide(file));
+    return zetaudiofilterhost::LocatorOfModuleFile(zettesting::ToWide(file));
 }
 
 /// Scans sample plug-ins in this process.

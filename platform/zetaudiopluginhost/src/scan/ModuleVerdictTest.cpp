@@ -28,9 +28,11 @@ TEST_F(ModuleVerdictTest, FilesThatCannotBePluginsAreNeverLoaded)
     ExpectStatus(MakeOtherMachineModule(folder.Path()), ModuleStatus::NotAPlugin, "another machine");
     ExpectStatus(MakeOtherSystemModule(folder.Path()), ModuleStatus::NotAPlugin, "another system");
     ExpectStatus(TestPlugin("bad/no_entry_point"), ModuleStatus::NotAPlugin, "no plug-in entry point");
-    ExpectStatus(folder / "missing.so", ModuleStatus::NotAPlugin, "does not exist");
-    ExpectStatus(folder.Path(), ModuleStatus::NotAPlugin, "a folder");
-    if (ModuleSuffix() == ".so") {
+    const std::string suffix(ModuleSuffix());
+    ExpectStatus(folder / ("missing" + suffix), ModuleStatus::NotAPlugin, "does not exist");
+    std::filesystem::create_directory(folder / ("folder" + suffix));
+    ExpectStatus(folder / ("folder" + suffix), ModuleStatus::NotAPlugin, "a folder");
+    if (suffix == ".so") {
         std::filesystem::create_symlink("two.so", folder / "one.so");
         std::filesystem::create_symlink("one.so", folder / "two.so");
         ExpectStatus(folder / "one.so", ModuleStatus::NotAPlugin, "a link that leads nowhere");
