@@ -113,7 +113,8 @@ struct PluginModuleInfoManager::State
     /// into the journal, as long as the file is as this registry has left it. A failure is traced.
     void KeepFindings();
     static std::vector<RegistryChange> ReadJournal(const zetcore::filesupport::File& file,
-                                                   std::string_view content);
+                                                   std::string_view content,
+                                                   const WantedTechnologies& wanted = {});
 
     // Other programs' saves (RegistryMerge.cpp).
     /// The file holds this, and the folders are as it says.

@@ -138,6 +138,16 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
+    /// The records in such a text, in its order. No registry is concerned. Throws `std::runtime_error` naming
+    /// the line for a text that is no configuration.
+    static std::vector<InfoPtr> FromConfigurationText(const std::string& utf8Text);
+    /// The records of these technologies in a registry file and its journal, whatever their status, ordered
+    /// by locator; for a program that only looks. No registry is concerned, nothing is written, and a damaged
+    /// file stays where it is. What the file says of other technologies is not read. A missing file has no
+    /// records. Throws `std::runtime_error` naming file and line for a damaged one, `file_exception` when it
+    /// cannot be read.
+    static std::vector<InfoPtr> RecordsInFile(const zetcore::filesupport::File& file,
+                                              const std::vector<TechnologyType>& technologies);
 
     /// The whole registry (folders, records, choices and what is aside) as a configuration text: what a save
     /// would write.
