@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <random>
 
+#include <zetaudiofilterhost/PluginFormat.h>
+
 namespace bench {
 
 namespace {
@@ -11,7 +13,6 @@ constexpr std::array makers{L"Aurora", L"Brass Works", L"Cedar",   L"Delta",
                             L"Ember",  L"Fjord",       L"Granite", L"Harbour"};
 constexpr std::array kinds{L"Compressor", L"Reverb", L"Delay",   L"Equaliser", L"Limiter",
                            L"Chorus",     L"Gate",   L"Flanger", L"Phaser",    L"Synth"};
-constexpr std::array technologies{L"VST", L"VST3", L"AU"};
 
 wchar_t LowerCase(wchar_t character)
 {
@@ -24,11 +25,12 @@ std::vector<ListEntry> MakeListEntries(std::size_t count)
 {
     std::mt19937 random(7);
     const auto pick = [&](const auto& texts) { return std::wstring(texts[random() % texts.size()]); };
+    const auto formats = zetaudiofilterhost::PluginFormats();
     std::vector<ListEntry> entries(count);
     for (std::size_t i = 0; i < count; ++i) {
         ListEntry& entry = entries[i];
         const std::wstring maker = pick(makers);
-        const std::wstring technology = pick(technologies);
+        const std::wstring technology(formats[random() % formats.size()].name);
         std::wstring name = maker + L" " + pick(kinds) + L" " + std::to_wstring(random() % count);
         if (i % 100 == 0)
             name += L" \u00c9tude";

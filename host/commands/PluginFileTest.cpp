@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <zettesting/TemporaryFolder.h>
+#include <zettesting/TestPlugins.h>
 
 namespace zetaudiopluginmanager {
 
@@ -15,20 +16,21 @@ using zetaudiofilterhost::TechnologyType;
 
 TEST(PluginFile, TheFileNameTellsTheTechnology)
 {
+    const std::wstring suffix = zettesting::ToWide(zettesting::ModuleSuffix());
     const struct
     {
         std::wstring path;
         TechnologyType technology;
         std::wstring module;
     } cases[] = {
-        {L"/p/a.so", TechnologyType::VST, L"/p/a.so"},
+        {L"/p/a" + suffix, TechnologyType::VST, L"/p/a" + suffix},
         {L"/p/a.vst3", TechnologyType::VST3, L"/p/a.vst3"},
         {L"/p/A.VST3", TechnologyType::VST3, L"/p/A.VST3"},
         {L"/p/vst3", TechnologyType::None, L"/p/vst3"},
         {L"/p/notes.txt", TechnologyType::None, L"/p/notes.txt"},
         {L"/home/u/.vst3/a.vst3", TechnologyType::VST3, L"/home/u/.vst3/a.vst3"},
-        {L"/p/a.vst3.so", TechnologyType::VST, L"/p/a.vst3.so"},
-        {L"/p/a.vst3/Contents/x86_64-linux/a.so", TechnologyType::VST3, L"/p/a.vst3"},
+        {L"/p/a.vst3" + suffix, TechnologyType::VST, L"/p/a.vst3" + suffix},
+        {L"/p/a.vst3/Contents/x86_64-linux/a.bin", TechnologyType::VST3, L"/p/a.vst3"},
     };
     for (const auto& each : cases)
         EXPECT_EQ(LocatorOfPath(each.path), PluginLocator(each.technology, each.module));

@@ -1,6 +1,8 @@
 #include <zetaudiofilterhost/ModuleFiles.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <utility>
 #include <vector>
 
 #include "NativePath.h"
@@ -118,13 +120,15 @@ ModuleFiles FindModuleFiles(const PluginLocator& module)
 
 PluginLocator LocatorOfModuleFile(const std::wstring& path)
 {
-    const fs::path whole = ToNativePath(path);
-    fs::path start;
-    for (const fs::path& part : whole) {
-        start /= part;
-        const PluginFormat* format = FormatOfExtension(start);
-        if (format && (format->files.bundle || start == whole))
-            return {format->type, FromNativePath(start)};
+    const auto isSeparator = [](wchar_t unit) {
+        return unit == L'/' || unit == static_cast<wchar_t>(fs::path::preferred_separator);
+    };
+    for (auto end = path.begin(); end != path.end();) {
+        end = std::find_if(end + 1, path.end(), isSeparator);
+        std::wstring start(path.begin(), end);
+        const PluginFormat* format = FormatOfExtension(ToNativePath(start));
+        if (format && (format->files.bundle || end == path.end()))
+            return {format->type, std::move(start)};
     }
     return {};
 }

@@ -210,14 +210,6 @@ TEST_F(ModuleLoaderTest, AShellThatIsThereAsVst3IsSkippedUnlessToldOtherwise)
     EXPECT_EQ(Only(skipping.Scan(LocatorOf(effect))).GetStatus(), ModuleStatus::Working);
 }
 
-TEST_F(ModuleLoaderTest, ATechnologyThatIsNotThereIsNoPlugin)
-{
-    ModuleLoader loader({}, {});
-    const ScanOutcome outcome = loader.Scan(
-        PluginLocator(TechnologyType::AU, zettesting::ToWide(zettesting::TestPlugin("good/vst2_effect"))));
-    EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin);
-}
-
 TEST_F(ModuleLoaderTest, NamesWithoutTerminatorAndInBadEncodingAreShown)
 {
     const ScanOutcome unterminated = Scan("bad/unterminated_names");
