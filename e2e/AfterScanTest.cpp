@@ -68,6 +68,17 @@ TEST_F(AfterScan, WhatIsNewChangedOrGoneIsTold)
     EXPECT_EQ(ListedPaths({"--banned"}), (Strings{bad.string(), worse.string()}));
 }
 
+TEST_F(AfterScan, OneThatLiesInNoFolderIsToldToGoForThat)
+{
+    const auto elsewhere = folder / "elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    const auto plugin = zettesting::CopyTestPlugin("good/vst2_effect", elsewhere, "effect");
+    EXPECT_EQ(Scan({elsewhere.string()}).added, Strings{plugin.string()});
+    EXPECT_THAT(RunWell({"scan"}), HasSubstr("Gone: 1 plug-in\n    Pebble Delay  " + plugin.string() +
+                                             "\n        lies in no folder that is scanned\n"));
+    EXPECT_EQ(List().size(), 0u);
+}
+
 TEST_F(AfterScan, WithoutItsScannerTheListStaysAsItWas)
 {
     const auto effect = Install("good/vst2_effect", "effect");

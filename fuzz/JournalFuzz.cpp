@@ -25,8 +25,8 @@ std::string Hex(std::uint64_t number)
 
 std::string Head(std::string_view mark, std::string_view content)
 {
-    const ContentTie tie = TieOf(content);
-    return std::string(mark) + Hex(tie.length) + " " + Hex(tie.hash) + "\n";
+    const ContentFingerprint fingerprint = FingerprintOf(content);
+    return std::string(mark) + Hex(fingerprint.length) + " " + Hex(fingerprint.hash) + "\n";
 }
 
 const std::string base = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<audioplugins version=\"1.0\">\n"

@@ -140,7 +140,7 @@ std::string FormatScanReportAsJson(const ScanReport& report)
                                      {"found", report.found},
                                      {"added", PluginArray(changes.added, false)},
                                      {"updated", PluginArray(changes.updated, false)},
-                                     {"removed", PluginArray(changes.removed, false)},
+                                     {"removed", PluginArray(changes.removed, true)},
                                      {"banned", PluginArray(changes.banned, true)},
                                      {"triedAgain", std::move(triedAgain)},
                                      {"unreadable", PluginArray(changes.unreadable, true)},

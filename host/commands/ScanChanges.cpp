@@ -6,6 +6,8 @@
 #include <zetcore/filesupport/File.h>
 #include <zetcore/string/Utf.h>
 
+#include "commands/PluginFile.h"
+
 namespace zetaudiopluginmanager {
 
 namespace {
@@ -88,6 +90,14 @@ ChangedPlugin RegistrySnapshot::Named(const PluginLocator& locator, std::string 
     return {locator, hasName ? record->second.name : FileName(locator), std::move(reason)};
 }
 
+std::string RegistrySnapshot::WhyGone(const PluginLocator& locator) const
+{
+    const auto record = records.find(locator);
+    if (record != records.end())
+        return record->second.reason;
+    return PathExists(locator.GetPath()) ? "lies in no folder that is scanned" : std::string();
+}
+
 ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Locators& scannedPlugins,
                                         std::vector<ChangedPlugin> unreached) const
 {
@@ -125,13 +135,13 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
     };
     for (const auto& [locator, record] : records)
         if (record.listed && hasGone(locator))
-            changes.removed.push_back(Named(locator));
+            changes.removed.push_back(Named(locator, after.WhyGone(locator)));
     for (const auto& [locator, ban] : bans) {
         const bool isListed = std::any_of(after.records.begin(), after.records.end(), [&](const auto& each) {
             return each.second.listed && (each.first == locator || each.first.ModuleLocator() == locator);
         });
         if (!isListed && hasGone(locator))
-            changes.removed.push_back(Named(locator));
+            changes.removed.push_back(Named(locator, after.WhyGone(locator)));
     }
     // Who has one plug-in scanned wants to know, even where it is the same as before.
     const bool tellsTheSame = scanned.size() == 1;

@@ -15,7 +15,7 @@ struct ChangedPlugin
     zetaudiofilterhost::PluginLocator locator;
     /// Its own, or its file's; of a folder, the path.
     std::wstring name;
-    /// UTF-8; why it does not work, could not be read or was not reached, as far as that is known.
+    /// UTF-8; why it does not work, could not be read, was not reached or has gone, as far as that is known.
     std::string reason;
 
     friend bool operator==(const ChangedPlugin&, const ChangedPlugin&) = default;
@@ -78,6 +78,8 @@ class RegistrySnapshot
         bool listed;
     };
 
+    /// Why a plug-in is in no list, although its file may be there.
+    std::string WhyGone(const zetaudiofilterhost::PluginLocator& locator) const;
     bool IsListed(const zetaudiofilterhost::PluginLocator& locator) const;
     bool IsBanned(const zetaudiofilterhost::PluginLocator& locator) const;
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <gmock/gmock.h>
+#include <zettesting/TemporaryFolder.h>
 
 namespace zetaudiopluginmanager {
 
@@ -127,6 +128,8 @@ TEST_F(ScanChangesTest, WhatIsNotListedAnyMoreHasGone)
                                          Vst(L"/shell"), Vst(L"/ban gone"), Vst(L"/ban waits")},
                                         {{Vst(L"/waits"), L"n", "r"}, {Vst(L"/ban waits"), L"n", "r"}});
     EXPECT_THAT(Paths(changes.removed), ElementsAre(L"/none", L"/shell1", L"/ban gone"));
+    EXPECT_EQ(changes.removed.at(0).reason, "reason") << "its record says why it is no plug-in";
+    EXPECT_EQ(changes.removed.at(2).reason, "");
     EXPECT_THAT(Paths(changes.added), ElementsAre(L"/shell2"));
     EXPECT_THAT(Paths(changes.unreadable), ElementsAre(L"/locked"));
     ASSERT_FALSE(changes.unreadable.empty());
@@ -145,6 +148,22 @@ TEST_F(ScanChangesTest, AFileThatIsGoneHasGoneWhetherItWasToBeScannedOrNot)
     registry.CollectPotentialPlugins(true, vanished);
     registry.RemovePluginLocators(vanished);
     EXPECT_THAT(Paths(Changes({}).removed), ElementsAre(L"/no such file"));
+}
+
+TEST_F(ScanChangesTest, OneThatGoesAlthoughItsFileIsThereLiesInNoFolderThatIsScanned)
+{
+    registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({});
+    const zettesting::TemporaryFolder folder;
+    zettesting::WriteAll(folder / "a.so", "a");
+    const PluginLocator plugin = Vst(zettesting::ToWide(folder / "a.so"));
+    Put(plugin);
+    before = Now();
+    Locators vanished;
+    registry.CollectPotentialPlugins(true, vanished);
+    registry.RemovePluginLocators(vanished);
+    const ScanChanges changes = Changes({});
+    ASSERT_EQ(changes.removed.size(), 1u);
+    EXPECT_EQ(changes.removed[0].reason, "lies in no folder that is scanned");
 }
 
 TEST_F(ScanChangesTest, ABanThatSaysSomethingElseIsToldAndOneThatWasConfirmedIsNot)

@@ -49,9 +49,12 @@ std::string FormatChange(const std::string& what, const std::vector<ChangedPlugi
     if (plugins.empty())
         return {};
     std::string text = what + ": " + Count(plugins.size(), "plug-in", "plug-ins") + "\n";
-    for (std::size_t index = 0; index < std::min(plugins.size(), mostNames); ++index)
+    for (std::size_t index = 0; index < std::min(plugins.size(), mostNames); ++index) {
         text += "    " + ForTerminal(plugins[index].name) + "  " +
                 ForTerminal(plugins[index].locator.GetPath()) + "\n";
+        for (const std::string& line : LinesForTerminal(plugins[index].reason))
+            text += "        " + line + "\n";
+    }
     if (plugins.size() > mostNames)
         text += "    and " + std::to_string(plugins.size() - mostNames) + " more\n";
     return text;

@@ -61,13 +61,13 @@ TEST(ScanReport, TheLastParagraphSaysWhatHasChanged)
     for (int number = 10; number < 22; ++number)
         report.changes.added.push_back(Plugin(L"/n" + std::to_wstring(number)));
     report.changes.updated = {Plugin(L"/u")};
-    report.changes.removed = {Plugin(L"/g")};
+    report.changes.removed = {Plugin(L"/g"), Plugin(L"/h", "why")};
     report.changes.unreached = {Plugin(L"/w", "why")};
     const std::string text = FormatScanReport(report, {});
-    EXPECT_THAT(text, HasSubstr(" 1 gone.\n\nNew: 12 plug-ins\n    Name of /n10  /n10\n"));
+    EXPECT_THAT(text, HasSubstr(" 2 gone.\n\nNew: 12 plug-ins\n    Name of /n10  /n10\n"));
     EXPECT_THAT(text,
                 HasSubstr("    Name of /n19  /n19\n    and 2 more\nUpdated: 1 plug-in\n    Name of /u  /u\n"
-                          "Gone: 1 plug-in\n    Name of /g  /g\n"
+                          "Gone: 2 plug-ins\n    Name of /g  /g\n    Name of /h  /h\n        why\n"
                           "Not scanned: 1 plug-in; the next scan tries again\n"));
     report.end.how = ScanEnd::How::GaveUp;
     EXPECT_THAT(FormatScanReport(report, {}),

@@ -46,7 +46,7 @@ TEST_F(PluginThatLeavesAProcess, has_it_ended_when_the_supervisor_is_killed)
 class Displays : public ScannerFixture
 {
   protected:
-    /// What a plug-in finds in its environment.
+    /// The lines that a plug-in prints about its environment.
     std::string Told(const ScannerClient::Environment& environment)
     {
         ScanAll(prefs, {Plugin("bad/tells_display")}, environment);

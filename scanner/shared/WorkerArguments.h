@@ -20,7 +20,7 @@ struct WorkerArguments
 
     /// The arguments, without the program's name.
     std::vector<std::string> ToArguments() const;
-    /// Nothing unless these are exactly a worker's arguments.
+    /// The result is empty unless these are exactly a worker's arguments.
     static std::optional<WorkerArguments> Read(const std::vector<std::string_view>& arguments);
 };
 

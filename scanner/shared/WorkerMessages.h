@@ -9,7 +9,7 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/ScanOutcome.h>
 
-/// What supervisor and worker tell each other. A plug-in lives in the worker and may have written all over
+/// The messages between supervisor and worker. A plug-in lives in the worker and may have written all over
 /// it, so the supervisor takes what comes from there as bytes from outside: decoding checks every length and
 /// value.
 namespace zetaudiofilterscan {
@@ -42,7 +42,7 @@ struct KnownModules
 
 using WorkerCommand = std::variant<WorkerSettings, EntityRequest, KnownModules>;
 
-/// What came of an entity: a `ScanOutcome` with its records as configuration text.
+/// The outcome of an entity: a `ScanOutcome` with its records as configuration text.
 struct EntityAnswer
 {
     std::uint32_t number = 0;

@@ -4,7 +4,7 @@
 
 namespace zetaudiofilterscan {
 
-/// Whether the output of a process that has ended says that its connection to the display broke: the
+/// True when the output of a process that has ended says that its connection to the display broke. The
 /// libraries through which programs talk to a display say so and end the process, whatever the program was
 /// doing.
 bool TellsOfLostDisplay(std::string_view output);

@@ -28,7 +28,7 @@ struct WorkerFailure
         TookTooLong,
         /// It lost the channel to the supervisor.
         ChannelLost,
-        /// What it answered was not an answer.
+        /// It sent something that is no answer.
         WrongAnswer,
         /// It goes on, but says that the plug-in did what it must not, or cannot be used.
         Misbehaved,

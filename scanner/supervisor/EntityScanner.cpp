@@ -11,7 +11,7 @@
 #include <zetcore/string/Utf.h>
 
 #include "EntityWorker.h"
-#include "ScanEnd.h"
+#include "PluginFailed.h"
 
 namespace zetaudiofilterscan {
 
@@ -134,19 +134,19 @@ ScanOutcome EntityScanner::ScanInWorkers(const PluginLocator& locator)
     if (!requested)
         EnsureWorker(); // says why there is none
     const std::vector<PluginLocator> loadedBefore = worker->loaded;
-    Attempt attempt = Try(locator);
-    if (const auto* failure = std::get_if<WorkerFailure>(&attempt))
-        attempt = TryAgain(locator, *failure, loadedBefore);
-    if (const auto* failure = std::get_if<WorkerFailure>(&attempt)) {
+    Verdict verdict = GetVerdict(locator);
+    if (const auto* failure = std::get_if<WorkerFailure>(&verdict))
+        verdict = ConfirmFailure(locator, *failure, loadedBefore);
+    if (const auto* failure = std::get_if<WorkerFailure>(&verdict)) {
         const std::string reason = DescribeFailure(*failure, log->LastLine());
         log->Note(zetcore::string::UTF16to8(locator.ToString()) + " " + reason + ".");
         throw PluginFailed(locator, {reason, 0, stamp, failure->couldNotLoad});
     }
-    return std::get<ScanOutcome>(std::move(attempt));
+    return std::get<ScanOutcome>(std::move(verdict));
 }
 
-EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, const WorkerFailure& first,
-                                               const std::vector<PluginLocator>& loadedBefore)
+EntityScanner::Verdict EntityScanner::ConfirmFailure(const PluginLocator& locator, const WorkerFailure& first,
+                                                     const std::vector<PluginLocator>& loadedBefore)
 {
     const bool wasAlone = loadedBefore.empty();
     if (wasAlone && !MayPassAlone(first))
@@ -156,13 +156,13 @@ EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, con
     log->Note(name + " " + reason +
               (wasAlone ? "" : "; loaded before it in the same process: " + ListOfModules(loadedBefore)) +
               ". It is tried once more, alone.");
-    Attempt second = TryAlone(locator);
+    Verdict second = GetVerdictAlone(locator);
     if (std::holds_alternative<WorkerFailure>(second))
         return second;
     log->Note(name + " passed when it was alone.");
 
     // Another plug-in may have brought it down, or somebody the worker; and it may itself crash now and then.
-    Attempt third = TryAlone(locator);
+    Verdict third = GetVerdictAlone(locator);
     if (const auto* failure = std::get_if<WorkerFailure>(&third)) {
         const std::string outcomes = "is flaky: it " + reason +
                                      "; tried alone, it passed; tried once more, it " +
@@ -176,12 +176,12 @@ EntityScanner::Attempt EntityScanner::TryAgain(const PluginLocator& locator, con
     return third;
 }
 
-EntityScanner::Attempt EntityScanner::TryAlone(const PluginLocator& locator)
+EntityScanner::Verdict EntityScanner::GetVerdictAlone(const PluginLocator& locator)
 {
     log->BeginEntity(locator);
     if (worker && !worker->loaded.empty())
         worker.reset();
-    return Try(locator);
+    return GetVerdict(locator);
 }
 
 std::unique_ptr<EntityScanner::Worker> EntityScanner::StartWorker()

@@ -12,9 +12,10 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/ScanOutcome.h>
 
+#include "ConnectionClosed.h"
 #include "EndReason.h"
 #include "Interrupt.h"
-#include "ScanEnd.h"
+#include "PluginFailed.h"
 #include "ScanLog.h"
 #include "WorkerMessages.h"
 #include "WorkerProcess.h"
@@ -63,22 +64,25 @@ class EntityScanner
 
   private:
     struct Worker;
-    using Attempt = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
+    using Verdict = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
 
     zetaudiopluginhost::ScanOutcome ScanInWorkers(const zetaudiofilterhost::PluginLocator& locator);
     std::unique_ptr<Worker> StartWorker();
     void EnsureWorker();
     void StartSpare();
     void RequestEntity(const zetaudiofilterhost::PluginLocator& locator);
-    /// After a first failure; throws `PluginFailed` for a flaky one.
-    Attempt TryAgain(const zetaudiofilterhost::PluginLocator& locator, const WorkerFailure& first,
-                     const std::vector<zetaudiofilterhost::PluginLocator>& loadedBefore);
-    Attempt TryAlone(const zetaudiofilterhost::PluginLocator& locator);
-    Attempt Try(const zetaudiofilterhost::PluginLocator& locator);
-    bool EndedWithItsDisplay(const Attempt& attempt) const;
-    std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
-    Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
-    std::optional<Attempt> ReadReport(const zetaudiofilterhost::PluginLocator& locator);
+    /// Finds out whether a plug-in that has failed fails alone, too. Throws `PluginFailed` for a flaky one.
+    Verdict ConfirmFailure(const zetaudiofilterhost::PluginLocator& locator, const WorkerFailure& first,
+                           const std::vector<zetaudiofilterhost::PluginLocator>& loadedBefore);
+    /// In a worker that has loaded nothing else.
+    Verdict GetVerdictAlone(const zetaudiofilterhost::PluginLocator& locator);
+    /// Takes another worker when one says nothing about the plug-in.
+    Verdict GetVerdict(const zetaudiofilterhost::PluginLocator& locator);
+    bool EndedWithItsDisplay(const Verdict& verdict) const;
+    /// The result is empty when the worker ended before it had begun.
+    std::optional<Verdict> RunInWorker(const zetaudiofilterhost::PluginLocator& locator);
+    Verdict WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
+    std::optional<Verdict> ReadReport(const zetaudiofilterhost::PluginLocator& locator);
     void TellKnownModules();
     WorkerFailure HowItEnded();
     WorkerFailure AfterChannelClosed();
@@ -94,7 +98,7 @@ class EntityScanner
     std::uint32_t entityNumber = 0;
     /// Of the module that was begun with last.
     zetaudiofilterhost::ModuleFileStamp stamp{};
-    /// What the worker has been asked for and nobody has waited for yet.
+    /// The worker has been asked for it, and nobody has waited for the answer yet.
     std::optional<zetaudiofilterhost::PluginLocator> requested;
 };
 

@@ -11,7 +11,8 @@
 
 namespace zetaudiofilterscan {
 
-/// Nothing can be said of a plug-in: the system starts no more processes to load it in, for example.
+/// The scanner cannot say anything of a plug-in: the system starts no more processes to load it in, for
+/// example.
 class NoVerdict : public std::runtime_error
 {
   public:

@@ -8,11 +8,11 @@ namespace zetaudiofilterscan {
 /// one has ended, the system gives this process another parent.
 std::uint64_t HostProcessNumber();
 
-/// Whether that process has ended; false where the system does not tell.
+/// True when that process has ended; false when the system does not tell.
 bool HostProcessHasEnded(std::uint64_t number);
 
-/// Whether that process has the port block open, as a host has that waits for the port; a scanner whose host
-/// was killed while it started has another parent by then. True where the system does not tell.
+/// True when that process has the port block open, as a host has that waits for the port; a scanner whose
+/// host was killed while it started has another parent by then. True also when the system does not tell.
 bool HostProcessIsWaiting(std::uint64_t number);
 
 } // namespace zetaudiofilterscan

@@ -22,7 +22,7 @@ class Interrupt
     /// Returns when it is set or at the deadline; true when it is set. The scanning thread.
     bool WaitUntil(std::chrono::steady_clock::time_point deadline);
 
-    /// What the system waits for, for a wait on several things: a descriptor, or a handle on Windows.
+    /// The system waits for this when it waits for several things: a descriptor, or a handle on Windows.
     struct System;
     const System& GetSystem() const noexcept { return *system; }
 

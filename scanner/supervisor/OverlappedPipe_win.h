@@ -27,7 +27,7 @@ class OverlappedPipe
     /// Set when a write has been done.
     HANDLE WriteEvent() const noexcept { return writeEvent.Get(); }
 
-    /// What has come, at most one buffer; empty when nothing has. Valid until the next call.
+    /// The bytes that have come, at most one buffer, perhaps none. They are valid until the next call.
     std::string_view Read();
     void Write(std::string_view bytes);
     /// Goes on with what could not be written yet.

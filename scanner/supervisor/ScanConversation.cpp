@@ -50,7 +50,7 @@ constexpr int mostTimesWritten = 20;
 // A result that is gone has been deleted by a host that has read it, or by another one, which does that at
 // the ends of its scan only: a second time is enough.
 constexpr int mostTimesWrittenWhenDeleted = 2;
-// Where the file cannot be written at all, more would not help.
+// More would not help when the file cannot be written at all.
 constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
 

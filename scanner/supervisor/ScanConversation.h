@@ -13,7 +13,7 @@
 #include <zetscanprotocol/ScanRequests.h>
 
 #include "EntityScanner.h"
-#include "ScanEnd.h"
+#include "PluginFailed.h"
 #include "ScanLog.h"
 
 namespace zetaudiofilterscan {

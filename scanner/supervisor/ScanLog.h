@@ -10,7 +10,7 @@
 
 namespace zetaudiofilterscan {
 
-/// What plug-ins write to standard output and error while they are scanned, and what the scanner has to say
+/// Keeps the output of plug-ins while they are scanned (standard output and error) and the scanner's notes
 /// about them: one file for each run of the scanner, made when there is something to write, in a folder of
 /// which the newest files are kept. A flood of output does not fill the disk. Scanning thread. Nothing
 /// throws: a log that cannot be written is traced once, and the scan goes on without.

@@ -18,12 +18,13 @@
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "Connection.h"
+#include "ConnectionClosed.h"
 #include "EntityScanner.h"
 #include "ExitCodes.h"
 #include "HostProcess.h"
 #include "Interrupt.h"
+#include "PluginFailed.h"
 #include "ScanConversation.h"
-#include "ScanEnd.h"
 #include "SupervisorProcess.h"
 
 namespace zetaudiofilterscan {

@@ -60,8 +60,8 @@ void SetUpSupervisorProcess()
         std::signal(signal, SIG_IGN);
     // A host that ignores it would make the workers vanish before their end was seen.
     std::signal(SIGCHLD, SIG_DFL);
-    // Where the host has left one of these closed, a socket of ours would get its number, and what is
-    // printed.
+    // If the host has left one of these closed, a socket of ours would get its number, and everything that
+    // is printed.
     for (int descriptor = 0; descriptor >= 0 && descriptor <= STDERR_FILENO;)
         descriptor = ::open("/dev/null", O_RDWR);
 }

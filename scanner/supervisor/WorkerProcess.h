@@ -47,7 +47,7 @@ class WorkerProcess
     /// too long.
     Event Wait(const Interrupt& interrupt, std::chrono::steady_clock::time_point deadline);
     std::string TakeMessage();
-    /// Whether the process has ended; does not wait.
+    /// True when the process has ended. It does not wait.
     bool HasEnded() const;
     /// Waits for its end and nothing else; true when it has ended.
     bool WaitForEnd(std::chrono::steady_clock::time_point deadline) const;

@@ -24,7 +24,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Where the system has no descriptor for a process, this is how often it is asked.
+// The pause between two looks at a process for which the system has no descriptor.
 constexpr std::chrono::milliseconds pollWithoutProcessDescriptor{2};
 // How long the supervisor looks for an answer before it sleeps.
 constexpr std::chrono::microseconds lookAround{200};
@@ -207,7 +207,7 @@ bool WorkerProcess::WaitForEnd(Clock::time_point deadline) const
 ProcessEnd WorkerProcess::Finish()
 {
     const ProcessEnd end = system->KillAndReap();
-    // What the pipe holds; a child that left the group could go on writing for ever.
+    // Only as much as a pipe holds: a child that left the group could go on writing for ever.
     for (int buffers = 0; buffers < 32 && system->worker.output.Get() >= 0 && system->ReadOutput();
          ++buffers) {
     }

@@ -23,8 +23,7 @@ inline std::ostream& operator<<(std::ostream& stream, const BadPluginReason& bad
 /// As this system tells of them.
 std::vector<BadPluginReason> BadPluginReasons();
 
-/// Those that fail where the system's loader catches it after all questions are answered: they are not
-/// banned.
+/// They fail when all questions are answered, and the system's loader catches it: they are not banned.
 std::vector<const char*> PluginsThatTheLoaderStops();
 
 /// A module's title with a quotation mark in it, of the kind that this system allows.

@@ -16,7 +16,7 @@
 
 namespace zetaudiofilterscan {
 
-/// What came back for a request.
+/// The reply to a request, or the end of the connection.
 struct Reply
 {
     /// The connection was closed before an answer came.
@@ -84,7 +84,7 @@ class ScannerClient
     std::uint16_t port = 0;
 };
 
-/// What a whole scan came to, with a new scanner after each one that died, as hosts do it.
+/// The results of a whole scan, with a new scanner after each one that died, as hosts do it.
 struct WholeScan
 {
     /// The reported locators, in order.

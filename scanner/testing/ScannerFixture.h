@@ -23,7 +23,7 @@ class ScannerFixture : public zettesting::HostFixture
     {
         return zettesting::WaitForProcessesToEnd((folder / "runtime").string());
     }
-    /// Those that run now.
+    /// The scanner's processes that run now.
     std::vector<std::string> RunningProcesses() const
     {
         return zettesting::ProcessesWithEnvironment((folder / "runtime").string());
@@ -36,7 +36,7 @@ class ScannerFixture : public zettesting::HostFixture
     {
         zettesting::WriteAll(prefs / "DebugDatabase.txt", text);
     }
-    /// What scanners and plug-ins have written to their logs.
+    /// The logs of all scanners, with the plug-ins' output.
     std::string ScanLogs() const
     {
         std::string logs;

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include <zetaudiofilterhost/PluginFind.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/utility/IntrusivePtr.h>
 
-#include "dialog/FindMatch.h"
 #include "dialog/PluginListRow.h"
 
 namespace zetaudiopluginhostui {
@@ -25,7 +25,7 @@ class PluginListContent
     bool Update();
     const std::vector<RowPtr>& Rows() const noexcept { return rows; }
     /// The rows that are found, in order.
-    std::vector<RowPtr> Find(const FindMatch& find) const;
+    std::vector<RowPtr> Find(const zetaudiofilterhost::PluginFind& find) const;
 
   private:
     /// The same plug-ins are there as when they were read, with the same texts.

@@ -21,18 +21,18 @@ constexpr std::string_view journalMark = "zetaudiofilterhost-journal-1 ";
 constexpr std::string_view entryMark = "entry ";
 
 /// "<mark><length> <hash>\n", the numbers in hexadecimal.
-std::string HeadLine(std::string_view mark, const ContentTie& tie)
+std::string HeadLine(std::string_view mark, const ContentFingerprint& fingerprint)
 {
     std::array<char, 16> digits;
     const auto hex = [&digits](std::uint64_t value) {
         return std::string(digits.data(),
                            std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr);
     };
-    return std::string(mark) + hex(tie.length) + " " + hex(tie.hash) + "\n";
+    return std::string(mark) + hex(fingerprint.length) + " " + hex(fingerprint.hash) + "\n";
 }
 
 /// Takes a head line off the front; nothing, and nothing taken, when there is no whole one.
-std::optional<ContentTie> TakeHeadLine(std::string_view& text, std::string_view mark)
+std::optional<ContentFingerprint> TakeHeadLine(std::string_view& text, std::string_view mark)
 {
     const std::size_t lineEnd = text.find('\n');
     if (lineEnd == text.npos || !text.starts_with(mark))
@@ -46,24 +46,24 @@ std::optional<ContentTie> TakeHeadLine(std::string_view& text, std::string_view 
     if (!length || !hash)
         return std::nullopt;
     text.remove_prefix(lineEnd + 1);
-    return ContentTie{*length, *hash};
+    return ContentFingerprint{*length, *hash};
 }
 
 /// Takes an entry off the front; nothing when what is there is torn.
 std::optional<std::string> TakeEntry(std::string_view& text)
 {
-    const std::optional<ContentTie> tie = TakeHeadLine(text, entryMark);
-    if (!tie || text.size() <= tie->length || text[tie->length] != '\n')
+    const std::optional<ContentFingerprint> fingerprint = TakeHeadLine(text, entryMark);
+    if (!fingerprint || text.size() <= fingerprint->length || text[fingerprint->length] != '\n')
         return std::nullopt;
-    const std::string_view payload = text.substr(0, tie->length);
-    if (TieOf(payload) != *tie)
+    const std::string_view payload = text.substr(0, fingerprint->length);
+    if (FingerprintOf(payload) != *fingerprint)
         return std::nullopt;
-    text.remove_prefix(tie->length + 1);
+    text.remove_prefix(fingerprint->length + 1);
     return std::string(payload);
 }
 
 /// The journal's text behind its first line, when it belongs to this content.
-std::optional<std::string> ReadTied(const File& base, const ContentTie& tie)
+std::optional<std::string> ReadBelonging(const File& base, const ContentFingerprint& fingerprint)
 {
     const File journal = ConfigurationJournal::FileFor(base);
     if (!journal.Exists())
@@ -71,7 +71,7 @@ std::optional<std::string> ReadTied(const File& base, const ContentTie& tie)
     try {
         const std::string text = FileUtils::ReadFile(journal);
         std::string_view rest = text;
-        if (TakeHeadLine(rest, journalMark) == tie)
+        if (TakeHeadLine(rest, journalMark) == fingerprint)
             return std::string(rest);
     } catch (const file_exception& error) {
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
@@ -81,7 +81,7 @@ std::optional<std::string> ReadTied(const File& base, const ContentTie& tie)
 
 } // namespace
 
-ContentTie TieOf(std::string_view bytes)
+ContentFingerprint FingerprintOf(std::string_view bytes)
 {
     return {bytes.size(), zetcore::utility::Fnv1a(bytes)};
 }
@@ -106,10 +106,11 @@ std::optional<File> ConfigurationJournal::WrittenFor() const
     return base ? std::optional(base->file) : std::nullopt;
 }
 
-std::vector<std::string> ConfigurationJournal::ReadEntries(const File& base, const ContentTie& tie)
+std::vector<std::string> ConfigurationJournal::ReadEntries(const File& base,
+                                                           const ContentFingerprint& fingerprint)
 {
     std::vector<std::string> entries;
-    const std::optional<std::string> text = ReadTied(base, tie);
+    const std::optional<std::string> text = ReadBelonging(base, fingerprint);
     if (!text && FileFor(base).Exists())
         zetcore::debug::TraceLine(3, "PluginRegistry",
                                   FileFor(base).FullPathUTF8() + ": belongs to no such file, passed over");
@@ -128,13 +129,13 @@ std::vector<std::string> ConfigurationJournal::ReadEntries(const File& base, con
 
 void ConfigurationJournal::PrepareForWholeSave(const File& base, std::string_view newContent)
 {
-    if (FileFor(base).Exists() && ReadTied(base, TieOf(newContent)))
+    if (FileFor(base).Exists() && ReadBelonging(base, FingerprintOf(newContent)))
         FileFor(base).Delete();
 }
 
 void ConfigurationJournal::Begin(const File& file, std::string_view content)
 {
-    base = Base{file, TieOf(content), file.Size(), file.ModificationTime()};
+    base = Base{file, FingerprintOf(content), file.Size(), file.ModificationTime()};
     journalSize = 0;
 }
 
@@ -157,12 +158,12 @@ bool ConfigurationJournal::CanAppendTo(const File& file) const
 
 void ConfigurationJournal::Append(std::string_view payload)
 {
-    std::string entry = HeadLine(entryMark, TieOf(payload));
+    std::string entry = HeadLine(entryMark, FingerprintOf(payload));
     entry.append(payload).append("\n");
     const std::wstring path = FileFor(base->file).FullPath();
     try {
         if (journalSize == 0) {
-            entry.insert(0, HeadLine(journalMark, base->tie));
+            entry.insert(0, HeadLine(journalMark, base->fingerprint));
             FileUtils::SimpleWriteStringToFile(path, entry);
         } else {
             FileUtils::AppendToFile(path, entry);

@@ -11,14 +11,14 @@
 namespace zetaudiofilterhost {
 
 /// Names a content exactly: its length and 64-bit FNV-1a.
-struct ContentTie
+struct ContentFingerprint
 {
     std::uint64_t length = 0;
     std::uint64_t hash = 0;
 
-    friend bool operator==(const ContentTie&, const ContentTie&) = default;
+    friend bool operator==(const ContentFingerprint&, const ContentFingerprint&) = default;
 };
-ContentTie TieOf(std::string_view bytes);
+ContentFingerprint FingerprintOf(std::string_view bytes);
 
 /// The journal beside a registry file: changes made since the file, the base, was written. Its first line
 /// ties it to the base's exact content, so that a journal that outlived its base is recognised; each entry
@@ -35,7 +35,7 @@ class ConfigurationJournal
     /// The whole entries of the journal that belongs to this content of the base, in order; none when there
     /// is no such journal. A journal that cannot be read is traced.
     static std::vector<std::string> ReadEntries(const zetcore::filesupport::File& base,
-                                                const ContentTie& tie);
+                                                const ContentFingerprint& fingerprint);
     /// To be called before a whole save: should the journal belong to just the content that is to be
     /// written, replacing the base would bring its entries back to life, so it goes first. Throws
     /// `file_exception`.
@@ -56,7 +56,7 @@ class ConfigurationJournal
     struct Base
     {
         zetcore::filesupport::File file;
-        ContentTie tie;
+        ContentFingerprint fingerprint;
         std::uint64_t size = 0;
         std::int64_t time = 0;
     };

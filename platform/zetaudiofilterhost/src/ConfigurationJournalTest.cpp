@@ -19,17 +19,17 @@ class ConfigurationJournalTest : public RegistryFixture
 
     Entries Read(const std::string& content) const
     {
-        return ConfigurationJournal::ReadEntries(file, TieOf(content));
+        return ConfigurationJournal::ReadEntries(file, FingerprintOf(content));
     }
 
     const std::string base = "the base file\n";
 };
 
-TEST(ContentTie, IsTheLengthAnd64BitFnv1a)
+TEST(ContentFingerprint, IsTheLengthAnd64BitFnv1a)
 {
-    EXPECT_EQ(TieOf(""), (ContentTie{0, 0xcbf29ce484222325}));
-    EXPECT_EQ(TieOf("a"), (ContentTie{1, 0xaf63dc4c8601ec8c}));
-    EXPECT_EQ(TieOf("foobar"), (ContentTie{6, 0x85944171f73967e8}));
+    EXPECT_EQ(FingerprintOf(""), (ContentFingerprint{0, 0xcbf29ce484222325}));
+    EXPECT_EQ(FingerprintOf("a"), (ContentFingerprint{1, 0xaf63dc4c8601ec8c}));
+    EXPECT_EQ(FingerprintOf("foobar"), (ContentFingerprint{6, 0x85944171f73967e8}));
 }
 
 TEST_F(ConfigurationJournalTest, GivesBackItsEntriesInOrder)
@@ -103,13 +103,13 @@ TEST_F(ConfigurationJournalTest, NothingIsReadFromAChangedEntryOn)
 
 TEST_F(ConfigurationJournalTest, RubbishIsNoJournal)
 {
-    const std::string tie = ReadAll(path);
+    const std::string firstLine = ReadAll(path);
     for (const std::string& rubbish : {std::string(), std::string("\n"), std::string(1000, '\0'),
                                        std::string("zetaudiofilterhost-journal-1 \n"),
                                        std::string("zetaudiofilterhost-journal-1 ffffffffffffffffff 1\n"),
                                        std::string("zetaudiofilterhost-journal-1 e xyz\nentry 0 0\n\n")}) {
         WriteAll(journal, rubbish);
-        EXPECT_EQ(Read(tie), Entries());
+        EXPECT_EQ(Read(firstLine), Entries());
     }
 }
 

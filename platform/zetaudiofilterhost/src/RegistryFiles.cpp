@@ -37,7 +37,7 @@ std::vector<RegistryChange> PluginModuleInfoManager::State::ReadJournal(const Fi
     const File journal = ConfigurationJournal::FileFor(file);
     if (!journal.Exists())
         return changes;
-    for (const std::string& entry : ConfigurationJournal::ReadEntries(file, TieOf(content))) {
+    for (const std::string& entry : ConfigurationJournal::ReadEntries(file, FingerprintOf(content))) {
         try {
             for (RegistryChange& change : ReadChanges(entry, journal.FullPathUTF8(), wanted))
                 changes.push_back(std::move(change));

@@ -26,7 +26,7 @@ std::string TextOf(const InfoPtr& info)
 
 void PluginModuleInfoManager::State::NoteKnown(const File& file, std::string_view content)
 {
-    known = Known{file.FullPath(), TieOf(content), ConfigurationJournal::SizeBeside(file)};
+    known = Known{file.FullPath(), FingerprintOf(content), ConfigurationJournal::SizeBeside(file)};
     savedFolderPaths = FolderPaths();
 }
 
@@ -42,7 +42,8 @@ void PluginModuleInfoManager::State::TakeInWhatOthersSaved(const File& file)
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         return;
     }
-    if (TieOf(text) == known->tie && ConfigurationJournal::SizeBeside(file) == known->journalSize)
+    if (FingerprintOf(text) == known->fingerprint &&
+        ConfigurationJournal::SizeBeside(file) == known->journalSize)
         return;
     State theirs;
     try {

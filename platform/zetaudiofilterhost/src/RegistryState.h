@@ -155,7 +155,7 @@ struct PluginModuleInfoManager::State
     struct Known
     {
         std::wstring path;
-        ContentTie tie;
+        ContentFingerprint fingerprint;
         std::uint64_t journalSize = 0;
     };
     std::optional<Known> known;

@@ -6,17 +6,9 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
-/// What ends the scanner in the middle of an entity.
 namespace zetaudiofilterscan {
 
-/// The host is gone.
-class ConnectionClosed : public std::runtime_error
-{
-  public:
-    ConnectionClosed() : std::runtime_error("the connection was closed") {}
-};
-
-/// A plug-in has failed for good. The message is the reason, for people (UTF-8).
+/// A plug-in has failed for good, which ends the scanner. The message is the reason, for people (UTF-8).
 class PluginFailed : public std::runtime_error
 {
   public:
@@ -24,7 +16,7 @@ class PluginFailed : public std::runtime_error
         : std::runtime_error(banInfo.reason), locator(std::move(failed)), ban(banInfo)
     {}
     const zetaudiofilterhost::PluginLocator& Locator() const noexcept { return locator; }
-    /// What the host shall ban it with; without the time.
+    /// The host bans the plug-in with this. The time is not set.
     const zetaudiopluginhost::BanInfo& Ban() const noexcept { return ban; }
 
   private:

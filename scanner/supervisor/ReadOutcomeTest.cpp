@@ -1,4 +1,4 @@
-#include "AnswerCheck.h"
+#include "ReadOutcome.h"
 
 #include <stdexcept>
 
@@ -34,7 +34,7 @@ EntityAnswer AnswerWith(const std::vector<std::shared_ptr<PluginModuleInfo>>& in
     return answer;
 }
 
-TEST(AnswerCheck, gives_every_record_of_the_module_whatever_its_status)
+TEST(ReadOutcome, gives_every_record_of_the_module_whatever_its_status)
 {
     const PluginLocator part(TechnologyType::VST, shell.GetPath(), L"part");
     const auto outcome =
@@ -47,7 +47,7 @@ TEST(AnswerCheck, gives_every_record_of_the_module_whatever_its_status)
     EXPECT_EQ(ofPart.infos[0]->GetName(), L"Name");
 }
 
-TEST(AnswerCheck, refuses_records_of_another_module)
+TEST(ReadOutcome, refuses_records_of_another_module)
 {
     EXPECT_THROW(
         ReadOutcome(AnswerWith({Record(shell), Record(PluginLocator(TechnologyType::VST, L"/b.so"))}), shell),
@@ -56,7 +56,7 @@ TEST(AnswerCheck, refuses_records_of_another_module)
                  std::runtime_error);
 }
 
-TEST(AnswerCheck, refuses_what_is_no_configuration)
+TEST(ReadOutcome, refuses_what_is_no_configuration)
 {
     for (const char* text : {"", "nonsense", "<wrong/>", "<"}) {
         EntityAnswer answer = AnswerWith({});
@@ -65,7 +65,7 @@ TEST(AnswerCheck, refuses_what_is_no_configuration)
     }
 }
 
-TEST(AnswerCheck, keeps_what_a_plugin_that_misbehaved_did)
+TEST(ReadOutcome, keeps_what_a_plugin_that_misbehaved_did)
 {
     EntityAnswer answer = AnswerWith({});
     answer.misbehaved = true;
@@ -79,7 +79,7 @@ TEST(AnswerCheck, keeps_what_a_plugin_that_misbehaved_did)
     EXPECT_TRUE(outcome.infos.empty());
 }
 
-TEST(AnswerCheck, believes_that_one_could_not_be_loaded_only_of_one_that_misbehaved)
+TEST(ReadOutcome, believes_that_one_could_not_be_loaded_only_of_one_that_misbehaved)
 {
     EntityAnswer answer = AnswerWith({});
     answer.couldNotLoad = true;

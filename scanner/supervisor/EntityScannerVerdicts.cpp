@@ -6,13 +6,13 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
 
-#include "AnswerCheck.h"
+#include "ConnectionClosed.h"
 #include "DisplayLoss.h"
 #include "EntityWorker.h"
 #include "ExitCodes.h"
-#include "ScanEnd.h"
+#include "ReadOutcome.h"
 
-// One try of a plug-in in a worker: the request, the wait, and what to make of what comes.
+// A plug-in in one worker: the request, the wait, and the verdict on what comes.
 namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::ModuleStatus;
@@ -33,37 +33,37 @@ bool WasLoaded(const ScanOutcome& outcome)
 
 } // namespace
 
-EntityScanner::Attempt EntityScanner::Try(const PluginLocator& locator)
+EntityScanner::Verdict EntityScanner::GetVerdict(const PluginLocator& locator)
 {
     // A worker that ends before it has begun says nothing about the plug-in; nor does the end of the display
     // that a plug-in talked to, or what becomes of it afterwards without one.
     bool lostDisplay = false;
     for (int workers = 0; workers < 3; ++workers) {
-        std::optional<Attempt> attempt = TryOnce(locator);
-        if (attempt && !lostDisplay && EndedWithItsDisplay(*attempt)) {
+        std::optional<Verdict> verdict = RunInWorker(locator);
+        if (verdict && !lostDisplay && EndedWithItsDisplay(*verdict)) {
             lostDisplay = true;
             log->Note(zetcore::string::UTF16to8(locator.ToString()) +
                       " ended with the display that it talked to. It is tried once more.");
             log->BeginEntity(locator);
-        } else if (attempt && lostDisplay && std::holds_alternative<WorkerFailure>(*attempt)) {
+        } else if (verdict && lostDisplay && std::holds_alternative<WorkerFailure>(*verdict)) {
             break;
-        } else if (attempt) {
-            return std::move(*attempt);
+        } else if (verdict) {
+            return std::move(*verdict);
         }
     }
     throw NoVerdict(lostDisplay ? "the display that it talked to went away"
                                 : "the worker processes end before they load anything");
 }
 
-bool EntityScanner::EndedWithItsDisplay(const Attempt& attempt) const
+bool EntityScanner::EndedWithItsDisplay(const Verdict& verdict) const
 {
-    const auto* failure = std::get_if<WorkerFailure>(&attempt);
+    const auto* failure = std::get_if<WorkerFailure>(&verdict);
     return failure &&
            (failure->kind == WorkerFailure::Kind::Exited || failure->kind == WorkerFailure::Kind::Crashed) &&
            TellsOfLostDisplay(log->Tail());
 }
 
-std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator& locator)
+std::optional<EntityScanner::Verdict> EntityScanner::RunInWorker(const PluginLocator& locator)
 {
     if (requested != locator) {
         EnsureWorker();
@@ -71,20 +71,20 @@ std::optional<EntityScanner::Attempt> EntityScanner::TryOnce(const PluginLocator
     }
     requested.reset();
     StartSpare();
-    Attempt attempt = WaitForAnswer(locator);
-    if (auto* outcome = std::get_if<ScanOutcome>(&attempt)) {
+    Verdict verdict = WaitForAnswer(locator);
+    if (auto* outcome = std::get_if<ScanOutcome>(&verdict)) {
         if (WasLoaded(*outcome))
             worker->loaded.push_back(locator);
-        return attempt;
+        return verdict;
     }
     const bool hasBegun = worker->process->Entity() == entityNumber;
     worker.reset();
     if (!hasBegun)
         return std::nullopt;
-    return attempt;
+    return verdict;
 }
 
-EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator)
+EntityScanner::Verdict EntityScanner::WaitForAnswer(const PluginLocator& locator)
 {
     const auto begun = std::chrono::steady_clock::now();
     const auto deadline = begun + entityLimit;
@@ -92,8 +92,8 @@ EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator
         for (;;) {
             switch (worker->process->Wait(interrupt, deadline)) {
             case WorkerProcess::Event::Message:
-                if (std::optional<Attempt> attempt = ReadReport(locator))
-                    return std::move(*attempt);
+                if (std::optional<Verdict> verdict = ReadReport(locator))
+                    return std::move(*verdict);
                 break;
             case WorkerProcess::Event::Interrupted:
                 interrupt.Reset();
@@ -123,8 +123,8 @@ EntityScanner::Attempt EntityScanner::WaitForAnswer(const PluginLocator& locator
     }
 }
 
-// Nothing when the message was not the answer.
-std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLocator& locator)
+// The result is empty when the message was not the answer.
+std::optional<EntityScanner::Verdict> EntityScanner::ReadReport(const PluginLocator& locator)
 {
     WorkerFailure failure{WorkerFailure::Kind::WrongAnswer, 0, {}, {}, {}};
     try {

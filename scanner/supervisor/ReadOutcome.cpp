@@ -1,4 +1,4 @@
-#include "AnswerCheck.h"
+#include "ReadOutcome.h"
 
 #include <algorithm>
 #include <stdexcept>
