@@ -32,13 +32,16 @@ std::vector<std::wstring> AbsolutePaths(const std::vector<std::string>& argument
 
 void List(HostSession& session, std::ostream& output)
 {
+    std::size_t width = 0;
+    for (const PluginFormat& format : PluginFormats())
+        width = std::max(width, format.name.size() + 2);
     for (const PluginFormat& format : PluginFormats()) {
         const PluginTechnology& technology = FoldersOf(session, format);
         const std::string name = ForTerminal(std::wstring(format.name));
-        std::for_each(technology.DirectoryBegin(), technology.DirectoryEnd(),
-                      [&](const std::wstring& folder) {
-                          output << name << std::string(6 - name.size(), ' ') << ForTerminal(folder) << '\n';
-                      });
+        std::for_each(
+            technology.DirectoryBegin(), technology.DirectoryEnd(), [&](const std::wstring& folder) {
+                output << name << std::string(width - name.size(), ' ') << ForTerminal(folder) << '\n';
+            });
     }
 }
 
