@@ -97,6 +97,26 @@ TEST_F(AfterScan, WithoutItsScannerTheListStaysAsItWas)
     EXPECT_EQ(Scan().added, Strings{comes.string()});
 }
 
+TEST_F(AfterScan, AReloadOfAllWithoutItsScannerIsTriedOnceAndLosesNoBan)
+{
+    const auto first = Install("bad/crash_in_entry", "a_bad");
+    const auto second = Install("bad/aborts", "b_bad");
+    RunWell({"scan"});
+    const auto before = List();
+    CopyProgram();
+    environment["ZET_TRACE"] = "volume=1";
+    const auto said = Run({"reload", "--all"});
+    EXPECT_EQ(said.exitStatus, 3);
+    EXPECT_EQ(said.output, "Not scanned: 2 plug-ins; what was in the list stays in it as it was\n");
+    const std::string missing = "There is no scanner program";
+    const std::size_t traced = said.error.find(missing);
+    ASSERT_NE(traced, std::string::npos) << said.error;
+    EXPECT_EQ(said.error.find(missing, traced + 1), std::string::npos) << said.error;
+    for (const auto& bad : {first, second})
+        EXPECT_THAT(said.error, HasSubstr("not scanned, and therefore still banned: " + bad.string() + "\n"));
+    EXPECT_EQ(List(), before);
+}
+
 TEST_F(AfterScan, ACancelledScanKeepsWhatItHasNotReached)
 {
     const auto first = Install("good/vst2_effect", "a_first");

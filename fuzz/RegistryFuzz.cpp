@@ -41,7 +41,7 @@ void CheckMerge(const std::string& text, bool withFolders)
     for (auto i = registry.PluginInfoBegin(); i != registry.PluginInfoEnd(); ++i)
         zetfuzz::Require(registry.Find((*i)->GetLocator()) == *i, "what is iterated is found");
     const std::string whole = registry.ToText();
-    registry.LoadText(whole);
+    registry.UndoTo(*registry.MakeCopy());
     zetfuzz::Require(registry.ToText() == whole, "what is undone to is the same", whole);
     const std::size_t before = registry.RecordCount();
     const std::size_t back = registry.PutBackUnreached().size();

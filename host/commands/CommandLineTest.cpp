@@ -6,8 +6,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <zetcore/debug/TimeEntry.h>
+#include <zettesting/Environment.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
+
+#include "commands/Console.h"
 
 namespace zetaudiopluginmanager {
 
@@ -113,6 +117,19 @@ TEST_F(CommandLineInAFolder, AFileNameInBracketsIsOneName)
     EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "scan", "[no such,file]"}, output), 2);
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
                 HasSubstr(std::filesystem::path("/[no such,file]").make_preferred().string() + "\n"));
+}
+
+TEST_F(CommandLineInAFolder, TheTimeoutGoesBeforeTheEnvironmentsAndLeavesItsOtherSwitchesAlone)
+{
+    const std::string others = "One=1;zetaudiofilterscan.EntityTimeoutSeconds=500;Other=2";
+    const zettesting::ScopedEnvironment environment("ZET_DEBUG_DATABASE", others);
+    std::ostringstream output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "--timeout", "7.5", "folders"}, output), 0);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(EnvironmentText("ZET_DEBUG_DATABASE"), others + ";zetaudiofilterscan.EntityTimeoutSeconds=7.5");
+    EXPECT_EQ(zetcore::debug::TimeFromDebugDatabase("zetaudiofilterscan.EntityTimeoutSeconds", {}),
+              std::chrono::milliseconds(7500));
 }
 
 TEST(CommandLine, HelpNamesEveryCommandAndExitStatus)

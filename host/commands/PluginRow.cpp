@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include <zetaudiofilterhost/PluginFind.h>
 #include <zetcore/filesupport/File.h>
 
 namespace zetaudiopluginmanager {
@@ -11,16 +12,6 @@ namespace {
 
 using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginModuleInfo;
-
-std::wstring FoldAscii(std::wstring_view text)
-{
-    std::wstring folded(text);
-    for (wchar_t& unit : folded) {
-        if (unit >= L'A' && unit <= L'Z')
-            unit = static_cast<wchar_t>(unit - L'A' + L'a');
-    }
-    return folded;
-}
 
 /// A record that is not listed has no status here.
 std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
@@ -41,9 +32,11 @@ std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
     return std::nullopt;
 }
 
-PluginRow RowOf(const PluginModuleInfo& plugin, RowStatus status)
+PluginRow RowOf(const zetaudiofilterhost::PluginModuleInfoManager& registry, const PluginModuleInfo& plugin,
+                RowStatus status)
 {
     PluginRow row;
+    row.path = registry.GetDisplayStringForLocator(plugin.GetLocator());
     row.locator = plugin.GetLocator();
     row.name = plugin.GetName();
     row.version = plugin.GetVersionString();
@@ -59,10 +52,9 @@ PluginRow RowOf(const PluginModuleInfo& plugin, RowStatus status)
     return row;
 }
 
-std::wstring FileName(const zetaudiofilterhost::PluginModuleInfoManager& registry,
-                      const zetaudiofilterhost::PluginLocator& locator)
+std::wstring FileName(const PluginRow& row)
 {
-    return zetcore::filesupport::File(registry.GetDisplayStringForLocator(locator)).GetTitle();
+    return zetcore::filesupport::File(row.path).GetTitle();
 }
 
 } // namespace
@@ -73,11 +65,12 @@ std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& 
     std::vector<PluginRow> rows;
     for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
         if (*info)
-            rows.push_back(RowOf(**info, RowStatus::Working));
+            rows.push_back(RowOf(registry, **info, RowStatus::Working));
     for (auto locator = bannedList.BannedBegin(); locator != bannedList.BannedEnd(); ++locator) {
         PluginRow row;
         row.locator = *locator;
-        row.name = FileName(registry, *locator);
+        row.path = registry.GetDisplayStringForLocator(*locator);
+        row.name = FileName(row);
         row.status = RowStatus::Banned;
         if (const auto info = bannedList.GetBanInfo(*locator)) {
             row.reason = info->reason;
@@ -90,22 +83,13 @@ std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& 
         const auto status = StatusOfRecord(info->GetStatus());
         if (!status || *status == RowStatus::Working || bannedList.IsBanned(info->GetLocator()))
             continue;
-        PluginRow row = RowOf(*info, *status);
+        PluginRow row = RowOf(registry, *info, *status);
         row.enabled = false;
         if (row.name.empty())
-            row.name = FileName(registry, row.locator);
+            row.name = FileName(row);
         rows.push_back(std::move(row));
     }
     return rows;
-}
-
-bool MatchesFilter(const PluginRow& row, std::wstring_view text)
-{
-    const std::wstring wanted = FoldAscii(text);
-    const auto contains = [&wanted](std::wstring_view where) {
-        return FoldAscii(where).find(wanted) != std::wstring::npos;
-    };
-    return contains(row.name) || contains(row.locator.GetPath()) || contains(row.version);
 }
 
 bool IsChosen(const PluginRow& row, RowChoice choice)
@@ -128,8 +112,13 @@ bool IsChosen(const PluginRow& row, RowChoice choice)
 
 std::vector<PluginRow> FilterRows(std::vector<PluginRow> rows, std::wstring_view text, RowChoice choice)
 {
-    std::erase_if(rows,
-                  [&](const PluginRow& row) { return !IsChosen(row, choice) || !MatchesFilter(row, text); });
+    const zetaudiofilterhost::PluginFind find(text);
+    std::erase_if(rows, [&](const PluginRow& row) {
+        std::string texts;
+        zetaudiofilterhost::PluginFind::AppendTexts(
+            row.name, row.path, row.IsBanned() ? zetaudiofilterhost::noVersion : row.version, texts);
+        return !IsChosen(row, choice) || !find.Keeps(texts);
+    });
     return rows;
 }
 

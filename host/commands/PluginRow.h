@@ -29,6 +29,8 @@ struct PluginRow
     zetaudiofilterhost::PluginLocator locator;
     /// A banned plug-in's name is its file's.
     std::wstring name;
+    /// As the manager's window shows it.
+    std::wstring path;
     std::wstring version;
     std::wstring vendor;
     /// The plug-in's own id, and its category.
@@ -66,11 +68,9 @@ enum class RowChoice
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList);
 
-/// The find test of the plug-in list: `text` occurs in the name, else the path, else the version; only the
-/// letters A to Z are taken without regard to case. An empty text matches every row.
-bool MatchesFilter(const PluginRow& row, std::wstring_view text);
 /// `All` are those that the manager's window lists: working and banned ones.
 bool IsChosen(const PluginRow& row, RowChoice choice);
+/// Those that are chosen and that the manager's find box would find by the text, too.
 std::vector<PluginRow> FilterRows(std::vector<PluginRow> rows, std::wstring_view text, RowChoice choice);
 
 } // namespace zetaudiopluginmanager

@@ -20,9 +20,15 @@ PluginRow Row(const std::wstring& name, const std::wstring& path, const std::wst
     PluginRow row;
     row.locator = PluginLocator(TechnologyType::VST, path);
     row.name = name;
+    row.path = path;
     row.version = version;
     row.enabled = true;
     return row;
+}
+
+bool IsFound(const PluginRow& row, std::wstring_view text)
+{
+    return !FilterRows({row}, text, RowChoice::All).empty();
 }
 
 TEST(PluginRow, TheFilterLooksAtNamePathAndVersion)
@@ -38,7 +44,15 @@ TEST(PluginRow, TheFilterLooksAtNamePathAndVersion)
         {L"big  ", false}, {L"1.3", false},
     };
     for (const auto& each : cases)
-        EXPECT_EQ(MatchesFilter(row, each.text), each.matches) << testing::PrintToString(each.text);
+        EXPECT_EQ(IsFound(row, each.text), each.matches) << testing::PrintToString(each.text);
+}
+
+TEST(PluginRow, TheFilterFindsABannedOneByTheDashThatStandsForItsVersion)
+{
+    PluginRow row = Row(L"bad.so", L"/bad.so", L"");
+    EXPECT_FALSE(IsFound(row, L"-"));
+    row.status = RowStatus::Banned;
+    EXPECT_TRUE(IsFound(row, L"-"));
 }
 
 TEST(PluginRow, EachChoiceKeepsItsRows)
@@ -105,6 +119,7 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     PluginRow expectedWorking;
     expectedWorking.locator = working->GetLocator();
     expectedWorking.name = L"Zed";
+    expectedWorking.path = L"/z.vst3";
     expectedWorking.version = L"2.0";
     expectedWorking.vendor = L"Maker";
     expectedWorking.id = L"1234";
@@ -116,21 +131,25 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
     PluginRow expectedBanned;
     expectedBanned.locator = PluginLocator(TechnologyType::VST, L"/folder/a.so");
     expectedBanned.name = L"a.so";
+    expectedBanned.path = L"/folder/a.so";
     expectedBanned.status = RowStatus::Banned;
     expectedBanned.bannedAt = now;
     expectedBanned.reason = "signal 11 while loading";
     PluginRow failed;
     failed.locator = PluginLocator(TechnologyType::VST, L"/1.so");
     failed.name = L"1.so";
+    failed.path = L"/1.so";
     failed.status = RowStatus::Failed;
     failed.reason = "why";
     PluginRow waiting = failed;
     waiting.locator = PluginLocator(TechnologyType::VST, L"/3.so");
     waiting.name = L"3.so";
+    waiting.path = L"/3.so";
     waiting.status = RowStatus::NotScanned;
     PluginRow unreadable = failed;
     unreadable.locator = PluginLocator(TechnologyType::VST, L"/5.so");
     unreadable.name = L"5.so";
+    unreadable.path = L"/5.so";
     unreadable.status = RowStatus::Unreadable;
     EXPECT_EQ(rows, (std::vector{expectedWorking, expectedBanned, failed, waiting, unreadable}));
 }

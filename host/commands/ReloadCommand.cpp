@@ -100,7 +100,11 @@ ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, 
         SayWhatIsBannedAgain(session.Scans().Last().bannedAgain);
         // The others would fare no better.
         if (outcome.Ended(ScanEnd::How::Cancelled) || outcome.Ended(ScanEnd::How::NotStarted)) {
-            SayWhatIsBannedAgain({module + 1, named->end()});
+            const std::vector<PluginLocator> rest(module + 1, named->end());
+            SayWhatIsBannedAgain(rest);
+            const RegistrySnapshot now = session.Scans().Now();
+            for (const PluginLocator& locator : rest)
+                report.changes.unreached.push_back(now.Named(locator, outcome.end.reason));
             break;
         }
     }

@@ -9,6 +9,7 @@
 namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::TechnologyType;
 using zetaudiopluginhost::ScanPhase;
 
 namespace {
@@ -19,6 +20,8 @@ enum class Tag : std::uint8_t
     Entity = 'E',
     Answer = 'A',
     Trace = 'T',
+    KnownModules = 'K',
+    KnownModulesQuestion = 'Q',
 };
 
 class Writer
@@ -38,7 +41,26 @@ class Writer
         Number(static_cast<std::uint32_t>(text.size()));
         bytes.append(text);
     }
-    void Wide(std::wstring_view text) { Text(zetcore::string::UTF16to8(text)); }
+    /// As UTF-8, or, where that would not give the same units back, unit by unit.
+    void Wide(std::wstring_view text)
+    {
+        const std::string utf8 = zetcore::string::UTF16to8(text);
+        const bool isUtf8 = zetcore::string::UTF8to16(utf8) == text;
+        Flag(isUtf8);
+        if (isUtf8) {
+            Text(utf8);
+            return;
+        }
+        Number(static_cast<std::uint32_t>(text.size()));
+        for (const wchar_t unit : text)
+            Number(static_cast<std::uint32_t>(unit));
+    }
+    void Locator(const PluginLocator& locator)
+    {
+        Number(static_cast<std::uint32_t>(locator.GetTechnologyType()));
+        Wide(locator.GetPath());
+        Wide(locator.GetSubcomponent());
+    }
 
     std::string bytes;
 };
@@ -63,13 +85,23 @@ class Reader
         return byte == 1;
     }
     std::string Text(const char* field) { return std::string(Take(Number(field), field)); }
-    std::wstring Wide(const char* field) { return zetcore::string::UTF8to16(Text(field)); }
+    std::wstring Wide(const char* field)
+    {
+        if (Flag(field))
+            return zetcore::string::UTF8to16(Text(field));
+        std::wstring text;
+        for (std::uint32_t left = Number(field); left > 0; --left)
+            text += static_cast<wchar_t>(Number(field));
+        return text;
+    }
     PluginLocator Locator(const char* field)
     {
-        PluginLocator locator = PluginLocator::FromString(Wide(field));
-        if (locator.IsEmpty())
+        const auto technology = static_cast<TechnologyType>(Number(field));
+        std::wstring path = Wide(field);
+        std::wstring subcomponent = Wide(field);
+        if (path.empty() || zetaudiofilterhost::TechnologyName(technology).empty())
             Wrong(field);
-        return locator;
+        return {technology, std::move(path), std::move(subcomponent)};
     }
     ScanPhase Phase(const char* field)
     {
@@ -110,9 +142,6 @@ std::string Encode(const WorkerSettings& settings)
     writer.Flag(settings.options.quickEffectScan);
     writer.Flag(settings.refuseNetwork);
     writer.Flag(settings.hideDisplay);
-    writer.Number(static_cast<std::uint32_t>(settings.knownModules.size()));
-    for (const PluginLocator& locator : settings.knownModules)
-        writer.Wide(locator.ToString());
     return std::move(writer.bytes);
 }
 
@@ -120,8 +149,22 @@ std::string Encode(const EntityRequest& request)
 {
     Writer writer(Tag::Entity);
     writer.Number(request.number);
-    writer.Wide(request.locator.ToString());
+    writer.Locator(request.locator);
     return std::move(writer.bytes);
+}
+
+std::string Encode(const KnownModules& known)
+{
+    Writer writer(Tag::KnownModules);
+    writer.Number(static_cast<std::uint32_t>(known.locators.size()));
+    for (const PluginLocator& locator : known.locators)
+        writer.Locator(locator);
+    return std::move(writer.bytes);
+}
+
+std::string Encode(const KnownModulesQuestion&)
+{
+    return std::move(Writer(Tag::KnownModulesQuestion).bytes);
 }
 
 std::string Encode(const EntityAnswer& answer)
@@ -154,9 +197,15 @@ WorkerSettings ReadSettings(Reader& reader)
     settings.options.quickEffectScan = reader.Flag("quick effect scan");
     settings.refuseNetwork = reader.Flag("refuse network");
     settings.hideDisplay = reader.Flag("hide display");
-    for (std::uint32_t left = reader.Number("number of known modules"); left > 0; --left)
-        settings.knownModules.push_back(reader.Locator("known module"));
     return settings;
+}
+
+KnownModules ReadKnownModules(Reader& reader)
+{
+    KnownModules known;
+    for (std::uint32_t left = reader.Number("number of known modules"); left > 0; --left)
+        known.locators.push_back(reader.Locator("known module"));
+    return known;
 }
 
 EntityRequest ReadRequest(Reader& reader)
@@ -213,6 +262,9 @@ WorkerCommand DecodeCommand(std::string_view message)
     case Tag::Entity:
         command = ReadRequest(reader);
         break;
+    case Tag::KnownModules:
+        command = ReadKnownModules(reader);
+        break;
     default:
         Reader::Wrong("kind");
     }
@@ -230,6 +282,9 @@ WorkerReport DecodeReport(std::string_view message)
         break;
     case Tag::Trace:
         report = ReadTrace(reader);
+        break;
+    case Tag::KnownModulesQuestion:
+        report = KnownModulesQuestion();
         break;
     default:
         Reader::Wrong("kind");

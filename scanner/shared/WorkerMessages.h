@@ -24,8 +24,6 @@ struct WorkerSettings
     bool refuseNetwork = true;
     /// Plug-ins find no display, also where the host has one.
     bool hideDisplay = false;
-    /// For the decision whether a shell may be skipped.
-    std::vector<zetaudiofilterhost::PluginLocator> knownModules;
 };
 
 /// Scan this one.
@@ -36,7 +34,13 @@ struct EntityRequest
     zetaudiofilterhost::PluginLocator locator;
 };
 
-using WorkerCommand = std::variant<WorkerSettings, EntityRequest>;
+/// The answer to `KnownModulesQuestion`: the modules that may be why a shell is skipped.
+struct KnownModules
+{
+    std::vector<zetaudiofilterhost::PluginLocator> locators;
+};
+
+using WorkerCommand = std::variant<WorkerSettings, EntityRequest, KnownModules>;
 
 /// What came of an entity: a `ScanOutcome` with its records as configuration text.
 struct EntityAnswer
@@ -57,7 +61,12 @@ struct WorkerTrace
     std::string text;
 };
 
-using WorkerReport = std::variant<EntityAnswer, WorkerTrace>;
+/// The worker has met a shell and asks, once, for the modules that might replace it. Few scans meet one, so
+/// the supervisor reads the host's registry only then.
+struct KnownModulesQuestion
+{};
+
+using WorkerReport = std::variant<EntityAnswer, WorkerTrace, KnownModulesQuestion>;
 
 std::string EncodeCommand(const WorkerCommand& command);
 std::string EncodeReport(const WorkerReport& report);

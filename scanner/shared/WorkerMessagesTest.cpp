@@ -26,7 +26,6 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     settings.options = {true, false};
     settings.refuseNetwork = false;
     settings.hideDisplay = true;
-    settings.knownModules = {oddLocator, PluginLocator(TechnologyType::VST3, L"/b.vst3")};
 
     const auto decoded = std::get<WorkerSettings>(DecodeCommand(EncodeCommand(settings)));
     EXPECT_EQ(decoded.preferencesFolder, settings.preferencesFolder);
@@ -35,7 +34,6 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     EXPECT_FALSE(decoded.options.quickEffectScan);
     EXPECT_FALSE(decoded.refuseNetwork);
     EXPECT_TRUE(decoded.hideDisplay);
-    EXPECT_EQ(decoded.knownModules, settings.knownModules);
 }
 
 TEST(WorkerMessages, a_request_comes_back_as_it_was)
@@ -43,6 +41,31 @@ TEST(WorkerMessages, a_request_comes_back_as_it_was)
     const auto decoded = std::get<EntityRequest>(DecodeCommand(EncodeCommand(EntityRequest{42, oddLocator})));
     EXPECT_EQ(decoded.number, 42U);
     EXPECT_EQ(decoded.locator, oddLocator);
+}
+
+TEST(WorkerMessages, a_locator_comes_back_with_every_unit)
+{
+    for (const wchar_t* path :
+         {L"/gr\u00FC\u00DF", L"/\xDCC3\xDCBC", L"/\xD83C", L"/a|b%7C\n", L"/\uFFFF\xDC80\U0001F39B"}) {
+        const PluginLocator locator(TechnologyType::VST3, path, std::wstring(path) + L" part");
+        EXPECT_EQ(std::get<EntityRequest>(DecodeCommand(EncodeCommand(EntityRequest{1, locator}))).locator,
+                  locator);
+    }
+}
+
+TEST(WorkerMessages, a_locator_without_path_or_technology_is_refused)
+{
+    for (const PluginLocator& locator : {PluginLocator(), PluginLocator(TechnologyType::VST, L""),
+                                         PluginLocator(TechnologyType::None, L"/a")})
+        EXPECT_THROW(DecodeCommand(EncodeCommand(EntityRequest{1, locator})), std::runtime_error);
+}
+
+TEST(WorkerMessages, the_known_modules_are_asked_for_and_come_back_as_they_were)
+{
+    EXPECT_TRUE(
+        std::holds_alternative<KnownModulesQuestion>(DecodeReport(EncodeReport(KnownModulesQuestion()))));
+    const KnownModules known{{oddLocator, PluginLocator(TechnologyType::VST3, L"/b.vst3")}};
+    EXPECT_EQ(std::get<KnownModules>(DecodeCommand(EncodeCommand(known))).locators, known.locators);
 }
 
 TEST(WorkerMessages, an_answer_comes_back_as_it_was)

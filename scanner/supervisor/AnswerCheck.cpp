@@ -1,5 +1,6 @@
 #include "AnswerCheck.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
@@ -14,10 +15,11 @@ zetaudiopluginhost::ScanOutcome ReadOutcome(const EntityAnswer& answer,
     outcome.couldNotLoad = answer.misbehaved && answer.couldNotLoad;
     outcome.reason = answer.reason;
     outcome.phase = answer.phase;
-    zetaudiofilterhost::PluginModuleInfoManager records;
-    records.AddConfiguration(answer.configuration, false);
-    outcome.infos = records.FindModule(locator.ModuleLocator());
-    if (outcome.infos.size() != records.RecordCount())
+    outcome.infos = zetaudiofilterhost::PluginModuleInfoManager::FromConfigurationText(answer.configuration);
+    const auto isOfModule = [module = locator.ModuleLocator()](const auto& info) {
+        return info->GetLocator().ModuleLocator() == module;
+    };
+    if (!std::ranges::all_of(outcome.infos, isOfModule))
         throw std::runtime_error("records of another module");
     return outcome;
 }

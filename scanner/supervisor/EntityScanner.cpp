@@ -73,7 +73,8 @@ void EntityScanner::StartAhead()
     }
 }
 
-void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseconds limit, ScanLog* newLog)
+void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseconds limit, ScanLog* newLog,
+                              FindKnownModules newFindKnownModules)
 {
     // It belongs to a list that is no more.
     if (requested.has_value())
@@ -82,9 +83,10 @@ void EntityScanner::Configure(WorkerSettings newSettings, std::chrono::milliseco
     settings = std::move(newSettings);
     entityLimit = limit;
     log = newLog;
+    findKnownModules = std::move(newFindKnownModules);
     for (Worker* started : {worker.get(), spare.get()})
         if (started)
-            started->hasSettings = false;
+            started->hasSettings = started->hasKnownModules = false;
 }
 
 void EntityScanner::KillWorkers()

@@ -35,6 +35,8 @@ namespace zetaudiofilterscan {
 class EntityScanner
 {
   public:
+    using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
+
     /// `connectionClosed` is asked whenever the interrupt was set.
     EntityScanner(Interrupt& interrupt, std::function<bool()> connectionClosed);
     ~EntityScanner();
@@ -44,8 +46,10 @@ class EntityScanner
     /// Starts the first worker, so that it is there when it is needed. A failure is traced, and the first
     /// entity tries again.
     void StartAhead();
-    /// For the entities that follow. The log must outlive the scanner, or the next call.
-    void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* log);
+    /// For the entities that follow. `findKnownModules` is called when a worker has met a shell. It and the
+    /// log must outlive the scanner, or the next call.
+    void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* log,
+                   FindKnownModules findKnownModules);
 
     /// Has a worker begin with the entity that `Scan` will be asked for next, so that it is loaded while the
     /// host still reads that it is next. What comes of it is told by `Scan`.
@@ -75,6 +79,7 @@ class EntityScanner
     std::optional<Attempt> TryOnce(const zetaudiofilterhost::PluginLocator& locator);
     Attempt WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
     std::optional<Attempt> ReadReport(const zetaudiofilterhost::PluginLocator& locator);
+    void TellKnownModules();
     WorkerFailure HowItEnded();
     WorkerFailure AfterChannelClosed();
 
@@ -83,6 +88,7 @@ class EntityScanner
     WorkerSettings settings;
     std::chrono::milliseconds entityLimit{0};
     ScanLog* log = nullptr;
+    FindKnownModules findKnownModules;
     std::unique_ptr<Worker> worker;
     std::unique_ptr<Worker> spare;
     std::uint32_t entityNumber = 0;

@@ -134,6 +134,10 @@ std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLoca
                 zetcore::debug::Trace(line->level, line->category, line->text);
             return std::nullopt;
         }
+        if (std::holds_alternative<KnownModulesQuestion>(report)) {
+            TellKnownModules();
+            return std::nullopt;
+        }
         const auto& answer = std::get<EntityAnswer>(report);
         if (answer.number != entityNumber)
             throw std::runtime_error("an answer that was not asked for");
@@ -147,6 +151,15 @@ std::optional<EntityScanner::Attempt> EntityScanner::ReadReport(const PluginLoca
     }
     worker->process->Finish();
     return failure;
+}
+
+void EntityScanner::TellKnownModules()
+{
+    // The answer may be long. A plug-in that has written itself into the channel must not collect many.
+    if (worker->hasKnownModules)
+        throw std::runtime_error("a question that has been answered");
+    worker->hasKnownModules = true;
+    worker->process->Send(EncodeCommand(KnownModules{findKnownModules()}));
 }
 
 WorkerFailure EntityScanner::HowItEnded()

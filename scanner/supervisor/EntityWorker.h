@@ -23,6 +23,7 @@ struct EntityScanner::Worker
 {
     std::unique_ptr<WorkerProcess> process;
     bool hasSettings = false;
+    bool hasKnownModules = false;
     /// In order; what a failure may have to do with.
     std::vector<zetaudiofilterhost::PluginLocator> loaded;
 };

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
@@ -22,14 +23,15 @@
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "BannedLists.h"
-#include "RegistryLook.h"
 #include "SupervisorProcess.h"
+#include "WorkingModules.h"
 
 namespace zetaudiofilterscan {
 
 namespace protocol = zetscanprotocol;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::ModuleLoader;
 using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
@@ -51,6 +53,15 @@ constexpr int mostTimesWrittenWhenDeleted = 2;
 // Where the file cannot be written at all, more would not help.
 constexpr int mostExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
+
+std::vector<zetaudiofilterhost::TechnologyType> TechnologiesThatReplaceShells()
+{
+    std::vector<zetaudiofilterhost::TechnologyType> types;
+    for (const auto& format : zetaudiofilterhost::PluginFormats())
+        if (ModuleLoader::ReplacesShells(format.type))
+            types.push_back(format.type);
+    return types;
+}
 
 void Require(bool inOrder, const char* message)
 {
@@ -97,20 +108,11 @@ void ScanConversation::Connect(protocol::ConnectArguments arguments)
     FaultPoint("supervisor.connected");
 }
 
-// The modules that a shell's plug-ins may be in, too: those of this scan and those that the registry knows.
-// Nothing when shells are not skipped, or when there is none that could be.
-std::vector<PluginLocator> ScanConversation::KnownModules(const std::vector<PluginLocator>& locators) const
+std::vector<PluginLocator> ScanConversation::FindKnownModules() const
 {
-    using zetaudiopluginhost::ModuleLoader;
-    const auto mayBeReplaced = [](const PluginLocator& locator) {
-        return ModuleLoader::HasReplaceableShells(locator.GetTechnologyType());
-    };
-    if (connected->disableVST2ShellSkipping || std::ranges::none_of(locators, mayBeReplaced))
-        return {};
-    std::vector<PluginLocator> known = WorkingVST3ModulesOfFile(connected->pluginSettingsPath);
-    std::ranges::copy_if(locators, std::back_inserter(known), [](const PluginLocator& locator) {
-        return ModuleLoader::ReplacesShells(locator.GetTechnologyType());
-    });
+    std::vector<PluginLocator> known =
+        WorkingModules(connected->pluginSettingsPath, TechnologiesThatReplaceShells());
+    known.insert(known.end(), replacing.begin(), replacing.end());
     return known;
 }
 
@@ -123,8 +125,12 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
     settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
     settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
-    settings.knownModules = KnownModules(locators);
-    entityScanner.Configure(std::move(settings), entityLimit, log.get());
+    replacing.clear();
+    std::ranges::copy_if(locators, std::back_inserter(replacing), [](const PluginLocator& locator) {
+        return ModuleLoader::ReplacesShells(locator.GetTechnologyType());
+    });
+    entityScanner.Configure(std::move(settings), entityLimit, log.get(),
+                            [this] { return FindKnownModules(); });
 
     engine = std::make_unique<zetaudiopluginhost::PluginModuleScanner>(
         locators, connected->disableVST2ShellSkipping, connected->quickEffectScan, true);

@@ -46,8 +46,9 @@ class ScanConversation
   private:
     void Connect(zetscanprotocol::ConnectArguments arguments);
     void BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
-    std::vector<zetaudiofilterhost::PluginLocator>
-    KnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators) const;
+    /// The modules that a VST2 shell may be there as, too: those of the list and those that the registry
+    /// knows.
+    std::vector<zetaudiofilterhost::PluginLocator> FindKnownModules() const;
     zetcore::serialization::ValuePtr GetScanInfo();
     void ScanOneEntity();
     void WriteResult();
@@ -60,6 +61,8 @@ class ScanConversation
     std::chrono::milliseconds entityLimit{0};
     std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
     std::int32_t total = 0;
+    /// The modules of the list that a shell's plug-ins may be in, too.
+    std::vector<zetaudiofilterhost::PluginLocator> replacing;
     bool atPlugin = false;
 
     /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
@@ -44,6 +45,15 @@ void TraceLack(const std::string& lack)
         zetcore::debug::TraceLine(1, "zetaudiofilterscan", lack);
 }
 
+std::vector<zetaudiofilterhost::PluginLocator> AskForKnownModules(WorkerChannel& channel)
+{
+    SendOrEnd(channel, KnownModulesQuestion());
+    const std::optional<std::string> message = channel.Read();
+    if (!message)
+        EndWorkerProcess(exitConnectionClosed);
+    return std::get<KnownModules>(DecodeCommand(*message)).locators;
+}
+
 void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional<ModuleLoader>& loader)
 {
     zetcore::filesupport::Dir::SetPrefDir(settings.preferencesFolder);
@@ -60,7 +70,7 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
         page.phase = static_cast<std::uint32_t>(phase);
     });
-    loader->SetKnownModules(settings.knownModules);
+    loader->SetKnownModules([&channel] { return AskForKnownModules(channel); });
     FaultPoint("worker.settings");
 }
 

@@ -20,7 +20,7 @@ struct CellText
     zetui::pixmill::TextTruncation truncation = zetui::pixmill::TextTruncation::End;
     /// Of the list.
     bool enabled = true;
-    /// Where the text must end, from the cell's left edge; the cell's width without it.
+    /// The text must end here, counted from the cell's left edge; without it, at the cell's width.
     std::optional<float> end = std::nullopt;
     /// Stands on a surface of its own that says so.
     bool failure = false;

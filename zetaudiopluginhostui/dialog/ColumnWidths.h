@@ -19,7 +19,8 @@ std::span<const PluginColumnSpec> PluginColumns();
 float MinimumColumnWidth(unsigned column);
 /// The larger one of the best fit and the column's minimum.
 float FittedColumnWidth(unsigned column, float bestFit);
-/// What a cell needs whose text is that wide; `reloadButtonWidth` is 0 where no cell of the column has one.
+/// A cell needs this width for a text that is that wide; `reloadButtonWidth` is 0 where no cell of the column
+/// has a button.
 float NeededCellWidth(float textWidth, float cellPadding, float reloadButtonWidth, float buttonGap);
 
 } // namespace zetaudiopluginhostui

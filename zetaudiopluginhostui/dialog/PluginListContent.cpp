@@ -7,6 +7,8 @@
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
+#include "dialog/PluginListText.h"
+
 namespace zetaudiopluginhostui {
 
 using zetaudiofilterhost::PluginModuleInfoManager;
@@ -58,7 +60,10 @@ void PluginListContent::Add(std::size_t index, const zetaudiofilterhost::PluginL
     RowPtr& row = rows[index];
     if (!row || !row->IsFor(locator, info))
         row = zetui::utility::MakeIntrusive<PluginListRow>(locator, info);
-    FindMatch::AppendTexts(row->Entry(), texts);
+    const PluginListEntry& entry = row->Entry();
+    zetaudiofilterhost::PluginFind::AppendTexts(GetCellText(kColumnName, entry),
+                                                GetCellText(kColumnPath, entry),
+                                                GetCellText(kColumnVersion, entry), texts);
     textEnds.push_back(texts.size());
 }
 
@@ -74,7 +79,8 @@ bool PluginListContent::IsCurrent() const
                       [](const RowPtr& row, const auto& locator) { return row->Entry().locator == locator; });
 }
 
-std::vector<PluginListContent::RowPtr> PluginListContent::Find(const FindMatch& find) const
+std::vector<PluginListContent::RowPtr>
+PluginListContent::Find(const zetaudiofilterhost::PluginFind& find) const
 {
     if (find.KeepsAll())
         return rows;
@@ -83,7 +89,7 @@ std::vector<PluginListContent::RowPtr> PluginListContent::Find(const FindMatch& 
     std::size_t begin = 0;
     for (std::size_t index = 0; index < rows.size(); ++index) {
         const std::size_t end = textEnds[index];
-        if (find.KeepsTexts(all.substr(begin, end - begin)))
+        if (find.Keeps(all.substr(begin, end - begin)))
             found.push_back(rows[index]);
         begin = end;
     }

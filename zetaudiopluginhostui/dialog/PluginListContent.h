@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include <zetaudiofilterhost/PluginFind.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/utility/IntrusivePtr.h>
 
-#include "dialog/FindMatch.h"
 #include "dialog/PluginListRow.h"
 
 namespace zetaudiopluginhostui {
@@ -24,8 +24,8 @@ class PluginListContent
     /// A plug-in that has a row keeps it. True when rows may belong into another order than before.
     bool Update();
     const std::vector<RowPtr>& Rows() const noexcept { return rows; }
-    /// What is found, in order.
-    std::vector<RowPtr> Find(const FindMatch& find) const;
+    /// The rows that are found, in order.
+    std::vector<RowPtr> Find(const zetaudiofilterhost::PluginFind& find) const;
 
   private:
     /// The same plug-ins are there as when they were read, with the same texts.

@@ -7,7 +7,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// What a row of the plug-in list shows.
+/// A row of the plug-in list shows this.
 struct PluginListEntry
 {
     zetaudiofilterhost::PluginLocator locator;

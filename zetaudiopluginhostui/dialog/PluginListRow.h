@@ -18,7 +18,7 @@ class PluginListRow final : public zetui::controls::UI_MultiColumnTreeRow
     PluginListRow(const zetaudiofilterhost::PluginLocator& locator, const InfoPtr& info);
 
     const PluginListEntry& Entry() const noexcept { return entry; }
-    /// Whether it is the row for this record, or for this banned plug-in.
+    /// True when it is the row for this record, or for this banned plug-in.
     bool IsFor(const zetaudiofilterhost::PluginLocator& locator, const InfoPtr& info) const;
 
   protected:

@@ -3,6 +3,7 @@
 #include <array>
 #include <ctime>
 
+#include <zetaudiofilterhost/PluginFind.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/filesupport/File.h>
@@ -54,7 +55,7 @@ std::wstring GetCellText(unsigned column, const PluginListEntry& entry)
         return Localized(entry.info ? "$$$/AudioPluginManager/Working=Working"
                                     : "$$$/AudioPluginManager/Failed=Not Working");
     case kColumnVersion:
-        return entry.info ? entry.info->GetVersionString() : L"-";
+        return entry.info ? entry.info->GetVersionString() : zetaudiofilterhost::noVersion;
     case kColumnPath:
         return PathText(entry);
     default:

@@ -6,7 +6,7 @@
 
 #include "dialog/PluginListEntry.h"
 
-/// What the plug-in list shows, and what it is sorted by. Main thread.
+/// The plug-in list shows these texts, and is sorted by them. Main thread.
 namespace zetaudiopluginhostui {
 
 /// The ids of the list's columns.

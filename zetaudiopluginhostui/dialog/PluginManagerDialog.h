@@ -89,8 +89,8 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void FillPluginList(bool resizeColumns, bool scrollToTop);
     void FitPluginColumns();
     void SetAllPluginsEnabled(bool enabled);
-    /// What the row stands for; the rows of a fill carry it. Null for every other row: it gets no widgets and
-    /// has empty texts.
+    /// The entry that a row of a fill carries. Null for every other row: it gets no widgets and has empty
+    /// texts.
     const PluginListEntry* FindEntry(const Row* row) const;
     /// The id of the column that shows the cells of this index.
     unsigned GetColumnOfCell(int cellIndex) const;

@@ -1,4 +1,4 @@
-// What a screen reader finds in the manager dialog.
+// A screen reader finds its way through the manager dialog.
 #include <QAccessible>
 #include <QTableView>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// What the cells of the manager dialog's lists look like.
+// These tests look at the pixels of the cells in the manager dialog's lists.
 #include <QHeaderView>
 #include <QImage>
 #include <QPainter>
@@ -25,7 +25,7 @@ class CellPictures : public DialogFixture
     {
         return dynamic_cast<QTableView&>(WidgetOf(list));
     }
-    /// What is on the screen, without the line below the row.
+    /// The cell as it is on the screen, without the line below the row.
     static QImage Cell(const UI_MultiColumnTree& list, int place, int position)
     {
         QTableView& view = View(list);

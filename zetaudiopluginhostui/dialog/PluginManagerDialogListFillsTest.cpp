@@ -1,4 +1,5 @@
-// What a fill of the manager dialog's plug-in list, and what else touches its rows, does and leaves alone.
+// These tests check all that a fill of the manager dialog's plug-in list does and leaves alone, and whatever
+// else touches its rows.
 #include <QLineEdit>
 #include <QPointer>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// What the manager dialog looks like beyond its texts.
+// These tests look at the manager dialog beyond its texts.
 #include <QAccessible>
 #include <QHeaderView>
 #include <QLineEdit>

@@ -12,7 +12,6 @@
 
 #include "dialog/CellDrawing.h"
 #include "dialog/ColumnWidths.h"
-#include "dialog/FindMatch.h"
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerDialog.h"
 
@@ -45,7 +44,7 @@ void PluginManagerDialog::FillPluginList(bool resizeColumns, bool scrollToTop)
     pluginList->RemoveAllRows();
     checkboxOfRow.clear();
     reloadButtonOfRow.clear();
-    const FindMatch find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
+    const zetaudiofilterhost::PluginFind find(findTextEdit ? findTextEdit->GetValue() : std::wstring());
     for (const PluginListContent::RowPtr& row : plugins.Find(find))
         pluginList->AppendRow(row, nullptr, true);
     pluginList->SetEmptyText(Localizer::Get().LocalizeWide(

@@ -1,4 +1,4 @@
-// What the user sees and can do while a scan runs from the manager dialog.
+// The user follows a scan that runs from the manager dialog, and can end it.
 #include <algorithm>
 #include <chrono>
 #include <fstream>
@@ -64,7 +64,7 @@ class DialogProgress : public DialogFixture
     {
         return zettesting::CopyTestPlugin(plugin, plugins, title);
     }
-    /// What plug-ins have printed in the scanner until now.
+    /// All that plug-ins have printed in the scanner until now.
     std::string ScanLogs() const
     {
         std::ostringstream all;

@@ -1,4 +1,4 @@
-// What the "Reload" button of the manager dialog's rows does, with the real scanner and real modules.
+// The "Reload" button of the manager dialog's rows, with the real scanner and real modules.
 #include <stdexcept>
 
 #include <gmock/gmock.h>

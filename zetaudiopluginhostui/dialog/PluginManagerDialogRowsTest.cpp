@@ -40,7 +40,7 @@ class RowsInSight : public DialogFixture
             count += PluginList().IsRowVisible(PluginList().GetRowAt(place).get());
         return count;
     }
-    /// What ends the modal run after this was done to its list.
+    /// The error that ends the modal run after this was done to its list.
     template<typename Act>
     std::string ErrorOfTheRunAfter(Act act)
     {

@@ -1,4 +1,4 @@
-// What the manager dialog scans: everything, or a banned plug-in again.
+// The manager dialog scans everything, or a banned plug-in again.
 #include <algorithm>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>

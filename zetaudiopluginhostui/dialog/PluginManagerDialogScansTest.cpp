@@ -72,7 +72,7 @@ TEST_F(DialogScans, ABoxThatIsNeitherOnNorOffCountsAsOff)
     Press(ids::kUpdateButton);
     EXPECT_EQ(*TheRegistry().PluginInfoBegin(), first) << "it was not scanned again";
 
-    // Where there is no scanner, a plug-in can be scanned in this process only.
+    // Without a scanner, a plug-in can be scanned in this process only.
     zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
     Node<UI_Checkbox>(ids::kSeparateProcess).SetValue(UI_Checkbox::kMixed);
     rescanExisting.SetValue(UI_Checkbox::kChecked);
@@ -153,7 +153,7 @@ TEST_F(DialogScans, ScansAndReloadsInThisProcessWhenASeparateOneIsNotChosen)
 {
     zetcore::debug::DebugDatabase::Instance().SetEntry("AudioPluginManager.ShowExternalCheckBox", "true");
     const std::wstring path = Copy("good/vst2_effect", "effect");
-    // Where there is no scanner.
+    // There is no scanner in this folder.
     zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
     OpenDialog();
     Press(ids::kUpdateButton);
@@ -191,7 +191,7 @@ TEST_F(DialogScans, TheScannerIsToldBothFeatureSwitches)
             Press(*ReloadButtonOf(row));
         else
             Press(ids::kUpdateButton);
-        // Whether shells are not to be skipped, and whether effects are scanned quickly.
+        // The two flags say that shells are not to be skipped, and that effects are scanned quickly.
         EXPECT_THAT(zettesting::ReadAll(scripts / ("log." + std::to_string(launch))),
                     ::testing::HasSubstr(launch == 1 ? ",false,true]" : ",true,true]"));
     }

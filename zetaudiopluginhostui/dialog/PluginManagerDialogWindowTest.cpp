@@ -1,4 +1,4 @@
-// What the size of the manager dialog decides.
+// The size of the manager dialog decides what has room and where it lies.
 #include <QWidget>
 #include <gtest/gtest.h>
 

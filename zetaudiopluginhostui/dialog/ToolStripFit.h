@@ -2,7 +2,7 @@
 
 #include <zetcore/geom/RectT.h>
 
-/// Which controls of the tool strips still have room.
+/// The tool strips show the controls that still have room.
 namespace zetaudiopluginhostui {
 
 using RectF = zetcore::geom::RectT<float>;

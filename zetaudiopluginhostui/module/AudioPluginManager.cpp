@@ -1,7 +1,5 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
-#include <string>
-
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/utility/IntrusivePtr.h>
 
@@ -39,7 +37,7 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
         isAccessible = IsAccessibleFor([&] { registry.SaveConfiguration(file, true); });
     }
 
-    const std::string copy = registry.ToText();
+    const auto copy = registry.MakeCopy();
     const auto dialog =
         zetui::utility::MakeIntrusive<PluginManagerDialog>(supplier, GetModuleResources(), settings, parent);
     if (settings.dialogBounds.width >= 1 && settings.dialogBounds.height >= 1)
@@ -47,7 +45,7 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
     dialog->RunModal();
     settings.dialogBounds = dialog->UI_GetGlobalStructureRect();
 
-    const ManagerEnd end = EndManagerRun(dialog->GetResult(), copy);
+    const ManagerEnd end = EndManagerRun(dialog->GetResult(), *copy);
     if (!isAccessible || !end.isAccessible)
         ShowPreferenceAccessCaution(supplier, parent);
     return end.hasChanged;

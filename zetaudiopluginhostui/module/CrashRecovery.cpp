@@ -48,8 +48,8 @@ std::string UnsupportedListResource()
     return {bytes.begin(), bytes.end()};
 }
 
-/// What the user may want to repair is not overwritten; where it cannot be renamed, the writing that follows
-/// tells the user.
+/// A file that the user may want to repair is not overwritten. If it cannot be renamed, the writing that
+/// follows tells the user.
 void KeepAsideUnlessEmpty(const File& file)
 {
     try {

@@ -1,4 +1,4 @@
-// What comes of the registry, the settings and the user's knowledge when the manager has closed.
+// The manager leaves the registry, the settings and the user's knowledge like this when it closes.
 #include <stdexcept>
 
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ class DoPluginManagerDialogEnd : public ManagerRunFixture
         const QRect rect = window.geometry();
         return {rect.left(), rect.top(), rect.width(), rect.height()};
     }
-    /// What another program does with the file while the manager is open.
+    /// Another program does this with the file while the manager is open.
     void AnotherProgramSavesFolders() const
     {
         PluginModuleInfoManager other;

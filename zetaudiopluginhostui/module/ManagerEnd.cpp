@@ -17,7 +17,7 @@ namespace {
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetcore::filesupport::File;
 
-/// Nothing when the content cannot be read: the save alone decides what the user is told.
+/// Empty when the content cannot be read: the save alone decides what the user is told.
 std::optional<std::uint64_t> DigestIfReadable(const File& file)
 {
     try {
@@ -38,18 +38,20 @@ ManagerEnd Save(PluginModuleInfoManager& registry, const File& file)
     return {!before || !after || *before != *after, true};
 }
 
-ManagerEnd TakeBack(PluginModuleInfoManager& registry, const File& file, const std::string& copy)
+ManagerEnd TakeBack(PluginModuleInfoManager& registry, const File& file,
+                    const PluginModuleInfoManager::Copy& copy)
 {
     bool isLoaded = false;
     const bool isAccessible = IsAccessibleFor([&] { isLoaded = registry.LoadConfiguration(file); });
     if (!isLoaded)
-        registry.LoadText(copy);
+        registry.UndoTo(copy);
     return {false, isAccessible};
 }
 
 } // namespace
 
-ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response, const std::string& copy)
+ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
+                         const PluginModuleInfoManager::Copy& copy)
 {
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     const File file = ConfigurationFile();

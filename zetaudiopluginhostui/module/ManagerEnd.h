@@ -1,12 +1,11 @@
 #pragma once
 
-#include <string>
-
+#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/dialogs/Response.h>
 
 namespace zetaudiopluginhostui {
 
-/// What came of the registry when the manager's window had closed.
+/// The registry's lot when the manager's window has closed.
 struct ManagerEnd
 {
     /// The configuration was saved, and its file has another content than before. A content that cannot be
@@ -17,8 +16,9 @@ struct ManagerEnd
 };
 
 /// Saves the registry after OK, and then tells its listeners; any other response takes back what the dialog
-/// has changed: from the file, or from `copy`, the registry's text when the dialog opened, where the file
-/// cannot be loaded. Exceptions that are no `file_exception` pass. Main thread.
-ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response, const std::string& copy);
+/// has changed: from the file, or, where that cannot be loaded, from `copy`, which was made when the dialog
+/// opened. Exceptions that are no `file_exception` pass. Main thread.
+ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
+                         const zetaudiofilterhost::PluginModuleInfoManager::Copy& copy);
 
 } // namespace zetaudiopluginhostui

@@ -24,7 +24,7 @@ class ManagerEndTest : public zettesting::HostFixture
         registry.Reset();
         registry.AddModule(std::make_shared<PluginModuleInfo>(plugin));
         registry.SaveConfiguration(ConfigurationFile(), true);
-        copy = registry.ToText();
+        copy = registry.MakeCopy();
     }
     ~ManagerEndTest() override { registry.Reset(); }
 
@@ -32,7 +32,7 @@ class ManagerEndTest : public zettesting::HostFixture
 
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     const PluginLocator plugin{TechnologyType::VST, L"/plugins/one.so"};
-    std::string copy;
+    std::shared_ptr<const PluginModuleInfoManager::Copy> copy;
 };
 
 TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
@@ -42,14 +42,14 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
         registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
     for (const int response : {-1, 0, 2, 3, 1000}) {
         registry.Find(plugin)->SetEnabled(false);
-        const ManagerEnd end = EndManagerRun(response, copy);
+        const ManagerEnd end = EndManagerRun(response, *copy);
         EXPECT_FALSE(end.hasChanged) << response;
         EXPECT_TRUE(end.isAccessible) << response;
         EXPECT_TRUE(IsEnabled()) << response;
     }
     EXPECT_EQ(changes, 0);
     registry.Find(plugin)->SetEnabled(false);
-    EXPECT_TRUE(EndManagerRun(1, copy).hasChanged);
+    EXPECT_TRUE(EndManagerRun(1, *copy).hasChanged);
     EXPECT_FALSE(IsEnabled());
     EXPECT_EQ(changes, 1);
 }
@@ -57,7 +57,7 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
 TEST_F(ManagerEndTest, AFileThatAnotherProgramHasTakenAwayLeavesTheDefaultFolders)
 {
     ConfigurationFile().Delete();
-    EXPECT_TRUE(EndManagerRun(0, copy).isAccessible);
+    EXPECT_TRUE(EndManagerRun(0, *copy).isAccessible);
     EXPECT_EQ(registry.RecordCount(), 0u) << "the registry equals what is on the disk";
 }
 

@@ -100,7 +100,7 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
                                      bool useSeparateProcess)
 {
     CheckThatItMayScan(useSeparateProcess);
-    // What the host does while it is shown the progress may let go of the last pointer to this object.
+    // The host may let go of the last pointer to this object while it is shown the progress.
     const auto self = SharedThis();
     cancelled = false;
     markerProblem.clear();
@@ -142,7 +142,7 @@ void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
     if (zetcore::threads::GetRegisteredMainThread() && !zetcore::threads::IsMainThread())
         throw std::logic_error("AudioPluginScan::ScanForPlugins must be called on the main thread, the one "
                                "that called RegisterMainThread");
-    // Nothing would ever close the dialog of a scan object that cannot be referred to weakly.
+    // A scan object that cannot be referred to weakly would never get its dialog closed.
     if (useSeparateProcess && !SharedThis())
         zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
 }

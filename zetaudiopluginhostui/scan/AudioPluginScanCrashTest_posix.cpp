@@ -1,6 +1,5 @@
-// What the scan in the host's own process leaves when a plug-in brings it down, and when the marker that
-// would say so cannot be written: with processes that are forked and killed, and with errors of the file
-// system.
+// A plug-in can bring down the host that scans it in its own process, and the marker that would say so may
+// not be writable. The tests fork and kill processes, and make the file system fail.
 #include <csignal>
 
 #include <unistd.h>
@@ -121,7 +120,7 @@ TEST_F(MarkerFault, AMarkerThatCannotBeReplacedIsDeletedAndTheScanGoesOnWithoutO
     EXPECT_THAT(MarkersOfAScan({a, b, c}), ElementsAre(MarkerOf(a), "no marker", "no marker"));
     for (const auto& plugin : {a, b, c})
         EXPECT_TRUE(IsSaved(plugin));
-    // Nothing is saved about them that a crash could be traced by, and the user knows.
+    // A crash of one of them could not be traced, and the user knows.
     EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution(), Caution()));
     EXPECT_EQ(scan->GetEnd(), ScanEnd{});
 }

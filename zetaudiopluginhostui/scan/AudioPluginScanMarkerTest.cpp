@@ -51,7 +51,7 @@ TEST_F(StaleMarker, APluginThatCannotBeMarkedIsNotLoadedAndTheScanGoesOn)
     EXPECT_NE(scan->GetEnd().reason.find("ScannedPluginPath.txt"), std::string::npos)
         << scan->GetEnd().reason;
     EXPECT_EQ(atSignal, scan->GetEnd());
-    // What was known is not lost.
+    // The record from before is not lost.
     EXPECT_EQ(registry.PutBackUnreached(), (std::vector<PluginLocator>{b}));
     EXPECT_TRUE(IsKnown(b));
 }

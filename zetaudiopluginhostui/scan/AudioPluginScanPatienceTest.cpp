@@ -1,4 +1,4 @@
-// What the user sees while one plug-in takes long in the scanner process.
+// The user sees why it takes long when one plug-in does so in the scanner process.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <algorithm>

@@ -188,7 +188,7 @@ TEST_F(AudioPluginScanTest, CancelStopsBeforeTheNextPluginIsLoadedAndKeepsWhatWa
     Scan({a, b, c});
     EXPECT_EQ(steps, 2);
     EXPECT_TRUE(IsSaved(a));
-    // Nothing puts back here what was taken out: that is the host's business, when it is told.
+    // The host puts back what was taken out, when it is told. Nobody has done so here.
     for (const auto& unreached : {b, c}) {
         EXPECT_FALSE(IsKnown(unreached));
         EXPECT_FALSE(IsSaved(unreached));

@@ -103,10 +103,10 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
 
     /// Guards the flags, the counters, the pending list, the current locator and the result file.
     std::mutex mutex;
-    /// Nothing is under way before the first scan.
+    /// True before the first scan, too.
     bool finished = true;
     std::int32_t progress = 0;
-    /// What was done before the current scanner was started.
+    /// So much was done before the current scanner was started.
     std::int32_t progressBase = 0;
     std::int32_t total = 0;
     /// Not yet reported by the scanner.

@@ -206,7 +206,7 @@ TEST_F(ExternalScan, ASessionCanBeUsedForOneScanAfterAnother)
 
 TEST_F(ExternalScan, ALateReportOfTheEndDoesNotEndTheNextScan)
 {
-    // Nothing drains the queue here, so that the report is still there when the scan is stopped.
+    // Nobody drains the queue here, so that the report is still there when the scan is stopped.
     zetcore::threads::RegisterMainThread(nullptr);
     Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
     Script(2, {"listen", "ok", "touch connected", "hold"});

@@ -1,4 +1,4 @@
-// What the next scanner of a scan, and the next scan of one object, take over from the one before.
+// The next scanner of a scan goes on where the one before ended; the next scan of one object begins anew.
 #include <gmock/gmock.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>

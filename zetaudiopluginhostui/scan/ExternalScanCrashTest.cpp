@@ -1,4 +1,4 @@
-// What a scan does when its scanner dies.
+// A scan must go on when its scanner dies.
 #include <algorithm>
 
 #include <gmock/gmock.h>
@@ -216,7 +216,7 @@ TEST_F(ExternalScanCrash, AScannerThatIsRelaunchedWhileStopScanDrainsTheQueueIsE
 
 TEST_F(ExternalScanCrash, ARestartThatIsCarriedOutAfterStopScanStartsNoScanner)
 {
-    // Nothing drains the queue here, so that the restart is still there when the scan is stopped.
+    // Nobody drains the queue here, so that the restart is still there when the scan is stopped.
     zetcore::threads::RegisterMainThread(nullptr);
     zetcore::debug::SetMasterTraceVolume(6);
     Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "die"});

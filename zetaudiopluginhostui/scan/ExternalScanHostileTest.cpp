@@ -1,4 +1,4 @@
-// What a scan does when what answers it is no scanner of ours, or a broken one.
+// A scan must survive that no scanner of ours answers it, or a broken one.
 #include <gmock/gmock.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
@@ -18,7 +18,7 @@ struct Hostile
     const char* name;
     /// The line of a script that answers GetScanInfo.
     std::string answer;
-    /// What the trace then says.
+    /// The trace then says this.
     std::string traced;
 };
 

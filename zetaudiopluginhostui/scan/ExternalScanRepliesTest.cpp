@@ -1,4 +1,4 @@
-// What a session makes of good replies, bad ones and none, and of the result file.
+// A session gets good replies, bad ones and none, and reads the result file.
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetmarshal/JsonValue.h>

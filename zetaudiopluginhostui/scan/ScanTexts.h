@@ -5,7 +5,7 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 
-/// What the progress dialog of a scan says (UTF-8, localised). Main thread.
+/// The progress dialog of a scan shows these texts (UTF-8, localised). Main thread.
 namespace zetaudiopluginhostui {
 
 /// The plug-in's name as the registry shows it, and right behind it which part of it is scanned.

@@ -37,7 +37,7 @@ int Check(int result, const char* what)
     return result;
 }
 
-/// Where this process has closed a standard descriptor, a new one gets its number.
+/// If this process has closed a standard descriptor, a new one gets its number.
 Descriptor CopyAboveStandard(int descriptor)
 {
     return Descriptor(Check(::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
@@ -100,7 +100,7 @@ struct ScannerOutput::State
             open = Read();
             PassOn();
         }
-        // What it wrote before its end was awaited elsewhere.
+        // It may have written this before its end was noticed elsewhere.
         Read();
         PassOn();
     }
@@ -157,8 +157,8 @@ struct ScannerOutput::State
         }
     }
 
-    /// None when this process has closed its standard error. Looked for before anything else can get that
-    /// number.
+    /// Empty when this process has closed its standard error. It is looked for before anything else can get
+    /// that number.
     const Descriptor target{::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
     Descriptor reading;
     Descriptor writing;

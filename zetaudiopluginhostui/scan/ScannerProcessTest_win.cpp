@@ -37,7 +37,7 @@ class ScannerProcessTest : public ExternalScanFixture
         const auto end = FindScannerProcessEnd(process);
         return end ? end->status : "runs";
     }
-    /// What the fake scanner looks for first.
+    /// The fake scanner looks for the block first.
     void SetUp() override
     {
         ASSERT_TRUE(

@@ -29,8 +29,8 @@ namespace {
 
 constexpr std::size_t mostOutputCharacters = 300;
 
-/// What this process has started and not yet collected. A scanner whose handle was given up stays here, so
-/// that it does not remain a zombie once it has ended, and can write to standard error until then.
+/// The processes that this one has started and not yet collected. A scanner whose handle was given up stays
+/// here, so that it does not remain a zombie once it has ended, and can write to standard error until then.
 class StartedProcesses
 {
   public:
@@ -65,7 +65,7 @@ class StartedProcesses
     struct Process
     {
         pid_t pid = 0;
-        /// None when the system had no pipe left; it writes to our standard error itself then.
+        /// Null when the system had no pipe left; it writes to our standard error itself then.
         std::unique_ptr<ScannerOutput> output;
     };
 

@@ -13,7 +13,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// What only the scan itself may touch.
+/// Reaches parts that only the scan itself may touch.
 class AudioPluginScanAccess
 {
   public:
@@ -62,7 +62,7 @@ class AudioPluginScanFixture : public ScanFixture
         zettesting::WriteAll(folder / "plugins" / name, "text");
         return Plugin("plugins/" + name);
     }
-    /// One that the registry knows as working.
+    /// The registry knows this one as working.
     PluginLocator MakeKnownFile(const std::string& name)
     {
         const auto plugin = MakeFile(name);
@@ -87,14 +87,14 @@ class AudioPluginScanFixture : public ScanFixture
     {
         return prefs / zetaudiofilterhost::PluginModuleInfoManager::GetSettingsFileName();
     }
-    /// What a host would find if it were started now.
+    /// True when a host that is started now would find it.
     bool IsSaved(const PluginLocator& plugin) const
     {
         zetaudiofilterhost::PluginModuleInfoManager loaded;
         loaded.LoadConfiguration(zetcore::filesupport::File(zettesting::ToWide(Saved())));
         return loaded.Find(plugin) != nullptr;
     }
-    /// Nothing can be written there from now on.
+    /// No file can be written there from now on.
     void MakePrefsUnwritable() const
     {
         zettesting::WriteAll(folder / "file", "");

@@ -36,7 +36,7 @@ class CrashRecoveryFixture : public zettesting::HostFixture
         ForgetAll();
     }
 
-    /// What a new process starts with, and its start-up check; returns the alerts.
+    /// Begins as a new process does, with its start-up check; returns the alerts.
     std::vector<std::string> Start(HWND parent = nullptr)
     {
         ForgetAll();
@@ -51,7 +51,7 @@ class CrashRecoveryFixture : public zettesting::HostFixture
     {
         WriteMarker(zetcore::string::UTF16to8(locator.ToString()));
     }
-    /// What the user reads when this one is banned.
+    /// The user reads this when the plug-in is banned.
     static std::string ScanErrorAlert(const std::string& shownName)
     {
         return "caution " + zetcore::string::UTF16to8(zetcore::config::GetClientName()) +

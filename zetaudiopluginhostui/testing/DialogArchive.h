@@ -20,7 +20,7 @@ class DialogArchive : public zetui::utility::ResourceManager
     /// With all below it.
     void Remove(const std::string& id);
     void Rename(const std::string& id, const std::string& newId);
-    /// What the node is made of: by its adapter, unless the dialog makes a node of the class name.
+    /// The node is made by its adapter, unless the dialog makes one of the class name.
     void SetClass(const std::string& id, const std::string& adapter, const std::string& className);
     void SetText(const std::string& id, const std::string& text);
     void SetVisible(const std::string& id, bool visible);

@@ -69,7 +69,7 @@ class DialogFixture : public zettesting::HostFixture
     }
     static QWidget& WidgetOf(const zetui::ui::UI_Node& node);
     QWidget& Window() const;
-    /// Whether all that was shown over the dialog, so many things, was shown for its window.
+    /// True when so many things were shown over the dialog, each of them for its window.
     bool WereShownForTheDialog(std::size_t count) const;
     /// With the mouse, in its middle.
     void Press(const char* id) const;
@@ -81,7 +81,7 @@ class DialogFixture : public zettesting::HostFixture
 
     zetui::controls::UI_MultiColumnTree& PluginList() const;
     zetui::controls::UI_MultiColumnTree& FolderList() const;
-    /// What the list shows in a column, from the top.
+    /// The texts that the list shows in a column, from the top.
     std::vector<std::wstring> ColumnTexts(unsigned column) const;
     std::vector<std::wstring> Names() const;
     std::vector<std::wstring> Folders() const;

@@ -11,7 +11,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// What only the session itself may touch.
+/// Reaches parts that only the session itself may touch.
 class ExternalAudioPluginScanAccess
 {
   public:
@@ -23,7 +23,7 @@ class ExternalAudioPluginScanAccess
         const std::lock_guard lock(scan.mutex);
         return scan.connected;
     }
-    /// Whether another thread would have to wait for it.
+    /// True when another thread would have to wait for it.
     static bool MutexIsHeld(ExternalAudioPluginScan& scan)
     {
         return std::async(std::launch::async,

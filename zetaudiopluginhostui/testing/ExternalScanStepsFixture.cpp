@@ -28,7 +28,7 @@ ExternalScanStepsFixture::~ExternalScanStepsFixture()
     connection->onSend = {};
     connection->onClose = {};
     scan->StopScan();
-    // Nothing may be noted any more.
+    // No more steps may be noted.
     scan.reset();
     zetcore::threads::RegisterMainThread(nullptr);
     zetcore::debug::SetTraceSink({});

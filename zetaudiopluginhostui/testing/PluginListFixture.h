@@ -39,7 +39,7 @@ class PluginListFixture : public DialogFixture
         HandleEvents();
     }
     bool IsEnabled(const char* id) const { return Node<zetui::ui::UI_Node>(id).UI_IsEnabled(); }
-    /// Where the name's cell is in the list.
+    /// The place of the name's cell in the list.
     QPoint CellOf(const std::wstring& name, unsigned column) const
     {
         const auto names = Names();

@@ -19,7 +19,7 @@ class RawServer
 
     std::uint16_t Port() const;
     void Accept();
-    /// What stands in the next frame; nothing when the connection has been closed.
+    /// The content of the next frame; empty when the connection has been closed.
     std::optional<std::string> NextFrame();
     /// In pieces of so many bytes, each on its way before the next.
     void Write(std::string_view bytes, std::size_t pieceSize);

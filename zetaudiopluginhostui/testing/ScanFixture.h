@@ -22,9 +22,9 @@ class ScanFixture : public zettesting::HostFixture
     ScanFixture();
     ~ScanFixture() override;
 
-    /// What the scanner of this number does; 1 is the first that is launched.
+    /// The scanner of this number does this; 1 is the first that is launched.
     void Script(int number, const std::vector<std::string>& lines);
-    /// What it was asked, a line for each request; the first line is the trace volume it found.
+    /// The requests that it got, a line for each; the first line is the trace volume it found.
     std::vector<std::string> Log(int number) const;
     int Launches() const;
     void Touch(const std::string& name) const;

@@ -38,10 +38,13 @@ std::optional<std::pair<unsigned, unsigned>> ParseVersion(std::string_view text)
 class Reader
 {
   public:
-    Reader(std::string_view utf8, const std::string& nameForErrors)
+    Reader(std::string_view utf8, const std::string& nameForErrors, const WantedTechnologies& wanted)
         : text(utf8.starts_with(byteOrderMark) ? utf8.substr(byteOrderMark.size()) : utf8), lines(text),
           name(nameForErrors)
-    {}
+    {
+        for (const TechnologyType type : wanted)
+            locatorStarts.push_back(zetcore::string::UTF16to8(TechnologyName(type)) + "|");
+    }
 
     Configuration ReadWhole();
     std::vector<RegistryChange> ReadChangeList();
@@ -53,6 +56,8 @@ class Reader
     template<typename Read>
     bool Try(const pugi::xml_node& element, Read&& read);
 
+    /// It names a plug-in of a technology that is not wanted.
+    bool IsPassedOver(const pugi::xml_node& element) const;
     TechnologyFolders ReadTechnology(const pugi::xml_node& element);
     void KeepUnknown(Unknown& unknown, const pugi::xml_node& child);
 
@@ -72,6 +77,8 @@ class Reader
     std::string_view text;
     zetcore::string::LineCounter lines;
     std::string name;
+    /// Of the technologies that are wanted.
+    std::vector<std::string> locatorStarts;
     pugi::xml_document document;
     std::string version{configurationVersion};
     bool isNewer = false;
@@ -137,6 +144,15 @@ void Reader::KeepUnknown(Unknown& unknown, const pugi::xml_node& child)
                                   At(Offset(child), "text between the elements; passed over"));
 }
 
+bool Reader::IsPassedOver(const pugi::xml_node& element) const
+{
+    const pugi::xml_attribute attribute =
+        locatorStarts.empty() ? pugi::xml_attribute() : element.attribute("locator");
+    return attribute && std::ranges::none_of(locatorStarts, [&attribute](const std::string& start) {
+               return std::string_view(attribute.value()).starts_with(start);
+           });
+}
+
 TechnologyFolders Reader::ReadTechnology(const pugi::xml_node& element)
 {
     TechnologyFolders technology;
@@ -163,6 +179,8 @@ Configuration Reader::ReadWhole()
         if (std::string_view(attribute.name()) != "version")
             AppendUnknown(configuration.unknown, attribute);
     for (const pugi::xml_node& child : root.children()) {
+        if (IsPassedOver(child))
+            continue;
         const std::string_view kind = child.name();
         bool understood = false;
         if (kind == "module") {
@@ -188,6 +206,8 @@ std::vector<RegistryChange> Reader::ReadChangeList()
     const pugi::xml_node root = Parse("changes");
     std::vector<RegistryChange> changes;
     for (const pugi::xml_node& child : root.children()) {
+        if (IsPassedOver(child))
+            continue;
         const std::string_view kind = child.name();
         Try(child, [&] {
             if (kind == "module" || kind == "aside") {
@@ -206,14 +226,16 @@ std::vector<RegistryChange> Reader::ReadChangeList()
 
 } // namespace
 
-Configuration ReadConfiguration(std::string_view utf8, const std::string& nameForErrors)
+Configuration ReadConfiguration(std::string_view utf8, const std::string& nameForErrors,
+                                const WantedTechnologies& wanted)
 {
-    return Reader(utf8, nameForErrors).ReadWhole();
+    return Reader(utf8, nameForErrors, wanted).ReadWhole();
 }
 
-std::vector<RegistryChange> ReadChanges(std::string_view utf8, const std::string& nameForErrors)
+std::vector<RegistryChange> ReadChanges(std::string_view utf8, const std::string& nameForErrors,
+                                        const WantedTechnologies& wanted)
 {
-    return Reader(utf8, nameForErrors).ReadChangeList();
+    return Reader(utf8, nameForErrors, wanted).ReadChangeList();
 }
 
 } // namespace zetaudiofilterhost

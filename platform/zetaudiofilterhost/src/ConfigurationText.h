@@ -72,11 +72,17 @@ class ConfigurationError : public std::runtime_error
     ~ConfigurationError() override;
 };
 
+/// The technologies whose records are to be read; empty for all. Elements that name a plug-in of another one
+/// are passed over unread, so that what is wrong with them goes unnoticed.
+using WantedTechnologies = std::vector<TechnologyType>;
+
 /// Throws `ConfigurationError`. `nameForErrors` is UTF-8, for people.
-Configuration ReadConfiguration(std::string_view utf8, const std::string& nameForErrors);
+Configuration ReadConfiguration(std::string_view utf8, const std::string& nameForErrors,
+                                const WantedTechnologies& wanted = {});
 std::string WriteConfiguration(const Configuration& configuration);
 
-std::vector<RegistryChange> ReadChanges(std::string_view utf8, const std::string& nameForErrors);
+std::vector<RegistryChange> ReadChanges(std::string_view utf8, const std::string& nameForErrors,
+                                        const WantedTechnologies& wanted = {});
 std::string WriteChanges(const std::vector<RegistryChange>& changes);
 
 /// Between a status and its word in the text.

@@ -177,9 +177,14 @@ std::string PluginModuleInfoManager::ToText() const
     return WriteConfiguration(state->MakeConfiguration(true));
 }
 
-void PluginModuleInfoManager::LoadText(const std::string& utf8Text)
+std::shared_ptr<const PluginModuleInfoManager::Copy> PluginModuleInfoManager::MakeCopy() const
 {
-    state->UndoTo(ReadConfiguration(utf8Text, "plug-in configuration"));
+    return std::make_shared<const Copy>(state->MakeCopy());
+}
+
+void PluginModuleInfoManager::UndoTo(const Copy& copy)
+{
+    state->UndoTo(copy);
 }
 
 std::string PluginModuleInfoManager::GetLoadError() const

@@ -171,6 +171,17 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"gone")));
 }
 
+TEST_F(RegistryAsidesTest, OnlyWhatTheSearchItselfFoundToHaveVanishedGoesForGood)
+{
+    const PluginLocator known = Vst(L"/gone/shell.so", L"1"), later = Vst(L"/gone/shell.so", L"2");
+    registry.AddModule(MakeInfo(known));
+    registry.CollectPotentialPlugins(true, vanished);
+    ASSERT_THAT(vanished, ElementsAre(known.ModuleLocator(), known));
+    registry.AddModule(MakeInfo(later));
+    registry.RemovePluginLocators({known, later});
+    EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(later)) << "it came after the search";
+}
+
 TEST_F(RegistryAsidesTest, OfABannedPluginOnlyTheChoiceIsRemembered)
 {
     Add(L"bad");

@@ -137,15 +137,23 @@ TEST_F(RegistryBansTest, ABanThatEveryScanTriesEndsWithAnyResult)
 
 TEST_F(RegistryBansTest, TheResultIsThereWhenTheEndIsTold)
 {
-    Write("a.vst3");
-    registry.SetBannedLocators({BanOf(At("a.vst3"), true)});
-    std::size_t shown = 0;
-    registry.GetBansEndedSignal().connect([&](const Locators&) {
-        registry.SetBannedLocators({});
-        shown = Shown(registry).size();
+    const PluginLocator given = At("given.vst3"), found = At("found.vst3");
+    for (const char* name : {"given.vst3", "found.vst3"})
+        Write(name);
+    registry.SetBannedLocators({BanOf(given, true), BanOf(found, true)});
+    std::vector<Locators> thereWhenTold;
+    registry.GetBansEndedSignal().connect([&](const Locators& locators) {
+        Locators there;
+        for (const PluginLocator& locator : locators)
+            if (registry.Find(locator))
+                there.push_back(locator);
+        thereWhenTold.push_back(there);
     });
-    Give({ResultFor(At("a.vst3"))});
-    EXPECT_EQ(shown, 1u);
+    Give({ResultFor(given)});
+    EXPECT_THAT(thereWhenTold, ElementsAre(ElementsAre(given)));
+    registry.BeginIncrementalSaves();
+    registry.AddModule(ResultFor(found));
+    EXPECT_THAT(thereWhenTold, ElementsAre(ElementsAre(given), ElementsAre(found)));
 }
 
 TEST_F(RegistryBansTest, AModulesResultSpeaksForItsSubComponentsAndOneScannedAloneDoesNot)

@@ -30,7 +30,8 @@ void DeleteOldJournal(const File& file)
 } // namespace
 
 std::vector<RegistryChange> PluginModuleInfoManager::State::ReadJournal(const File& file,
-                                                                        std::string_view content)
+                                                                        std::string_view content,
+                                                                        const WantedTechnologies& wanted)
 {
     std::vector<RegistryChange> changes;
     const File journal = ConfigurationJournal::FileFor(file);
@@ -38,7 +39,7 @@ std::vector<RegistryChange> PluginModuleInfoManager::State::ReadJournal(const Fi
         return changes;
     for (const std::string& entry : ConfigurationJournal::ReadEntries(file, TieOf(content))) {
         try {
-            for (RegistryChange& change : ReadChanges(entry, journal.FullPathUTF8()))
+            for (RegistryChange& change : ReadChanges(entry, journal.FullPathUTF8(), wanted))
                 changes.push_back(std::move(change));
         } catch (const ConfigurationError& error) {
             zetcore::debug::TraceLine(1, "PluginRegistry", error.what());

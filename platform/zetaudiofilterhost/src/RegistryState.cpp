@@ -199,7 +199,18 @@ std::map<PluginLocator, std::string> PluginModuleInfoManager::State::StateTexts(
     return texts;
 }
 
-void PluginModuleInfoManager::State::UndoTo(Configuration configuration)
+PluginModuleInfoManager::Copy PluginModuleInfoManager::State::MakeCopy() const
+{
+    Copy copy{MakeConfiguration(true), {}};
+    for (InfoPtr& aside : copy.content.asides)
+        aside = std::make_shared<PluginModuleInfo>(*aside);
+    copy.enabled.reserve(copy.content.modules.size());
+    for (const InfoPtr& info : copy.content.modules)
+        copy.enabled.push_back(info->IsEnabled());
+    return copy;
+}
+
+void PluginModuleInfoManager::State::UndoTo(const Copy& copy)
 {
     NoteFlippedRecords();
     // The file has not changed, so what is known about it stays, and so does the scan of another program.
@@ -208,7 +219,12 @@ void PluginModuleInfoManager::State::UndoTo(Configuration configuration)
     std::map<PluginLocator, InfoPtr> others = othersAsides;
     std::string error = loadError;
     std::wstring damaged = damagedPath;
-    ReplaceRecords(configuration, {});
+    Configuration content = copy.content;
+    for (InfoPtr& aside : content.asides)
+        aside = std::make_shared<PluginModuleInfo>(*aside);
+    for (std::size_t index = 0; index < content.modules.size(); ++index)
+        content.modules[index]->SetEnabled(copy.enabled[index]);
+    ReplaceRecords(content, {});
     const std::map<PluginLocator, std::string> after = StateTexts();
     std::map<PluginLocator, std::string> all = before;
     all.insert(after.begin(), after.end());
@@ -222,7 +238,7 @@ void PluginModuleInfoManager::State::UndoTo(Configuration configuration)
     othersAsides = std::move(others);
     loadError = std::move(error);
     damagedPath = std::move(damaged);
-    TakeAllFolders(configuration.technologies);
+    TakeAllFolders(content.technologies);
 }
 
 void PluginModuleInfoManager::State::TakeAllFolders(const std::vector<TechnologyFolders>& given)

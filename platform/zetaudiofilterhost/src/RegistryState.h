@@ -17,6 +17,14 @@
 
 namespace zetaudiofilterhost {
 
+struct PluginModuleInfoManager::Copy
+{
+    /// The asides are copies of the registry's own: a scan changes those in place.
+    Configuration content;
+    /// By record.
+    std::vector<bool> enabled;
+};
+
 /// What the registry holds. Main thread, but for what `mutex` guards.
 struct PluginModuleInfoManager::State
 {
@@ -47,8 +55,9 @@ struct PluginModuleInfoManager::State
     /// A scan speaks for the whole of each module that it gives records for, except where all of them were
     /// scanned alone.
     void ForgetWhatResultsReplace(const std::vector<InfoPtr>& results);
+    Copy MakeCopy() const;
     /// Takes this content, which is not the file's, in the place of what is there.
-    void UndoTo(Configuration configuration);
+    void UndoTo(const Copy& copy);
     /// A whole file's: technologies that it does not mention get their default folders. To be called last,
     /// because its signals let others look at the registry.
     void TakeAllFolders(const std::vector<TechnologyFolders>& given);
@@ -104,7 +113,8 @@ struct PluginModuleInfoManager::State
     /// into the journal, as long as the file is as this registry has left it. A failure is traced.
     void KeepFindings();
     static std::vector<RegistryChange> ReadJournal(const zetcore::filesupport::File& file,
-                                                   std::string_view content);
+                                                   std::string_view content,
+                                                   const WantedTechnologies& wanted = {});
 
     // Other programs' saves (RegistryMerge.cpp).
     /// The file holds this, and the folders are as it says.

@@ -1,4 +1,4 @@
-// The whole registry as a text, and back.
+// A copy of the whole registry, and back to it.
 #include <gmock/gmock.h>
 
 #include "RegistryFixture.h"
@@ -45,9 +45,10 @@ TEST_F(RegistryUndoTest, TheTextIsWhatASaveWouldWrite)
         EXPECT_THAT(text, HasSubstr(part));
 }
 
-TEST_F(RegistryUndoTest, LoadingTheTextUndoesEveryChange)
+TEST_F(RegistryUndoTest, GoingBackToTheCopyUndoesEveryChange)
 {
     const std::string before = registry.ToText();
+    const auto copy = registry.MakeCopy();
     Held(registry, Named(L"a")).SetEnabled(false);
     registry.RemovePluginLocators({Named(L"b")});
     registry.PutBackUnreached();
@@ -60,35 +61,58 @@ TEST_F(RegistryUndoTest, LoadingTheTextUndoesEveryChange)
     registry.GetPluginTechnology(TechnologyType::VST)
         ->GetDirectoriesChangedSignal()
         .connect([&raised](const auto&) { ++raised; });
-    registry.LoadText(before);
+    registry.UndoTo(*copy);
     EXPECT_EQ(registry.ToText(), before);
     EXPECT_EQ(raised, 1);
     EXPECT_THAT(Shown(registry), ElementsAre(L"a", L"b"));
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"c")));
 }
 
-TEST_F(RegistryUndoTest, ATextThatIsNoConfigurationChangesNothing)
+TEST_F(RegistryUndoTest, ACopyCanBeGoneBackToAgain)
 {
     const std::string before = registry.ToText();
-    for (const char* text :
-         {"", "no configuration", "<audioplugins version=\"1.1\"><module/></audioplugins>"}) {
-        try {
-            registry.LoadText(text);
-            ADD_FAILURE() << text;
-        } catch (const std::runtime_error& error) {
-            EXPECT_THAT(error.what(), HasSubstr("line 1")) << text;
-        }
+    const auto copy = registry.MakeCopy();
+    for (int time = 1; time <= 2; ++time) {
+        Held(registry, Named(L"a")).SetEnabled(false);
+        registry.RemovePluginLocators({Named(L"a"), Named(L"b")});
+        EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"a"), Named(L"b"), Named(L"c")));
+        Held(registry, Named(L"c")).SetEnabled(false);
+        registry.RemovePluginLocators({Named(L"b")});
+        registry.UndoTo(*copy);
+        EXPECT_EQ(registry.ToText(), before) << time;
     }
+}
+
+TEST_F(RegistryUndoTest, WhatIsAsideIsUndoneAsItWas)
+{
+    const PluginLocator shell = Vst(L"/shell.so", L"1");
+    registry.AddModule(MakeInfo(shell, L"s"));
+    registry.RemovePluginLocators({shell});
+    const std::string before = registry.ToText();
+    ASSERT_THAT(before, HasSubstr("alone=\"true\""));
+    const auto copy = registry.MakeCopy();
+    registry.PutBackUnreached();
+    registry.UndoTo(*copy);
     EXPECT_EQ(registry.ToText(), before);
+}
+
+TEST_F(RegistryUndoTest, WhoeverHasReadTheRecordsSeesThatTheirChoicesWereUndone)
+{
+    const auto copy = registry.MakeCopy();
+    Held(registry, Named(L"a")).SetEnabled(false);
+    const auto changes = registry.GetRecordChanges();
+    registry.UndoTo(*copy);
+    EXPECT_NE(registry.GetRecordChanges(), changes);
+    EXPECT_TRUE(Held(registry, Named(L"a")).IsEnabled());
 }
 
 TEST_F(RegistryUndoTest, WhatWasUndoneIsSavedEvenWhereAnotherProgramHasSavedMeanwhile)
 {
-    const std::string before = registry.ToText();
+    const auto copy = registry.MakeCopy();
     Held(registry, Named(L"a")).SetEnabled(false);
     registry.AddModule(MakeInfo(Named(L"e"), L"e"));
     registry.SaveConfiguration(file, true);
-    registry.LoadText(before);
+    registry.UndoTo(*copy);
     PluginModuleInfoManager other;
     ASSERT_TRUE(other.LoadConfiguration(file));
     other.AddModule(MakeInfo(Named(L"f"), L"f"));
@@ -105,9 +129,10 @@ TEST_F(RegistryUndoTest, AnIncrementalSaveAfterwardsIsAWholeOne)
     registry.BeginIncrementalSaves();
     registry.SaveConfiguration(file, true);
     const std::string before = registry.ToText();
+    const auto copy = registry.MakeCopy();
     registry.AddModule(MakeInfo(Named(L"e"), L"e"));
     ASSERT_TRUE(std::filesystem::exists(journal));
-    registry.LoadText(before);
+    registry.UndoTo(*copy);
     registry.SaveConfiguration(file, true);
     EXPECT_EQ(ReadAll(path), before);
     EXPECT_FALSE(std::filesystem::exists(journal));

@@ -64,7 +64,7 @@ struct RPCClient::State
 
     void OnFrame(const std::string& frame);
     void OnReply(const RPCMessage& message);
-    /// Nothing when there is no such request, or no more.
+    /// Empty when there is no such request, or no more.
     std::map<long long, Pending>::node_type Take(long long id);
     /// Drops all handlers, for good.
     void DropPending();

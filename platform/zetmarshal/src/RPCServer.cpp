@@ -32,7 +32,7 @@ std::string Quoted(const std::string& name)
     return "\"" + (name.size() > shown ? name.substr(0, shown) + "..." : name) + "\"";
 }
 
-/// What a parsed value takes in memory, beside its bytes on the wire.
+/// A parsed value takes so much memory, beside its bytes on the wire.
 constexpr std::size_t bytesOfValue = 100;
 
 std::size_t CountValues(const ValuePtr& value)
@@ -48,7 +48,7 @@ std::size_t CountValues(const ValuePtr& value)
     return count;
 }
 
-/// What the requests take up that have not been answered.
+/// The bytes that unanswered requests take up.
 using Backlog = std::atomic<std::size_t>;
 
 class Responder final : public RPCResponder

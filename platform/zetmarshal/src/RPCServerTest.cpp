@@ -61,7 +61,7 @@ class RPCServerTest : public RPCFixture
         StartPeer();
     }
 
-    /// What the server answers to one frame.
+    /// The server's answers to one frame.
     std::vector<std::string> AnswersTo(const std::string& frame)
     {
         const std::size_t before = peerLog.Now().size();

@@ -8,7 +8,8 @@
 
 namespace zettransport {
 
-/// What arrived is no frame, or breaks a limit. The message says how; nothing more can be read after it.
+/// The bytes that arrived are no frame, or break a limit. The message says how; nothing more can be read
+/// after it.
 class FrameError : public std::runtime_error
 {
   public:
@@ -31,7 +32,7 @@ class FrameReader
     const std::size_t maxHeaderBytes;
     const std::size_t maxFrameBytes;
     std::string buffer;
-    /// What lies before it has been delivered.
+    /// The bytes before it have been delivered.
     std::size_t begin = 0;
     /// Set while a frame's body is awaited.
     std::optional<std::size_t> bodyBytes;

@@ -143,7 +143,7 @@ class MemoryStream final : public ByteStream, public std::enable_shared_from_thi
 
     std::mutex mutex;
     std::shared_ptr<const Handlers> handlers;
-    /// What arrived before the start.
+    /// The bytes that arrived before the start.
     std::string early;
     bool delivering = false;
     bool closed = false;

@@ -67,7 +67,7 @@ std::optional<SocketOwner> AskSocket(const tcp::endpoint& local, const tcp::endp
     if (header.nlmsg_type != SOCK_DIAG_BY_FAMILY)
         return std::nullopt;
     std::memcpy(&found, answer.data() + NLMSG_HDRLEN, sizeof found);
-    // Where the connection is gone, the kernel may come up with one that listens at the same port.
+    // If the connection is gone, the kernel may come up with one that listens at the same port.
     const bool sameEnds = found.id.idiag_sport == question.request.id.idiag_sport &&
                           found.id.idiag_dport == question.request.id.idiag_dport;
     if (!sameEnds || found.idiag_inode == 0)

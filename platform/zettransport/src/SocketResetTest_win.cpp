@@ -26,7 +26,7 @@ TEST_F(SocketResetTest, ClosesWhenTheOtherSideIsGone)
     // The first is answered with a reset, which a later one meets.
     for (int i = 0; i < 1000; ++i)
         farEnd->Send("into the void");
-    // Whether the last frame comes is up to the system: a reset throws away what has not been read.
+    // The system decides if the last frame comes: a reset throws away what has not been read.
     Record(*farEnd, log);
     for (std::size_t events = 1; log.Await(events).size() == events && log.Now().back() != "closed";)
         ++events;

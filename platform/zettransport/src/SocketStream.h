@@ -19,7 +19,8 @@ namespace zettransport {
 class SocketStream final : public ByteStream, public std::enable_shared_from_this<SocketStream>
 {
   public:
-    /// What may wait for a peer that does not read, four of the largest frames; more breaks the connection.
+    /// So much may wait for a peer that does not read, four of the largest frames; more breaks the
+    /// connection.
     static constexpr std::size_t maxQueuedBytes = std::size_t{64} << 20;
 
     SocketStream(std::shared_ptr<IoThreads> io, boost::asio::ip::tcp::socket connected);

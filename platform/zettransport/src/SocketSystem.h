@@ -27,8 +27,8 @@ void Close(NativeSocket socket);
 /// gives what has arrived where the system still has it.
 void EndBothWays(boost::asio::ip::tcp::socket& socket);
 
-/// Whether the process at the other end of a connection within this machine belongs to this process's user;
-/// true where it cannot be told.
+/// True when the process at the other end of a connection within this machine belongs to this process's user,
+/// and when it cannot be told.
 bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote);
 
 } // namespace zettransport::sockets

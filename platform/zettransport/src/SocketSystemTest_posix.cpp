@@ -27,7 +27,7 @@ namespace {
 class SocketSystemTest : public zettesting::HostFixture
 {};
 
-/// What child processes would inherit, of sockets and of the event loop's descriptors.
+/// The sockets and the event loop's descriptors that child processes would inherit.
 std::vector<std::string> InheritableDescriptors()
 {
     std::vector<std::string> inheritable;

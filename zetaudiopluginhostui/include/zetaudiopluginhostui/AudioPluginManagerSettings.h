@@ -6,11 +6,11 @@
 
 namespace zetaudiopluginhostui {
 
-/// What the plug-in manager dialog remembers from one opening to the next. The host owns it and keeps it
-/// between runs; the module never stores it. Plain and trivially copyable.
+/// The plug-in manager dialog remembers these from one opening to the next. The host owns them and keeps them
+/// between runs; the module never stores them. Plain and trivially copyable.
 struct AudioPluginManagerSettings
 {
-    /// Whether a scan that is started from the dialog scans known plug-ins again.
+    /// True when a scan that is started from the dialog scans known plug-ins again.
     bool rescanExisting = false;
     /// The sort column of the plug-in list; 0: none was saved, and the list keeps its own default.
     std::uint32_t sortColumn = 0;

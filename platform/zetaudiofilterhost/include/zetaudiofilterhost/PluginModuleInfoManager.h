@@ -132,18 +132,33 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// that the module had (only of their own, when all of them were scanned alone), and a record that the
     /// user disabled, or the choice remembered for it, keeps it disabled; and it goes to the journal of the
     /// file that was saved last, as long as that file is as this registry left it, so that a crash does not
-    /// lose it. Throws `std::runtime_error` naming the line for a text that is no configuration; the registry
-    /// is then unchanged.
+    /// lose it. An unscanned result says nothing about its module: where records of the module are aside, it
+    /// is left out, so that they can be put back; and it ends no ban. Throws `std::runtime_error` naming the
+    /// line for a text that is no configuration; the registry is then unchanged.
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
+    /// The records in such a text, in its order. No registry is concerned. Throws `std::runtime_error` naming
+    /// the line for a text that is no configuration.
+    static std::vector<InfoPtr> FromConfigurationText(const std::string& utf8Text);
+    /// The records of these technologies in a registry file and its journal, whatever their status, ordered
+    /// by locator; for a program that only looks. No registry is concerned, nothing is written, and a damaged
+    /// file stays where it is. What the file says of other technologies is not read. A missing file has no
+    /// records. Throws `std::runtime_error` naming file and line for a damaged one, `file_exception` when it
+    /// cannot be read.
+    static std::vector<InfoPtr> RecordsInFile(const zetcore::filesupport::File& file,
+                                              const std::vector<TechnologyType>& technologies);
 
-    /// The whole registry (folders, records, choices and what is aside) as a configuration text, and back:
-    /// for undoing in memory what cannot be undone from the disk. `LoadText` replaces the content as
-    /// `LoadConfiguration` does; it throws `std::runtime_error` naming the line for a text that is no
-    /// configuration, and the registry is then unchanged.
+    /// The whole registry (folders, records, choices and what is aside) as a configuration text: what a save
+    /// would write.
     std::string ToText() const;
-    void LoadText(const std::string& utf8Text);
+    /// The registry at a moment. It shares the records, so that it takes little room however many there are.
+    struct Copy;
+    std::shared_ptr<const Copy> MakeCopy() const;
+    /// Undoes in memory what cannot be undone from the disk: replaces the content as `LoadConfiguration`
+    /// does. What somebody has changed inside a record that was there when the copy was made stays, but for
+    /// its enabled flag.
+    void UndoTo(const Copy& copy);
 
     /// Writes folders, records and choices by atomic replacement; with `withModules` false, folders only.
     /// When another program has saved the file since this registry last read or wrote it, what that one

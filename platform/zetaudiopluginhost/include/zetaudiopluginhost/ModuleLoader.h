@@ -11,6 +11,8 @@
 
 namespace zetaudiopluginhost {
 
+struct FormatLoader;
+
 /// When something happened, for reasons that people read: "while being loaded", "in its entry function" and
 /// so on.
 ZETAUDIOPLUGINHOST_API const char* ScanPhaseText(ScanPhase phase);
@@ -28,12 +30,12 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
 
     ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
 
-    /// Whether a shell of this technology may be skipped because its plug-ins are there in another one.
-    static bool HasReplaceableShells(zetaudiofilterhost::TechnologyType type);
-    /// Whether modules of this technology can be why a shell is skipped: those are the ones to set.
+    /// Modules of this technology can be why a shell of another one is skipped.
     static bool ReplacesShells(zetaudiofilterhost::TechnologyType type);
-    /// Other modules, of the same scan or known already: a shell that they replace may be skipped.
-    void SetKnownModules(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+    /// Finds other modules, of the same scan or known already: a shell that they replace may be skipped. It
+    /// is called once, when the first shell has been met.
+    using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
+    void SetKnownModules(FindKnownModules find);
 
     /// Never throws for what the module does or contains. A file that cannot be a plug-in for this process
     /// gives one record with `ModuleStatus::NotAPlugin`, one that may not be read `ModuleStatus::Unreadable`;
@@ -44,8 +46,12 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
 
   private:
+    bool IsShellSkipped(const FormatLoader& format, const zetaudiofilterhost::PluginLocator& shell);
+
     ScanOptions options;
     PhaseCallback onPhase;
+    /// Empty once it has been called.
+    FindKnownModules findKnownModules;
     /// By the shells' technology and comparison name.
     std::set<std::pair<zetaudiofilterhost::TechnologyType, std::wstring>> replacedShells;
 };

@@ -68,7 +68,6 @@ TEST_P(FormatLoaderTest, TheRowSaysHowTheFormatIsAsked)
     EXPECT_EQ(loader->shells.by, facts.shellsAreReplacedBy);
     EXPECT_EQ(loader->shells.comparisonName != nullptr, facts.shellsAreReplacedBy != TechnologyType::None);
     EXPECT_EQ(loader->hasNumericIds, facts.hasNumericIds);
-    EXPECT_EQ(ModuleLoader::HasReplaceableShells(facts.type), loader->shells.comparisonName != nullptr);
 }
 
 // A library of one format under another one's name has none of that one's entry functions.
@@ -100,8 +99,6 @@ TEST(ModuleLoaderTechnologies, OnlyOneThatReplacesShellsIsWorthKnowing)
         if (ModuleLoader::ReplacesShells(static_cast<TechnologyType>(code)))
             replacing.push_back(static_cast<TechnologyType>(code));
     EXPECT_THAT(replacing, ElementsAre(TechnologyType::VST3));
-    for (const auto type : {TechnologyType::None, TechnologyType::AU, static_cast<TechnologyType>(99)})
-        EXPECT_FALSE(ModuleLoader::HasReplaceableShells(type));
 }
 
 class UnknownTechnology : public ModuleLoaderFixture

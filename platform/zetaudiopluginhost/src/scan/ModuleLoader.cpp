@@ -210,12 +210,6 @@ ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)
     : options(scanOptions), onPhase(std::move(phaseCallback))
 {}
 
-bool ModuleLoader::HasReplaceableShells(TechnologyType type)
-{
-    const FormatLoader* format = FindFormatLoader(type);
-    return format && format->shells.by != TechnologyType::None;
-}
-
 bool ModuleLoader::ReplacesShells(TechnologyType type)
 {
     return type != TechnologyType::None &&
@@ -223,13 +217,22 @@ bool ModuleLoader::ReplacesShells(TechnologyType type)
                                [type](const FormatLoader& each) { return each.shells.by == type; });
 }
 
-void ModuleLoader::SetKnownModules(const std::vector<PluginLocator>& locators)
+void ModuleLoader::SetKnownModules(FindKnownModules find)
 {
+    findKnownModules = std::move(find);
     replacedShells.clear();
-    for (const FormatLoader& format : FormatLoaders())
-        for (const PluginLocator& locator : locators)
-            if (format.shells.comparisonName && locator.GetTechnologyType() == format.shells.by)
-                replacedShells.emplace(format.type, format.shells.comparisonName(locator.GetPath()));
+}
+
+bool ModuleLoader::IsShellSkipped(const FormatLoader& format, const PluginLocator& shell)
+{
+    if (options.disableShellSkipping || !format.shells.comparisonName)
+        return false;
+    if (const FindKnownModules find = std::exchange(findKnownModules, {}))
+        for (const PluginLocator& locator : find())
+            for (const FormatLoader& each : FormatLoaders())
+                if (each.shells.comparisonName && locator.GetTechnologyType() == each.shells.by)
+                    replacedShells.emplace(each.type, each.shells.comparisonName(locator.GetPath()));
+    return replacedShells.contains({format.type, format.shells.comparisonName(shell.GetPath())});
 }
 
 ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
@@ -247,10 +250,8 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         outcome.infos = std::move(*described);
     } else {
         ScanSteps steps(onPhase);
-        ModuleVisit visit(locator, *format, options, steps, [this, &locator, format] {
-            return !options.disableShellSkipping && format->shells.comparisonName &&
-                   replacedShells.contains({format->type, format->shells.comparisonName(locator.GetPath())});
-        });
+        ModuleVisit visit(locator, *format, options, steps,
+                          [this, &locator, format] { return IsShellSkipped(*format, locator); });
         outcome = visit.Run(files.library);
     }
     outcome.stamp = stamp;

@@ -155,6 +155,36 @@ TEST_F(ModuleLoaderTest, OnePluginOfAShellCanBeScannedAlone)
     EXPECT_EQ(Only(gone).GetLocator().GetSubcomponent(), L"1");
 }
 
+ModuleLoader::FindKnownModules Found(std::vector<PluginLocator> locators)
+{
+    return [locators = std::move(locators)] { return locators; };
+}
+
+TEST_F(ModuleLoaderTest, KnownModulesAreLookedForOnceAndOnlyForAShell)
+{
+    const PluginLocator shell(TechnologyType::VST,
+                              zettesting::ToWide(zettesting::TestPlugin("good/vst2_shell")));
+    const PluginLocator effect(TechnologyType::VST,
+                               zettesting::ToWide(zettesting::TestPlugin("good/vst2_effect")));
+    int searches = 0;
+    const auto find = [&searches] {
+        ++searches;
+        return std::vector{PluginLocator(TechnologyType::VST3, L"/vst2_shell.vst3")};
+    };
+    ModuleLoader loader({false, true}, {});
+    loader.SetKnownModules(find);
+    loader.Scan(effect);
+    EXPECT_EQ(searches, 0);
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(Only(loader.Scan(shell)).GetStatus(), ModuleStatus::Skipped);
+    EXPECT_EQ(searches, 1);
+
+    ModuleLoader enumerating({true, true}, {});
+    enumerating.SetKnownModules(find);
+    EXPECT_EQ(enumerating.Scan(shell).infos.size(), 3u);
+    EXPECT_EQ(searches, 1);
+}
+
 TEST_F(ModuleLoaderTest, AShellThatIsThereAsVst3IsSkippedUnlessToldOtherwise)
 {
     const std::filesystem::path shell =
@@ -164,14 +194,14 @@ TEST_F(ModuleLoaderTest, AShellThatIsThereAsVst3IsSkippedUnlessToldOtherwise)
     const PluginLocator older(TechnologyType::VST, L"/elsewhere/House-VST2 2.so");
 
     ModuleLoader skipping({false, true}, {});
-    skipping.SetKnownModules({locator, older});
+    skipping.SetKnownModules(Found({locator, older}));
     EXPECT_EQ(skipping.Scan(locator).infos.size(), 3u);
-    skipping.SetKnownModules({locator, newer});
+    skipping.SetKnownModules(Found({locator, newer}));
     EXPECT_EQ(Only(skipping.Scan(locator)).GetStatus(), ModuleStatus::Skipped);
     EXPECT_THAT(Only(skipping.Scan(locator)).GetReason(), HasSubstr("VST3"));
 
     ModuleLoader enumerating({true, true}, {});
-    enumerating.SetKnownModules({locator, newer});
+    enumerating.SetKnownModules(Found({locator, newer}));
     EXPECT_EQ(enumerating.Scan(locator).infos.size(), 3u);
 
     std::filesystem::create_directory(folder / "effects");

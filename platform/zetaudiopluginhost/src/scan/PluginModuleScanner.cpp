@@ -135,7 +135,7 @@ struct PluginModuleScanner::State
     void UseThisProcess()
     {
         auto loader = std::make_shared<ModuleLoader>(options, ModuleLoader::PhaseCallback());
-        loader->SetKnownModules(KnownModules());
+        loader->SetKnownModules([this] { return KnownModules(); });
         entityScan = [loader](const PluginLocator& locator) { return loader->Scan(locator); };
     }
 

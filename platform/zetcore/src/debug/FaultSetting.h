@@ -32,7 +32,7 @@ struct FaultSetting
     friend bool operator==(const FaultSetting&, const FaultSetting&) = default;
 };
 
-/// Nothing when it is malformed.
+/// Empty when it is malformed.
 std::optional<FaultSetting> ParseFaultSetting(std::string_view text);
 
 } // namespace zetcore::debug

@@ -153,7 +153,7 @@ void SetTraceSink(TraceSink sink)
     auto shared = sink ? std::make_shared<const TraceSink>(std::move(sink)) : nullptr;
     TraceState& state = State();
     const std::lock_guard lock(state.mutex);
-    // What the old one holds is destroyed after the lock.
+    // The old one, and all that it holds, is destroyed after the lock.
     state.sink.swap(shared);
     ++state.changes;
 }

@@ -10,7 +10,7 @@ namespace zetcore::filesupport {
 /// Letters, digits, '-', '_' and dots inside: the same name must do as a file and as a kernel object.
 bool IsBlockName(const std::string& name);
 
-/// What is wrong with the arguments of `MemoryMappedFile::Init`; empty when they are right.
+/// Says why the arguments of `MemoryMappedFile::Init` are wrong; empty when they are right.
 std::string RefuseBlock(const std::string& name, std::size_t size, int flags);
 
 } // namespace zetcore::filesupport

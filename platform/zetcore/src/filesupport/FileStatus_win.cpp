@@ -55,7 +55,7 @@ std::error_code RemoveFile(const std::filesystem::path& path)
 
 std::error_code MakePrivateFolder(const std::filesystem::path& path)
 {
-    // What lies in the user's profile inherits a private access list from it.
+    // A folder in the user's profile inherits a private access list from it.
     if (::CreateDirectoryW(SystemPath(path).c_str(), nullptr) != 0)
         return {};
     const std::error_code error = LastSystemError();

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// Where this system keeps things. Empty when there is no such folder.
+/// The folders in which this system keeps things. Empty when there is no such folder.
 namespace zetcore::filesupport {
 
 std::wstring FindExecutableFolder();

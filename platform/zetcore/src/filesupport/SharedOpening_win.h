@@ -8,8 +8,8 @@
 
 namespace zetcore::filesupport {
 
-/// Whether another program that has the file open for a moment (a reader, a writer that replaces it, a search
-/// indexer, a virus scanner) may be why something failed.
+/// True when another program that has the file open for a moment (a reader, a writer that replaces it, a
+/// search indexer, a virus scanner) may be why something failed.
 bool MayPass(DWORD error) noexcept;
 
 /// Opens a file for reading, or with an access of 0 for a look at it, whoever else has it open; tries again

@@ -7,7 +7,7 @@
 
 namespace zetcore::filesupport {
 
-/// What the system's functions are given. The standard library does not know paths in this form.
+/// The system's functions are given this. The standard library does not know paths in this form.
 inline std::wstring SystemPath(const std::filesystem::path& path)
 {
     return LongForm(path.native());

@@ -4,8 +4,8 @@ namespace zetcore::string::codec {
 
 namespace {
 
-/// What a first byte promises: the sequence's length, the bits it brings and the range of the second byte
-/// (narrower than 0x80 to 0xBF where that keeps out long forms, surrogates and values above U+10FFFF).
+/// A first byte promises the sequence's length, the bits it brings and the range of the second byte (narrower
+/// than 0x80 to 0xBF where that keeps out long forms, surrogates and values above U+10FFFF).
 struct LeadByte
 {
     std::size_t length;

@@ -47,7 +47,7 @@ void PlainEventLoop::WaitAndRun(std::chrono::steady_clock::time_point until)
             woken = false;
         }
     }
-    // What is queued now, however late it is; what these calls post is the next call's.
+    // Runs all that is queued now, however late it is. The next call runs what these calls post.
     RunQueuedCalls(QueuedCallCount(), std::chrono::steady_clock::time_point::max());
 }
 

@@ -60,8 +60,8 @@ class ZETMARSHAL_API RPCResponder
 class ZETMARSHAL_API RPCServer
 {
   public:
-    /// What the unanswered requests may take up in memory together; as much as the replies that wait to be
-    /// sent. A single one is always taken.
+    /// The unanswered requests may take up so much memory together; the replies that wait to be sent may do
+    /// the same. A single one is always taken.
     static constexpr std::size_t maxUnansweredBytes = std::size_t{64} << 20;
 
     /// Runs on the session's threads, one at a time. May answer later. An `RPCError` it throws becomes its
@@ -76,7 +76,7 @@ class ZETMARSHAL_API RPCServer
 
     void Register(const std::string& name, Method method);
     void Start();
-    /// What the client announced; empty when it did not.
+    /// The name that the client announced; empty when it did not.
     std::string ClientName() const;
 
   private:

@@ -24,7 +24,7 @@ class ZETTRANSPORT_API ByteStream
     virtual void Start(BytesHandler bytes, ClosedHandler closed) = 0;
     /// Queues the bytes and returns at once; nothing happens on a closed stream. Any thread.
     virtual void Write(std::string bytes) = 0;
-    /// What is queued and not sent yet may be lost. Idempotent. Any thread, a handler's included.
+    /// Bytes that are queued and not sent yet may be lost. Idempotent. Any thread, a handler's included.
     virtual void Close() = 0;
     /// Runs the call where the handlers run, after those that are under way. Any thread.
     virtual void Post(std::function<void()> call) = 0;

@@ -7,7 +7,7 @@
 
 namespace zettransport {
 
-/// Whether the process with this number holds the other end of a connection within this machine; true where
+/// True when the process with this number holds the other end of a connection within this machine, and when
 /// the system does not tell. Any thread.
 ZETTRANSPORT_API bool MayBeProcess(const SocketTransport::Peer& peer, std::uint64_t process);
 

@@ -12,12 +12,12 @@ namespace zetui::dialogs {
 /// or belongs to a window system without such a state.
 bool EnableForeignWindow(HWND window, bool enable);
 
-/// Where it is on the screens, in the window system's own units. None when there is no such window, or the
+/// Its place on the screens, in the window system's own units. Empty when there is no such window, or the
 /// window system does not know windows by a handle.
 std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window);
 
 /// Keeps a window of ours above a foreign one, and hides and minimises it with that; a null owner ends this.
-/// Nothing happens where one of them is gone, or where the toolkit ties the two together itself.
+/// Does nothing when one of them is gone, or when the toolkit ties the two together itself.
 void SetForeignOwner(HWND window, HWND owner);
 
 } // namespace zetui::dialogs

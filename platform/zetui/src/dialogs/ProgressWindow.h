@@ -23,7 +23,7 @@ class PathLabel : public QLabel
   public:
     explicit PathLabel(QWidget* parent);
     void SetPath(const QString& path, const QString& end);
-    /// What is drawn at the present width.
+    /// The text that is drawn at the present width.
     QString ShownText() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -61,7 +61,7 @@ QMessageBox::Icon IconOf(int icon)
     }
 }
 
-/// What closing the window answers.
+/// Closing the window gives this answer.
 int ClosingAnswer(const Question& question)
 {
     if (question.buttonSet & kCancel)

@@ -18,7 +18,7 @@ class QtPresentation : public Presentation
     std::wstring ChooseFolder(const std::wstring& title, ui::WindowVariant parent) override;
 
   private:
-    /// Where the folder chooser opens; empty before its first use.
+    /// The folder chooser opens here; empty before its first use.
     std::wstring lastFolder;
 };
 

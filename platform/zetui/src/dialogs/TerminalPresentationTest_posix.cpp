@@ -1,4 +1,4 @@
-// What only a real terminal and real signals can show.
+// These tests need a real terminal and real signals.
 #include <zetui/dialogs/TerminalPresentation.h>
 
 #include <fcntl.h>
@@ -51,7 +51,7 @@ class TerminalLine : public zettesting::HostFixture
         ::ioctl(master, TIOCSWINSZ, &size);
     }
 
-    /// What has reached the terminal since the last call. The system passes it on in its own time: an end
+    /// All that has reached the terminal since the last call. The system passes it on in its own time: an end
     /// mark tells that all of it has come.
     std::string Output() const
     {

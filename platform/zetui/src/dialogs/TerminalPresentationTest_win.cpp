@@ -1,4 +1,4 @@
-// What only a real console can show.
+// These tests need a real console.
 #include <zetui/dialogs/TerminalPresentation.h>
 
 #include <cstdio>

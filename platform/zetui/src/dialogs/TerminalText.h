@@ -5,7 +5,7 @@
 
 #include "dialogs/BarPosition.h"
 
-/// What the terminal presentation writes, as text. All of it is UTF-8.
+/// The texts that the terminal presentation writes. All of them are UTF-8.
 namespace zetui::dialogs {
 
 /// UTF-8 that cannot command a terminal (`zetcore::string::ForTerminal`).

@@ -96,7 +96,7 @@ void UI_ProgressDialog::BeginModal()
 void UI_ProgressDialog::EndModal()
 {
     FinishClosing();
-    // What the modal phase was for is done when nobody has cancelled it before.
+    // The work of the modal phase is done, because nobody has cancelled it before.
     FillBar();
     Hide();
 }

@@ -12,7 +12,7 @@
 namespace zetui::dialogs {
 namespace {
 
-/// What was shown, and what the user does when asked.
+/// Notes what was shown, and does what the user would do.
 class Recorder : public Presentation
 {
   public:

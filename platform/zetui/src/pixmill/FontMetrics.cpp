@@ -29,7 +29,7 @@ class WidthsCache : public QObject
         connect(application, &QGuiApplication::fontDatabaseChanged, this, [this] { families.clear(); });
     }
     std::map<std::pair<std::string, float>, TextWidths> byFont;
-    /// Whether the system has the family: it takes long to tell.
+    /// True for a family that the system has: it takes long to tell.
     std::map<std::string, bool> families;
 };
 
@@ -73,7 +73,7 @@ bool HasFamily(const std::string& name)
     return families.emplace(name, has).first->second;
 }
 
-/// Where a text may be cut: never inside what is read as one character.
+/// A text may be cut at these places: never inside what is read as one character.
 std::vector<qsizetype> CharacterStarts(const QString& text)
 {
     std::vector<qsizetype> starts;

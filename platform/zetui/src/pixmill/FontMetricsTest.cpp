@@ -35,7 +35,7 @@ TEST_F(Text, WidthsGrowWithTextAndSize)
     EXPECT_GT(Width(L"i"), 0);
     EXPECT_GT(Width(L"ii"), Width(L"i"));
     EXPECT_GT(Width(L"W"), Width(L"i"));
-    // Where fonts are hinted, each letter's width is one of whole pixels.
+    // If fonts are hinted, each letter's width is one of whole pixels.
     const std::wstring reload = L"Reload";
     EXPECT_NEAR(GetTextWidth({"", 24}, reload), 2 * Width(reload), 6);
     EXPECT_EQ(GetTextWidth({ValidateFontName(""), 12}, L"Reload"), Width(L"Reload"));

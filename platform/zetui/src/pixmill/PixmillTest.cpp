@@ -23,7 +23,7 @@ class Drawing : public WindowsFixture
   protected:
     Drawing() { image.fill(Qt::white); }
 
-    /// What is not white any more.
+    /// The part that is not white any more.
     QRect Ink() const
     {
         QRect ink;

@@ -26,7 +26,7 @@ double TextWidths::WidthOf(std::wstring_view text) const
 
 bool TextWidths::AddUp(std::wstring_view text, double& width) const
 {
-    // Where ligatures of three begin.
+    // A ligature of three begins with these two.
     if (text.find(L"ff") != std::wstring_view::npos)
         return false;
     for (std::size_t i = 0; i < text.size(); ++i) {

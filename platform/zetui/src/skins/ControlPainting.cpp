@@ -64,7 +64,7 @@ struct ButtonColors
 
 constexpr Color none{0, 0, 0, 0};
 
-/// What stands out among the buttons, each skin in its way.
+/// True for a button that stands out among the others, in each skin in its way.
 bool StandsOut(const ButtonLook& look)
 {
     return look.variant == Variant::Accent || look.isDefault;

@@ -4,8 +4,8 @@
 
 namespace zetui::skins {
 
-/// What the system's own setting says where the toolkit's palette does not follow it; nothing where the
-/// palette is to be asked.
+/// The system's own setting, if the toolkit's palette does not follow it; empty when the palette is to be
+/// asked.
 std::optional<bool> SystemAsksForDark();
 
 } // namespace zetui::skins

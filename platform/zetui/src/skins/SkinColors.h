@@ -24,7 +24,7 @@ struct SkinColors
     Color hoverRow;
     /// The empty part of progress bars, and the handle of scroll bars.
     Color groove, handle;
-    /// What is refused or destroys, what to look out for, and the surface behind a text that says that
+    /// For a refusal or a destruction, for a caution, and for the surface behind a text that says that
     /// something has failed.
     Color negative, caution, negativeSurface;
 };

@@ -74,7 +74,7 @@ TEST_P(Contrast, OfWhatIsDrawnIsEnoughToSeeIt)
                         {"field on window", colors.fieldOutline, colors.window},
                         {"disabled text on window", colors.disabledText, colors.window},
                         {"disabled text on base", colors.disabledText, colors.base}});
-    // What is quiet on purpose must still be there.
+    // Outlines that are quiet on purpose must still be there.
     ExpectAtLeast(1.15, {{"section outline on window", colors.sectionOutline, colors.window},
                          {"table outline on window", colors.tableOutline, colors.window},
                          {"groove on window", colors.groove, colors.window},

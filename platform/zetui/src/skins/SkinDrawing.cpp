@@ -10,7 +10,7 @@
 #include "skins/SkinProxyStyle.h"
 #include "skins/SkinStyle.h"
 
-// What Qt's options say, in the words of `ControlPainting`.
+// Qt's options are put into the words of `ControlPainting`.
 namespace zetui::skins {
 
 namespace {

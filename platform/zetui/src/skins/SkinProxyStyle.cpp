@@ -39,7 +39,8 @@ bool HasFrame(const QStyleOption& option)
     return frame && frame->lineWidth > 0;
 }
 
-/// Whether a click between the arrows of the platform's style would reach it: what reacts to the pointer.
+/// True for a widget that reacts to the pointer: a click between the arrows of the platform's style would
+/// reach it.
 bool ReactsToPointer(const QWidget* widget)
 {
     return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||

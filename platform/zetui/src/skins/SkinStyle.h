@@ -31,7 +31,7 @@ std::unique_ptr<QStyle> MakeStyle(Skin skin);
 
 /// Called by `SetSkin` and `SetScheme`.
 void SkinChanged();
-/// What the desktop asked for when our palette was not yet set; false without an application.
+/// True when the desktop asked for dark before our palette was set; false without an application.
 bool DesktopIsDark();
 
 } // namespace zetui::skins

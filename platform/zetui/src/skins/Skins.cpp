@@ -17,7 +17,7 @@ struct Choice
     Scheme scheme = Scheme::FollowDesktop;
 };
 
-/// What the host has chosen; `SetSkin` and `SetScheme` put it back.
+/// The host has chosen this; `SetSkin` and `SetScheme` put it back.
 Choice& Chosen()
 {
     static Choice choice;

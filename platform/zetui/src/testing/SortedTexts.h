@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// What the tests of the natural order sort, and how.
+/// The tests of the natural order sort these texts.
 namespace zetui::controls {
 
 using Texts = std::vector<std::wstring>;
@@ -30,7 +30,7 @@ inline Texts InOrder(const NaturalOrder& order, const Texts& texts, bool ascendi
     return sorted;
 }
 
-/// What the collator alone does.
+/// The collator alone sorts like this.
 inline std::vector<int> SortedByCollator(const QLocale& locale, const Texts& texts)
 {
     QCollator collator(locale);

@@ -19,8 +19,8 @@ namespace zetui::ui {
 
 namespace {
 
-/// What `InitializeWindows` has made. Never destroyed: Qt's application object must not die with the static
-/// objects.
+/// `InitializeWindows` has made these. They are never destroyed: Qt's application object must not die with
+/// the static objects.
 struct Windows
 {
     bool initialized = false;

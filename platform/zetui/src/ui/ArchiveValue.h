@@ -32,11 +32,11 @@ struct ArchiveList
 struct ArchiveValue
 {
     std::variant<bool, std::int64_t, double, std::string, ArchiveList> value;
-    /// Where it stands in the file, from 1.
+    /// Its line in the file, from 1.
     int line = 0;
 };
 
-/// What bounds an archive; beyond them it is refused. A dialog's archive has some 50 kilobytes.
+/// These bound an archive; beyond them it is refused. A dialog's archive has some 50 kilobytes.
 inline constexpr std::size_t largestArchive = std::size_t{4} << 20;
 /// Lists are read recursively; a level of nodes takes six of lists.
 inline constexpr int deepestArchiveList = 512;

@@ -19,7 +19,7 @@ struct LayoutChild
     unsigned constraints = 0;
 };
 
-/// Where the children of a view of size `from` belong when its size is `to`. In each direction:
+/// The places of the children of a view of size `from` when its size is `to`. In each direction:
 ///
 /// - A child with constraints there keeps the distances that they name: both sides stretch it (unless its
 ///   size is fixed: then the first side holds), one side moves it with that side.

@@ -8,8 +8,8 @@
 
 namespace zetui::ui {
 
-/// Where a window with content of this size belongs that nobody has placed: in the middle of its parent, or
-/// of the screen, and within reach.
+/// The place of a window with content of this size that nobody has placed: in the middle of its parent, or of
+/// the screen, and within reach.
 QRect CentredOnParent(QSize content, WindowVariant parent);
 /// In the middle of the main screen, and no larger than it has room.
 QRect InMiddleOfScreen(QSize content);

@@ -24,7 +24,7 @@ void CollectReadingOrder(const QWidget& parent, std::vector<QWidget*>& order)
     }
     std::stable_sort(children.begin(), children.end(),
                      [](const QWidget* one, const QWidget* other) { return one->y() < other->y(); });
-    // What begins before the middle of the row's first is in its row.
+    // A child that begins before the middle of the row's first is in its row.
     for (auto rowStart = children.begin(); rowStart != children.end();) {
         const int middle = (*rowStart)->y() + (*rowStart)->height() / 2;
         const auto rowEnd = std::find_if(rowStart, children.end(),

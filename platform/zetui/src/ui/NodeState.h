@@ -40,7 +40,7 @@ struct UI_Node::NodeState
     RectF frame;
     QRect pixels;
     RectF reportedSize;
-    /// Where its layout archive places it; without one, empty.
+    /// Its place in its layout archive; without one, empty.
     std::optional<RectF> archivedFrame;
     bool shown = true;
     std::wstring tooltip;

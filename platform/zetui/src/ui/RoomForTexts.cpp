@@ -11,7 +11,7 @@ namespace {
 
 using RectF = zetcore::geom::RectT<float>;
 
-/// What stays of a gap between items, or of a margin, that is wider. In pixels.
+/// So much stays of a gap between items, or of a margin, that is wider. In pixels.
 constexpr float comfortableGap = 12;
 constexpr float comfortableMargin = 24;
 

@@ -13,7 +13,7 @@ namespace zetui::ui {
 struct RoomItem
 {
     zetcore::geom::RectT<float> frame;
-    /// What it must have at least; 0 where any length will do.
+    /// It must have this at least; 0 when any length will do.
     LayoutSize needed;
     /// To the right and below: the view keeps no more than this behind it.
     LayoutSize margin{std::numeric_limits<float>::infinity(), std::numeric_limits<float>::infinity()};

@@ -6,10 +6,10 @@
 
 namespace zetui::ui {
 
-/// Where a window with this content belongs, so that the user can reach it: where it is, as long as enough of
-/// the strip above its content (where the title bar is) lies on one of the screens; else moved into the
-/// nearest screen, and made no larger than that. All in global coordinates; screens without what panels
-/// cover.
+/// The place of a window with this content at which the user can reach it. It stays where it is, as long as
+/// enough of the strip above its content (where the title bar is) lies on one of the screens; else it is
+/// moved into the nearest screen, and made no larger than that. All in global coordinates; screens without
+/// what panels cover.
 zetcore::geom::RectT<int> KeepOnScreen(const zetcore::geom::RectT<int>& content,
                                        const std::vector<zetcore::geom::RectT<int>>& screens);
 

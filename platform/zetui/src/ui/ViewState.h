@@ -12,8 +12,8 @@ namespace zetui::ui {
 
 struct UI_SubView::ViewState
 {
-    /// Where the children were when somebody last placed them. Each layout starts from there, so that a view
-    /// that shrinks and grows again gets its old look back.
+    /// The places of the children when somebody last placed them. Each layout starts from there, so that a
+    /// view that shrinks and grows again gets its old look back.
     struct Reference
     {
         LayoutSize size;

@@ -29,7 +29,7 @@
 /// is searched for plug-ins. The others are where they are called. Any thread.
 namespace zetcore::debug {
 
-/// Whether any place is set: for callers that would have to make up a name.
+/// True when any place is set: for callers that would have to make up a name.
 ZETCORE_API bool FaultsAreOn();
 ZETCORE_API void FaultPoint(std::string_view place);
 /// A visit of the place; the error that the caller shall behave as if the system had given it, else none.

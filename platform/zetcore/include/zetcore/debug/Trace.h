@@ -34,7 +34,8 @@ ZETCORE_API void Trace(int level, std::string_view category, std::string_view te
 /// Convenience for code that needs no cached answer: asks, adds "\r\n" and writes.
 ZETCORE_API void TraceLine(int level, std::string_view category, std::string_view text);
 
-/// Where lines go. An empty path means standard error. A file that cannot be opened throws `file_exception`.
+/// Lines go to this file. An empty path means standard error. A file that cannot be opened throws
+/// `file_exception`.
 ZETCORE_API void SetTraceFile(const std::wstring& path);
 using TraceSink = std::function<void(int level, std::string_view category, std::string_view text)>;
 /// A sink that takes every line instead; an empty function removes it. It is called by whatever thread

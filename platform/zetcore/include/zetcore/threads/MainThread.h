@@ -10,7 +10,7 @@
 /// the queue.
 namespace zetcore::threads {
 
-/// What an event loop offers to code that must let posted calls run. Registered once, by the program's
+/// An event loop offers this to code that must let posted calls run. Registered once, by the program's
 /// start-up code.
 class ZETCORE_API MainThreadAdaptor
 {

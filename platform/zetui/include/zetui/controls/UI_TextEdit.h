@@ -26,7 +26,7 @@ class ZETUI_API UI_ClearButtonTextEdit : public UI_TextEdit
 {
   public:
     UI_ClearButtonTextEdit();
-    /// What the control itself does with a change: shows or hides the clear button.
+    /// The control itself answers a change: it shows or hides the clear button.
     void EditTextChanged(ui::UI_ControlChangedMessage* message);
     void EditTextChangedInteractively(ui::UI_InteractiveControlChangedMessage* message);
 

@@ -39,8 +39,8 @@ enum class AlertKind
     Caution,
 };
 
-/// What a message box asks; buttons and icons as in `messagebox`. `buttonSet` has at least one known button,
-/// and `defaultButton` is one of the set.
+/// The question of a message box; buttons and icons as in `messagebox`. `buttonSet` has at least one known
+/// button, and `defaultButton` is one of the set.
 struct Question
 {
     std::string title, message;

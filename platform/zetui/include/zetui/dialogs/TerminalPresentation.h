@@ -17,7 +17,7 @@ namespace zetui::dialogs {
 class ZETUI_API TerminalPresentation : public Presentation
 {
   public:
-    /// What it has shown so far, for the program that owns it.
+    /// Counts what it has shown so far, for the program that owns it.
     struct Counts
     {
         int progressDialogs = 0;

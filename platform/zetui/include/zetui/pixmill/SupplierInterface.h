@@ -5,7 +5,7 @@
 
 namespace zetui::pixmill {
 
-/// Where drawing resources come from. The host owns it and keeps it alive while any window that was given it
+/// Drawing resources come from here. The host owns it and keeps it alive while any window that was given it
 /// is open; null stands for the toolkit's own. A host may override what it wants to make itself.
 class ZETUI_API SupplierInterface
 {

@@ -34,7 +34,7 @@ enum class TextTruncation : int
 class Path;
 using PathP = std::shared_ptr<Path>;
 
-/// What lines are drawn with.
+/// Lines are drawn with this.
 struct Pen
 {
     Color color;

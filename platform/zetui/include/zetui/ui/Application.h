@@ -17,9 +17,9 @@ ZETUI_API bool HaveWindows();
 /// True when there is a display, without opening anything: `QT_QPA_PLATFORM`, or a window system's variables
 /// where there is one.
 ZETUI_API bool IsDisplayAvailable();
-/// Where a window with this content belongs on today's screens: where it is, as long as the user can take
-/// hold of it there, else on the nearest screen and no larger than that. Screen coordinates. Without windows:
-/// the same place.
+/// The place of a window with this content on today's screens. It stays where it is, as long as the user can
+/// take hold of it there; else it comes to the nearest screen, and no larger than that. Screen coordinates.
+/// Without windows: the same place.
 ZETUI_API zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content);
 /// A window with this content in the middle of the main screen, no larger than has room there. Without
 /// windows: nothing.

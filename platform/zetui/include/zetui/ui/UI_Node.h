@@ -48,7 +48,7 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     bool UI_IsEnabled() const;
     void UI_SetTooltip(const std::wstring& text);
     std::wstring UI_GetTooltip() const;
-    /// What screen readers say; where it is not set, the control's own text.
+    /// Screen readers say this; when it is not set, the control's own text.
     void UI_SetAccessibleName(const std::wstring& name);
 
     /// Null for a root and for a node that is in no window.

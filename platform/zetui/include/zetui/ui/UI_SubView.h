@@ -26,7 +26,7 @@ struct AutoLayout
     bool layoutChildren = true;
 };
 
-/// Which sides of a node keep their distance to its parent's, and which sizes stay; the archive's bit set.
+/// These sides of a node keep their distance to its parent's, and these sizes stay; the archive's bit set.
 enum Constraint : unsigned
 {
     kConstraintLeft = 1,

@@ -34,7 +34,7 @@ bool EndsIn(std::uint64_t chunk)
 
 } // namespace
 
-/// What one sort works on.
+/// One sort works on these.
 struct NaturalOrder::Keys
 {
     struct Ascii
@@ -42,7 +42,7 @@ struct NaturalOrder::Keys
         std::size_t key, keySize, text, textSize;
         int index;
     };
-    /// What is moved about: a piece of a key, and the place of the rest in `ascii`.
+    /// The sort moves these about: a piece of a key, and the place of the rest in `ascii`.
     struct Piece
     {
         std::uint64_t chunk;
@@ -106,7 +106,7 @@ void NaturalOrder::MakeRanks()
     }
 }
 
-/// Where two letters sort as one of their own, the pair is out of place among those with the same first.
+/// If two letters sort as one of their own, the pair is out of place among those with the same first.
 bool NaturalOrder::AsciiPairsKeepTheirPlace() const
 {
     std::vector<char16_t> seconds;

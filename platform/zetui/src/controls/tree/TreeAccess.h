@@ -4,7 +4,7 @@
 
 namespace zetui::controls {
 
-/// What the parts of a tree know of each other beyond their public operations.
+/// The parts of a tree know this of each other, beyond their public operations.
 struct TreeAccess
 {
     using TreeState = UI_MultiColumnTree::TreeState;

@@ -41,7 +41,7 @@ class TreeCells : public QObject
     std::vector<QWidget*> ControlsOf(const UI_MultiColumnTreeRow* row) const;
     /// The row and position of the cell that holds the widget; -1 for the position when none does.
     std::pair<RowPtr, int> CellOf(const QWidget* widget) const;
-    /// Whether a control in some cell has the keyboard focus.
+    /// True when a control in some cell has the keyboard focus.
     bool HaveFocus() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -11,7 +11,7 @@ namespace zetui::controls {
 class TreeHeader final : public QHeaderView
 {
   public:
-    /// Whether the column with this index keeps its place.
+    /// True when the column with this index keeps its place.
     using KeepsPlace = std::function<bool(int column)>;
     TreeHeader(QWidget* parent, KeepsPlace keepsPlace);
 

@@ -9,7 +9,7 @@ class QKeyEvent;
 
 namespace zetui::controls {
 
-/// What keys do in a tree, whether the list or a control in one of its cells has the focus.
+/// Keys in a tree do this, whether the list or a control in one of its cells has the focus.
 class TreeKeyboard
 {
   public:
@@ -24,7 +24,7 @@ class TreeKeyboard
     /// Moves the focus among the controls of the selected row. Past the last one it leaves the list, before
     /// the first one it is the list's own. False when there was nothing to do: the list itself is left.
     bool MoveThroughControls(bool forward);
-    /// Where Shift extends the selection from.
+    /// Shift extends the selection from this place.
     void SetAnchor(int place) noexcept { anchor = place; }
     int Anchor() const noexcept { return anchor; }
 

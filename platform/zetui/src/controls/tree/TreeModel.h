@@ -27,7 +27,7 @@ class TreeModel final : public QAbstractTableModel
   public:
     /// Asked for as a column: what a row as a whole is called.
     static constexpr int rowHeaderColumn = -1;
-    /// What a cell shows, by place from the top, column and role.
+    /// Tells what a cell shows, by place from the top, column and role.
     using CellData = std::function<QVariant(int place, int column, int role)>;
     explicit TreeModel(CellData cellData);
     ~TreeModel() override;

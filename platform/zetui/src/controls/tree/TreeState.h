@@ -29,8 +29,8 @@ struct TreeOptions
     bool selectableCells = false;
 };
 
-/// What is behind a tree: its rows in fill order, the model and view that show them, and what is still to be
-/// done with them. Rows that are appended are "pending" until they are shown, which happens at once : at the
+/// The inside of a tree: its rows in fill order, the model and view that show them, and what is still to be
+/// done with them. Rows that are appended are "pending" until they are shown, which happens at once: at the
 /// end of the deferred layout, at the next question that depends on it, or when control is back in the event
 /// loop, whichever comes first. Main thread.
 struct UI_MultiColumnTree::TreeState
@@ -55,7 +55,7 @@ struct UI_MultiColumnTree::TreeState
     void UpdateVisibleRowsLater();
 
     void ScrollToTop();
-    /// What is shown in the place of rows while there are none.
+    /// Shown in the place of rows while there are none.
     void SetEmptyText(const std::wstring& text);
     const std::wstring& EmptyText() const noexcept { return emptyText; }
 
@@ -63,7 +63,7 @@ struct UI_MultiColumnTree::TreeState
     int ColumnAtPosition(int position) const;
     int PositionOfColumn(int column) const;
     void ResetColumns(unsigned count);
-    /// What screen readers and type-ahead get.
+    /// Screen readers and type-ahead get these.
     std::wstring CellText(const RowPtr& row, int position) const;
     std::wstring CellTooltip(const RowPtr& row, int position) const;
     /// The position of the column that names a row.
@@ -109,7 +109,7 @@ struct UI_MultiColumnTree::TreeState
     unsigned sortColumn = 0;
     bool sortAscending = true;
     int selectedCell = -1;
-    /// What the last column of a tree without header leaves free at the right edge.
+    /// The last column of a tree without header leaves so much free at the right edge.
     std::optional<float> rightMargin;
 
     DrawCellOfRowCallback drawCell;
@@ -123,7 +123,7 @@ struct UI_MultiColumnTree::TreeState
     QVariant CellData(int place, int column, int role);
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
     std::vector<UI_MultiColumnTreeRow*> RowsSorted(int position);
-    /// None when it is not known of some row.
+    /// Empty when it is not known of some row.
     std::vector<UI_MultiColumnTreeRow*> RowsInKnownOrder() const;
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
@@ -133,7 +133,7 @@ struct UI_MultiColumnTree::TreeState
     int deferred = 0;
     bool rowsPending = false, sortPending = false, visibilityPending = false, renewPending = false;
     bool flushing = false, updatingVisibleRows = false, showsSortIndicator = false;
-    /// Where the list was scrolled to when its rows were removed; kept for the rows that come instead.
+    /// The scroll place when the rows were removed; kept for the rows that come instead.
     std::optional<int> keptScroll;
     int selectionChanges = 0;
     bool selectionChanged = false;

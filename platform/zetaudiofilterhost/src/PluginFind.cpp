@@ -1,11 +1,9 @@
-#include "dialog/FindMatch.h"
+#include <zetaudiofilterhost/PluginFind.h>
 
 #include <cstdint>
 #include <type_traits>
 
-#include "dialog/PluginListText.h"
-
-namespace zetaudiopluginhostui {
+namespace zetaudiofilterhost {
 
 namespace {
 
@@ -36,36 +34,23 @@ void AppendFolded(std::wstring_view text, std::string& folded)
 
 } // namespace
 
-FindMatch::FindMatch(std::wstring_view findText)
+PluginFind::PluginFind(std::wstring_view findText)
 {
     AppendFolded(findText, folded);
 }
 
-bool FindMatch::OccursIn(std::wstring_view text) const
-{
-    std::string foldedText;
-    AppendFolded(text, foldedText);
-    return KeepsTexts(foldedText);
-}
-
-bool FindMatch::Keeps(const PluginListEntry& entry) const
-{
-    std::string texts;
-    AppendTexts(entry, texts);
-    return KeepsTexts(texts);
-}
-
-void FindMatch::AppendTexts(const PluginListEntry& entry, std::string& texts)
-{
-    for (const unsigned column : {kColumnName, kColumnPath, kColumnVersion}) {
-        AppendFolded(GetCellText(column, entry), texts);
-        texts.push_back(separator);
-    }
-}
-
-bool FindMatch::KeepsTexts(std::string_view texts) const noexcept
+bool PluginFind::Keeps(std::string_view texts) const noexcept
 {
     return texts.find(folded) != std::string_view::npos;
 }
 
-} // namespace zetaudiopluginhostui
+void PluginFind::AppendTexts(std::wstring_view name, std::wstring_view path, std::wstring_view version,
+                             std::string& texts)
+{
+    for (const std::wstring_view text : {name, path, version}) {
+        AppendFolded(text, texts);
+        texts.push_back(separator);
+    }
+}
+
+} // namespace zetaudiofilterhost
