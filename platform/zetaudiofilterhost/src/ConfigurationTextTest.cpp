@@ -185,8 +185,7 @@ TEST_F(ConfigurationTextTest, ANewerVersionsFileGivesWhatWeKnowAndKeepsTheRest)
     EXPECT_EQ(read.technologies[0].folders[0].path, L"/old");
     EXPECT_TRUE(HasTraced("file.xml, line 4: element module, attribute locator"));
     const std::string saved = WriteConfiguration(read);
-    for (const std::string kept :
-         {"version=\"2.0\"", "LV2|/b.lv2|", "quarantined", "<folder path=\"/%new\""})
+    for (const std::string kept : {"version=\"2.0\"", "LV2|/b.lv2|", "quarantined", "<folder path=\"/%new\""})
         EXPECT_NE(saved.find(kept), saved.npos) << kept;
     EXPECT_EQ(WriteConfiguration(Read(saved)), saved);
 }
