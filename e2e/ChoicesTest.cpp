@@ -146,7 +146,8 @@ TEST_F(Choices, TheFilterLooksAtNamePathAndVersion)
 
 TEST_F(Choices, FoldersCanBeAddedRemovedAndReset)
 {
-    const std::string line = "VST   " + plugins.string() + "\nVST3  " + plugins.string() + "\n";
+    const std::string line =
+        "VST   " + plugins.string() + "\nVST3  " + plugins.string() + "\nCLAP  " + plugins.string() + "\n";
     EXPECT_EQ(RunWell({"folders"}), line);
     EXPECT_EQ(RunWell({"folders", "list"}), line);
     RunWell({"folders", "add", plugins.string() + "/", "plugins/."});

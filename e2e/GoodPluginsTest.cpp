@@ -61,7 +61,9 @@ TEST_P(GoodPlugins, AllAreFoundWithTheirNamesAndVendors)
         found.emplace(plugin.path, plugin.name, plugin.vendor);
         EXPECT_EQ(plugin.status, "working");
         EXPECT_TRUE(plugin.enabled);
-        EXPECT_EQ(plugin.technology, plugin.path.ends_with(".vst3") ? "VST3" : "VST");
+        EXPECT_EQ(plugin.technology, plugin.path.ends_with(".vst3")   ? "VST3"
+                                     : plugin.path.ends_with(".clap") ? "CLAP"
+                                                                      : "VST");
     }
     EXPECT_EQ(found, ExpectedFacts());
     EXPECT_EQ(summary.found, static_cast<long long>(list.size()));
@@ -144,12 +146,12 @@ TEST_P(GoodPlugins, WithoutJsonTheScanPrintsASummaryAndTheListATable)
     Strings arguments = ScanArguments();
     arguments.insert(arguments.begin(), "scan");
     EXPECT_THAT(RunWell(arguments),
-                testing::ContainsRegex("^11 plug-in files scanned in .* 13 plug-ins found, 0 banned"));
+                testing::ContainsRegex("^14 plug-in files scanned in .* 17 plug-ins found, 0 banned"));
     const std::string table = RunWell({"list"});
     for (const auto& [path, name, vendor] : ExpectedFacts())
         EXPECT_THAT(table, AllOf(HasSubstr(path), HasSubstr(name), HasSubstr(vendor)));
     EXPECT_THAT(table, Not(HasSubstr("\x1b")));
-    EXPECT_THAT(table, HasSubstr("13 plug-ins, 0 banned"));
+    EXPECT_THAT(table, HasSubstr("17 plug-ins, 0 banned"));
 }
 
 } // namespace

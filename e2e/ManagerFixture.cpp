@@ -41,6 +41,7 @@ ManagerFixture::ManagerFixture()
                    {"APPDATA", (home / "config").string()},
                    {"LOCALAPPDATA", (home / "local").string()},
                    {"USERPROFILE", home.string()},
+                   {"CLAP_PATH", std::nullopt},
                    {"VST_PATH", std::nullopt},
                    {"ZET_DEBUG_DATABASE", std::nullopt},
                    {"ZET_TRACE", std::nullopt},

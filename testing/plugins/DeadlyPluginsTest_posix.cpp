@@ -120,6 +120,30 @@ TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
         KilledBySignal(SIGSEGV), "");
 }
 
+TEST(DeadlyPlugins, clap_libraries_crash_where_they_are_named_for)
+{
+    const auto enter = [](const char* plugin) {
+        PrepareChild();
+        const EnteredClap library(plugin);
+        const auto say = [](std::string_view text) {
+            return ::write(STDERR_FILENO, text.data(), text.size());
+        };
+        say("entered ");
+        const clap::PluginFactory& factory = library.Factory();
+        say("made ");
+        for (std::uint32_t i = 0; i < 2; ++i) {
+            factory.getPluginDescriptor(&factory, i);
+            say("described ");
+        }
+        ::_exit(survived);
+    };
+    EXPECT_EXIT(enter("bad/clap_crash_in_init"), KilledBySignal(SIGSEGV), "^$");
+    EXPECT_EXIT(enter("bad/clap_crash_in_factory"), KilledBySignal(SIGSEGV), "^entered $");
+    EXPECT_EXIT(enter("bad/clap_crash_in_descriptor"), KilledBySignal(SIGSEGV), "^entered made described $");
+    EXPECT_EXIT(enter("bad/clap_unknown_version"), KilledBySignal(SIGSEGV), "^$") << "for who does not look";
+    EXPECT_EXIT(enter("good/clap_several"), ExitedWithCode(survived), "described described $");
+}
+
 void UseForASecond(std::string_view plugin)
 {
     PrepareChild();

@@ -138,6 +138,31 @@ TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
         DiedOf{EXCEPTION_ACCESS_VIOLATION}, "");
 }
 
+TEST(DeadlyPlugins, clap_libraries_crash_where_they_are_named_for)
+{
+    const auto enter = [](const char* plugin) {
+        PrepareChild();
+        const EnteredClap library(plugin);
+        const auto say = [](std::string_view text) {
+            ::_write(2, text.data(), static_cast<unsigned>(text.size()));
+        };
+        say("entered ");
+        const clap::PluginFactory& factory = library.Factory();
+        say("made ");
+        for (std::uint32_t i = 0; i < 2; ++i) {
+            factory.getPluginDescriptor(&factory, i);
+            say("described ");
+        }
+        End(survived);
+    };
+    const DiedOf fault{EXCEPTION_ACCESS_VIOLATION};
+    EXPECT_EXIT(enter("bad/clap_crash_in_init"), fault, "^$");
+    EXPECT_EXIT(enter("bad/clap_crash_in_factory"), fault, "^entered $");
+    EXPECT_EXIT(enter("bad/clap_crash_in_descriptor"), fault, "^entered made described $");
+    EXPECT_EXIT(enter("bad/clap_unknown_version"), fault, "^$") << "for who does not look";
+    EXPECT_EXIT(enter("good/clap_several"), ExitedWithCode(survived), "described described $");
+}
+
 TEST(DeadlyPlugins, loops_forever_uses_up_any_time)
 {
     EXPECT_EXIT(UseAndSay("bad/loops_forever", std::chrono::seconds(1)), ExitedWithCode(timeIsUp),

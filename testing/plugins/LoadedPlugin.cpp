@@ -86,6 +86,25 @@ std::vector<TestPluginFacts> AskVst3(const std::string& plugin)
     return facts;
 }
 
+std::vector<TestPluginFacts> AskClap(const std::string& plugin)
+{
+    const EnteredClap library(plugin);
+    std::vector<TestPluginFacts> facts;
+    while (const clap::Descriptor* one = library.Described(static_cast<std::uint32_t>(facts.size()))) {
+        const clap::PluginFactory& factory = library.Factory();
+        const InstancePointer instance(factory.createPlugin(&factory, &NamedClapHost(), one->id));
+        if (!instance->init(instance.get()))
+            throw std::runtime_error(std::string(one->id) + " cannot be initialised");
+        bool isInstrument = false;
+        for (const char* const* feature = one->features; *feature; ++feature)
+            isInstrument = isInstrument || std::string_view(*feature) == clap::instrumentFeature;
+        facts.push_back({plugin, one->name, one->vendor, one->productVersion, one->id, isInstrument});
+    }
+    for (TestPluginFacts& one : facts)
+        one.inShell = facts.size() > 1;
+    return facts;
+}
+
 } // namespace
 
 std::intptr_t AnswerAsHost(vst2::Effect*, std::int32_t opcode, std::int32_t, std::intptr_t, void* pointer,
@@ -194,8 +213,45 @@ vst3::Result ZET_VST3_CALL NamedHost::CreateInstance(const char*, const char*, v
     return vst3::noInterface;
 }
 
+EnteredClap::EnteredClap(std::string_view plugin)
+    : library(LoadLibraryOf(plugin)), entry(library.get<const clap::Entry>(clap::entryName))
+{
+    if (!entry.init(TestPluginLibrary(plugin).string().c_str()))
+        throw std::runtime_error("the library cannot be entered");
+}
+
+EnteredClap::~EnteredClap()
+{
+    entry.deinit();
+}
+
+const clap::PluginFactory& EnteredClap::Factory() const
+{
+    const void* factory = entry.getFactory(clap::pluginFactoryId);
+    if (!factory)
+        throw std::runtime_error("no plug-in factory");
+    return *static_cast<const clap::PluginFactory*>(factory);
+}
+
+const clap::Descriptor* EnteredClap::Described(std::uint32_t index) const
+{
+    const clap::PluginFactory& factory = Factory();
+    return index < factory.getPluginCount(&factory) ? factory.getPluginDescriptor(&factory, index) : nullptr;
+}
+
+const clap::Host& NamedClapHost()
+{
+    static constexpr auto ignore = [](const clap::Host*) {};
+    static constexpr auto noExtension = [](const clap::Host*, const char*) -> const void* { return nullptr; };
+    static const clap::Host host{
+        clap::interfaceVersion, nullptr, "Plug-in test", "", "", "1", noExtension, ignore, ignore, ignore};
+    return host;
+}
+
 std::vector<TestPluginFacts> AskForFacts(const std::string& plugin)
 {
+    if (plugin.find("/clap_") != std::string::npos)
+        return AskClap(plugin);
     return plugin.find("/vst3_") == std::string::npos ? AskVst2(plugin) : AskVst3(plugin);
 }
 

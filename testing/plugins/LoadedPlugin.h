@@ -11,11 +11,13 @@
 #include <boost/dll/shared_library.hpp>
 #include <zettesting/TestPlugins.h>
 
+#include "clap/ClapAbi.h"
 #include "vst2/Vst2Abi.h"
 #include "vst3/Vst3Abi.h"
 
 namespace zettesting {
 
+namespace clap = zetaudiopluginhost::clap;
 namespace vst2 = zetaudiopluginhost::vst2;
 namespace vst3 = zetaudiopluginhost::vst3;
 
@@ -107,6 +109,35 @@ class NamedHost final : public vst3::IHostApplication
   private:
     std::uint32_t references = 0;
 };
+
+/// A CLAP library, entered, and left when this goes.
+class EnteredClap
+{
+  public:
+    explicit EnteredClap(std::string_view plugin);
+    ~EnteredClap();
+    EnteredClap(const EnteredClap&) = delete;
+    EnteredClap& operator=(const EnteredClap&) = delete;
+
+    const clap::PluginFactory& Factory() const;
+    /// Null in the end, and where the library gives none.
+    const clap::Descriptor* Described(std::uint32_t index) const;
+    /// "CountEntered" or "CountInstances".
+    int Count(const char* what) const { return library.get<int()>(what)(); }
+
+  private:
+    boost::dll::shared_library library;
+    const clap::Entry& entry;
+};
+
+/// With a name, and without extensions.
+const clap::Host& NamedClapHost();
+
+struct DestroyInstance
+{
+    void operator()(const clap::Plugin* plugin) const { plugin->destroy(plugin); }
+};
+using InstancePointer = std::unique_ptr<const clap::Plugin, DestroyInstance>;
 
 /// What a good plug-in says of itself through the formats' own interfaces.
 std::vector<TestPluginFacts> AskForFacts(const std::string& plugin);

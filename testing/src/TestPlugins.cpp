@@ -51,6 +51,12 @@ fs::path TestPluginLibrary(std::string_view name)
 const std::vector<TestPluginFacts>& GoodTestPluginFacts()
 {
     static const std::vector<TestPluginFacts> facts = {
+        {"good/clap_effect", "Reed Delay", "Marrow Lane Audio", "1.2.0", "audio.marrowlane.reed-delay"},
+        {"good/clap_instrument", "Warbler", "Hedgerow Sound", "0.8.11-beta", "audio.hedgerow.warbler", true},
+        {"good/clap_several", "Cairn Hall", "Fennel and Flint", "4.0.1", "net.fennel-and-flint.cairn-hall",
+         false, true},
+        {"good/clap_several", "Cairn Org\xC3\xA3o \xE2\x98\x82", "Fennel and Flint", "4.0.2",
+         "net.fennel-and-flint.cairn-organ", true, true},
         {"good/vst2_effect", "Pebble Delay", "Marrow Lane Audio", "1203", "1348617324"},
         {"good/vst2_main_entry", "Old Mill Chorus", "Hedgerow Sound", "110", "1332560744"},
         {"good/vst2_named_when_open", "Harbour Glow", "Marrow Lane Audio", "1410", "1215448940"},

@@ -115,6 +115,26 @@ TEST_F(DialogScans, KnownPluginsAreScannedAgainOnlyWhenThatIsChosen)
     EXPECT_FALSE((*TheRegistry().PluginInfoBegin())->IsEnabled()) << "the user's choice stays";
 }
 
+TEST_F(DialogScans, PluginsOfOneFileAreRowsThatAreSwitchedOneByOne)
+{
+    TheRegistry()
+        .GetPluginTechnology(zetaudiofilterhost::TechnologyType::CLAP)
+        ->AddPluginDirectories({ToWide(plugins)});
+    Copy("good/clap_several", "several");
+    OpenDialog();
+    EXPECT_THAT(Folders(), ElementsAre(ToWide(plugins))) << "the folders of VST plug-ins only";
+    Press(ids::kUpdateButton);
+    const std::wstring hall = L"Cairn Hall", organ = L"Cairn Org\u00E3o \u2602";
+    EXPECT_THAT(Names(), ElementsAre(hall, organ));
+    EXPECT_THAT(ColumnTexts(kColumnType), ElementsAre(L"CLAP", L"CLAP"));
+    PressAt(*CheckboxOf(hall), 7, 7);
+    PressAt(Node<UI_Node>(ids::kRescanExisting), 7, 7);
+    Press(ids::kUpdateButton);
+    EXPECT_THAT(Names(), ElementsAre(hall, organ));
+    EXPECT_FALSE(CheckboxOf(hall)->IsChecked());
+    EXPECT_TRUE(CheckboxOf(organ)->IsChecked());
+}
+
 TEST_F(DialogScans, APluginThatCrashesTheScannerIsListedAsBannedAndTheOthersWork)
 {
     Copy("good/vst2_effect", "effect");

@@ -51,7 +51,7 @@ struct RegistryChange
 };
 
 /// The version of the format that this code writes.
-inline constexpr std::string_view configurationVersion = "1.1";
+inline constexpr std::string_view configurationVersion = "1.2";
 
 struct Configuration
 {

@@ -106,7 +106,7 @@ TEST_F(ConfigurationTextTest, UnknownElementsAndAttributesSurviveAtEveryLevel)
         "    <folder path=\"/usr/lib/vst\" depth=\"3\"><skip name=\"x&amp;y\" /></folder>\n"
         "    <exclude path=\"/tmp\" />\n"
         "  </technology>\n"
-        "  <technology name=\"CLAP\"><folder path=\"/clap\" /></technology>\n"
+        "  <technology name=\"LV2\"><folder path=\"/lv2\" /></technology>\n"
         "  <module locator=\"VST|/a.so|\" stars=\"5 &lt; 6\"><tag>quiet &amp; warm</tag><tag /></module>\n"
         "  <choice locator=\"VST|/b.so|\" enabled=\"false\" stars=\"1\"><note /></choice>\n"
         "  <layout><column width=\"10\" /></layout>\n",
@@ -115,7 +115,7 @@ TEST_F(ConfigurationTextTest, UnknownElementsAndAttributesSurviveAtEveryLevel)
     EXPECT_EQ(WriteConfiguration(Read(once)), once);
     for (const std::string kept :
          {" theme=\"dark\"", " order=\"date\"", " depth=\"3\"", "<skip name=\"x&amp;y\"",
-          "<exclude path=\"/tmp\"", "<technology name=\"CLAP\"><folder path=\"/clap\"", " stars=\"5 &lt; 6\"",
+          "<exclude path=\"/tmp\"", "<technology name=\"LV2\"><folder path=\"/lv2\"", " stars=\"5 &lt; 6\"",
           "<tag>quiet &amp; warm</tag><tag", " stars=\"1\"", "<note", "<layout><column width=\"10\""})
         EXPECT_NE(once.find(kept), once.npos) << kept << " in " << once;
 }
@@ -172,7 +172,7 @@ TEST_F(ConfigurationTextTest, DamageIsNamedWithTextAndLine)
 TEST_F(ConfigurationTextTest, ANewerVersionsFileGivesWhatWeKnowAndKeepsTheRest)
 {
     const std::string text = Whole("<module locator=\"VST|/a.so|\" name=\"Good\"/>\n"
-                                   "<module locator=\"CLAP|/b.clap|\" name=\"Other\"/>\n"
+                                   "<module locator=\"LV2|/b.lv2|\" name=\"Other\"/>\n"
                                    "<module locator=\"VST|/c.so|\" status=\"quarantined\"/>\n"
                                    "<technology name=\"VST\"><folder path=\"/%new\"/><folder path=\"/old\"/>"
                                    "</technology>\n",
@@ -185,8 +185,7 @@ TEST_F(ConfigurationTextTest, ANewerVersionsFileGivesWhatWeKnowAndKeepsTheRest)
     EXPECT_EQ(read.technologies[0].folders[0].path, L"/old");
     EXPECT_TRUE(HasTraced("file.xml, line 4: element module, attribute locator"));
     const std::string saved = WriteConfiguration(read);
-    for (const std::string kept :
-         {"version=\"2.0\"", "CLAP|/b.clap|", "quarantined", "<folder path=\"/%new\""})
+    for (const std::string kept : {"version=\"2.0\"", "LV2|/b.lv2|", "quarantined", "<folder path=\"/%new\""})
         EXPECT_NE(saved.find(kept), saved.npos) << kept;
     EXPECT_EQ(WriteConfiguration(Read(saved)), saved);
 }
@@ -214,7 +213,8 @@ TEST_F(ConfigurationTextTest, ManyElementsThatCannotBeReadAreTracedInOnePass)
 TEST_F(ConfigurationTextTest, AnOlderOrEqualVersionIsWrittenAsOurs)
 {
     EXPECT_EQ(Read(Whole("", "0.9")).version, configurationVersion);
-    EXPECT_EQ(Read(Whole("", "1.1")).version, "1.1");
+    EXPECT_EQ(Read(Whole("", "1.1")).version, configurationVersion);
+    EXPECT_EQ(Read(Whole("", "1.2")).version, "1.2");
 }
 
 TEST_F(ConfigurationTextTest, AByteOrderMarkIsAllowed)

@@ -137,12 +137,13 @@ TEST(PluginLocator, TheModuleLocatorLeavesTheSubcomponentOut)
     EXPECT_EQ(locator.ModuleLocator(), PluginLocator(TechnologyType::VST, L"/b"));
 }
 
-TEST(TechnologyName, KnowsTheThreeTechnologies)
+TEST(TechnologyName, KnowsEveryTechnology)
 {
     EXPECT_EQ(TechnologyName(static_cast<TechnologyType>(2)), L"VST");
     EXPECT_EQ(TechnologyName(static_cast<TechnologyType>(3)), L"VST3");
     EXPECT_EQ(TechnologyName(static_cast<TechnologyType>(4)), L"AU");
-    for (const int code : {-1, 0, 1, 5})
+    EXPECT_EQ(TechnologyName(static_cast<TechnologyType>(5)), L"CLAP");
+    for (const int code : {-1, 0, 1, 6})
         EXPECT_EQ(TechnologyName(static_cast<TechnologyType>(code)), L"");
 }
 

@@ -32,15 +32,15 @@ class PluginModuleInfoManagerTest : public RegistryFixture
     }
 };
 
-TEST_F(PluginModuleInfoManagerTest, StartsEmptyWithItsThreeTechnologies)
+TEST_F(PluginModuleInfoManagerTest, StartsEmptyWithEveryTechnology)
 {
     EXPECT_EQ(registry.PluginInfoBegin(), registry.PluginInfoEnd());
     EXPECT_EQ(registry.RecordCount(), 0u);
-    for (const int code : {2, 3, 4}) {
+    for (const int code : {2, 3, 4, 5}) {
         ASSERT_TRUE(registry.GetPluginTechnology(code));
         EXPECT_EQ(static_cast<int>(registry.GetPluginTechnology(code)->GetType()), code);
     }
-    for (const int code : {-1, 0, 1, 5})
+    for (const int code : {-1, 0, 1, 6})
         EXPECT_FALSE(registry.GetPluginTechnology(code));
     EXPECT_FALSE(registry.Find(Vst(L"/a.so")));
     EXPECT_EQ(PluginModuleInfoManager::GetInstance(), PluginModuleInfoManager::GetInstance());

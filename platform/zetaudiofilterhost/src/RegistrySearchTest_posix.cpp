@@ -321,6 +321,7 @@ TEST_F(PosixSearchTest, TheDefaultFoldersAreTheOnesOfThePathTheUserAndTheSystem)
 {
     const zettesting::ScopedEnvironment home("HOME", "/home/someone");
     const zettesting::ScopedEnvironment list("VST_PATH", "/first::/usr/lib/vst/:/last");
+    const zettesting::ScopedEnvironment claps("CLAP_PATH", "/my/clap");
     zetcore::filesupport::commondirs::SetExecutableDir(L"/opt/host");
     int changes = 0;
     Folders().GetDirectoriesChangedSignal().connect([&changes](const auto&) { ++changes; });
@@ -333,6 +334,8 @@ TEST_F(PosixSearchTest, TheDefaultFoldersAreTheOnesOfThePathTheUserAndTheSystem)
         FoldersOf(registry, TechnologyType::VST3),
         ElementsAre(L"/home/someone/.vst3", L"/usr/local/lib/vst3", L"/usr/lib/vst3", L"/opt/host/vst3"));
     EXPECT_THAT(FoldersOf(registry, TechnologyType::AU), IsEmpty());
+    EXPECT_THAT(FoldersOf(registry, TechnologyType::CLAP),
+                ElementsAre(L"/my/clap", L"/home/someone/.clap", L"/usr/lib/clap"));
     EXPECT_EQ(changes, 1);
 }
 

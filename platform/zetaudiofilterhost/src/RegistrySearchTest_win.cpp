@@ -101,6 +101,7 @@ TEST_F(WindowsSearchTest, TheDefaultFoldersAreThoseOfThePathTheRegistryTheUserAn
     const MachineKeys keys;
     keys.SetVstFolder(L"D:\\My VST");
     const zettesting::ScopedEnvironment list("VST_PATH", "E:\\first;;E:\\second\\");
+    const zettesting::ScopedEnvironment claps("CLAP_PATH", "E:\\clap");
     const zettesting::ScopedEnvironment programs("ProgramFiles", "P:\\Programs");
     const zettesting::ScopedEnvironment common("CommonProgramFiles", "P:\\Common");
     const zettesting::ScopedEnvironment local("LOCALAPPDATA", "U:\\Local");
@@ -113,6 +114,8 @@ TEST_F(WindowsSearchTest, TheDefaultFoldersAreThoseOfThePathTheRegistryTheUserAn
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST3),
                 ElementsAre(L"U:\\Local\\Programs\\Common\\VST3", L"P:\\Common\\VST3", L"H:\\Host\\VST3"));
     EXPECT_THAT(FoldersOf(registry, TechnologyType::AU), IsEmpty());
+    EXPECT_THAT(FoldersOf(registry, TechnologyType::CLAP),
+                ElementsAre(L"E:\\clap", L"P:\\Common\\CLAP", L"U:\\Local\\Programs\\Common\\CLAP"));
 }
 
 TEST_F(WindowsSearchTest, WithoutARegisteredFolderTheDefaultsStartWithTheSystems)

@@ -27,7 +27,7 @@ struct TestPluginFacts
     std::string version;  ///< VST2: the number in decimal; empty when it tells none
     std::string uniqueId; ///< VST2: 32 bits, unsigned, in decimal; VST3: 32 upper-case hexadecimal digits
     bool synth = false;
-    bool inShell = false; ///< one of a VST2 shell's plug-ins
+    bool inShell = false; ///< one of a VST2 shell's plug-ins, or of several in a CLAP file
 };
 
 /// All of them, in the order of `plugin` and then of the module itself.

@@ -14,6 +14,7 @@ enum class TechnologyType : int
     VST = 2,
     VST3 = 3,
     AU = 4,
+    CLAP = 5,
 };
 
 /// As it is written in files and shown; empty for one that is not among `PluginFormats`.

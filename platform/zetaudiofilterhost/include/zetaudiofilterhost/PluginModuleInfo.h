@@ -44,7 +44,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     const std::wstring& GetVersionString() const noexcept { return version; }
     const std::wstring& GetVendor() const noexcept { return vendor; }
     const std::wstring& GetCategory() const noexcept { return category; }
-    /// VST2: the 32-bit id in decimal; VST3: the 32 hexadecimal digits of the class id.
+    /// VST2: the 32-bit id in decimal; VST3: the 32 hexadecimal digits of the class id; CLAP: the plug-in's
+    /// id.
     const std::wstring& GetUniqueId() const noexcept { return uniqueId; }
     /// The number that the plug-in itself gives for its version; 0 when it gives none.
     std::int64_t GetNumericVersion() const noexcept { return numericVersion; }

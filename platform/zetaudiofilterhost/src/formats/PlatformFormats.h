@@ -10,6 +10,7 @@ namespace zetaudiofilterhost {
 
 FormatFiles Vst2Files();
 FormatFiles Vst3Files();
+FormatFiles ClapFiles();
 /// These are the same on every platform.
 inline constexpr std::string_view vst3Descriptions[] = {"Contents/Resources/moduleinfo.json",
                                                         "Contents/moduleinfo.json"};

@@ -25,6 +25,12 @@ constexpr DefaultFolder vst3Folders[] = {
 };
 constexpr BundleLayout vst3Bundle{"Contents", "x86_64-linux", L".so", vst3Descriptions};
 
+constexpr DefaultFolder clapFolders[] = {
+    {Kind::PathList, "CLAP_PATH"},
+    {Kind::InHome, ".clap"},
+    {Kind::Absolute, "/usr/lib/clap"},
+};
+
 } // namespace
 
 const wchar_t pathListSeparator = L':';
@@ -37,6 +43,11 @@ FormatFiles Vst2Files()
 FormatFiles Vst3Files()
 {
     return {L".vst3", &vst3Bundle, vst3Folders};
+}
+
+FormatFiles ClapFiles()
+{
+    return {L".clap", nullptr, clapFolders};
 }
 
 std::wstring MachineRegistryText(const char* /*key*/, const char* /*value*/)

@@ -26,6 +26,12 @@ constexpr DefaultFolder vst3Folders[] = {
 };
 constexpr BundleLayout vst3Bundle{"Contents", "x86_64-win", L".vst3", vst3Descriptions};
 
+constexpr DefaultFolder clapFolders[] = {
+    {Kind::PathList, "CLAP_PATH"},
+    {Kind::InVariable, "CLAP", "CommonProgramFiles"},
+    {Kind::InVariable, "Programs\\Common\\CLAP", "LOCALAPPDATA"},
+};
+
 } // namespace
 
 const wchar_t pathListSeparator = L';';
@@ -38,6 +44,11 @@ FormatFiles Vst2Files()
 FormatFiles Vst3Files()
 {
     return {L".vst3", &vst3Bundle, vst3Folders};
+}
+
+FormatFiles ClapFiles()
+{
+    return {L".clap", nullptr, clapFolders};
 }
 
 std::wstring MachineRegistryText(const char* key, const char* value)

@@ -46,6 +46,7 @@ std::vector<Facts> AllFacts()
         {2, L"VST", std::string(zettesting::ModuleSuffix()), false, "VST_PATH"},
         {3, L"VST3", ".vst3", true, std::nullopt},
         {4, L"AU", "", false, std::nullopt},
+        {5, L"CLAP", ".clap", false, "CLAP_PATH"},
     };
 }
 

@@ -14,6 +14,7 @@ std::span<const PluginFormat> PluginFormats()
         PluginFormat{TechnologyType::VST3, L"VST3", Vst3Files()},
         // Audio Units are on macOS only: a file that a macOS host has saved keeps what it says of them.
         PluginFormat{TechnologyType::AU, L"AU", {}},
+        PluginFormat{TechnologyType::CLAP, L"CLAP", ClapFiles()},
     };
     return formats;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "clap/ClapLoader.h"
 #include "vst2/Vst2Loader.h"
 #include "vst3/Vst3Loader.h"
 
@@ -10,7 +11,7 @@ namespace zetaudiopluginhost {
 
 std::span<const FormatLoader> FormatLoaders()
 {
-    static const std::array loaders{vst2::Loader(), vst3::Loader()};
+    static const std::array loaders{vst2::Loader(), vst3::Loader(), clap::Loader()};
     return loaders;
 }
 

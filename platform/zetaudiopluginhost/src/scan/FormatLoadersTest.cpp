@@ -36,6 +36,7 @@ void PrintTo(const Facts& facts, std::ostream* stream)
 const std::vector<Facts> allFacts{
     {TechnologyType::VST, {"VSTPluginMain", "main"}, false, TechnologyType::VST3, true},
     {TechnologyType::VST3, {"GetPluginFactory"}, true, TechnologyType::None, false},
+    {TechnologyType::CLAP, {"clap_entry"}, false, TechnologyType::None, false},
 };
 
 TEST(FormatLoaders, EveryFormatOfThisPlatformHasOneAndNoOther)
@@ -72,7 +73,7 @@ TEST_P(FormatLoaderTest, TheRowSaysHowTheFormatIsAsked)
 // A library of one format under another one's name has none of that one's entry functions.
 TEST_P(FormatLoaderTest, ALibraryOfAnotherFormatIsNotLoaded)
 {
-    for (const char* plugin : {"good/vst2_effect", "good/vst3_single_file"}) {
+    for (const char* plugin : {"good/vst2_effect", "good/vst3_single_file", "good/clap_effect"}) {
         const std::filesystem::path source = zettesting::TestPlugin(plugin);
         const PluginLocator own = LocatorOf(source);
         if (own.GetTechnologyType() == GetParam().type)
