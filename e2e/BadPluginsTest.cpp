@@ -175,7 +175,7 @@ TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
     Scan();
     const bool wasBanned = IsBanned();
     const bool isTriedAgain = GetParam().verdict == Verdict::CouldNotLoad;
-    // One that was tried again was banned anew, at another time.
+    // A plug-in that was tried again was banned anew, at another time.
     const auto list = isTriedAgain ? WithoutTimes(List()) : List();
     const ScanSummary second = Scan();
     EXPECT_EQ(second.exitStatus, 0) << second.messages;

@@ -11,7 +11,7 @@
 class ElfFile
 {
   public:
-    /// Nothing when the file is no program and no library: an object file, a script.
+    /// Empty for a file that is no program and no library: an object file, a script.
     static std::optional<ElfFile> Read(const std::filesystem::path& file);
 
     struct Symbol
@@ -22,8 +22,8 @@ class ElfFile
     };
     /// Others can link with these.
     std::vector<Symbol> Exports() const;
-    /// Where the loader looks for libraries, entry by entry as they are written; the empty one stands for the
-    /// current folder. Nothing when it has no such path.
+    /// The places in which the loader looks for libraries, entry by entry as they are written; the empty one
+    /// stands for the current folder. Nothing when it has no such path.
     std::vector<std::string> RuntimePath() const;
 
   private:

@@ -21,7 +21,7 @@ zetaudiofilterhost::PluginLocator LocatorOfPath(const std::wstring& absolutePath
 /// The same of an argument. A plug-in that is known under a name that tells no technology is found, too.
 zetaudiofilterhost::PluginLocator LocatorOfArgument(const HostSession& session, std::string_view argument);
 
-/// Those that tell a technology, for messages.
+/// The extensions that tell a technology, for messages.
 std::string ModuleExtensions();
 
 /// As the system's operations take it.

@@ -70,7 +70,7 @@ std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& 
 
 /// `All` are those that the manager's window lists: working and banned ones.
 bool IsChosen(const PluginRow& row, RowChoice choice);
-/// Those that are chosen and that the manager's find box would find by the text, too.
+/// The chosen rows that the manager's find box would find by the text, too.
 std::vector<PluginRow> FilterRows(std::vector<PluginRow> rows, std::wstring_view text, RowChoice choice);
 
 } // namespace zetaudiopluginmanager

@@ -54,7 +54,7 @@ class RegistrySnapshot
     RegistrySnapshot(const zetaudiofilterhost::PluginModuleInfoManager& registry,
                      const zetaudiopluginhost::BannedPluginManager& bannedList);
 
-    /// What a scan of these plug-ins has changed from here to `after`; what else has changed meanwhile is
+    /// The changes that a scan of these plug-ins has made from here to `after`; other changes meanwhile are
     /// left out, but for what has gone. `unreached` is as given: plug-ins that are listed or banned no more
     /// because they are among them have not gone.
     ScanChanges ChangesTo(const RegistrySnapshot& after, const Locators& scanned,
@@ -85,7 +85,7 @@ class RegistrySnapshot
 
     std::map<zetaudiofilterhost::PluginLocator, Record> records;
     std::map<zetaudiofilterhost::PluginLocator, zetaudiopluginhost::BanInfo> bans;
-    /// Those that could not be read, and why.
+    /// The folders that could not be read, each with the reason.
     std::map<std::wstring, std::string> unreadableFolders;
 };
 

@@ -44,7 +44,7 @@ class ScanWatch
 
   private:
     void OnInfosChanged();
-    /// Those that are not reached and were banned before.
+    /// Plug-ins that were not reached and had been banned before.
     std::vector<zetaudiofilterhost::PluginLocator>
     BanAgain(const std::vector<ChangedPlugin>& unreached) const;
 

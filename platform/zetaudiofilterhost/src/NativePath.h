@@ -10,7 +10,7 @@ namespace zetaudiofilterhost {
 
 std::filesystem::path ToNativePath(const std::wstring& text);
 std::wstring FromNativePath(const std::filesystem::path& path);
-/// Whether two names of path components, or two extensions, are one to the file system.
+/// True when two names of path components, or two extensions, are one to the file system.
 bool IsSameFileName(std::wstring_view left, std::wstring_view right);
 
 /// True for an entry that leads elsewhere: a symbolic link, a junction.

@@ -62,7 +62,7 @@ enum class FilePresence
     /// It cannot be told: no permission, a share that is down.
     Unknown,
 };
-/// Whether a module of the locator's format is at the path.
+/// Looks for a module of the locator's format at its path.
 FilePresence FindPresence(const PluginLocator& module);
 
 } // namespace zetaudiofilterhost

@@ -46,7 +46,7 @@ TEST_F(RegistryAsidesMergeTest, ASecondHostThatStartsDuringAScanDoesNotUndoItsRe
     Result(registry, {MakeInfo(Named(L"b"), L"b anew")});
     Save();
     EXPECT_THAT(Shown(registry), ElementsAre(L"a anew", L"b anew"));
-    // What the second one put back is no result of the first one's scan.
+    // The second one put records back, which are no results of the first one's scan.
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"c")));
     Save();
     second.SaveConfiguration(file, true);
@@ -73,7 +73,7 @@ TEST_F(RegistryAsidesMergeTest, ASecondHostKeepsInTheFileWhatTheFirstHasAside)
     Load(afterAKill);
     EXPECT_THAT(afterAKill.PutBackUnreached(), ElementsAre(Named(L"a"), Named(L"b")));
 
-    // What is no longer aside for the first one goes from the second one's file, too.
+    // The first one has no such record aside any more, so it goes from the second one's file, too.
     Result(registry, {Info(L"a"), Info(L"b")});
     Save();
     second.SaveConfiguration(file, true);

@@ -9,7 +9,7 @@
 
 namespace zetaudiofilterhost {
 
-/// Where the parts of a module are. A module is a bundle, when its format has such, or a single file.
+/// The places of a module's parts. A module is a bundle, when its format has such, or a single file.
 struct ModuleFiles
 {
     /// The library for this process; empty when there is none, and then `problem` (UTF-8) says why.

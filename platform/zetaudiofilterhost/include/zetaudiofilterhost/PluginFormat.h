@@ -26,7 +26,7 @@ struct DefaultFolder
     const char* place = "";
 };
 
-/// What is in a bundle: a folder that stands for one module. All paths are relative to it.
+/// The inside of a bundle, which is a folder that stands for one module. All paths are relative to it.
 struct BundleLayout
 {
     /// A folder with the format's extension is a bundle when it has this folder.
@@ -39,7 +39,7 @@ struct BundleLayout
     std::span<const std::string_view> descriptions;
 };
 
-/// What a format's modules look like in the file system of this platform.
+/// The look of a format's modules in the file system of this platform.
 struct FormatFiles
 {
     /// A module's, with its dot. Empty for a format whose plug-ins this platform cannot load: nothing is
