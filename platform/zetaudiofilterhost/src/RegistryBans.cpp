@@ -46,13 +46,13 @@ PluginModuleInfoManager::State::BansEndedBy(const std::vector<InfoPtr>& results)
 {
     std::vector<PluginLocator> ended;
     const std::lock_guard lock(mutex);
-    for (const auto& [locator, ban] : banned) {
-        const auto ends = [&](const InfoPtr& result) {
-            return IsFinding(result->GetStatus()) && Concerns(*result, locator) &&
-                   ban.IsDue({result->GetFileSize(), result->GetFileTime()});
+    for (const auto& banning : banned) {
+        const auto ends = [&banning](const InfoPtr& result) {
+            return IsFinding(result->GetStatus()) && Concerns(*result, banning.first) &&
+                   banning.second.IsDue({result->GetFileSize(), result->GetFileTime()});
         };
         if (std::any_of(results.begin(), results.end(), ends))
-            ended.push_back(locator);
+            ended.push_back(banning.first);
     }
     return ended;
 }
@@ -62,7 +62,8 @@ PluginModuleInfoManager::State::BansEndedByRemoving(const std::vector<PluginLoca
 {
     std::vector<PluginLocator> ended;
     const std::lock_guard lock(mutex);
-    for (const auto& [locator, ban] : banned) {
+    for (const auto& banning : banned) {
+        const PluginLocator& locator = banning.first;
         const auto ends = [&](const PluginLocator& removed) {
             const auto gone = vanished.find(removed);
             return gone != vanished.end() && gone->second &&

@@ -172,16 +172,16 @@ void PluginModuleInfoManager::State::ReplaceRecords(Configuration& configuration
 
 RegistryChange PluginModuleInfoManager::State::StateOf(const PluginLocator& locator) const
 {
-    RegistryChange state{locator, nullptr, std::nullopt};
+    RegistryChange change{locator, nullptr, std::nullopt};
     if (const auto record = records.find(locator); record != records.end()) {
-        state.info = record->second.info;
+        change.info = record->second.info;
     } else if (const auto aside = asides.find(locator); aside != asides.end()) {
-        state.info = aside->second;
-        state.isAside = true;
+        change.info = aside->second;
+        change.isAside = true;
     } else if (const auto choice = choices.find(locator); choice != choices.end()) {
-        state.choice = choice->second;
+        change.choice = choice->second;
     }
-    return state;
+    return change;
 }
 
 std::map<PluginLocator, std::string> PluginModuleInfoManager::State::StateTexts() const
