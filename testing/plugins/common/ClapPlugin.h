@@ -9,7 +9,7 @@
 
 #include "Export.h"
 
-/// What every CLAP sample shares. Each brings its own clap_entry.
+/// The code that all CLAP samples share. Each brings its own clap_entry.
 namespace zettestplugin {
 
 using namespace zetaudiopluginhost::clap;

@@ -5,7 +5,7 @@
 
 #include <zetaudiofilterhost/PluginFormat.h>
 
-/// What differs between platforms in the table of formats.
+/// The parts of the table of formats that differ between platforms.
 namespace zetaudiofilterhost {
 
 FormatFiles Vst2Files();

@@ -22,8 +22,8 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using zettesting::ToWide;
 
-/// What a row of the table must say. The tests below try for each row that the rest of the library goes by
-/// it.
+/// The facts that a row of the table must give. The tests below try for each row that the rest of the library
+/// goes by them.
 struct Facts
 {
     int code;
@@ -79,7 +79,7 @@ class PluginFormatTest : public RegistryFixture, public ::testing::WithParamInte
     const TechnologyType type = static_cast<TechnologyType>(facts.code);
     const PluginFormat* const format = FindPluginFormat(type);
 
-    /// What each format's search finds in `plugins`, as locator texts without the folder.
+    /// The finds of each format's search in the folder, as locator texts without the folder.
     std::vector<std::string> Search(const std::filesystem::path& where) const
     {
         std::vector<std::string> found;

@@ -18,7 +18,7 @@ static_assert(sizeof(Version) == 12);
 
 inline constexpr Version interfaceVersion{1, 2, 2};
 
-/// What a library says about one of its plug-ins. `id` and `name` must be there, the rest may be null.
+/// A library describes one of its plug-ins with this. `id` and `name` must be there, the rest may be null.
 struct Descriptor
 {
     Version version;
@@ -97,7 +97,7 @@ struct PluginFactory
 };
 static_assert(sizeof(PluginFactory) == 24);
 
-/// What a library exports: data, not a function.
+/// A library exports this record, and not a function.
 struct Entry
 {
     Version version;

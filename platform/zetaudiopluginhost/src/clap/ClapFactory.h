@@ -8,7 +8,7 @@
 
 namespace zetaudiopluginhost::clap {
 
-/// What a descriptor says, copied: nobody can say how long a plug-in keeps its texts as they are.
+/// A copy of a descriptor, because a plug-in may change its texts at any time.
 struct ClapPlugin
 {
     /// As the plug-in wrote it, for asking for an instance.

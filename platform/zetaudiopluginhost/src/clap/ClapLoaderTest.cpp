@@ -23,7 +23,7 @@ struct UnloadModule
     }
 };
 
-/// What came of asking a library, which stays loaded as long as this.
+/// The result of asking a library, which stays loaded as long as this.
 struct Asked
 {
     /// How many calls of init have had no deinit, and how many instances are left.

@@ -35,7 +35,7 @@ class LoadedModule
     {
         return reinterpret_cast<Function>(FindAddress(name));
     }
-    /// What the system calls the library by: the entry functions of some formats are given it.
+    /// The system's handle of the library, which the entry functions of some formats are given.
     void* NativeHandle() const noexcept { return handle; }
     void Unload();
 

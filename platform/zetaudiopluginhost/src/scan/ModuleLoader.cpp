@@ -57,7 +57,7 @@ struct Refusal
     std::string reason;
 };
 
-/// Nothing when the library can be loaded as a plug-in of the format.
+/// Empty when the library can be loaded as a plug-in of the format.
 std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoader& format)
 {
     const auto notAPlugin = [](std::string reason) {
