@@ -5,7 +5,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 #include "ConfigurationJournal.h"
 #include "ConfigurationText.h"

@@ -5,9 +5,9 @@
 #include <system_error>
 
 #include <zetaudiofilterhost/PluginModuleInfo.h>
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 #include "EntityWorker.h"

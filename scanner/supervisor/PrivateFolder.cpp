@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 #include "NativePath.h"

@@ -6,9 +6,9 @@
 #include <filesystem>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 #include "NativePath.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include <zetaudiofilterhost/ModuleFiles.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "NativePath.h"
 

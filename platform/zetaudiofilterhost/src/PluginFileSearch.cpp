@@ -4,8 +4,8 @@
 
 #include "NativePath.h"
 #include <zetaudiofilterhost/PluginFormat.h>
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {

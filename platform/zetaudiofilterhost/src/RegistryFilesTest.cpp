@@ -2,7 +2,7 @@
 
 #include "ConfigurationJournal.h"
 #include "RegistryFixture.h"
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiofilterhost {
 

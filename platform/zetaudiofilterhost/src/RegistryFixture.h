@@ -7,7 +7,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 #include <zettesting/HostFixture.h>
 

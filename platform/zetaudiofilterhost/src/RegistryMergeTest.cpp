@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "RegistryFixture.h"
-#include <zetcore/filesupport/FileLock.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/sharing/FileLock.h>
 
 namespace zetaudiofilterhost {
 

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "RegistryFixture.h"
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {
 

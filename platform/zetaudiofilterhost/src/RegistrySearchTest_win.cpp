@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "RegistryFixture.h"
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {
 
