@@ -7,10 +7,10 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/File.h>
 
-#include "ConfigurationJournal.h"
-#include "ConfigurationText.h"
 #include "FuzzTarget.h"
 #include "ScratchFolder.h"
+#include "text/ConfigurationJournal.h"
+#include "text/ConfigurationText.h"
 
 namespace {
 

@@ -17,15 +17,15 @@
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
-#include "Connection.h"
-#include "ConnectionClosed.h"
-#include "EntityScanner.h"
 #include "ExitCodes.h"
-#include "HostProcess.h"
-#include "Interrupt.h"
-#include "PluginFailed.h"
-#include "ScanConversation.h"
-#include "SupervisorProcess.h"
+#include "supervisor/conversation/Connection.h"
+#include "supervisor/conversation/ScanConversation.h"
+#include "supervisor/process/HostProcess.h"
+#include "supervisor/process/Interrupt.h"
+#include "supervisor/process/SupervisorProcess.h"
+#include "supervisor/verdicts/ConnectionClosed.h"
+#include "supervisor/verdicts/EntityScanner.h"
+#include "supervisor/verdicts/PluginFailed.h"
 
 namespace zetaudiofilterscan {
 
