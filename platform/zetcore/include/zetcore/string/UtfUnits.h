@@ -59,12 +59,12 @@ inline void AppendUTF8(std::string& bytes, char32_t codePoint)
     const auto append = [&bytes](char32_t byte) {
         bytes.push_back(static_cast<char>(static_cast<unsigned char>(byte)));
     };
-    if (codePoint > lastCodePoint)
-        codePoint = replacementCharacter;
     if (codePoint < 0x80) {
         append(codePoint);
         return;
     }
+    if (codePoint > lastCodePoint)
+        codePoint = replacementCharacter;
     if (codePoint < 0x800) {
         append(0xC0 | (codePoint >> 6));
     } else if (codePoint < 0x10000) {
