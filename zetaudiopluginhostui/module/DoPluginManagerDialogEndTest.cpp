@@ -2,8 +2,8 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
+#include <zettesting/ScopedFaults.h>
 
-#include "testing/Faults.h"
 #include "testing/ManagerRunFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -140,7 +140,7 @@ TEST_F(DoPluginManagerDialogEnd, WithoutASavedSortTheDirectionCountsForNothing)
 TEST_F(DoPluginManagerDialogEnd, AFileWhoseContentCannotBeReadIsSavedAllTheSame)
 {
     SaveTwoPlugins();
-    const Faults faults("host.digest:1:denied");
+    const zettesting::ScopedFaults faults("host.digest:1:denied");
     EXPECT_TRUE(Run(DisableAllAnd(PressOk))) << "the host misses nothing";
     EXPECT_THAT(FlagsInTheFile(), ElementsAre(false, false));
     EXPECT_THAT(shown->calls, IsEmpty()) << "only the save decides";
@@ -149,7 +149,7 @@ TEST_F(DoPluginManagerDialogEnd, AFileWhoseContentCannotBeReadIsSavedAllTheSame)
 TEST_F(DoPluginManagerDialogEnd, AFileThatCannotBeReadAfterTheSaveCountsAsChanged)
 {
     SaveTwoPlugins();
-    const Faults faults("host.digest:2:denied");
+    const zettesting::ScopedFaults faults("host.digest:2:denied");
     EXPECT_TRUE(Run(PressOk));
     EXPECT_THAT(shown->calls, IsEmpty());
 }
