@@ -1,6 +1,7 @@
+cmake_minimum_required(VERSION 3.25)
 # cmake -DSOURCES=the project "-DFOLDERS=folders with programs and libraries" "-DFILES=more of them"
 #       [-DEXPECT_ALL=ON] -P ZetNoFaultPoints.cmake
-# Fails when a program or library of ours holds the name of a fault point (zetcore/debug/FaultPoint.h) or of the
+# Fails when a program or library of ours holds the name of a fault point (zetcore/debug/faults/FaultPoint.h) or of the
 # environment variable that sets them. EXPECT_ALL: fails unless the files hold every one of the names.
 set(call "Fault(Point|Error|Delay)\\([^\n]*\"[a-z-]+\\.[a-z-]+\"")
 set(names ZET_FAULT)

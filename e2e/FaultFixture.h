@@ -23,7 +23,7 @@ struct SeenProcess
     } kind = Kind::Other;
 };
 
-/// Runs host and scanner with faults at named places: see zetcore/debug/FaultPoint.h.
+/// Runs host and scanner with faults at named places: see zetcore/debug/faults/FaultPoint.h.
 class FaultFixture : public ManagerFixture
 {
   protected:

@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # cmake "-DFOLDERS=folders with public headers" -DLEAST=number -P PublicHeaders.cmake
 # Hosts need nothing of other libraries to compile against us: no public header includes one of theirs or names
 # what they declare. Comments may name them. There must be at least LEAST headers.

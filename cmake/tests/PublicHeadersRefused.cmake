@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # cmake -DWORK=a scratch folder -P PublicHeadersRefused.cmake
 # PublicHeaders.cmake refuses every header of others and every name of theirs, and nothing else.
 
