@@ -17,8 +17,8 @@
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "ListSubject.h"
 #include "ManagerBench.h"

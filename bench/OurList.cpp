@@ -4,8 +4,8 @@
 #include <QWidget>
 
 #include <zetui/controls/UI_Checkbox.h>
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/skins/Skins.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 
 #include "ListSubject.h"
 

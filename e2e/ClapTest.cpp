@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <sstream>
@@ -274,7 +276,6 @@ TEST_F(BadClap, FoldersOfTheFormatAreTheDocumentedOnesBehindThoseOfItsVariable)
     const bool isWindows = zettesting::ModuleSuffix() == ".dll";
     const auto mine = folder / "my clap", more = folder / "more";
     environment["CLAP_PATH"] = mine.string() + (isWindows ? ";" : ":") + more.string();
-    environment["CommonProgramFiles"] = (folder / "common").string();
     RunWell({"folders", "reset"});
     Strings folders;
     std::istringstream lines(RunWell({"folders"}));
@@ -282,8 +283,10 @@ TEST_F(BadClap, FoldersOfTheFormatAreTheDocumentedOnesBehindThoseOfItsVariable)
         if (line.starts_with("CLAP  "))
             folders.push_back(line.substr(6));
     }
+    // The system itself sets this variable for every process.
+    const char* const common = std::getenv("CommonProgramFiles");
     const Strings documented =
-        isWindows ? Strings{(folder / "common" / "CLAP").string(),
+        isWindows ? Strings{(std::filesystem::path(common ? common : "") / "CLAP").string(),
                             (folder / "home" / "local" / "Programs" / "Common" / "CLAP").string()}
                   : Strings{(folder / "home" / ".clap").string(), "/usr/lib/clap"};
     ASSERT_EQ(folders.size(), 4u);

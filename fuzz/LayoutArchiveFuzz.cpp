@@ -3,9 +3,9 @@
 #include <stdexcept>
 #include <string>
 
+#include <zetui/application/Application.h>
+#include <zetui/archives/NodeArchive.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
-#include <zetui/ui/NodeArchive.h>
 
 #include "FuzzTarget.h"
 

@@ -7,8 +7,8 @@
 
 #include <zetui/controls/UI_ControlView.h>
 
+#include "nodes/NodeAccess.h"
 #include "testing/WindowsFixture.h"
-#include "ui/NodeAccess.h"
 
 namespace zetui {
 

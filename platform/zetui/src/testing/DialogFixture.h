@@ -9,13 +9,13 @@
 #include <QTest>
 #include <QTimer>
 #include <zetcore/config/Localizer.h>
-#include <zetui/ui/UI_ArchivedDialog.h>
+#include <zetui/archiveddialog/UI_ArchivedDialog.h>
 #include <zetui/utility/OS_ResourceManager.h>
 
+#include "nodes/NodeAccess.h"
 #include "testing/PrintRect.h"
 #include "testing/ThisModule.h"
 #include "testing/WindowsFixture.h"
-#include "ui/NodeAccess.h"
 
 namespace zetui::ui {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/tree/NaturalOrder.h"
+#include "tree/NaturalOrder.h"
 
 #include <algorithm>
 #include <numeric>

@@ -7,8 +7,8 @@
 #include <QEventLoop>
 #include <zettesting/Environment.h>
 #include <zettesting/HostFixture.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 namespace zetui {
 
