@@ -28,7 +28,7 @@ class Clap : public ManagerFixture, public testing::WithParamInterface<bool>
           other(Install("good/vst2_effect", "other"))
     {}
 
-    /// In the scanner or in the host's own process.
+    /// The arguments for a scan in the scanner or in the host's own process.
     Strings Ways(Strings arguments = {}) const
     {
         if (GetParam())
@@ -123,7 +123,8 @@ TEST_P(Clap, AFileIsSwitchedOffWithAllThatItHolds)
     EXPECT_EQ(List({"--disabled"}).size(), 0u);
 }
 
-// The command line switches files; the manager's list switches one plug-in, and this is what it saves.
+// The command line switches whole files on and off. The manager's list switches single plug-ins, and saves
+// this.
 TEST_P(Clap, OneOfAFileThatIsSwitchedOffStaysSoThroughRescansAndWhileItIsAway)
 {
     RunWell(Ways({"scan"}));
@@ -234,7 +235,7 @@ TEST_P(Clap, AFileThatIsNoLibraryIsNoPluginAndAFolderOfThatNameIsSearched)
     EXPECT_EQ(Scan(Ways({"plugins/folder.clap"})).scanned, 1);
 }
 
-/// Libraries that bring their process down, or that cannot be used, and what is said of them.
+/// Libraries that crash their process or cannot be used, with the reasons that users are told.
 class BadClap : public ManagerFixture
 {};
 

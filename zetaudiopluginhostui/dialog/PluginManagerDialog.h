@@ -6,7 +6,7 @@
 
 #include <zetaudiofilterhost/PluginTechnology.h>
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
-#include <zetcore/signals/Signal.h>
+#include <zetcore/signals/ScopedConnection.h>
 #include <zetui/archiveddialog/UI_ArchivedDialog.h>
 #include <zetui/controls/UI_Checkbox.h>
 #include <zetui/controls/UI_StaticText.h>

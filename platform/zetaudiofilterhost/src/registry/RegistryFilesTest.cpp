@@ -106,7 +106,7 @@ TEST_F(RegistryFilesTest, FoldersChangedByLoadingAreTold)
     registry.SaveConfiguration(file, true);
     int told = 0;
     std::size_t recordsThen = 0;
-    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().connect([&](const auto&) {
+    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().Connect([&](const auto&) {
         ++told;
         recordsThen = loaded.RecordCount();
     });

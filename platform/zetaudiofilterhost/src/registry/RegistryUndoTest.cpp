@@ -60,7 +60,7 @@ TEST_F(RegistryUndoTest, GoingBackToTheCopyUndoesEveryChange)
     int raised = 0;
     registry.GetPluginTechnology(TechnologyType::VST)
         ->GetDirectoriesChangedSignal()
-        .connect([&raised](const auto&) { ++raised; });
+        .Connect([&raised](const auto&) { ++raised; });
     registry.UndoTo(*copy);
     EXPECT_EQ(registry.ToText(), before);
     EXPECT_EQ(raised, 1);

@@ -5,9 +5,9 @@
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zettesting/Environment.h>
 
-namespace zetaudiopluginhostui {
+namespace zettesting {
 
-/// Makes the named places fail, or late, as long as it lives (see FaultPoint.h).
+/// While this object lives, places of this process fail or are late as the setting says (see FaultPoint.h).
 class ScopedFaults
 {
   public:
@@ -19,14 +19,14 @@ class ScopedFaults
     ScopedFaults& operator=(const ScopedFaults&) = delete;
 
   private:
-    /// After the variable is what it was.
+    /// Its destructor runs after the variable has its old value again.
     struct ReadAgain
     {
         ~ReadAgain() { zetcore::debug::ResetFaults(); }
     };
 
     ReadAgain readAgain;
-    zettesting::ScopedEnvironment variable;
+    ScopedEnvironment variable;
 };
 
-} // namespace zetaudiopluginhostui
+} // namespace zettesting
