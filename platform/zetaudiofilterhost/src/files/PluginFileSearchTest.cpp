@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "NativePath.h"
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zettesting/TestPlugins.h>
 

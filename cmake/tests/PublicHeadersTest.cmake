@@ -1,5 +1,5 @@
 cmake_minimum_required(VERSION 3.25)
-# cmake -DWORK=a scratch folder -P PublicHeadersRefused.cmake
+# cmake -DWORK=a scratch folder -P PublicHeadersTest.cmake
 # PublicHeaders.cmake refuses every header of others and every name of theirs, and nothing else.
 
 # check(RESULT code): whether a public header with this code is accepted.
