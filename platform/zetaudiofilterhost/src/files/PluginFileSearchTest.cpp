@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/filesupport/paths/NativePath.h>
 #include <zettesting/TestPlugins.h>

@@ -10,7 +10,7 @@
 
 #include "files/PluginFileSearch.h"
 #include "formats/DefaultFolders.h"
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/ModuleFiles.h>
 

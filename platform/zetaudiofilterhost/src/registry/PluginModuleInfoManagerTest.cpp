@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 
 namespace zetaudiofilterhost {

@@ -1,7 +1,7 @@
 // A ban is of one build of a file: when it is due, and when it ends.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

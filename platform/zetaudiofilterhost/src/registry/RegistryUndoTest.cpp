@@ -1,7 +1,7 @@
 // A copy of the whole registry, and back to it.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

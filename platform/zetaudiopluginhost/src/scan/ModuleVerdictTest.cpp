@@ -5,7 +5,7 @@
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zettesting/ScopedFaults.h>
 
-#include "scan/ModuleLoaderFixture.h"
+#include "testing/ModuleLoaderFixture.h"
 
 // What is not a plug-in, cannot be read, or cannot be used.
 namespace zetaudiopluginhost {
