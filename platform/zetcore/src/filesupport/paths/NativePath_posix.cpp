@@ -1,17 +1,17 @@
-#include "NativePath.h"
+#include <zetcore/filesupport/paths/NativePath.h>
 
 #include <zetcore/string/Utf.h>
 
-namespace zetaudiofilterhost {
+namespace zetcore::filesupport {
 
 std::filesystem::path ToNativePath(const std::wstring& text)
 {
-    return zetcore::string::UTF16to8(text);
+    return string::UTF16to8(text);
 }
 
 std::wstring FromNativePath(const std::filesystem::path& path)
 {
-    return zetcore::string::UTF8to16(path.native());
+    return string::UTF8to16(path.native());
 }
 
 bool IsSameFileName(std::wstring_view left, std::wstring_view right)
@@ -36,4 +36,4 @@ std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error
     return std::filesystem::canonical(path, error);
 }
 
-} // namespace zetaudiofilterhost
+} // namespace zetcore::filesupport

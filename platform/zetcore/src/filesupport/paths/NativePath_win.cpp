@@ -1,28 +1,13 @@
-#include "NativePath.h"
-
-#include <memory>
-#include <type_traits>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 #include <windows.h>
 
+#include <zetcore/filesupport/handles/Handle.h>
 #include <zetcore/string/Utf.h>
 
-namespace zetaudiofilterhost {
+#include "filesupport/handles/SystemError.h"
 
-namespace {
-
-struct HandleCloser
-{
-    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
-};
-using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
-
-std::error_code LastError()
-{
-    return {static_cast<int>(::GetLastError()), std::system_category()};
-}
-
-} // namespace
+namespace zetcore::filesupport {
 
 std::filesystem::path ToNativePath(const std::wstring& text)
 {
@@ -36,7 +21,7 @@ std::wstring FromNativePath(const std::filesystem::path& path)
 
 bool IsSameFileName(std::wstring_view left, std::wstring_view right)
 {
-    return zetcore::string::EqualIgnoringCase(left, right);
+    return string::EqualIgnoringCase(left, right);
 }
 
 bool IsLink(const std::filesystem::directory_entry& entry)
@@ -69,20 +54,19 @@ bool IsRefusal(const std::error_code& error)
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
 {
     // The standard library's canonical does not follow junctions here.
-    const HANDLE opened = ::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (opened == INVALID_HANDLE_VALUE) {
-        error = LastError();
+    const Handle opened(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!opened.IsOpen()) {
+        error = LastSystemError();
         return {};
     }
-    const UniqueHandle handle(opened);
     std::wstring text(512, L'\0');
     for (;;) {
         const DWORD length = ::GetFinalPathNameByHandleW(
-            handle.get(), text.data(), static_cast<DWORD>(text.size()), FILE_NAME_NORMALIZED);
+            opened.Get(), text.data(), static_cast<DWORD>(text.size()), FILE_NAME_NORMALIZED);
         if (length == 0) {
-            error = LastError();
+            error = LastSystemError();
             return {};
         }
         const bool fits = length < text.size();
@@ -94,4 +78,4 @@ std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error
     return text;
 }
 
-} // namespace zetaudiofilterhost
+} // namespace zetcore::filesupport

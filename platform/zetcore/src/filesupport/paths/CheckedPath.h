@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include <zetcore/filesupport/paths/NativePath.h>
+
 namespace zetcore::filesupport {
 
 inline constexpr wchar_t pathSeparator = static_cast<wchar_t>(std::filesystem::path::preferred_separator);
@@ -13,11 +15,8 @@ inline bool NamesAFile(const std::wstring& path)
     return !path.empty() && path.find(L'\0') == std::wstring::npos;
 }
 
-std::filesystem::path ToNative(const std::wstring& path);
-std::wstring FromNative(const std::filesystem::path& path);
-
 /// Throws `file_exception` when the path is empty or holds a zero unit.
-std::filesystem::path ToNativeChecked(const std::string& operation, const std::wstring& path);
+std::filesystem::path ToCheckedPath(const std::string& operation, const std::wstring& path);
 
 /// `folder` without separators at its end (the root keeps its own).
 std::wstring WithoutTrailingSeparators(std::wstring folder);
