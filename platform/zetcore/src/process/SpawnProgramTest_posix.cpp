@@ -1,6 +1,7 @@
 #include <zetcore/process/SpawnProgram.h>
 
 #include <array>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -28,18 +29,20 @@ TEST(SpawnProgram, TheProgramHasItsArgumentsAndTheGivenDescriptorsOnly)
     Descriptor write(ends[1]);
     const Descriptor another(::dup(read.Get()));
 
+    const std::string script =
+        "read -r nothing; ended=$?; "
+        "for n in 0 1 2 3 4 5 6 7 8 9; do [ -e /proc/$$/fd/$n ] && open=$open$n; done; "
+        "echo $1 $ended $open >&3";
     std::error_code error;
-    const int process =
-        SpawnProgram({"/bin/sh",
-                      {"-c", "read -r nothing; echo \"$1\" $? $(ls /proc/$$/fd) >&3", "name", "word"},
-                      {nullDevice, nullDevice, nullDevice, write.Get()}},
-                     error);
+    const int process = SpawnProgram(
+        {"/bin/sh", {"-c", script, "name", "word"}, {nullDevice, nullDevice, nullDevice, write.Get()}},
+        error);
     ASSERT_FALSE(error) << error.message();
     write.Close();
     EXPECT_EQ(ExitStatus(process), 0);
     char text[64] = {};
     EXPECT_GT(::read(read.Get(), text, sizeof text - 1), 0);
-    EXPECT_STREQ(text, "word 1 0 1 2 3\n");
+    EXPECT_STREQ(text, "word 1 0123\n");
 }
 
 TEST(SpawnProgram, AProgramThatIsNotThereIsAnError)
