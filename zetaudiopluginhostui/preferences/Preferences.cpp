@@ -4,12 +4,12 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
 namespace zetaudiopluginhostui {

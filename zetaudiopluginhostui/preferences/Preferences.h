@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetui/pixmill/SupplierInterface.h>
 #include <zetui/ui/WindowVariant.h>
 

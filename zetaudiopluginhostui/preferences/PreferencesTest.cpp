@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/config/ClientName.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/HostFixture.h>
 
 #include "testing/RecordingPresentation.h"

@@ -1,7 +1,7 @@
 // The scan in the scanner process.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/TimeEntry.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "preferences/Preferences.h"

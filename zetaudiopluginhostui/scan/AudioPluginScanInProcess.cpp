@@ -2,7 +2,7 @@
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetui/dialogs/messagebox.h>
 
 #include "preferences/Preferences.h"
