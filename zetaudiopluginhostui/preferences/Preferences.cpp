@@ -33,7 +33,7 @@ File InPreferencesFolder(const std::wstring& name)
 
 void ShowCaution(const zetui::pixmill::SupplierInterface* supplier, HWND parent)
 {
-    const std::wstring clientName = zetcore::config::GetClientName();
+    const std::wstring clientName = zetcore::utility::GetClientName();
     zetui::dialogs::messagebox::ShowCaution(
         supplier, clientName, zetcore::config::Localizer::Get().LocalizeWide(messageKey, {clientName}),
         zetui::ui::WindowVariant(parent));

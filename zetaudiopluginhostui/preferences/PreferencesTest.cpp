@@ -46,11 +46,11 @@ class PreferencesTest : public zettesting::HostFixture
 
 TEST_F(PreferencesTest, TheCautionNamesTheHostInItsTitleAndInItsText)
 {
-    const std::wstring before = zetcore::config::GetClientName();
-    zetcore::config::SetClientName(L"Some @0 Host");
+    const std::wstring before = zetcore::utility::GetClientName();
+    zetcore::utility::SetClientName(L"Some @0 Host");
     preferences.NoteFailure();
     preferences.TellUser();
-    zetcore::config::SetClientName(before);
+    zetcore::utility::SetClientName(before);
     EXPECT_EQ(
         shown.calls,
         std::vector<std::string>{
