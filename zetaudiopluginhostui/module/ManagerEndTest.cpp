@@ -38,7 +38,7 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
 {
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+        registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     for (const int response : {-1, 0, 2, 3, 1000}) {
         registry.Find(plugin)->SetEnabled(false);
         EXPECT_FALSE(EndManagerRun(response, *copy, preferences)) << response;
