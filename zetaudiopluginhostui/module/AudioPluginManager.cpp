@@ -2,6 +2,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/threads/MainThread.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/PluginManagerDialog.h"
@@ -25,12 +26,14 @@ AudioPluginManager& AudioPluginManager::GetInstance()
 void AudioPluginManager::CheckForCrashedPluginsAndNotifyUser(
     const zetui::pixmill::SupplierInterface* supplier, HWND parent)
 {
+    zetcore::threads::AssertMainThread();
     CrashRecovery(supplier, parent).Run();
 }
 
 bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
                                                AudioPluginManagerSettings& settings, HWND parent)
 {
+    zetcore::threads::AssertMainThread();
     auto& registry = *zetaudiofilterhost::PluginModuleInfoManager::GetInstance();
     Preferences preferences(supplier, parent);
     if (!Preferences::RegistryFile().Exists()) {
@@ -53,6 +56,7 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
 
 bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()
 {
+    zetcore::threads::AssertMainThread();
     static const bool enabled =
         DebugDatabase::Instance().IsOn("zetaudiofilterhost.EnableQuickEffectScan", true);
     return enabled;
@@ -60,6 +64,7 @@ bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()
 
 bool AudioPluginManager::IsVST2ShellSkippingFeatureEnabled()
 {
+    zetcore::threads::AssertMainThread();
     return DebugDatabase::Instance().IsOn("zetaudiofilterhost.EnableWavesVST2ShellSkipping", true);
 }
 

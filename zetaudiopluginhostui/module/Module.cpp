@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <zetcore/threads/MainThread.h>
+
 #include "module/ModuleHandle.h"
 #include "module/ModuleResources.h"
 
@@ -25,6 +27,7 @@ ModuleState& State()
 
 bool Initialize()
 {
+    zetcore::threads::AssertMainThread();
     ModuleState& state = State();
     if (state.initialised)
         return true;
@@ -35,6 +38,7 @@ bool Initialize()
 
 void Terminate()
 {
+    zetcore::threads::AssertMainThread();
     ModuleState& state = State();
     if (!state.initialised)
         return;
@@ -44,6 +48,7 @@ void Terminate()
 
 zetui::utility::OS_ResourceManager* GetModuleResources()
 {
+    zetcore::threads::AssertMainThread();
     return State().resources.get();
 }
 

@@ -9,6 +9,7 @@
 #include <zetcore/filesupport/content/FileUtils.h>
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
@@ -64,16 +65,19 @@ File Preferences::UnsupportedListFile()
 
 bool Preferences::LoadRegistry()
 {
+    zetcore::threads::AssertMainThread();
     return PluginModuleInfoManager::GetInstance()->LoadConfiguration(RegistryFile());
 }
 
 bool Preferences::LoadBannedList()
 {
+    zetcore::threads::AssertMainThread();
     return BannedPluginManager::GetInstance()->LoadConfiguration(BannedListFile());
 }
 
 bool Preferences::LoadUnsupportedList()
 {
+    zetcore::threads::AssertMainThread();
     return BannedPluginManager::GetInstance()->LoadStaticConfiguration(UnsupportedListFile());
 }
 
@@ -96,6 +100,7 @@ bool Preferences::WriteUnsupportedList(const std::string& bytes)
 
 bool Preferences::Try(const std::function<void()>& work)
 {
+    zetcore::threads::AssertMainThread();
     try {
         work();
         return true;
@@ -108,6 +113,7 @@ bool Preferences::Try(const std::function<void()>& work)
 
 void Preferences::TellUser()
 {
+    zetcore::threads::AssertMainThread();
     if (!std::exchange(hasFailed, false))
         return;
     hasTold = true;

@@ -54,21 +54,25 @@ AudioPluginScan::~AudioPluginScan() = default;
 
 const ScanEnd& AudioPluginScan::GetEnd() const
 {
+    zetcore::threads::AssertMainThread();
     return end;
 }
 
 unsigned AudioPluginScan::GetScanCount()
 {
+    zetcore::threads::AssertMainThread();
     return TheLastScan().count;
 }
 
 std::vector<PluginLocator> AudioPluginScan::GetLastPlugins()
 {
+    zetcore::threads::AssertMainThread();
     return TheLastScan().plugins;
 }
 
 ScanEnd AudioPluginScan::GetLastEnd()
 {
+    zetcore::threads::AssertMainThread();
     return TheLastScan().end;
 }
 

@@ -45,6 +45,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
                                         const std::vector<PluginLocator>& locators, bool disableShellSkipping,
                                         bool quickScan, ProgressCallback callback)
 {
+    zetcore::threads::AssertMainThread();
     startFailure.clear();
     {
         const std::lock_guard lock(mutex);
@@ -73,6 +74,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
 
 void ExternalAudioPluginScan::StopScan()
 {
+    zetcore::threads::AssertMainThread();
     FaultPoint("host.stopping");
     const auto mainThread = threads::GetRegisteredMainThread();
     if (mainThread && mainThread->CanRun())

@@ -7,6 +7,7 @@
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "scan/BlockWords.h"
@@ -56,6 +57,7 @@ ScannerLauncher::ScannerLauncher(PortWait wait) : portWait(std::move(wait)) {}
 
 std::uint16_t ScannerLauncher::Launch(ScannerProcess& process)
 {
+    zetcore::threads::AssertMainThread();
     problem.clear();
     const bool mapped =
         block.Init(protocol::blockName, protocol::blockSize, filesupport::MemoryMappedFile::CreateLocked);

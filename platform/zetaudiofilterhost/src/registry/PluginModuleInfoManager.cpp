@@ -3,6 +3,7 @@
 #include "registry/RegistryState.h"
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 
 namespace zetaudiofilterhost {
 
@@ -22,18 +23,21 @@ std::wstring PluginModuleInfoManager::GetSettingsFileName()
 
 PluginModuleInfoManager::PluginInfoIterator PluginModuleInfoManager::PluginInfoBegin()
 {
+    zetcore::threads::AssertMainThread();
     state->RebuildIteration();
     return state->iteration.begin();
 }
 
 PluginModuleInfoManager::PluginInfoIterator PluginModuleInfoManager::PluginInfoEnd()
 {
+    zetcore::threads::AssertMainThread();
     state->RebuildIteration();
     return state->iteration.end();
 }
 
 PluginModuleInfoManager::InfoPtr PluginModuleInfoManager::Find(const PluginLocator& locator) const
 {
+    zetcore::threads::AssertMainThread();
     const auto record = state->records.find(locator);
     return record == state->records.end() ? nullptr : record->second.info;
 }
@@ -41,11 +45,13 @@ PluginModuleInfoManager::InfoPtr PluginModuleInfoManager::Find(const PluginLocat
 std::vector<PluginModuleInfoManager::InfoPtr>
 PluginModuleInfoManager::FindModule(const PluginLocator& module) const
 {
+    zetcore::threads::AssertMainThread();
     return state->FindModule(module);
 }
 
 std::size_t PluginModuleInfoManager::RecordCount() const
 {
+    zetcore::threads::AssertMainThread();
     return state->records.size();
 }
 
@@ -57,6 +63,7 @@ PluginModuleInfoManager::RecordChanges PluginModuleInfoManager::GetRecordChanges
 
 std::vector<PluginModuleInfoManager::InfoPtr> PluginModuleInfoManager::AllRecords() const
 {
+    zetcore::threads::AssertMainThread();
     std::vector<InfoPtr> infos;
     infos.reserve(state->records.size());
     for (const auto& [locator, record] : state->records)
@@ -66,17 +73,20 @@ std::vector<PluginModuleInfoManager::InfoPtr> PluginModuleInfoManager::AllRecord
 
 std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(TechnologyType type)
 {
+    zetcore::threads::AssertMainThread();
     const State::Technology* technology = state->FindTechnology(type);
     return technology ? technology->technology : nullptr;
 }
 
 std::shared_ptr<PluginTechnology> PluginModuleInfoManager::GetPluginTechnology(int type)
 {
+    zetcore::threads::AssertMainThread();
     return GetPluginTechnology(static_cast<TechnologyType>(type));
 }
 
 void PluginModuleInfoManager::ResetToDefaultFolders()
 {
+    zetcore::threads::AssertMainThread();
     for (const State::Technology& each : state->technologies) {
         const PluginTechnology& technology = *each.technology;
         if (technology.GetType() == TechnologyType::VST ||
@@ -87,12 +97,14 @@ void PluginModuleInfoManager::ResetToDefaultFolders()
 
 void PluginModuleInfoManager::ResetAllToDefaultFolders()
 {
+    zetcore::threads::AssertMainThread();
     for (const State::Technology& each : state->technologies)
         State::SetDefaultFolders(each);
 }
 
 void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocator>& locators)
 {
+    zetcore::threads::AssertMainThread();
     const std::vector<PluginLocator> endedBans = state->BansEndedByRemoving(locators);
     for (const PluginLocator& locator : locators) {
         const bool isModule = locator.GetSubcomponent().empty();
@@ -112,11 +124,13 @@ void PluginModuleInfoManager::RemovePluginLocators(const std::vector<PluginLocat
 
 std::vector<PluginLocator> PluginModuleInfoManager::PutBackUnreached()
 {
+    zetcore::threads::AssertMainThread();
     return state->PutBack();
 }
 
 void PluginModuleInfoManager::AddModule(InfoPtr info)
 {
+    zetcore::threads::AssertMainThread();
     if (!state->CanHold(info)) {
         zetcore::debug::TraceLine(1, "PluginRegistry", "a record without technology or path is not added");
         return;
@@ -136,6 +150,7 @@ void PluginModuleInfoManager::AddModule(InfoPtr info)
 
 void PluginModuleInfoManager::AddConfiguration(const std::string& utf8Text, bool withFolders)
 {
+    zetcore::threads::AssertMainThread();
     Configuration configuration = ReadConfiguration(utf8Text, "plug-in configuration");
     if (withFolders) {
         for (const InfoPtr& info : configuration.modules)
@@ -174,26 +189,31 @@ std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoP
 
 std::string PluginModuleInfoManager::ToText() const
 {
+    zetcore::threads::AssertMainThread();
     return WriteConfiguration(state->MakeConfiguration(true));
 }
 
 std::shared_ptr<const PluginModuleInfoManager::Copy> PluginModuleInfoManager::MakeCopy() const
 {
+    zetcore::threads::AssertMainThread();
     return std::make_shared<const Copy>(state->MakeCopy());
 }
 
 void PluginModuleInfoManager::UndoTo(const Copy& copy)
 {
+    zetcore::threads::AssertMainThread();
     state->UndoTo(copy);
 }
 
 std::string PluginModuleInfoManager::GetLoadError() const
 {
+    zetcore::threads::AssertMainThread();
     return state->loadError;
 }
 
 std::wstring PluginModuleInfoManager::GetDisplayStringForLocator(const PluginLocator& locator) const
 {
+    zetcore::threads::AssertMainThread();
     return zetcore::string::ForDisplay(locator.GetPath());
 }
 
@@ -205,6 +225,7 @@ PluginModuleInfoManager::GetPluginInfosChangedSignal() noexcept
 
 void PluginModuleInfoManager::Reset()
 {
+    zetcore::threads::AssertMainThread();
     state->Clear();
     state->damagedPath.clear();
     state->known.reset();

@@ -7,6 +7,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/filesupport/sharing/FileLock.h>
 #include <zetcore/filesupport/sharing/TemporaryFiles.h>
+#include <zetcore/threads/MainThread.h>
 
 namespace zetaudiofilterhost {
 
@@ -172,6 +173,7 @@ void PluginModuleInfoManager::State::SaveWhole(const File& file, bool withModule
 
 void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModules)
 {
+    zetcore::threads::AssertMainThread();
     const zetcore::debug::DeferredTrace afterTheLock;
     const FileLock lock(file);
     if (withModules && state->incremental && state->savedFolderPaths == state->FolderPaths() &&
@@ -183,6 +185,7 @@ void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModul
 
 void PluginModuleInfoManager::BeginIncrementalSaves()
 {
+    zetcore::threads::AssertMainThread();
     // What was changed until now was not recorded one by one, so the first save is a whole one.
     if (!state->incremental)
         state->journal.End();
@@ -191,12 +194,14 @@ void PluginModuleInfoManager::BeginIncrementalSaves()
 
 void PluginModuleInfoManager::EndIncrementalSaves()
 {
+    zetcore::threads::AssertMainThread();
     state->incremental = false;
     state->journal.End();
 }
 
 bool PluginModuleInfoManager::LoadConfiguration(const File& file)
 {
+    zetcore::threads::AssertMainThread();
     if (!file.Exists()) {
         state->Clear();
         ResetAllToDefaultFolders();

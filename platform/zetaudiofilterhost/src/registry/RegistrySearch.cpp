@@ -10,6 +10,7 @@
 #include "registry/RegistryState.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/filesupport/paths/NativePath.h>
+#include <zetcore/threads/MainThread.h>
 
 namespace zetaudiofilterhost {
 
@@ -200,6 +201,7 @@ class Bans
 std::vector<PluginLocator>
 PluginModuleInfoManager::CollectPotentialPlugins(bool newOnly, std::vector<PluginLocator>& vanished)
 {
+    zetcore::threads::AssertMainThread();
     std::set<PluginLocator> known;
     for (const auto& [locator, record] : state->records)
         known.insert(known.end(), locator);
@@ -258,6 +260,7 @@ PluginModuleInfoManager::CollectPotentialPlugins(bool newOnly, std::vector<Plugi
 
 const std::vector<UnreadableFolder>& PluginModuleInfoManager::GetUnreadableFolders() const noexcept
 {
+    zetcore::threads::AssertMainThread();
     return state->unreadableFolders;
 }
 

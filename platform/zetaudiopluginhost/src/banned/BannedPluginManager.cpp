@@ -14,6 +14,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/filesupport/sharing/FileLock.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 
 #include "banned/BanReasonsFile.h"
 #include "banned/BannedState.h"
@@ -52,11 +53,13 @@ std::wstring BannedPluginManager::GetPermanentBannedSettingsFileName()
 
 BannedPluginManager::BannedSet::const_iterator BannedPluginManager::BannedBegin() const
 {
+    zetcore::threads::AssertMainThread();
     return state->locators.begin();
 }
 
 BannedPluginManager::BannedSet::const_iterator BannedPluginManager::BannedEnd() const
 {
+    zetcore::threads::AssertMainThread();
     return state->locators.end();
 }
 

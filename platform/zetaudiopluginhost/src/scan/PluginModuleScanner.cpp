@@ -10,6 +10,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 
 #include "formats/PluginText.h"
 #include "scan/FormatLoaders.h"
@@ -181,6 +182,7 @@ void PluginModuleScanner::SetEntityScan(EntityScan scan)
 
 void PluginModuleScanner::BeginScan()
 {
+    zetcore::threads::AssertMainThread();
     if (state->isScanning)
         return;
     if (!state->entityScan)
@@ -213,6 +215,7 @@ bool PluginModuleScanner::WillLoadCurrent() const
 
 bool PluginModuleScanner::ContinueScan()
 {
+    zetcore::threads::AssertMainThread();
     if (!state->isScanning || state->current >= state->locators.size())
         return false;
     const PluginLocator& locator = state->locators[state->current];
@@ -225,6 +228,7 @@ bool PluginModuleScanner::ContinueScan()
 
 bool PluginModuleScanner::PassOverCurrent()
 {
+    zetcore::threads::AssertMainThread();
     if (!state->isScanning || state->current >= state->locators.size())
         return false;
     state->lastOutcome = {};
@@ -234,6 +238,7 @@ bool PluginModuleScanner::PassOverCurrent()
 
 void PluginModuleScanner::EndScan()
 {
+    zetcore::threads::AssertMainThread();
     if (!state->isScanning)
         return;
     state->isScanning = false;

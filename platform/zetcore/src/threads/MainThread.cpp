@@ -1,5 +1,7 @@
 #include <zetcore/threads/MainThread.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <exception>
 #include <limits>
@@ -102,6 +104,19 @@ bool IsMainThread()
     MainThreadState& state = State();
     const std::lock_guard lock(state.mutex);
     return state.thread == std::this_thread::get_id();
+}
+
+void RequireMainThread(const char* operation)
+{
+    {
+        MainThreadState& state = State();
+        const std::lock_guard lock(state.mutex);
+        if (!state.adaptor || state.thread == std::this_thread::get_id())
+            return;
+    }
+    std::fprintf(stderr, "%s was called on another thread than the main thread, which alone may call it\n",
+                 operation);
+    std::abort();
 }
 
 std::size_t QueuedCallCount()

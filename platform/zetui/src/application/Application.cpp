@@ -69,6 +69,7 @@ void RegisterEventLoop(Windows& windows)
 
 bool InitializeWindows()
 {
+    zetcore::threads::AssertMainThread();
     Windows& windows = State();
     if (HaveWindows())
         return true;
@@ -83,11 +84,13 @@ bool InitializeWindows()
 
 bool HaveWindows()
 {
+    zetcore::threads::AssertMainThread();
     return State().initialized && HasApplicationWithWidgets();
 }
 
 zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content)
 {
+    zetcore::threads::AssertMainThread();
     if (!HaveWindows())
         return content;
     const QRect place = OnScreen(content);
@@ -96,6 +99,7 @@ zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& con
 
 zetcore::geom::RectT<int> PlaceInMiddleOfScreen(int width, int height)
 {
+    zetcore::threads::AssertMainThread();
     if (!HaveWindows())
         return {};
     const QRect place = InMiddleOfScreen({width, height});
@@ -104,6 +108,7 @@ zetcore::geom::RectT<int> PlaceInMiddleOfScreen(int width, int height)
 
 void TerminateWindows()
 {
+    zetcore::threads::AssertMainThread();
     Windows& windows = State();
     if (!windows.initialized)
         return;

@@ -107,6 +107,7 @@ UI_ArchivedDialog::~UI_ArchivedDialog()
 
 utility::IntrusivePtr<UI_Node> UI_ArchivedDialog::GetNodeForID(const std::string& id) const
 {
+    zetcore::threads::AssertMainThread();
     return archived->root->FindNodeForID(id);
 }
 
@@ -176,6 +177,7 @@ void UI_ArchivedDialog::SetMinimumSize(float width, float height)
 
 void UI_ArchivedDialog::UI_SetGlobalStructureRect(const RectI& rect, bool keepOnScreen)
 {
+    zetcore::threads::AssertMainThread();
     if (!archived->window || rect.width <= 0 || rect.height <= 0)
         return;
     const QSize size = QSize(rect.width, rect.height)
@@ -254,6 +256,7 @@ bool UI_ArchivedDialog::UI_IsShown() const
 
 void UI_ArchivedDialog::BeginModal()
 {
+    zetcore::threads::AssertMainThread();
     if (!archived->window)
         return;
     archived->closedWith.reset();
@@ -272,11 +275,13 @@ void UI_ArchivedDialog::BeginModal()
 
 void UI_ArchivedDialog::EndModal()
 {
+    zetcore::threads::AssertMainThread();
     FinishClosing();
 }
 
 void UI_ArchivedDialog::ModalDuring()
 {
+    zetcore::threads::AssertMainThread();
     const utility::IntrusivePtr<UI_ArchivedDialog> kept(this);
     HandlerErrors errors;
     zetcore::threads::RunQueuedCalls(std::chrono::steady_clock::now() + postedCallsLimit);
@@ -286,11 +291,13 @@ void UI_ArchivedDialog::ModalDuring()
 
 void UI_ArchivedDialog::PostClose()
 {
+    zetcore::threads::AssertMainThread();
     Close(dialogs::UI_DialogViewContainer::kOK);
 }
 
 UI_ArchivedDialog::Response UI_ArchivedDialog::RunModal()
 {
+    zetcore::threads::AssertMainThread();
     if (archived->loop)
         throw std::logic_error("The dialog runs already");
     const utility::IntrusivePtr<UI_ArchivedDialog> kept(this);

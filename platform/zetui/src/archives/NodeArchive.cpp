@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <zetcore/threads/MainThread.h>
+
 #include "archives/Adapters.h"
 #include "archives/ArchiveValue.h"
 #include "archives/ArchivedNode.h"
@@ -73,6 +75,7 @@ archive_error::~archive_error() = default;
 utility::IntrusivePtr<UI_SubView> LoadNodeArchive(std::string_view xml, const std::string& resourceName,
                                                   const NodeFactory& factory)
 {
+    zetcore::threads::AssertMainThread();
     const ArchiveList list = ParseArchive(xml, resourceName);
     const ArchiveValue* const version = list.Find("UINodeArchive");
     const auto* const number = version ? std::get_if<std::int64_t>(&version->value) : nullptr;

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetui/skins/Skins.h>
 
 namespace zetui::controls {
@@ -44,22 +45,26 @@ float UI_ControlView::DefaultTextSize()
 
 void UI_ControlView::NotifyWhenChanged(ui::MessageFunction function)
 {
+    zetcore::threads::AssertMainThread();
     Add(control->changed, std::move(function));
 }
 
 void UI_ControlView::NotifyWhenChangedInteractively(ui::MessageFunction function)
 {
+    zetcore::threads::AssertMainThread();
     Add(control->changedInteractively, std::move(function));
 }
 
 void UI_ControlView::SendChanged(ui::UI_Message& message)
 {
+    zetcore::threads::AssertMainThread();
     const utility::IntrusivePtr<UI_ControlView> kept(this);
     Send(control->changed, message);
 }
 
 void UI_ControlView::SendChangedInteractively(ui::UI_Message& message)
 {
+    zetcore::threads::AssertMainThread();
     const utility::IntrusivePtr<UI_ControlView> kept(this);
     Send(control->changedInteractively, message);
 }

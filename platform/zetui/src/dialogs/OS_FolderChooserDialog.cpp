@@ -1,5 +1,6 @@
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetui/dialogs/ProgressPresentation.h>
 
 namespace zetui::dialogs {
@@ -10,6 +11,7 @@ OS_FolderChooserDialog::~OS_FolderChooserDialog() = default;
 
 bool OS_FolderChooserDialog::RunModal()
 {
+    zetcore::threads::AssertMainThread();
     path = GetPresentation()->ChooseFolder(title, parent);
     return !path.empty();
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetui/dialogs/TerminalPresentation.h>
 #include <zetui/dialogs/messagebox.h>
 
@@ -42,6 +43,7 @@ std::wstring Presentation::ChooseFolder(const std::wstring&, ui::WindowVariant)
 
 std::shared_ptr<Presentation> GetPresentation()
 {
+    zetcore::threads::AssertMainThread();
     if (!Installed())
         Installed() = std::make_shared<TerminalPresentation>(stderr);
     return Installed();
@@ -49,6 +51,7 @@ std::shared_ptr<Presentation> GetPresentation()
 
 void SetPresentation(std::shared_ptr<Presentation> presentation)
 {
+    zetcore::threads::AssertMainThread();
     Installed() = std::move(presentation);
 }
 

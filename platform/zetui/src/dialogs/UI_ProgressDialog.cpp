@@ -34,6 +34,7 @@ UI_ProgressDialog::~UI_ProgressDialog()
 
 void UI_ProgressDialog::SetExtraText(const std::string& newText)
 {
+    zetcore::threads::AssertMainThread();
     if (extraText == newText)
         return;
     extraText = newText;
@@ -45,6 +46,7 @@ void UI_ProgressDialog::SetExtraText(const std::string& newText)
 void UI_ProgressDialog::SetPatience(std::chrono::seconds after,
                                     std::function<std::string(std::chrono::seconds)> words)
 {
+    zetcore::threads::AssertMainThread();
     patience->Set(after, std::move(words));
     if (shown)
         shown->SetExtraText(extraText);
@@ -53,6 +55,7 @@ void UI_ProgressDialog::SetPatience(std::chrono::seconds after,
 void UI_ProgressDialog::SetProgress(unsigned long long newProgress, unsigned long long newTotal,
                                     const std::string& newText)
 {
+    zetcore::threads::AssertMainThread();
     hasProgress = true;
     progress = newProgress;
     total = newTotal;
@@ -65,6 +68,7 @@ void UI_ProgressDialog::SetProgress(unsigned long long newProgress, unsigned lon
 
 void UI_ProgressDialog::UI_Show(bool show)
 {
+    zetcore::threads::AssertMainThread();
     if (!show) {
         Hide();
         return;
@@ -90,11 +94,13 @@ bool UI_ProgressDialog::UI_IsShown() const
 
 void UI_ProgressDialog::BeginModal()
 {
+    zetcore::threads::AssertMainThread();
     UI_Show(true);
 }
 
 void UI_ProgressDialog::EndModal()
 {
+    zetcore::threads::AssertMainThread();
     FinishClosing();
     // The work of the modal phase is done, because nobody has cancelled it before.
     FillBar();
@@ -103,6 +109,7 @@ void UI_ProgressDialog::EndModal()
 
 void UI_ProgressDialog::ModalDuring()
 {
+    zetcore::threads::AssertMainThread();
     if (!visible)
         return;
     const utility::IntrusivePtr<UI_ProgressDialog> self(this);
@@ -113,11 +120,13 @@ void UI_ProgressDialog::ModalDuring()
 
 void UI_ProgressDialog::PostClose()
 {
+    zetcore::threads::AssertMainThread();
     Close(UI_DialogViewContainer::kOK);
 }
 
 UI_Dialog::Response UI_ProgressDialog::RunModal()
 {
+    zetcore::threads::AssertMainThread();
     const utility::IntrusivePtr<UI_ProgressDialog> self(this);
     UI_Show(true);
     while (!closedWith)

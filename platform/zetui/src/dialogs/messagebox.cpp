@@ -1,6 +1,7 @@
 #include <zetui/dialogs/messagebox.h>
 
 #include <zetcore/string/Utf.h>
+#include <zetcore/threads/MainThread.h>
 #include <zetui/dialogs/ProgressPresentation.h>
 
 namespace zetui::dialogs::messagebox {
@@ -20,6 +21,7 @@ void Show(AlertKind kind, const std::wstring& title, const std::wstring& message
 int Messagebox(const pixmill::SupplierInterface*, const std::wstring& title, const std::wstring& message,
                ui::WindowVariant parent, int buttonSet, int defaultButton, int icon)
 {
+    zetcore::threads::AssertMainThread();
     Question question{.title = zetcore::string::UTF16to8(title),
                       .message = zetcore::string::UTF16to8(message),
                       .icon = icon};
@@ -43,12 +45,14 @@ int Messagebox(const pixmill::SupplierInterface*, const std::wstring& title, con
 void ShowNote(const pixmill::SupplierInterface*, const std::wstring& title, const std::wstring& message,
               ui::WindowVariant parent)
 {
+    zetcore::threads::AssertMainThread();
     Show(AlertKind::Note, title, message, parent);
 }
 
 void ShowCaution(const pixmill::SupplierInterface*, const std::wstring& title, const std::wstring& message,
                  ui::WindowVariant parent)
 {
+    zetcore::threads::AssertMainThread();
     Show(AlertKind::Caution, title, message, parent);
 }
 

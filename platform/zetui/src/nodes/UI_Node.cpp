@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QVariant>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetui/nodes/UI_SubView.h>
 
 #include "application/HandlerErrors.h"
@@ -41,6 +42,7 @@ UI_Node::UI_Node() : UI_Node(NodeAccess::NewWidget<NodeWidget>()) {}
 
 UI_Node::UI_Node(void* nativeWidget)
 {
+    zetcore::threads::AssertMainThread();
     std::unique_ptr<QWidget> widget(static_cast<QWidget*>(nativeWidget));
     node = std::make_unique<NodeState>();
     node->events = std::make_unique<NodeEvents>(this);
@@ -73,6 +75,7 @@ const std::string& UI_Node::UI_GetID() const noexcept
 
 void UI_Node::UI_SetID(const std::string& id)
 {
+    zetcore::threads::AssertMainThread();
     node->id = id;
     if (QWidget* const widget = node->widget)
         widget->setObjectName(QString::fromStdString(id));
@@ -92,6 +95,7 @@ UI_Node::RectF UI_Node::UI_GetLocalRectF(bool inParentCoordinates) const
 
 void UI_Node::UI_SetLocalRectF(const RectF& frame)
 {
+    zetcore::threads::AssertMainThread();
     if (node->parent)
         NodeAccess::ForgetLayout(node->parent);
     NodeAccess::SetFrameByLayout(this, frame);
@@ -117,6 +121,7 @@ UI_Node::RectF UI_Node::UI_GlobalToLocalF(const RectF& rect) const
 
 void UI_Node::UI_Show(bool show)
 {
+    zetcore::threads::AssertMainThread();
     node->shown = show;
     // A widget without parent would become a window.
     if (QWidget* const widget = node->widget; widget && widget->parentWidget())
@@ -130,6 +135,7 @@ bool UI_Node::UI_IsShown() const
 
 void UI_Node::UI_SetEnabled(bool enable)
 {
+    zetcore::threads::AssertMainThread();
     if (QWidget* const widget = node->widget)
         widget->setEnabled(enable);
 }
@@ -142,6 +148,7 @@ bool UI_Node::UI_IsEnabled() const
 
 void UI_Node::UI_SetTooltip(const std::wstring& text)
 {
+    zetcore::threads::AssertMainThread();
     node->tooltip = text;
     if (QWidget* const widget = node->widget)
         widget->setToolTip(pixmill::PlainForTooltip(text));

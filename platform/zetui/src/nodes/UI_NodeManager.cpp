@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <zetcore/threads/MainThread.h>
+
 #include "application/HandlerErrors.h"
 #include "nodes/KeyEvents.h"
 #include "nodes/NodeAccess.h"
@@ -101,6 +103,7 @@ UI_NodeManager::~UI_NodeManager() = default;
 
 UI_NodeManager* UI_NodeManager::Get(bool forTests)
 {
+    zetcore::threads::AssertMainThread();
     UI_NodeManager& manager = State::TheOne();
     if (forTests)
         manager.state = std::make_unique<State>();

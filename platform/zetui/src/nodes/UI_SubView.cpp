@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 
 #include "nodes/NodeAccess.h"
@@ -30,6 +31,7 @@ UI_SubView::~UI_SubView()
 
 void UI_SubView::InsertChild(const utility::IntrusivePtr<UI_Node>& child)
 {
+    zetcore::threads::AssertMainThread();
     if (!child)
         zetcore::utility::DoThrowNullPtrException("UI_Node");
     for (const UI_Node* above = this; above; above = above->UI_GetParentNode()) {
@@ -48,6 +50,7 @@ void UI_SubView::InsertChild(const utility::IntrusivePtr<UI_Node>& child)
 
 void UI_SubView::RemoveChild(UI_Node* child)
 {
+    zetcore::threads::AssertMainThread();
     const auto found = std::find_if(view->children.begin(), view->children.end(),
                                     [child](const auto& held) { return held.get() == child; });
     if (found == view->children.end())

@@ -1,5 +1,7 @@
 #include <zetui/skins/Skins.h>
 
+#include <zetcore/threads/MainThread.h>
+
 #include "pixmill/QtConversions.h"
 #include "skins/ControlPainting.h"
 #include "skins/SkinColors.h"
@@ -26,6 +28,7 @@ Choice& Chosen()
 
 void SetSkin(Skin skin)
 {
+    zetcore::threads::AssertMainThread();
     if (Chosen().skin == skin)
         return;
     Chosen().skin = skin;
@@ -34,6 +37,7 @@ void SetSkin(Skin skin)
 
 Skin GetSkin()
 {
+    zetcore::threads::AssertMainThread();
     return Chosen().skin;
 }
 
@@ -44,6 +48,7 @@ bool IsRunningV7OrBeyond()
 
 void SetScheme(Scheme scheme)
 {
+    zetcore::threads::AssertMainThread();
     if (Chosen().scheme == scheme)
         return;
     Chosen().scheme = scheme;
@@ -52,6 +57,7 @@ void SetScheme(Scheme scheme)
 
 bool IsDark()
 {
+    zetcore::threads::AssertMainThread();
     if (Chosen().scheme == Scheme::FollowDesktop)
         return DesktopIsDark();
     return Chosen().scheme == Scheme::Dark;

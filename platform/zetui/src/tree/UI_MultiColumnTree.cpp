@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/skins/Skins.h>
 
@@ -169,11 +170,13 @@ void UI_MultiColumnTree::SetEmptyText(const std::wstring& text)
 
 void UI_MultiColumnTree::RemoveAllRows()
 {
+    zetcore::threads::AssertMainThread();
     tree->RemoveAllRows();
 }
 
 void UI_MultiColumnTree::AppendRow(const RowPtr& row, UI_MultiColumnTreeRow* parent, bool sortLater)
 {
+    zetcore::threads::AssertMainThread();
     if (parent)
         throw std::invalid_argument("Rows of a list have no parent");
     tree->Append(row, sortLater);
@@ -181,6 +184,7 @@ void UI_MultiColumnTree::AppendRow(const RowPtr& row, UI_MultiColumnTreeRow* par
 
 UI_MultiColumnTree::RowPtr UI_MultiColumnTree::CreateAndAppendRow()
 {
+    zetcore::threads::AssertMainThread();
     RowPtr row = utility::MakeIntrusive<UI_MultiColumnTreeRow>(true, this);
     tree->Append(row, true);
     return row;
@@ -188,6 +192,7 @@ UI_MultiColumnTree::RowPtr UI_MultiColumnTree::CreateAndAppendRow()
 
 void UI_MultiColumnTree::SortTree()
 {
+    zetcore::threads::AssertMainThread();
     tree->RequestSort();
 }
 
@@ -198,11 +203,13 @@ void UI_MultiColumnTree::ForgetSortedPlaces()
 
 int UI_MultiColumnTree::GetRowCount() const
 {
+    zetcore::threads::AssertMainThread();
     return static_cast<int>(tree->rows.size());
 }
 
 UI_MultiColumnTree::RowPtr UI_MultiColumnTree::GetRowAt(int place) const
 {
+    zetcore::threads::AssertMainThread();
     tree->Flush();
     return tree->Hold(tree->model.RowAt(place));
 }
@@ -214,6 +221,7 @@ bool UI_MultiColumnTree::IsRowVisible(const UI_MultiColumnTreeRow* row) const
 
 void UI_MultiColumnTree::ScrollToTop(bool redraw)
 {
+    zetcore::threads::AssertMainThread();
     tree->ScrollToTop();
     if (redraw)
         UI_Redraw();
@@ -221,6 +229,7 @@ void UI_MultiColumnTree::ScrollToTop(bool redraw)
 
 void UI_MultiColumnTree::ScrollToRow(const UI_MultiColumnTreeRow* row)
 {
+    zetcore::threads::AssertMainThread();
     tree->Flush();
     if (const int place = tree->model.PlaceOf(row); place >= 0 && tree->view)
         tree->view->ShowPlace(place);
@@ -228,6 +237,7 @@ void UI_MultiColumnTree::ScrollToRow(const UI_MultiColumnTreeRow* row)
 
 std::vector<UI_MultiColumnTree::RowPtr> UI_MultiColumnTree::GetSelectedRows() const
 {
+    zetcore::threads::AssertMainThread();
     return tree->SelectedRows();
 }
 
@@ -238,6 +248,7 @@ bool UI_MultiColumnTree::IsAnyRowSelected() const
 
 void UI_MultiColumnTree::SelectRow(const UI_MultiColumnTreeRow* row, bool select)
 {
+    zetcore::threads::AssertMainThread();
     tree->Flush();
     tree->SelectAlso(tree->model.PlaceOf(row), select);
 }
@@ -254,6 +265,7 @@ int UI_MultiColumnTree::GetSelectedCellOfSelectedRow() const
 
 void UI_MultiColumnTree::SelectCell(const UI_MultiColumnTreeRow* row, int position)
 {
+    zetcore::threads::AssertMainThread();
     tree->Flush();
     const int cell = position >= 0 && position < tree->model.columnCount() ? position : -1;
     if (const int place = tree->model.PlaceOf(row); place >= 0)

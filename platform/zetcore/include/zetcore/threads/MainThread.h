@@ -36,6 +36,20 @@ ZETCORE_API std::shared_ptr<MainThreadAdaptor> GetRegisteredMainThread();
 ZETCORE_API void RegisterMainThread(std::shared_ptr<MainThreadAdaptor> adaptor);
 ZETCORE_API bool IsMainThread();
 
+/// Ends the program with a message that names the operation, unless this is the main thread or none is
+/// registered.
+ZETCORE_API void RequireMainThread(const char* operation);
+/// The first line of an operation that is for the main thread alone. It requires the main thread in builds
+/// with assertions, and does nothing in the others (NDEBUG).
+#ifdef NDEBUG
+inline void AssertMainThread() noexcept {}
+#else
+inline void AssertMainThread(const char* operation = __builtin_FUNCTION())
+{
+    RequireMainThread(operation);
+}
+#endif
+
 /// For adaptors, on the main thread: runs the calls that are queued, and those that they queue, until none is
 /// left or the deadline passes. Returns whether any ran.
 ZETCORE_API bool RunQueuedCalls(std::chrono::steady_clock::time_point deadline);
