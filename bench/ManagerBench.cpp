@@ -97,7 +97,7 @@ Steps MeasureSorts(OpenManager& manager, int runs)
         const QPoint at(std::min(place, header.viewport()->width() - 10), header.height() / 2);
         const std::string title =
             manager.List().model()->headerData(column, Qt::Horizontal).toString().toStdString();
-        // An even number, so that each direction has its share.
+        // The number is even, so that both directions are measured equally often.
         for (int run = 0; run < 2 * runs; ++run) {
             const Qt::SortOrder before = header.sortIndicatorOrder();
             steps[title + (run % 2 ? ", again" : "")].push_back(
@@ -114,7 +114,8 @@ Steps MeasureSorts(OpenManager& manager, int runs)
 struct Scrolling
 {
     Steps frames;
-    /// The most rows that had widgets, and the most that a view of this height can show.
+    /// The highest number of rows that had widgets, and the number of rows that a view of this height can
+    /// show.
     int rowsWithWidgets = 0;
     int visibleRows = 0;
 };
@@ -139,7 +140,8 @@ Scrolling MeasureScrolling(OpenManager& manager, int runs, int frames)
         bar.setValue(0);
         Settle();
         for (int frame = 1; frame <= frames; ++frame) {
-            // Half a page, as a flick of the wheel; every tenth time a leap, as dragging the bar does.
+            // Most steps are half a page, like a turn of the wheel. Every tenth one is a leap, like dragging
+            // the bar.
             int to = frame % 10 ? bar.value() + bar.pageStep() / 2 : bar.maximum() / frames * frame;
             if (to >= bar.maximum())
                 to = frame % 2;
@@ -157,7 +159,7 @@ Scrolling MeasureScrolling(OpenManager& manager, int runs, int frames)
     return scrolling;
 }
 
-/// What the window itself takes, whatever its list shows.
+/// The cost of the window itself, whatever its list shows.
 std::size_t WindowMemory(const std::vector<ListEntry>& entries)
 {
     const std::vector<ListEntry> few(entries.begin(),
@@ -176,12 +178,12 @@ double LimitFor(std::size_t rows, const std::map<std::size_t, double>& limits)
     return found == limits.end() ? 0 : found->second;
 }
 
-void Print(const std::string& what, double value, double limit, Verdicts& verdicts)
+void Print(const std::string& what, double value, double limit, FigureReport& report)
 {
     if (limit > 0)
-        verdicts.AtMost(what, value, "ms", limit);
+        report.AtMost(what, value, "ms", limit);
     else
-        verdicts.Note(what, value, "ms");
+        report.Note(what, value, "ms");
 }
 
 } // namespace
@@ -210,7 +212,7 @@ void FillRegistry(const std::vector<ListEntry>& entries)
     banned.SaveConfiguration(File(Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()));
 }
 
-void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts)
+void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, FigureReport& report)
 {
     static bool openedBefore = false;
     const std::size_t rows = entries.size();
@@ -218,13 +220,13 @@ void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, V
     FillRegistry(entries);
     const double openLimit = LimitFor(rows, {{1000, 120}, {10'000, 250}});
     if (!std::exchange(openedBefore, true))
-        Print("open, the first time in the program", OpenManager::Run(shown), openLimit, verdicts);
+        Print("open, the first time in the program", OpenManager::Run(shown), openLimit, report);
     const std::size_t windowMemory = WindowMemory(entries);
     FillRegistry(entries);
     std::vector<double> openings;
     for (int run = 0; run < runs; ++run)
         openings.push_back(OpenManager::Run(shown));
-    Print("open", Median(std::move(openings)), openLimit, verdicts);
+    Print("open", Median(std::move(openings)), openLimit, report);
 
     const std::size_t before = HeapUse();
     std::size_t most = before;
@@ -236,28 +238,28 @@ void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, V
         sorts = MeasureSorts(manager, runs);
         keystrokes = MeasureKeystrokes(manager, runs);
         most = std::max(most, HeapUse());
-        verdicts.Require("the manager does not show all rows again",
-                         manager.List().model()->rowCount() == shown);
+        report.Require("the manager does not show all rows again",
+                       manager.List().model()->rowCount() == shown);
     });
     const auto [text, keystroke] = Slowest(keystrokes);
     Print("keystroke in the find box, slowest: to " + text, keystroke,
-          LimitFor(rows, {{10'000, 16}, {100'000, 120}}), verdicts);
+          LimitFor(rows, {{10'000, 16}, {100'000, 120}}), report);
     const auto [column, sort] = Slowest(sorts);
-    Print("sort by a click, slowest: " + column, sort, LimitFor(rows, {{10'000, 60}}), verdicts);
+    Print("sort by a click, slowest: " + column, sort, LimitFor(rows, {{10'000, 60}}), report);
     std::vector<double> medians;
     for (const auto& [frame, values] : scrolling.frames)
         medians.push_back(Median(values));
-    verdicts.Note("scroll, median frame", Median(std::move(medians)), "ms");
+    report.Note("scroll, median frame", Median(std::move(medians)), "ms");
     const double scrollLimit = 8;
-    Print("scroll, slowest frame", Slowest(scrolling.frames).second, scrollLimit, verdicts);
-    verdicts.Note("rows with widgets, at most; " + std::to_string(scrolling.visibleRows) + " are visible",
-                  scrolling.rowsWithWidgets, "");
-    verdicts.Require("rows that are not visible have widgets",
-                     scrolling.rowsWithWidgets <= scrolling.visibleRows && scrolling.rowsWithWidgets > 0);
+    Print("scroll, slowest frame", Slowest(scrolling.frames).second, scrollLimit, report);
+    report.Note("rows with widgets, at most; " + std::to_string(scrolling.visibleRows) + " are visible",
+                scrolling.rowsWithWidgets, "");
+    report.Require("rows that are not visible have widgets",
+                   scrolling.rowsWithWidgets <= scrolling.visibleRows && scrolling.rowsWithWidgets > 0);
     const double kibibytes = (static_cast<double>(most - before) - static_cast<double>(windowMemory)) / 1024;
-    verdicts.Note("memory of the window with ten rows", static_cast<double>(windowMemory) / 1024, "KiB");
-    verdicts.AtMost("memory beyond that and the registry, a row", kibibytes / static_cast<double>(rows),
-                    "KiB", 1);
+    report.Note("memory of the window with ten rows", static_cast<double>(windowMemory) / 1024, "KiB");
+    report.AtMost("memory beyond that and the registry, a row", kibibytes / static_cast<double>(rows), "KiB",
+                  1);
 }
 
 } // namespace bench

@@ -7,7 +7,7 @@
 #include <zetui/skins/Skins.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
 
-#include "ListSubject.h"
+#include "MeasuredList.h"
 
 namespace bench {
 
@@ -18,7 +18,7 @@ using controls::UI_MultiColumnTree;
 
 constexpr float titleWidths[listColumns] = {60, 140, 80, 80, 70, 240};
 
-/// A row with what it shows, as the manager's list has them.
+/// A row with its entry, like those of the manager's list.
 class EntryRow final : public controls::UI_MultiColumnTreeRow
 {
   public:
@@ -32,7 +32,7 @@ class EntryRow final : public controls::UI_MultiColumnTreeRow
     const ListEntry& entry;
 };
 
-class OurList final : public ListSubject
+class OurList final : public MeasuredList
 {
   public:
     OurList()
@@ -60,7 +60,7 @@ class OurList final : public ListSubject
     ~OurList() override
     {
         tree->RemoveAllRows();
-        // The window would take the widget with it.
+        // The window would destroy the widget.
         View().setParent(nullptr);
     }
 
@@ -149,7 +149,7 @@ class OurList final : public ListSubject
 
 } // namespace
 
-std::unique_ptr<ListSubject> MakeOurList()
+std::unique_ptr<MeasuredList> MakeOurList()
 {
     return std::make_unique<OurList>();
 }

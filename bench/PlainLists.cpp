@@ -5,7 +5,7 @@
 #include <QTableView>
 #include <QTreeWidget>
 
-#include "ListSubject.h"
+#include "MeasuredList.h"
 
 namespace bench {
 
@@ -19,7 +19,7 @@ QStringList TitleTexts()
     return titles;
 }
 
-class TreeWidgetList final : public ListSubject
+class TreeWidgetList final : public MeasuredList
 {
   public:
     TreeWidgetList()
@@ -77,7 +77,7 @@ class TreeWidgetList final : public ListSubject
     QTreeWidget widget;
 };
 
-/// The texts, copied into Qt's strings as a model that Qt's classes sort needs them.
+/// The texts as Qt's strings, which a model needs that Qt's classes sort.
 class TextTable final : public QAbstractTableModel
 {
   public:
@@ -148,7 +148,7 @@ class FindProxy final : public QSortFilterProxyModel
     std::wstring text;
 };
 
-class ProxyTableList final : public ListSubject
+class ProxyTableList final : public MeasuredList
 {
   public:
     ProxyTableList()
@@ -187,12 +187,12 @@ class ProxyTableList final : public ListSubject
 
 } // namespace
 
-std::unique_ptr<ListSubject> MakeTreeWidget()
+std::unique_ptr<MeasuredList> MakeTreeWidget()
 {
     return std::make_unique<TreeWidgetList>();
 }
 
-std::unique_ptr<ListSubject> MakeProxyTable()
+std::unique_ptr<MeasuredList> MakeProxyTable()
 {
     return std::make_unique<ProxyTableList>();
 }

@@ -1,5 +1,6 @@
-// The scan's benchmarks. Without arguments: everything, medians of paired runs. `--once`: each thing once and
-// small, to see that it works. The other forms are what this program starts itself with.
+// Measures scans. Without arguments, it measures everything and prints medians of paired runs. With `--once`,
+// it does everything once and small, to show that it works. With the other arguments this program starts
+// itself as a child.
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -11,16 +12,16 @@
 #include <zetcore/string/Utf.h>
 
 #include "Measure.h"
-#include "ScanWork.h"
 #include "ScannerLaunch.h"
-#include "Scratch.h"
+#include "ScratchFolder.h"
+#include "TimedRuns.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using bench::Median;
 using bench::Report;
-using bench::Scratch;
+using bench::ScratchFolder;
 
 struct Size
 {
@@ -34,7 +35,8 @@ struct Size
 constexpr Size full{7, 500, 1000, 10, 10000, 21};
 constexpr Size once{1, 10, 20, 2, 500, 2};
 
-/// A folder with so many copies of a sample plug-in, as files of their own (a link would be loaded once).
+/// Makes a folder with so many copies of a sample plug-in. They are real files, because links to one file
+/// would be loaded once.
 fs::path MakeCopies(const fs::path& folder, const std::string& plugin, int copies)
 {
     fs::create_directories(folder);
@@ -52,11 +54,12 @@ struct Pairs
     int found = 0;
 };
 
-/// The floor and a scan of the same folder, in turn.
-Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how, int runs, Scratch& scratch)
+/// Runs the bare loader and a scan on the same folder, in turns.
+Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how, int runs,
+               ScratchFolder& scratch)
 {
     Pairs pairs;
-    // The first pair warms the file cache up; a run that only shows that it works needs none.
+    // The first pair of runs fills the file cache. A run that only shows that it works does without.
     for (int run = runs > 1 ? -1 : 0; run < runs; ++run) {
         const auto floor = bench::RunChild(self, {"floor", folder.string()});
         const auto scan = bench::RunChild(self, {how, folder.string(), scratch.Prefs()});
@@ -70,7 +73,7 @@ Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how,
     return pairs;
 }
 
-void BenchRealPlugins(const std::string& self, const Size& size, Scratch& scratch)
+void BenchRealPlugins(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path folder = "/usr/lib/vst";
     if (!fs::is_directory(folder)) {
@@ -86,7 +89,7 @@ void BenchRealPlugins(const std::string& self, const Size& size, Scratch& scratc
     }
 }
 
-void BenchTrivialPlugins(const std::string& self, const Size& size, Scratch& scratch)
+void BenchTrivialPlugins(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path folder = MakeCopies(scratch.Path() / "trivial", "good/vst2_effect.so", size.copies);
     const Pairs pairs = RunPairs(self, folder, "external", size.runs, scratch);
@@ -112,12 +115,13 @@ void BenchTrivialPlugins(const std::string& self, const Size& size, Scratch& scr
            Median(growth), "", 2.3);
 }
 
-void BenchCrashes(const std::string& self, const Size& size, Scratch& scratch)
+void BenchCrashes(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path good = MakeCopies(scratch.Path() / "good", "good/vst2_effect.so", 2 * size.crashes);
     const fs::path mixed = MakeCopies(scratch.Path() / "mixed", "good/vst2_effect.so", 2 * size.crashes);
     MakeCopies(mixed, "bad/crash_in_entry.so", size.crashes);
-    // Between two good ones each, so that every crash happens in a scanner that has loaded others.
+    // Each bad plug-in is between two good ones, so that every crash happens in a scanner that has loaded
+    // others.
     for (int index = 0; index < size.crashes; ++index)
         fs::rename(mixed / ("crash_in_entry" + std::to_string(index) + ".so"),
                    mixed / ("vst2_effect" + std::to_string(2 * index) + "_crash.so"));
@@ -130,7 +134,7 @@ void BenchCrashes(const std::string& self, const Size& size, Scratch& scratch)
     Report("a crash, until the next plug-in is being scanned", Median(cost), "ms", 60);
 }
 
-void BenchLaunch(const Size& size, const fs::path& programFolder, Scratch& scratch)
+void BenchLaunch(const Size& size, const fs::path& programFolder, ScratchFolder& scratch)
 {
     std::vector<double> seconds;
     for (int run = 0; run < size.launches; ++run)
@@ -139,7 +143,7 @@ void BenchLaunch(const Size& size, const fs::path& programFolder, Scratch& scrat
     Report("launch of the scanner until \"Connect\" is answered", Median(seconds), "ms", 30);
 }
 
-void BenchRegistry(const Size& size, Scratch& scratch)
+void BenchRegistry(const Size& size, ScratchFolder& scratch)
 {
     using namespace zetaudiofilterhost;
     PluginModuleInfoManager registry;
@@ -172,7 +176,7 @@ void BenchRegistry(const Size& size, Scratch& scratch)
 
 int RunAll(const std::string& self, const Size& size)
 {
-    Scratch scratch("scan_bench");
+    ScratchFolder scratch("scan_bench");
     const fs::path programFolder = fs::weakly_canonical(self).parent_path();
     BenchRegistry(size, scratch);
     BenchLaunch(size, programFolder, scratch);

@@ -1,4 +1,4 @@
-// Layout archives: the values, and the nodes and controls that are built of them (on no screen).
+// Reads layout archives, and builds their nodes and controls without a screen.
 #include <cstdlib>
 #include <stdexcept>
 #include <string>

@@ -6,7 +6,7 @@
 
 #include <zetaudiofilterhost/PluginTechnology.h>
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
-#include <zetcore/signals/Signal.h>
+#include <zetcore/signals/ScopedConnection.h>
 #include <zetui/archiveddialog/UI_ArchivedDialog.h>
 #include <zetui/controls/UI_Checkbox.h>
 #include <zetui/controls/UI_StaticText.h>
@@ -23,6 +23,8 @@
 #include "dialog/PluginMultiColumnTree.h"
 
 namespace zetaudiopluginhostui {
+
+class Preferences;
 
 /// The modal "Audio Plug-In Manager". It shows and changes the registry and the list of banned plug-ins at
 /// once; whoever runs it saves or reloads them afterwards. Main thread.
@@ -129,10 +131,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     // Scans.
     void OnScanForPlugins(ButtonChanged* message);
     void OnReloadPlugin(ButtonChanged* message);
-    /// False when the preferences folder does not let it.
-    bool SaveBannedList() const;
-    bool SaveRegistry() const;
-    bool RescanPlugin(const zetaudiofilterhost::PluginLocator& locator) const;
+    void RescanPlugin(const zetaudiofilterhost::PluginLocator& locator, Preferences& preferences) const;
 
     zetcore::signals::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
     /// By row, as long as the row is in its list.
