@@ -2,13 +2,13 @@
 #include <cmath>
 
 #include <zetcore/config/Localizer.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/controls/ButtonComponents.h>
 #include <zetui/skins/Skins.h>
 
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerDialog.h"
-#include "module/DebugSwitch.h"
 
 namespace zetaudiopluginhostui {
 
@@ -77,7 +77,7 @@ void PluginManagerDialog::OnPluginRowVisibilityChanged(const RowPtr& row)
     if (!entry)
         return;
     AddEnableCheckbox(row, *entry);
-    if (!entry->info || IsDebugSwitchOn("AlwaysShowPlugInRescanButton", "false"))
+    if (!entry->info || zetcore::debug::DebugDatabase::Instance().IsOn("AlwaysShowPlugInRescanButton", false))
         AddReloadButton(row, *entry);
 }
 
