@@ -67,7 +67,7 @@ void ChooseTimeout(const std::string& seconds)
 {
     if (!zetcore::debug::ParseSeconds(seconds))
         throw usage_error("--timeout " + seconds + ": a number of seconds above 0 is expected");
-    const std::string entry = zetaudiopluginhostui::entityTimeoutSeconds;
+    const std::string entry = zetaudiopluginhostui::entityTimeoutKey;
     const std::string others = EnvironmentText("ZET_DEBUG_DATABASE");
     SetEnvironmentText("ZET_DEBUG_DATABASE", (others.empty() ? "" : others + ";") + entry + "=" + seconds);
     zetcore::debug::DebugDatabase::Instance().SetEntry(entry, seconds);

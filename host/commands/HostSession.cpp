@@ -32,7 +32,7 @@ File PreferencesFile(const std::wstring& name)
 /// process) gets on within ten times; one that is broken never does, and the scan would never end.
 void LimitFruitlessRestarts()
 {
-    constexpr const char* key = zetaudiopluginhostui::mostFruitlessRestarts;
+    constexpr const char* key = zetaudiopluginhostui::restartLimitKey;
     auto& database = zetcore::debug::DebugDatabase::Instance();
     if (database.GetEntry(key, "").empty())
         database.SetEntry(key, "10");

@@ -122,7 +122,7 @@ void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vec
     // The host may let go of the last pointer to this object while it is shown the progress.
     const auto self = SharedThis();
     cancelled = false;
-    markerProblem.clear();
+    markerProblem.reset();
     SetEnd({});
     ++TheLastScan().count;
     TheLastScan().plugins = plugins;
@@ -141,7 +141,7 @@ void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vec
 
         FaultPoint("host.scan-done");
         // That the marker can be neither replaced nor deleted may have been told already.
-        if (!ScanMarker::Delete() && markerProblem.empty())
+        if (!ScanMarker::Delete() && !markerProblem)
             preferences.NoteFailure();
         preferences.SaveRegistry();
         PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();

@@ -64,7 +64,7 @@ TEST_F(AudioPluginScanEndTest, ACancelledScanSaysSoUntilTheNextOneAndBeforeTheSi
 
 TEST_F(AudioPluginScanEndTest, AScanWhoseScannersNeverGetOnSaysThatItGaveUpAndWhy)
 {
-    zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, "2");
+    zetcore::debug::DebugDatabase::Instance().SetEntry(restartLimitKey, "2");
     for (int scanner = 1; scanner <= 4; ++scanner)
         Script(scanner, {"listen", "die"});
     Scan({MakeFile("a.so")}, true);

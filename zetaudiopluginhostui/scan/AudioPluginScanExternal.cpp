@@ -1,5 +1,8 @@
 // The scan in the scanner process.
+#include <string_view>
+
 #include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetscanprotocol/ScanProtocol.h>
@@ -14,6 +17,8 @@ namespace {
 
 using zetaudiofilterhost::PluginLocator;
 using zetui::dialogs::UI_DialogViewContainer;
+
+static_assert(std::string_view(entityTimeoutKey) == zetscanprotocol::entityTimeoutKey);
 
 /// Most plug-ins are done by then, and nobody wonders yet.
 constexpr std::chrono::seconds patience{3};
@@ -33,7 +38,7 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
     progressDialog->SetPatience(patience,
                                 [limit, session = std::weak_ptr(externalScan)](std::chrono::seconds passed) {
                                     const auto running = session.lock();
-                                    const bool isGone = running && !running->StartFailure().empty();
+                                    const bool isGone = running && running->StartFailure();
                                     return isGone ? ScannerIsGoneText() : StillScanningText(passed, limit);
                                 });
 
@@ -55,7 +60,7 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
         return;
     }
     if (!started) {
-        SetEnd({ScanEnd::How::NotStarted, externalScan->StartFailure()});
+        SetEnd({ScanEnd::How::NotStarted, externalScan->StartFailure().value()});
         return;
     }
 
@@ -68,11 +73,11 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
         throw;
     }
     externalScan->StopScan();
-    if (externalScan->GaveUp())
-        SetEnd({ScanEnd::How::GaveUp, externalScan->WhyGaveUp()});
-    else if (!externalScan->StartFailure().empty())
-        // A scanner that could not be replaced ended it, although only the user could close the dialog.
-        SetEnd({ScanEnd::How::GaveUp, externalScan->StartFailure()});
+    if (const auto& why = externalScan->WhyGaveUp())
+        SetEnd({ScanEnd::How::GaveUp, *why});
+    else if (const auto& failure = externalScan->StartFailure())
+        // A scanner that could not be replaced ended the scan, although only the user could close the dialog.
+        SetEnd({ScanEnd::How::GaveUp, *failure});
     else if (response == UI_DialogViewContainer::kCancel)
         SetEnd({ScanEnd::How::Cancelled, {}});
 }

@@ -49,8 +49,8 @@ void AudioPluginScan::ScanInThisProcess(Preferences& preferences, HWND parent,
     progressDialog->SetPostCloseCallback({});
     if (cancelled)
         SetEnd({ScanEnd::How::Cancelled, {}});
-    else if (!markerProblem.empty())
-        SetEnd({ScanEnd::How::GaveUp, markerProblem});
+    else if (markerProblem)
+        SetEnd({ScanEnd::How::GaveUp, *markerProblem});
 }
 
 bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
@@ -67,7 +67,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
     mayLoad = marker.state != ScanMarker::State::Stale;
     if (!mayLoad) {
         // If this one crashed, the one that the old marker names would be banned for it.
-        if (markerProblem.empty())
+        if (!markerProblem)
             preferences.NoteFailure();
         preferences.TellUser();
         markerProblem = marker.problem;

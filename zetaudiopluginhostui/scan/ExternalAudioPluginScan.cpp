@@ -46,7 +46,7 @@ bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
                                         bool quickScan, ProgressCallback callback)
 {
     zetcore::threads::AssertMainThread();
-    startFailure.clear();
+    startFailure.reset();
     {
         const std::lock_guard lock(mutex);
         currentLocator = PluginLocator();
@@ -98,15 +98,16 @@ void ExternalAudioPluginScan::StopScan()
 
 bool ExternalAudioPluginScan::LaunchServerAndConnect()
 {
-    const std::uint16_t port = launcher.Launch(process);
-    startFailure = launcher.Problem();
-    if (port != 0 && Connect(port))
-        return true;
-    if (startFailure.empty())
+    startFailure.reset();
+    const auto launch = launcher.Launch(process);
+    if (const auto* const failure = std::get_if<LaunchFailure>(&launch))
+        startFailure = failure->reason;
+    else if (const auto port = std::get<std::uint16_t>(launch); !Connect(port))
         startFailure = "The scanner does not answer at port " + std::to_string(port) + " of " +
                        protocol::loopbackAddress + ", where it said that it listens";
-    zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", startFailure);
-    return false;
+    if (startFailure)
+        zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", *startFailure);
+    return !startFailure;
 }
 
 bool ExternalAudioPluginScan::Connect(std::uint16_t port)
@@ -143,8 +144,8 @@ void ExternalAudioPluginScan::RestartSession()
             return;
         left = pending.size();
     }
-    restarts.Note(left, process);
-    if (GaveUp())
+    restarts.NoteRestart(left, process);
+    if (WhyGaveUp())
         NotifyScanFinished();
     else
         LaunchServerAndConnect();

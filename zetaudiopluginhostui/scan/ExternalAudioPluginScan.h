@@ -57,15 +57,13 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
                    const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
                    bool quickEffectScan, ProgressCallback progressCallback);
 
-    /// Why the scanner that this scan started last could not be started or reached: a sentence for people
-    /// (UTF-8) that names the program. Empty when it could. Main thread.
-    const std::string& StartFailure() const noexcept { return startFailure; }
+    /// Why the scanner that was started last could not be started or reached, if that was so: a sentence for
+    /// people (UTF-8), which names the program. Main thread.
+    const std::optional<std::string>& StartFailure() const noexcept { return startFailure; }
 
-    /// True when the last scan ended because its scanners never got on. Main thread.
-    bool GaveUp() const noexcept { return restarts.TooMany(); }
-    /// Says so for people (UTF-8), and how the last scanner ended if that was known by then; empty when it
-    /// did not give up. Main thread.
-    std::string WhyGaveUp() const { return restarts.Describe(); }
+    /// Why the last scan gave up, if it did so because its scanners never got on: a sentence for people
+    /// (UTF-8), with the end of the last scanner if that was known by then. Main thread.
+    const std::optional<std::string>& WhyGaveUp() const noexcept { return restarts.WhyTooMany(); }
 
     /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
     /// unless that was done. Main thread.
@@ -130,7 +128,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     RestartCount restarts{0};
     ScannerProcess process;
     ScannerLauncher launcher;
-    std::string startFailure;
+    std::optional<std::string> startFailure;
 };
 
 } // namespace zetaudiopluginhostui

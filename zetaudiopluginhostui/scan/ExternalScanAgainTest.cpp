@@ -150,22 +150,24 @@ TEST_F(ExternalScanAgain, ARestartThatFailsSaysWhy)
     zetcore::filesupport::commondirs::SetExecutableDir(folder.Wide());
     connection->LoseScanner();
     RunPosted();
-    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("There is no scanner program: "));
+    EXPECT_THAT(scan->StartFailure(),
+                ::testing::Optional(::testing::StartsWith("There is no scanner program: ")));
     EXPECT_EQ(EndReports(), 0);
     scan->StopScan();
     EXPECT_EQ(EndReports(), 1);
-    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("There is no scanner program: "));
+    EXPECT_THAT(scan->StartFailure(),
+                ::testing::Optional(::testing::StartsWith("There is no scanner program: ")));
 }
 
 TEST_F(ExternalScanAgain, AScanThatGivesUpSaysHowItsLastScannerEnded)
 {
-    zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, "1");
+    zetcore::debug::DebugDatabase::Instance().SetEntry(restartLimitKey, "1");
     for (const int number : {1, 2})
         Script(number, {"word 4711", "die"});
     ASSERT_TRUE(Start({a, b}));
     for (const int number : {1, 2}) {
         EXPECT_EQ(Launches(), number);
-        EXPECT_EQ(scan->WhyGaveUp(), "");
+        EXPECT_FALSE(scan->WhyGaveUp());
         WaitUntil([this] { return FindScannerProcessEnd(Access::Process(*scan)).has_value(); });
         connection->LoseScanner();
         RunPosted();
@@ -174,7 +176,7 @@ TEST_F(ExternalScanAgain, AScanThatGivesUpSaysHowItsLastScannerEnded)
     EXPECT_EQ(scan->WhyGaveUp(), "The scanner was restarted 1 times without getting on; plug-ins not "
                                  "scanned: 2. The last one ended with exit status 1");
     ASSERT_TRUE(Start({a}));
-    EXPECT_EQ(scan->WhyGaveUp(), "");
+    EXPECT_FALSE(scan->WhyGaveUp());
 }
 
 } // namespace

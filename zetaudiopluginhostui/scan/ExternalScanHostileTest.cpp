@@ -97,7 +97,7 @@ class ExternalScanHostile : public ExternalScanFixture
     }
     static void AllowFruitlessRestarts(const char* number)
     {
-        zetcore::debug::DebugDatabase::Instance().SetEntry(mostFruitlessRestarts, number);
+        zetcore::debug::DebugDatabase::Instance().SetEntry(restartLimitKey, number);
     }
 
     const PluginLocator none;
@@ -191,9 +191,9 @@ TEST_F(ExternalScanHostile, AScannerThatNeverGetsOnEndsTheScanWhenTheHostHasSetA
     ASSERT_TRUE(Start({a, b}));
     RunUntilEnd();
     EXPECT_EQ(Launches(), 4);
-    EXPECT_TRUE(scan->GaveUp());
+    EXPECT_TRUE(scan->WhyGaveUp());
     const std::string why = "The scanner was restarted 3 times without getting on; plug-ins not scanned: 2";
-    EXPECT_THAT(scan->WhyGaveUp(), ::testing::StartsWith(why));
+    EXPECT_THAT(scan->WhyGaveUp(), ::testing::Optional(::testing::StartsWith(why)));
     EXPECT_TRUE(AnyTraced(why));
     EXPECT_FALSE(AnyBanned());
     scan->StopScan();
@@ -211,7 +211,7 @@ TEST_F(ExternalScanHostile, EveryPluginThatIsReportedBeginsTheCountAnew)
     ASSERT_TRUE(Start({a, b}));
     RunUntilEnd();
     EXPECT_EQ(Launches(), 4);
-    EXPECT_FALSE(scan->GaveUp());
+    EXPECT_FALSE(scan->WhyGaveUp());
 }
 
 TEST_F(ExternalScanHostile, WithoutALimitEveryScannerThatFailsIsReplaced)
@@ -223,8 +223,7 @@ TEST_F(ExternalScanHostile, WithoutALimitEveryScannerThatFailsIsReplaced)
     ASSERT_TRUE(Start({a}));
     RunUntilEnd();
     EXPECT_EQ(Launches(), failing + 1);
-    EXPECT_FALSE(scan->GaveUp());
-    EXPECT_EQ(scan->WhyGaveUp(), "");
+    EXPECT_FALSE(scan->WhyGaveUp());
 }
 
 } // namespace

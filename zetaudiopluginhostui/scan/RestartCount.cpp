@@ -1,7 +1,7 @@
 #include "scan/RestartCount.h"
 
 #include <algorithm>
-#include <string>
+#include <utility>
 
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
@@ -12,40 +12,33 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
-/// 0: no limit.
-int MostFruitlessRestarts()
+/// 0 stands for no limit.
+int RestartLimit()
 {
-    const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(mostFruitlessRestarts, "");
+    const std::string entry = zetcore::debug::DebugDatabase::Instance().GetEntry(restartLimitKey, "");
     return std::max(zetcore::string::ParseNumber<int>(entry).value_or(0), 0);
 }
 
 } // namespace
 
-void RestartCount::Note(std::size_t pending, ScannerProcess failed)
+void RestartCount::NoteRestart(std::size_t pending, ScannerProcess failed)
 {
     if (pending < pendingBefore)
         fruitless = 0;
     pendingBefore = pending;
     ++fruitless;
-    const int most = MostFruitlessRestarts();
-    tooMany = most > 0 && fruitless > most;
-    if (!tooMany)
+    const int limit = RestartLimit();
+    if (limit == 0 || fruitless <= limit)
         return;
-    lastEnd = FindScannerProcessEnd(failed);
-    zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", Describe());
-}
-
-std::string RestartCount::Describe() const
-{
-    if (!tooMany)
-        return {};
     std::string text = "The scanner was restarted " + std::to_string(fruitless - 1) +
-                       " times without getting on; plug-ins not scanned: " + std::to_string(pendingBefore);
-    if (lastEnd)
-        text += ". The last one " + lastEnd->status;
-    if (lastEnd && !lastEnd->lastOutput.empty())
-        text += "; its last output: " + lastEnd->lastOutput;
-    return text;
+                       " times without getting on; plug-ins not scanned: " + std::to_string(pending);
+    if (const auto end = FindScannerProcessEnd(failed)) {
+        text += ". The last one " + end->status;
+        if (!end->lastOutput.empty())
+            text += "; its last output: " + end->lastOutput;
+    }
+    zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", text);
+    whyTooMany = std::move(text);
 }
 
 } // namespace zetaudiopluginhostui

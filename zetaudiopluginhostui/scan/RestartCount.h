@@ -17,17 +17,15 @@ class RestartCount
     /// Before each restart, with the number of plug-ins that no scanner has reported yet and the scanner that
     /// failed. When more restarts in a row than the host allows (ScanLimits.h) have left that number as it
     /// was, this is traced.
-    void Note(std::size_t pending, ScannerProcess failed);
-    bool TooMany() const noexcept { return tooMany; }
-    /// Says so (UTF-8) when there were too many, with the end of the last scanner as far as it was known;
-    /// otherwise empty.
-    std::string Describe() const;
+    void NoteRestart(std::size_t pending, ScannerProcess failed);
+    /// Why the scan gives up, when there were too many: a sentence for people (UTF-8), with the end of the
+    /// last scanner as far as it was known.
+    const std::optional<std::string>& WhyTooMany() const noexcept { return whyTooMany; }
 
   private:
     std::size_t pendingBefore;
     int fruitless = 0;
-    bool tooMany = false;
-    std::optional<ScannerProcessEnd> lastEnd;
+    std::optional<std::string> whyTooMany;
 };
 
 } // namespace zetaudiopluginhostui

@@ -29,13 +29,13 @@ std::string PathText(const filesupport::File& program)
     return zetcore::string::UTF16to8(zetcore::string::ForDisplay(program.FullPath()));
 }
 
-std::string WhyNoPort(const filesupport::File& program, const std::optional<ScannerProcessEnd>& end)
+LaunchFailure WhyNoPort(const filesupport::File& program, const std::optional<ScannerProcessEnd>& end)
 {
     if (!end)
-        return "The scanner program did not tell within " + std::to_string(portTimeout.count()) +
-               " seconds where it listens: " + PathText(program);
-    return "The scanner program " + end->status + " before it told where it listens: " + PathText(program) +
-           (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput);
+        return {"The scanner program did not tell within " + std::to_string(portTimeout.count()) +
+                " seconds where it listens: " + PathText(program)};
+    return {"The scanner program " + end->status + " before it told where it listens: " + PathText(program) +
+            (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput)};
 }
 
 /// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
@@ -55,25 +55,24 @@ class LaunchLock
 
 ScannerLauncher::ScannerLauncher(PortWait wait) : portWait(std::move(wait)) {}
 
-std::uint16_t ScannerLauncher::Launch(ScannerProcess& process)
+std::variant<std::uint16_t, LaunchFailure> ScannerLauncher::Launch(ScannerProcess& process)
 {
     zetcore::threads::AssertMainThread();
-    problem.clear();
     const bool mapped =
         block.Init(protocol::blockName, protocol::blockSize, filesupport::MemoryMappedFile::CreateLocked);
     blockAddress = mapped ? block.GetAddress() : nullptr;
-    if (!blockAddress) {
-        problem = std::string("The shared memory \"") + protocol::blockName +
-                  "\" in which the scanner tells where it listens cannot be had, or another application "
-                  "holds it";
-        return 0;
-    }
+    if (!blockAddress)
+        return LaunchFailure{std::string("The shared memory \"") + protocol::blockName +
+                             "\" in which the scanner tells where it listens cannot be had, or another "
+                             "application holds it"};
     const LaunchLock launchLock(block);
     const filesupport::File program(filesupport::commondirs::ExecutableDir(), ScannerFileName());
-    return Start(program, process) ? WaitForPort(program, process) : std::uint16_t{0};
+    if (auto failure = Start(program, process))
+        return *std::move(failure);
+    return WaitForPort(program, process);
 }
 
-bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& process)
+std::optional<LaunchFailure> ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& process)
 {
     const int volume = zetcore::debug::GetMasterTraceVolume();
     static ScanTraceSite volumeSite;
@@ -81,10 +80,8 @@ bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& pr
     BlockWords words(blockAddress);
     PrepareForLaunch(words, volume);
 
-    if (!program.Exists()) {
-        problem = "There is no scanner program: " + PathText(program);
-        return false;
-    }
+    if (!program.Exists())
+        return LaunchFailure{"There is no scanner program: " + PathText(program)};
     static ScanTraceSite launchSite;
     launchSite.Write("Launching scan server");
     FaultPoint("host.launching");
@@ -92,14 +89,14 @@ bool ScannerLauncher::Start(const filesupport::File& program, ScannerProcess& pr
         // A handle left from an earlier run is overwritten and not closed.
         process = StartScannerProcess(program);
     } catch (const filesupport::file_exception& error) {
-        problem = error.what();
-        return false;
+        return LaunchFailure{error.what()};
     }
     FaultPoint("host.launched");
-    return true;
+    return std::nullopt;
 }
 
-std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, ScannerProcess process)
+std::variant<std::uint16_t, LaunchFailure> ScannerLauncher::WaitForPort(const filesupport::File& program,
+                                                                        ScannerProcess process)
 {
     static ScanTraceSite retrieveSite;
     retrieveSite.Write("Retrieve server's port");
@@ -122,11 +119,10 @@ std::uint16_t ScannerLauncher::WaitForPort(const filesupport::File& program, Sca
         timeoutSite.Write("Timeout while launching scan server");
     }
     FaultPoint("host.port-read");
-    // A port that came in the last pass is still good: only a missing one fails.
-    const auto port = static_cast<std::uint16_t>(word & portMask);
-    if (port == 0)
-        problem = WhyNoPort(program, processEnd);
-    return port;
+    // A port that came in the last pass is still good. Only a missing one fails.
+    if (const auto port = static_cast<std::uint16_t>(word & portMask))
+        return port;
+    return WhyNoPort(program, processEnd);
 }
 
 } // namespace zetaudiopluginhostui

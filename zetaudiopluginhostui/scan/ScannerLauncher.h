@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <variant>
 
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/sharing/MemoryMappedFile.h>
@@ -20,6 +22,13 @@ void PrepareForLaunch(Words& words, int traceVolume)
     words.Exchange(zetscanprotocol::portWord, 0);
 }
 
+/// Why a launch gave no port.
+struct LaunchFailure
+{
+    /// A sentence for people (UTF-8), which names the program.
+    std::string reason;
+};
+
 /// Starts scanner processes and learns their ports through the shared block. Main thread.
 ///
 /// A scanner that lives has 60 seconds to tell its port. One that has ended tells none any more, so that the
@@ -30,23 +39,20 @@ class ScannerLauncher
   public:
     explicit ScannerLauncher(PortWait portWait);
 
-    /// Starts one and waits for its port; 0 when there is no block, no program, no process or no port. A
-    /// process that was started is stored in `process`, whose old value is overwritten, and goes on when
-    /// there was no port. Nobody else can launch through the block meanwhile.
-    std::uint16_t Launch(ScannerProcess& process);
-
-    /// Why the last launch gave no port: a sentence for people (UTF-8) that names the program. Empty when it
-    /// gave one.
-    const std::string& Problem() const noexcept { return problem; }
+    /// Starts a scanner, waits for its port and returns the port. Fails when there is no block, no program,
+    /// no process or no port. A process that was started is stored in `process`, whose old value is
+    /// overwritten. A process that told no port goes on running. Nobody else can launch through the block
+    /// meanwhile.
+    std::variant<std::uint16_t, LaunchFailure> Launch(ScannerProcess& process);
 
   private:
-    bool Start(const zetcore::filesupport::File& program, ScannerProcess& process);
-    std::uint16_t WaitForPort(const zetcore::filesupport::File& program, ScannerProcess process);
+    std::optional<LaunchFailure> Start(const zetcore::filesupport::File& program, ScannerProcess& process);
+    std::variant<std::uint16_t, LaunchFailure> WaitForPort(const zetcore::filesupport::File& program,
+                                                           ScannerProcess process);
 
     const PortWait portWait;
     zetcore::filesupport::MemoryMappedFile block;
     void* blockAddress = nullptr;
-    std::string problem;
 };
 
 } // namespace zetaudiopluginhostui

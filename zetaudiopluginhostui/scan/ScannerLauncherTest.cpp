@@ -91,7 +91,7 @@ TEST_F(ScannerLaunch, AScannerThatEndsBeforeItHasToldItsPortEndsTheWaitAtOnce)
     EXPECT_EQ(scan->StartFailure(),
               "The scanner program ended with exit status 1 before it told where it listens: " +
                   ProgramPath());
-    EXPECT_TRUE(AnyTraced(scan->StartFailure()));
+    EXPECT_TRUE(AnyTraced(scan->StartFailure().value()));
 }
 
 TEST_F(ScannerLaunch, APortThatAScannerHasToldIsUsedAlthoughItEndsWhileItIsLookedAt)
@@ -106,7 +106,8 @@ TEST_F(ScannerLaunch, APortThatAScannerHasToldIsUsedAlthoughItEndsWhileItIsLooke
     scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     EXPECT_FALSE(Start({a}));
     EXPECT_THAT(Traced(), Contains(::testing::StartsWith("Scan server's port: ")));
-    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("The scanner does not answer at port "));
+    EXPECT_THAT(scan->StartFailure(),
+                ::testing::Optional(::testing::StartsWith("The scanner does not answer at port ")));
 }
 
 TEST_F(ScannerLaunch, AStartThatWorksLeavesNoFailureOfTheOneBefore)
@@ -115,10 +116,10 @@ TEST_F(ScannerLaunch, AStartThatWorksLeavesNoFailureOfTheOneBefore)
     Script(2, {"listen", "ok", "ok", Info(none, 0, 0, false)});
     ExpectNoPauseAfterTheEnd();
     EXPECT_FALSE(Start({a}));
-    EXPECT_NE(scan->StartFailure(), "");
+    EXPECT_TRUE(scan->StartFailure());
     onPause = [] {};
     EXPECT_TRUE(Start({}));
-    EXPECT_EQ(scan->StartFailure(), "");
+    EXPECT_FALSE(scan->StartFailure());
     RunUntilEnd();
 }
 
@@ -130,7 +131,7 @@ TEST_F(ScannerLaunch, AStartThatThrowsLeavesNoFailureOfTheOneBefore)
     zettesting::WriteAll(ResultFile(), "of an earlier scan");
     const zettesting::ScopedFaults faults("delete." + ResultFile().filename().string() + ":1:denied");
     EXPECT_THROW(Start({a}), zetcore::filesupport::file_exception);
-    EXPECT_EQ(scan->StartFailure(), "");
+    EXPECT_FALSE(scan->StartFailure());
 }
 
 TEST_F(ScannerLaunch, AtExactly60SecondsTheWaitGoesOn)
@@ -241,8 +242,9 @@ TEST_F(ScannerLaunch, AProgramThatTheSystemDoesNotStartMakesStartScanFalse)
     EXPECT_FALSE(Start({a}));
     EXPECT_FALSE(ExternalAudioPluginScanAccess::Process(*scan));
     EXPECT_THAT(Traced(), Not(Contains("Retrieve server's port\r\n")));
-    EXPECT_THAT(scan->StartFailure(), ::testing::StartsWith("Cannot start the scanner program \"" +
-                                                            ProgramIn(folder.Path()) + "\": "));
+    EXPECT_THAT(scan->StartFailure(),
+                ::testing::Optional(::testing::StartsWith("Cannot start the scanner program \"" +
+                                                          ProgramIn(folder.Path()) + "\": ")));
 }
 
 /// How a launch is made to end.

@@ -214,7 +214,8 @@ TEST_F(ScannerOutputTest, AFailedStartTellsTheScannersLastLine)
     const Redirected standardError(STDERR_FILENO, errors[1]);
     Script(1, {"say cannot find a library", "die"});
     EXPECT_FALSE(Start({}));
-    EXPECT_THAT(scan->StartFailure(), ::testing::EndsWith("; its last output: cannot find a library"));
+    EXPECT_THAT(scan->StartFailure(),
+                ::testing::Optional(::testing::EndsWith("; its last output: cannot find a library")));
     EXPECT_EQ(Passed(22), "cannot find a library\n");
 }
 
@@ -223,7 +224,7 @@ TEST_F(ScannerOutputTest, AFailedStartTellsNoMoreThan300WholeCharactersOfTheLast
     auto lastOutput = [this, launch = 0](const std::string& line) mutable {
         Script(++launch, {"say " + line, "die"});
         EXPECT_FALSE(Start({}));
-        const std::string failure = scan->StartFailure();
+        const std::string failure = scan->StartFailure().value_or("");
         const std::string before = "; its last output: ";
         const auto found = failure.find(before);
         return found == std::string::npos ? failure : failure.substr(found + before.size());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -104,7 +105,7 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     /// False when the current plug-in must not be loaded, because an older marker cannot be got rid of.
     bool mayLoad = true;
     /// Why not, where that was so for any plug-in of this scan.
-    std::string markerProblem;
+    std::optional<std::string> markerProblem;
     ScanEnd end;
 };
 
