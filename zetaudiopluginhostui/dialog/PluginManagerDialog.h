@@ -24,6 +24,8 @@
 
 namespace zetaudiopluginhostui {
 
+class Preferences;
+
 /// The modal "Audio Plug-In Manager". It shows and changes the registry and the list of banned plug-ins at
 /// once; whoever runs it saves or reloads them afterwards. Main thread.
 class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
@@ -129,10 +131,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     // Scans.
     void OnScanForPlugins(ButtonChanged* message);
     void OnReloadPlugin(ButtonChanged* message);
-    /// False when the preferences folder does not let it.
-    bool SaveBannedList() const;
-    bool SaveRegistry() const;
-    bool RescanPlugin(const zetaudiofilterhost::PluginLocator& locator) const;
+    void RescanPlugin(const zetaudiofilterhost::PluginLocator& locator, Preferences& preferences) const;
 
     zetcore::signals::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
     /// By row, as long as the row is in its list.
