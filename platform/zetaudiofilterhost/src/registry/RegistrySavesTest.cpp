@@ -238,7 +238,7 @@ TEST_F(RegistrySavesTest, RecordsThatAreAddedTogetherAreOneEntryOfTheJournal)
 {
     registry.BeginIncrementalSaves();
     Save();
-    registry.AddModules({MakeInfo(Vst(L"/a.so")), nullptr, MakeInfo(Vst(L"/b.so"))});
+    registry.AddModules({MakeInfo(Vst(L"/a.so"), L"a"), nullptr, MakeInfo(Vst(L"/b.so"), L"b")});
     EXPECT_THAT(Loaded(), ElementsAre(L"a", L"b"));
     // A broken entry is left out whole.
     const std::string whole = ReadAll(journal);
