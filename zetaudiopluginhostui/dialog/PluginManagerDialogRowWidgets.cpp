@@ -5,7 +5,7 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/controls/ButtonComponents.h>
-#include <zetui/skins/Skins.h>
+#include <zetui/skins/ListSizes.h>
 
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerDialog.h"
@@ -14,7 +14,7 @@ namespace zetaudiopluginhostui {
 
 namespace controls = zetui::controls;
 using zetcore::config::Localizer;
-using zetui::skins::IsRunningV7OrBeyond;
+using zetui::skins::GetListSizes;
 using zetui::ui::BindMessageFunction;
 using zetui::utility::MakeIntrusive;
 
@@ -26,25 +26,6 @@ constexpr float checkboxHeight = 14;
 std::wstring ReloadText()
 {
     return Localizer::Get().LocalizeWide("$$$/AudioPluginManager/Reload=Reload");
-}
-
-float CheckboxInset()
-{
-    constexpr float classicInset = 4;
-    return IsRunningV7OrBeyond() ? controls::UI_MultiColumnTree::GetDefaultCellPadding().second
-                                 : classicInset;
-}
-
-float ReloadButtonHeight(float rowHeight)
-{
-    constexpr float classicHeight = 17;
-    constexpr float roomAboveAndBelow = 8;
-    return IsRunningV7OrBeyond() ? rowHeight - roomAboveAndBelow : classicHeight;
-}
-
-float ReloadButtonRightInset()
-{
-    return IsRunningV7OrBeyond() ? 4.0F : 0.0F;
 }
 
 /// The top of something that is centred in a row.
@@ -85,8 +66,9 @@ void PluginManagerDialog::AddEnableCheckbox(const RowPtr& row, const PluginListE
 {
     const auto checkbox = MakeIntrusive<Checkbox>();
     checkboxOfRow.insert_or_assign(row.get(), checkbox);
-    checkbox->UI_SetLocalRectF({CheckboxInset(), CenteredTop(pluginList->GetRowHeight(), checkboxHeight),
-                                checkboxWidth, checkboxHeight});
+    checkbox->UI_SetLocalRectF({GetListSizes().checkboxInset,
+                                CenteredTop(pluginList->GetRowHeight(), checkboxHeight), checkboxWidth,
+                                checkboxHeight});
     RequireCellView(*row, kEnabledCell)->InsertChild(checkbox);
     checkbox->SetWantsKeyboardFocus(true);
     checkbox->UI_SetAccessibleName(Localizer::Get().LocalizeWide(
@@ -102,9 +84,9 @@ void PluginManagerDialog::AddReloadButton(const RowPtr& row, const PluginListEnt
     const auto button = MakeIntrusive<Button>();
     button->SetText(ReloadText());
     const float width = GetReloadButtonWidth();
-    const float height = ReloadButtonHeight(pluginList->GetRowHeight());
+    const float height = GetListSizes().ButtonHeight(pluginList->GetRowHeight());
     button->UI_SetLocalRectF(
-        {RequirePluginHeader().GetColumnWidth(kColumnStatus) - width - ReloadButtonRightInset(),
+        {RequirePluginHeader().GetColumnWidth(kColumnStatus) - width - GetListSizes().buttonInset,
          CenteredTop(pluginList->GetRowHeight(), height), width, height});
     reloadButtonOfRow.insert_or_assign(row.get(), button);
     RequireCellView(*row, kStatusCell)->InsertChild(button);
@@ -112,8 +94,7 @@ void PluginManagerDialog::AddReloadButton(const RowPtr& row, const PluginListEnt
     button->UI_SetAccessibleName(Localizer::Get().LocalizeWide(
         "$$$/AudioPluginManager/ReloadPlugin=Reload @0", {GetCellText(kColumnName, entry)}));
     button->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnReloadPlugin));
-    if (IsRunningV7OrBeyond())
-        button->SetButtonComponents(controls::ButtonComponents(0, false));
+    button->SetButtonComponents(controls::ButtonComponents(0, false));
     button->UI_Show(true);
 }
 
