@@ -6,8 +6,8 @@
 #include <zettesting/TemporaryFolder.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -6,8 +6,8 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zettesting/UnwritableFile.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogScansFixture.h"
 #include "testing/FillCount.h"
 #include "testing/SendMessage.h"

@@ -7,9 +7,9 @@
 #include <zetcore/filesupport/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
-#include "dialog/CellDrawing.h"
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/drawing/CellDrawing.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogScansFixture.h"
 #include "testing/FillCount.h"
 #include "testing/SendMessage.h"

@@ -9,8 +9,8 @@
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "module/ModuleResources.h"
 #include "testing/DialogFixture.h"
 

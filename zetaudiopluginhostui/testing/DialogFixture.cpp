@@ -14,7 +14,7 @@
 #include <zetaudiopluginhostui/Module.h>
 #include <zetui/ui/Application.h>
 
-#include "dialog/PluginListText.h"
+#include "dialog/list/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
 #include "module/ModuleResources.h"
 

@@ -9,7 +9,7 @@
 #include <QTableView>
 #include <QTest>
 
-#include "dialog/CellDrawing.h"
+#include "dialog/drawing/CellDrawing.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -1,4 +1,4 @@
-#include "dialog/PluginMultiColumnTree.h"
+#include "dialog/list/PluginMultiColumnTree.h"
 
 namespace zetaudiopluginhostui {
 

@@ -8,7 +8,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetui/utility/IntrusivePtr.h>
 
-#include "dialog/PluginListRow.h"
+#include "dialog/list/PluginListRow.h"
 
 namespace zetaudiopluginhostui {
 

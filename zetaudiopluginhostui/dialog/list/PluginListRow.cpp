@@ -1,4 +1,4 @@
-#include "dialog/PluginListRow.h"
+#include "dialog/list/PluginListRow.h"
 
 namespace zetaudiopluginhostui {
 

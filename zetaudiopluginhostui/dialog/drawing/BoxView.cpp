@@ -1,4 +1,4 @@
-#include "dialog/BoxView.h"
+#include "dialog/drawing/BoxView.h"
 
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/pixmill/Path.h>

@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/PluginListFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -7,7 +7,7 @@
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 
-#include "dialog/PluginListText.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -1,4 +1,4 @@
-#include "dialog/PluginListText.h"
+#include "dialog/list/PluginListText.h"
 
 #include <gtest/gtest.h>
 #include <zetcore/config/Localizer.h>

@@ -4,7 +4,7 @@
 
 #include <zetui/controls/UI_MultiColumnTreeRow.h>
 
-#include "dialog/PluginListEntry.h"
+#include "dialog/list/PluginListEntry.h"
 
 namespace zetaudiopluginhostui {
 

@@ -7,8 +7,8 @@
 #include <zetcore/config/ThrowError.h>
 #include <zetcore/debug/DebugDatabase.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/FillCount.h"
 #include "testing/PluginListFixture.h"
 #include "testing/SendMessage.h"

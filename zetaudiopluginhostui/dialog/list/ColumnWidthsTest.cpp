@@ -1,4 +1,4 @@
-#include "dialog/ColumnWidths.h"
+#include "dialog/list/ColumnWidths.h"
 
 #include <gtest/gtest.h>
 #include <zetcore/config/Localizer.h>

@@ -1,4 +1,4 @@
-#include "dialog/ToolStripFit.h"
+#include "dialog/find/ToolStripFit.h"
 
 #include <gtest/gtest.h>
 

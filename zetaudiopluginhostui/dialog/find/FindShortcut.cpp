@@ -1,4 +1,4 @@
-#include "dialog/FindShortcut.h"
+#include "dialog/find/FindShortcut.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "dialog/PluginListContent.h"
+#include "dialog/list/PluginListContent.h"
 
 #include <algorithm>
 #include <functional>
@@ -7,7 +7,7 @@
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
-#include "dialog/PluginListText.h"
+#include "dialog/list/PluginListText.h"
 
 namespace zetaudiopluginhostui {
 

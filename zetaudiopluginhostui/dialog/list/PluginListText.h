@@ -4,7 +4,7 @@
 
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
-#include "dialog/PluginListEntry.h"
+#include "dialog/list/PluginListEntry.h"
 
 /// The plug-in list shows these texts, and is sorted by them. Main thread.
 namespace zetaudiopluginhostui {

@@ -1,4 +1,4 @@
-#include "dialog/CellDrawing.h"
+#include "dialog/drawing/CellDrawing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include "dialog/ColumnWidths.h"
+#include "dialog/list/ColumnWidths.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "dialog/PluginListText.h"
+#include "dialog/list/PluginListText.h"
 
 namespace zetaudiopluginhostui {
 
