@@ -15,7 +15,7 @@
 #include <QScrollBar>
 
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
 #include <zetui/skins/Skins.h>
 #include <zetui/ui/Application.h>

@@ -15,7 +15,7 @@
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "HeapUse.h"
 #include "Measure.h"

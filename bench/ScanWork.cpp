@@ -9,7 +9,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/TerminalPresentation.h>

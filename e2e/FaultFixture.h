@@ -23,7 +23,7 @@ struct SeenProcess
     } kind = Kind::Other;
 };
 
-/// Host and scanner with faults set in them: see zetcore/debug/FaultPoint.h.
+/// Host and scanner with faults set in them: see zetcore/debug/faults/FaultPoint.h.
 class FaultFixture : public ManagerFixture
 {
   protected:

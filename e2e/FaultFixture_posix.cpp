@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 
 namespace {
 
@@ -118,7 +118,7 @@ std::optional<FaultFixture::Stop> FaultFixture::WaitForStop() const
             continue;
         }
         // It says so just before it stops.
-        zetcore::threads::Backoff pause;
+        zetcore::utility::Backoff pause;
         while (ReadProcess(stop.process).state != 'T' && std::chrono::steady_clock::now() < giveUp)
             pause();
         return stop;
@@ -151,7 +151,7 @@ std::vector<int> FaultFixture::Numbers(SeenProcess::Kind kind) const
 std::vector<int> FaultFixture::AwaitNumbers(SeenProcess::Kind kind) const
 {
     const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    zetcore::threads::Backoff pause;
+    zetcore::utility::Backoff pause;
     for (;;) {
         std::vector<int> numbers = Numbers(kind);
         if (!numbers.empty() || std::chrono::steady_clock::now() >= giveUp)

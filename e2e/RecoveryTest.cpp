@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zettesting/Emulation.h>
 
 #include "ManagerFixture.h"
@@ -105,7 +105,7 @@ TEST_F(Recovery, AHostThatIsKilledWhileAPluginHangsRecoversToo)
         return std::filesystem::exists(journal) &&
                zettesting::ReadAll(journal).find(before.back()) != std::string::npos;
     };
-    for (zetcore::threads::Backoff pause; !isSaved(); pause())
+    for (zetcore::utility::Backoff pause; !isSaved(); pause())
         ASSERT_LT(std::chrono::steady_clock::now(), deadline);
     scan.Kill();
     scan.Wait();

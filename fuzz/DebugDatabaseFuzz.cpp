@@ -5,12 +5,12 @@
 
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "FuzzTarget.h"
 #include "ScratchFolder.h"
-#include "debug/TextEntries.h"
 #include "debug/TraceConfiguration.h"
+#include "string/TextEntries.h"
 
 namespace {
 

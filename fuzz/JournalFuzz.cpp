@@ -5,12 +5,12 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
-#include "ConfigurationJournal.h"
-#include "ConfigurationText.h"
 #include "FuzzTarget.h"
 #include "ScratchFolder.h"
+#include "text/ConfigurationJournal.h"
+#include "text/ConfigurationText.h"
 
 namespace {
 

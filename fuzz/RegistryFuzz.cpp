@@ -5,8 +5,8 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
 
-#include "ConfigurationText.h"
 #include "FuzzTarget.h"
+#include "text/ConfigurationText.h"
 
 namespace {
 

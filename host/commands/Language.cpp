@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/PluginFile.h"

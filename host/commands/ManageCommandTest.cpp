@@ -10,7 +10,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>

@@ -288,10 +288,11 @@ TEST_F(PluginsTogether, files_that_cannot_be_plugins_are_skipped_and_never_banne
     const auto made = folder / "made";
     std::filesystem::create_directory(made);
     std::vector<zetaudiofilterhost::PluginLocator> locators;
-    for (const auto& file : {zettesting::MakeTextModule(made), zettesting::MakeEmptyModule(made),
-                             zettesting::MakeTruncatedModule(made), zettesting::Make32BitModule(made),
-                             zettesting::MakeOtherMachineModule(made),
-                             zettesting::MakeOtherSystemModule(made), made / "not_there.so"})
+    for (const auto& file :
+         {zettesting::MakeTextModule(made), zettesting::MakeEmptyModule(made),
+          zettesting::MakeTruncatedModule(made), zettesting::Make32BitModule(made),
+          zettesting::MakeOtherMachineModule(made), zettesting::MakeOtherSystemModule(made),
+          made / std::string("not_there").append(zettesting::ModuleSuffix())})
         locators.push_back(LocatorOf(file));
     const WholeScan scan = ScanAll(prefs, locators);
     EXPECT_EQ(scan.scannersStarted, 1);

@@ -1,4 +1,4 @@
-#include "NativePath.h"
+#include "supervisor/NativePath.h"
 
 #include <zetcore/string/Utf.h>
 

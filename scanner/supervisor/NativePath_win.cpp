@@ -1,4 +1,4 @@
-#include "NativePath.h"
+#include "supervisor/NativePath.h"
 
 namespace zetaudiofilterscan {
 

@@ -8,24 +8,24 @@
 #include <exception>
 #include <optional>
 
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
-#include "Connection.h"
-#include "ConnectionClosed.h"
-#include "EntityScanner.h"
 #include "ExitCodes.h"
-#include "HostProcess.h"
-#include "Interrupt.h"
-#include "PluginFailed.h"
-#include "ScanConversation.h"
-#include "SupervisorProcess.h"
+#include "supervisor/conversation/Connection.h"
+#include "supervisor/conversation/ScanConversation.h"
+#include "supervisor/process/HostProcess.h"
+#include "supervisor/process/Interrupt.h"
+#include "supervisor/process/SupervisorProcess.h"
+#include "supervisor/verdicts/ConnectionClosed.h"
+#include "supervisor/verdicts/EntityScanner.h"
+#include "supervisor/verdicts/PluginFailed.h"
 
 namespace zetaudiofilterscan {
 

@@ -33,6 +33,9 @@ void SetUpWorkerProcess(std::uint64_t)
     ::_set_error_mode(_OUT_TO_STDERR);
     std::signal(SIGABRT, &EndAborted);
     ::SetUnhandledExceptionFilter(&EndWithException);
+    // A stack overflow leaves two pages by default, too few to find the filter above through a deep stack.
+    ULONG stackForTheFilter = 64 * 1024;
+    ::SetThreadStackGuarantee(&stackForTheFilter);
     // This runtime has no line buffering.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
 }

@@ -2,8 +2,8 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/UnwritableFile.h>
 
 #include "dialog/PluginManagerIds.h"
@@ -138,7 +138,7 @@ TEST_F(DialogReload, ReloadingABannedPluginWhoseFileIsGoneRemovesItEverywhere)
 
 TEST_F(DialogReload, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
 {
-    zetcore::config::SetClientName(L"Studio");
+    zetcore::utility::SetClientName(L"Studio");
     const std::wstring gone = Copy("good/vst2_effect", "gone");
     Ban(gone);
     OpenDialog();
@@ -156,7 +156,7 @@ TEST_F(DialogReload, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
         "Unable to load third-party audio plug-ins. Studio is unable to access your Preferences folder. "
         "Your user account may not have access rights, or the folder may have been set to Read Only. "
         "Please check your permissions and try again.");
-    zetcore::config::SetClientName(L"zetaudiopluginmanager");
+    zetcore::utility::SetClientName(L"zetaudiopluginmanager");
 }
 
 TEST_F(DialogReload, AReloadThatScansAndCannotSaveAlsoSaysSoOnce)

@@ -4,7 +4,7 @@
 #include <QTableView>
 #include <gmock/gmock.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
 #include "dialog/PluginManagerIds.h"

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "testing/CrashRecoveryFixture.h"
 #include "testing/Faults.h"
@@ -276,8 +276,9 @@ TEST_F(CrashRecoveryTest, TheMessageComesFromTheStringTableWithTheNameInEveryPla
     WriteMarker(PluginLocator{TechnologyType::VST, L"/x@PLUGINNAME.so"});
     const auto alerts = Start();
     zetcore::config::Localizer::Get().Reset();
-    EXPECT_THAT(alerts, ElementsAre("caution " + zetcore::string::UTF16to8(zetcore::config::GetClientName()) +
-                                    ": /x@PLUGINNAME.so! /x@PLUGINNAME.so!"));
+    EXPECT_THAT(alerts,
+                ElementsAre("caution " + zetcore::string::UTF16to8(zetcore::utility::GetClientName()) +
+                            ": /x@PLUGINNAME.so! /x@PLUGINNAME.so!"));
 }
 
 TEST_F(CrashRecoveryTest, APreferencesFolderThatCannotBeWrittenIsToldOnce)

@@ -6,7 +6,7 @@
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "testing/AudioPluginScanFixture.h"
 #include "testing/ScopedFaults.h"

@@ -3,8 +3,8 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zettesting/Environment.h>
 
 namespace zetaudiopluginhostui {

@@ -15,7 +15,7 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zetui/ui/Application.h>

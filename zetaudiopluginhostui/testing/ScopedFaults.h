@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zettesting/Environment.h>
 
 namespace zetaudiopluginhostui {

@@ -4,7 +4,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>

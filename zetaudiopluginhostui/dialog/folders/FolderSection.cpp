@@ -4,9 +4,9 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
@@ -123,7 +123,7 @@ void FolderSection::ResetToDefaultFolders(const zetui::pixmill::SupplierInterfac
     int answer = messagebox::kYes;
     if (technology->DirectoryBegin() != technology->DirectoryEnd())
         answer = messagebox::Messagebox(
-            supplier, zetcore::config::GetClientName(),
+            supplier, zetcore::utility::GetClientName(),
             Localizer::Get().LocalizeWide(
                 "$$$/AudioPluginManager/DefaultFoldersWarning=Resetting the application's VST Plug-In folder "
                 "settings to the default will delete any custom folders that have been specified. Do you "

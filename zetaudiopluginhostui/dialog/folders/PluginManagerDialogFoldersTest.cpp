@@ -2,7 +2,7 @@
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <zetcore/config/ClientName.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/TemporaryFolder.h>
 
 #include "dialog/PluginManagerIds.h"
@@ -141,7 +141,7 @@ TEST_F(FolderCommands, TheOnlyColumnLeavesRoomAtItsRight)
 
 TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
 {
-    zetcore::config::SetClientName(L"Studio");
+    zetcore::utility::SetClientName(L"Studio");
     AddFolders({L"/my own"});
     OpenDialog();
     shown->answer = 64;
@@ -164,7 +164,7 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     EXPECT_THAT(VstFolders(), ::testing::Not(::testing::Contains(L"/my own")));
     EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
     EXPECT_EQ(Folders(), VstFolders());
-    zetcore::config::SetClientName(L"zetaudiopluginmanager");
+    zetcore::utility::SetClientName(L"zetaudiopluginmanager");
 }
 
 TEST_F(FolderCommands, DefaultResetsAfterYesAndNoOtherAnswer)

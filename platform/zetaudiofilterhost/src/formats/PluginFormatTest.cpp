@@ -8,9 +8,9 @@
 #include <zettesting/TestPlugins.h>
 
 #include "NativePath.h"
-#include "PluginFileSearch.h"
-#include "RegistryFixture.h"
+#include "files/PluginFileSearch.h"
 #include "formats/DefaultFolders.h"
+#include "registry/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/ModuleFiles.h>
 

@@ -6,7 +6,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "banned/BannedFixture.h"
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <cerrno>
 
-#include <zetcore/debug/FaultPoint.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 
 #include "process/NativePath.h"

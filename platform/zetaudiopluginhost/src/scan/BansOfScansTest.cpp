@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "scan/PluginModuleScannerFixture.h"
 

@@ -7,7 +7,7 @@
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "formats/PluginText.h"
 #include "formats/ScanSteps.h"

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zettesting/Environment.h>
 
 #include "scan/ModuleLoaderFixture.h"

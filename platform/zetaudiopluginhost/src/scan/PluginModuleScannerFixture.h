@@ -8,7 +8,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/PluginModuleScanner.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/TestPlugins.h>
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "scan/PluginModuleScannerFixture.h"
 

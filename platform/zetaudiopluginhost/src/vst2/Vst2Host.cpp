@@ -8,8 +8,8 @@
 #include <mutex>
 #include <string_view>
 
-#include <zetcore/config/ClientName.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 
 #include "process/NativePath.h"
 
@@ -58,7 +58,7 @@ std::intptr_t WriteText(void* pointer, std::size_t capacity, std::string text)
 
 std::string ClientName()
 {
-    return zetcore::string::UTF16to8(zetcore::config::GetClientName());
+    return zetcore::string::UTF16to8(zetcore::utility::GetClientName());
 }
 
 std::intptr_t CanDo(const void* pointer)

@@ -1,7 +1,7 @@
 #include "vst3/Vst3Host.h"
 
-#include <zetcore/config/ClientName.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 
 namespace zetaudiopluginhost::vst3 {
 
@@ -30,7 +30,7 @@ Result Vst3Host::GetName(char16_t* name)
 {
     if (name == nullptr)
         return invalidArgument;
-    const std::wstring client = zetcore::string::ForDisplay(zetcore::config::GetClientName());
+    const std::wstring client = zetcore::string::ForDisplay(zetcore::utility::GetClientName());
     std::size_t length = 0;
     for (std::size_t i = 0; i < client.size();) {
         const char32_t point = zetcore::string::NextCodePoint(client, i);

@@ -1,0 +1,197 @@
+#include "text/XmlText.h"
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+
+#include <zetcore/string/Utf.h>
+
+namespace zetaudiofilterhost {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+
+/// What stands for each ASCII character; empty for one that stands for itself.
+constexpr std::array<std::string_view, 128> MakeEscapes()
+{
+    std::array<std::string_view, 128> escapes{};
+    for (std::size_t control = 0; control < 0x20; ++control)
+        escapes[control] = " "sv;
+    escapes[0x7f] = " "sv;
+    escapes['\t'] = "&#9;"sv;
+    escapes['\n'] = "&#10;"sv;
+    escapes['\r'] = "&#13;"sv;
+    escapes['"'] = "&quot;"sv;
+    escapes['&'] = "&amp;"sv;
+    escapes['<'] = "&lt;"sv;
+    escapes['>'] = "&gt;"sv;
+    return escapes;
+}
+constexpr std::array<std::string_view, 128> asciiEscapes = MakeEscapes();
+
+bool IsContinuation(std::string_view text, std::size_t index)
+{
+    return index < text.size() && (static_cast<unsigned char>(text[index]) & 0xc0) == 0x80;
+}
+
+void AppendUtf8(std::string& xml, char32_t codePoint)
+{
+    const auto byte = [&xml](char32_t value) { xml += static_cast<char>(value); };
+    if (codePoint < 0x800) {
+        byte(0xc0 | (codePoint >> 6));
+    } else if (codePoint < 0x10000) {
+        byte(0xe0 | (codePoint >> 12));
+        byte(0x80 | ((codePoint >> 6) & 0x3f));
+    } else {
+        byte(0xf0 | (codePoint >> 18));
+        byte(0x80 | ((codePoint >> 12) & 0x3f));
+        byte(0x80 | ((codePoint >> 6) & 0x3f));
+    }
+    byte(0x80 | (codePoint & 0x3f));
+}
+
+bool IsNoXmlCharacter(char32_t codePoint)
+{
+    return codePoint == 0xfffe || codePoint == 0xffff;
+}
+
+void OpenAttribute(std::string& xml, std::string_view name)
+{
+    xml += ' ';
+    xml += name;
+    xml += "=\""sv;
+}
+
+template<typename Number>
+void AppendNumber(std::string& xml, std::string_view name, Number value)
+{
+    std::array<char, 24> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    OpenAttribute(xml, name);
+    xml.append(digits.data(), end);
+    xml += '"';
+}
+
+} // namespace
+
+std::size_t ValidUtf8Length(std::string_view text, std::size_t index)
+{
+    const auto lead = static_cast<unsigned char>(text[index]);
+    if (lead < 0x80)
+        return 1;
+    if (lead < 0xc2 || lead > 0xf4 || !IsContinuation(text, index + 1))
+        return 0;
+    if (lead < 0xe0)
+        return 2;
+    const auto second = static_cast<unsigned char>(text[index + 1]);
+    if (!IsContinuation(text, index + 2) || (lead == 0xe0 && second < 0xa0) ||
+        (lead == 0xed && second > 0x9f))
+        return 0;
+    if (lead < 0xf0)
+        return 3;
+    if (!IsContinuation(text, index + 3) || (lead == 0xf0 && second < 0x90) ||
+        (lead == 0xf4 && second > 0x8f))
+        return 0;
+    return 4;
+}
+
+std::size_t FindUnreadableByte(std::string_view text)
+{
+    for (std::size_t index = 0; index < text.size();) {
+        const auto byte = static_cast<unsigned char>(text[index]);
+        if (byte >= 0x20 && byte < 0x80) {
+            ++index;
+            continue;
+        }
+        if (byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r')
+            return index;
+        const std::size_t length = ValidUtf8Length(text, index);
+        if (length == 0)
+            return index;
+        index += length;
+    }
+    return text.npos;
+}
+
+void AppendXmlEscaped(std::string& xml, std::string_view utf8)
+{
+    std::size_t plainFrom = 0;
+    const auto flushPlain = [&](std::size_t to) { xml.append(utf8, plainFrom, to - plainFrom); };
+    for (std::size_t index = 0; index < utf8.size();) {
+        const auto byte = static_cast<unsigned char>(utf8[index]);
+        std::size_t length = 1;
+        std::string_view instead;
+        if (byte < 0x80) {
+            instead = asciiEscapes[byte];
+        } else {
+            length = ValidUtf8Length(utf8, index);
+            const std::string_view sequence = utf8.substr(index, length);
+            if (length == 0 || sequence == "\xEF\xBF\xBE"sv || sequence == "\xEF\xBF\xBF"sv)
+                instead = replacementCharacter;
+        }
+        const std::size_t next = index + (length == 0 ? 1 : length);
+        if (!instead.empty()) {
+            flushPlain(index);
+            xml += instead;
+            plainFrom = next;
+        }
+        index = next;
+    }
+    flushPlain(utf8.size());
+}
+
+void AppendXmlEscaped(std::string& xml, std::wstring_view text)
+{
+    for (std::size_t index = 0; index < text.size();) {
+        const auto unit = static_cast<std::uint32_t>(text[index]);
+        if (unit < 0x80) {
+            if (const std::string_view escape = asciiEscapes[unit]; escape.empty())
+                xml += static_cast<char>(unit);
+            else
+                xml += escape;
+            ++index;
+            continue;
+        }
+        const bool stray = zetcore::string::IsStrayUnit(text, index);
+        const char32_t codePoint = zetcore::string::NextCodePoint(text, index);
+        if (stray || IsNoXmlCharacter(codePoint))
+            xml += replacementCharacter;
+        else
+            AppendUtf8(xml, codePoint);
+    }
+}
+
+void AppendXmlAttribute(std::string& xml, std::string_view name, std::string_view value)
+{
+    OpenAttribute(xml, name);
+    AppendXmlEscaped(xml, value);
+    xml += '"';
+}
+
+void AppendXmlAttribute(std::string& xml, std::string_view name, std::wstring_view value)
+{
+    OpenAttribute(xml, name);
+    AppendXmlEscaped(xml, value);
+    xml += '"';
+}
+
+void AppendXmlNumber(std::string& xml, std::string_view name, std::uint64_t value)
+{
+    AppendNumber(xml, name, value);
+}
+
+void AppendXmlNumber(std::string& xml, std::string_view name, std::int64_t value)
+{
+    AppendNumber(xml, name, value);
+}
+
+void AppendXmlBoolean(std::string& xml, std::string_view name, bool value)
+{
+    OpenAttribute(xml, name);
+    xml += value ? "true\""sv : "false\""sv;
+}
+
+} // namespace zetaudiofilterhost

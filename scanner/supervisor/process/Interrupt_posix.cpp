@@ -1,0 +1,76 @@
+#include "supervisor/process/InterruptSystem_posix.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <system_error>
+#include <thread>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace zetaudiofilterscan {
+
+Interrupt::Interrupt() : system(std::make_unique<System>())
+{
+    system->descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (system->descriptor < 0)
+        throw std::system_error(errno, std::generic_category(), "eventfd");
+}
+
+Interrupt::~Interrupt()
+{
+    ::close(system->descriptor);
+}
+
+namespace {
+
+bool IsReadable(int descriptor)
+{
+    pollfd entry{descriptor, POLLIN, 0};
+    return ::poll(&entry, 1, 0) > 0;
+}
+
+// The next request is nearly there when the last one has been answered, and to wake a sleeping thread can
+// take longer than to answer it.
+bool IsReadableSoon(int descriptor)
+{
+    constexpr std::chrono::microseconds moment{100};
+    const auto until = std::chrono::steady_clock::now() + moment;
+    do {
+        if (IsReadable(descriptor))
+            return true;
+        std::this_thread::yield();
+    } while (std::chrono::steady_clock::now() < until);
+    return false;
+}
+
+} // namespace
+
+void Interrupt::Set()
+{
+    const std::uint64_t one = 1;
+    // It can only fail when it is set already, as often as the counter can count.
+    [[maybe_unused]] const ssize_t written = ::write(system->descriptor, &one, sizeof one);
+}
+
+void Interrupt::Reset()
+{
+    std::uint64_t count = 0;
+    [[maybe_unused]] const ssize_t read = ::read(system->descriptor, &count, sizeof count);
+}
+
+bool Interrupt::WaitUntil(std::chrono::steady_clock::time_point deadline)
+{
+    if (IsReadableSoon(system->descriptor))
+        return true;
+    for (;;) {
+        pollfd entry{system->descriptor, POLLIN, 0};
+        if (::poll(&entry, 1, PollTimeout(deadline)) > 0)
+            return true;
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+    }
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,31 @@
+#include "supervisor/process/PrivateFolder.h"
+
+#include <filesystem>
+
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/string/Utf.h>
+
+#include "supervisor/NativePath.h"
+#include "supervisor/process/SupervisorProcess.h"
+
+namespace zetaudiofilterscan {
+
+using zetcore::filesupport::Dir;
+using zetcore::filesupport::File;
+
+PrivateFolder::PrivateFolder()
+    : folder(File(zetcore::filesupport::commondirs::RuntimeDir(),
+                  L"zetaudiofilterscan-" + zetcore::string::AsciiToUTF16(OwnProcessNumber()))
+                 .FullPath())
+{
+    folder.Create();
+}
+
+PrivateFolder::~PrivateFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(ToNativePath(folder.FullPath()), ignored);
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,93 @@
+#include "supervisor/process/SupervisorProcess.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <fstream>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <zetcore/debug/Trace.h>
+
+namespace zetaudiofilterscan {
+
+namespace {
+
+// Sample libraries are the ones that open many.
+constexpr rlim_t mostFiles = 8192;
+// More than the whole system runs now. The limit counts all of the user's, and other programs start some too.
+constexpr rlim_t roomForProcesses = 4096;
+
+void TraceLastError(const std::string& what)
+{
+    zetcore::debug::TraceLine(1, "zetaudiofilterscan", what + ": " + std::system_category().message(errno));
+}
+
+/// Never above what there is already.
+void Lower(__rlimit_resource resource, rlim_t most, const char* what)
+{
+    rlimit limit{};
+    bool done = ::getrlimit(resource, &limit) == 0;
+    limit.rlim_max = std::min(limit.rlim_max, most);
+    limit.rlim_cur = std::min(limit.rlim_cur, limit.rlim_max);
+    done = done && ::setrlimit(resource, &limit) == 0;
+    if (!done)
+        TraceLastError(std::string(what) + " cannot be limited");
+}
+
+/// Tasks of the whole system: what stands behind the slash in "0.50 0.40 0.30 2/345 6789".
+rlim_t RunningTasks()
+{
+    std::string text;
+    std::getline(std::ifstream("/proc/loadavg"), text);
+    rlim_t tasks = 0;
+    if (const auto slash = text.find('/'); slash != text.npos)
+        std::from_chars(text.data() + slash + 1, text.data() + text.size(), tasks);
+    return tasks;
+}
+
+} // namespace
+
+void SetUpSupervisorProcess()
+{
+    // With the last, a file that may grow no more is an error of the write and not the end.
+    for (const int signal : {SIGINT, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_IGN);
+    // A host that ignores it would make the workers vanish before their end was seen.
+    std::signal(SIGCHLD, SIG_DFL);
+    // If the host has left one of these closed, a socket of ours would get its number, and everything that
+    // is printed.
+    for (int descriptor = 0; descriptor >= 0 && descriptor <= STDERR_FILENO;)
+        descriptor = ::open("/dev/null", O_RDWR);
+}
+
+void GiveUpPrivileges()
+{
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0)
+        TraceLastError("the gaining of privileges cannot be given up");
+    Lower(RLIMIT_CORE, 0, "memory images");
+    Lower(RLIMIT_NOFILE, mostFiles, "open files");
+    if (const rlim_t tasks = RunningTasks(); tasks > 0)
+        Lower(RLIMIT_NPROC, tasks + roomForProcesses, "processes");
+    else
+        zetcore::debug::TraceLine(
+            1, "zetaudiofilterscan",
+            "processes cannot be limited: /proc/loadavg does not tell how many there are");
+}
+
+std::string OwnProcessNumber()
+{
+    return std::to_string(::getpid());
+}
+
+void EndSupervisorProcess(int exitCode)
+{
+    ::_exit(exitCode);
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,34 @@
+#include "supervisor/process/SupervisorProcess.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <windows.h>
+
+namespace zetaudiofilterscan {
+
+// A process without a console window is not sent the console's Ctrl-C; one that was started by hand is.
+void SetUpSupervisorProcess()
+{
+    ::SetConsoleCtrlHandler(nullptr, TRUE);
+    // Its workers start with this, so that no dialog of the system's comes up whatever happens to them.
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+}
+
+// The job that holds the workers ends whatever they start; nothing else can be given up here.
+void GiveUpPrivileges() {}
+
+std::string OwnProcessNumber()
+{
+    return std::to_string(::GetCurrentProcessId());
+}
+
+void EndSupervisorProcess(int exitCode)
+{
+    // Not every runtime library writes errors at once.
+    std::fflush(stderr);
+    ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
+    std::_Exit(exitCode);
+}
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+namespace zetaudiofilterscan {
+
+/// How a process ended, as the system tells it.
+struct ProcessEnd
+{
+    /// A signal, or an exception on Windows; otherwise it ended with an exit code.
+    bool crashed = false;
+    /// The signal, the exception's code or the exit code.
+    long long code = 0;
+};
+
+/// The system's words for a signal or exception: "segmentation fault", or its number.
+std::string CrashText(long long code);
+
+} // namespace zetaudiofilterscan

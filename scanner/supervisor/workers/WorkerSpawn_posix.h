@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <zetcore/filesupport/handles/Descriptor.h>
+
+#include "WorkerPage.h"
+
+namespace zetaudiofilterscan {
+
+using zetcore::filesupport::Descriptor;
+
+struct UnmapPage
+{
+    void operator()(WorkerPage* page) const noexcept;
+};
+
+struct SpawnedWorker
+{
+    /// Also the number of its group and session.
+    pid_t pid = -1;
+    /// Readable when the process has ended; none where the system has no such thing.
+    Descriptor process;
+    Descriptor channel;
+    Descriptor output;
+    std::unique_ptr<WorkerPage, UnmapPage> page;
+};
+
+/// Starts this program as a worker, in a session of its own, with default signals and nothing open but
+/// standard input (empty), output, error, the channel and the page. Our ends do not block. Throws
+/// `std::system_error`.
+SpawnedWorker SpawnWorker();
+
+} // namespace zetaudiofilterscan
