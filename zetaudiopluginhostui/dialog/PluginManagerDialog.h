@@ -20,8 +20,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// The modal "Audio Plug-In Manager". It shows and changes the registry and the list of banned plug-ins at
-/// once; whoever runs it saves or reloads them afterwards. Main thread.
+/// The modal "Audio Plug-In Manager". It shows the registry and the list of banned plug-ins, and changes them
+/// at once. Whoever runs it saves or reloads them afterwards. Main thread.
 ///
 /// The dialog finds the controls of its layout archive and binds their messages to its handlers. The work is
 /// done by its three parts, which do not know the dialog: the folders, the plug-in list and the find strip.
@@ -29,8 +29,8 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
 {
   public:
     /// Builds the dialog from its layout archive and fills its lists. Supplier, resources and settings are
-    /// not owned; the settings are written back by the destructor. Throws `archive_error`, and the
-    /// invalid-type-conversion error for an archive without one of the two option checkboxes.
+    /// not owned. The destructor writes the settings back. Throws `archive_error`, and the
+    /// invalid-type-conversion error for an archive that lacks one of the two option checkboxes.
     PluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
                         const zetui::utility::ResourceManager* resources,
                         AudioPluginManagerSettings& settings, HWND parent);
@@ -60,10 +60,10 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     template<typename Control>
     Ptr<Control> RequireControl(const char* id) const;
 
-    // Construction. A control that the archive lacks, or has of another class, is passed over with all that
-    // is done to it; only the two option checkboxes are required. Handlers that may be called when the dialog
-    // is gone, because somebody else holds their control or because they run a modal dialog of their own, are
-    // bound through its weak key.
+    // Construction. The dialog does without a control that the archive lacks, or has of another class. Only
+    // the two option checkboxes are required. A handler that may be called when the dialog is gone is bound
+    // through the dialog's weak key: somebody else may hold its control, or it runs a modal dialog of its
+    // own.
     Ptr<zetui::ui::UI_Node> CreateArchivedNode(const std::string& className);
     void SetUpOptions();
     void SetUpFolders();
@@ -76,8 +76,8 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void ForgetListCallbacks();
 
     // The plug-in list.
-    /// Reads the registry and the banned list and shows what the find box lets through. A missing list is
-    /// passed over: what else there is to do is done.
+    /// Reads the registry and the banned list, and shows the plug-ins that the find box lets through. The
+    /// buttons that switch all plug-ins are enabled when the registry holds any.
     void PopulatePluginList(bool resizeColumns, bool scrollToTop);
     void SetAllPluginsEnabled(bool enabled);
     /// Raises the null-pointer error when the archive has no plug-in list.

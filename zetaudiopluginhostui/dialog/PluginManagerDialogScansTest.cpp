@@ -1,4 +1,4 @@
-// The manager dialog's scans, with the real scanner and real modules.
+// These tests scan from the manager dialog, with the real scanner and real modules.
 #include <stdexcept>
 
 #include <QTableView>

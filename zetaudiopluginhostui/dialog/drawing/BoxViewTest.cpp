@@ -17,7 +17,7 @@ QColor ToQt(const zetui::pixmill::Color& color)
     return {color.red, color.green, color.blue, color.alpha};
 }
 
-/// A view of 40 by 30 on white, drawn by itself.
+/// Draws the view, which is 40 by 30 pixels large, on white.
 QImage Draw(BoxView& view, const zetui::pixmill::SupplierInterface* supplier = nullptr)
 {
     QImage image(40, 30, QImage::Format_ARGB32);
@@ -69,7 +69,7 @@ TEST_F(BoxViewInTheV7Skin, IsOutlinedOnWholePixelsInTheColourOfTables)
                                                                         0, 2, false, {})));
 }
 
-/// Keeps what was last made with it.
+/// Keeps the last path and the last pen that it has made.
 struct KeepingSupplier : zetui::pixmill::SupplierInterface
 {
     zetui::pixmill::PathP CreatePath() const override { return path = SupplierInterface::CreatePath(); }

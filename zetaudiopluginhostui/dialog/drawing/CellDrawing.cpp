@@ -12,7 +12,7 @@ namespace pixmill = zetui::pixmill;
 
 namespace {
 
-/// Around a text of this width in a cell, whose part up to `room` is free for it.
+/// Fills the surface behind a text of this width. It ends before `room`, counted from the cell's left edge.
 void DrawFailureSurface(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, float textWidth,
                         float room)
 {

@@ -9,7 +9,7 @@
 /// How the dialog's lists draw the texts in their cells. Main thread.
 namespace zetaudiopluginhostui {
 
-/// Left and right of a cell's text.
+/// The room that stays free at the left and at the right of a cell's text.
 float GetCellTextPadding();
 /// The font of the cells.
 zetui::pixmill::Font GetCellFont();
@@ -18,17 +18,17 @@ struct CellText
 {
     std::wstring text;
     zetui::pixmill::TextTruncation truncation = zetui::pixmill::TextTruncation::End;
-    /// Of the list.
+    /// False: the list is disabled.
     bool enabled = true;
-    /// The text must end here, counted from the cell's left edge; without it, at the cell's width.
+    /// The text must end here, counted from the cell's left edge. Empty: it may fill the cell.
     std::optional<float> end = std::nullopt;
-    /// Stands on a surface of its own that says so.
+    /// The text tells of a failure, and stands on a coloured surface.
     bool failure = false;
 };
 
-/// How wide a text may be: what is between the paddings, or less where it must end earlier.
+/// The room for a text: it lies between the paddings, and is smaller where the text must end earlier.
 float GetCellTextRoom(float cellWidth, std::optional<float> end = std::nullopt);
-/// All of the text where it has room in a cell of this width, else as much as has, with an ellipsis.
+/// The text as a cell of this width shows it: whole where it has room, or shortened with an ellipsis.
 std::wstring ShownCellText(const CellText& text, float cellWidth);
 
 /// Draws a text into a cell, shortened where it has no room, in the colour of an enabled or disabled list.

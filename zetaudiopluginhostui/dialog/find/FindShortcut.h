@@ -7,11 +7,11 @@
 
 namespace zetaudiopluginhostui {
 
-/// Ctrl+F goes to the find box, as long as it shows. Registered for as long as it lives. Main thread.
+/// While it lives, Ctrl+F moves the keyboard focus to the find box if the box is shown. Main thread.
 class FindShortcut : public zetui::ui::KeyboardEventFilter
 {
   public:
-    /// `root` holds all that the shortcut works from.
+    /// The shortcut works while the focus is inside `root`.
     FindShortcut(zetui::ui::UI_SubView* root,
                  zetui::utility::IntrusivePtr<zetui::controls::UI_SearchBox> findBox);
 

@@ -22,7 +22,7 @@ class FindStrip
     using Ptr = zetui::utility::IntrusivePtr<T>;
     using SearchBox = zetui::controls::UI_SearchBox;
 
-    /// Label and box may be null. `root` holds all that the box's shortcut works from. `textChanged` is
+    /// Label and box may be null. The box's shortcut works while the focus is inside `root`. `textChanged` is
     /// called when the user has changed the text.
     FindStrip(Ptr<zetui::controls::UI_StaticText> label, Ptr<SearchBox> box, zetui::ui::UI_SubView* root,
               std::function<void()> textChanged);

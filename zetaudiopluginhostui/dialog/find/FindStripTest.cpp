@@ -16,7 +16,7 @@ using RectF = zetui::ui::UI_Node::RectF;
 using zetui::ui::UI_SubView;
 using zetui::utility::MakeIntrusive;
 
-/// The strip in a view of its own: 60 of buttons, then the label, a gap and the box.
+/// The strip in a view of its own. It has 60 pixels of buttons, then the label, a gap and the box.
 class FindStripAlone : public DialogFixture
 {
   protected:
@@ -71,6 +71,7 @@ TEST_F(FindStripAlone, TheTextThatWasThereFirstIsNotTold)
     box->SetValue(L"ab");
     FindStrip later{label, box, root.get(), [this] { ++told; }};
     box->NotifyWhenChanged(BindMessageFunction(&later, &FindStrip::OnTextChanged));
+    box->NotifyWhenChangedInteractively(BindMessageFunction(&later, &FindStrip::OnTextChangedInteractively));
     QTest::keyClick(&WidgetOf(*box), Qt::Key_Return);
     EXPECT_EQ(told, 0);
 }

@@ -1,4 +1,4 @@
-// The find box of the manager dialog.
+// These tests type into the find box of the manager dialog.
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>

@@ -2,18 +2,18 @@
 
 #include <zetcore/geom/RectT.h>
 
-/// The tool strips show the controls that still have room.
+/// The tool strips hide controls that have no room.
 namespace zetaudiopluginhostui {
 
 using RectF = zetcore::geom::RectT<float>;
 
-/// A button shows while it ends left of the section's right edge; both in the same coordinates.
+/// A button is shown while it ends left of the section's right edge. Both have the same coordinates.
 constexpr bool EndsInside(const RectF& button, const RectF& section)
 {
     return button.left + button.width < section.left + section.width;
 }
 
-/// A find control shows while it begins right of the strip of buttons; both in the same coordinates.
+/// A find control is shown while it begins right of the strip of buttons. Both have the same coordinates.
 constexpr bool BeginsBehind(const RectF& control, const RectF& strip)
 {
     return strip.left + strip.width < control.left;

@@ -1,4 +1,4 @@
-// The folder list of the manager dialog and its commands.
+// These tests use the folder list of the manager dialog and its buttons.
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -172,7 +172,7 @@ TEST_F(FolderCommands, DefaultResetsAfterYesAndNoOtherAnswer)
     AddFolders({L"/my own"});
     const auto own = VstFolders();
     OpenDialog();
-    // Closed without an answer; OK; Cancel; no such button.
+    // The answers are: closed without an answer, OK, Cancel, and a button that does not exist.
     for (const int answer : {0, 1, 2, 64, 80, -1}) {
         shown->answer = answer;
         Press(ids::kDefaultDirectoriesButton);

@@ -12,15 +12,15 @@ struct PluginColumnSpec
     float width;
 };
 
-/// In the order of the header.
+/// The columns in the order of the header.
 std::span<const PluginColumnSpec> PluginColumns();
 
-/// The width that a fitted column keeps at least; 0 for a column that is not fitted.
+/// The least width of a fitted column. 0 for a column that is not fitted.
 float MinimumColumnWidth(unsigned column);
 /// The larger one of the best fit and the column's minimum.
 float FittedColumnWidth(unsigned column, float bestFit);
-/// A cell needs this width for a text that is that wide; `reloadButtonWidth` is 0 where no cell of the column
-/// has a button.
+/// The width that a cell needs for a text of width `textWidth`. `reloadButtonWidth` is 0 for a column without
+/// buttons.
 float NeededCellWidth(float textWidth, float cellPadding, float reloadButtonWidth, float buttonGap);
 
 } // namespace zetaudiopluginhostui

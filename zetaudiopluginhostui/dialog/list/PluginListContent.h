@@ -12,23 +12,23 @@
 
 namespace zetaudiopluginhostui {
 
-/// All that the plug-in list can show: a row for each plug-in of the registry, in its order, then one for
-/// each banned one; and the texts that the find box looks into. These stand one behind the other, because to
-/// visit 100,000 records for each typed letter takes longer than the letter may. Main thread.
+/// All rows that the plug-in list can show: one for each plug-in of the registry, in its order, then one for
+/// each banned plug-in. The texts that the find box searches are copied into one string, because a visit to
+/// 100,000 records for each typed letter would take too long. Main thread.
 class PluginListContent
 {
   public:
     using RowPtr = zetui::utility::IntrusivePtr<PluginListRow>;
 
-    /// Reads the registry and the list of banned plug-ins, as far as they have changed since it did so last.
-    /// A plug-in that has a row keeps it. True when rows may belong into another order than before.
+    /// Reads the registry and the list of banned plug-ins, unless nothing has changed since the last time. A
+    /// plug-in that has a row keeps it. Returns true when the rows may need another order than before.
     bool Update();
     const std::vector<RowPtr>& Rows() const noexcept { return rows; }
-    /// The rows that are found, in order.
+    /// The rows that the find test lets through, in order.
     std::vector<RowPtr> Find(const zetaudiofilterhost::PluginFind& find) const;
 
   private:
-    /// The same plug-ins are there as when they were read, with the same texts.
+    /// True when the plug-ins and their texts are still those that were read.
     bool IsCurrent() const;
     void Read();
     void Add(std::size_t index, const zetaudiofilterhost::PluginLocator& locator,
@@ -36,9 +36,9 @@ class PluginListContent
 
     std::vector<RowPtr> rows;
     std::string texts;
-    /// By row.
+    /// The place in `texts` where each row's texts end.
     std::vector<std::size_t> textEnds;
-    /// Every record of the registry's iteration, those that are not shown included.
+    /// All records of the registry, also those that are not shown.
     std::vector<PluginListRow::InfoPtr> records;
     bool withSynths = true;
     zetaudiofilterhost::PluginModuleInfoManager::RecordChanges changes;

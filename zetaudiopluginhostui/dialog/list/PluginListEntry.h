@@ -7,7 +7,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// A row of the plug-in list shows this.
+/// The plug-in that a row of the list shows.
 struct PluginListEntry
 {
     zetaudiofilterhost::PluginLocator locator;

@@ -8,8 +8,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// A row of the plug-in list, with what it shows: an entry that lives in its row needs no table beside the
-/// rows, and cannot be older than they are. Kept from one fill of the list to the next. Main thread.
+/// A row of the plug-in list. It carries its entry, so that the list needs no table beside its rows. Rows are
+/// kept from one fill of the list to the next. Main thread.
 class PluginListRow final : public zetui::controls::UI_MultiColumnTreeRow
 {
   public:

@@ -29,7 +29,7 @@ bool IsEnabled(const PluginListEntry& entry)
     return entry.info && entry.info->IsEnabled();
 }
 
-/// The user's local time; empty for a time that is not known.
+/// The time in the user's time zone. Empty for an unknown time.
 std::wstring TimeText(std::int64_t secondsSince1970)
 {
     if (secondsSince1970 <= 0)

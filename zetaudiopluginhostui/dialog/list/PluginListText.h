@@ -20,17 +20,17 @@ enum PluginColumn : unsigned
     kColumnPath = 6,
 };
 
-/// The enable checkbox's cell and the "Reload" button's, by their place in a row.
+/// The places in a row of the cells with the enable checkbox and with the "Reload" button.
 inline constexpr int kEnabledCell = 0;
 inline constexpr int kStatusCell = 3;
 
-/// Empty for a column without text and for an unknown one.
+/// The text in a column's cell. Empty for the Enabled column and for an unknown one.
 std::wstring GetCellText(unsigned column, const PluginListEntry& entry);
-/// By what the Enabled column sorts: "2" for an enabled plug-in, "1" for any other, banned ones included.
+/// The Enabled column sorts by this text: "2" for an enabled plug-in, "1" for any other, also a banned one.
 std::wstring GetEnabledSortText(const PluginListEntry& entry);
-/// The same for screen readers.
+/// The text of the Enabled column's cell for screen readers.
 std::wstring GetEnabledDescription(const PluginListEntry& entry);
-/// When and why a plug-in was banned, as far as that is known.
+/// Says when and why a plug-in was banned, as far as that is known.
 std::wstring GetBanDescription(const zetaudiopluginhost::BanInfo& info);
 
 } // namespace zetaudiopluginhostui

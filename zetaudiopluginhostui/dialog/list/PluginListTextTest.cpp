@@ -82,7 +82,7 @@ TEST(PluginListText, ABanIsDescribedByItsReasonAndTimeAsFarAsTheyAreKnown)
 {
     EXPECT_EQ(GetBanDescription({"It crashed.", 0}), L"It crashed.");
     EXPECT_EQ(GetBanDescription({"", 0}), L"The reason is not known.");
-    // Noon of a day, so that every time zone but the outermost agrees on the date.
+    // At noon (UTC), nearly all time zones have the same date.
     const std::wstring text = GetBanDescription({"It crashed.", 1700049600});
     EXPECT_EQ(text.find(L"It crashed.\nBanned: 2023-11-1"), 0u);
     EXPECT_EQ(text.size(), std::wstring(L"It crashed.\nBanned: 2023-11-15 12:00").size());

@@ -73,7 +73,7 @@ TEST_F(PluginListAlone, RowsThatItHasNotMadeHaveEmptyTexts)
 {
     AddPlugin(L"One", L"/a/1.so");
     Fill();
-    const Ptr<Row> shown = tree->GetRowAt(0), foreign = tree->CreateAndAppendRow();
+    const Ptr<Row> ours = tree->GetRowAt(0), foreign = tree->CreateAndAppendRow();
     for (const Row* const row : {static_cast<const Row*>(foreign.get()), static_cast<const Row*>(nullptr)}) {
         EXPECT_EQ(list.GetCellSortData(row, kEnabledCell), L"");
         EXPECT_EQ(list.GetCellDescription(row, kEnabledCell), L"");
@@ -81,7 +81,7 @@ TEST_F(PluginListAlone, RowsThatItHasNotMadeHaveEmptyTexts)
         EXPECT_NO_THROW(list.DrawCell(nullptr, row, kStatusCell, {}));
     }
     Fill(L"nothing");
-    EXPECT_EQ(list.GetCellDescription(shown.get(), kEnabledCell), L"") << "it is not in the list any more";
+    EXPECT_EQ(list.GetCellDescription(ours.get(), kEnabledCell), L"") << "it is not in the list any more";
 }
 
 TEST_F(PluginListAlone, OnlyTheStatusOfABannedPluginHasATooltip)

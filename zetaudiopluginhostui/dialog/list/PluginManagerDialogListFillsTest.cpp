@@ -1,5 +1,5 @@
-// These tests check all that a fill of the manager dialog's plug-in list does and leaves alone, and whatever
-// else touches its rows.
+// These tests check what a fill of the manager dialog's plug-in list changes and keeps, and what else touches
+// its rows.
 #include <QLineEdit>
 #include <QPointer>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The plug-in list of the manager dialog.
+// These tests check the plug-in list of the manager dialog.
 #include <QApplication>
 #include <QLineEdit>
 #include <QTableView>

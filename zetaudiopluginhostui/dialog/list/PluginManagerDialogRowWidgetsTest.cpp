@@ -1,4 +1,4 @@
-// The checkboxes and buttons in the rows of the plug-in list.
+// These tests check the checkboxes and buttons in the rows of the plug-in list.
 #include <cmath>
 
 #include <QImage>

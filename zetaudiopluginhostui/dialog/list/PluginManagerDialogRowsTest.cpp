@@ -1,4 +1,4 @@
-// When the rows of the plug-in list get their widgets, and when they lose them.
+// These tests check when the rows of the plug-in list get their controls, and when they lose them.
 #include <QApplication>
 #include <QCheckBox>
 #include <QPointer>
@@ -22,7 +22,7 @@ constexpr char alwaysShowReload[] = "AlwaysShowPlugInRescanButton";
 class RowsInSight : public DialogFixture
 {
   protected:
-    /// In a window or not: those that somebody holds are alive.
+    /// Counts all that are alive, also those in no window.
     template<typename Widget>
     static int CountOfNamed(const QString& start)
     {
@@ -40,7 +40,7 @@ class RowsInSight : public DialogFixture
             count += PluginList().IsRowVisible(PluginList().GetRowAt(place).get());
         return count;
     }
-    /// The error that ends the modal run after this was done to its list.
+    /// The error that ends the modal run after `act` was called.
     template<typename Act>
     std::string ErrorOfTheRunAfter(Act act)
     {
@@ -193,7 +193,7 @@ TEST_F(RowsInSight, ARowWithoutTheCellOfAWidgetEndsTheRunWithTheErrorThatNamesTh
         << "there is room for the checkbox, but not for the button";
 }
 
-/// Lets tests be the list that tells of its rows.
+/// Lets tests call the handler that the list calls.
 class ToldDialog : public PluginManagerDialog
 {
   public:

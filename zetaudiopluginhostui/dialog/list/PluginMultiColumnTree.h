@@ -4,7 +4,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The plug-in list; a class of its own so that the dialog finds it by its type.
+/// The tree of the plug-in list. It has a class of its own so that the dialog finds it by its type.
 class PluginMultiColumnTree : public zetui::controls::UI_MultiColumnTree
 {
   public:

@@ -7,12 +7,18 @@ namespace zetaudiofilterhost {
 
 namespace {
 
-/// Between texts. No other byte of a text comes after it but the next text's first, so that nothing is found
-/// across it.
+/// Stands behind each text, so that nothing is found across the border of two texts. In a text itself, this
+/// byte can only be the first of six bytes, and a byte that begins with the bits 10 follows. Behind a
+/// separator there is never such a byte, but the first byte of the next text.
 constexpr char separator = '\xFF';
 
-/// One byte for ASCII, else as UTF-8 does it, for whatever unit, valid or not: a short text is what makes the
-/// search fast.
+/// The find test is a search for bytes, and this makes a text into bytes. A unit below 0x80 is one byte, and
+/// a capital letter becomes a small one. Any other unit is two to six bytes, as in UTF-8, but for every value
+/// of up to 32 bits, so that texts that are no Unicode can be found, too. The first byte of a unit begins
+/// with as many ones as the unit has bytes, and then holds the unit's highest bits. Each further byte begins
+/// with the bits 10 and holds the next six. So the first byte of a unit looks like no further byte, and tells
+/// how many of them follow. The bytes of a find text are therefore found exactly where its units are. Nearly
+/// all texts are ASCII. With one byte for each letter they are short, and the search is fast.
 void AppendFolded(std::wstring_view text, std::string& folded)
 {
     for (const wchar_t character : text) {
@@ -22,13 +28,14 @@ void AppendFolded(std::wstring_view text, std::string& folded)
             folded.push_back(static_cast<char>(isCapital ? unit - 'A' + 'a' : unit));
             continue;
         }
-        unsigned more = 1;
-        while (more < 5 && unit >> (5 * more + 6) != 0)
-            ++more;
-        // As many ones as there are bytes, then a zero: no unit's bytes begin another's.
-        folded.push_back(static_cast<char>((0xFFU << (7 - more)) | (unit >> (6 * more))));
-        while (more-- > 0)
-            folded.push_back(static_cast<char>(0x80U | (unit >> (6 * more) & 0x3FU)));
+        // The first byte has room for 6 bits less one for each further byte, which has room for 6 bits
+        // itself.
+        unsigned furtherBytes = 1;
+        while (furtherBytes < 5 && unit >> (5 * furtherBytes + 6) != 0)
+            ++furtherBytes;
+        folded.push_back(static_cast<char>((0xFFU << (7 - furtherBytes)) | (unit >> (6 * furtherBytes))));
+        while (furtherBytes-- > 0)
+            folded.push_back(static_cast<char>(0x80U | (unit >> (6 * furtherBytes) & 0x3FU)));
     }
 }
 
