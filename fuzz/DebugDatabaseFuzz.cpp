@@ -1,5 +1,5 @@
-// The debug database's file, and what ZET_TRACE may say. The input's first line is the key to look up, the
-// rest the file.
+// Reads the debug database's file, and the text of ZET_TRACE. The input's first line is the key to look up;
+// the rest is the file.
 #include <optional>
 #include <string>
 

@@ -11,8 +11,8 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/ClientName.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "commands/Choice.h"
 #include "commands/UsageError.h"

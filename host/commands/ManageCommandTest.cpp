@@ -14,8 +14,8 @@
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "commands/CommandLine.h"
 #include "session/WindowSettings.h"

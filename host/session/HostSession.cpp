@@ -10,7 +10,7 @@
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/threads/MainThread.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "terminal/DisplayText.h"
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -27,9 +26,6 @@ LocatorOfArgument(const zetaudiofilterhost::PluginModuleInfoManager& registry,
 
 /// The extensions of this system's plug-ins, for messages.
 std::string ModuleExtensions();
-
-/// The path in the form that the file operations take.
-std::filesystem::path ToPath(const std::wstring& path);
 
 /// True when a file or a folder has that path. For a link, its target counts.
 bool PathExists(const std::wstring& path);

@@ -129,7 +129,7 @@ void PluginManagerDialog::SetFolderListCallbacks()
         PluginModuleInfoManager::GetInstance()
             ->GetPluginTechnology(zetaudiofilterhost::TechnologyType::VST)
             ->GetDirectoriesChangedSignal()
-            .connect([this](const auto& technology) { OnPluginDirectoriesChanged(technology); });
+            .Connect([this](const auto& technology) { OnPluginDirectoriesChanged(technology); });
 }
 
 void PluginManagerDialog::SetUpPluginList()
@@ -169,7 +169,7 @@ void PluginManagerDialog::SetPluginListCallbacks()
     tree.SetCellTooltipFunction(
         [this](const RowPtr& row, int cellIndex) { return plugins->GetCellTooltip(row.get(), cellIndex); });
     pluginInfosChangedConnection =
-        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().connect(
+        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().Connect(
             [this] { OnPluginInfosChanged(); });
 }
 

@@ -185,7 +185,7 @@ TEST_F(DialogReload, TheBannedListIsSavedWithoutThePluginBeforeItIsScanned)
     ASSERT_THAT(listOnDisk(), HasSubstr("effect"));
     std::string listAtTheEndOfTheScan = "never";
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginInfosChangedSignal().connect([&] { listAtTheEndOfTheScan = listOnDisk(); });
+        TheRegistry().GetPluginInfosChangedSignal().Connect([&] { listAtTheEndOfTheScan = listOnDisk(); });
     Press(*ReloadButtonOf(TitleOf(path)));
     EXPECT_THAT(listAtTheEndOfTheScan, HasSubstr("bannedplugins"));
     EXPECT_THAT(listAtTheEndOfTheScan, Not(HasSubstr("effect")));
@@ -289,7 +289,7 @@ TEST_F(DialogReload, AnErrorThatIsNoFileErrorComesOutOfTheReload)
     other.SaveConfiguration(RegistryFile(), true);
     OpenDialog();
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(3)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(3)->GetDirectoriesChangedSignal().Connect(
             [](const auto&) { throw std::range_error("of the host"); });
     const auto button = ReloadButtonOf(TitleOf(gone));
     ASSERT_TRUE(button);

@@ -92,7 +92,7 @@ TEST_F(DialogScans, AnErrorOfTheHostsOwnComesOutOfTheScan)
     Copy("good/vst2_effect", "effect");
     OpenDialog();
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginInfosChangedSignal().connect([] { throw std::range_error("of the host"); });
+        TheRegistry().GetPluginInfosChangedSignal().Connect([] { throw std::range_error("of the host"); });
     auto& update = Node<zetui::controls::UI_TextButton>(ids::kUpdateButton);
     zetui::ui::UI_ButtonChangedMessage message(&update);
     EXPECT_THROW(SendMessage::Changed(update, message), std::range_error);

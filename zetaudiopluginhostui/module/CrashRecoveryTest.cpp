@@ -5,9 +5,9 @@
 #include <zetcore/config/Localizer.h>
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "testing/CrashRecoveryFixture.h"
-#include "testing/Faults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -293,7 +293,7 @@ TEST_F(CrashRecoveryTest, AMarkerThatCannotBeDeletedIsToldAndTheRegistryIsLoaded
     const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
     SaveToRegistry(other);
     WriteMarker(plugin);
-    const Faults faults("delete." + marker.filename().string() + ":1:denied");
+    const zettesting::ScopedFaults faults("delete." + marker.filename().string() + ":1:denied");
     EXPECT_THAT(Start(), ElementsAre(ScanErrorAlert("/plugins/Bad one.so"), AccessAlert()));
     EXPECT_TRUE(std::filesystem::exists(marker));
     EXPECT_NE(registry.Find(other), nullptr);

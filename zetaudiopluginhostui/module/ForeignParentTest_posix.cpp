@@ -18,7 +18,7 @@
 #include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/XServer.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 namespace zetaudiopluginhostui {
 namespace {

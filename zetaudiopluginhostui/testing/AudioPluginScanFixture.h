@@ -47,7 +47,7 @@ class AudioPluginScanFixture : public ScanFixture
   protected:
     AudioPluginScanFixture()
     {
-        connection = registry.GetPluginInfosChangedSignal().connect([this] {
+        connection = registry.GetPluginInfosChangedSignal().Connect([this] {
             ++changes;
             atSignal = AudioPluginScan::GetLastEnd();
             if (onSignal)

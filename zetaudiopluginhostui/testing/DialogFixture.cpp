@@ -12,10 +12,10 @@
 #include <QTest>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
-#include "dialog/list/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "module/ModuleResources.h"
 
 namespace zetaudiopluginhostui {

@@ -18,7 +18,7 @@
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "testing/RecordingPresentation.h"
 

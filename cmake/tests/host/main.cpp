@@ -21,7 +21,7 @@ int main(int, char** arguments)
     using zetcore::filesupport::Dir;
     auto& registry = *PluginModuleInfoManager::GetInstance();
     const zetcore::signals::ScopedConnection afterScans =
-        registry.GetPluginInfosChangedSignal().connect([&registry] {
+        registry.GetPluginInfosChangedSignal().Connect([&registry] {
             if (!registry.PutBackUnreached().empty())
                 registry.SaveConfiguration({Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()},
                                            true);

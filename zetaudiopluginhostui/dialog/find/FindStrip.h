@@ -7,7 +7,7 @@
 #include <zetui/controls/UI_Checkbox.h>
 #include <zetui/controls/UI_StaticText.h>
 #include <zetui/controls/UI_TextEdit.h>
-#include <zetui/ui/UI_Message.h>
+#include <zetui/nodes/UI_Message.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/find/FindShortcut.h"

@@ -3,9 +3,9 @@
 #include <map>
 #include <string>
 
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/controls/UI_TextButton.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 namespace zetaudiopluginhostui {

@@ -95,7 +95,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
     ClickFolder(2, Qt::ControlModifier);
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
     EXPECT_EQ(changes, 1) << "both at once";
@@ -228,7 +228,7 @@ TEST_F(FolderCommands, ARowThatIsNoneOfTheListsShowsAndRemovesNothing)
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two"), L"")) << "its folder went with it";
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     ClickFolder(1);
     ASSERT_TRUE(CanRemove());

@@ -4,9 +4,9 @@
 #include <optional>
 
 #include <zetui/controls/UI_Checkbox.h>
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/controls/UI_TextButton.h>
-#include <zetui/ui/UI_Message.h>
+#include <zetui/nodes/UI_Message.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/list/PluginListEntry.h"

@@ -12,7 +12,7 @@
 #include <zetcore/utility/EnableSharedAs.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 namespace zetaudiopluginhostui {

@@ -5,10 +5,11 @@
 #include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/paths/FileException.h>
-
-#include "NativePath.h"
+#include <zetcore/filesupport/paths/NativePath.h>
 
 namespace zetaudiofilterhost {
+
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

@@ -1,41 +1,25 @@
 #include <zetaudiofilterhost/PluginFind.h>
 
-#include <cstdint>
-#include <type_traits>
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetaudiofilterhost {
 
 namespace {
 
-/// Stands behind each text, so that nothing is found across the border of two texts. In a text itself, this
-/// byte can only be the first of six bytes, and a byte that begins with the bits 10 follows. Behind a
-/// separator there is never such a byte, but the first byte of the next text.
+/// Stands behind each text, so that nothing is found across the border of two texts. UTF-8 never has this
+/// byte.
 constexpr char separator = '\xFF';
 
-/// The find test is a search for bytes, and this makes a text into bytes. A unit below 0x80 is one byte, and
-/// a capital letter becomes a small one. Any other unit is two to six bytes, as in UTF-8, but for every value
-/// of up to 32 bits, so that texts that are no Unicode can be found, too. The first byte of a unit begins
-/// with as many ones as the unit has bytes, and then holds the unit's highest bits. Each further byte begins
-/// with the bits 10 and holds the next six. So the first byte of a unit looks like no further byte, and tells
-/// how many of them follow. The bytes of a find text are therefore found exactly where its units are. Nearly
-/// all texts are ASCII. With one byte for each letter they are short, and the search is fast.
+/// Writes each unit as the bytes that UTF-8 gives it, with capital letters made small. Halves of pairs and
+/// stray units get bytes of their own, too. In UTF-8, the first byte of a unit differs from all further
+/// bytes, and tells how many follow. Therefore the bytes of a find text occur exactly where its units occur.
+/// Nearly all texts are ASCII, with one byte for each letter, and a search in short texts is fast. (U+FFFD
+/// stands for units above U+10FFFF, which no conversion makes.)
 void AppendFolded(std::wstring_view text, std::string& folded)
 {
-    for (const wchar_t character : text) {
-        const auto unit = static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<wchar_t>>(character));
-        if (unit < 0x80) {
-            const bool isCapital = unit >= 'A' && unit <= 'Z';
-            folded.push_back(static_cast<char>(isCapital ? unit - 'A' + 'a' : unit));
-            continue;
-        }
-        // The first byte has room for 6 bits less one for each further byte, which has room for 6 bits
-        // itself.
-        unsigned furtherBytes = 1;
-        while (furtherBytes < 5 && unit >> (5 * furtherBytes + 6) != 0)
-            ++furtherBytes;
-        folded.push_back(static_cast<char>((0xFFU << (7 - furtherBytes)) | (unit >> (6 * furtherBytes))));
-        while (furtherBytes-- > 0)
-            folded.push_back(static_cast<char>(0x80U | (unit >> (6 * furtherBytes) & 0x3FU)));
+    for (const wchar_t unit : text) {
+        const bool isCapital = unit >= L'A' && unit <= L'Z';
+        zetcore::string::AppendUTF8(folded, static_cast<char32_t>(isCapital ? unit - L'A' + L'a' : unit));
     }
 }
 

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include "text/ConfigurationJournal.h"
 #include <zetcore/filesupport/paths/FileException.h>
 
@@ -106,7 +106,7 @@ TEST_F(RegistryFilesTest, FoldersChangedByLoadingAreTold)
     registry.SaveConfiguration(file, true);
     int told = 0;
     std::size_t recordsThen = 0;
-    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().connect([&](const auto&) {
+    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().Connect([&](const auto&) {
         ++told;
         recordsThen = loaded.RecordCount();
     });

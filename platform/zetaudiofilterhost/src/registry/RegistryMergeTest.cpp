@@ -1,7 +1,7 @@
 // Two programs with one registry file.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetcore/filesupport/content/FileUtils.h>
 #include <zetcore/filesupport/sharing/FileLock.h>
 

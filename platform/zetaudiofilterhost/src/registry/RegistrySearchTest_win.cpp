@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {

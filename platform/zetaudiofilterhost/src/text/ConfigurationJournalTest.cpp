@@ -1,6 +1,6 @@
 #include "text/ConfigurationJournal.h"
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetcore/filesupport/content/FileUtils.h>
 #include <zetcore/filesupport/paths/FileException.h>
 

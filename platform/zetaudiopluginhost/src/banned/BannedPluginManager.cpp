@@ -32,7 +32,7 @@ BannedPluginManager* BannedPluginManager::GetInstance()
     // The registry is made first, so that it outlives what tells it of changes.
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     static BannedPluginManager manager;
-    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().connect(
+    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().Connect(
         [](const std::vector<PluginLocator>& ended) { manager.state->Remove(ended); });
     return &manager;
 }

@@ -8,7 +8,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "banned/BannedFixture.h"
+#include "testing/BannedFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

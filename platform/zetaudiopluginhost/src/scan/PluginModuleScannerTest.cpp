@@ -5,7 +5,7 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/filesupport/paths/Dir.h>
 
-#include "scan/PluginModuleScannerFixture.h"
+#include "testing/PluginModuleScannerFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/handles/WholeWrite_posix.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -23,7 +23,7 @@ AppendHandle::AppendHandle(std::wstring filePath)
 {
     constexpr const char* operation = "open for appending";
     opened->file = Descriptor(
-        ::open(ToNativeChecked(operation, path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+        ::open(ToCheckedPath(operation, path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
     if (!opened->file.IsOpen())
         throw file_exception(operation, path, LastSystemError());
 }
@@ -33,7 +33,7 @@ AppendHandle::~AppendHandle() = default;
 void AppendHandle::Write(std::string_view bytes)
 {
     const bool faults = debug::FaultsAreOn();
-    const std::string place = faults ? "append." + ToNative(path).filename().string() : std::string();
+    const std::string place = faults ? "append." + ToNativePath(path).filename().string() : std::string();
     if (const std::error_code error = faults ? debug::FaultError(place + ".write") : std::error_code())
         throw file_exception("append to", path, error);
     if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))

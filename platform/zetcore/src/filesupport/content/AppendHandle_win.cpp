@@ -7,7 +7,7 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/handles/WholeWrite_win.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SystemPath_win.h"
 
 namespace zetcore::filesupport {
@@ -22,7 +22,7 @@ AppendHandle::AppendHandle(std::wstring filePath)
 {
     constexpr const char* operation = "open for appending";
     // With the right to append but not to write, the system itself moves every write to the end.
-    opened->file = Handle(::CreateFileW(SystemPath(ToNativeChecked(operation, path)).c_str(),
+    opened->file = Handle(::CreateFileW(SystemPath(ToCheckedPath(operation, path)).c_str(),
                                         FILE_APPEND_DATA | SYNCHRONIZE,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                         OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));

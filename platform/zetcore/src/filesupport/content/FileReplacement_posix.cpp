@@ -15,7 +15,7 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/handles/WholeWrite_posix.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -164,7 +164,7 @@ class Replacement
 
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability)
 {
-    Replacement replacement(ToNativeChecked(operation, path), path);
+    Replacement replacement(ToCheckedPath(operation, path), path);
     replacement.Write(bytes, durability);
     replacement.Commit(durability);
     if (debug::FaultsAreOn())

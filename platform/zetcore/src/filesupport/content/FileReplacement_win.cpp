@@ -14,8 +14,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/handles/WholeWrite_win.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
-#include "filesupport/paths/PlatformPath.h"
 #include "filesupport/paths/SharedOpening_win.h"
 #include "filesupport/paths/SystemPath_win.h"
 
@@ -143,7 +143,7 @@ class TemporaryFile
 
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability)
 {
-    const std::filesystem::path target = FollowLinks(ToNativeChecked(operation, path));
+    const std::filesystem::path target = FollowLinks(ToCheckedPath(operation, path));
     std::error_code missing;
     if (ReadFileStatus(target, missing).kind == FileKind::Folder && !missing)
         throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));

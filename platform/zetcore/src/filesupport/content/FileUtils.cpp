@@ -9,8 +9,8 @@
 
 #include "filesupport/content/AppendHandle.h"
 #include "filesupport/content/FileReplacement.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
-#include "filesupport/paths/PlatformPath.h"
 
 namespace zetcore::filesupport {
 
@@ -67,11 +67,11 @@ std::wstring FileUtils::KeepAside(const File& file)
     constexpr const char* operation = "keep aside";
     // Each damage takes one: whoever has so many has other troubles, and the search must end.
     constexpr int mostNames = 10'000;
-    const std::filesystem::path damaged = ToNativeChecked(operation, file.FullPath());
+    const std::filesystem::path damaged = ToCheckedPath(operation, file.FullPath());
     std::error_code error;
     for (int number = 1; number <= mostNames; ++number) {
         std::wstring aside = file.FullPath() + L".damaged" + (number == 1 ? L"" : std::to_wstring(number));
-        error = RenameToFreeName(damaged, ToNative(aside));
+        error = RenameToFreeName(damaged, ToNativePath(aside));
         if (!error)
             return aside;
         if (error != std::errc::file_exists)

@@ -14,7 +14,7 @@
 #include <zettesting/TemporaryFolder.h>
 
 #include "filesupport/content/FileReplacement.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 namespace {

@@ -11,7 +11,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/TemporaryFolder.h>
 
-#include "filesupport/sharing/ForkedChild_posix.h"
+#include "testing/ForkedChild_posix.h"
 
 namespace zetcore::filesupport {
 namespace {

@@ -10,7 +10,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -25,7 +25,7 @@ class FileStream : public IPlatformByteStream
     {
         // Without O_NONBLOCK, opening a pipe that somebody put there would wait for its writer.
         descriptor =
-            Descriptor(::open(ToNativeChecked(operation, path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+            Descriptor(::open(ToCheckedPath(operation, path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!descriptor.IsOpen())
             throw file_exception(operation, path, LastSystemError());
         const struct stat status = Status();

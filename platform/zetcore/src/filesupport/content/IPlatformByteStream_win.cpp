@@ -5,8 +5,8 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
-#include "filesupport/paths/PlatformPath.h"
 #include "filesupport/paths/SharedOpening_win.h"
 
 namespace zetcore::filesupport {
@@ -20,7 +20,7 @@ class FileStream : public IPlatformByteStream
   public:
     explicit FileStream(std::wstring filePath) : path(std::move(filePath))
     {
-        const std::filesystem::path native = ToNativeChecked(operation, path);
+        const std::filesystem::path native = ToCheckedPath(operation, path);
         std::error_code error;
         // Windows calls opening a folder "access denied", which would send the user the wrong way.
         if (ReadFileStatus(native, error).kind == FileKind::Folder && !error)

@@ -6,9 +6,9 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/utility/ClientName.h>
 
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/PlatformFolders.h"
-#include "filesupport/paths/PlatformPath.h"
 #include "filesupport/paths/PreferencesFolder.h"
 #include "utility/Immortal.h"
 
@@ -81,7 +81,7 @@ Dir Dir::PrefDir()
         chosen = FindConfigFolder() + pathSeparator + FolderNameOfClient(utility::GetClientName());
     const Dir folder(std::move(chosen));
     if (!folder.Exists() && NamesAFile(folder.path))
-        CreateWithParents(ToNative(folder.path));
+        CreateWithParents(ToNativePath(folder.path));
     return folder;
 }
 
@@ -99,15 +99,15 @@ bool Dir::Exists() const
     if (!NamesAFile(path))
         return false;
     std::error_code error;
-    const FileStatus status = ReadFileStatus(ToNative(path), error);
+    const FileStatus status = ReadFileStatus(ToNativePath(path), error);
     return !error && status.kind == FileKind::Folder;
 }
 
 void Dir::Create() const
 {
     constexpr const char* operation = "create folder";
-    ToNativeChecked(operation, path);
-    if (const std::error_code error = CreateWithParents(ToNative(FullPath())))
+    ToCheckedPath(operation, path);
+    if (const std::error_code error = CreateWithParents(ToNativePath(FullPath())))
         throw file_exception(operation, path, error);
 }
 
@@ -115,7 +115,7 @@ std::wstring Dir::FullPath() const
 {
     if (!NamesAFile(path))
         return path;
-    return WithoutTrailingSeparators(FromNative(Normalised(ToNative(path))));
+    return WithoutTrailingSeparators(FromNativePath(Normalised(ToNativePath(path))));
 }
 
 } // namespace zetcore::filesupport

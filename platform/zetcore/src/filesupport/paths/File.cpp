@@ -4,8 +4,8 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
-#include "filesupport/paths/PlatformPath.h"
 
 namespace zetcore::filesupport {
 
@@ -21,7 +21,7 @@ std::wstring Join(std::wstring folder, const std::wstring& name)
 FileStatus StatusOf(const std::wstring& path)
 {
     constexpr const char* operation = "look at";
-    const std::filesystem::path native = ToNativeChecked(operation, path);
+    const std::filesystem::path native = ToCheckedPath(operation, path);
     std::error_code error;
     const FileStatus status = ReadFileStatus(native, error);
     if (error)
@@ -40,7 +40,7 @@ bool File::Exists() const
     if (!NamesAFile(path))
         return false;
     std::error_code error;
-    ReadFileStatus(ToNative(path), error);
+    ReadFileStatus(ToNativePath(path), error);
     return !error;
 }
 
@@ -50,7 +50,7 @@ void File::Delete() const
     if (debug::FaultsAreOn())
         if (const std::error_code error = debug::FaultError("delete." + string::UTF16to8(GetTitle())))
             throw file_exception(operation, path, error);
-    if (const std::error_code error = RemoveFile(ToNativeChecked(operation, path)))
+    if (const std::error_code error = RemoveFile(ToCheckedPath(operation, path)))
         throw file_exception(operation, path, error);
 }
 
@@ -61,12 +61,12 @@ std::string File::FullPathUTF8() const
 
 std::wstring File::GetTitle() const
 {
-    return FromNative(ToNative(WithoutTrailingSeparators(path)).filename());
+    return FromNativePath(ToNativePath(WithoutTrailingSeparators(path)).filename());
 }
 
 Dir File::GetParent() const
 {
-    return Dir(FromNative(ToNative(WithoutTrailingSeparators(path)).parent_path()));
+    return Dir(FromNativePath(ToNativePath(WithoutTrailingSeparators(path)).parent_path()));
 }
 
 std::uint64_t File::Size() const

@@ -1,9 +1,8 @@
 #include <zetcore/filesupport/paths/File.h>
 
 #include <gmock/gmock.h>
-#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/paths/FileException.h>
-#include <zettesting/Environment.h>
+#include <zettesting/ScopedFaults.h>
 #include <zettesting/TemporaryFolder.h>
 
 namespace zetcore::filesupport {
@@ -33,12 +32,10 @@ TEST_F(FileTest, ADeletionCanBeMadeToFail)
 {
     zettesting::WriteAll(folder / "kept", "x");
     {
-        const zettesting::ScopedEnvironment variable("ZET_FAULT", "delete.kept:1:denied");
-        debug::ResetFaults();
+        const zettesting::ScopedFaults faults("delete.kept:1:denied");
         EXPECT_THROW(Named("kept").Delete(), file_exception);
         EXPECT_NO_THROW(Named("other").Delete());
     }
-    debug::ResetFaults();
     EXPECT_TRUE(Named("kept").Exists());
     EXPECT_NO_THROW(Named("kept").Delete());
     EXPECT_FALSE(Named("kept").Exists());

@@ -12,7 +12,7 @@
 #include <zetcore/utility/EnvironmentVariable.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -28,7 +28,7 @@ bool IsPrivateFolder(const std::wstring& path)
 {
     struct stat status
     {};
-    return ::stat(ToNative(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+    return ::stat(ToNativePath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
            status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
@@ -38,7 +38,7 @@ std::wstring FindExecutableFolder()
 {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::wstring() : FromNative(program.parent_path());
+    return error ? std::wstring() : FromNativePath(program.parent_path());
 }
 
 std::wstring FindHomeFolder()

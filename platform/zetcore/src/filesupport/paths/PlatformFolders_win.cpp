@@ -6,7 +6,7 @@
 #include <zetcore/utility/EnvironmentVariable.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -20,7 +20,7 @@ std::wstring FindExecutableFolder()
             return {};
         if (length < program.size()) {
             program.resize(length);
-            return FromNative(ToNative(program).parent_path());
+            return FromNativePath(ToNativePath(program).parent_path());
         }
         program.resize(program.size() * 2);
     }

@@ -10,7 +10,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/sharing/HandleLock_posix.h"
 #include "filesupport/sharing/LockName.h"
 
@@ -27,7 +27,7 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
     try {
         const File lock = LockFileFor(file);
         auto taking = std::make_unique<Held>();
-        taking->file = Descriptor(::open(ToNativeChecked(operation, lock.FullPath()).c_str(),
+        taking->file = Descriptor(::open(ToCheckedPath(operation, lock.FullPath()).c_str(),
                                          O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
         if (!taking->file.IsOpen())
             throw file_exception(operation, file.FullPath(), LastSystemError());

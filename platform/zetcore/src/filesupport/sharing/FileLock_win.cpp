@@ -10,7 +10,7 @@
 #include <zetcore/utility/Backoff.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SystemPath_win.h"
 #include "filesupport/sharing/LockName.h"
 
@@ -25,7 +25,7 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
 {
     constexpr const char* operation = "lock";
     try {
-        const auto path = ToNativeChecked(operation, LockFileFor(file).FullPath());
+        const auto path = ToCheckedPath(operation, LockFileFor(file).FullPath());
         const auto giveUp = std::chrono::steady_clock::now() + limit;
         auto taking = std::make_unique<Held>();
         utility::Backoff pause;

@@ -9,8 +9,8 @@
 #include <zetcore/filesupport/handles/Descriptor.h>
 #include <zettesting/HostFixture.h>
 
-#include "filesupport/sharing/ForkedChild_posix.h"
 #include "filesupport/sharing/HandleLock_posix.h"
+#include "testing/ForkedChild_posix.h"
 
 namespace zetcore::filesupport {
 namespace {

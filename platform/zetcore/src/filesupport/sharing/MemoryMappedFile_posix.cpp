@@ -16,7 +16,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/sharing/BlockName.h"
 #include "filesupport/sharing/HandleLock_posix.h"
 
@@ -49,7 +49,7 @@ struct stat StatusOf(const Descriptor& file, const Request& request)
 Descriptor OpenOwnFile(const Request& request)
 {
     const int access = request.write ? O_RDWR : O_RDONLY;
-    Descriptor file(::open(ToNative(request.path).c_str(),
+    Descriptor file(::open(ToNativePath(request.path).c_str(),
                            access | (request.create ? O_CREAT : 0) | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
                            0600));
     if (!file.IsOpen())

@@ -15,7 +15,7 @@
 #include <zetcore/utility/Backoff.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SystemPath_win.h"
 #include "filesupport/sharing/BlockName.h"
 

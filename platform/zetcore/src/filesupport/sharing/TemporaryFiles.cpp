@@ -6,7 +6,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
 
-#include "filesupport/paths/PlatformPath.h"
+#include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
 
@@ -32,7 +32,7 @@ bool IsTemporaryName(std::wstring_view name)
 bool IsAbandoned(const std::filesystem::directory_entry& entry, std::chrono::seconds age)
 {
     std::error_code error;
-    if (!IsTemporaryName(FromNative(entry.path().filename())) || !entry.is_regular_file(error) ||
+    if (!IsTemporaryName(FromNativePath(entry.path().filename())) || !entry.is_regular_file(error) ||
         entry.is_symlink(error))
         return false;
     const auto written = entry.last_write_time(error);
@@ -45,7 +45,7 @@ std::size_t DeleteAbandonedTemporaries(const Dir& folder, std::chrono::seconds a
 {
     std::size_t deleted = 0;
     std::error_code error;
-    std::filesystem::directory_iterator entries(ToNative(folder.FullPath()), error);
+    std::filesystem::directory_iterator entries(ToNativePath(folder.FullPath()), error);
     for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
         if (!IsAbandoned(*entries, age))
             continue;
@@ -54,7 +54,7 @@ std::size_t DeleteAbandonedTemporaries(const Dir& folder, std::chrono::seconds a
             ++deleted;
         if (cause)
             debug::TraceLine(1, "FileUtils",
-                             string::UTF16to8(string::ForDisplay(FromNative(entries->path()))) + ": " +
+                             string::UTF16to8(string::ForDisplay(FromNativePath(entries->path()))) + ": " +
                                  cause.message());
     }
     return deleted;
