@@ -20,7 +20,7 @@ using Strings = std::vector<std::string>;
 const std::filesystem::path projectFolder = ZET_PROJECT_FOLDER;
 const std::filesystem::path tablesFolder = projectFolder / "zetaudiopluginhostui/lang";
 const std::filesystem::path programTablesFolder = ZET_PROGRAM_TABLES_FOLDER;
-constexpr const char* languages[] = {"de", "en", "es", "fr", "ja", "zh-Hans"};
+const std::string languages[] = {"de", "en", "es", "fr", "ja", "zh-Hans"};
 
 const SourceTexts& Texts()
 {

@@ -34,11 +34,6 @@ class FindStripAlone : public DialogFixture
         box->NotifyWhenChangedInteractively(
             BindMessageFunction(&strip, &FindStrip::OnTextChangedInteractively));
     }
-    ~FindStripAlone() override
-    {
-        box->NotifyWhenChanged(nullptr);
-        box->NotifyWhenChangedInteractively(nullptr);
-    }
     void Type(const char* text) const { QTest::keyClicks(&WidgetOf(*box), QString::fromLatin1(text)); }
 
     const Ptr<UI_SubView> root = MakeIntrusive<UI_SubView>(), buttons = MakeIntrusive<UI_SubView>();
@@ -68,12 +63,15 @@ TEST_F(FindStripAlone, TellsOfATextThatIsOnlyCommitted)
 
 TEST_F(FindStripAlone, TheTextThatWasThereFirstIsNotTold)
 {
-    box->SetValue(L"ab");
-    FindStrip later{label, box, root.get(), [this] { ++told; }};
-    box->NotifyWhenChanged(BindMessageFunction(&later, &FindStrip::OnTextChanged));
-    box->NotifyWhenChangedInteractively(BindMessageFunction(&later, &FindStrip::OnTextChangedInteractively));
-    QTest::keyClick(&WidgetOf(*box), Qt::Key_Return);
+    const auto filled = MakeIntrusive<FindStrip::SearchBox>(false, false);
+    filled->SetValue(L"ab");
+    FindStrip later{nullptr, filled, root.get(), [this] { ++told; }};
+    filled->NotifyWhenChanged(BindMessageFunction(&later, &FindStrip::OnTextChanged));
+    QTest::keyClick(&WidgetOf(*filled), Qt::Key_Return);
     EXPECT_EQ(told, 0);
+    QTest::keyClick(&WidgetOf(*filled), Qt::Key_X);
+    QTest::keyClick(&WidgetOf(*filled), Qt::Key_Return);
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(FindStripAlone, TakesTheRoomOfAHiddenCheckboxToTheLeft)
