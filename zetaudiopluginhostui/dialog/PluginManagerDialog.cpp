@@ -3,9 +3,9 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/config/ThrowError.h>
+#include <zetcore/debug/DebugDatabase.h>
 
 #include "dialog/PluginManagerIds.h"
-#include "module/DebugSwitch.h"
 
 namespace zetaudiopluginhostui {
 
@@ -94,7 +94,7 @@ void PluginManagerDialog::SetUpOptions()
     rescanExistingCheckbox->SetValue(settings.rescanExisting ? Checkbox::kChecked : Checkbox::kUnchecked);
     separateProcessCheckbox = RequireControl<Checkbox>(ids::kSeparateProcess);
     separateProcessCheckbox->SetValue(Checkbox::kChecked);
-    if (!IsDebugSwitchOn("AudioPluginManager.ShowExternalCheckBox", "false")) {
+    if (!zetcore::debug::DebugDatabase::Instance().IsOn("AudioPluginManager.ShowExternalCheckBox", false)) {
         separateProcessCheckbox->UI_Hide(true);
         // The window needs no room for a text that nobody sees.
         FitToTexts();

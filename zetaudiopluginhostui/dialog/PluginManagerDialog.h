@@ -20,6 +20,8 @@
 
 namespace zetaudiopluginhostui {
 
+class Preferences;
+
 /// The modal "Audio Plug-In Manager". It shows the registry and the list of banned plug-ins, and changes them
 /// at once. Whoever runs it saves or reloads them afterwards. Main thread.
 ///
@@ -109,10 +111,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     // Scans.
     void OnScanForPlugins(ButtonChanged* message);
     void OnReloadPlugin(ButtonChanged* message);
-    /// False when the preferences folder does not let it.
-    bool SaveBannedList() const;
-    bool SaveRegistry() const;
-    bool RescanPlugin(const zetaudiofilterhost::PluginLocator& locator) const;
+    void RescanPlugin(const zetaudiofilterhost::PluginLocator& locator, Preferences& preferences) const;
 
     Ptr<BoxView> pluginTreeSection;
     Ptr<Button> enableAllButton, disableAllButton;

@@ -6,12 +6,12 @@
 
 #include <zetcore/config/Localizer.h>
 #include <zetcore/config/ThrowError.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/controls/ButtonComponents.h>
 #include <zetui/skins/Skins.h>
 
 #include "dialog/list/PluginListText.h"
-#include "module/DebugSwitch.h"
 
 namespace zetaudiopluginhostui {
 
@@ -89,7 +89,7 @@ PluginRowWidgets::PluginRowWidgets(const controls::UI_MultiColumnTree& pluginTre
 void PluginRowWidgets::Add(Row& row, const PluginListEntry& entry)
 {
     AddEnableCheckbox(row, entry);
-    if (!entry.info || IsDebugSwitchOn("AlwaysShowPlugInRescanButton", "false"))
+    if (!entry.info || zetcore::debug::DebugDatabase::Instance().IsOn("AlwaysShowPlugInRescanButton", false))
         AddReloadButton(row, entry);
 }
 

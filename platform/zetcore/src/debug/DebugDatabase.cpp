@@ -78,6 +78,11 @@ std::string DebugDatabase::GetEntry(std::string_view key, std::string_view defau
     return std::string(defaultValue);
 }
 
+bool DebugDatabase::IsOn(std::string_view key, bool defaultValue)
+{
+    return GetEntry(key, defaultValue ? "true" : "false") == "true";
+}
+
 void DebugDatabase::SetEntry(std::string_view key, std::string_view value)
 {
     const std::lock_guard lock(mutex);

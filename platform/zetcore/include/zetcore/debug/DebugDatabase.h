@@ -19,6 +19,9 @@ class ZETCORE_API DebugDatabase
     static DebugDatabase& Instance();
 
     std::string GetEntry(std::string_view key, std::string_view defaultValue);
+    /// True when the entry is exactly "true": letter case counts, and "1" is off. Without an entry, the
+    /// default.
+    bool IsOn(std::string_view key, bool defaultValue);
     void SetEntry(std::string_view key, std::string_view value);
     /// Forgets what `SetEntry` set and what was read: the next lookup reads again.
     void Reset();

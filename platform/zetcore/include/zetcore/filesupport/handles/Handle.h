@@ -23,6 +23,8 @@ class Handle
 
     void* Get() const noexcept { return handle; }
     bool IsOpen() const noexcept { return handle != nullptr; }
+    /// The caller owns it from now on.
+    void* Release() noexcept { return std::exchange(handle, nullptr); }
     ZETCORE_API void Close() noexcept;
 
   private:

@@ -11,10 +11,10 @@
 namespace bench {
 
 /// A list under measurement, in a window of its own.
-class ListSubject
+class MeasuredList
 {
   public:
-    virtual ~ListSubject() = default;
+    virtual ~MeasuredList() = default;
 
     virtual std::string Name() const = 0;
     /// The view of the whole list. Its scroll bar is moved.
@@ -28,10 +28,10 @@ class ListSubject
 };
 
 /// Makes our list, filled and drawn as the manager's dialog does it.
-std::unique_ptr<ListSubject> MakeOurList();
+std::unique_ptr<MeasuredList> MakeOurList();
 /// Makes Qt's tree widget with one item for each row.
-std::unique_ptr<ListSubject> MakeTreeWidget();
+std::unique_ptr<MeasuredList> MakeTreeWidget();
 /// Makes Qt's table view on a sort-filter proxy on a table of texts.
-std::unique_ptr<ListSubject> MakeProxyTable();
+std::unique_ptr<MeasuredList> MakeProxyTable();
 
 } // namespace bench

@@ -1,4 +1,4 @@
-#include "ScanWork.h"
+#include "TimedRuns.h"
 
 #include <cstdio>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "screenshots/Performance.h"
+#include "screenshots/PlayScene.h"
 
 #include <functional>
 #include <iostream>
@@ -19,8 +19,8 @@
 #include <zetui/skins/Skins.h>
 
 #include "commands/CommandLine.h"
-#include "screenshots/Actor.h"
-#include "screenshots/Grab.h"
+#include "screenshots/SavePicture.h"
+#include "screenshots/StepRunner.h"
 
 namespace screenshots {
 
@@ -34,7 +34,7 @@ QWidget* Modal()
     return window && window->isVisible() ? window : nullptr;
 }
 
-/// A control by its name in the layout archive; null while there is none.
+/// A control by its name in the layout archive; null while the window does not have it.
 QWidget* Control(const char* id)
 {
     QWidget* const window = Modal();
@@ -71,7 +71,7 @@ bool PressEscape()
     return true;
 }
 
-/// Says no to what is asked, until the manager is there.
+/// Answers all questions with no, until the manager is there.
 bool LeaveAlerts()
 {
     if (IsAlert())
@@ -85,69 +85,72 @@ bool EndsWithNote(Action action)
            action == Action::NoteWithoutScanner;
 }
 
-class Performance
+class SceneSteps
 {
   public:
-    Performance(const Scene& sceneToPlay, const Stage& sceneStage, fs::path picturesFolder)
-        : scene(sceneToPlay), stage(sceneStage), pictures(std::move(picturesFolder))
+    SceneSteps(const Scene& playedScene, const SceneFolders& sceneFolders, fs::path picturesFolder)
+        : scene(playedScene), folders(sceneFolders), pictures(std::move(picturesFolder))
     {}
 
-    void Prepare(Actor& actor) const;
+    void AddTo(StepRunner& runner) const;
 
   private:
     std::function<bool()> Picture(const std::string& name) const;
-    void PrepareDrive(Actor& actor) const;
-    void PrepareNote(Actor& actor) const;
-    static void Add(Actor& actor, const std::string& name, bool (*condition)(), std::function<bool()> act);
+    void AddDrive(StepRunner& runner) const;
+    void AddNote(StepRunner& runner) const;
+    static void AddWhen(StepRunner& runner, const std::string& name, bool (*condition)(),
+                        std::function<bool()> act);
 
     const Scene& scene;
-    const Stage& stage;
+    const SceneFolders& folders;
     fs::path pictures;
 };
 
-std::function<bool()> Performance::Picture(const std::string& name) const
+std::function<bool()> SceneSteps::Picture(const std::string& name) const
 {
     return [file = pictures / (name + ".png")] {
         QWidget* const window = Modal();
         if (!window)
             return false;
-        // What is posted only: a timer would begin the next step, which may close the window.
+        // Only posted events are handled. A timer would begin the next step, which may close the window.
         QApplication::sendPostedEvents();
-        Grab(*window, file);
+        SavePicture(*window, file);
         std::cout << file.string() << std::endl;
         return true;
     };
 }
 
 /// Waits for the condition, then acts until that succeeds.
-void Performance::Add(Actor& actor, const std::string& name, bool (*condition)(), std::function<bool()> act)
+void SceneSteps::AddWhen(StepRunner& runner, const std::string& name, bool (*condition)(),
+                         std::function<bool()> act)
 {
-    actor.Then(name + ": window", condition);
-    // Once more around the loop: a window takes its final place and colours after it has been shown.
-    actor.Then(name, std::move(act));
+    runner.Then(name + ": window", condition);
+    // The event loop runs once more before this step: a window takes its final place and colours after it has
+    // been shown.
+    runner.Then(name, std::move(act));
 }
 
-void Performance::PrepareDrive(Actor& actor) const
+void SceneSteps::AddDrive(StepRunner& runner) const
 {
-    Add(actor, "the scan command", IsManager, [] { return Click("UpdateButton"); });
-    actor.Then("the scan's progress",
-               [] { return IsProgress() && Modal()->findChild<QProgressBar*>()->value() > 0; });
-    actor.Then("the picture of the scan", Picture("drive-1-scanning"));
+    AddWhen(runner, "the scan command", IsManager, [] { return Click("UpdateButton"); });
+    runner.Then("the scan's progress",
+                [] { return IsProgress() && Modal()->findChild<QProgressBar*>()->value() > 0; });
+    runner.Then("the picture of the scan", Picture("drive-1-scanning"));
     // Some of the samples do not work.
-    Add(actor, "the note after the scan", IsAlert, Picture("drive-2-note"));
-    actor.Then("the manager after the note", LeaveAlerts);
-    Add(actor, "the list after the scan", IsManager, [] {
+    AddWhen(runner, "the note after the scan", IsAlert, Picture("drive-2-note"));
+    runner.Then("the manager after the note", LeaveAlerts);
+    AddWhen(runner, "the list after the scan", IsManager, [] {
         const auto* const list = qobject_cast<QAbstractItemView*>(Control("PluginList"));
         return list && list->model()->rowCount() > 0;
     });
-    actor.Then("the picture of the list", Picture("drive-3-scanned"));
-    actor.Then("the find box", [] {
+    runner.Then("the picture of the list", Picture("drive-3-scanned"));
+    runner.Then("the find box", [] {
         QWidget* const box = Control("FindTextEdit");
         QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
         QTest::keyClicks(box, QStringLiteral("vst2_"));
         return true;
     });
-    actor.Then("the checkbox of the first plug-in found", [] {
+    runner.Then("the checkbox of the first plug-in found", [] {
         for (QCheckBox* const box : Control("PluginList")->findChildren<QCheckBox*>()) {
             if (!box->isVisible() || !box->isEnabled() || !box->isChecked())
                 continue;
@@ -160,62 +163,62 @@ void Performance::PrepareDrive(Actor& actor) const
         }
         return false;
     });
-    actor.Then("the picture of the plug-ins found", Picture("drive-4-switched-off"));
-    actor.Then("OK", [] { return Click("OKButton"); });
+    runner.Then("the picture of the plug-ins found", Picture("drive-4-switched-off"));
+    runner.Then("OK", [] { return Click("OKButton"); });
 }
 
-void Performance::PrepareNote(Actor& actor) const
+void SceneSteps::AddNote(StepRunner& runner) const
 {
     if (scene.action == Action::NoteWithoutScanner)
-        actor.Then("all plug-ins, and no scanner", [this] {
-            stage.TakeScannerAway();
+        runner.Then("all plug-ins, and no scanner", [this] {
+            folders.TakeScannerAway();
             return Click("RescanExisting");
         });
-    actor.Then("the scan command", [] { return Click("UpdateButton"); });
-    Add(actor, "the note", IsAlert, Picture(scene.name));
-    actor.Then("the manager after the note", LeaveAlerts);
-    actor.Then("Escape from the manager", PressEscape);
+    runner.Then("the scan command", [] { return Click("UpdateButton"); });
+    AddWhen(runner, "the note", IsAlert, Picture(scene.name));
+    runner.Then("the manager after the note", LeaveAlerts);
+    runner.Then("Escape from the manager", PressEscape);
 }
 
-void Performance::Prepare(Actor& actor) const
+void SceneSteps::AddTo(StepRunner& runner) const
 {
     if (scene.action == Action::StartAfterCrash || scene.action == Action::StartWithoutPreferences) {
-        Add(actor, "the alert", IsAlert, Picture(scene.name));
-        // Any further ones of the start, until the manager is there.
-        actor.Then("the manager after the alerts", LeaveAlerts);
-        actor.Then("Escape", PressEscape);
+        AddWhen(runner, "the alert", IsAlert, Picture(scene.name));
+        // Closes further alerts of the start, until the manager is there.
+        runner.Then("the manager after the alerts", LeaveAlerts);
+        runner.Then("Escape", PressEscape);
         return;
     }
     if (scene.action == Action::Drive) {
-        PrepareDrive(actor);
+        AddDrive(runner);
         return;
     }
-    Add(actor, "the manager", IsManager, [this] {
+    AddWhen(runner, "the manager", IsManager, [this] {
         if (scene.size)
             Modal()->resize(*scene.size);
         return true;
     });
     if (EndsWithNote(scene.action)) {
-        PrepareNote(actor);
+        AddNote(runner);
         return;
     }
     if (scene.action == Action::ScanAndCancel) {
-        actor.Then("all plug-ins", [] { return Click("RescanExisting"); });
-        actor.Then("the scan command", [] { return Click("UpdateButton"); });
-        actor.Then("the scan's progress", [] {
+        runner.Then("all plug-ins", [] { return Click("RescanExisting"); });
+        runner.Then("the scan command", [] { return Click("UpdateButton"); });
+        runner.Then("the scan's progress", [] {
             const auto* const bar = IsProgress() ? Modal()->findChild<QProgressBar*>() : nullptr;
             return bar && bar->maximum() > 0 && bar->value() * 3 >= bar->maximum();
         });
     } else if (scene.action == Action::AskForDefaultFolders) {
-        actor.Then("the command for default folders", [] { return Click("DefaultDirectoriesButton"); });
-        actor.Then("the question", IsAlert);
+        runner.Then("the command for default folders", [] { return Click("DefaultDirectoriesButton"); });
+        runner.Then("the question", IsAlert);
     } else if (scene.action == Action::FindNothing) {
-        actor.Then("the find text", [] {
+        runner.Then("the find text", [] {
             QTest::keyClicks(Control("FindTextEdit"), QStringLiteral("no plug-in has this"));
             return true;
         });
     } else if (scene.action == Action::MoveToCell) {
-        actor.Then("the cell", [] {
+        runner.Then("the cell", [] {
             QWidget* const list = Control("PluginList");
             list->setFocus(Qt::TabFocusReason);
             for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right})
@@ -223,19 +226,19 @@ void Performance::Prepare(Actor& actor) const
             return true;
         });
     } else if (scene.action == Action::PickButton) {
-        actor.Then("the button in a row", [] {
+        runner.Then("the button in a row", [] {
             QWidget* const button = Control("PluginList")->findChild<QPushButton*>();
             if (button)
                 button->setFocus(Qt::MouseFocusReason);
             return button != nullptr;
         });
     }
-    actor.Then("the picture", Picture(scene.name));
+    runner.Then("the picture", Picture(scene.name));
     if (scene.action == Action::ScanAndCancel || scene.action == Action::AskForDefaultFolders) {
-        actor.Then("Escape", PressEscape);
-        actor.Then("the manager again", LeaveAlerts);
+        runner.Then("Escape", PressEscape);
+        runner.Then("the manager again", LeaveAlerts);
     }
-    actor.Then("Escape from the manager", PressEscape);
+    runner.Then("Escape from the manager", PressEscape);
 }
 
 bool HasLetters(const std::string& language)
@@ -253,36 +256,36 @@ std::string Utf8(const fs::path& path)
 
 } // namespace
 
-void Play(const Scene& scene, const Stage& stage, const fs::path& pictures)
+void PlayScene(const Scene& scene, const SceneFolders& folders, const fs::path& pictures)
 {
     if (!HasLetters(scene.language)) {
         std::cerr << "screenshots: no picture " << scene.name << ", because no font has its letters\n";
         return;
     }
     const fs::path preferences = scene.action == Action::StartWithoutPreferences
-                                     ? stage.UnusablePreferences()
-                                     : stage.CopyOfPreferences(scene.content == Content::Plugins);
+                                     ? folders.UnusablePreferences()
+                                     : folders.CopyOfPreferences(scene.content == Content::Plugins);
     if (scene.action == Action::StartAfterCrash)
-        stage.LeaveMarkerOfCrash(preferences);
+        folders.LeaveMarkerOfCrash(preferences);
     if (scene.action == Action::NoteOfMany)
-        stage.AddMuchNews(preferences);
+        folders.AddManyChanges(preferences);
     else if (EndsWithNote(scene.action))
-        stage.AddNews(preferences);
+        folders.AddNewPlugins(preferences);
     zetui::skins::SetScheme(scene.dark ? zetui::skins::Scheme::Dark : zetui::skins::Scheme::Light);
 
-    Actor actor;
-    const Performance performance(scene, stage, pictures);
-    performance.Prepare(actor);
-    // What could not be saved is said once more when the manager has closed.
-    actor.Afterwards([] {
+    StepRunner runner;
+    const SceneSteps steps(scene, folders, pictures);
+    steps.AddTo(runner);
+    // When the manager has closed, it tells once more what could not be saved.
+    runner.Afterwards([] {
         if (Modal())
             PressEscape();
     });
-    actor.Begin();
+    runner.Begin();
     const std::vector<std::string> arguments = {"--prefs", Utf8(preferences), "--skin", scene.skin,
                                                 "--lang",  scene.language,    "manage"};
     const int status = zetaudiopluginmanager::RunCommandLine(arguments, std::cerr);
-    if (!actor.IsDone())
+    if (!runner.IsDone())
         throw std::runtime_error("the manager closed too early, with status " + std::to_string(status));
     if (scene.action == Action::StartWithoutPreferences)
         return;

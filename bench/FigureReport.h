@@ -5,12 +5,12 @@
 namespace bench {
 
 /// Prints figures with their limits, and remembers whether every limit was kept.
-class Verdicts
+class FigureReport
 {
   public:
     /// With `limitsHold` false, figures are printed without their limits, because the run is too small for
     /// them.
-    explicit Verdicts(bool limitsHold) : holding(limitsHold) {}
+    explicit FigureReport(bool limitsHold) : holding(limitsHold) {}
 
     void Note(const std::string& what, double value, const std::string& unit);
     void AtMost(const std::string& what, double value, const std::string& unit, double limit);

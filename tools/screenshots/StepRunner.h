@@ -9,14 +9,15 @@
 
 namespace screenshots {
 
-/// Someone at the desk: does one thing after another, each as soon as the windows let it. A step may open a
-/// modal window; the next ones then run inside that window's event loop. Main thread.
-class Actor
+/// Runs steps one after another, each as soon as the windows are ready for it. A step may open a modal
+/// window; the next ones then run inside that window's event loop. Main thread.
+class StepRunner
 {
   public:
-    /// Tried again and again until it returns true. The name is for the message when that never happens.
+    /// Adds a step, which is tried again and again until it returns true. The name is for the message when
+    /// that never happens.
     void Then(std::string name, std::function<bool()> step);
-    /// Called again and again once all is done.
+    /// Sets a function that is called again and again when all steps are done.
     void Afterwards(std::function<void()> act) { afterwards = std::move(act); }
     /// Begins with the next event loop that runs.
     void Begin();
@@ -30,7 +31,7 @@ class Actor
     };
 
     void Schedule();
-    void Act();
+    void TryNextStep();
 
     std::vector<Step> steps;
     std::function<void()> afterwards;

@@ -1,4 +1,4 @@
-#include "screenshots/Grab.h"
+#include "screenshots/SavePicture.h"
 
 #include <stdexcept>
 
@@ -12,7 +12,7 @@ namespace screenshots {
 
 namespace {
 
-/// In front of its parent, in the middle, where a window manager would put it.
+/// Draws the window in front of its parent, in the middle, where a window manager would put it.
 QPixmap WithParent(QWidget& window)
 {
     const QPixmap front = window.grab();
@@ -24,13 +24,13 @@ QPixmap WithParent(QWidget& window)
     const QPoint corner((parent.width() - window.width()) / 2, (parent.height() - window.height()) / 2);
     QPainter painter(&picture);
     painter.drawPixmap(corner, front);
-    // Stands for the frame that a window system would draw.
+    // This line takes the place of the frame that a window system would draw.
     painter.setPen(QColor(128, 128, 128));
     painter.drawRect(QRect(corner, window.size()).adjusted(-1, -1, 0, 0));
     return picture;
 }
 
-/// The part of the screen with the window and those that it belongs to.
+/// Takes the part of the screen with the window and its parents.
 QPixmap FromScreen(QWidget& window)
 {
     QRect part;
@@ -47,7 +47,7 @@ QPixmap FromScreen(QWidget& window)
 
 } // namespace
 
-void Grab(QWidget& window, const std::filesystem::path& file)
+void SavePicture(QWidget& window, const std::filesystem::path& file)
 {
     const bool isShown = QGuiApplication::platformName() == QStringLiteral("xcb");
     if (!(isShown ? FromScreen(window) : WithParent(window))

@@ -1,4 +1,4 @@
-#include "Scratch.h"
+#include "ScratchFolder.h"
 
 #include <random>
 #include <system_error>
@@ -7,19 +7,19 @@ namespace bench {
 
 namespace fs = std::filesystem;
 
-Scratch::Scratch(const std::string& name)
+ScratchFolder::ScratchFolder(const std::string& name)
     : path(fs::temp_directory_path() / (name + "-" + std::to_string(std::random_device()())))
 {
     fs::create_directory(path);
 }
 
-Scratch::~Scratch()
+ScratchFolder::~ScratchFolder()
 {
     std::error_code ignored;
     fs::remove_all(path, ignored);
 }
 
-std::string Scratch::Prefs()
+std::string ScratchFolder::Prefs()
 {
     const fs::path prefs = path / ("prefs" + std::to_string(++count));
     fs::create_directory(prefs);

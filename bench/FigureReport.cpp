@@ -1,4 +1,4 @@
-#include "Verdicts.h"
+#include "FigureReport.h"
 
 #include <cstdio>
 
@@ -10,13 +10,13 @@ constexpr int textWidth = 52;
 
 }
 
-void Verdicts::Note(const std::string& what, double value, const std::string& unit)
+void FigureReport::Note(const std::string& what, double value, const std::string& unit)
 {
     std::printf("  %-*s %10.2f %s\n", textWidth, what.c_str(), value, unit.c_str());
     std::fflush(stdout);
 }
 
-void Verdicts::AtMost(const std::string& what, double value, const std::string& unit, double limit)
+void FigureReport::AtMost(const std::string& what, double value, const std::string& unit, double limit)
 {
     if (!holding) {
         Note(what, value, unit);
@@ -28,7 +28,7 @@ void Verdicts::AtMost(const std::string& what, double value, const std::string& 
     std::fflush(stdout);
 }
 
-void Verdicts::Require(const std::string& what, bool isKept)
+void FigureReport::Require(const std::string& what, bool isKept)
 {
     if (isKept)
         return;
@@ -36,7 +36,7 @@ void Verdicts::Require(const std::string& what, bool isKept)
     std::fprintf(stderr, "list_bench: %s\n", what.c_str());
 }
 
-const char* Verdicts::MoreThanOne(double ratio)
+const char* FigureReport::MoreThanOne(double ratio)
 {
     if (!holding)
         return "";

@@ -1,4 +1,4 @@
-#include "screenshots/Stage.h"
+#include "screenshots/SceneFolders.h"
 
 #include <array>
 #include <fstream>
@@ -38,7 +38,7 @@ fs::path Sample(const std::string& name)
     return fs::path(ZET_SAMPLE_PLUGINS) / (name + ZET_MODULE_SUFFIX);
 }
 
-/// With this name, in this folder.
+/// Copies a sample to this folder under this name.
 void CopySample(const std::string& sample, const fs::path& folder, const std::string& name)
 {
     fs::create_directories(folder);
@@ -60,9 +60,9 @@ void Host(const fs::path& preferences, std::vector<std::string> arguments)
 
 } // namespace
 
-Stage::Stage(fs::path rootFolder) : root(std::move(rootFolder)) {}
+SceneFolders::SceneFolders(fs::path rootFolder) : root(std::move(rootFolder)) {}
 
-void Stage::Build(bool scanned) const
+void SceneFolders::Build(bool scanned) const
 {
     const fs::path built(ZET_SAMPLE_PLUGINS), samples = root / "samples", empty = root / "empty";
     fs::create_directories(samples);
@@ -87,7 +87,7 @@ void Stage::Build(bool scanned) const
     Host(filled, {"scan"});
 }
 
-fs::path Stage::CopyOfPreferences(bool filled) const
+fs::path SceneFolders::CopyOfPreferences(bool filled) const
 {
     fs::path copy = root / "used";
     fs::remove_all(copy);
@@ -95,7 +95,7 @@ fs::path Stage::CopyOfPreferences(bool filled) const
     return copy;
 }
 
-fs::path Stage::UnusablePreferences() const
+fs::path SceneFolders::UnusablePreferences() const
 {
     const fs::path file = root / "file";
     if (!std::ofstream(file))
@@ -103,7 +103,7 @@ fs::path Stage::UnusablePreferences() const
     return file / "preferences";
 }
 
-void Stage::LeaveMarkerOfCrash(const fs::path& preferences) const
+void SceneFolders::LeaveMarkerOfCrash(const fs::path& preferences) const
 {
     UsePreferences(preferences);
     const fs::path plugin = root / "samples" / (std::string("vst2_synth") + ZET_MODULE_SUFFIX);
@@ -117,7 +117,7 @@ void Stage::LeaveMarkerOfCrash(const fs::path& preferences) const
         throw std::runtime_error("cannot write " + marker);
 }
 
-void Stage::AddNews(const fs::path& preferences) const
+void SceneFolders::AddNewPlugins(const fs::path& preferences) const
 {
     const fs::path news = root / "news";
     fs::remove_all(news);
@@ -126,9 +126,9 @@ void Stage::AddNews(const fs::path& preferences) const
     Host(preferences, {"folders", "add", Utf8(news)});
 }
 
-void Stage::AddMuchNews(const fs::path& preferences) const
+void SceneFolders::AddManyChanges(const fs::path& preferences) const
 {
-    AddNews(preferences);
+    AddNewPlugins(preferences);
     const fs::path news = root / "news";
     const std::string edition = " Mastering Suite 2031 Professional Edition (64-bit)";
     constexpr std::array old{"Amber", "Birch", "Cedar", "Delta", "Ember", "Fjord", "Grove", "Heath", "Inlet"};
@@ -150,7 +150,7 @@ void Stage::AddMuchNews(const fs::path& preferences) const
     zetcore::debug::ResetFaults();
 }
 
-void Stage::TakeScannerAway() const
+void SceneFolders::TakeScannerAway() const
 {
     zetcore::filesupport::commondirs::SetExecutableDir(zetcore::string::UTF8to16(Utf8(root / "empty")));
 }

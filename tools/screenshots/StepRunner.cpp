@@ -1,4 +1,4 @@
-#include "screenshots/Actor.h"
+#include "screenshots/StepRunner.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,24 +16,25 @@ constexpr qint64 patience = 120'000;
 
 } // namespace
 
-void Actor::Then(std::string name, std::function<bool()> step)
+void StepRunner::Then(std::string name, std::function<bool()> step)
 {
     steps.push_back({std::move(name), std::move(step)});
 }
 
-void Actor::Begin()
+void StepRunner::Begin()
 {
     waiting.start();
     Schedule();
 }
 
-void Actor::Schedule()
+void StepRunner::Schedule()
 {
-    // A timer of its own each time: one that repeats is not called again while a step holds a modal window.
-    QTimer::singleShot(interval, [this] { Act(); });
+    // Each try has a timer of its own. A repeating timer would not be called while a step holds a modal
+    // window.
+    QTimer::singleShot(interval, [this] { TryNextStep(); });
 }
 
-void Actor::Act()
+void StepRunner::TryNextStep()
 {
     if (IsDone()) {
         Schedule();
@@ -43,11 +44,12 @@ void Actor::Act()
     }
     if (waiting.elapsed() > patience) {
         std::fprintf(stderr, "screenshots: waited in vain for: %s\n", steps[next].name.c_str());
-        // Modal loops are open; there is nobody to return to.
+        // Modal event loops are still running, so that the function cannot just return.
         std::_Exit(1);
     }
     const std::size_t current = next;
-    // Before the step, which may not return before a later one has closed its window.
+    // The next step is scheduled before this one runs, because this one may only return after a later one has
+    // closed its window.
     next = current + 1;
     Schedule();
     if (steps[current].act()) {

@@ -6,13 +6,13 @@
 namespace bench {
 
 /// A folder for one run's files. The destructor removes it.
-class Scratch
+class ScratchFolder
 {
   public:
-    explicit Scratch(const std::string& name);
-    ~Scratch();
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
+    explicit ScratchFolder(const std::string& name);
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
     const std::filesystem::path& Path() const { return path; }
     /// Makes a new preferences folder.
     std::string Prefs();
