@@ -1,7 +1,10 @@
 #include "commands/Choice.h"
 
+#include <zetui/skins/Skins.h>
+
 #include "commands/BanCommand.h"
 #include "commands/ManageCommand.h"
+#include "commands/UsageError.h"
 
 namespace zetaudiopluginmanager {
 
@@ -144,6 +147,14 @@ void AddFolders(CLI::App& app, Choice& choice)
 
 } // namespace
 
+std::vector<std::string> SkinNames()
+{
+    std::vector<std::string> names;
+    for (const zetui::skins::Skin skin : zetui::skins::AllSkins())
+        names.push_back(NameOf(skin));
+    return names;
+}
+
 void ChooseManager(Choice& choice)
 {
     choice.surface = Surface::Windows;
@@ -157,7 +168,8 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     app.add_option("--client", choice.client,
                    "The host's name, for the default preferences folder and alerts")
         ->type_name("NAME");
-    app.add_option("--skin", choice.skin, "How windows look: classic or v7")->type_name("SKIN");
+    app.add_option("--skin", choice.skin, "How windows look: " + JoinWords(SkinNames(), "or"))
+        ->type_name("SKIN");
     app.add_option("--lang", choice.language, "The language of windows and alerts, for example de")
         ->type_name("TAG");
     app.add_option("--timeout", choice.timeout, "How long a plug-in may take to scan before it is ended (60)")

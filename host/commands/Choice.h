@@ -38,6 +38,9 @@ struct Choice
 /// parser. Without a display, a command is required.
 void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay);
 
+/// The words that `--skin` takes.
+std::vector<std::string> SkinNames();
+
 /// Chooses the command that opens the manager's window.
 void ChooseManager(Choice& choice);
 

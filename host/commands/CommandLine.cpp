@@ -41,15 +41,11 @@ std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
 
 zetui::skins::Skin SkinOfName(const std::string& name)
 {
-    constexpr std::array<std::pair<std::string_view, zetui::skins::Skin>, 2> skins{
-        {{"classic", zetui::skins::Skin::Classic}, {"v7", zetui::skins::Skin::V7}}};
-    std::vector<std::string> names;
-    for (const auto& [known, skin] : skins) {
-        if (CLI::detail::to_lower(name) == known)
+    for (const zetui::skins::Skin skin : zetui::skins::AllSkins()) {
+        if (CLI::detail::to_lower(name) == NameOf(skin))
             return skin;
-        names.emplace_back(known);
     }
-    throw usage_error("--skin " + name + ": there are " + JoinWords(names));
+    throw usage_error("--skin " + name + ": there are " + JoinWords(SkinNames()));
 }
 
 void ChooseLanguage(const std::string& asked)

@@ -7,19 +7,6 @@
 
 namespace zetaudiopluginhostui {
 
-namespace {
-
-zetui::pixmill::Color OutlineColor()
-{
-    namespace design = zetui::skins::design;
-    if (zetui::skins::IsRunningV7OrBeyond())
-        return design::GetTableColor(zetui::ui::GetDefaultThemeProvider(), {}, design::kTableOutline, false,
-                                     design::SkinSet{});
-    return zetui::ui::GetColor(zetui::ui::kSectionOutlineColor);
-}
-
-} // namespace
-
 BoxView::~BoxView() = default;
 
 void BoxView::UI_Draw(zetui::pixmill::Pixmill* context)
@@ -38,7 +25,8 @@ void BoxView::UI_Draw(zetui::pixmill::Pixmill* context)
     if (!path)
         zetcore::utility::DoThrowNullPtrException("PathP");
     zetui::utils::FormRect(path, outline, {true, true, true, true});
-    const zetui::pixmill::PenP pen = context->Supplier().CreatePen(OutlineColor(), 1);
+    const zetui::pixmill::PenP pen =
+        context->Supplier().CreatePen(zetui::skins::utilities::GetBoxOutlineColor(), 1);
     if (!pen)
         zetcore::utility::DoThrowNullPtrException("PenP");
     context->StrokePath(path, pen);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <zetui/skins/ListSizes.h>
 #include <zetui/skins/Skins.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
 
@@ -16,23 +17,21 @@ namespace {
 void DrawFailureSurface(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, float textWidth,
                         float room)
 {
-    const bool isV7 = zetui::skins::IsRunningV7OrBeyond();
-    const float beside = isV7 ? 4 : 2, aboveAndBelow = isV7 ? 4 : 3;
-    const float left = GetCellTextPadding() - beside;
-    const float right = std::min(GetCellTextPadding() + std::ceil(textWidth) + beside, room - 1);
-    context.FillRoundedRect(
-        {cell.left + left, cell.top + aboveAndBelow, right - left, cell.height - 2 * aboveAndBelow},
-        zetui::skins::utilities::GetCornerRadius(), zetui::skins::utilities::GetFailureSurfaceColor());
+    const zetui::skins::ListSizes& sizes = zetui::skins::GetListSizes();
+    const float left = GetCellTextPadding() - sizes.surfaceBesideText;
+    const float right =
+        std::min(GetCellTextPadding() + std::ceil(textWidth) + sizes.surfaceBesideText, room - 1);
+    context.FillRoundedRect({cell.left + left, cell.top + sizes.roomAroundSurface, right - left,
+                             cell.height - 2 * sizes.roomAroundSurface},
+                            zetui::skins::utilities::GetCornerRadius(),
+                            zetui::skins::utilities::GetFailureSurfaceColor());
 }
 
 } // namespace
 
 float GetCellTextPadding()
 {
-    constexpr float classicPadding = 6;
-    return zetui::skins::IsRunningV7OrBeyond()
-               ? zetui::controls::UI_MultiColumnTree::GetDefaultCellPadding().second
-               : classicPadding;
+    return zetui::controls::UI_MultiColumnTree::GetDefaultCellPadding().second;
 }
 
 pixmill::Font GetCellFont()

@@ -7,7 +7,7 @@
 #include <zetcore/config/Localizer.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/pixmill/Pixmill.h>
-#include <zetui/skins/Skins.h>
+#include <zetui/skins/ListSizes.h>
 
 #include "dialog/drawing/CellDrawing.h"
 #include "dialog/list/ColumnWidths.h"
@@ -172,7 +172,6 @@ float PluginListView::GetColumnBestFitWidth(unsigned column) const
     const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
     const bool hasReloadButtons = column == kColumnStatus && banned.BannedBegin() != banned.BannedEnd();
     const float reloadButtonWidth = hasReloadButtons ? widgets.ReloadButtonWidth() : 0;
-    const float buttonGap = zetui::skins::IsRunningV7OrBeyond() ? 12.0F : 4.0F;
     const float padding = GetCellTextPadding();
     const zetui::pixmill::Font font = GetCellFont();
     float widest = 0;
@@ -187,7 +186,7 @@ float PluginListView::GetColumnBestFitWidth(unsigned column) const
             continue;
         measured = std::move(text);
         widest = std::max(widest, NeededCellWidth(zetui::pixmill::GetTextWidth(font, measured), padding,
-                                                  reloadButtonWidth, buttonGap));
+                                                  reloadButtonWidth, zetui::skins::GetListSizes().buttonGap));
     }
     return widest;
 }

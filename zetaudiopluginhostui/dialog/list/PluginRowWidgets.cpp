@@ -9,7 +9,7 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/controls/ButtonComponents.h>
-#include <zetui/skins/Skins.h>
+#include <zetui/skins/ListSizes.h>
 
 #include "dialog/list/PluginListText.h"
 
@@ -17,7 +17,7 @@ namespace zetaudiopluginhostui {
 
 namespace controls = zetui::controls;
 using zetcore::config::Localizer;
-using zetui::skins::IsRunningV7OrBeyond;
+using zetui::skins::GetListSizes;
 using zetui::utility::MakeIntrusive;
 
 namespace {
@@ -28,25 +28,6 @@ constexpr float checkboxHeight = 14;
 std::wstring ReloadText()
 {
     return Localizer::Get().LocalizeWide("$$$/AudioPluginManager/Reload=Reload");
-}
-
-float CheckboxInset()
-{
-    constexpr float classicInset = 4;
-    return IsRunningV7OrBeyond() ? controls::UI_MultiColumnTree::GetDefaultCellPadding().second
-                                 : classicInset;
-}
-
-float ReloadButtonHeight(float rowHeight)
-{
-    constexpr float classicHeight = 17;
-    constexpr float roomAboveAndBelow = 8;
-    return IsRunningV7OrBeyond() ? rowHeight - roomAboveAndBelow : classicHeight;
-}
-
-float ReloadButtonRightInset()
-{
-    return IsRunningV7OrBeyond() ? 4.0F : 0.0F;
 }
 
 /// The top of a control that lies in the middle of a row.
@@ -97,8 +78,9 @@ void PluginRowWidgets::AddEnableCheckbox(Row& row, const PluginListEntry& entry)
 {
     const auto checkbox = MakeIntrusive<controls::UI_Checkbox>();
     checkboxOfRow.insert_or_assign(&row, checkbox);
-    checkbox->UI_SetLocalRectF(
-        {CheckboxInset(), CenteredTop(tree.GetRowHeight(), checkboxHeight), checkboxWidth, checkboxHeight});
+    checkbox->UI_SetLocalRectF({GetListSizes().checkboxInset,
+                                CenteredTop(tree.GetRowHeight(), checkboxHeight), checkboxWidth,
+                                checkboxHeight});
     RequireCellView(row, kEnabledCell)->InsertChild(checkbox);
     checkbox->SetWantsKeyboardFocus(true);
     checkbox->UI_SetAccessibleName(Localizer::Get().LocalizeWide(
@@ -115,9 +97,9 @@ void PluginRowWidgets::AddReloadButton(Row& row, const PluginListEntry& entry)
     const auto button = MakeIntrusive<controls::UI_TextButton>();
     button->SetText(ReloadText());
     const float width = ReloadButtonWidth();
-    const float height = ReloadButtonHeight(tree.GetRowHeight());
+    const float height = GetListSizes().ButtonHeight(tree.GetRowHeight());
     button->UI_SetLocalRectF(
-        {tree.GetHeaderRow()->GetColumnWidth(kColumnStatus) - width - ReloadButtonRightInset(),
+        {tree.GetHeaderRow()->GetColumnWidth(kColumnStatus) - width - GetListSizes().buttonInset,
          CenteredTop(tree.GetRowHeight(), height), width, height});
     reloadButtonOfRow.insert_or_assign(&row, button);
     RequireCellView(row, kStatusCell)->InsertChild(button);
@@ -125,8 +107,7 @@ void PluginRowWidgets::AddReloadButton(Row& row, const PluginListEntry& entry)
     button->UI_SetAccessibleName(Localizer::Get().LocalizeWide(
         "$$$/AudioPluginManager/ReloadPlugin=Reload @0", {GetCellText(kColumnName, entry)}));
     button->NotifyWhenChanged(handlers.reloadPressed);
-    if (IsRunningV7OrBeyond())
-        button->SetButtonComponents(controls::ButtonComponents(0, false));
+    button->SetButtonComponents(controls::ButtonComponents(0, false));
     button->UI_Show(true);
 }
 

@@ -27,14 +27,14 @@ struct SlotList::State
         return slots;
     }
 
-    /// The old vector is returned, because slots that end with it must not be destroyed under the lock.
+    /// No slot is destroyed under the lock, because whoever takes a slot out holds it until this returns.
     template<typename Change>
-    std::shared_ptr<const Slots> Replace(const Change& change)
+    void Replace(const Change& change)
     {
         const std::lock_guard lock(mutex);
         auto changed = std::make_shared<Slots>(*slots);
         change(*changed);
-        return std::exchange(slots, std::move(changed));
+        slots = std::move(changed);
     }
 
   private:

@@ -6,9 +6,8 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_win.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/paths/SystemPath_win.h"
+#include "filesupport/paths/SharedOpening_win.h"
 
 namespace zetcore::filesupport {
 
@@ -34,7 +33,7 @@ AppendHandle::~AppendHandle() = default;
 
 void AppendHandle::Write(std::string_view bytes)
 {
-    if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
+    if (const std::error_code error = opened->file.WriteWhole(bytes))
         throw file_exception("append to", path, error);
 }
 

@@ -14,7 +14,6 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_posix.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
@@ -70,7 +69,7 @@ class Replacement
         FailOnFault(".write");
         if (existing)
             KeepOwnerAndPermissions();
-        if (const std::error_code error = WriteWhole(file.Get(), bytes))
+        if (const std::error_code error = file.WriteWhole(bytes))
             Fail(error);
         if (durability == Durability::PowerCut && ::fsync(file.Get()) != 0)
             Fail(LastSystemError());

@@ -13,11 +13,9 @@
 #include <zetcore/utility/Backoff.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_win.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/SharedOpening_win.h"
-#include "filesupport/paths/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -98,7 +96,7 @@ class TemporaryFile
 
     std::error_code Write(std::string_view bytes, Durability durability)
     {
-        if (const std::error_code error = WriteWhole(file.Get(), bytes))
+        if (const std::error_code error = file.WriteWhole(bytes))
             return error;
         if (durability == Durability::PowerCut && ::FlushFileBuffers(file.Get()) == 0)
             return LastSystemError();

@@ -64,6 +64,8 @@ class FileStream : public IPlatformByteStream
 
 } // namespace
 
+IPlatformByteStream::~IPlatformByteStream() = default;
+
 std::unique_ptr<IPlatformByteStream> IPlatformByteStream::OpenForReading(const File& file)
 {
     return std::make_unique<FileStream>(file.FullPath());

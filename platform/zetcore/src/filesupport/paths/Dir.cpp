@@ -9,7 +9,6 @@
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/PlatformFolders.h"
-#include "filesupport/paths/PreferencesFolder.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::filesupport {

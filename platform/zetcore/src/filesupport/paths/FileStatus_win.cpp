@@ -2,7 +2,6 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/SharedOpening_win.h"
-#include "filesupport/paths/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 

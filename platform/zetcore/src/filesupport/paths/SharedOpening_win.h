@@ -1,12 +1,20 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include <windows.h>
 
 #include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/paths/LongPath.h>
 
 namespace zetcore::filesupport {
+
+/// The system's functions are given this. The standard library does not know paths in this form.
+inline std::wstring SystemPath(const std::filesystem::path& path)
+{
+    return LongForm(path.native());
+}
 
 /// True when another program that has the file open for a moment (a reader, a writer that replaces it, a
 /// search indexer, a virus scanner) may be why something failed.

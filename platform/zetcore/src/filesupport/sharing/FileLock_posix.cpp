@@ -12,7 +12,7 @@
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/sharing/HandleLock_posix.h"
-#include "filesupport/sharing/LockName.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 

@@ -17,8 +17,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/sharing/BlockName.h"
 #include "filesupport/sharing/HandleLock_posix.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 

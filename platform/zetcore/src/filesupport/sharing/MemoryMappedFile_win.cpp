@@ -16,8 +16,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/paths/SystemPath_win.h"
-#include "filesupport/sharing/BlockName.h"
+#include "filesupport/paths/SharedOpening_win.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <zetcore/Export.h>
@@ -26,6 +28,8 @@ class Descriptor
     int Release() noexcept { return std::exchange(descriptor, -1); }
     /// False when the system reports an error of an earlier write only now (network file systems do).
     ZETCORE_API bool Close() noexcept;
+    /// Writes everything, in several writes where one takes only a part.
+    ZETCORE_API std::error_code WriteWhole(std::string_view bytes) const;
 
   private:
     int descriptor = -1;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <zetcore/Export.h>
@@ -26,6 +28,8 @@ class Handle
     /// The caller owns it from now on.
     void* Release() noexcept { return std::exchange(handle, nullptr); }
     ZETCORE_API void Close() noexcept;
+    /// Writes everything to a file, in several writes where one takes only a part.
+    ZETCORE_API std::error_code WriteWhole(std::string_view bytes) const;
 
   private:
     // INVALID_HANDLE_VALUE is -1 in a pointer's clothes.

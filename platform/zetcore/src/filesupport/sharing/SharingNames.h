@@ -3,9 +3,15 @@
 #include <cstddef>
 #include <string>
 
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 
+/// The names under which processes find what they share.
 namespace zetcore::filesupport {
+
+/// The lock file in the runtime folder that stands for this file. Throws `file_exception` when there is no
+/// runtime folder.
+File LockFileFor(const File& file);
 
 /// Letters, digits, '-', '_' and dots inside: the same name must do as a file and as a kernel object.
 bool IsBlockName(const std::string& name);
