@@ -20,7 +20,8 @@ using zetcore::debug::DebugDatabase;
 
 using FeatureSwitches = zettesting::HostFixture;
 
-/// The processes in which it runs make their folders in this one's, because their ends leave them behind.
+/// The test starts processes, which end without removing their folders. So they make them in this test's
+/// folder.
 class FeatureSwitchesDeathTest : public FeatureSwitches
 {
   protected:
@@ -78,7 +79,7 @@ TEST_F(FeatureSwitches, ShellSkippingIsReadAfreshOnEveryCall)
     EXPECT_TRUE(AudioPluginManager::IsVST2ShellSkippingFeatureEnabled());
 }
 
-// The quick scan's switch is read once a process: each of these asks a process of its own.
+// The switch of the quick scan is read once a process, so each of these tests asks a process of its own.
 
 [[noreturn]] void ExitWithQuickScan()
 {

@@ -34,7 +34,7 @@ constexpr char messageKey[] =
     "caused Sondrel to shut down. This plug-in has been disabled and will be omitted from future scans until "
     "it is manually enabled in Sondrel's Audio Plug-In Manager dialog.";
 constexpr char banReason[] = "brought the host down when it was scanned in the host's own process";
-/// No locator is as long as this: the part of a longer text might be another plug-in's.
+/// No locator is as long as this. The first part of a longer text might name another plug-in.
 constexpr std::uint64_t longestMarker = std::uint64_t{1} << 20;
 
 std::string UnsupportedListResource()
@@ -46,8 +46,8 @@ std::string UnsupportedListResource()
     return {bytes.begin(), bytes.end()};
 }
 
-/// A file that the user may want to repair is not overwritten. If it cannot be renamed, the writing that
-/// follows tells the user.
+/// The user may want to repair the file, so it is renamed and not overwritten. If it cannot be renamed, the
+/// write that follows fails too and tells the user.
 void KeepAsideUnlessEmpty(const File& file)
 {
     try {
@@ -58,7 +58,7 @@ void KeepAsideUnlessEmpty(const File& file)
     }
 }
 
-/// Empty for an empty marker, and for one that is too long to name a plug-in.
+/// Returns no text for an empty marker, and for one that is too long to name a plug-in.
 std::string ReadMarker(const File& marker)
 {
     const auto stream = filesupport::IPlatformByteStream::OpenForReading(marker);

@@ -224,7 +224,7 @@ TEST_F(CrashRecoveryTest, EveryLocatorThatAScanCanMarkComesBackExactly)
         std::filesystem::remove(bannedList);
         WriteMarker(each);
         EXPECT_EQ(Start().size(), 1u);
-        // Exactly this one: a ban of the whole module would cover its sub-components, too.
+        // The ban is of exactly this locator. A ban of the whole module would cover its sub-components too.
         const std::string text = zetcore::string::UTF16to8(each.ToString());
         EXPECT_THAT(std::vector<PluginLocator>(banned.BannedBegin(), banned.BannedEnd()), ElementsAre(each))
             << text;

@@ -1,4 +1,4 @@
-// The manager leaves the registry, the settings and the user's knowledge like this when it closes.
+// When the manager closes, it leaves the registry and the settings in this state, and tells the user this.
 #include <stdexcept>
 
 #include <gmock/gmock.h>

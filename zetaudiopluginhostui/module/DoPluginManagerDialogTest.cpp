@@ -230,7 +230,7 @@ TEST_F(DoPluginManagerDialog, BeforeInitializeThereIsANullPointerError)
 {
     SaveTwoPlugins();
     Terminate();
-    // A dialog that opens all the same is closed again.
+    // If a dialog opens all the same, it is closed again.
     EXPECT_THROW(Run(PressCancel), zetcore::utility::null_ptr_exception);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }

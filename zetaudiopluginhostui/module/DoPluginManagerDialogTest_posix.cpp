@@ -1,4 +1,4 @@
-// A save that fails half-way; its steps can be made to fail on POSIX systems.
+// A save fails half-way. Only on POSIX systems can a test make its steps fail.
 #include <gmock/gmock.h>
 #include <zettesting/ScopedFaults.h>
 
@@ -18,7 +18,7 @@ TEST_F(DoPluginManagerDialogFailedSave, ReportsNoChangeWhateverHasBecomeOfTheFil
     const zettesting::ScopedFaults faults("write." + configuration.filename().string() + ".open:1:no-space");
     EXPECT_FALSE(Run([&](QWidget& window) {
         Click(window, "Disable All");
-        // The save keeps it aside before it fails.
+        // The save keeps the file aside before it fails.
         zettesting::WriteAll(configuration, "<pluginconfiguration><mod");
         PressOk(window);
     }));

@@ -6,8 +6,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// The FNV-1a hash of the whole content; 0 when there is no such file. Throws `file_exception` when it cannot
-/// be read. Any thread.
+/// Returns the FNV-1a hash of the whole content, and 0 when there is no such file. Throws `file_exception`
+/// when the file cannot be read. Any thread.
 std::uint64_t FileDigest(const zetcore::filesupport::File& file);
 
 } // namespace zetaudiopluginhostui

@@ -1,4 +1,4 @@
-// The manager on a window of another program, which is no program of Qt's, on a real X server.
+// The manager belongs to a window of another program, which does not use Qt, on a real X server.
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -28,7 +28,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-/// Sees what the X server knows, past all toolkits.
+/// Asks the X server itself, without any toolkit.
 class Observer
 {
   public:
@@ -37,7 +37,7 @@ class Observer
     Observer(const Observer&) = delete;
     Observer& operator=(const Observer&) = delete;
 
-    /// The words of a window's property; none when it has no such property.
+    /// Returns the words of a window's property. A window without the property has none.
     std::vector<std::uint32_t> Property(WId window, const char* name) const
     {
         const auto cookie = xcb_get_property(connection, 0, static_cast<xcb_window_t>(window), Atom(name),
@@ -91,7 +91,7 @@ class ForeignParent : public zettesting::HostFixture
         zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
         zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
     }
-    /// With the next modal window, other than `past`, that the X server has drawn.
+    /// Calls with the next modal window, other than `past`, that the X server has drawn.
     static void Act(std::function<void(QWidget&)> user, const QWidget* past = nullptr)
     {
         QTimer::singleShot(1, QApplication::instance(), [user = std::move(user), past] {

@@ -4,7 +4,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The module that this code is part of; takes no reference on it. Any thread.
+/// Returns the module that this code is part of, without a reference on it. Any thread.
 zetui::utility::ModuleHandle OwnModuleHandle();
 
 } // namespace zetaudiopluginhostui

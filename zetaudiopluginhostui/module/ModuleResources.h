@@ -4,7 +4,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The module's own resources; null before `Initialize` and after `Terminate`. Main thread.
+/// Returns the module's own resources: null before `Initialize` and after `Terminate`. Main thread.
 zetui::utility::OS_ResourceManager* GetModuleResources();
 
 } // namespace zetaudiopluginhostui

@@ -119,7 +119,7 @@ void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vec
                            bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess)
 {
     CheckThatItMayScan(useSeparateProcess);
-    // The host may let go of the last pointer to this object while it is shown the progress.
+    // The host may drop its last pointer to this object while the progress is shown.
     const auto self = SharedThis();
     cancelled = false;
     markerProblem.reset();
@@ -140,7 +140,7 @@ void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vec
                               progressDialog);
 
         FaultPoint("host.scan-done");
-        // That the marker can be neither replaced nor deleted may have been told already.
+        // A marker that can be neither replaced nor deleted may have been told already.
         if (!ScanMarker::Delete() && !markerProblem)
             preferences.NoteFailure();
         preferences.SaveRegistry();
@@ -160,7 +160,7 @@ void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
     if (zetcore::threads::GetRegisteredMainThread() && !zetcore::threads::IsMainThread())
         throw std::logic_error("AudioPluginScan::ScanForPlugins must be called on the main thread, the one "
                                "that called RegisterMainThread");
-    // A scan object that cannot be referred to weakly would never get its dialog closed.
+    // The session refers to this object weakly. Without that it could never close the dialog.
     if (useSeparateProcess && !SharedThis())
         zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
 }
@@ -173,7 +173,7 @@ void AudioPluginScan::KeepWhatIsThere(Preferences& preferences, const std::strin
         PluginModuleInfoManager::GetInstance()->PutBackUnreached();
         preferences.SaveRegistry();
     } catch (const std::exception& error) {
-        // The exception that is on its way to the host says more.
+        // The exception that is on its way to the host tells more than this one.
         zetcore::debug::TraceLine(1, "AudioPluginScan", error.what());
     }
 }

@@ -41,7 +41,7 @@ TEST_F(ScanDeathTest, EverythingFoundSoFarIsSavedBeforeTheNextPluginIsLoaded)
     const auto b = MakeFile("b.so");
     const auto c = MakeFile("c.so");
     const auto other = MakeKnownFile("other.so");
-    // Found things are kept at once; a choice that the user makes meanwhile is kept only by the save.
+    // What is found is kept at once. Only the save keeps a choice that the user makes meanwhile.
     int step = 0;
     shown.onStep = [&] {
         if (++step == 3)
@@ -121,7 +121,7 @@ TEST_F(MarkerFault, AMarkerThatCannotBeReplacedIsDeletedAndTheScanGoesOnWithoutO
     EXPECT_THAT(MarkersOfAScan({a, b, c}), ElementsAre(MarkerOf(a), "no marker", "no marker"));
     for (const auto& plugin : {a, b, c})
         EXPECT_TRUE(IsSaved(plugin));
-    // A crash of one of them could not be traced, and the user knows.
+    // Nobody would know which plug-in caused a crash, and the user is told so.
     EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution(), Caution()));
     EXPECT_EQ(scan->GetEnd(), ScanEnd{});
 }

@@ -1,4 +1,4 @@
-// How a scan ends, and what it leaves: also when it is refused, and when an exception ends it.
+// How a scan ends and what it leaves, also when it is refused and when an exception ends it.
 #include <stdexcept>
 #include <thread>
 
@@ -194,7 +194,7 @@ struct HostsError : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// a is scanned before the exception, b and c are not.
+/// Plug-in a is scanned before the exception; b and c are not.
 class ScanThatThrows : public AudioPluginScanEndTest
 {
   protected:
@@ -242,7 +242,7 @@ TEST_F(ScanThatThrows, InThisProcessPutsBackWhatWasNotReachedAndSaves)
     EXPECT_EQ(scan->GetEnd().reason, "the host's own trouble");
     EXPECT_EQ(changes, 0);
     EXPECT_NE(NameOf(a), L"before");
-    // The object is as good as new.
+    // The object can scan again.
     shown.onStep = {};
     Scan({a, b, c});
     EXPECT_EQ(scan->GetEnd(), ScanEnd{});

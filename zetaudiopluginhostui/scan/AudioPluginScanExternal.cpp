@@ -20,7 +20,7 @@ using zetui::dialogs::UI_DialogViewContainer;
 
 static_assert(std::string_view(entityTimeoutKey) == zetscanprotocol::entityTimeoutKey);
 
-/// Most plug-ins are done by then, and nobody wonders yet.
+/// Most plug-ins are done after this time. Until then no user wonders.
 constexpr std::chrono::seconds patience{3};
 
 } // namespace
@@ -30,11 +30,11 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
                                             bool disableVST2ShellSkipping, bool quickEffectScan,
                                             const ProgressDialogPtr& progressDialog)
 {
-    // The scanner process starts from this.
+    // The scanner process starts from the registry file.
     preferences.SaveRegistry();
     const auto limit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
                                                              zetscanprotocol::defaultEntityTimeout);
-    // Weakly, because the session's callback holds the dialog.
+    // The dialog holds the session weakly, because the session's callback holds the dialog.
     progressDialog->SetPatience(patience,
                                 [limit, session = std::weak_ptr(externalScan)](std::chrono::seconds passed) {
                                     const auto running = session.lock();

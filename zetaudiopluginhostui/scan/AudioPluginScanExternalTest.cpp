@@ -1,4 +1,4 @@
-// The scan in the scanner process, as its driver does it.
+// The driver scans in the scanner process.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <zetcore/debug/Trace.h>
@@ -212,8 +212,8 @@ TEST_F(AudioPluginScanExternalTest, OneSessionServesAllScansOfAnObjectAndOfItsCo
     EXPECT_EQ(changes, 3);
 }
 
-/// Lets the scanner answer when everything that was posted has been done, and waits for the answer: what that
-/// posts is carried out only after the scan.
+/// Lets the scanner answer after all posted calls have run, and waits for the answer. So the call that the
+/// answer posts runs only after the scan.
 class LateLoop : public zetcore::threads::PlainEventLoop
 {
   public:
@@ -236,7 +236,7 @@ TEST_F(AudioPluginScanExternalTest, AReportThatComesWhenTheDriverHasGoneIsForNob
     Script(1, {"listen", "ok", "wait go", "ok", Info(a, 0, 2, true), "hold"});
     late->onDrained = [&] {
         Touch("go");
-        // It posts its report before it sends this.
+        // The session posts its report before it sends this request.
         WaitUntil([&] { return AnyTraced("SendScanOneEntity"); });
         WaitUntil([&] { return Log(1).size() == 5; });
     };
@@ -267,7 +267,7 @@ TEST_F(AudioPluginScanExternalTest, TheHostMayLetGoOfTheScanInTheMiddleOfIt)
     };
     AudioPluginScan& running = *scan;
     const std::weak_ptr<AudioPluginScan> watch = scan;
-    // Nobody else would close the dialog of a scan that has gone.
+    // Nothing else would close the dialog of a scan that is gone.
     bool goneTooEarly = false;
     shown.onInput = [&] { return goneTooEarly = watch.expired(); };
     running.ScanForPlugins(nullptr, {a}, false, true, true);

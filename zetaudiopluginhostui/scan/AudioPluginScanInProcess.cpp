@@ -25,7 +25,8 @@ void AudioPluginScan::ScanInThisProcess(Preferences& preferences, HWND parent,
     progressDialog->UI_Show(true);
     progressDialog->BeginModal();
     {
-        // While it scans, a save writes only what is new: one before each plug-in stays cheap.
+        // While the scanner lives, a save writes only what is new, so that the save before each plug-in stays
+        // cheap.
         zetaudiopluginhost::PluginModuleScanner scanner(plugins, disableVST2ShellSkipping, quickEffectScan,
                                                         false);
         scanner.BeginScan();
@@ -45,7 +46,7 @@ void AudioPluginScan::ScanInThisProcess(Preferences& preferences, HWND parent,
         scanner.EndScan();
         progressDialog->EndModal();
     }
-    // It may outlive this scan only in hands that are not ours.
+    // Others may hold the dialog for longer than this scan lives.
     progressDialog->SetPostCloseCallback({});
     if (cancelled)
         SetEnd({ScanEnd::How::Cancelled, {}});
@@ -66,7 +67,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
     }
     mayLoad = marker.state != ScanMarker::State::Stale;
     if (!mayLoad) {
-        // If this one crashed, the one that the old marker names would be banned for it.
+        // If this plug-in crashed, the plug-in that the old marker names would be banned for it.
         if (!markerProblem)
             preferences.NoteFailure();
         preferences.TellUser();

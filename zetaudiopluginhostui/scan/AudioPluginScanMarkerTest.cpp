@@ -1,4 +1,4 @@
-// The marker of the scan in the host's own process, where it can be neither replaced nor deleted.
+// The marker of a scan in the host's own process can be neither replaced nor deleted.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <zetcore/debug/DebugDatabase.h>
@@ -11,7 +11,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
-/// A folder in the marker's place can be neither replaced nor deleted as a file.
+/// A folder in the marker's place can be neither replaced by a file nor deleted like one.
 class StaleMarker : public AudioPluginScanFixture
 {
   protected:
@@ -43,7 +43,7 @@ TEST_F(StaleMarker, APluginThatCannotBeMarkedIsNotLoadedAndTheScanGoesOn)
     EXPECT_FALSE(IsKnown(b));
     EXPECT_FALSE(IsKnown(c));
     EXPECT_TRUE(IsSaved(d));
-    // They are told once, and without the note that they are about to be loaded.
+    // The user is told once, and sees no note that the two are about to be loaded.
     EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
     EXPECT_THAT(shown.Starting("note"),
                 ElementsAre("note Scanning: " + Path(a), "note Scanning: " + Path(d)));

@@ -1,4 +1,4 @@
-// The user sees why it takes long when one plug-in does so in the scanner process.
+// When a plug-in takes long in the scanner process, the user sees that.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <algorithm>

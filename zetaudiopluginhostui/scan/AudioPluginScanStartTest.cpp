@@ -1,4 +1,4 @@
-// The scan in the scanner process when that cannot be started.
+// The scanner process cannot be started.
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <zetcore/debug/Trace.h>

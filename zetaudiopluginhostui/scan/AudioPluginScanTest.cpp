@@ -80,12 +80,12 @@ TEST_F(AudioPluginScanTest, ASubcomponentIsShownRightBehindItsModule)
 
 TEST_F(AudioPluginScanTest, TheDialogTheNotesAndTheCautionsBelongToTheHostsWindow)
 {
-    // Only handed on: the recording presentation shows nothing anywhere.
+    // No such window is needed, because the recording presentation only notes the parent.
     const auto window = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
     ShowANoteForEachPlugin();
     MakePrefsUnwritable();
     scan->ScanForPlugins(window, {MakeFile("a.so")}, false, true, false);
-    // The dialog, the note, the caution of the plug-in and the one of the end.
+    // These are the dialog, the note, the plug-in's caution and the caution at the end.
     EXPECT_THAT(shown.parents, SizeIs(4));
     EXPECT_THAT(shown.parents, Each(window));
 }
@@ -188,7 +188,7 @@ TEST_F(AudioPluginScanTest, CancelStopsBeforeTheNextPluginIsLoadedAndKeepsWhatWa
     Scan({a, b, c});
     EXPECT_EQ(steps, 2);
     EXPECT_TRUE(IsSaved(a));
-    // The host puts back what was taken out, when it is told. Nobody has done so here.
+    // A host puts back what was taken out when it is told of the scan's end. This test has no host.
     for (const auto& unreached : {b, c}) {
         EXPECT_FALSE(IsKnown(unreached));
         EXPECT_FALSE(IsSaved(unreached));
@@ -256,7 +256,7 @@ TEST_F(AudioPluginScanTest, TheEndComesInOrderTheDialogTheMarkerTheSaveTheSignal
         MakePrefsUnwritable();
         return false;
     };
-    // The last save of the loop has failed: only the one of the end can save this.
+    // The last save of the loop has failed, so only the save at the end can save this.
     shown.onAlert = [&] {
         registry.GetPluginTechnology(TechnologyType::VST)->SetPluginDirectories({NativeFolder(L"/last")});
         MakePrefsWritable();
@@ -324,7 +324,7 @@ TEST_F(AudioPluginScanTest, AScanWithinAnOperationLeavesItToThatToTellThatTheFol
     shown.onHide = [&] { MakePrefsUnwritable(); };
     EXPECT_FALSE(scanWithin(MakeFile("a.so")));
     EXPECT_THAT(shown.Starting("caution"), IsEmpty());
-    // The next scan of its own tells.
+    // The next scan, which is part of nothing, tells the user itself.
     Scan({});
     EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
 }

@@ -6,7 +6,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The 32-bit words of the shared block, which another process reads and writes at the same time.
+/// Reads and writes the 32-bit words of the shared block, which another process uses at the same time.
 class BlockWords
 {
   public:

@@ -36,7 +36,7 @@ ExternalAudioPluginScan::ExternalAudioPluginScan(PortWait portWait,
     : connection(std::move(scannerConnection)), launcher(std::move(portWait))
 {}
 
-// Ends no process: a scanner that a failed start has left behind is none of ours any more.
+// This ends no process. A scanner that a failed start has left behind ends by itself.
 ExternalAudioPluginScan::~ExternalAudioPluginScan() = default;
 
 bool ExternalAudioPluginScan::StartScan(const std::wstring& pluginSettings,
@@ -138,7 +138,7 @@ void ExternalAudioPluginScan::RestartSession()
     FaultPoint("host.restarting");
     std::size_t left = 0;
     {
-        // Posted while the scan was being stopped, it would start a scanner that nobody ends.
+        // A restart that was posted while the scan was being stopped would start a scanner that nobody ends.
         const std::lock_guard lock(mutex);
         if (!restartAllowed)
             return;
@@ -156,7 +156,7 @@ void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const 
     std::int32_t done = 0;
     std::int32_t all = 0;
     {
-        // How far the scan is now, not how far it was when this was posted.
+        // The report tells how far the scan is now, not how far it was when the report was posted.
         const std::lock_guard lock(mutex);
         done = progress;
         all = total;
@@ -167,14 +167,15 @@ void ExternalAudioPluginScan::ReportProgress(const PluginLocator& plugin, const 
 
 void ExternalAudioPluginScan::NotifyScanFinished()
 {
-    // The callback is called with the mutex held. It cannot deadlock: it runs on the main thread, only asks
-    // the dialog to close, and waits for nobody; no other thread waits for the main thread under this mutex.
+    // The callback is called with the mutex held. This cannot deadlock: the callback runs on the main thread,
+    // only asks the dialog to close, and waits for nobody. No other thread waits for the main thread under
+    // this mutex.
     const std::lock_guard lock(mutex);
     progressCallback(PluginLocator(), std::string(), 1, 0);
     try {
         resultFile.DeleteIfThere();
     } catch (const filesupport::file_exception&) {
-        // The scan has ended all the same; the next one deletes the file before it starts.
+        // The scan has ended all the same. The next scan deletes the file before it starts.
     }
     currentLocator = PluginLocator();
     finished = true;
@@ -197,7 +198,8 @@ void ExternalAudioPluginScan::SendScanRequest()
 {
     static ScanTraceSite site;
     site.Write("SendScanRequest");
-    // Held while the request is handed over. It cannot deadlock: the client queues it and calls nobody.
+    // The mutex is held while the request is handed over. This cannot deadlock, because the client only
+    // queues the request and calls nobody.
     const std::lock_guard lock(mutex);
     SendRequest(protocol::BuildBeginScanForPlugins(pending),
                 [](ExternalAudioPluginScan& self, const auto&) { self.OnScanRequestSuccess(); });
@@ -233,13 +235,13 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
         if (reported != pending.end())
             pending.erase(reported);
     }
-    // A scanner may claim any number: added like the 32-bit words that they are.
+    // A scanner may claim any number, so the two are added without overflow, as unsigned 32-bit words.
     progress = static_cast<std::int32_t>(static_cast<std::uint32_t>(progressBase) +
                                          static_cast<std::uint32_t>(info.progress));
     if (total == 0)
         total = info.total;
 
-    // Both only queue, so that neither can deadlock under the mutex.
+    // Both calls only queue something, so that neither can deadlock under the mutex.
     if (info.continues) {
         PostToMainThread(
             [plugin = currentLocator, subcomponent = zetcore::string::UTF16to8(info.subcomponent)](
@@ -288,8 +290,8 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
     static ScanTraceSite site;
     site.Write("OnListenerClose()");
     FaultPoint("host.closed");
-    // Held while the ban is noted and saved. It cannot deadlock: the locks of the banned list and of the
-    // registry come after this one, and nobody who holds one of them calls a session.
+    // The mutex is held while the ban is noted and saved. This cannot deadlock: the locks of the banned list
+    // and of the registry come after this one, and no code that holds one of them calls a session.
     const std::lock_guard lock(mutex);
     progressBase = progress;
     if (!currentLocator.GetPath().empty()) {
@@ -297,7 +299,7 @@ ExternalAudioPluginScan::OnSessionClosed(const std::shared_ptr<zettransport::Ses
         try {
             BannedPluginManager::GetInstance()->SaveConfiguration(filesupport::File(bannedSettingsPath));
         } catch (const filesupport::file_exception&) {
-            // The ban holds for this run.
+            // The ban could not be saved. It holds for this run.
         }
         FaultPoint("host.banned");
     }
@@ -317,8 +319,7 @@ void ExternalAudioPluginScan::OnServerQuitDone()
     PostToMainThread(&ExternalAudioPluginScan::NotifyScanFinished);
 }
 
-// Handlers and posted calls hold the object weakly: while it lives they do what a plain pointer would do, and
-// one that comes too late does nothing.
+// Handlers and posted calls hold the object weakly. A call that comes after the object's end does nothing.
 
 void ExternalAudioPluginScan::PostToMainThread(std::function<void(ExternalAudioPluginScan&)> call)
 {

@@ -19,8 +19,9 @@
 
 namespace zetaudiopluginhostui {
 
-/// One scan at a time in the scanner process: starts it, drives its requests, merges its results into the
-/// registry, and, when it dies on a plug-in, bans that one and starts a new scanner for the rest.
+/// Runs one scan at a time in the scanner process. It starts the scanner, sends the requests, and merges the
+/// results into the registry. When the scanner dies on a plug-in, it bans that plug-in and starts a new
+/// scanner for the rest.
 ///
 ///     prepared --launched--> launching --port read--> connecting --"Connect" answered--> connected
 ///     connected --> polling (GetScanInfo and ScanOneEntity in turn) --nothing left--> finished
@@ -28,19 +29,18 @@ namespace zetaudiopluginhostui {
 ///     connecting, connected, polling --session closed, none pending--> finished
 ///     any --StopScan--> ended
 ///
-/// A scanner that dies is replaced as often as it takes, unless the host has set a limit to restarts in a row
-/// that were followed by no plug-in that was reported (ScanLimits.h).
+/// A scanner that dies is replaced as often as it takes, unless the host has set a limit (ScanLimits.h).
 ///
-/// An error reply leaves the state where it is. A launch that fails ends nothing that it may have started: a
-/// scanner that nobody connects to ends by itself.
+/// An error reply leaves the state where it is. A launch that fails does not end the scanner that it may have
+/// started, because a scanner that nobody connects to ends by itself.
 ///
 /// Make it with a shared pointer.
 class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudioPluginScan>
 {
   public:
     using PluginLocator = zetaudiofilterhost::PluginLocator;
-    /// The plug-in that is being scanned, its sub-component (UTF-8), how many are done, and of how many.
-    /// Progress 1 of total 0 is the end of the scan.
+    /// Gets the plug-in that is being scanned, its sub-component (UTF-8), and how many plug-ins of how many
+    /// are done. Progress 1 of total 0 is the end of the scan.
     using ProgressCallback = std::function<void(const PluginLocator& plugin, const std::string& subcomponent,
                                                 int progress, int total)>;
 
@@ -50,8 +50,9 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     ExternalAudioPluginScan(const ExternalAudioPluginScan&) = delete;
     ExternalAudioPluginScan& operator=(const ExternalAudioPluginScan&) = delete;
 
-    /// Launches the scanner and sends the first request; false when that fails. After true, `StopScan` must
-    /// follow. The callback is called on the main thread. Main thread.
+    /// Launches the scanner and sends the first request. False when that fails; `StartFailure` says why.
+    /// After true, `StopScan` must follow. The callback is called on the main thread. Throws `file_exception`
+    /// when the result file of an earlier scan cannot be deleted. Main thread.
     bool StartScan(const std::wstring& pluginSettingsPath, const std::wstring& bannedSettingsPath,
                    const std::wstring& permanentBannedSettingsPath,
                    const std::vector<PluginLocator>& locators, bool disableVST2ShellSkipping,
@@ -65,8 +66,8 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     /// (UTF-8), with the end of the last scanner if that was known by then. Main thread.
     const std::optional<std::string>& WhyGaveUp() const noexcept { return restarts.WhyTooMany(); }
 
-    /// Lets the main thread carry out what was posted, ends the session and the scanner, and reports the end
-    /// unless that was done. Main thread.
+    /// Lets the main thread carry out the calls that were posted, and ends the session and the scanner. Then
+    /// it reports the end of the scan, unless that was done before. Main thread.
     void StopScan();
 
   private:
@@ -91,7 +92,7 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
     zettransport::TransportError OnSessionClosed(const std::shared_ptr<zettransport::Session>& closed);
     void OnServerQuitDone();
 
-    // Any thread; `PostToMainThread` with the mutex held.
+    // Any thread. `PostToMainThread` needs the mutex to be held.
     void PostToMainThread(std::function<void(ExternalAudioPluginScan&)> call);
     void
     SendRequest(const zetcore::serialization::Call& call,
@@ -101,21 +102,21 @@ class ExternalAudioPluginScan : public std::enable_shared_from_this<ExternalAudi
 
     /// Guards the flags, the counters, the pending list, the current locator and the result file.
     std::mutex mutex;
-    /// True before the first scan, too.
+    /// True before the first scan as well.
     bool finished = true;
     std::int32_t progress = 0;
-    /// So much was done before the current scanner was started.
+    /// The progress when the current scanner was started.
     std::int32_t progressBase = 0;
     std::int32_t total = 0;
-    /// Not yet reported by the scanner.
+    /// The plug-ins that the scanner has not yet reported.
     std::vector<PluginLocator> pending;
     bool connected = false;
     bool restartAllowed = false;
     PluginLocator currentLocator;
-    /// Counts the scans, so that a call that one has posted does nothing to the next.
+    /// Counts the scans, so that a call that one scan has posted does nothing to the next.
     unsigned scanNumber = 0;
 
-    // Set by `StartScan`, before there is any other thread.
+    // `StartScan` sets these before there is any other thread.
     ProgressCallback progressCallback;
     std::wstring pluginSettingsPath;
     std::wstring bannedSettingsPath;

@@ -1,4 +1,4 @@
-// A scan whose scanner behaves, and how it ends.
+// A scan whose scanner behaves goes on and ends like this.
 #include "scan/ExternalAudioPluginScan.h"
 
 #include <gmock/gmock.h>
@@ -206,7 +206,7 @@ TEST_F(ExternalScan, ASessionCanBeUsedForOneScanAfterAnother)
 
 TEST_F(ExternalScan, ALateReportOfTheEndDoesNotEndTheNextScan)
 {
-    // Nobody drains the queue here, so that the report is still there when the scan is stopped.
+    // Nothing drains the queue here, so the report is still there when the scan is stopped.
     zetcore::threads::RegisterMainThread(nullptr);
     Script(1, {"listen", "ok", "ok", Info(none, 0, 0, false)});
     Script(2, {"listen", "ok", "touch connected", "hold"});
@@ -232,7 +232,7 @@ TEST_F(ExternalScan, ACallThatIsCarriedOutAfterTheObjectIsGoneDoesNothing)
     scan.reset();
     loop->Run(std::chrono::steady_clock::time_point::max());
     EXPECT_THAT(reports, IsEmpty());
-    EXPECT_TRUE(ScannersEnd()); // its connection has closed
+    EXPECT_TRUE(ScannersEnd()); // The connection has closed.
 }
 
 TEST_F(ExternalScan, TracesEveryStepOfAScan)
@@ -248,7 +248,7 @@ TEST_F(ExternalScan, TracesEveryStepOfAScan)
                 ElementsAre("Writing trace volume, volume: 6\r\n", "Launching scan server\r\n",
                             "Retrieve server's port\r\n", StartsWith("Scan server's port: ")));
     EXPECT_THAT(traced, Contains("Sent connection request\r\n"));
-    // The main thread's last line comes at any time among the replies'.
+    // The main thread's last line may come anywhere among the lines of the replies.
     std::vector<std::string> replies(traced.begin() + 4, traced.end());
     std::erase(replies, "Sent connection request\r\n");
     EXPECT_THAT(replies, ElementsAre("OnServerConnectOK()\r\n", "SendScanRequest\r\n",

@@ -43,7 +43,7 @@ class ExternalScanCrash : public ExternalScanFixture
         const auto traced = Traced();
         return std::find(traced.begin(), traced.end(), text + "\r\n") != traced.end();
     }
-    /// Until the session's end has been dealt with.
+    /// Waits until the session has dealt with the end of its connection.
     void WaitUntilClosed() const
     {
         WaitUntil([this] {
@@ -216,7 +216,7 @@ TEST_F(ExternalScanCrash, AScannerThatIsRelaunchedWhileStopScanDrainsTheQueueIsE
 
 TEST_F(ExternalScanCrash, ARestartThatIsCarriedOutAfterStopScanStartsNoScanner)
 {
-    // Nobody drains the queue here, so that the restart is still there when the scan is stopped.
+    // Nothing drains the queue here, so the restart is still there when the scan is stopped.
     zetcore::threads::RegisterMainThread(nullptr);
     zetcore::debug::SetMasterTraceVolume(6);
     Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "die"});

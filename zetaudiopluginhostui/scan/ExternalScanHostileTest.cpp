@@ -1,4 +1,4 @@
-// A scan must survive that no scanner of ours answers it, or a broken one.
+// A scan must survive a scanner that is broken, or that is not ours.
 #include <gmock/gmock.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
@@ -18,9 +18,14 @@ struct Hostile
     const char* name;
     /// The line of a script that answers GetScanInfo.
     std::string answer;
-    /// The trace then says this.
+    /// The trace must hold this.
     std::string traced;
 };
+
+void PrintTo(const Hostile& hostile, std::ostream* stream)
+{
+    *stream << hostile.name << ": " << hostile.answer.substr(0, 100);
+}
 
 std::string Record(const std::string& key, const std::string& value)
 {
@@ -123,11 +128,14 @@ TEST_P(ExternalScanAnswer, IsTracedAndTheScanGoesOnInANewScanner)
 
 std::string NameOf(const ::testing::TestParamInfo<Hostile>& test)
 {
-    std::string name = test.param.name;
-    for (char& letter : name)
-        if (letter == ' ')
-            letter = '_';
-    return name + "_" + std::to_string(test.index);
+    std::string name;
+    bool begins = true;
+    for (const char letter : std::string_view(test.param.name)) {
+        if (letter != ' ')
+            name += begins && letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+        begins = letter == ' ';
+    }
+    return name + std::to_string(test.index);
 }
 
 INSTANTIATE_TEST_SUITE_P(WrongField, ExternalScanAnswer, ::testing::ValuesIn(WrongFields()), NameOf);
@@ -159,7 +167,7 @@ TEST_F(ExternalScanHostile, RepliesThatComeTwiceCountOnce)
 
 TEST_F(ExternalScanHostile, AReplyThatComesTooEarlyEndsTheSession)
 {
-    // Of the request after this one.
+    // This is the id of the next request.
     Script(1, {"listen-raw", "ok", "message {\"jsonrpc\":\"2.0\",\"id\":3,\"result\":{}}"});
     Script(2, {"listen", "ok", "ok", Info(none, 0, 0, false)});
     ASSERT_TRUE(Start({a}));

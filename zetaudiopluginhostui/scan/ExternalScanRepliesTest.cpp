@@ -1,4 +1,4 @@
-// A session gets good replies, bad ones and none, and reads the result file.
+// A session gets good replies, bad replies and none, and reads the result file.
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetmarshal/JsonValue.h>
@@ -87,7 +87,7 @@ TEST_F(ExternalScanReplies, WhatWasFoundJoinsTheRegistryOnTheMainThreadWithItsBy
     const auto info = PluginModuleInfoManager::GetInstance()->Find(a);
     ASSERT_NE(info, nullptr);
     EXPECT_EQ(info->GetName(), L"Big Reverb");
-    // For whoever else wants it.
+    // The file stays. The next result replaces it.
     EXPECT_TRUE(std::filesystem::exists(ResultFile()));
 }
 

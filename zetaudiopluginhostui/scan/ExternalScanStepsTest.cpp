@@ -1,4 +1,4 @@
-// In which order a session does its steps, and in which of them its mutex is held.
+// A session does its steps in this order, and holds its mutex in some of them.
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -69,7 +69,7 @@ TEST_F(ExternalScanSteps, ABanIsMadeAndSavedUnderTheMutexAndThenTheRestartIsPost
     Begin();
     EXPECT_TRUE(Access::Connected(*scan));
     AnswerInfo(a, 0, 2);
-    // Whoever bans a plug-in looks for its reason here, and traces that this is none.
+    // The reason of a ban is looked for in this file. It holds none, and that is traced.
     const auto list = prefs / BannedPluginManager::GetSettingsFileName();
     zettesting::WriteAll(zetaudiopluginhost::BanReasonsPath(zettesting::ToWide(list)), "no list");
     NoteTraces(".reasons");

@@ -1,6 +1,6 @@
-// Nobody is called while a lock is held, except as the session says. The sinks and callbacks here use
-// whatever they can reach: a lock that is held would be taken twice by one thread, which never ends, or in
-// two orders, which the thread sanitizer reports.
+// No callback is called while a lock is held, except where the session says so. The sinks and callbacks here
+// use all that they can reach. If a lock were held meanwhile, one thread would take it twice and wait for
+// ever, or two threads would take two locks in different orders, which the thread sanitizer reports.
 #include <atomic>
 
 #include <gmock/gmock.h>
@@ -49,7 +49,7 @@ class LockOrder : public ExternalScanFixture
         zetcore::debug::SetTraceSink({});
     }
 
-    /// All that any thread may call.
+    /// Calls everything that any thread may call.
     void UseEverything() const
     {
         BannedPluginManager& list = *BannedPluginManager::GetInstance();

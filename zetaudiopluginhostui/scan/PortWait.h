@@ -11,7 +11,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// Time, and the scanner's end, as the wait for its port sees them; tests hand in their own.
+/// The wait for a scanner's port asks these for the time and for the scanner's end. Tests hand in their own.
 struct PortWait
 {
     using Clock = std::chrono::steady_clock;
@@ -21,7 +21,7 @@ struct PortWait
         return Clock::now() + zetcore::debug::FaultDelay("host.port-wait");
     };
     std::function<std::optional<ScannerProcessEnd>(ScannerProcess)> findEnd = FindScannerProcessEnd;
-    /// Makes the pauses of one wait.
+    /// Called once for each wait. Its result makes one pause each time that it is called.
     std::function<Pause()> startPauses = [] { return Pause(zetcore::utility::Backoff()); };
 };
 

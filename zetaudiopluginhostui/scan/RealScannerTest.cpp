@@ -1,4 +1,4 @@
-// The driver with the real scanner process and real modules.
+// The driver scans real modules with the real scanner process.
 #include <algorithm>
 
 #include <gmock/gmock.h>
@@ -31,7 +31,7 @@ class RealScanner : public ScanFixture
     {
         return zetaudiofilterhost::LocatorOfModuleFile(zettesting::ToWide(zettesting::TestPlugin(name)));
     }
-    /// The names of all that works, in order.
+    /// The names of all working plug-ins, in order.
     std::vector<std::string> Names(const std::vector<PluginLocator>& plugins, bool useSeparateProcess)
     {
         PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
@@ -72,7 +72,7 @@ TEST_F(RealScanner, BothFlagsReachTheEngineOfThisProcess)
         scan->ScanForPlugins(nullptr, {shell, newer}, disableShellSkipping, quick, false);
         return registry.FindModule(shell);
     };
-    // A shell is skipped when it is there as VST3 too.
+    // A shell is skipped when its plug-ins are there as VST3 too.
     ASSERT_EQ(scanned(false, true).size(), 1u);
     EXPECT_EQ(registry.FindModule(shell).front()->GetStatus(), ModuleStatus::Skipped);
     const auto isSynth = [](const auto& info) { return info->HasAnySynth(); };

@@ -8,15 +8,15 @@
 
 namespace zetaudiopluginhostui {
 
-/// Counts the restarts of one scan's scanner that got on with nothing. One thread.
+/// Counts the restarts in a row after which the scanner of one scan reported no new plug-in. One thread.
 class RestartCount
 {
   public:
     explicit RestartCount(std::size_t pendingAtStart) : pendingBefore(pendingAtStart) {}
 
-    /// Before each restart, with the number of plug-ins that no scanner has reported yet and the scanner that
-    /// failed. When more restarts in a row than the host allows (ScanLimits.h) have left that number as it
-    /// was, this is traced.
+    /// Called before each restart, with the number of plug-ins that no scanner has reported yet, and with the
+    /// scanner that failed. When more restarts in a row than the host allows (ScanLimits.h) have left that
+    /// number as it was, there were too many, and the reason is traced.
     void NoteRestart(std::size_t pending, ScannerProcess failed);
     /// Why the scan gives up, when there were too many: a sentence for people (UTF-8), with the end of the
     /// last scanner as far as it was known.

@@ -25,7 +25,8 @@ ScanMarker::Outcome ScanMarker::Write(const zetaudiofilterhost::PluginLocator& p
 bool ScanMarker::Delete()
 {
     try {
-        // Without a look first: where the folder lets nobody look, none seems to be there.
+        // This does not look first whether a marker is there. In a folder that lets nobody look, none would
+        // seem to be there.
         AudioPluginScan::GetLastScannedPluginPath().Delete();
         return true;
     } catch (const filesupport::file_exception& error) {

@@ -6,29 +6,30 @@
 
 namespace zetaudiopluginhostui {
 
-/// The file that names the plug-in which is being loaded in this process. After a crash, whom it names is
-/// banned, so it must never name another than the one that is being loaded.
+/// Writes and deletes the file that names the plug-in which is being loaded in this process. The plug-in that
+/// it names is banned after a crash, so it must never name another plug-in than the one that is being loaded.
 class ScanMarker
 {
   public:
     enum class State
     {
         Written,
-        /// It cannot be written, but none is there: a crash will not be traced to its plug-in.
+        /// The marker could not be written, and no older one is there. Nobody will know which plug-in caused
+        /// a crash.
         Absent,
-        /// An older one is there and can be neither replaced nor deleted.
+        /// An older marker is there and can be neither replaced nor deleted.
         Stale,
     };
 
     struct Outcome
     {
         State state = State::Written;
-        /// The system's reason (UTF-8) where it is not written.
+        /// The system's reason (UTF-8), unless the marker was written.
         std::string problem;
     };
 
     static Outcome Write(const zetaudiofilterhost::PluginLocator& plugin);
-    /// False when it is there and cannot be deleted.
+    /// False when a marker is there and cannot be deleted.
     static bool Delete();
 };
 

@@ -6,8 +6,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// The file in which the scanner hands over what it has found, beside the plug-in settings. It may go at any
-/// moment: another host with the same preferences deletes it, too.
+/// The scanner hands over what it has found in this file, which lies beside the plug-in settings. The file
+/// may vanish at any moment, because another host with the same preferences deletes it too.
 class ScanResultFile
 {
   public:
@@ -15,10 +15,10 @@ class ScanResultFile
     explicit ScanResultFile(const std::wstring& pluginSettingsPath);
 
     const std::wstring& Path() const noexcept { return file.FullPath(); }
-    /// Throws `file_exception` when it is there and cannot be deleted.
+    /// Throws `file_exception` when the file is there and cannot be deleted.
     void DeleteIfThere() const;
-    /// Its bytes. Empty when it is not there, and (traced) when it cannot be read: that is no plug-in's
-    /// fault.
+    /// Returns the file's bytes. They are empty when the file is not there, and when it cannot be read. An
+    /// unreadable file is traced and no error, because it is no plug-in's fault.
     std::string Read() const;
 
   private:

@@ -26,7 +26,7 @@ std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, c
 
 std::string StillScanningText(std::chrono::seconds passed, std::chrono::milliseconds limit)
 {
-    // Rounded up: nobody is ended earlier than the text says.
+    // The limit is rounded up. A plug-in is never ended after the second that the text names.
     const auto wholeLimit = std::chrono::ceil<std::chrono::seconds>(limit);
     const bool isAgain = passed > wholeLimit;
     return zetcore::config::Localizer::Get().Localize(

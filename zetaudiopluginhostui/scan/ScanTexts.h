@@ -8,14 +8,14 @@
 /// The progress dialog of a scan shows these texts (UTF-8, localised). Main thread.
 namespace zetaudiopluginhostui {
 
-/// The plug-in's name as the registry shows it, and right behind it which part of it is scanned.
+/// Returns the plug-in's name as the registry shows it, followed by the part of it that is being scanned.
 std::string ScannedPluginText(const zetaudiofilterhost::PluginLocator& plugin, const std::string& statusText);
 
-/// A plug-in has been scanned for so long already, and is ended when the limit has passed. The scanner may
-/// try it again after that; then the limit has nothing more to say.
+/// Says for how long a plug-in has been scanned already, and that it is ended when the limit has passed.
+/// After the limit the scanner may try the plug-in again. Then only the time is said.
 std::string StillScanningText(std::chrono::seconds passed, std::chrono::milliseconds limit);
 
-/// The scanner process has ended and could not be started again: only the user can close the dialog.
+/// Says that the scanner process could not be started again, so that only the user can close the dialog.
 std::string ScannerIsGoneText();
 
 } // namespace zetaudiopluginhostui

@@ -10,17 +10,17 @@
 
 namespace zetaudiopluginhostui {
 
-/// One place that traces lines of the external scan. Make it static: it remembers whether the category is
-/// enabled, and asks again only when the trace configuration has changed. Any thread.
+/// Traces the lines of one place in the external scan. Make the object static: it remembers whether the
+/// category is enabled, and asks again only when the trace configuration has changed. Any thread.
 class ScanTraceSite
 {
   public:
-    /// As `zetcore::debug::TraceEnabled`, which is asked by default.
+    /// Has the signature of `zetcore::debug::TraceEnabled`, which is asked by default.
     using Question = bool (*)(std::string_view category, int level, bool defaultOn);
 
     explicit ScanTraceSite(Question traceEnabled = zetcore::debug::TraceEnabled) : ask(traceEnabled) {}
 
-    /// Writes the parts as one line, when that is enabled.
+    /// Writes the parts as one line when the category is enabled.
     template<typename... Parts>
     void Write(const Parts&... parts)
     {

@@ -7,8 +7,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// The connection with one scanner at a time. `Send` may be called by any thread, the others by the main
-/// thread. No handler is called inside an operation.
+/// The connection with one scanner at a time. Any thread may call `Send`. The other operations are for the
+/// main thread. No operation calls a handler itself.
 class ScannerConnection
 {
   public:
@@ -17,14 +17,14 @@ class ScannerConnection
     ScannerConnection(const ScannerConnection&) = delete;
     ScannerConnection& operator=(const ScannerConnection&) = delete;
 
-    /// Connects to the port on this machine; an older connection is dropped. False when nobody answers there.
+    /// Drops an older connection and connects to the port on this machine. False when nobody answers there.
     virtual bool Open(std::uint16_t port) = 0;
-    /// Of the connection that is open: called once, on another thread, when the scanner closes it.
+    /// The callback is called once, on another thread, when the scanner closes the connection that is open.
     virtual void SetCloseCallback(zettransport::Session::CloseCallback callback) = 0;
-    /// Queues the request; nothing happens without a connection.
+    /// Queues the request. Without a connection nothing happens.
     virtual void Send(const zetcore::serialization::Call& call, zetmarshal::RPCClient::ResultHandler onResult,
                       zetmarshal::RPCClient::ErrorHandler onError) = 0;
-    /// Closes it and returns when no handler runs any more. The close callback is not called.
+    /// Closes the connection and returns when no handler runs any more. The close callback is not called.
     virtual void Close() = 0;
 };
 

@@ -10,7 +10,7 @@ namespace {
 class ScannerLaunchLock : public ExternalScanFixture
 {
   protected:
-    /// As another program tries it.
+    /// Tries to take the lock as another program would.
     bool IsLocked() const
     {
         const int block = ::open((folder / "runtime" / "ZETAudioFilterScan2").c_str(), O_RDWR | O_CLOEXEC);

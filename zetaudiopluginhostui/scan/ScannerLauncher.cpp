@@ -38,7 +38,7 @@ LaunchFailure WhyNoPort(const filesupport::File& program, const std::optional<Sc
             (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput)};
 }
 
-/// Gives up the block's handle, and with it the launch lock, whichever way the launch ends.
+/// Its destructor gives up the block's handle, and with it the launch lock, however the launch ends.
 class LaunchLock
 {
   public:
@@ -86,7 +86,7 @@ std::optional<LaunchFailure> ScannerLauncher::Start(const filesupport::File& pro
     launchSite.Write("Launching scan server");
     FaultPoint("host.launching");
     try {
-        // A handle left from an earlier run is overwritten and not closed.
+        // A handle that an earlier launch has left is overwritten and not closed.
         process = StartScannerProcess(program);
     } catch (const filesupport::file_exception& error) {
         return LaunchFailure{error.what()};

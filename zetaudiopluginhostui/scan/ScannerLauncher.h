@@ -14,7 +14,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// Leaves the trace volume for the scanner, and then no port of an earlier one. `Words` is `BlockWords`.
+/// Writes the trace volume for the scanner, and then clears the port of an earlier scanner. `Words` is
+/// `BlockWords`; the test has its own.
 template<typename Words>
 void PrepareForLaunch(Words& words, int traceVolume)
 {
@@ -31,9 +32,10 @@ struct LaunchFailure
 
 /// Starts scanner processes and learns their ports through the shared block. Main thread.
 ///
-/// A scanner that lives has 60 seconds to tell its port. One that has ended tells none any more, so that the
-/// wait for it ends at once: meanwhile the host has no window, and no other host of this user can launch.
-/// Its end is looked at before the port is read, so a port that it has told is used in either case.
+/// A scanner that lives has 60 seconds to tell its port. A scanner that has ended tells none any more, so the
+/// wait ends at once. The wait should be short: meanwhile the host shows no window, and no other host of this
+/// user can launch. In each pass the launcher first asks whether the scanner has ended and then reads the
+/// port, so a port that the scanner told before its end is used.
 class ScannerLauncher
 {
   public:

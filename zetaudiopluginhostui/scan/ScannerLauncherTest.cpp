@@ -1,4 +1,4 @@
-// How a scan starts, and how it does not.
+// A scanner is launched, or cannot be launched.
 #include "scan/ScannerLauncher.h"
 
 #include <gmock/gmock.h>
@@ -35,7 +35,7 @@ class ScannerLaunch : public ExternalScanFixture
     {
         return zetcore::string::UTF16to8(zettesting::ToWide(programFolder / ScannerFileName()));
     }
-    /// Lets the scanner end in the first pause; there must be no second one.
+    /// Lets the scanner end in the first pause. There must be no second pause.
     void ExpectNoPauseAfterTheEnd()
     {
         onPause = [this, pauses = 0]() mutable {
@@ -48,7 +48,7 @@ class ScannerLaunch : public ExternalScanFixture
             elapsed += std::chrono::seconds(61);
         };
     }
-    /// The process that a failed start has left behind: as no StopScan follows, the test lets it end.
+    /// A failed start leaves its process behind. No StopScan follows, so the test lets the process end.
     void LetScannerEnd()
     {
         scan.reset();
@@ -76,7 +76,7 @@ TEST_F(ScannerLaunch, AScannerThatNeverWritesAPortMakesStartScanFalseAfter60Seco
     EXPECT_EQ(scan->StartFailure(),
               "The scanner program did not tell within 60 seconds where it listens: " + ProgramPath());
     EXPECT_THAT(Traced(), Contains(timeoutLine));
-    // Neither ended nor given up, not even with the session.
+    // The process was not ended, and its handle was not given up.
     EXPECT_TRUE(ExternalAudioPluginScanAccess::Process(*scan));
     EXPECT_TRUE(reports.empty());
     LetScannerEnd();
@@ -150,7 +150,8 @@ TEST_F(ScannerLaunch, APortReadInTheSamePassInWhichTheClockPasses60SecondsTraces
 {
     Script(1, {"wait go", "listen listening", "ok", "ok", Info(none, 0, 0, false)});
     PortWait portWait;
-    // The start, the first pass without a port, and the second, before whose reading the port was written.
+    // The clock is read at the start, in the first pass, which finds no port, and in the second, which finds
+    // one.
     portWait.now = [this, reading = 0]() mutable {
         return start + (++reading <= 2 ? std::chrono::seconds(0) : std::chrono::seconds(61));
     };
@@ -192,7 +193,8 @@ TEST_F(ScannerLaunch, APortThatComesAfterItsWordWasReadInTheLastPassIsNotUsed)
 {
     Script(1, {"wait go", "listen listening", "hold"});
     PortWait portWait;
-    // The start, a pass in which there is no port, and one in which it comes when the word has been read.
+    // The clock is read at the start, in a pass without a port, and in a pass in which the port comes only
+    // after the word has been read.
     portWait.now = [this, reading = 0]() mutable {
         if (++reading <= 2)
             return start;
@@ -247,7 +249,7 @@ TEST_F(ScannerLaunch, AProgramThatTheSystemDoesNotStartMakesStartScanFalse)
                                                           ProgramIn(folder.Path()) + "\": ")));
 }
 
-/// How a launch is made to end.
+/// A way to make a launch end.
 struct WayOut
 {
     const char* name;
@@ -262,6 +264,11 @@ struct WayOut
     bool pastTheLimit;
     bool started;
 };
+
+void PrintTo(const WayOut& wayOut, std::ostream* stream)
+{
+    *stream << wayOut.name;
+}
 
 class ScannerLaunchEnds : public ScannerLaunch, public ::testing::WithParamInterface<WayOut>
 {};
@@ -278,7 +285,7 @@ TEST_P(ScannerLaunchEnds, EveryWayOutGivesUpTheLaunchLock)
             elapsed += std::chrono::seconds(61);
     };
     EXPECT_EQ(Start({}), GetParam().started);
-    // Another host waits for the lock, and fails in the end.
+    // If the lock were still held, another host would wait for it and fail in the end.
     zetcore::filesupport::MemoryMappedFile other;
     EXPECT_TRUE(other.Init("ZETAudioFilterScan2", 8, zetcore::filesupport::MemoryMappedFile::CreateLocked));
     Touch("end");

@@ -18,11 +18,11 @@
 namespace zetaudiopluginhostui {
 namespace {
 
-/// This process's descriptor leads elsewhere while this lives; to -1 it is closed.
+/// While this lives, this process's descriptor leads elsewhere. With -1 it is closed.
 class Redirected
 {
   public:
-    // The copy lies above the standard ones, so that it does not open one that is closed.
+    // The copy gets a number above the standard ones, so that it does not take the number of a closed one.
     Redirected(int redirected, int target)
         : descriptor(redirected), before(::fcntl(redirected, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
     {
@@ -64,13 +64,13 @@ class ScannerOutputTest : public ExternalScanFixture
         }
         EXPECT_EQ(::fcntl(errors[1], F_SETFL, 0), 0);
     }
-    /// Somebody has taken everything out of the scanner's pipe.
+    /// Waits until everything has been taken out of the scanner's pipe.
     static void WaitUntilRead(const ScannerOutput& output)
     {
         for (int unread = 1; unread > 0; std::this_thread::yield())
             ASSERT_EQ(::ioctl(output.ScannerEnd(), FIONREAD, &unread), 0);
     }
-    /// So many bytes of what has come to standard error.
+    /// Reads so many bytes of what has come to standard error.
     std::string Passed(std::size_t count) const
     {
         std::string text(count, '\0');
@@ -130,7 +130,7 @@ TEST_F(ScannerOutputTest, AFullPipeAtStandardErrorHoldsNobodyUp)
     Say(output, "one\n");
     Say(output, "two\n");
     EXPECT_EQ(output.LastLine(), "two");
-    // And it goes although its thread waits for room.
+    // The destructor must end although the thread waits for room.
 }
 
 TEST_F(ScannerOutputTest, GoesAlthoughThereIsNoRoomForWhatItHoldsAndForWhatComesAfterThat)
@@ -141,8 +141,8 @@ TEST_F(ScannerOutputTest, GoesAlthoughThereIsNoRoomForWhatItHoldsAndForWhatComes
     const std::string line = std::string(511, 'x') + "\n";
     Say(output, line);
     WaitUntilRead(output);
-    // The thread may wait for room with this line alone in its hands. What comes now fills the pipe, and half
-    // of it can be read ahead.
+    // The thread may hold only this line while it waits for room. The bytes that come now fill the pipe, and
+    // half of them can be read ahead.
     const auto pipeSize = static_cast<std::size_t>(::fcntl(output.ScannerEnd(), F_GETPIPE_SZ));
     for (std::size_t said = 0; said < pipeSize; said += line.size()) {
         Say(output, line);
@@ -158,9 +158,9 @@ TEST_F(ScannerOutputTest, NeverWritesMoreThanThereIsRoomFor)
     const Redirected standardError(STDERR_FILENO, errors[1]);
     ScannerOutput output;
     Passed(PIPE_BUF);
-    // It goes although this is more than the room that there is now.
+    // The destructor must end although this is more than there is room for.
     Say(output, std::string(std::size_t{2} * PIPE_BUF, 'x'));
-    // Its first part is written once the pipe is full again.
+    // The first part has been written when the pipe is full again.
     const auto isFull = [this] {
         pollfd entry{errors[1], POLLOUT, 0};
         return ::poll(&entry, 1, 0) == 0;
@@ -175,7 +175,7 @@ TEST_F(ScannerOutputTest, APipeAtStandardErrorThatNobodyReadsEndsNothing)
     ::close(errors[0]);
     errors[0] = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
     ScannerOutput output;
-    // More than a pipe holds: it is still read.
+    // This is more than a pipe holds, so the output is still being read.
     for (int line = 0; line < 10'000; ++line)
         Say(output, "nobody reads this\n");
     Say(output, "last\n");

@@ -26,8 +26,8 @@ using zetcore::filesupport::Descriptor;
 
 namespace {
 
-// No more is held at a time: a scanner that writes faster than it is passed on waits, as it would for the
-// terminal.
+/// No more bytes are held at a time. A scanner that writes faster than its output is passed on has to wait,
+/// as it would for the terminal.
 constexpr std::size_t mostAtATime = 65536;
 
 int Check(int result, const char* what)
@@ -37,13 +37,14 @@ int Check(int result, const char* what)
     return result;
 }
 
-/// If this process has closed a standard descriptor, a new one gets its number.
+/// If this process has closed a standard descriptor, a new descriptor gets its number, which must not happen
+/// to ours.
 Descriptor CopyAboveStandard(int descriptor)
 {
     return Descriptor(Check(::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
 }
 
-/// A new thread takes over its maker's.
+/// Blocks all signals while it lives. A thread that is started meanwhile blocks them for ever.
 class NoSignals
 {
   public:
@@ -100,12 +101,12 @@ struct ScannerOutput::State
             open = Read();
             PassOn();
         }
-        // It may have written this before its end was noticed elsewhere.
+        // The scanner may have written this just before its end was noticed elsewhere.
         Read();
         PassOn();
     }
 
-    /// Until the descriptor is ready (true), or somebody has called `Wake`.
+    /// Waits until the descriptor is ready (true), or until somebody has called `Wake`.
     bool WaitFor(int descriptor, short events) const
     {
         std::array<pollfd, 2> entries{pollfd{descriptor, events, 0}, pollfd{wake.Get(), POLLIN, 0}};
@@ -117,7 +118,7 @@ struct ScannerOutput::State
         return entries[0].revents != 0;
     }
 
-    /// Takes what is there; false at the end.
+    /// Takes the bytes that are there. False at the end of the output.
     bool Read()
     {
         const std::lock_guard lock(mutex);
@@ -148,7 +149,7 @@ struct ScannerOutput::State
                     return;
                 continue;
             }
-            // A pipe that is ready takes so much without making the writer wait.
+            // A pipe that is ready takes this many bytes without making the writer wait.
             const ssize_t written =
                 ::write(target.Get(), rest.data(), std::min<std::size_t>(rest.size(), PIPE_BUF));
             if (written < 0 && errno != EAGAIN && errno != EINTR)
@@ -157,8 +158,8 @@ struct ScannerOutput::State
         }
     }
 
-    /// Empty when this process has closed its standard error. It is looked for before anything else can get
-    /// that number.
+    /// Holds no descriptor when this process has closed its standard error. This member comes first, so that
+    /// standard error is copied before another descriptor can get its number.
     const Descriptor target{::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)};
     Descriptor reading;
     Descriptor writing;

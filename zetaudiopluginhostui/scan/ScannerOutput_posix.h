@@ -5,12 +5,12 @@
 
 namespace zetaudiopluginhostui {
 
-/// The standard error of one scanner. A thread passes on what it writes to where this process's standard
-/// error led when the scanner was started, and its last line is remembered.
+/// Receives the standard error of one scanner. A thread passes the scanner's output on to the place where
+/// this process's standard error led when the scanner was started. The last line is remembered.
 ///
-/// The thread goes on until nobody holds the pipe's other end any more or this object goes, so that a scanner
-/// whose start has failed can write as long as it lives. It takes no signals: where standard error leads to a
-/// pipe that nobody reads, only the text is lost. This object's destructor waits for nobody.
+/// The thread goes on until nobody holds the pipe's other end any more, or until this object is destroyed. So
+/// a scanner whose start has failed can write as long as it lives. The thread takes no signals: when standard
+/// error leads to a pipe that nobody reads, only the text is lost. The destructor does not wait for readers.
 class ScannerOutput
 {
   public:
@@ -20,11 +20,11 @@ class ScannerOutput
     ScannerOutput(const ScannerOutput&) = delete;
     ScannerOutput& operator=(const ScannerOutput&) = delete;
 
-    /// The descriptor that becomes the scanner's standard error; above the standard ones.
+    /// The descriptor that becomes the scanner's standard error. Its number is above the standard ones.
     int ScannerEnd() const noexcept;
-    /// The scanner has its own by now: the end of the last copy is the end of the output.
+    /// Call this when the scanner has its own copy. The output ends when the last copy is closed.
     void CloseScannerEnd();
-    /// Of all that has been written so far. Any thread.
+    /// The last line of all output so far. Any thread.
     std::string LastLine();
 
   private:

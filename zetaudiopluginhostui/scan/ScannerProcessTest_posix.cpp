@@ -29,7 +29,7 @@ class ScannerProcessTest : public ExternalScanFixture
         return zetcore::filesupport::File(zetcore::string::UTF8to16(ZET_FAKE_SCANNER_FOLDER) + L"/" +
                                           ScannerFileName());
     }
-    /// Until it has ended; whoever started it can still collect it.
+    /// Waits until the process has ended. It can still be collected afterwards.
     static void WaitForEnd(ScannerProcess process)
     {
         siginfo_t info = {};
@@ -45,7 +45,7 @@ class ScannerProcessTest : public ExternalScanFixture
         const auto end = FindScannerProcessEnd(process);
         return end ? end->status : "runs";
     }
-    /// The fake scanner looks for the block first.
+    /// Makes the block that the fake scanner looks for first.
     void SetUp() override
     {
         ASSERT_TRUE(

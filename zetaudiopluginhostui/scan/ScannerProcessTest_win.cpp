@@ -37,7 +37,7 @@ class ScannerProcessTest : public ExternalScanFixture
         const auto end = FindScannerProcessEnd(process);
         return end ? end->status : "runs";
     }
-    /// The fake scanner looks for the block first.
+    /// Makes the block that the fake scanner looks for first.
     void SetUp() override
     {
         ASSERT_TRUE(
@@ -52,7 +52,7 @@ class ScannerProcessTest : public ExternalScanFixture
 TEST_F(ScannerProcessTest, StartsWithoutArgumentsOrInheritedHandlesOrAWindow)
 {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    // With a number that a small program's own handles do not reach.
+    // The handle gets a number that a small program's own handles do not reach.
     HANDLE ours = nullptr;
     std::vector<HANDLE> handles;
     while (reinterpret_cast<std::uintptr_t>(ours) < 4096) {

@@ -29,8 +29,9 @@ using zetcore::process::nullDevice;
 
 constexpr std::size_t mostOutputCharacters = 300;
 
-/// The processes that this one has started and not yet collected. A scanner whose handle was given up stays
-/// here, so that it does not remain a zombie once it has ended, and can write to standard error until then.
+/// Holds the processes that this process has started and not yet collected. A scanner whose handle was given
+/// up stays here. So it can write to standard error while it lives, and is collected at the next launch after
+/// its end.
 class StartedProcesses
 {
   public:
@@ -54,7 +55,7 @@ class StartedProcesses
         CollectEnded();
         const auto found = Find(pid);
         if (found == processes.end())
-            return; // it has ended, and its number may be another process's by now
+            return; // The process has ended, and its number may be another process's by now.
         ::kill(pid, SIGKILL);
         while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
         }
@@ -65,7 +66,7 @@ class StartedProcesses
     struct Process
     {
         pid_t pid = 0;
-        /// Null when the system had no pipe left; it writes to our standard error itself then.
+        /// Null when the system had no pipe left. Then the process writes to our standard error itself.
         std::unique_ptr<ScannerOutput> output;
     };
 
@@ -144,7 +145,7 @@ std::optional<ScannerProcessEnd> FindScannerProcessEnd(ScannerProcess process)
     const bool known = ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
     if (known && info.si_pid == 0)
         return std::nullopt;
-    // A host that collects the ends of all its children leaves no status to look at.
+    // If the host collects the ends of all its children, there is no status to look at.
     return ScannerProcessEnd{known ? StatusText(info) : "ended",
                              zetcore::string::TidyLine(Started().LastLine(pid), mostOutputCharacters)};
 }

@@ -16,7 +16,7 @@ namespace {
 namespace filesupport = zetcore::filesupport;
 
 constexpr char startOperation[] = "start the scanner program";
-/// Above it lie the system's own codes: exceptions, and what kept a program from being loaded.
+/// Larger codes are the system's own: exceptions, and reasons why a program could not be loaded.
 constexpr DWORD largestPlainCode = 0xFFFF;
 
 } // namespace

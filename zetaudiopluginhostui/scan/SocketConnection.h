@@ -20,12 +20,13 @@ class SocketConnection : public ScannerConnection
     void Close() override;
 
   private:
-    /// Replaces one of the pointers; the old object goes without the lock, because it may wait for handlers.
+    /// Replaces one of the pointers. The old object is dropped without the lock, because it may wait for
+    /// handlers.
     template<typename T>
     void Replace(std::shared_ptr<T>& stored, std::shared_ptr<T> with);
 
-    /// Guards the pointers only: the main thread replaces them while the transport's threads send. Never held
-    /// while anything is called.
+    /// Guards only the pointers, which the main thread replaces while the transport's threads send. No other
+    /// code is called while it is held.
     std::mutex mutex;
     std::shared_ptr<zettransport::SocketTransport> transport;
     std::shared_ptr<zettransport::Session> session;

@@ -19,7 +19,7 @@ std::ptrdiff_t ThreadCount()
                          std::filesystem::directory_iterator());
 }
 
-/// Threads that have ended are counted for a moment longer.
+/// The system counts ended threads for a moment longer.
 bool ThreadsBecome(std::ptrdiff_t count)
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -35,7 +35,7 @@ class SocketConnectionThreads : public zettesting::HostFixture
 TEST_F(SocketConnectionThreads, AreThoseOfATransportWithOne)
 {
     RawServer server;
-    // A sanitizer starts a thread of its own with a program's first.
+    // A sanitizer starts a thread of its own together with a program's first thread.
     std::thread([] {}).join();
     const std::ptrdiff_t without = ThreadCount();
     std::ptrdiff_t expected = 0;
@@ -49,7 +49,7 @@ TEST_F(SocketConnectionThreads, AreThoseOfATransportWithOne)
     SocketConnection connection;
     ASSERT_TRUE(connection.Open(server.Port()));
     EXPECT_TRUE(ThreadsBecome(expected));
-    // The old one's go with it.
+    // The threads of the old connection end with it.
     ASSERT_TRUE(connection.Open(server.Port()));
     EXPECT_TRUE(ThreadsBecome(expected));
     connection.Close();

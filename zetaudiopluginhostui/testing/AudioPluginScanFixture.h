@@ -43,7 +43,7 @@ class AudioPluginScanAccess
     }
 };
 
-/// Scans with everything written down that is shown, and that the changed signal was raised.
+/// Scans, and writes down what is shown and how often the changed signal was raised.
 class AudioPluginScanFixture : public ScanFixture
 {
   protected:
@@ -57,14 +57,15 @@ class AudioPluginScanFixture : public ScanFixture
         });
     }
 
-    /// A file with a plug-in's name in `plugins`, which is no plug-in: a scan loads nothing of it.
+    /// Makes a file in `plugins` that is named like a plug-in but is none, so that a scan loads nothing of
+    /// it.
     PluginLocator MakeFile(const std::string& name)
     {
         std::filesystem::create_directories(folder / "plugins");
         zettesting::WriteAll(folder / "plugins" / name, "text");
         return Plugin("plugins/" + name);
     }
-    /// The registry knows this one as working.
+    /// Makes such a file and a record that says that it works.
     PluginLocator MakeKnownFile(const std::string& name)
     {
         const auto plugin = MakeFile(name);
@@ -89,14 +90,14 @@ class AudioPluginScanFixture : public ScanFixture
     {
         return prefs / zetaudiofilterhost::PluginModuleInfoManager::GetSettingsFileName();
     }
-    /// True when a host that is started now would find it.
+    /// True when a host that is started now would find the plug-in in its registry.
     bool IsSaved(const PluginLocator& plugin) const
     {
         zetaudiofilterhost::PluginModuleInfoManager loaded;
         loaded.LoadConfiguration(zetcore::filesupport::File(zettesting::ToWide(Saved())));
         return loaded.Find(plugin) != nullptr;
     }
-    /// No file can be written there from now on.
+    /// From now on no file can be written in the preferences folder.
     void MakePrefsUnwritable() const
     {
         zettesting::WriteAll(folder / "file", "");

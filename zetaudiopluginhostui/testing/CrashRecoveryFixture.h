@@ -17,7 +17,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// A host that is about to start, with whatever the run before has left in the preferences folder.
+/// A host that is about to start. The test says what the run before has left in the preferences folder.
 class CrashRecoveryFixture : public zettesting::HostFixture
 {
   protected:
@@ -36,7 +36,7 @@ class CrashRecoveryFixture : public zettesting::HostFixture
         ForgetAll();
     }
 
-    /// Begins as a new process does, with its start-up check; returns the alerts.
+    /// Begins as a new process does, makes the start-up check, and returns the alerts.
     std::vector<std::string> Start(HWND parent = nullptr)
     {
         ForgetAll();

@@ -17,13 +17,13 @@ class ExternalAudioPluginScanAccess
   public:
     static ScannerProcess Process(const ExternalAudioPluginScan& scan) { return scan.process; }
     static bool Connected(const ExternalAudioPluginScan& scan) { return scan.connected; }
-    /// On another thread than the session's handlers.
+    /// The same while handlers may run on other threads.
     static bool ConnectedNow(ExternalAudioPluginScan& scan)
     {
         const std::lock_guard lock(scan.mutex);
         return scan.connected;
     }
-    /// True when another thread would have to wait for it.
+    /// True when another thread would have to wait for the mutex.
     static bool MutexIsHeld(ExternalAudioPluginScan& scan)
     {
         return std::async(std::launch::async,
@@ -36,7 +36,7 @@ class ExternalAudioPluginScanAccess
     static void OnServerQuitDone(ExternalAudioPluginScan& scan) { scan.OnServerQuitDone(); }
 };
 
-/// One external scan against the fake scanner, and what it reports.
+/// Runs one external scan with the fake scanner, and keeps what it reports.
 class ExternalScanFixture : public ScanFixture
 {
   protected:
@@ -54,9 +54,9 @@ class ExternalScanFixture : public ScanFixture
     std::filesystem::path BannedFile() const { return prefs / "banned.xml"; }
     std::filesystem::path ResultFile() const { return prefs / "plugins.xml.scan"; }
 
-    /// "FILE NAME[:sub-component] PROGRESS/TOTAL".
+    /// The reports, each as "FILE NAME[:sub-component] PROGRESS/TOTAL".
     std::vector<std::string> reports;
-    /// Called after each.
+    /// Called after each report.
     std::function<void()> onReport;
     std::wstring banned = zettesting::ToWide(BannedFile());
     std::shared_ptr<ExternalAudioPluginScan> scan = std::make_shared<ExternalAudioPluginScan>();

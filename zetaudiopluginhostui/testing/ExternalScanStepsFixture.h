@@ -10,8 +10,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// One external scan whose requests the test answers itself, on its own thread, in the place of the
-/// transport. Its scanners tell a port and wait for the file "end".
+/// Runs one external scan whose requests the test itself answers, on the test's own thread, in place of the
+/// transport. The scanners tell a port and wait for the file "end".
 class ExternalScanStepsFixture : public ExternalScanFixture
 {
   protected:
@@ -20,7 +20,7 @@ class ExternalScanStepsFixture : public ExternalScanFixture
     ExternalScanStepsFixture();
     ~ExternalScanStepsFixture() override;
 
-    /// A step, and whether another thread would have had to wait for the session's mutex meanwhile.
+    /// Notes a step, and whether another thread would have to wait for the session's mutex meanwhile.
     void Note(const std::string& step);
     std::vector<std::string> TakeSteps() { return std::exchange(steps, {}); }
     /// Notes the trace's lines that contain the text.
@@ -29,12 +29,12 @@ class ExternalScanStepsFixture : public ExternalScanFixture
     void Answer(const ValuePtr& value) const { connection->Last().onResult(value, 1); }
     void AnswerOk() const;
     void AnswerInfo(const PluginLocator& plugin, int progress, int total, bool continues = true) const;
-    /// Until the scanner is asked where it is.
+    /// Answers the first requests. The last one then is the question where the scanner is.
     void Begin() const;
     void RunPosted() { loop->PlainEventLoop::Run(std::chrono::steady_clock::time_point::max()); }
-    /// Once what is posted has run.
+    /// Runs what is posted, and returns the last report.
     std::string LastReport();
-    /// The methods, in order.
+    /// The methods of the requests, in order.
     std::vector<std::string> Sent() const;
     /// The arguments of the last BeginScanForPlugins.
     std::string ListSent() const;

@@ -286,7 +286,7 @@ class FakeScanner
 
 int main()
 {
-    // Whatever a script asks for, nothing is left behind for long.
+    // The process ends after a while, whatever its script asks for.
     std::thread([] {
         std::promise<void>().get_future().wait_for(std::chrono::minutes(3));
         std::_Exit(2);

@@ -24,7 +24,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// A host that opens the manager; what its user does there is posted before, and driven by real events.
+/// A host that opens the manager. The test posts what the user does there before, and it is done with real
+/// events.
 class ManagerRunFixture : public zettesting::HostFixture
 {
   protected:
@@ -78,7 +79,7 @@ class ManagerRunFixture : public zettesting::HostFixture
         };
     }
 
-    /// A registry with two plug-ins, in memory and in the file.
+    /// Puts two plug-ins into the registry, in memory and in the file.
     void SaveTwoPlugins()
     {
         for (const wchar_t* path : {L"/plugins/one.so", L"/plugins/two.so"})
@@ -114,14 +115,14 @@ class ManagerRunFixture : public zettesting::HostFixture
     std::optional<RecordingPresentation> shown;
 
   private:
-    /// Waits, by posting itself again, until the window is there.
+    /// Posts itself again until the window is there.
     static void UserActs(std::function<void(QWidget&)> user)
     {
         zetcore::threads::AsyncCallFromMainThread(
             [user = std::move(user)]() mutable {
                 QWidget* const window = QApplication::activeModalWidget();
                 if (window && window->isVisible()) {
-                    // It takes its final place when it has been shown.
+                    // The window takes its final place after it has been shown.
                     QCoreApplication::processEvents();
                     user(*window);
                 } else {

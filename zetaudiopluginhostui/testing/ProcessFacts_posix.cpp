@@ -1,4 +1,4 @@
-// Writes what it finds itself in to the file that the environment's ZET_PROCESS_FACTS names, and ends.
+// Writes facts about its own process to the file that the environment's ZET_PROCESS_FACTS names, and ends.
 #include <fcntl.h>
 #include <signal.h>
 #include <unistd.h>

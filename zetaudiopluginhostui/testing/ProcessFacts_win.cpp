@@ -1,4 +1,4 @@
-// Writes what it finds itself in to the file that the environment's ZET_PROCESS_FACTS names, and ends.
+// Writes facts about its own process to the file that the environment's ZET_PROCESS_FACTS names, and ends.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Of the variable's handle, a number: whether it is a handle of this process, too.
+/// The variable holds a handle as a number. True when that is a handle of this process too.
 bool HasHandle(const wchar_t* variable)
 {
     const wchar_t* const number = ::_wgetenv(variable);

@@ -8,8 +8,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// A server for one connection that writes any bytes, also such as no session would send. Throws
-/// `std::system_error` for what cannot be mended, except that the other side has gone.
+/// A server for one connection that writes any bytes, even bytes that no session would send. Throws
+/// `std::system_error`, but not when the other side has gone.
 class RawServer
 {
   public:
@@ -19,9 +19,9 @@ class RawServer
 
     std::uint16_t Port() const;
     void Accept();
-    /// The content of the next frame; empty when the connection has been closed.
+    /// Returns the content of the next frame. It is empty when the connection has been closed.
     std::optional<std::string> NextFrame();
-    /// In pieces of so many bytes, each on its way before the next.
+    /// Writes pieces of so many bytes, and sends each before the next.
     void Write(std::string_view bytes, std::size_t pieceSize);
 
   private:

@@ -13,14 +13,14 @@
 
 namespace zetaudiopluginhostui {
 
-/// A connection without a scanner: it says what it is used for, and the test answers.
+/// A connection without a scanner. It tells how it is used, and the test answers the requests.
 class RecordingConnection : public ScannerConnection
 {
   public:
     struct Request
     {
         std::string method;
-        /// As JSON.
+        /// The arguments as JSON.
         std::string arguments;
         zetmarshal::RPCClient::ResultHandler onResult;
         zetmarshal::RPCClient::ErrorHandler onError;
@@ -56,7 +56,7 @@ class RecordingConnection : public ScannerConnection
             onClose();
     }
 
-    /// The newest request; an empty one, which answers with a failure of the test, when there is none.
+    /// The newest request. When there is none, the test fails and an empty request is returned.
     Request Last() const
     {
         if (!requests.empty())
@@ -64,7 +64,7 @@ class RecordingConnection : public ScannerConnection
         ADD_FAILURE() << "nothing was sent";
         return {"none", "", [](auto&&...) {}, [](auto&&...) {}};
     }
-    /// As the transport does when the scanner is gone.
+    /// Calls the close callback, as the transport does when the scanner is gone.
     zettransport::TransportError LoseScanner() const
     {
         if (onClosed)

@@ -9,7 +9,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The main thread's loop; it says when something is posted, and when it is run.
+/// The main thread's loop. It tells when something is posted, and when the loop is run.
 class RecordingLoop : public zetcore::threads::PlainEventLoop
 {
   public:
@@ -29,7 +29,7 @@ class RecordingLoop : public zetcore::threads::PlainEventLoop
     }
 
     bool canRun = true;
-    /// Of the last `Run`.
+    /// The deadline of the last `Run`.
     std::chrono::steady_clock::time_point deadline;
 
   private:

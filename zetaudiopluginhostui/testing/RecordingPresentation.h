@@ -12,7 +12,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// Writes down what is shown, and answers as the test says. Installed while it lives.
+/// Writes down what is shown, and answers as the test says. It is installed while it lives.
 class RecordingPresentation
 {
   public:
@@ -21,19 +21,20 @@ class RecordingPresentation
     RecordingPresentation(const RecordingPresentation&) = delete;
     RecordingPresentation& operator=(const RecordingPresentation&) = delete;
 
-    /// "show TITLE", "step EXTRA (PROGRESS/TOTAL)", "hide", "note TITLE: MESSAGE", "caution TITLE: MESSAGE".
+    /// Holds "show TITLE", "step EXTRA (PROGRESS/TOTAL)", "hide", "note TITLE: MESSAGE" and
+    /// "caution TITLE: MESSAGE".
     std::vector<std::string> calls;
     /// Every extra text, in order.
     std::vector<std::string> extraTexts;
     /// The window that each progress dialog and alert belongs to.
     std::vector<HWND> parents;
-    /// Called after each step; true is the cancel button.
+    /// Called after each step. True presses the cancel button.
     std::function<bool()> onStep;
-    /// Called whenever a progress dialog would deal with input; true is the cancel button.
+    /// Called whenever a progress dialog would deal with input. True presses the cancel button.
     std::function<bool()> onInput;
     /// Called for each alert.
     std::function<void()> onAlert;
-    /// Called when a progress dialog goes.
+    /// Called when a progress dialog is hidden.
     std::function<void()> onHide;
 
     std::vector<std::string> Starting(const std::string& with) const

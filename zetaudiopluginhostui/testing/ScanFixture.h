@@ -22,9 +22,9 @@ class ScanFixture : public zettesting::HostFixture
     ScanFixture();
     ~ScanFixture() override;
 
-    /// The scanner of this number does this; 1 is the first that is launched.
+    /// The scanner of this number does what the lines say. 1 is the scanner that is launched first.
     void Script(int number, const std::vector<std::string>& lines);
-    /// The requests that it got, a line for each; the first line is the trace volume it found.
+    /// The first line is the trace volume that the scanner found. The others are the requests that it got.
     std::vector<std::string> Log(int number) const;
     int Launches() const;
     void Touch(const std::string& name) const;
@@ -35,16 +35,16 @@ class ScanFixture : public zettesting::HostFixture
     /// Waits until no scanner of this test runs any more.
     bool ScannersEnd() const;
 
-    /// Runs posted calls until it holds, or, after a long time, fails the test.
+    /// Runs posted calls until the condition holds. Fails the test after a long time.
     void RunUntil(const std::function<bool()>& condition);
-    /// Waits without running posted calls.
+    /// Waits in the same way, but runs no posted calls.
     static void WaitUntil(const std::function<bool()>& condition);
 
     /// The line of a script that answers GetScanInfo.
     static std::string Info(const PluginLocator& plugin, int progress, int total, bool continues,
                             const std::string& subcomponent = {});
     PluginLocator Plugin(const std::string& name) const;
-    /// As the fake scanner's log has it.
+    /// The text as JSON, as it stands in the fake scanner's log.
     static std::string JsonText(std::wstring_view text);
     /// The locator's text as JSON.
     static std::string Quoted(const PluginLocator& plugin);

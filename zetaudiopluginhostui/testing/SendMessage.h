@@ -4,8 +4,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// Sends a control's message as the control does, whatever the message says. Exceptions of those that are
-/// told come back.
+/// Sends a control's message as the control does, whatever the message says. Exceptions that leave a handler
+/// come back.
 class SendMessage : private zetui::controls::UI_ControlView
 {
   public:

@@ -4,7 +4,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// The running test program, in which the module's code is linked.
+/// Returns the running test program, which the module's code is linked into.
 zetui::utility::ModuleHandle HandleOfThisProgram();
 
 } // namespace zetaudiopluginhostui

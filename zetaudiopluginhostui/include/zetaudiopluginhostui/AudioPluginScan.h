@@ -21,14 +21,16 @@ namespace zetaudiopluginhostui {
 class ExternalAudioPluginScan;
 class Preferences;
 
-/// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
-/// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
-/// pointer, without which the scanner process cannot be used (the null-pointer error); on another thread than
-/// the main one, `ScanForPlugins` throws `std::logic_error`. Both are refused before anything is touched.
+/// Scans audio plug-ins with a progress dialog, in this process or in the scanner process. Each call of
+/// `ScanForPlugins` blocks the main thread until the scan is over, and leaves the registry saved.
 ///
-/// An exception of the host's own that leaves a scan (from a slot, or from what shows the progress) leaves
-/// the registry saved, too, with everything that was not reached put back; the changed signal is not raised
-/// then.
+/// Make the object with a shared pointer. Without one the scanner process cannot be used, and the
+/// null-pointer error says so. On another thread than the main one, `ScanForPlugins` throws
+/// `std::logic_error`. Both are refused before anything is touched.
+///
+/// An exception of the host's own may leave a scan, from a slot or from the presentation that shows the
+/// progress. Then the registry is saved too, all plug-ins that were not reached are put back, and the changed
+/// signal is not raised.
 class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
 {
   public:
@@ -38,12 +40,12 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     ZETAUDIOPLUGINHOSTUI_API AudioPluginScan& operator=(const AudioPluginScan&);
     ZETAUDIOPLUGINHOSTUI_API ~AudioPluginScan() override;
 
-    /// Scans what the registered folders hold: new and changed plug-ins, or all with `rescanExisting`.
+    /// Scans the plug-ins in the registered folders: the new and changed ones, or all with `rescanExisting`.
     /// Plug-ins whose files are gone leave the registry first.
     ZETAUDIOPLUGINHOSTUI_API void ScanForPlugins(HWND parent, bool rescanExisting,
                                                  bool disableVST2ShellSkipping, bool quickEffectScan,
                                                  bool useSeparateProcess);
-    /// Scans exactly these.
+    /// Scans exactly these plug-ins.
     ZETAUDIOPLUGINHOSTUI_API void
     ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                    bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
@@ -57,17 +59,17 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
 
     /// How this object's last scan ended; `Done` before the first. Main thread.
     ZETAUDIOPLUGINHOSTUI_API const ScanEnd& GetEnd() const;
-    /// The same for this process's last scan, whoever ran it. It is known before the registry's changed
-    /// signal is raised, so that who is called there can ask. Main thread.
+    /// How this process's last scan ended, whoever ran it. It is known before the registry's changed signal
+    /// is raised, so that the slots of that signal can ask. Main thread.
     ZETAUDIOPLUGINHOSTUI_API static ScanEnd GetLastEnd();
-    /// How many scans this process has begun, and what the last one was to scan. A slot of the registry's
-    /// changed signal tells by them whether a scan has ended, and which plug-ins it did not reach. Main
-    /// thread.
+    /// The number of scans that this process has begun, and the plug-ins of the last one. A slot of the
+    /// registry's changed signal finds out with them whether a scan has ended, and which plug-ins it did not
+    /// reach. Main thread.
     ZETAUDIOPLUGINHOSTUI_API static unsigned GetScanCount();
     ZETAUDIOPLUGINHOSTUI_API static std::vector<zetaudiofilterhost::PluginLocator> GetLastPlugins();
 
-    /// The marker that names the plug-in being loaded in this process; it exists only during a scan, and
-    /// after a crash.
+    /// The file that names the plug-in which is being loaded in this process. It exists only during a scan,
+    /// and after a crash.
     ZETAUDIOPLUGINHOSTUI_API static zetcore::filesupport::File GetLastScannedPluginPath();
 
   private:
@@ -93,7 +95,7 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                  const std::string& statusText, int progress, int total,
                                  ProgressDialogPtr progressDialog);
-    /// Before an exception leaves the scan.
+    /// Puts back what was not reached and saves, before an exception leaves the scan.
     ZETAUDIOPLUGINHOSTUI_LOCAL void KeepWhatIsThere(Preferences& preferences, const std::string& reason);
     ZETAUDIOPLUGINHOSTUI_LOCAL bool
     OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
@@ -102,9 +104,9 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;
     bool cancelled = false;
-    /// False when the current plug-in must not be loaded, because an older marker cannot be got rid of.
+    /// False when the current plug-in must not be loaded, because an older marker cannot be removed.
     bool mayLoad = true;
-    /// Why not, where that was so for any plug-in of this scan.
+    /// Why a plug-in of this scan must not be loaded, if that was so for any.
     std::optional<std::string> markerProblem;
     ScanEnd end;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-/// For a class of which only some members are exported: _TYPE at the class, so that others can name its type,
-/// and _LOCAL at the members that are not for them.
+/// These two are for a class of which only some members are exported. _TYPE stands at the class, so that
+/// hosts can name its type. _LOCAL stands at the members that hosts must not use.
 #if defined(_WIN32)
 #define ZETAUDIOPLUGINHOSTUI_TYPE
 #define ZETAUDIOPLUGINHOSTUI_LOCAL

@@ -4,9 +4,11 @@
 
 namespace zetaudiopluginhostui {
 
-/// Before anything else of the module, on the main thread. Idempotent; always true.
+/// The host calls this on the main thread before it uses anything else of the module. A second call does
+/// nothing. Always true.
 ZETAUDIOPLUGINHOSTUI_API bool Initialize();
-/// Before the module is unloaded, on the main thread. `Initialize` may be called again afterwards.
+/// The host calls this on the main thread before it unloads the module. `Initialize` may be called again
+/// afterwards.
 ZETAUDIOPLUGINHOSTUI_API void Terminate();
 
 } // namespace zetaudiopluginhostui

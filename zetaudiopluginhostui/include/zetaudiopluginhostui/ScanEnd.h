@@ -9,18 +9,18 @@ struct ScanEnd
 {
     enum class How
     {
-        /// Everything was scanned, or was passed over for a reason that its record or its ban holds.
+        /// Every plug-in was scanned, or was passed over for a reason that its record or its ban holds.
         Done,
-        /// The user cancelled it.
+        /// The user cancelled the scan.
         Cancelled,
-        /// The scanner process could not be started: nothing was scanned.
+        /// The scanner process could not be started. Nothing was scanned.
         NotStarted,
-        /// It stopped before everything was scanned (see ScanLimits.h), or an exception ended it.
+        /// The scan stopped before every plug-in was scanned (see ScanLimits.h), or an exception ended it.
         GaveUp,
     };
 
     How how = How::Done;
-    /// UTF-8, for people: why it did not start, or why it gave up. Empty after the other ends.
+    /// Why the scan did not start or gave up, for people (UTF-8). Empty for the other ends.
     std::string reason;
 
     bool operator==(const ScanEnd&) const = default;
