@@ -14,7 +14,7 @@
 #include <zettransport/SocketTransport.h>
 
 #include "Measure.h"
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 namespace bench {
 

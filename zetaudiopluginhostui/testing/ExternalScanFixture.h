@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "scan/ExternalAudioPluginScan.h"
+#include "scan/session/ExternalAudioPluginScan.h"
 #include "testing/ScanFixture.h"
 
 namespace zetaudiopluginhostui {

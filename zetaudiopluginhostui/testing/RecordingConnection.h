@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 #include <zetmarshal/JsonValue.h>
 
-#include "scan/ScannerConnection.h"
+#include "scan/session/ScannerConnection.h"
 
 namespace zetaudiopluginhostui {
 

@@ -1,5 +1,5 @@
 // A scan whose scanner behaves goes on and ends like this.
-#include "scan/ExternalAudioPluginScan.h"
+#include "scan/session/ExternalAudioPluginScan.h"
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>

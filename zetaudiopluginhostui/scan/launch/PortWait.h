@@ -7,7 +7,7 @@
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/utility/Backoff.h>
 
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 namespace zetaudiopluginhostui {
 

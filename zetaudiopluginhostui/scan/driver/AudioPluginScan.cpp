@@ -12,8 +12,8 @@
 #include <zetcore/utility/NullPtrException.h>
 
 #include "preferences/Preferences.h"
-#include "scan/ExternalAudioPluginScan.h"
-#include "scan/ScanMarker.h"
+#include "scan/driver/ScanMarker.h"
+#include "scan/session/ExternalAudioPluginScan.h"
 
 namespace zetaudiopluginhostui {
 

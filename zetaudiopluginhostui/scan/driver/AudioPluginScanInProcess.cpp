@@ -6,8 +6,8 @@
 #include <zetui/dialogs/messagebox.h>
 
 #include "preferences/Preferences.h"
-#include "scan/ScanMarker.h"
-#include "scan/ScanTexts.h"
+#include "scan/driver/ScanMarker.h"
+#include "scan/driver/ScanTexts.h"
 
 namespace zetaudiopluginhostui {
 

@@ -1,4 +1,4 @@
-#include "scan/RestartCount.h"
+#include "scan/session/RestartCount.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "scan/SocketConnection.h"
+#include "scan/session/SocketConnection.h"
 
 #include <future>
 #include <thread>

@@ -1,4 +1,4 @@
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/filesupport/sharing/MemoryMappedFile.h>

@@ -1,4 +1,4 @@
-#include "scan/ScanTexts.h"
+#include "scan/driver/ScanTexts.h"
 
 #include <gtest/gtest.h>
 #include <zetcore/config/Localizer.h>

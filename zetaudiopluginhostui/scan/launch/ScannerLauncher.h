@@ -9,8 +9,8 @@
 #include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
-#include "scan/PortWait.h"
-#include "scan/ScannerProcess.h"
+#include "scan/launch/PortWait.h"
+#include "scan/launch/ScannerProcess.h"
 
 namespace zetaudiopluginhostui {
 

@@ -1,5 +1,5 @@
 // A scanner is launched, or cannot be launched.
-#include "scan/ScannerLauncher.h"
+#include "scan/launch/ScannerLauncher.h"
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>

@@ -1,4 +1,4 @@
-#include "scan/ScanTexts.h"
+#include "scan/driver/ScanTexts.h"
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/config/Localizer.h>

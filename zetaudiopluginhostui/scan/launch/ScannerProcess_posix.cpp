@@ -1,4 +1,4 @@
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -19,7 +19,7 @@
 #include <zetcore/process/SpawnProgram.h>
 #include <zetcore/string/OutputTail.h>
 
-#include "scan/ScannerOutput_posix.h"
+#include "scan/launch/ScannerOutput_posix.h"
 
 namespace zetaudiopluginhostui {
 

@@ -1,4 +1,4 @@
-#include "scan/ExternalAudioPluginScan.h"
+#include "scan/session/ExternalAudioPluginScan.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 #include <fcntl.h>
 #include <signal.h>

@@ -11,11 +11,11 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 
-#include "scan/RestartCount.h"
-#include "scan/ScanResultFile.h"
-#include "scan/ScannerConnection.h"
-#include "scan/ScannerLauncher.h"
-#include "scan/SocketConnection.h"
+#include "scan/launch/ScannerLauncher.h"
+#include "scan/session/RestartCount.h"
+#include "scan/session/ScanResultFile.h"
+#include "scan/session/ScannerConnection.h"
+#include "scan/session/SocketConnection.h"
 
 namespace zetaudiopluginhostui {
 

@@ -1,4 +1,4 @@
-#include "scan/ScannerLauncher.h"
+#include "scan/launch/ScannerLauncher.h"
 
 #include <utility>
 
@@ -10,8 +10,8 @@
 #include <zetcore/threads/MainThread.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
-#include "scan/BlockWords.h"
 #include "scan/ScanTrace.h"
+#include "scan/launch/BlockWords.h"
 
 namespace zetaudiopluginhostui {
 

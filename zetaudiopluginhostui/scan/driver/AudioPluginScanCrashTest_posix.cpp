@@ -9,7 +9,7 @@
 #include <zetaudiopluginhostui/Module.h>
 #include <zettesting/ScopedFaults.h>
 
-#include "scan/ScanMarker.h"
+#include "scan/driver/ScanMarker.h"
 #include "testing/AudioPluginScanFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -1,4 +1,4 @@
-#include "scan/ScanMarker.h"
+#include "scan/driver/ScanMarker.h"
 
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/Trace.h>

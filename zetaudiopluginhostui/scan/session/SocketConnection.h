@@ -5,7 +5,7 @@
 
 #include <zettransport/SocketTransport.h>
 
-#include "scan/ScannerConnection.h"
+#include "scan/session/ScannerConnection.h"
 
 namespace zetaudiopluginhostui {
 

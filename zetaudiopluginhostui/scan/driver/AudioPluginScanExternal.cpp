@@ -8,8 +8,8 @@
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "preferences/Preferences.h"
-#include "scan/ExternalAudioPluginScan.h"
-#include "scan/ScanTexts.h"
+#include "scan/driver/ScanTexts.h"
+#include "scan/session/ExternalAudioPluginScan.h"
 
 namespace zetaudiopluginhostui {
 

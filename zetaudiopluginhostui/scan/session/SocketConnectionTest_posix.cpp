@@ -7,7 +7,7 @@
 #include <zettesting/HostFixture.h>
 #include <zettransport/SocketTransport.h>
 
-#include "scan/SocketConnection.h"
+#include "scan/session/SocketConnection.h"
 #include "testing/RawServer.h"
 
 namespace zetaudiopluginhostui {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "scan/ScannerProcess.h"
+#include "scan/launch/ScannerProcess.h"
 
 namespace zetaudiopluginhostui {
 

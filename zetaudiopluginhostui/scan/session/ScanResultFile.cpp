@@ -1,4 +1,4 @@
-#include "scan/ScanResultFile.h"
+#include "scan/session/ScanResultFile.h"
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/content/FileUtils.h>

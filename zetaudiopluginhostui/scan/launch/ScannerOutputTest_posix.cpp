@@ -1,4 +1,4 @@
-#include "scan/ScannerOutput_posix.h"
+#include "scan/launch/ScannerOutput_posix.h"
 
 #include <array>
 #include <string_view>
