@@ -15,8 +15,7 @@ struct ConnectedSlot
     std::atomic<bool> isConnected{true};
 };
 
-/// The vector is replaced and never changed, so that whoever calls the slots keeps the one that it began
-/// with.
+/// The vector is never changed but replaced. So a call of the slots keeps the vector that it began with.
 struct SlotList::State
 {
     using Slots = std::vector<std::shared_ptr<ConnectedSlot>>;

@@ -26,7 +26,7 @@ TEST(FaultSetting, RefusesWhatIsMalformed)
         EXPECT_FALSE(ParseFaultSetting(text)) << text;
 }
 
-/// The settings of one test; off again afterwards.
+/// Sets faults for one test, and clears them afterwards.
 class FaultPointTest : public ::testing::Test
 {
   protected:

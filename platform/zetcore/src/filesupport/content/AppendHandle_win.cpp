@@ -20,7 +20,8 @@ AppendHandle::AppendHandle(std::wstring filePath)
     : path(std::move(filePath)), opened(std::make_unique<Opened>())
 {
     constexpr const char* operation = "open for appending";
-    // With the right to append but not to write, the system itself moves every write to the end.
+    // With the right to append and without the right to write, the system itself moves every write to the
+    // end.
     opened->file = Handle(::CreateFileW(SystemPath(ToCheckedPath(operation, path)).c_str(),
                                         FILE_APPEND_DATA | SYNCHRONIZE,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

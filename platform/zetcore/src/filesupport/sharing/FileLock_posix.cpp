@@ -39,7 +39,7 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
     }
 }
 
-// Closing the descriptor gives the lock up.
+// The descriptor is closed here, which gives the lock up.
 FileLock::~FileLock() = default;
 
 } // namespace zetcore::filesupport

@@ -12,7 +12,8 @@ namespace zetcore::filesupport {
 
 File LockFileFor(const File& file)
 {
-    // Two paths that share a lock wait for one another and no more.
+    // Two paths may get the same hash. Then they share a lock, and one waits for the other, which does no
+    // harm.
     const std::uint64_t hash = utility::Fnv1a(file.FullPathUTF8());
     std::array<char, 16> digits{};
     char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), hash, 16).ptr;

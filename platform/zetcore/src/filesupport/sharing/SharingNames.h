@@ -9,14 +9,15 @@
 /// The names under which processes find what they share.
 namespace zetcore::filesupport {
 
-/// The lock file in the runtime folder that stands for this file. Throws `file_exception` when there is no
-/// runtime folder.
+/// Returns the lock file in the runtime folder that stands for this file. Throws `file_exception` when there
+/// is no runtime folder.
 File LockFileFor(const File& file);
 
-/// Letters, digits, '-', '_' and dots inside: the same name must do as a file and as a kernel object.
+/// True for letters, digits, '-', '_' and dots that do not begin the name. The name must do for a file and
+/// for a kernel object.
 bool IsBlockName(const std::string& name);
 
-/// Says why the arguments of `MemoryMappedFile::Init` are wrong; empty when they are right.
+/// Says why the arguments of `MemoryMappedFile::Init` are wrong. Empty when they are right.
 std::string RefuseBlock(const std::string& name, std::size_t size, int flags);
 
 } // namespace zetcore::filesupport

@@ -9,7 +9,8 @@
 
 namespace zetcore::filesupport {
 
-/// Owns a kernel handle of Windows (a HANDLE). Both of the system's "no handle" values count as none.
+/// Owns a kernel handle of Windows (a HANDLE), or nothing. Windows has two values for "no handle", and both
+/// count as nothing.
 class Handle
 {
   public:
@@ -32,7 +33,7 @@ class Handle
     ZETCORE_API std::error_code WriteWhole(std::string_view bytes) const;
 
   private:
-    // INVALID_HANDLE_VALUE is -1 in a pointer's clothes.
+    // The other value for "no handle", INVALID_HANDLE_VALUE, is the number -1 as a pointer.
     static bool IsNone(void* value) noexcept { return reinterpret_cast<std::intptr_t>(value) == -1; }
 
     void* handle = nullptr;
