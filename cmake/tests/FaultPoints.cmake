@@ -4,9 +4,9 @@ add_test(NAME fault_points.tests_without_them_are_refused
 set_tests_properties(fault_points.tests_without_them_are_refused PROPERTIES
   PASS_REGULAR_EXPRESSION "The tests need fault points, which no package must have")
 
-# What users install has no fault points. A second build of all products would show that, but it takes too long for
-# every run of the tests: the files that have fault points are compiled a second time instead, without them. The
-# package itself is looked at where it is made.
+# Users install programs without fault points. A second build of all products would show that, but it takes too long for
+# every run of the tests. Instead, the files that have fault points are compiled a second time without them. The package
+# itself is checked where it is made.
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release" OR ZET_SANITIZE)
   # Without optimization, an object holds the texts of calls that do nothing.
   return()

@@ -36,7 +36,7 @@ class PeerProcess : public ::testing::Test
     std::shared_ptr<SocketTransport> server = SocketTransport::Create(1), client = SocketTransport::Create(1);
 };
 
-TEST_F(PeerProcess, is_told_from_another_one)
+TEST_F(PeerProcess, IsToldFromAnotherOne)
 {
     ASSERT_NE(peer.ownPort, 0);
     EXPECT_TRUE(MayBeProcess(peer, static_cast<std::uint64_t>(::getpid())));
@@ -63,7 +63,7 @@ TEST_F(PeerProcess, is_told_from_another_one)
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(PeerProcess, may_be_any_where_nothing_is_told)
+TEST_F(PeerProcess, MayBeAnyWhereNothingIsTold)
 {
     EXPECT_TRUE(MayBeProcess(peer, 0));
     EXPECT_TRUE(MayBeProcess({"no address", 1, true, 2}, 1));
