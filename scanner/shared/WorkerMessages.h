@@ -42,15 +42,11 @@ struct KnownModules
 
 using WorkerCommand = std::variant<WorkerSettings, EntityRequest, KnownModules>;
 
-/// The outcome of an entity: a `ScanOutcome` with its records as configuration text.
+/// The outcome of an entity; without the stamp of its file, which the supervisor takes itself.
 struct EntityAnswer
 {
     std::uint32_t number = 0;
-    bool misbehaved = false;
-    bool couldNotLoad = false;
-    zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
-    std::string reason;
-    std::string configuration;
+    zetaudiopluginhost::ScanOutcome outcome;
 };
 
 /// A trace line of the worker's, to be written by the supervisor.

@@ -88,7 +88,7 @@ class ScannerClient
 struct WholeScan
 {
     /// The reported locators, in order.
-    std::vector<std::wstring> reported;
+    std::vector<zetaudiofilterhost::PluginLocator> reported;
     /// The result files' records.
     std::string results;
     /// Why, by the module's path.

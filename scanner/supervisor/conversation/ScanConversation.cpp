@@ -165,7 +165,7 @@ ValuePtr ScanConversation::GetScanInfo()
     if (!atPlugin)
         return protocol::BuildScanInfoReply({{}, {}, total, total, false});
     return protocol::BuildScanInfoReply(
-        {locator.ToString(), zetcore::string::UTF8to16(statusText), progress, count, true});
+        {locator, zetcore::string::UTF8to16(statusText), progress, count, true});
 }
 
 void ScanConversation::ScanOneEntity()
@@ -232,8 +232,7 @@ void ScanConversation::RecordFailure(const PluginFailed& failure)
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     zetaudiopluginhost::BanInfo info = failure.Ban();
     info.time = std::chrono::duration_cast<std::chrono::seconds>(now).count();
-    zetcore::debug::TraceLine(1, traceCategory,
-                              zetcore::string::UTF16to8(failure.Locator().ToString()) + " " + info.reason);
+    zetcore::debug::TraceLine(1, traceCategory, NameForLog(failure.Locator()) + " " + info.reason);
     try {
         zetaudiopluginhost::RecordBanReason(connected->bannedSettingsPath, failure.Locator(), info);
     } catch (const std::exception& error) {

@@ -12,9 +12,9 @@
 #include <zetcore/serialization/Value.h>
 #include <zetscanprotocol/ScanRequests.h>
 
+#include "supervisor/log/ScanLog.h"
 #include "supervisor/verdicts/EntityScanner.h"
 #include "supervisor/verdicts/PluginFailed.h"
-#include "supervisor/verdicts/ScanLog.h"
 
 namespace zetaudiofilterscan {
 

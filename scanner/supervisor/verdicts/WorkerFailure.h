@@ -30,7 +30,7 @@ struct WorkerFailure
     long long code = 0;
     zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
     /// WrongAnswer: what was wrong. Misbehaved: what it did.
-    std::string text;
+    std::string text = {};
     /// TookTooLong: the limit.
     std::chrono::milliseconds limit{0};
     /// Misbehaved: the system did not load it.

@@ -1,4 +1,4 @@
-#include "Supervisor.h"
+#include "RunSupervisor.h"
 
 #include <algorithm>
 #include <atomic>
@@ -23,7 +23,6 @@
 #include "supervisor/process/HostProcess.h"
 #include "supervisor/process/Interrupt.h"
 #include "supervisor/process/SupervisorProcess.h"
-#include "supervisor/verdicts/ConnectionClosed.h"
 #include "supervisor/verdicts/EntityScanner.h"
 #include "supervisor/verdicts/PluginFailed.h"
 

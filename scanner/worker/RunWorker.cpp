@@ -1,4 +1,4 @@
-#include "Worker.h"
+#include "RunWorker.h"
 
 #include <cstdio>
 #include <exception>
@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
@@ -26,9 +25,7 @@ namespace zetaudiofilterscan {
 
 namespace {
 
-using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::ModuleLoader;
-using zetaudiopluginhost::ScanOutcome;
 using zetaudiopluginhost::ScanPhase;
 using zetcore::debug::FaultPoint;
 
@@ -79,9 +76,7 @@ EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLo
     page.phase = static_cast<std::uint32_t>(ScanPhase::None);
     page.entity = request.number;
     FaultPoint("worker.entity");
-    const ScanOutcome outcome = loader.Scan(request.locator);
-    return {request.number, outcome.misbehaved, outcome.couldNotLoad,
-            outcome.phase,  outcome.reason,     PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
+    return {request.number, loader.Scan(request.locator)};
 }
 
 void Answer(WorkerChannel& channel, const EntityAnswer& answer)
