@@ -63,10 +63,10 @@ PluginLocator MessageReader::Locator(const char* field)
 {
     const auto technology = static_cast<TechnologyType>(Integer<std::uint32_t>(field));
     std::wstring path = Wide(field);
-    std::wstring subcomponent = Wide(field);
-    if (path.empty() || zetaudiofilterhost::TechnologyName(technology).empty())
+    PluginLocator locator(technology, std::move(path), Wide(field));
+    if (!locator.IsValid())
         Wrong(field);
-    return {technology, std::move(path), std::move(subcomponent)};
+    return locator;
 }
 
 void MessageReader::End() const

@@ -36,12 +36,6 @@ void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
         EndWorkerProcess(exitChannelLost);
 }
 
-void TraceLack(const std::string& lack)
-{
-    if (!lack.empty())
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", lack);
-}
-
 std::vector<zetaudiofilterhost::PluginLocator> AskForKnownModules(WorkerChannel& channel)
 {
     SendOrEnd(channel, KnownModulesQuestion());
@@ -63,7 +57,8 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
     ChooseDisplay(settings.hideDisplay);
     if (settings.refuseNetwork)
-        TraceLack(RefuseNetwork());
+        if (const auto problem = RefuseNetwork())
+            zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
         page.phase = static_cast<std::uint32_t>(phase);
     });

@@ -14,6 +14,8 @@
 
 namespace zetaudiofilterscan {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 #if defined(__x86_64__)
@@ -28,9 +30,9 @@ constexpr std::uint32_t ownArchitecture = 0;
 constexpr std::uint32_t otherNumbers = 0xFFFFFFFF;
 #endif
 
-std::string LastError(const char* what)
+Reason LastError(const char* what)
 {
-    return std::string(what) + ": " + std::system_category().message(errno);
+    return {std::string(what) + ": " + std::system_category().message(errno)};
 }
 
 constexpr sock_filter Load(std::size_t offset)
@@ -57,7 +59,7 @@ constexpr std::uint32_t Error(int code)
 
 } // namespace
 
-std::string RefuseNetwork()
+std::optional<Reason> RefuseNetwork()
 {
     // The queues for input and output that the kernel works off by itself can open sockets too, past this
     // filter.
@@ -78,12 +80,12 @@ std::string RefuseNetwork()
         Return(Error(EACCES)),
     };
     if (ownArchitecture == 0)
-        return "the network cannot be refused: the system calls of this processor are not known";
+        return Reason{"the network cannot be refused: the system calls of this processor are not known"};
     sock_fprog program{static_cast<unsigned short>(filter.size()), const_cast<sock_filter*>(filter.data())};
     if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
         return LastError("the network cannot be refused");
-    return {};
+    return std::nullopt;
 }
 
 } // namespace zetaudiofilterscan

@@ -32,7 +32,8 @@ void LoadBanned(const File& file)
     FileUtils::ReplaceContent(copy.FullPath(), FileUtils::ReadFile(file), Durability::Handover);
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
     if (!banned.LoadConfiguration(copy))
-        TraceProblem("the banned list " + file.FullPathUTF8() + " is damaged: " + banned.GetLoadError());
+        TraceProblem("the banned list " + file.FullPathUTF8() +
+                     " is damaged: " + banned.GetLoadError()->text);
 }
 
 } // namespace

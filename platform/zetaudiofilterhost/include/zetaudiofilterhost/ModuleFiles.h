@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <variant>
 
 #include <zetaudiofilterhost/Export.h>
 #include <zetaudiofilterhost/PluginLocator.h>
@@ -9,14 +10,20 @@
 
 namespace zetaudiofilterhost {
 
+/// Why a module has no library for this process.
+struct NoLibrary
+{
+    /// UTF-8, for people.
+    std::string reason;
+    /// A folder of the bundle may not be read: there may be a library all the same.
+    bool isUnreadable = false;
+};
+
 /// The places of a module's parts. A module is a bundle, when its format has such, or a single file.
 struct ModuleFiles
 {
-    /// The library for this process; empty when there is none, and then `problem` (UTF-8) says why.
-    std::wstring library;
-    std::string problem;
-    /// The problem is that a folder of the bundle may not be read: there may be a library all the same.
-    bool isUnreadable = false;
+    /// The path of the library for this process.
+    std::variant<std::wstring, NoLibrary> library;
     /// A bundle's description, where it has one.
     std::optional<zetcore::filesupport::File> description;
 };

@@ -2,6 +2,7 @@
 #include <functional>
 
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 #include "registry/RegistryFixture.h"
 
@@ -288,7 +289,8 @@ TEST_F(RegistryAsidesTest, ADamagedAsideIsDamageThatNamesItsLine)
 {
     WriteFile("<module locator=\"VST|/a.so|\"/>\n<aside locator=\"VST|/b.so|\" size=\"big\"/>\n");
     EXPECT_FALSE(registry.LoadConfiguration(file));
-    EXPECT_THAT(registry.GetLoadError(), HasSubstr("line 3: element aside, attribute size: \"big\""));
+    EXPECT_THAT(zettesting::TextOf(registry.GetLoadError()),
+                HasSubstr("line 3: element aside, attribute size: \"big\""));
     EXPECT_TRUE(std::filesystem::exists(path.string() + ".damaged"));
     EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
 }

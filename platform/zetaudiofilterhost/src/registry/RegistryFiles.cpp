@@ -212,9 +212,9 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         return true;
     } catch (const ConfigurationError& error) {
         state->Clear();
-        state->loadError = error.what();
+        state->loadError = zetcore::utility::Reason{error.what()};
     }
-    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError);
+    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError->text);
     try {
         FileUtils::KeepAside(file);
     } catch (const file_exception& error) {

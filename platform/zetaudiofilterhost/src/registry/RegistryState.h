@@ -138,7 +138,7 @@ struct PluginModuleInfoManager::State
     std::vector<Technology> technologies;
     Unknown unknown;
     std::string version{configurationVersion};
-    std::string loadError;
+    std::optional<zetcore::utility::Reason> loadError;
     /// A damaged file that could not be kept aside: it must be before anything is saved there.
     std::wstring damagedPath;
     PluginInfosChangedSignal infosChanged;

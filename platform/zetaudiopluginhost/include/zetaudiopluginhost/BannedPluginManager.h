@@ -10,6 +10,7 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/Export.h>
 #include <zetcore/filesupport/File.h>
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost {
 
@@ -78,7 +79,8 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     /// read or written is taken in first, except where this list has changed the same ban. Throws
     /// `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file) const;
-    std::string GetLoadError() const;
+    /// What was wrong with the file that was loaded last.
+    std::optional<zetcore::utility::Reason> GetLoadError() const;
 
     /// Replaces the unsupported list. False when the file is missing, unreadable or malformed (the list is
     /// then empty).

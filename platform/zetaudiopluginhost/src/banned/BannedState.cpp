@@ -132,7 +132,7 @@ void BannedPluginManager::State::NoteKnown(const File& file, std::map<PluginLoca
     known = std::move(held);
 }
 
-void BannedPluginManager::State::Replace(BanListFile file, std::string error)
+void BannedPluginManager::State::Replace(BanListFile file, std::optional<zetcore::utility::Reason> error)
 {
     const std::lock_guard lock(mutex);
     locators.clear();
@@ -146,7 +146,8 @@ void BannedPluginManager::State::Replace(BanListFile file, std::string error)
     TellRegistry();
 }
 
-void BannedPluginManager::State::Load(const File& file, BanListFile content, std::string error)
+void BannedPluginManager::State::Load(const File& file, BanListFile content,
+                                      std::optional<zetcore::utility::Reason> error)
 {
     std::map<PluginLocator, BanInfo> held;
     for (const BanEntry& entry : content.entries)

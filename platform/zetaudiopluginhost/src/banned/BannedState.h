@@ -29,9 +29,10 @@ struct BannedPluginManager::State
     /// What another program has changed in the file since it was read or written last.
     void TakeInWhatOthersSaved(const zetcore::filesupport::File& file);
     void NoteKnown(const zetcore::filesupport::File& file, std::map<Locator, BanInfo> held);
-    void Replace(BanListFile file, std::string error);
+    void Replace(BanListFile file, std::optional<zetcore::utility::Reason> error);
     /// The content of the file, which is what the list holds from now on.
-    void Load(const zetcore::filesupport::File& file, BanListFile content, std::string error);
+    void Load(const zetcore::filesupport::File& file, BanListFile content,
+              std::optional<zetcore::utility::Reason> error);
 
     static constexpr const char* rootName = "bannedplugins";
     static constexpr const char* traceCategory = "BannedPluginManager";
@@ -47,7 +48,7 @@ struct BannedPluginManager::State
     std::shared_ptr<const pugi::xml_document> rest;
     std::wstring knownPath;
     std::map<Locator, BanInfo> known;
-    std::string loadError;
+    std::optional<zetcore::utility::Reason> loadError;
     UnsupportedList unsupported;
 
   private:

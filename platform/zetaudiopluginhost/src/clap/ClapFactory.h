@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "clap/ClapAbi.h"
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost::clap {
 
@@ -24,8 +26,8 @@ struct ClapPlugins
     std::vector<ClapPlugin> usable;
     /// How many the library claims to have.
     std::size_t claimed = 0;
-    /// Why the first of those that are not usable is not; empty when all are.
-    std::string problem;
+    /// Why the first of those that are not usable is not.
+    std::optional<zetcore::utility::Reason> problem;
 };
 
 /// The factory of a loaded library. Every operation throws `PluginThrew` when the plug-in lets one out.
@@ -36,8 +38,8 @@ class ClapFactory
     explicit ClapFactory(const PluginFactory& given);
 
     ClapPlugins Describe() const;
-    /// Creates, initialises and destroys one instance. Empty when it worked, else why not.
-    std::string TryPlugin(const ClapPlugin& plugin) const;
+    /// Creates, initialises and destroys one instance. Gives the reason why it cannot be had.
+    std::optional<zetcore::utility::Reason> CreateAndDestroy(const ClapPlugin& plugin) const;
 
   private:
     const PluginFactory& factory;

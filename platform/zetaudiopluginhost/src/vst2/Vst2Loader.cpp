@@ -110,16 +110,16 @@ InfoList AskShell(const ModuleQuestions& questions, EntryFunction entry, Vst2Eff
                   const PluginModuleInfo& shellInfo)
 {
     std::vector<Vst2Effect::SubPlugin> subs;
-    std::string failure;
+    std::optional<PluginUnusable> failure;
     try {
         subs = shell.SubPlugins();
     } catch (const PluginUnusable& error) {
-        failure = error.what();
+        failure = error;
     }
     questions.steps.Enter(ScanPhase::Close);
     shell.Close();
-    if (!failure.empty())
-        throw PluginUnusable(failure);
+    if (failure)
+        throw *failure;
     InfoList infos;
     for (const Vst2Effect::SubPlugin& sub : subs) {
         const bool isWanted = questions.locator.GetSubcomponent().empty() ||

@@ -9,6 +9,8 @@
 
 namespace zetaudiopluginhost::vst3 {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 /// Several times what any module has: a count beyond it is no count.
@@ -68,9 +70,9 @@ void TakeDetails(const Record& record, Vst3Class& found)
     found.subCategories = Text(record.subCategories);
 }
 
-std::string Failure(const char* what, Result result)
+Reason Failure(const char* what, Result result)
 {
-    return std::string(what) + " (result " + std::to_string(result) + ")";
+    return {std::string(what) + " (result " + std::to_string(result) + ")"};
 }
 
 } // namespace
@@ -144,7 +146,7 @@ Vst3Description Vst3Factory::Describe(std::vector<Uid>& ids)
     return description;
 }
 
-std::string Vst3Factory::TryComponent(const Uid& id)
+std::optional<Reason> Vst3Factory::CreateAndRelease(const Uid& id)
 {
     void* object = nullptr;
     const Result created =
@@ -156,7 +158,9 @@ std::string Vst3Factory::TryComponent(const Uid& id)
     if (initialized == resultOk)
         CallPlugin([&] { return component->Terminate(); });
     component.Release();
-    return initialized == resultOk ? std::string() : Failure("it could not be initialised", initialized);
+    if (initialized != resultOk)
+        return Failure("it could not be initialised", initialized);
+    return std::nullopt;
 }
 
 void Vst3Factory::Release()
