@@ -23,7 +23,8 @@ inline std::intptr_t AnswerBarely(zetaudiopluginhost::vst2::Effect*, std::int32_
     }
 }
 
-/// Makes the effect, opens it, asks what it is and closes it; false when there is none.
+/// Makes the effect, opens it, asks its name, maker and category, and closes it. False when there is no
+/// effect.
 inline bool AskPlugin(void* entry)
 {
     using namespace zetaudiopluginhost::vst2;

@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// Bytes of memory that this process has asked for and not given back; 0 where that cannot be told.
+/// Bytes of memory that this process has allocated and not freed; 0 when the system does not tell.
 std::size_t HeapUse();
 
 } // namespace bench

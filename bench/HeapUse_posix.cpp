@@ -7,7 +7,7 @@ namespace bench {
 std::size_t HeapUse()
 {
     const struct mallinfo2 info = mallinfo2();
-    // Large blocks have mappings of their own, which are counted apart.
+    // Large blocks have mappings of their own and are counted separately.
     return info.uordblks + info.hblkhd;
 }
 

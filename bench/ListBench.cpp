@@ -1,8 +1,8 @@
-// Measures the plug-in manager as its user sees it, and its list beside Qt's own lists on the same data: to
-// fill it, to sort it by each column, to filter it as somebody types, and to scroll it; each up to the
-// painted picture. Without arguments: 1,000, 10,000 and 100,000 rows, medians, held against the limits; ends
-// with an error where one is missed. With numbers: that many rows. `--once`: few rows and each thing once, to
-// see that it works.
+// Measures the plug-in manager as its user sees it, and compares its list with Qt's own lists on the same
+// data. Each list is filled, sorted by each column, filtered letter by letter, and scrolled; each time is
+// measured until the picture is painted. Without arguments, it measures 1,000, 10,000 and 100,000 rows,
+// compares the medians with the limits, and ends with an error when one is missed. With numbers, it measures
+// that many rows. With `--once`, it does everything once with few rows, to show that it works.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -15,10 +15,10 @@
 #include <QScrollBar>
 
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "ListSubject.h"
 #include "ManagerBench.h"
@@ -33,7 +33,7 @@ using namespace bench;
 
 constexpr int nameColumn = 1;
 
-/// What is measured, in milliseconds.
+/// The figures, in milliseconds.
 struct Figures
 {
     double fill = 0, slowestSort = 0, slowestFilter = 0, scrollFrame = 0, slowestFrame = 0;
@@ -50,7 +50,7 @@ double MillisecondsUntilPainted(const std::function<void()>& change)
 
 using Lists = std::vector<std::unique_ptr<ListSubject>>;
 
-/// The median for each list. They take turns, so that what else the machine does slows all of them.
+/// The median for each list. The lists take turns, so that other work on the machine slows all of them alike.
 std::vector<double> Medians(const Lists& lists, int runs,
                             const std::function<void(ListSubject&, int run)>& change)
 {
@@ -67,7 +67,7 @@ std::vector<double> Medians(const Lists& lists, int runs,
     return medians;
 }
 
-/// Where a median is above the figure so far, it takes its place.
+/// Replaces each figure by the median where that is higher.
 void TakeSlower(std::vector<Figures>& all, double Figures::*figure, const std::vector<double>& medians)
 {
     for (std::size_t i = 0; i < all.size(); ++i)
@@ -81,7 +81,8 @@ void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
     bar.setValue(0);
     QCoreApplication::processEvents();
     for (int frame = 1; frame <= frames; ++frame) {
-        // Half a page, as a flick of the wheel; every tenth time a leap, as dragging the bar does.
+        // Most steps are half a page, like a turn of the wheel. Every tenth one is a leap, like dragging the
+        // bar.
         const int to = frame % 10 ? bar.value() + bar.pageStep() / 2 : bar.maximum() / frames * frame;
         values.push_back(MillisecondsUntilPainted([&] { bar.setValue(to); }));
     }
@@ -106,7 +107,7 @@ std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntr
     }
     for (const auto& list : lists)
         list->Sort(nameColumn, true);
-    // Typed and taken back, letter by letter.
+    // The text is typed and deleted again, letter by letter.
     const std::vector<std::wstring> texts{L"r", L"re", L"rev", L"re", L"r", L""};
     std::vector<std::vector<std::vector<double>>> keystrokes(texts.size());
     for (int run = 0; run < runs; ++run) {
@@ -127,7 +128,7 @@ std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntr
     return all;
 }
 
-/// `verdicts` null: only told.
+/// With `verdicts` null the row is only printed.
 void PrintRow(const std::string& what, const std::vector<Figures>& all, double Figures::*figure,
               Verdicts* verdicts)
 {

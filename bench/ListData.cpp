@@ -36,7 +36,7 @@ std::vector<ListEntry> MakeListEntries(std::size_t count)
             name += L" \u00c9tude";
         const std::wstring version = std::to_wstring(random() % 12) + L"." + std::to_wstring(random() % 30) +
                                      L"." + std::to_wstring(random() % 100);
-        // The number makes it a file of its own, as every module has.
+        // The number gives every module a file name of its own.
         const std::wstring path =
             L"/usr/lib/" + technology + L"/" + maker + L"/" + std::to_wstring(i) + L"/" + name + L".so";
         entry.enabled = random() % 10 != 0;

@@ -12,17 +12,17 @@ constexpr int listColumns = 6;
 inline constexpr std::array<const wchar_t*, listColumns> listTitles{L"Enabled", L"Name",    L"Technology",
                                                                     L"Status",  L"Version", L"Path"};
 
-/// One synthetic plug-in, with what each column shows of it.
+/// One synthetic plug-in, with the texts of its columns.
 struct ListEntry
 {
     std::array<std::wstring, listColumns> texts;
     bool enabled = true;
 };
 
-/// Always the same ones, in no order; every hundredth name has letters beyond ASCII.
+/// Makes the same entries every time, in no order. Every hundredth name has letters beyond ASCII.
 std::vector<ListEntry> MakeListEntries(std::size_t count);
 
-/// Whether the name, the path or the version holds the text; ASCII letters apart from their case.
+/// True when the name, the path or the version contains the text. The case of ASCII letters is ignored.
 bool Holds(const ListEntry& entry, const std::wstring& lowerCaseText);
 
 } // namespace bench

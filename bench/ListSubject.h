@@ -17,21 +17,21 @@ class ListSubject
     virtual ~ListSubject() = default;
 
     virtual std::string Name() const = 0;
-    /// What stands for the whole list; its scroll bar is moved.
+    /// The view of the whole list. Its scroll bar is moved.
     virtual QAbstractItemView& View() = 0;
-    /// From whatever it showed to these entries, in the sort order of the moment.
+    /// Shows these entries in place of others, in the current sort order.
     virtual void Fill(const std::vector<ListEntry>& entries) = 0;
-    /// Shows those of the entries that hold the text.
+    /// Shows the entries that contain the text.
     virtual void Filter(const std::vector<ListEntry>& entries, const std::wstring& lowerCaseText) = 0;
     virtual void Sort(int column, bool ascending) = 0;
     virtual int ShownRows() const = 0;
 };
 
-/// The toolkit's list, filled and drawn as the manager's dialog does it.
+/// Makes our list, filled and drawn as the manager's dialog does it.
 std::unique_ptr<ListSubject> MakeOurList();
-/// Qt's tree widget with one item for each row.
+/// Makes Qt's tree widget with one item for each row.
 std::unique_ptr<ListSubject> MakeTreeWidget();
-/// Qt's table view on a sort-filter proxy on a table of texts.
+/// Makes Qt's table view on a sort-filter proxy on a table of texts.
 std::unique_ptr<ListSubject> MakeProxyTable();
 
 } // namespace bench

@@ -15,7 +15,7 @@
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "HeapUse.h"
 #include "Measure.h"
@@ -97,7 +97,7 @@ Steps MeasureSorts(OpenManager& manager, int runs)
         const QPoint at(std::min(place, header.viewport()->width() - 10), header.height() / 2);
         const std::string title =
             manager.List().model()->headerData(column, Qt::Horizontal).toString().toStdString();
-        // An even number, so that each direction has its share.
+        // The number is even, so that both directions are measured equally often.
         for (int run = 0; run < 2 * runs; ++run) {
             const Qt::SortOrder before = header.sortIndicatorOrder();
             steps[title + (run % 2 ? ", again" : "")].push_back(
@@ -114,7 +114,8 @@ Steps MeasureSorts(OpenManager& manager, int runs)
 struct Scrolling
 {
     Steps frames;
-    /// The most rows that had widgets, and the most that a view of this height can show.
+    /// The highest number of rows that had widgets, and the number of rows that a view of this height can
+    /// show.
     int rowsWithWidgets = 0;
     int visibleRows = 0;
 };
@@ -139,7 +140,8 @@ Scrolling MeasureScrolling(OpenManager& manager, int runs, int frames)
         bar.setValue(0);
         Settle();
         for (int frame = 1; frame <= frames; ++frame) {
-            // Half a page, as a flick of the wheel; every tenth time a leap, as dragging the bar does.
+            // Most steps are half a page, like a turn of the wheel. Every tenth one is a leap, like dragging
+            // the bar.
             int to = frame % 10 ? bar.value() + bar.pageStep() / 2 : bar.maximum() / frames * frame;
             if (to >= bar.maximum())
                 to = frame % 2;
@@ -157,7 +159,7 @@ Scrolling MeasureScrolling(OpenManager& manager, int runs, int frames)
     return scrolling;
 }
 
-/// What the window itself takes, whatever its list shows.
+/// The cost of the window itself, whatever its list shows.
 std::size_t WindowMemory(const std::vector<ListEntry>& entries)
 {
     const std::vector<ListEntry> few(entries.begin(),

@@ -9,8 +9,8 @@
 
 namespace bench {
 
-/// Puts the entries into the registry and, those that do not work, into the list of banned plug-ins, and
-/// saves both where the host keeps them.
+/// Puts the entries into the registry, and those that do not work into the list of banned plug-ins. Saves
+/// both where the host keeps them.
 void FillRegistry(const std::vector<ListEntry>& entries);
 
 /// Measures the plug-in manager on these entries, with real clicks and keys, each up to the painted window.

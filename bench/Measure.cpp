@@ -44,7 +44,7 @@ ChildResult RunChild(const std::string& program, const std::vector<std::string>&
     while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), stream))
         output.append(buffer.data(), size);
     const int status = pclose(stream);
-    // Plug-ins print on standard output too: the result is the last line.
+    // Plug-ins print on standard output, too. So the result is the last line.
     const std::size_t mark = output.rfind("RESULT ");
     ChildResult result;
     if (status != 0 || mark == std::string::npos ||

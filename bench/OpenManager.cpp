@@ -17,7 +17,7 @@ namespace {
 
 constexpr unsigned nameColumn = 2;
 
-/// The plug-in list whose viewport it is; null for anything else.
+/// The plug-in list that this widget is the viewport of; null for any other widget.
 QTableView* ListOf(const QObject& widget)
 {
     auto* const view = qobject_cast<QTableView*>(widget.parent());

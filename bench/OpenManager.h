@@ -10,13 +10,13 @@
 
 namespace bench {
 
-/// The plug-in manager as its host opens it, with its parts, while it is open.
+/// The open plug-in manager and its parts. It is opened as a host does it.
 class OpenManager
 {
   public:
-    /// Opens it on the registry, which must have so many rows to show; sorted by name. Once it is painted
-    /// with all of them, calls `use`, and closes it with OK. The milliseconds from the call to the painted
-    /// window. Throws what `use` throws.
+    /// Opens the manager on the registry, which must have so many rows to show, sorted by name. When all rows
+    /// are there and painted, it calls `use`, and closes the manager with OK. Returns the milliseconds from
+    /// the call until the window was painted. Throws what `use` throws.
     static double Run(int rows, const std::function<void(OpenManager&)>& use = {});
 
     QTableView& List() const { return *list; }

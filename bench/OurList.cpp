@@ -4,8 +4,8 @@
 #include <QWidget>
 
 #include <zetui/controls/UI_Checkbox.h>
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/skins/Skins.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 
 #include "ListSubject.h"
 
@@ -18,7 +18,7 @@ using controls::UI_MultiColumnTree;
 
 constexpr float titleWidths[listColumns] = {60, 140, 80, 80, 70, 240};
 
-/// A row with what it shows, as the manager's list has them.
+/// A row with its entry, like those of the manager's list.
 class EntryRow final : public controls::UI_MultiColumnTreeRow
 {
   public:
@@ -60,7 +60,7 @@ class OurList final : public ListSubject
     ~OurList() override
     {
         tree->RemoveAllRows();
-        // The window would take the widget with it.
+        // The window would destroy the widget.
         View().setParent(nullptr);
     }
 

@@ -19,7 +19,7 @@ PaintWatch::~PaintWatch() = default;
 bool PaintWatch::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Paint && !announced && isWatched(*watched)) {
-        // It comes when the event that paints the window has been handled, and with it the last widget.
+        // This event comes after the window's paint event, which has painted the last widget.
         announced = true;
         QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
     }

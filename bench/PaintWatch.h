@@ -6,8 +6,8 @@
 
 namespace bench {
 
-/// Tells when a widget has been painted: when the whole repaint of its window that it was a part of is done.
-/// Needs the application object; main thread.
+/// Tells when a widget has been painted: that is, when the repaint of its whole window is done. It needs the
+/// application object. Main thread.
 class PaintWatch : public QObject
 {
   public:
@@ -16,8 +16,8 @@ class PaintWatch : public QObject
     explicit PaintWatch(IsWatched isWatched, std::function<void()> painted = {});
     ~PaintWatch() override;
 
-    /// What passes from the change on until the watched widget has been painted. Throws `std::runtime_error`
-    /// when it is not painted in time.
+    /// Makes the change and returns the milliseconds until the watched widget has been painted. Throws
+    /// `std::runtime_error` when it is not painted in time.
     double MillisecondsUntilPainted(const std::function<void()>& change);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,7 +32,7 @@ class PaintWatch : public QObject
     int repaints = 0;
 };
 
-/// Handles what is waiting in the event loop, deletions put off included.
+/// Handles everything that waits in the event loop, including postponed deletions.
 void Settle();
 
 } // namespace bench

@@ -77,7 +77,7 @@ class TreeWidgetList final : public ListSubject
     QTreeWidget widget;
 };
 
-/// The texts, copied into Qt's strings as a model that Qt's classes sort needs them.
+/// The texts as Qt's strings, which a model needs that Qt's classes sort.
 class TextTable final : public QAbstractTableModel
 {
   public:

@@ -1,5 +1,6 @@
-// The scan's benchmarks. Without arguments: everything, medians of paired runs. `--once`: each thing once and
-// small, to see that it works. The other forms are what this program starts itself with.
+// Measures scans. Without arguments, it measures everything and prints medians of paired runs. With `--once`,
+// it does everything once and small, to show that it works. With the other arguments this program starts
+// itself as a child.
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -34,7 +35,8 @@ struct Size
 constexpr Size full{7, 500, 1000, 10, 10000, 21};
 constexpr Size once{1, 10, 20, 2, 500, 2};
 
-/// A folder with so many copies of a sample plug-in, as files of their own (a link would be loaded once).
+/// Makes a folder with so many copies of a sample plug-in. They are real files, because links to one file
+/// would be loaded once.
 fs::path MakeCopies(const fs::path& folder, const std::string& plugin, int copies)
 {
     fs::create_directories(folder);
@@ -52,11 +54,11 @@ struct Pairs
     int found = 0;
 };
 
-/// The floor and a scan of the same folder, in turn.
+/// Runs the bare loader and a scan on the same folder, in turns.
 Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how, int runs, Scratch& scratch)
 {
     Pairs pairs;
-    // The first pair warms the file cache up; a run that only shows that it works needs none.
+    // The first pair of runs fills the file cache. A run that only shows that it works does without.
     for (int run = runs > 1 ? -1 : 0; run < runs; ++run) {
         const auto floor = bench::RunChild(self, {"floor", folder.string()});
         const auto scan = bench::RunChild(self, {how, folder.string(), scratch.Prefs()});
@@ -117,7 +119,8 @@ void BenchCrashes(const std::string& self, const Size& size, Scratch& scratch)
     const fs::path good = MakeCopies(scratch.Path() / "good", "good/vst2_effect.so", 2 * size.crashes);
     const fs::path mixed = MakeCopies(scratch.Path() / "mixed", "good/vst2_effect.so", 2 * size.crashes);
     MakeCopies(mixed, "bad/crash_in_entry.so", size.crashes);
-    // Between two good ones each, so that every crash happens in a scanner that has loaded others.
+    // Each bad plug-in is between two good ones, so that every crash happens in a scanner that has loaded
+    // others.
     for (int index = 0; index < size.crashes; ++index)
         fs::rename(mixed / ("crash_in_entry" + std::to_string(index) + ".so"),
                    mixed / ("vst2_effect" + std::to_string(2 * index) + "_crash.so"));

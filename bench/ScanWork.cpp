@@ -9,7 +9,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/TerminalPresentation.h>
@@ -31,7 +31,8 @@ void PrintResult(double seconds, std::ptrdiff_t found)
 
 std::vector<std::string> FindModules(const std::filesystem::path& folder)
 {
-    // Debian links some packages' folders into the common one; a module reached twice counts once.
+    // Debian links the folders of some packages into the common one. A module that is reached twice counts
+    // once.
     std::set<std::string> modules;
     if (!std::filesystem::is_directory(folder))
         return {};

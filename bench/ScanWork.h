@@ -6,11 +6,11 @@
 
 namespace bench {
 
-/// Every `.so` (`.dll`) below the folder, links followed, ordered.
+/// Finds every `.so` (`.dll`) below the folder. Links are followed. The result is ordered.
 std::vector<std::string> FindModules(const std::filesystem::path& folder);
 
-/// What one child process does, timed inside it, so that the start of the program itself is not counted. Each
-/// prints "RESULT seconds found" and nothing behind it.
+/// These run in a child process, which measures its own time, so that the start of the program does not
+/// count. Each prints "RESULT seconds found" and nothing after it.
 int RunFloor(const std::vector<std::string>& modules);
 int RunScan(const std::vector<std::string>& modules, const std::filesystem::path& prefs,
             bool separateProcess);

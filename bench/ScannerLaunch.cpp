@@ -5,9 +5,9 @@
 #include <memory>
 #include <stdexcept>
 
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetcore/string/Utf.h>
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zetmarshal/RPCClient.h>
 #include <zetscanprotocol/ScanProtocol.h>
 #include <zetscanprotocol/ScanRequests.h>
@@ -37,7 +37,7 @@ double SecondsToConnect(const std::filesystem::path& scanner, const std::filesys
         process = zetaudiopluginhostui::StartScannerProcess(filesupport::File(scanner.wstring()));
         if (!process)
             throw std::runtime_error("cannot start " + scanner.string());
-        threads::Backoff backoff;
+        utility::Backoff backoff;
         while ((port & 0xffff) == 0)
             backoff();
         block.CloseFileHandleIfPossible();

@@ -4,8 +4,8 @@
 
 namespace bench {
 
-/// Starts the scanner as the host does, and returns the seconds until its answer to "Connect" is there.
-/// Throws when it fails.
+/// Starts the scanner as the host does. Returns the seconds until it has answered "Connect". Throws when that
+/// fails.
 double SecondsToConnect(const std::filesystem::path& scanner, const std::filesystem::path& prefs);
 
 } // namespace bench

@@ -5,7 +5,7 @@
 
 namespace bench {
 
-/// A folder for one run's files, removed at its end.
+/// A folder for one run's files. The destructor removes it.
 class Scratch
 {
   public:
@@ -14,7 +14,7 @@ class Scratch
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
     const std::filesystem::path& Path() const { return path; }
-    /// A new preferences folder.
+    /// Makes a new preferences folder.
     std::string Prefs();
 
   private:

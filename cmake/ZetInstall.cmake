@@ -1,7 +1,11 @@
-# What is installed: programs, libraries, their public headers, the string tables, and the package with which
-# hosts find it all (docs/embedding.md).
+# Installs the programs, the libraries, their public headers, the string tables, and the package with which hosts find
+# all of it (docs/embedding.md).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+
+if(ZET_FAULT_POINTS)
+  install(CODE "message(STATUS \"These programs have fault points for tests. Users get what the preset 'package' builds.\")")
+endif()
 
 set(zet_package "${CMAKE_INSTALL_LIBDIR}/cmake/zetaudiopluginhostui")
 file(RELATIVE_PATH zet_libraries_from_programs
@@ -20,8 +24,8 @@ foreach(library zetcore zettransport zetmarshal zetaudiofilterhost zetaudioplugi
 endforeach()
 
 foreach(program zetaudiofilterscan zetaudiopluginmanager)
-  # One path for the build tree, where the libraries stand beside the programs, and for what is installed: a path
-  # to be replaced on installation would be padded with empty entries, which mean the current folder.
+  # The same path serves the build tree, where the libraries lie beside the programs, and the installed programs. If
+  # CMake replaced the path on installation, it would pad it with empty entries, which mean the current folder.
   set_target_properties(${program} PROPERTIES
     INSTALL_RPATH "$ORIGIN;$ORIGIN/${zet_libraries_from_programs}" BUILD_WITH_INSTALL_RPATH ON)
   install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")

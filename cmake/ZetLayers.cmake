@@ -1,5 +1,5 @@
-# Which of our libraries each one may use. At the end of the configuration every target is looked at: what it links,
-# however that was said, must be in this table, so that the layers stay as ARCHITECTURE.md draws them.
+# This table says which of our libraries each library may use. At the end of the configuration every target is checked:
+# all that it links, however that was written, must be in the table. So the layers stay as ARCHITECTURE.md draws them.
 set(ZET_MAY_USE_zetcore "")
 set(ZET_MAY_USE_zettransport zetcore)
 set(ZET_MAY_USE_zetmarshal zetcore zettransport)
@@ -13,7 +13,7 @@ set(ZET_MAY_USE_zetaudiofilterscan
     zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost)
 set(ZET_MAY_USE_zetaudiopluginmanager
     zetcore zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
-# What is not shipped. The tests of the whole system see files and processes only.
+# These are not shipped. The tests of the whole system see files and processes only.
 set(ZET_MAY_USE_zettesting "")
 set(ZET_MAY_USE_zete2e zetcore)
 set(ZET_MAY_USE_zettools zetcore zetui zetaudiopluginhostui zetaudiopluginmanager)
@@ -23,7 +23,7 @@ set(ZET_MAY_USE_zetfuzz
     zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui
     zetaudiofilterscan)
 
-# zet_layer(TARGET LAYER [TEST]): the target belongs to that layer. A test may use the fixtures, too.
+# zet_layer(TARGET LAYER [TEST]): puts the target into the layer. A test may use the fixtures, too.
 function(zet_layer target layer)
   if(NOT DEFINED ZET_MAY_USE_${layer})
     message(FATAL_ERROR "${target}: there is no layer '${layer}' in cmake/ZetLayers.cmake")
@@ -34,7 +34,7 @@ function(zet_layer target layer)
   endif()
 endfunction()
 
-# The layer that the library is one of or belongs to; empty when it is none of ours.
+# Gives the layer of a library; empty when the library is not ours.
 function(zet_layer_of library result)
   set(layer "")
   if(TARGET ${library})
@@ -54,7 +54,7 @@ function(zet_check_layers_of target)
   endif()
   get_property(linked TARGET ${target} PROPERTY LINK_LIBRARIES)
   get_property(passed_on TARGET ${target} PROPERTY INTERFACE_LINK_LIBRARIES)
-  # The names inside of generator expressions count like any others.
+  # Names inside generator expressions count, too.
   string(REGEX MATCHALL "[A-Za-z0-9_]+" names "${linked};${passed_on}")
   list(REMOVE_DUPLICATES names)
   foreach(library IN LISTS names)

@@ -1,9 +1,9 @@
-# How this project declares its libraries, programs and tests.
+# The functions with which this project declares its libraries, programs and tests.
 
 include("${CMAKE_CURRENT_LIST_DIR}/ZetLayers.cmake")
 
 add_custom_target(zet_headers_alone)
-# The tests that run under the thread sanitizer.
+# Builds the tests that run under the thread sanitizer.
 add_custom_target(zet_thread_tests)
 
 function(zet_compile_settings target)
@@ -18,7 +18,7 @@ function(zet_compile_settings target)
       -Wconversion -Wno-sign-conversion -Wextra-semi -Werror)
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # GCC 12 sees overlapping copies in the plain concatenation of strings (its bug 105651).
+    # GCC 12 warns of overlapping copies where strings are merely joined (its bug 105651).
     target_compile_options(${target} PRIVATE -Wno-restrict)
   endif()
   if(WIN32)
@@ -35,7 +35,7 @@ function(zet_sanitize target)
     if(ZET_FUZZ)
       target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
     endif()
-    # The thread sanitizer cannot see fences, which Asio sets beside the locks that do the work.
+    # The thread sanitizer does not understand the fences that Asio sets beside its locks.
     if(ZET_SANITIZE MATCHES "thread")
       target_compile_definitions(${target} PRIVATE BOOST_ASIO_DISABLE_FENCED_BLOCK)
     endif()
@@ -43,19 +43,20 @@ function(zet_sanitize target)
 endfunction()
 
 # zet_library(NAME
-#   SOURCES files, POSIX files, WIN files      what it is built of
-#   USES libs, PRIVATE_USES libs               ours
-#   LINK targets, PRIVATE_LINK targets         others'
-#   [INCLUDE dir]                              public headers, include/ by default
-#   [LAYER name]                               the layer that it is a part of; by default it is one itself
-#   [STATIC])                                  shared unless it says so
-# Its tests use zet_test, which links the library's objects, so that they reach what is not exported.
+#   SOURCES files, POSIX files, WIN files      the sources, and those of one platform
+#   USES libs, PRIVATE_USES libs               libraries of ours
+#   LINK targets, PRIVATE_LINK targets         libraries of others
+#   [INCLUDE dir]                              the folder of public headers, include/ by default
+#   [LAYER name]                               the layer that it is a part of; by default it is a layer itself
+#   [STATIC])                                  makes a static library instead of a shared one
+# A library's tests are declared with zet_test. They are linked with its objects, so that they reach what is not
+# exported. Their fixtures are in the library's folder testing/, of which production code knows nothing.
 function(zet_library name)
   cmake_parse_arguments(ARG "STATIC" "INCLUDE;LAYER" "SOURCES;POSIX;WIN;USES;PRIVATE_USES;LINK;PRIVATE_LINK" ${ARGN})
   if(ARG_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "zet_library(${name}): unknown arguments ${ARG_UNPARSED_ARGUMENTS}")
   endif()
-  # A part without headers of its own leaves them to its layer's library.
+  # A part without an INCLUDE folder has no public headers; they are in its layer's library.
   set(has_headers ON)
   if(NOT ARG_INCLUDE)
     set(ARG_INCLUDE include)
@@ -78,6 +79,7 @@ function(zet_library name)
   configure_file("${CMAKE_CURRENT_FUNCTION_LIST_DIR}/Export.h.in" "${generated}/${name}/Export.h" @ONLY)
 
   add_library(${name}_objects OBJECT ${ARG_SOURCES})
+  set_property(GLOBAL APPEND PROPERTY ZET_LIBRARIES ${name})
   zet_compile_settings(${name}_objects)
   target_compile_definitions(${name}_objects PRIVATE ${name}_EXPORTS)
   target_include_directories(${name}_objects
@@ -90,13 +92,13 @@ function(zet_library name)
     add_library(${name} STATIC $<TARGET_OBJECTS:${name}_objects>)
   else()
     add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
-    # The path to be replaced on installation would be padded with empty entries, which mean the current folder.
+    # If CMake replaced the path on installation, it would pad it with empty entries, which mean the current folder.
     set_target_properties(${name} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     if(NOT WIN32)
       target_link_options(${name} PRIVATE "LINKER:--version-script=${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map")
     endif()
   endif()
-  # The libraries' file names are the same whichever compiler made them.
+  # The libraries have the same file names, whichever compiler made them.
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   if(WIN32)
     set_target_properties(${name} PROPERTIES PREFIX "")
@@ -115,7 +117,7 @@ function(zet_library name)
   endif()
 endfunction()
 
-# zet_header_library(NAME [USES libs]): a library of headers only.
+# zet_header_library(NAME [USES libs]): declares a library of headers only.
 function(zet_header_library name)
   cmake_parse_arguments(ARG "" "" "USES;LINK" ${ARGN})
   add_library(${name} INTERFACE)
@@ -125,7 +127,7 @@ function(zet_header_library name)
   zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/include")
 endfunction()
 
-# Every public header must compile when it is the only include; zet_headers_alone builds the proof.
+# Every public header must compile when it is the only include. The target zet_headers_alone compiles each one so.
 function(zet_check_headers_alone name include_dir)
   file(GLOB_RECURSE headers RELATIVE "${include_dir}" CONFIGURE_DEPENDS "${include_dir}/*.h")
   set(proofs "")
@@ -164,8 +166,8 @@ function(zet_program name)
 endfunction()
 
 # zet_test(LIBRARY FILES tests [USES libs] [LINK targets] [NEEDS targets] [NAME name] [THREADS] [SCANNERS])
-# One test program for the tests that stand beside a library's units; it is linked with the library's objects.
-# THREADS: nothing in it draws, so that it runs under the thread sanitizer. SCANNERS: it starts scanners.
+# Makes one program of the tests that stand beside a library's sources, linked with the library's objects.
+# THREADS: it draws nothing, and runs under the thread sanitizer, too. SCANNERS: it starts scanners.
 function(zet_test library)
   if(NOT ZET_BUILD_TESTS)
     return()
@@ -198,15 +200,15 @@ endfunction()
 # zet_discover_tests(TARGET [THREADS] [SCANNERS])
 function(zet_discover_tests target)
   if(WIN32)
-    # Programs of other folders, the scanner's stand-in among them, look for our libraries along PATH. To start a
-    # program takes long under an emulator, so that there it is one test.
+    # Programs in other folders, such as the scanner's stand-in, find our libraries through PATH. A program takes
+    # long to start under an emulator, so that all of its tests are one test for ctest.
     add_test(NAME ${target} COMMAND ${target})
-    # The slowest takes about three minutes; what hangs ends too.
+    # The slowest program takes about three minutes. The limit ends one that hangs.
     set_tests_properties(${target} PROPERTIES TIMEOUT 600 ENVIRONMENT_MODIFICATION
       "PATH=path_list_prepend:${CMAKE_RUNTIME_OUTPUT_DIRECTORY};WINEPATH=cmake_list_prepend:Z:${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
     if("SCANNERS" IN_LIST ARGN)
-      # The block that carries a scanner's port belongs to the user's whole session, and the tests count the
-      # scanners that still run in it.
+      # The shared block that carries a scanner's port belongs to the user's whole session, and the tests count the
+      # scanners that still run in the session.
       set_tests_properties(${target} PROPERTIES RESOURCE_LOCK scanners)
     endif()
     return()

@@ -1,17 +1,17 @@
-# What a Windows machine that has nothing of ours needs: beside the programs while building, and in the zip that
-# the target zet_package makes.
+# Collects what the programs need on a Windows machine that has nothing of ours: beside the programs of the build, and
+# in the zip that the target zet_package makes.
 include_guard()
 
 set(ZET_PACKAGE_NAME "zetaudiopluginmanager-${PROJECT_VERSION}-windows-x86_64")
 set(ZET_PACKAGE_FOLDER "${PROJECT_BINARY_DIR}/package/${ZET_PACKAGE_NAME}")
 
-# The libraries that we did not build: Qt's and the compiler's own.
+# These are the libraries that we did not build: Qt's and the compiler's own.
 set(zet_runtime "")
 foreach(component IN ITEMS Core Gui Widgets)
   list(APPEND zet_runtime "$<TARGET_FILE:Qt6::${component}>")
 endforeach()
 if(MINGW)
-  # The libraries throw exceptions and pass strings to each other, for which they share one standard library.
+  # Our libraries throw exceptions and pass strings to each other. They must share one standard library for that.
   foreach(library IN ITEMS libgcc_s_seh-1 libstdc++-6 libwinpthread-1)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}.dll
       OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
@@ -27,7 +27,7 @@ if(QT6_INSTALL_PREFIX AND QT6_INSTALL_PLUGINS)
   set(zet_platforms "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/platforms")
 endif()
 
-# Beside the programs, where Windows looks for them. Qt's tests need its test library, and windows in memory.
+# Windows looks for libraries beside the programs. The tests also need Qt's test library and its windows in memory.
 set(zet_bin "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 set(zet_test_runtime "")
 if(ZET_BUILD_TESTS)
@@ -41,7 +41,8 @@ add_custom_target(zet_windows_runtime ALL
           "${zet_platforms}/qoffscreen${CMAKE_SHARED_LIBRARY_SUFFIX}" "${zet_bin}/platforms"
   VERBATIM)
 
-# A component of its own that only asking for it installs: a plain installation is that of cmake/ZetInstall.cmake.
+# The package is a component of its own, which is installed only when it is named. A plain installation is that of
+# cmake/ZetInstall.cmake.
 install(TARGETS zetcore zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui
                 zetaudiofilterscan zetaudiopluginmanager
   RUNTIME DESTINATION . COMPONENT package EXCLUDE_FROM_ALL)
@@ -52,7 +53,7 @@ install(DIRECTORY "${zet_bin}/lang" DESTINATION . COMPONENT package EXCLUDE_FROM
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt COMPONENT package EXCLUDE_FROM_ALL)
 install(FILES tools/windows/package/README.txt DESTINATION . COMPONENT package EXCLUDE_FROM_ALL)
 
-# zet_install_licence(NAME candidates...): the first of the files that exists.
+# zet_install_licence(NAME candidates...): puts the first of these files that exists into the package.
 function(zet_install_licence name)
   foreach(file IN LISTS ARGN)
     if(EXISTS "${file}")
@@ -77,6 +78,8 @@ endif()
 add_custom_target(zet_package
   COMMAND ${CMAKE_COMMAND} "-DFOLDER=${ZET_PACKAGE_FOLDER}" "-DBUILD=${PROJECT_BINARY_DIR}"
           -P "${PROJECT_SOURCE_DIR}/cmake/ZetPutTogether.cmake"
+  COMMAND ${CMAKE_COMMAND} "-DSOURCES=${PROJECT_SOURCE_DIR}" "-DFOLDERS=${ZET_PACKAGE_FOLDER}"
+          -P "${PROJECT_SOURCE_DIR}/cmake/ZetNoFaultPoints.cmake"
   COMMAND ${CMAKE_COMMAND} -E chdir "${PROJECT_BINARY_DIR}/package"
           ${CMAKE_COMMAND} -E tar cf "${ZET_PACKAGE_NAME}.zip" --format=zip "${ZET_PACKAGE_NAME}"
   VERBATIM)

@@ -1,4 +1,4 @@
-# Writes OUTPUT, the table of a module's resources: NAMES and FILES, all of one TYPE.
+# Writes the source file OUTPUT, a table of the files in FILES with their NAMES, all resources of one TYPE.
 set(arrays "")
 set(entries "")
 set(number 0)

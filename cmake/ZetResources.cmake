@@ -1,9 +1,9 @@
-# How a module carries files inside itself.
+# The functions with which a module carries files inside itself.
 
 # zet_module_resources(sources type NAME file [NAME file ...])
-# Appends to the list `sources` what makes the files resources of the module that they are compiled into: a
-# resource script on Windows, elsewhere a table in the shared object (see OS_ResourceManager.h). The bytes are
-# kept as they are. A test program that holds the module's objects needs zet_exports_resources.
+# Appends a generated file to the list `sources`. It makes the given files resources of the module that it is compiled
+# into: on Windows it is a resource script, elsewhere a table in the shared object (see OS_ResourceManager.h). The
+# files' bytes are kept as they are. A test program that holds the module's objects needs zet_exports_resources.
 function(zet_module_resources sources type)
   list(LENGTH ARGN count)
   math(EXPR odd "${count} % 2")
@@ -33,7 +33,7 @@ function(zet_module_resources sources type)
               -P "${PROJECT_SOURCE_DIR}/cmake/ZetResourceTable.cmake"
       DEPENDS ${files} "${PROJECT_SOURCE_DIR}/cmake/ZetResourceTable.cmake"
       VERBATIM)
-    # Each module has a table of this one name, which a sanitizer would take for a clash.
+    # Each module has a table, and all tables have the same name. A sanitizer would report that as an error.
     if(ZET_SANITIZE)
       set_source_files_properties("${made}" PROPERTIES COMPILE_OPTIONS "-fno-sanitize=all")
     endif()
@@ -41,7 +41,7 @@ function(zet_module_resources sources type)
   set(${sources} ${${sources}} "${made}" PARENT_SCOPE)
 endfunction()
 
-# A program finds the resource table among what it exports, as a shared object does.
+# Lets a program export the resource table, as a shared object does, so that the table is found.
 function(zet_exports_resources target)
   set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
 endfunction()

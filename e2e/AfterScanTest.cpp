@@ -1,4 +1,4 @@
-// A scan leaves its results in the list of plug-ins, and says what has changed there.
+// A scan leaves its results in the list of plug-ins, and tells what has changed there.
 #include <fstream>
 #include <memory>
 
@@ -16,12 +16,12 @@ using zettesting::ChildProcess;
 class AfterScan : public ManagerFixture
 {
   protected:
-    /// Another build of the same plug-in: what lies behind a library's end says nothing to the system.
+    /// Makes another build of the same plug-in. The system ignores bytes behind the end of a library.
     static void Change(const std::filesystem::path& plugin)
     {
         std::ofstream(plugin, std::ios::binary | std::ios::app) << "changed";
     }
-    /// Waits until the scan is at this plug-in.
+    /// Waits until the scan has come to this plug-in.
     std::unique_ptr<ChildProcess> ScanUpTo(const std::filesystem::path& plugin, Strings arguments) const
     {
         auto command = Command(std::move(arguments));

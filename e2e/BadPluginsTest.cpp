@@ -16,13 +16,13 @@ using Strings = std::vector<std::string>;
 enum class Verdict
 {
     Banned,
-    /// Banned, but its code has never run, so that every scan tries it again.
+    /// It is banned, but its code has never run, so that every scan tries it again.
     CouldNotLoad,
     /// It works.
     Found,
     /// It is no plug-in: neither listed nor banned.
     NoPlugin,
-    /// It works until it dies of itself; either is right.
+    /// It works until it crashes of itself. It may be found or banned; both are right.
     FoundOrBanned,
 };
 
@@ -30,7 +30,7 @@ struct Behaviour
 {
     std::string name;
     Verdict verdict;
-    /// What the reason must hold.
+    /// The reason must contain this text.
     std::string reason;
 
     friend void PrintTo(const Behaviour& behaviour, std::ostream* stream) { *stream << behaviour.name; }
@@ -39,7 +39,7 @@ struct Behaviour
 std::vector<Behaviour> AllBehaviours()
 {
     const std::string fault = "crashed (" + MemoryFaultName() + ")";
-    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+    // Wine's loader catches crashes in a module's initialisers and last functions.
     const bool caught = zettesting::IsWine();
     return {
         {"crash_on_load", Verdict::Banned, caught ? "could not be loaded" : fault + " while being loaded"},
@@ -100,7 +100,7 @@ class BadPlugin : public ManagerFixture, public testing::WithParamInterface<Beha
                 Install("good/vst3_several_classes", "y_classes").string(),
                 Install("good/vst2_synth", "z_synth").string()};
         bad = Install("bad/" + GetParam().name, "m_bad");
-        // Short for those that hang alone: on a busy machine the others may take their time.
+        // The limit is short only for plug-ins that hang alone. On a busy machine the others need more time.
         const bool hangs = GetParam().reason.find("longer than 1 second") != std::string::npos;
         environment["ZET_DEBUG_DATABASE"] =
             "zetaudiofilterscan.EntityTimeoutSeconds=" + std::string(hangs ? "1" : "20");
@@ -175,7 +175,7 @@ TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
     Scan();
     const bool wasBanned = IsBanned();
     const bool isTriedAgain = GetParam().verdict == Verdict::CouldNotLoad;
-    // A plug-in that was tried again was banned anew, at another time.
+    // A plug-in that was tried again was banned again, at a later time.
     const auto list = isTriedAgain ? WithoutTimes(List()) : List();
     const ScanSummary second = Scan();
     EXPECT_EQ(second.exitStatus, 0) << second.messages;
@@ -200,7 +200,7 @@ TEST_P(BadPlugin, ASecondScanLeavesItAloneAndAReloadTriesAgain)
         EXPECT_THAT(ListedPaths({"--enabled"}), testing::Contains(path));
 }
 
-/// Those that leave the process that loads them alive can be scanned in the host's own.
+/// These do not end the process that loads them, so that they can be scanned in the host's own.
 class BadPluginInProcess : public BadPlugin
 {};
 
@@ -245,7 +245,7 @@ TEST_P(BadPluginInProcess, GivesTheSameAsInTheScanner)
 class BadPlugins : public ManagerFixture
 {
   protected:
-    /// For libraries that plug-ins need.
+    /// A folder for libraries that plug-ins need.
     void LetTheSystemLookIn(const std::filesystem::path& libraries)
     {
         const bool isWindows = zettesting::ModuleSuffix() == ".dll";
@@ -342,7 +342,7 @@ TEST_F(BadPlugins, AllOfThemAtOnceLeaveTheGoodOnes)
         Install("bad/" + behaviour.name, number + "_bad");
         good.push_back(Install("good/vst2_effect", number + "_good").string());
     }
-    // The good ones among them take longer under an emulator.
+    // The good ones among them need more time under an emulator.
     environment["ZET_DEBUG_DATABASE"] =
         "zetaudiofilterscan.EntityTimeoutSeconds=" + std::string(zettesting::IsWine() ? "4" : "1");
     const ScanSummary summary = Scan();

@@ -20,7 +20,7 @@ class Choices : public ManagerFixture
     std::filesystem::path effect, shell, bundle;
 };
 
-/// Every digit as '9': the shape of a text with numbers.
+/// Replaces every digit by '9', so that texts with different numbers can be compared.
 std::string WithNines(std::string text)
 {
     std::replace_if(

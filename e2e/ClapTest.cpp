@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <sstream>
@@ -26,7 +28,7 @@ class Clap : public ManagerFixture, public testing::WithParamInterface<bool>
           other(Install("good/vst2_effect", "other"))
     {}
 
-    /// In the scanner or in the host's own process.
+    /// The arguments for a scan in the scanner or in the host's own process.
     Strings Ways(Strings arguments = {}) const
     {
         if (GetParam())
@@ -121,7 +123,8 @@ TEST_P(Clap, AFileIsSwitchedOffWithAllThatItHolds)
     EXPECT_EQ(List({"--disabled"}).size(), 0u);
 }
 
-// The command line switches files; the manager's list switches one plug-in, and this is what it saves.
+// The command line switches whole files on and off. The manager's list switches single plug-ins, and saves
+// this.
 TEST_P(Clap, OneOfAFileThatIsSwitchedOffStaysSoThroughRescansAndWhileItIsAway)
 {
     RunWell(Ways({"scan"}));
@@ -232,7 +235,7 @@ TEST_P(Clap, AFileThatIsNoLibraryIsNoPluginAndAFolderOfThatNameIsSearched)
     EXPECT_EQ(Scan(Ways({"plugins/folder.clap"})).scanned, 1);
 }
 
-/// Libraries that bring their process down, or that cannot be used, and what is said of them.
+/// Libraries that crash their process or cannot be used, with the reasons that users are told.
 class BadClap : public ManagerFixture
 {};
 
@@ -273,7 +276,6 @@ TEST_F(BadClap, FoldersOfTheFormatAreTheDocumentedOnesBehindThoseOfItsVariable)
     const bool isWindows = zettesting::ModuleSuffix() == ".dll";
     const auto mine = folder / "my clap", more = folder / "more";
     environment["CLAP_PATH"] = mine.string() + (isWindows ? ";" : ":") + more.string();
-    environment["CommonProgramFiles"] = (folder / "common").string();
     RunWell({"folders", "reset"});
     Strings folders;
     std::istringstream lines(RunWell({"folders"}));
@@ -281,8 +283,10 @@ TEST_F(BadClap, FoldersOfTheFormatAreTheDocumentedOnesBehindThoseOfItsVariable)
         if (line.starts_with("CLAP  "))
             folders.push_back(line.substr(6));
     }
+    // The system itself sets this variable for every process.
+    const char* const common = std::getenv("CommonProgramFiles");
     const Strings documented =
-        isWindows ? Strings{(folder / "common" / "CLAP").string(),
+        isWindows ? Strings{(std::filesystem::path(common ? common : "") / "CLAP").string(),
                             (folder / "home" / "local" / "Programs" / "Common" / "CLAP").string()}
                   : Strings{(folder / "home" / ".clap").string(), "/usr/lib/clap"};
     ASSERT_EQ(folders.size(), 4u);

@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// How the system calls what plug-ins die of.
+/// The system's name for the crash of a plug-in.
 std::string MemoryFaultName();
 std::string StackOverflowName();

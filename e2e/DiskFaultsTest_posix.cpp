@@ -1,5 +1,5 @@
-// Full disks and folders that cannot be written to: the user is told, what is on the disk stays whole, and
-// the scan's own result is right.
+// Full disks and read-only folders. The user is told, the files on the disk stay whole, and the scan's result
+// is right.
 #include <gmock/gmock.h>
 
 #include <unistd.h>
@@ -38,7 +38,7 @@ class DiskFaults : public FaultFixture
 
     std::filesystem::path Registry() const { return prefs / "AudioPlugins.xml"; }
 
-    /// The preferences as the next start finds them: whole, and with the user's choice.
+    /// Expects that the next start finds the preferences whole, with the user's choice.
     void ExpectWhole() const
     {
         const auto list = Run({"list", "--json"});
@@ -63,13 +63,13 @@ class DiskFaults : public FaultFixture
 struct Fault
 {
     const char* place;
-    /// The registry is not saved: the exit status says so.
+    /// The registry is not saved. The exit status tells so.
     bool losesRegistry;
-    /// What the scanner finds cannot be handed over: only what it banned is known.
+    /// The scanner cannot hand its findings over. Only its bans are known.
     bool losesResults = false;
-    /// Nor can the reason be told for which one was banned.
+    /// The reason of a ban is lost.
     bool losesReason = false;
-    /// The list of bans is not saved: the exit status says so, too.
+    /// The list of bans is not saved. The exit status tells that, too.
     bool losesBans = false;
 
     friend void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.place; }
@@ -158,7 +158,8 @@ TEST_F(DiskFaults, AFileThatMayNotGrowStaysAsItWas)
 
 TEST_F(DiskFaults, AFolderThatMayNotBeWrittenToStaysAsItWas)
 {
-    // The administrator writes all the same; for that one the system's answer is made up.
+    // An administrator may write everywhere. For administrators a fault point gives the system's error
+    // instead.
     if (::geteuid() == 0) {
         AddFault("write.*:1:read-only");
         AddFault("append.*:1:read-only");

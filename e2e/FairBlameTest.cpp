@@ -1,4 +1,4 @@
-// Who is banned when plug-ins bring each other down, or crash now and then.
+// Tests which plug-in is banned when plug-ins make each other crash, or crash now and then.
 #include <gmock/gmock.h>
 
 #include "ManagerFixture.h"

@@ -7,7 +7,7 @@
 
 #include "ManagerFixture.h"
 
-/// One process of the host's or the scanner's, as the system shows it.
+/// A process of the host or the scanner, as the system shows it.
 struct SeenProcess
 {
     int number = 0;
@@ -23,11 +23,11 @@ struct SeenProcess
     } kind = Kind::Other;
 };
 
-/// Host and scanner with faults set in them: see zetcore/debug/FaultPoint.h.
+/// Runs host and scanner with faults at named places: see zetcore/debug/faults/FaultPoint.h.
 class FaultFixture : public ManagerFixture
 {
   protected:
-    /// Where a process stopped.
+    /// The place at which a process stopped.
     struct Stop
     {
         std::string place;
@@ -37,22 +37,23 @@ class FaultFixture : public ManagerFixture
     FaultFixture();
     ~FaultFixture() override;
 
-    /// The next processes that are started stop at the place's visit, the first of them that gets there.
+    /// Among the processes that are started next, the first one that comes to this visit of the place stops
+    /// there.
     void StopAt(const std::string& place, unsigned visit);
-    /// More faults, as the environment variable takes them.
+    /// Adds a fault, written as in the environment variable.
     void AddFault(const std::string& fault);
     void WithoutFaults();
-    /// Waits until one has stopped; nothing when the host ends before that.
+    /// Waits until a process has stopped. Empty when the host ends before that.
     std::optional<Stop> WaitForStop() const;
     void Continue(const Stop& stop) const;
 
-    /// Those of this test that run or have not been collected.
+    /// The processes of this test that run, or that have ended and are not collected.
     std::vector<SeenProcess> Processes() const;
     std::vector<int> Numbers(SeenProcess::Kind kind) const;
-    /// Looked for again for a while: on a busy machine, a look at the process table misses one now and then.
+    /// Looks several times: on a busy machine, a single look at the process table may miss a process.
     std::vector<int> AwaitNumbers(SeenProcess::Kind kind) const;
     static void KillAll(const std::vector<int>& numbers);
-    /// Whether any of the preferences files was damaged: such files are kept aside.
+    /// The damaged preferences files, which are kept aside.
     std::vector<std::string> DamagedFiles() const;
 
   private:

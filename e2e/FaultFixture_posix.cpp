@@ -12,13 +12,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 
 namespace {
 
 constexpr std::chrono::minutes longest{1};
 
-/// What can still be read of it: the process that it is about may end at any moment.
+/// Reads what is still there: the process may end at any moment.
 std::string ReadSystemFile(const std::filesystem::path& file)
 {
     std::ostringstream text;
@@ -46,7 +46,7 @@ SeenProcess ReadProcess(int number)
 
 } // namespace
 
-/// The named pipe on which the one that stops says so. Held open for reading and writing, so that neither
+/// The named pipe on which a process tells that it stops. It is open for reading and writing, so that neither
 /// side ever waits for the other.
 class FaultFixture::Pipe
 {
@@ -60,7 +60,7 @@ class FaultFixture::Pipe
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
-    /// What was written, if anything was within a moment.
+    /// Waits a moment and returns what was written.
     std::string Read() const
     {
         pollfd waiting{descriptor, POLLIN, 0};
@@ -110,15 +110,15 @@ std::optional<FaultFixture::Stop> FaultFixture::WaitForStop() const
         std::istringstream said(pipe->Read());
         Stop stop;
         if (!(said >> stop.place >> stop.process)) {
-            // For a moment after its start it is not the host yet but a copy of this process.
+            // For a moment after its start, the child is still a copy of this process.
             const bool hostIsSeen = !Numbers(SeenProcess::Kind::Host).empty();
             if (hostWasSeen && !hostIsSeen)
                 return std::nullopt;
             hostWasSeen = hostIsSeen;
             continue;
         }
-        // It says so just before it stops.
-        zetcore::threads::Backoff pause;
+        // The process writes its line just before it stops.
+        zetcore::utility::Backoff pause;
         while (ReadProcess(stop.process).state != 'T' && std::chrono::steady_clock::now() < giveUp)
             pause();
         return stop;
@@ -151,7 +151,7 @@ std::vector<int> FaultFixture::Numbers(SeenProcess::Kind kind) const
 std::vector<int> FaultFixture::AwaitNumbers(SeenProcess::Kind kind) const
 {
     const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    zetcore::threads::Backoff pause;
+    zetcore::utility::Backoff pause;
     for (;;) {
         std::vector<int> numbers = Numbers(kind);
         if (!numbers.empty() || std::chrono::steady_clock::now() >= giveUp)

@@ -1,4 +1,4 @@
-// Host, scanner or both are killed at every step of a scan, and the next start is right all the same.
+// Kills the host, the scanner or both at every step of a scan. The next start must be right all the same.
 #include <algorithm>
 
 #include <gmock/gmock.h>
@@ -19,16 +19,17 @@ enum class Victim
     Worker,
 };
 
-/// Where the scanner is at the step.
+/// The state of the scanner at a step.
 enum class Phase
 {
-    /// It has not been started, or is ending: there is none to kill.
+    /// The scanner has not been started, or is ending. There is none to kill.
     NoScanner,
-    /// When it is killed, the host's scan may not have begun: then it says that it could not start one.
+    /// When the scanner is killed, the host's scan may not have begun. Then the host reports that it could
+    /// not start a scanner.
     BeforeConnection,
     Connected,
-    /// The host's main thread has stopped: the thread that talks to the scanner may have come, until then, as
-    /// far as the plug-in that ends it. It is killed if it is there.
+    /// The host's main thread has stopped. Until then, the thread that talks to the scanner may have come as
+    /// far as the plug-in that crashes the scanner. The scanner is killed if it is there.
     PerhapsConnected,
 };
 
@@ -39,7 +40,7 @@ struct Step
     Phase phase = Phase::Connected;
 };
 
-/// Each in the order of a scan. The registry is written once before the scan and once after it.
+/// The steps, in the order of a scan. The registry is written once before the scan and once after it.
 const Step steps[] = {
     {"host.scan-begins", 1, Phase::NoScanner},
     {"write.AudioPlugins.xml.write", 1, Phase::NoScanner},
@@ -146,7 +147,7 @@ class FaultMatrix : public FaultFixture, public testing::WithParamInterface<Row>
     void KillVictims(const Stop& stop) const
     {
         const Victim victim = GetParam().victim;
-        // All of them are looked up first: the end of one may be the end of the next.
+        // All victims are looked up first, because the end of one may end another.
         std::vector<int> numbers;
         const auto add = [&](Kind kind) {
             const bool isThere = kind == Kind::Host || GetParam().step.phase != Phase::PerhapsConnected;
@@ -166,7 +167,7 @@ class FaultMatrix : public FaultFixture, public testing::WithParamInterface<Row>
         Continue(stop);
     }
 
-    /// The good ones whose results the host had before the kill: it had gone on to the next.
+    /// The good plug-ins whose results the host had before the kill: it had gone on to the next one.
     Strings Finished(const std::string& progress) const
     {
         std::vector<std::pair<std::size_t, std::string>> shown;
@@ -183,7 +184,7 @@ class FaultMatrix : public FaultFixture, public testing::WithParamInterface<Row>
         return finished;
     }
 
-    /// What the preferences hold, read by a new host, which has nothing to complain of.
+    /// Reads the preferences with a new host, which must not complain.
     std::vector<ListedPlugin> ReadBack() const
     {
         const auto list = Run({"list", "--json"});
@@ -204,7 +205,7 @@ TEST_P(FaultMatrix, NothingIsLost)
 {
     const Row& row = GetParam();
     StopAt(row.step.place, row.step.visit);
-    // A scanner that is killed before it has said where it listens makes the host wait for a minute.
+    // When the scanner is killed before it has told its port, the host waits for a minute.
     if (row.victim == Victim::Scanner && row.step.phase == Phase::BeforeConnection)
         AddFault("host.port-wait:200:late=61");
     ChildProcess host(Command({"scan"}));
@@ -241,8 +242,8 @@ TEST_P(FaultMatrix, NothingIsLost)
     EXPECT_THAT(banned->reason, testing::HasSubstr("crashed"));
 }
 
-/// In the host's own process, the plug-in that the marker names is banned by the next start: nobody can tell
-/// a kill from a crash of its own. All else is as above.
+/// In the host's own process, the next start bans the plug-in that the marker names, because nobody can tell
+/// a kill from a crash. Everything else is as above.
 class FaultMatrixInProcess : public FaultFixture, public testing::WithParamInterface<Row>
 {};
 
@@ -288,7 +289,7 @@ TEST_P(FaultMatrixInProcess, NothingIsLost)
     } else {
         ASSERT_EQ(banned.size(), 1u);
         EXPECT_THAT(marked, testing::HasSubstr(banned.front()));
-        // Those before it have been found and saved.
+        // The plug-ins before it have been found and saved.
         EXPECT_THAT(known, testing::IsSupersetOf(
                                Strings(good.begin(), std::find(good.begin(), good.end(), banned.front()))));
         RunWell({"reload", banned.front()});

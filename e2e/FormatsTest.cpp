@@ -9,7 +9,7 @@ using testing::HasSubstr;
 using testing::Not;
 using Strings = std::vector<std::string>;
 
-/// Plug-in files as they are named on the command line, and what their names tell.
+/// Plug-in files that are named on the command line.
 class Formats : public ManagerFixture
 {
   protected:
@@ -80,7 +80,7 @@ TEST_F(Formats, AFolderIsAddedForEveryFormatThatCanBeLoaded)
                                Not(HasSubstr("AU "))));
 }
 
-// The user's own folder on Linux is called like an extension.
+// On Linux, the name of the user's own folder looks like an extension.
 TEST_F(Formats, AFolderWithNothingButAnExtensionForItsNameIsNoBundle)
 {
     const auto own = folder / ".vst3";

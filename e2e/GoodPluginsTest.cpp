@@ -12,7 +12,8 @@ using testing::HasSubstr;
 using testing::Not;
 using Strings = std::vector<std::string>;
 
-/// What a scan must tell of one plug-in; versions stand apart, since technologies write them differently.
+/// The facts that a scan must tell of one plug-in. Versions are compared elsewhere, because technologies
+/// write them differently.
 using Facts = std::tuple<std::string, std::string, std::string>;
 
 class GoodPlugins : public ManagerFixture, public testing::WithParamInterface<bool>
@@ -22,8 +23,8 @@ class GoodPlugins : public ManagerFixture, public testing::WithParamInterface<bo
 
     Strings ScanArguments() const { return GetParam() ? Strings{"--in-process"} : Strings{}; }
 
-    /// What a scan must find: a record for each module, and for each plug-in of a VST2 shell. A VST3 module
-    /// with several classes goes by its file's name.
+    /// A scan must find a record for each module, and one for each plug-in of a VST2 shell. A VST3 module
+    /// with several classes has the name of its file.
     std::multiset<Facts> ExpectedFacts() const
     {
         std::map<std::string, std::vector<zettesting::TestPluginFacts>> modules;
@@ -70,7 +71,7 @@ TEST_P(GoodPlugins, AllAreFoundWithTheirNamesAndVendors)
     EXPECT_EQ(summary.scanned, static_cast<long long>(ListedPaths().size()));
 }
 
-// What kind a shell's plug-in is takes an instance of it, which only the full scan makes.
+// Only an instance of a shell's plug-in tells its kind, and only the full scan makes instances.
 TEST_P(GoodPlugins, InstrumentsAreNoEffects)
 {
     for (const bool quick : {true, false}) {

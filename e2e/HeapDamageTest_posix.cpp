@@ -1,4 +1,5 @@
-// A plug-in that damages the heap of the next: only where it is known how the heap is kept.
+// A plug-in that damages the heap for the next one. The test runs only where the structure of the heap is
+// known.
 #include <gmock/gmock.h>
 
 #include "ManagerFixture.h"

@@ -13,7 +13,7 @@ struct Holdings
 {
     std::size_t descriptors = 0;
     std::size_t threads = 0;
-    /// Resident, in KiB.
+    /// Resident memory in KiB.
     std::size_t memory = 0;
 };
 
@@ -38,7 +38,8 @@ class LongScan : public FaultFixture
                 status >> holdings.memory;
         return holdings;
     }
-    /// Many names of two files. The system takes those for one library, but no two are loaded at a time.
+    /// Makes many names for two files. The system takes all names of a file for one library, but no two are
+    /// loaded at a time.
     void InstallMany() const
     {
         const auto good = zettesting::CopyTestPlugin("good/vst2_effect", folder.Path(), "good");
@@ -56,10 +57,10 @@ class LongScan : public FaultFixture
 TEST_F(LongScan, WithFiveHundredCrashesEndsWithTheRightResultAndLeaksNothing)
 {
     InstallMany();
-    // The same moment of a scan, soon after its start and just before its end.
+    // Both are the same moment in the scan of one plug-in: one soon after the start, one just before the end.
     StopAt("host.restarting", 5);
     auto command = Command({"scan", "--json"});
-    // The address sanitizer keeps freed memory for a while, which is none that the host holds.
+    // The address sanitizer keeps freed memory for a while. The host does not hold that memory.
     command.environment["ASAN_OPTIONS"] = "quarantine_size_mb=1";
     ChildProcess host(command);
     const auto early = WaitForStop();
@@ -76,10 +77,10 @@ TEST_F(LongScan, WithFiveHundredCrashesEndsWithTheRightResultAndLeaksNothing)
     EXPECT_EQ(scan.banned.size(), static_cast<std::size_t>(total / 10));
     ExpectNoProcessLeft();
 
-    // A connection more or less may be on its way.
+    // One connection more or less may just be opening or closing.
     EXPECT_LE(after.descriptors, before.descriptors + 8);
     EXPECT_LE(after.threads, before.threads + 3);
-    // What it has found takes room: a record each, and what was shown of each.
+    // Each plug-in found takes some memory: its record, and the text that was shown.
     constexpr std::size_t perPlugin = 8;
     EXPECT_LE(after.memory, before.memory + perPlugin * total);
     RecordProperty("descriptors",

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-/// A TCP socket of a test on this machine. Nothing of it blocks for long.
+/// A TCP socket on this machine, for tests. No call blocks for long.
 class LoopbackSocket
 {
   public:
@@ -12,14 +12,14 @@ class LoopbackSocket
     LoopbackSocket(LoopbackSocket&& other) noexcept;
     LoopbackSocket& operator=(LoopbackSocket&&) = delete;
 
-    /// At a port of the system's choice; what connects is let in and never looked at.
+    /// Listens at a port that the system chooses. Connections are accepted and then ignored.
     static LoopbackSocket Listening();
     static LoopbackSocket ConnectedTo(std::uint16_t port);
 
     bool IsOpen() const { return descriptor >= 0; }
     std::uint16_t Port() const;
     void Send(const std::string& text) const;
-    /// All that the other side sends until it closes; a minute at most.
+    /// Reads until the other side closes, for a minute at most.
     std::string ReadToEnd() const;
 
   private:

@@ -64,7 +64,7 @@ std::uint16_t LoopbackSocket::Port() const
 
 void LoopbackSocket::Send(const std::string& text) const
 {
-    // What the other side does not take is none of this test's business.
+    // The test does not care whether the other side takes all of it.
     static_cast<void>(::send(descriptor, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
 using zettesting::ChildProcess;

@@ -12,7 +12,7 @@
 #include <zettesting/TemporaryFolder.h>
 #include <zettesting/TestPlugins.h>
 
-/// One object of `list --json`. `path` is as the program prints it.
+/// One object of `list --json`. `path` is the text that the program prints.
 struct ListedPlugin
 {
     std::string technology, path, subcomponent, name, version, vendor, id, category;
@@ -20,7 +20,7 @@ struct ListedPlugin
     bool effect = false;
     bool instrument = false;
     std::string status, reason;
-    /// Empty for null.
+    /// Empty when the value is null.
     std::string fileTime, bannedAt;
 
     bool IsBanned() const { return status == "banned"; }
@@ -37,17 +37,18 @@ struct ScanSummary
     int exitStatus = -1;
     long long scanned = -1;
     long long found = -1;
-    /// The paths.
+    /// The paths of the plug-ins.
     std::vector<std::string> added, updated, removed, banned, triedAgain, unreadable, unreached;
-    /// Of all of these, by path.
+    /// The reasons of all of these plug-ins, by path.
     std::map<std::string, std::string> reasons;
     std::string end, reason;
     double seconds = -1;
     std::string messages;
 };
 
-/// The real host program with the real scanner, in surroundings of its own: preferences, home and runtime
-/// folder are new, and `plugins` is the only plug-in folder. At the end, no process of the test may be left.
+/// Runs the real host program with the real scanner in surroundings of its own: preferences, home and runtime
+/// folder are new, and `plugins` is the only plug-in folder. When the test ends, none of its processes may be
+/// left.
 class ManagerFixture : public ::testing::Test
 {
   protected:
@@ -57,28 +58,29 @@ class ManagerFixture : public ::testing::Test
     /// The program's command line with this test's preferences folder.
     zettesting::ChildProcess::Options Command(std::vector<std::string> arguments) const;
     zettesting::ChildResult Run(std::vector<std::string> arguments) const;
-    /// Run, and expect exit status 0 and, within the limit, nothing unusual.
+    /// Runs the program and expects exit status 0 within the time limit.
     std::string RunWell(std::vector<std::string> arguments) const;
     std::vector<ListedPlugin> List(std::vector<std::string> arguments = {}) const;
-    /// The paths of `List`, without doubles.
+    /// The paths of `List`, each once.
     std::vector<std::string> ListedPaths(std::vector<std::string> arguments = {}) const;
     std::optional<ListedPlugin> FindListed(const std::filesystem::path& path) const;
     ScanSummary Scan(std::vector<std::string> arguments = {}) const;
-    /// What scanners and plug-ins have written to their logs.
+    /// The text of the logs of scanners and plug-ins.
     std::string ScanLogs() const;
     void UseFolders(const std::vector<std::filesystem::path>& folders) const;
-    /// Waits until none is left.
+    /// Waits until no process of the test is left.
     void ExpectNoProcessLeft() const;
 
-    /// Copies the program with its libraries, but without the scanner, and goes on with the copy. Its folder.
+    /// Copies the program with its libraries, but without the scanner. From then on the copy is used. Returns
+    /// its folder.
     std::filesystem::path CopyProgram();
 
-    /// Copies it to `plugins`.
+    /// Copies a sample plug-in to `plugins`.
     std::filesystem::path Install(const std::string& plugin, const std::string& title) const;
 
     zettesting::TemporaryFolder folder;
     std::filesystem::path prefs, plugins;
-    /// For the program, beside this process's own.
+    /// Added to this process's environment for the program.
     std::map<std::string, std::optional<std::string>> environment;
     std::filesystem::path program;
 };

@@ -1,4 +1,4 @@
-// What the scanner's processes may not do.
+// The scanner's processes lack rights that they do not need.
 #include <fstream>
 #include <limits>
 #include <sstream>
@@ -16,7 +16,7 @@ using zettesting::ChildProcess;
 class Privileges : public FaultFixture
 {
   protected:
-    /// A line of a process's "status" or "limits": what stands behind its name.
+    /// Reads a line of a process's "status" or "limits": the text behind this name.
     static std::string Fact(int process, const std::string& file, const std::string& name)
     {
         std::ifstream stream("/proc/" + std::to_string(process) + "/" + file);
@@ -27,7 +27,7 @@ class Privileges : public FaultFixture
             }
         return "no such line";
     }
-    /// The hard one; what is no number, "unlimited", is above all.
+    /// Reads the hard limit. The word "unlimited" is above all numbers.
     static unsigned long Limit(int process, const std::string& name)
     {
         std::istringstream limits(Fact(process, "limits", name));
@@ -47,7 +47,7 @@ class Privileges : public FaultFixture
         EXPECT_LE(Limit(process, "Max open files"), 8192u);
         EXPECT_LE(Limit(process, "Max processes"), TasksOfTheSystem() + 4096 + 1000) << "others come and go";
     }
-    /// The name that the plug-in gives itself for what came of its connection.
+    /// The plug-in's name. It tells the outcome of its connection.
     std::string NameOfTheOneThatConnects()
     {
         const LoopbackSocket listening = LoopbackSocket::Listening();

@@ -8,7 +8,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-/// The plug-ins that the test suite's set-up installs from the distribution's packages.
+/// The test suite's set-up installs these plug-ins from the distribution's packages.
 class RealPlugins : public ManagerFixture
 {
   protected:
@@ -39,7 +39,7 @@ TEST_F(RealPlugins, BothWaysOfScanningFindTheSameAndNoneIsBanned)
         EXPECT_NE(plugin.vendor, "") << plugin.path;
     }
 
-    // What plug-ins leave unfreed in the host's process is not the host's to report.
+    // Leaks of plug-ins in the host's process are not the host's.
     environment["ASAN_OPTIONS"] = "detect_leaks=0";
     const ScanSummary inProcess = Scan({"--rescan", "--in-process"});
     EXPECT_EQ(inProcess.exitStatus, 0) << inProcess.messages;

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zettesting/Emulation.h>
 
 #include "ManagerFixture.h"
@@ -15,13 +15,13 @@ using testing::Not;
 using Strings = std::vector<std::string>;
 using zettesting::ChildProcess;
 
-/// A host that loads plug-ins into its own process, and what its next starts make of a crash.
+/// A host that loads plug-ins into its own process, crashes, and is started again.
 class Recovery : public ManagerFixture
 {
   protected:
     std::filesystem::path Marker() const { return prefs / "ScannedPluginPath.txt"; }
 
-    /// Plug-ins before and after the bad one in the order of scanning.
+    /// Installs plug-ins that are scanned before and after the bad one.
     void InstallGoodOnesAround()
     {
         before = {Install("good/vst2_effect", "a_effect").string(),
@@ -70,7 +70,7 @@ Strings DeadlyPlugins()
     Strings names = {
         "crash_in_entry", "crash_when_asked_name", "crash_on_close",  "crash_vst3_factory",    "aborts",
         "exits_zero",     "quick_exits_one",       "overflows_stack", "installs_crash_handler"};
-    // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+    // Wine's loader catches crashes in a module's initialisers and last functions.
     if (!zettesting::IsWine())
         names.insert(names.end(), {"crash_on_load", "crash_on_unload"});
     return names;
@@ -98,14 +98,14 @@ TEST_F(Recovery, AHostThatIsKilledWhileAPluginHangsRecoversToo)
     const auto bad = Install("bad/loops_forever", "m_bad");
     ChildProcess scan(Command({"scan", "--json", "--in-process"}));
     ASSERT_TRUE(scan.WaitForError(bad.string()));
-    // The plug-in is named, then the registry is saved, then the plug-in is loaded.
+    // First the marker names the plug-in, then the registry is saved, then the plug-in is loaded.
     const auto journal = prefs / "AudioPlugins.xml.journal";
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     const auto isSaved = [&] {
         return std::filesystem::exists(journal) &&
                zettesting::ReadAll(journal).find(before.back()) != std::string::npos;
     };
-    for (zetcore::threads::Backoff pause; !isSaved(); pause())
+    for (zetcore::utility::Backoff pause; !isSaved(); pause())
         ASSERT_LT(std::chrono::steady_clock::now(), deadline);
     scan.Kill();
     scan.Wait();

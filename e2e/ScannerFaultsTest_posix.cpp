@@ -1,4 +1,4 @@
-// Scanners that cannot be started, end, or say nothing; and plug-ins that keep hold of one.
+// Scanners that cannot be started, that end, or that stay silent; and plug-ins that hold a scanner up.
 #include <chrono>
 #include <csignal>
 
@@ -14,7 +14,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using zettesting::ChildProcess;
 
-/// The host in a folder of its own, with a scanner that the test puts beside it.
+/// The host runs in a folder of its own, and the test puts a scanner beside it.
 class OddScanner : public FaultFixture
 {
   protected:
@@ -31,7 +31,7 @@ class OddScanner : public FaultFixture
     }
     ~OddScanner() override
     {
-        // A scanner that said nothing is left running, which is deliberate; those here would run for ever.
+        // The host deliberately leaves a silent scanner running. The ones of this test would run for ever.
         for (const SeenProcess& process : Processes())
             ::kill(process.number, SIGKILL);
     }
@@ -44,7 +44,7 @@ class OddScanner : public FaultFixture
                                      executable ? std::filesystem::perm_options::add
                                                 : std::filesystem::perm_options::remove);
     }
-    /// A scanner that tells this port and then waits.
+    /// Installs a scanner that tells this port and then waits.
     void WriteScannerWithPort(std::uint16_t port) const
     {
         std::string digits;
@@ -57,7 +57,7 @@ class OddScanner : public FaultFixture
                      "ZETAudioFilterScan2)\nprintf '" +
                      digits + "' | dd of=\"$block\" conv=notrunc\nsleep 600\n");
     }
-    /// The host would wait for a minute; its clock is put forward instead.
+    /// The host would wait for a minute. Its clock is put forward instead.
     void MakeTheHostImpatient() { AddFault("host.port-wait:100:late=61"); }
     void ExpectNotStarted(const std::string& message)
     {
@@ -136,7 +136,7 @@ TEST_F(OddScanner, ThatAnswersNothingButGarbageEndsTheScanAndIsTold)
     std::filesystem::copy(ZET_FAKE_SCANNER, ScannerPath());
     const auto scripts = folder / "scripts";
     std::filesystem::create_directory(scripts);
-    // More than the host puts up with.
+    // There are more answers than the host tries.
     for (int number = 1; number <= 20; ++number)
         zettesting::WriteAll(scripts / ("script." + std::to_string(number)),
                              "listen-raw\nok\nok\nreply []\n");
@@ -151,12 +151,13 @@ TEST_F(OddScanner, ThatAnswersNothingButGarbageEndsTheScanAndIsTold)
     EXPECT_EQ(List({"--banned"}).size(), 0u);
 }
 
-/// The system starts no worker any more: from the first one on, or from the one that is to try a plug-in
-/// alone.
+/// The system starts no worker any more: from the first worker on, or from the second one, which is to try a
+/// plug-in alone.
 class NoWorker : public FaultFixture, public testing::WithParamInterface<int>
 {};
 
-INSTANTIATE_TEST_SUITE_P(From, NoWorker, testing::Values(1, 2), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(From, NoWorker, testing::Values(1, 2),
+                         [](const auto& test) { return test.param == 1 ? "TheFirst" : "TheSecond"; });
 
 TEST_P(NoWorker, CanBeHadSoTheRestIsLeftForTheNextScanAndNothingIsBanned)
 {
@@ -196,7 +197,7 @@ TEST_F(OddChild, ThatOutlivesACrashingPluginWithItsFilesOpenDoesNotHideTheCrash)
     const auto first = Install("good/vst2_effect", "a_effect").string();
     const auto bad = Install("bad/leaves_child_and_crashes", "b_bad").string();
     const auto last = Install("good/vst2_synth", "c_synth").string();
-    // So long would it take if the crash were not noticed of itself.
+    // The scan would take so long if the crash were not noticed.
     constexpr std::chrono::seconds timeLimit{100};
     environment["ZET_DEBUG_DATABASE"] =
         "zetaudiofilterscan.EntityTimeoutSeconds=" + std::to_string(timeLimit.count());
@@ -210,7 +211,7 @@ TEST_F(OddChild, ThatOutlivesACrashingPluginWithItsFilesOpenDoesNotHideTheCrash)
     EXPECT_FALSE(Processes().empty()) << "the children are still there";
 }
 
-/// In each of the phases in which a plug-in can hang.
+/// A plug-in can hang in each of these phases.
 class HangingPlugin : public FaultFixture, public testing::WithParamInterface<const char*>
 {};
 

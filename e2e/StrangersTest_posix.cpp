@@ -1,4 +1,4 @@
-// Processes that talk to the scanner and are not its host.
+// Tests of processes that talk to the scanner and are not its host.
 #include <atomic>
 #include <thread>
 
@@ -29,14 +29,14 @@ class Strangers : public FaultFixture
                Install("good/vst2_main_entry", "z_main").string()}
     {}
 
-    /// The host has read the port and not connected yet.
+    /// Stops the host after it has read the port and before it connects.
     std::optional<Stop> StopBeforeConnecting()
     {
         StopAt("host.port-read", 1);
         host = std::make_unique<ChildProcess>(Command({"scan", "--json"}));
         return WaitForStop();
     }
-    /// As a process of the same user can read it.
+    /// Reads the port, as any process of the same user can.
     std::uint16_t Port() const
     {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "runtime"))
@@ -47,7 +47,7 @@ class Strangers : public FaultFixture
             }
         return 0;
     }
-    /// What would make the scanner write where the stranger wants it.
+    /// A request that would make the scanner write where the stranger wants.
     std::string Orders() const
     {
         const std::string target = Target().string();
@@ -100,7 +100,7 @@ TEST_F(Strangers, OfAnotherUserAreSentAwayAndLearnNothing)
     const std::string orders = Orders();
     const pid_t stranger = ::fork();
     if (stranger == 0) {
-        // Only the administrator can be somebody else; everybody else is at least another process.
+        // Only an administrator can become another user. Otherwise the stranger is just another process.
         constexpr uid_t nobody = 65534;
         if (::geteuid() == 0 && ::setuid(nobody) != 0)
             ::_exit(2);
@@ -108,7 +108,7 @@ TEST_F(Strangers, OfAnotherUserAreSentAwayAndLearnNothing)
         socket.Send(orders);
         ::_exit(socket.IsOpen() && socket.ReadToEnd().empty() ? 0 : 1);
     }
-    // It is there first: only now is the host's connection made.
+    // The stranger is first: the host connects only now.
     while (LoopbackSocket::ConnectedTo(port).ReadToEnd() != "") {
     }
     Continue(*stop);

@@ -1,5 +1,5 @@
-// Two hosts with the same preferences folder. That those with different ones do not disturb each other is
-// tried with the exit statuses.
+// Two hosts with the same preferences folder. ExitStatusTest shows that hosts with different folders do not
+// disturb each other.
 #include <gmock/gmock.h>
 
 #include "FaultFixture.h"
@@ -53,11 +53,12 @@ TEST_F(TwoHosts, AChoiceMadeInBetweenIsNotUndone)
     EXPECT_EQ(ListedPaths({"--enabled"}), Strings{first});
 }
 
-/// The result file is one for both. One of them deletes the other's before it is read.
+/// Both hosts use the same result file. One host deletes the other's result before the other has read it.
 class ResultFile : public TwoHosts, public testing::WithParamInterface<int>
 {};
 
-INSTANTIATE_TEST_SUITE_P(Plugins, ResultFile, testing::Values(1, 2, 3), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(Plugins, ResultFile, testing::Values(1, 2, 3),
+                         [](const auto& test) { return "AfterPlugin" + std::to_string(test.param); });
 
 TEST_P(ResultFile, ThatTheOtherHostDeletedIsWrittenAgain)
 {
@@ -89,7 +90,7 @@ TEST_F(TwoHosts, ThatScanTheSameAtTheSameTimeBothFindAll)
     for (int number = 10; number < 40; ++number)
         all.push_back(Install("good/vst2_effect", "p" + std::to_string(number)).string());
     const auto bad = Install("bad/crash_in_entry", "p20_bad").string();
-    // The one that starts later may find the other's work done; it does it again.
+    // The host that starts later may find the work done, and does it again.
     const Strings scan{"scan", "--json", "--rescan"};
     ChildProcess one(Command(scan)), two(Command(scan));
     for (ChildProcess* host : {&one, &two}) {

@@ -24,7 +24,7 @@ TEST_F(UnsavedBan, ABanThatCannotBeSavedIsOneAndNamesTheFile)
     EXPECT_THAT(result.error, HasSubstr("Preferences folder"));
     EXPECT_THAT(result.error, HasSubstr("An error occurred when scanning the plug-in '" + bad.string()));
     EXPECT_THAT(result.error, HasSubstr(list.string()));
-    // The other one's ban is known where the file can be read.
+    // The ban of the other host is known as soon as the file can be read.
     EXPECT_THAT(result.output, testing::AnyOf(HasSubstr("1 banned"), HasSubstr("2 banned")));
 }
 

@@ -1,4 +1,4 @@
-// The lists of banned plug-ins and of reasons.
+// Reads the lists of banned plug-ins and of reasons.
 #include <stdexcept>
 #include <string>
 

@@ -1,16 +1,16 @@
-// The debug database's file, and what ZET_TRACE may say. The input's first line is the key to look up, the
-// rest the file.
+// Reads the debug database's file, and the text of ZET_TRACE. The input's first line is the key to look up;
+// the rest is the file.
 #include <optional>
 #include <string>
 
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "FuzzTarget.h"
 #include "ScratchFolder.h"
-#include "debug/TextEntries.h"
 #include "debug/TraceConfiguration.h"
+#include "string/TextEntries.h"
 
 namespace {
 

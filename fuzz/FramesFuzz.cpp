@@ -1,4 +1,4 @@
-// Cutting bytes into frames: however the bytes arrive, the frames and the error are the same.
+// Cuts bytes into frames. However the bytes arrive, the frames and the error must be the same.
 #include <algorithm>
 #include <string>
 #include <vector>

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
-/// One target: throws nothing, and stops the process where a property does not hold for these bytes. The
-/// fuzzer calls it with inputs that it makes up, the ordinary build with the seeds.
+/// The function of a target. It throws nothing, and stops the process when these bytes break one of its
+/// rules. The fuzzer calls it with inputs that it makes up, the ordinary build with the seeds.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace zetfuzz {
@@ -27,7 +27,7 @@ inline void Require(bool holds, const char* property, std::string_view detail = 
     std::abort();
 }
 
-/// Takes the first line off the front.
+/// Removes the first line from the input and returns it.
 inline std::string_view TakeLine(std::string_view& text)
 {
     const std::size_t end = text.find('\n');

@@ -9,7 +9,8 @@
 
 namespace zetfuzz {
 
-/// A stream without threads: what is put into it is delivered, and what was posted is run, by `Run`.
+/// A stream without threads. `Run` delivers the bytes that were put into it, and runs the tasks that were
+/// posted.
 class InputStream final : public zettransport::ByteStream
 {
   public:

@@ -1,11 +1,11 @@
-// The registry's journal, beside a registry file that is whole. The input is what stands in the journal
-// behind its first line, or, when it begins with "!", in one whole entry of it.
+// Reads the registry's journal beside a whole registry file. The input is the part of the journal after its
+// first line, or, when it begins with "!", the text of one whole entry.
 #include <stdexcept>
 #include <string>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 #include "FuzzTarget.h"
 #include "ScratchFolder.h"

@@ -1,4 +1,5 @@
-// JSON values: what is read is written and read again the same, all else is refused with the place.
+// Reads JSON values. A value that was read must be the same after it is written and read again. All other
+// input must be refused with the place of the error.
 #include <stdexcept>
 #include <string>
 

@@ -1,11 +1,11 @@
-// Layout archives: the values, and the nodes and controls that are built of them (on no screen).
+// Reads layout archives, and builds their nodes and controls without a screen.
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
 
+#include <zetui/application/Application.h>
+#include <zetui/archives/NodeArchive.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
-#include <zetui/ui/NodeArchive.h>
 
 #include "FuzzTarget.h"
 

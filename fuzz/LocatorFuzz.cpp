@@ -1,4 +1,5 @@
-// Locator text, read and written. The input is taken as text, and as the units of a path and a sub-component.
+// Reads and writes the text of a locator. The input is used as text, and as the units of a path and a
+// sub-component.
 #include <cstring>
 #include <string>
 
@@ -31,7 +32,7 @@ void CheckParts(const std::wstring& path, const std::wstring& subcomponent)
                      "any path and sub-component survive the text");
     zetfuzz::Require(text.find(L'\n') == std::wstring::npos && text.find(L'\0') == std::wstring::npos,
                      "the text is one line");
-    // The way to the scanner and back.
+    // The text goes to the scanner and back.
     zetfuzz::Require(zetcore::string::UTF8to16(zetcore::string::UTF16to8(text)) == text,
                      "the text survives UTF-8");
 }

@@ -1,4 +1,4 @@
-// The headers of libraries, ELF and PE, of which nothing may be believed.
+// Reads the headers of libraries, ELF and PE. No field of them may be trusted.
 #include <string>
 #include <vector>
 
@@ -9,7 +9,7 @@ namespace {
 
 using namespace zetaudiopluginhost;
 
-/// Counts what is read: a small file must not make for endless reading.
+/// Counts the bytes read: a small file must not cause endless reading.
 class CountingReader final : public ByteReader
 {
   public:

@@ -1,4 +1,4 @@
-// A bundle's moduleinfo.json.
+// Reads a bundle's moduleinfo.json.
 #include <stdexcept>
 #include <string>
 

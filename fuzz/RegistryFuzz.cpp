@@ -1,4 +1,4 @@
-// The registry's text and the scan result: merged, or refused with the registry as it was.
+// Reads the registry's text and a scan's result. Each is merged, or refused with the registry unchanged.
 #include <stdexcept>
 #include <string>
 

@@ -1,4 +1,5 @@
-// The main of a target in a build without the fuzzer: runs the files of the folders that it is given.
+// The main function of a target in a build without the fuzzer. It runs the target on every file of the given
+// folders.
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -1,5 +1,5 @@
-// JSON-RPC in both directions. Each line of the input is a message; the server and the client get all of
-// them.
+// Reads JSON-RPC messages in both directions. Each line of the input is a message; the server and the client
+// get all of them.
 #include <map>
 #include <string>
 #include <vector>

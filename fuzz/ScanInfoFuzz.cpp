@@ -1,4 +1,4 @@
-// The scanner's answer to GetScanInfo, as it comes over the wire.
+// Reads the scanner's answer to GetScanInfo, as it comes over the connection.
 #include <any>
 #include <stdexcept>
 #include <string>

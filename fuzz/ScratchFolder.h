@@ -8,7 +8,8 @@
 
 namespace zetfuzz {
 
-/// A folder for the files of one process, removed with it; in memory where there is such a place.
+/// A folder for the files of one process, which removes it when it ends. The folder is in memory when the
+/// system has such a place.
 class ScratchFolder
 {
   public:

@@ -1,4 +1,4 @@
-// String tables, and the texts made of them.
+// Reads string tables, and makes texts with them.
 #include <algorithm>
 #include <stdexcept>
 #include <string>

@@ -1,4 +1,5 @@
-// The list of unsupported plug-ins. The input's first line is a file name to look up, the rest the list.
+// Reads the list of unsupported plug-ins. The input's first line is a file name to look up; the rest is the
+// list.
 #include <stdexcept>
 #include <string>
 

@@ -1,4 +1,4 @@
-// What comes out of a worker, into which a plug-in may have written anything.
+// Reads a worker's messages, into which a plug-in may have written anything.
 #include <algorithm>
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,7 @@
 # cmake -DBUILD=the build folder -DHOST=the host's sources -DWORK=a scratch folder -DPLUGIN=a plug-in
 #       -DGENERATOR=... -DCOMPILER=... -P InstalledHost.cmake
-# Installs into a folder, moves that, builds the host on it, and runs it and the installed programs.
+# Installs the build into a folder, moves the folder, builds the host on it, and runs the host and the installed
+# programs.
 
 function(run)
   cmake_parse_arguments(ARG "" "OUTPUT" "COMMAND" ${ARGN})
@@ -16,7 +17,7 @@ endfunction()
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}/prefs")
 run(COMMAND ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${WORK}/first")
-# Nothing may remember where it was installed.
+# The move shows that no installed file remembers where it was installed.
 file(RENAME "${WORK}/first" "${WORK}/installed")
 
 run(COMMAND ${CMAKE_COMMAND} -S "${HOST}" -B "${WORK}/host" -G "${GENERATOR}"

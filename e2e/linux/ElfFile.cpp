@@ -39,7 +39,7 @@ std::vector<ElfFile::Symbol> ElfFile::Exports() const
     const Section* const table = Find(SHT_DYNSYM);
     for (std::size_t at = 0; table && at + sizeof(Elf64_Sym) <= table->size; at += sizeof(Elf64_Sym)) {
         const auto symbol = Get<Elf64_Sym>(table->offset + at);
-        // The linker's own marks, the ends of the sections, have no type.
+        // The linker marks the ends of sections with names that have no type.
         if (ELF64_ST_TYPE(symbol.st_info) == STT_NOTYPE)
             continue;
         const unsigned bind = ELF64_ST_BIND(symbol.st_info);

@@ -6,24 +6,24 @@
 #include <string>
 #include <vector>
 
-/// The facts that a 64-bit ELF program or library tells the system's loader. Reads the file at once; throws
-/// `std::runtime_error`, which names it, when it is cut off.
+/// The facts that a 64-bit ELF program or library tells the system's loader. The file is read at once. When
+/// it is cut off, `std::runtime_error` names it.
 class ElfFile
 {
   public:
-    /// Empty for a file that is no program and no library: an object file, a script.
+    /// Empty for a file that is neither program nor library, such as an object file or a script.
     static std::optional<ElfFile> Read(const std::filesystem::path& file);
 
     struct Symbol
     {
         std::string name;
-        /// False for one that every library which uses it may have a copy of: code of headers.
+        /// False for code of headers, of which each library may have a copy.
         bool isOwn = false;
     };
-    /// Others can link with these.
+    /// The names with which others can link.
     std::vector<Symbol> Exports() const;
-    /// The places in which the loader looks for libraries, entry by entry as they are written; the empty one
-    /// stands for the current folder. Nothing when it has no such path.
+    /// The folders in which the loader looks for libraries, as they are written. An empty entry means the
+    /// current folder. The result is empty when the file has no such path.
     std::vector<std::string> RuntimePath() const;
 
   private:

@@ -16,7 +16,7 @@ std::vector<ElfFile::Symbol> ExportsOf(const std::string& library)
     return file ? file->Exports() : std::vector<ElfFile::Symbol>();
 }
 
-/// As it is mangled: its length before it.
+/// The mangled form of a name has the length before it.
 std::string Scope(const std::string& library)
 {
     return std::to_string(library.size()) + library;
@@ -25,7 +25,7 @@ std::string Scope(const std::string& library)
 TEST(Exports, OfTheModuleAreThoseOfTheListAndNoOthers)
 {
     const std::string module = "zetaudiopluginhostui";
-    // A name of the module's, whatever is made of it: a type's name, a table, a member.
+    // The name may be part of another one, such as a table's or a member's.
     const std::regex ownName("_Z(T[ISTVC]|Thn[0-9]+_|Tv0_n[0-9]+_)?N?K?" + Scope(module) + ".*");
     std::set<std::string> exports;
     for (const ElfFile::Symbol& symbol : ExportsOf(module))
@@ -42,7 +42,7 @@ TEST(Exports, OfTheModuleAreThoseOfTheListAndNoOthers)
 
 TEST(Exports, OfEachLibraryAreItsOwn)
 {
-    // Another library's names, or the standard library's, would tie those who use it to our copy.
+    // If we exported names of another library, our users would be bound to our copy of it.
     for (const std::string library : {"zetcore", "zettransport", "zetmarshal", "zetaudiofilterhost",
                                       "zetaudiopluginhost", "zetui", "zetaudiopluginhostui"}) {
         int own = 0;
@@ -50,7 +50,7 @@ TEST(Exports, OfEachLibraryAreItsOwn)
             if (!symbol.isOwn)
                 continue;
             ++own;
-            // The system has no resources of its own: this is where they are looked for, by this name.
+            // The system has no resources. Ours are looked for under this name.
             if (library == "zetaudiopluginhostui" && symbol.name == "zetModuleResources")
                 continue;
             EXPECT_THAT(symbol.name, testing::HasSubstr(Scope(library))) << library;

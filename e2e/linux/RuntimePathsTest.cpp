@@ -1,4 +1,4 @@
-// The folders in which the system's loader looks for the libraries of what we build and install.
+// Tests the folders in which the system's loader looks for the libraries of our programs.
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using zettesting::ChildProcess;
 
-/// Looks at every program and library below the folder; returns how many there are.
+/// Checks every program and library below the folder. Returns their number.
 int Check(const fs::path& folder, const std::function<void(const fs::path&, const std::string& entry)>& check)
 {
     int files = 0;

@@ -70,7 +70,7 @@ std::vector<CompiledResource> ReadCompiledResources(const std::filesystem::path&
         reader.MoveTo(start + headerSize);
         resource.bytes = reader.Take(dataSize);
         reader.Align();
-        // The first entry is an empty one that marks the file for what it is.
+        // The first entry is empty, and marks the kind of file.
         if (start > 0)
             resources.push_back(std::move(resource));
     }

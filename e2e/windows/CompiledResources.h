@@ -12,6 +12,6 @@ struct CompiledResource
     std::string bytes;
 };
 
-/// What is in a `.res` file, which the compiler's resource tool makes of a library. Throws
-/// `std::runtime_error` when the file is none.
+/// Reads a `.res` file, which the compiler's resource tool makes from a library. Throws `std::runtime_error`
+/// when it is no such file.
 std::vector<CompiledResource> ReadCompiledResources(const std::filesystem::path& file);

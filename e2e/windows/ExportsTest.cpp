@@ -31,7 +31,7 @@ TEST(Exports, AreThoseOfTheListAndNoOthers)
 
 TEST(Exports, OfEachLibraryAreItsOwn)
 {
-    // Another library's names, or the standard library's, would tie those who use it to our copy.
+    // If we exported names of another library, our users would be bound to our copy of it.
     for (const std::string library : {"zetcore", "zettransport", "zetmarshal", "zetaudiofilterhost",
                                       "zetaudiopluginhost", "zetui", "zetaudiopluginhostui"}) {
         const std::vector<std::string> exports =

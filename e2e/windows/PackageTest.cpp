@@ -1,4 +1,4 @@
-// What is made ready for a machine that has nothing of ours: see cmake/ZetPackage.cmake.
+// Tests the package for a machine that has nothing of ours (cmake/ZetPackage.cmake).
 
 #include <algorithm>
 #include <cctype>
@@ -74,7 +74,7 @@ TEST(Package, HoldsWhatIsLoadedByNameAndTheLicences)
     }
 }
 
-/// A copy elsewhere, run as on a machine that has nothing but the system.
+/// A copy of the package in another folder, run without anything but the system.
 class CopiedPackage : public testing::Test
 {
   protected:

@@ -11,7 +11,7 @@ constexpr wchar_t windowClass[] = L"ZetPlainHost";
 constexpr UINT_PTR timer = 1;
 constexpr UINT timerMilliseconds = 50;
 
-// The names as GCC spells them. With it a member function takes its object as the first parameter.
+// The names as GCC spells them. In its calls, the first parameter of a member function is the object.
 constexpr char initializeName[] = "_ZN20zetaudiopluginhostui10InitializeEv";
 constexpr char terminateName[] = "_ZN20zetaudiopluginhostui9TerminateEv";
 constexpr char getInstanceName[] = "_ZN20zetaudiopluginhostui18AudioPluginManager11GetInstanceEv";

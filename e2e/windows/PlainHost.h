@@ -8,8 +8,8 @@
 
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
 
-/// A host as plain as hosts come: one window of the system's, no toolkit, and the module loaded by name. One
-/// object at a time; main thread.
+/// The plainest host possible: it has one window of the system, uses no toolkit, and loads the module by
+/// name. One object at a time; main thread.
 class PlainHost
 {
   public:
@@ -19,13 +19,13 @@ class PlainHost
     PlainHost(const PlainHost&) = delete;
     PlainHost& operator=(const PlainHost&) = delete;
 
-    /// Opens the manager over the window; true when it says that the saved list has changed. `whileOpen` is
-    /// called now and then by a timer of the host's own, as long as it is open.
+    /// Opens the manager over the window. True when the manager says that the saved list has changed. As long
+    /// as it is open, a timer of the host calls `whileOpen` now and then.
     bool OpenManager(zetaudiopluginhostui::AudioPluginManagerSettings& settings,
                      std::function<void()> whileOpen);
 
     HWND Window() const noexcept { return window; }
-    /// The visible window of this thread that belongs to the host's own; null when there is none.
+    /// The visible window of this thread whose owner is the host's window; null when there is none.
     HWND FindDialog() const;
 
   private:

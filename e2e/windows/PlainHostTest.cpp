@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using zetaudiopluginhostui::AudioPluginManagerSettings;
 
-/// The frame of a window as the module tells it: where its content is.
+/// The frame of a window as the module saves it: the place of its content.
 RECT ContentOnScreen(HWND window)
 {
     RECT content{};
@@ -29,7 +29,7 @@ void PressKey(HWND window, WPARAM key)
     ::PostMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(scanCode << 16 | 0xC0000001u));
 }
 
-/// A host with a user's folder of its own, whose dialog is closed by a key.
+/// A host with a user's folder of its own. A key closes its dialog.
 class PlainHostTest : public testing::Test
 {
   protected:

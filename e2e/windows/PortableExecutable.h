@@ -6,15 +6,14 @@
 #include <string>
 #include <vector>
 
-/// What the headers of a 64-bit Windows program or library say about other files. Reads the file at once;
-/// throws `std::runtime_error`, which names it, when it is something else or is cut off.
+/// Reads what the headers of a 64-bit Windows program or library say about other files. The constructor reads
+/// the file, and throws `std::runtime_error`, which names the file, when it is something else or is cut off.
 class PortableExecutable
 {
   public:
     explicit PortableExecutable(const std::filesystem::path& file);
 
-    /// The libraries that are loaded with it, as they are spelled, those that are loaded on first use
-    /// included.
+    /// The libraries that it needs, as their names are spelled, including those that are loaded on first use.
     std::vector<std::string> Imports() const;
     /// The names that it exports, in the table's order, which is alphabetical.
     std::vector<std::string> Exports() const;
@@ -30,9 +29,9 @@ class PortableExecutable
     [[noreturn]] void Fail(const std::string& what) const;
     std::uint32_t Number(std::size_t offset, std::size_t size) const;
     std::string Text(std::uint32_t address) const;
-    /// The place in the file of what is at this address in memory.
+    /// The place in the file of the bytes that memory has at this address.
     std::size_t OffsetOf(std::uint32_t address) const;
-    /// The address of one of the header's tables; 0 where there is none.
+    /// The address of one of the header's tables; 0 when it has no such table.
     std::uint32_t Table(std::size_t index) const;
     void AppendImports(std::uint32_t table, std::size_t entrySize, std::size_t nameAt,
                        std::vector<std::string>& names) const;

@@ -2,5 +2,5 @@
 
 #include <filesystem>
 
-/// The folder of the running program, which all of our libraries and programs are in.
+/// The folder of the running program. All of our libraries and programs are in it.
 std::filesystem::path ProgramFolder();

@@ -5,14 +5,14 @@
 #include <iostream>
 
 #include <zetaudiopluginhostui/ScanLimits.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/TimeEntry.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "commands/Choice.h"
 #include "commands/Console.h"
@@ -90,7 +90,7 @@ void ChoosePreferences(const Choice& choice)
 ExitStatus Carry(const Choice& choice, std::ostream& output)
 {
     if (!choice.client.empty())
-        zetcore::config::SetClientName(zetcore::string::UTF8to16(choice.client));
+        zetcore::utility::SetClientName(zetcore::string::UTF8to16(choice.client));
     ChoosePreferences(choice);
     ChooseLanguage(choice.language);
     if (!choice.skin.empty())

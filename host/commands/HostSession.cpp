@@ -6,11 +6,11 @@
 #include <zetaudiopluginhostui/Module.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/threads/MainThread.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "commands/DisplayText.h"
 

@@ -5,11 +5,10 @@
 #include <filesystem>
 
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
-
-#include "commands/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -134,8 +133,8 @@ std::vector<std::string> AvailableLanguages()
     std::vector<std::string> languages;
     for (const wchar_t* const folder : folders) {
         std::error_code ignored;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(ToPath(programs + L"/" + folder), ignored))
+        for (const auto& entry : std::filesystem::directory_iterator(
+                 zetcore::filesupport::ToNativePath(programs + L"/" + folder), ignored))
             if (entry.path().extension() == ".txt")
                 languages.push_back(entry.path().stem().string());
     }

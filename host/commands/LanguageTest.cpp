@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zettesting/HostFixture.h>
 
 namespace zetaudiopluginmanager {

@@ -1,7 +1,7 @@
 #include "commands/ManageCommand.h"
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "commands/WindowSettings.h"
 

@@ -10,12 +10,12 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
+#include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
-#include <zetui/ui/Application.h>
 
 #include "commands/CommandLine.h"
 #include "commands/WindowSettings.h"

@@ -1,10 +1,10 @@
 #include "commands/PluginFile.h"
 
 #include <algorithm>
-#include <type_traits>
 
 #include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiofilterhost/PluginFormat.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/HostSession.h"
@@ -15,14 +15,8 @@ namespace {
 
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
-
-std::wstring ToWide(const std::filesystem::path& path)
-{
-    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
-        return path.wstring();
-    else
-        return zetcore::string::UTF8to16(path.string());
-}
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::ToNativePath;
 
 bool IsSeparator(wchar_t unit)
 {
@@ -35,9 +29,9 @@ std::wstring AbsolutePath(std::string_view argument)
 {
     if (argument.empty())
         return {};
-    const std::filesystem::path path = ToPath(zetcore::string::UTF8to16(argument));
-    std::wstring absolute = ToWide(std::filesystem::absolute(path).lexically_normal());
-    const std::size_t rootLength = ToWide(path.root_path()).size();
+    const std::filesystem::path path = ToNativePath(zetcore::string::UTF8to16(argument));
+    std::wstring absolute = FromNativePath(std::filesystem::absolute(path).lexically_normal());
+    const std::size_t rootLength = FromNativePath(path.root_path()).size();
     while (absolute.size() > std::max<std::size_t>(rootLength, 1) && IsSeparator(absolute.back()))
         absolute.pop_back();
     return absolute;
@@ -72,24 +66,16 @@ std::string ModuleExtensions()
     return extensions;
 }
 
-std::filesystem::path ToPath(const std::wstring& path)
-{
-    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
-        return path;
-    else
-        return zetcore::string::UTF16to8(path);
-}
-
 bool PathExists(const std::wstring& path)
 {
     std::error_code ignored;
-    return std::filesystem::exists(ToPath(path), ignored);
+    return std::filesystem::exists(ToNativePath(path), ignored);
 }
 
 bool IsFolder(const std::wstring& path)
 {
     std::error_code ignored;
-    return std::filesystem::is_directory(ToPath(path), ignored);
+    return std::filesystem::is_directory(ToNativePath(path), ignored);
 }
 
 } // namespace zetaudiopluginmanager

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -23,9 +22,6 @@ zetaudiofilterhost::PluginLocator LocatorOfArgument(const HostSession& session, 
 
 /// The extensions that tell a technology, for messages.
 std::string ModuleExtensions();
-
-/// As the system's operations take it.
-std::filesystem::path ToPath(const std::wstring& path);
 
 /// True when there is a file or a folder of that path; a link counts by what it points to.
 bool PathExists(const std::wstring& path);

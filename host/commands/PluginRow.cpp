@@ -4,7 +4,7 @@
 #include <optional>
 
 #include <zetaudiofilterhost/PluginFind.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiopluginmanager {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/PluginFile.h"

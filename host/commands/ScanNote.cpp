@@ -7,10 +7,10 @@
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
 #include "commands/DisplayText.h"
@@ -179,7 +179,7 @@ std::string FormatScanNote(const ScanWatch::Result& result)
 
 void TellOfInterruptedScan(std::size_t count)
 {
-    messagebox::ShowNote(nullptr, zetcore::config::GetClientName(),
+    messagebox::ShowNote(nullptr, zetcore::utility::GetClientName(),
                          zetcore::string::UTF8to16(Text(interruptedKey, {std::to_string(count)})), {});
 }
 
@@ -228,7 +228,7 @@ bool ScanNoteTeller::Show(const ScanWatch::Result& result, bool offersScan)
     // Who has just cancelled hardly wants it again.
     const int usual = result.end.how == ScanEnd::How::Cancelled ? messagebox::kNo : messagebox::kYes;
     const int answer = messagebox::Messagebox(
-        nullptr, zetcore::config::GetClientName(), zetcore::string::UTF8to16(text), {},
+        nullptr, zetcore::utility::GetClientName(), zetcore::string::UTF8to16(text), {},
         asks ? messagebox::kYesNo : messagebox::kOK, asks ? usual : messagebox::kOK, icon);
     return asks && answer == messagebox::kYes;
 }

@@ -8,7 +8,7 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zettesting/HostFixture.h>

@@ -13,7 +13,7 @@ ScanWatch::ScanWatch(zetaudiofilterhost::PluginModuleInfoManager& watchedRegistr
                      zetaudiopluginhost::BannedPluginManager& watchedList, Actions scanActions)
     : registry(watchedRegistry), bannedList(watchedList), actions(std::move(scanActions)),
       scanCount(AudioPluginScan::GetScanCount()), now(registry, bannedList),
-      connection(registry.GetPluginInfosChangedSignal().connect([this] { OnInfosChanged(); }))
+      connection(registry.GetPluginInfosChangedSignal().Connect([this] { OnInfosChanged(); }))
 {}
 
 void ScanWatch::OnInfosChanged()

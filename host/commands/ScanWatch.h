@@ -4,7 +4,7 @@
 #include <vector>
 
 #include <zetaudiopluginhostui/ScanEnd.h>
-#include <zetcore/signals/Signal.h>
+#include <zetcore/signals/ScopedConnection.h>
 
 #include "commands/ScanChanges.h"
 

@@ -6,8 +6,8 @@
 #include <elf.h>
 #include <unistd.h>
 
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginmanager {

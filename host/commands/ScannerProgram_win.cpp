@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiopluginmanager {
 

@@ -7,9 +7,9 @@
 
 #include <pugixml.hpp>
 
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/ParseNumber.h>
 
 #include "commands/HostSession.h"

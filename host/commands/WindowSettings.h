@@ -3,7 +3,7 @@
 #include <string>
 
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 /// The settings that the manager dialog remembers between two runs of the program; docs/files.md describes
 /// the file.

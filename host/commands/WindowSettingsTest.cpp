@@ -1,7 +1,7 @@
 #include "commands/WindowSettings.h"
 
 #include <gmock/gmock.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/HostFixture.h>
 
 namespace zetaudiopluginmanager {

@@ -8,12 +8,12 @@
 #include <exception>
 #include <optional>
 
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
 

@@ -9,9 +9,9 @@
 #include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zetmarshal/RPCClient.h>
 #include <zetscanprotocol/ScanProtocol.h>
 #include <zettesting/TemporaryFolder.h>
@@ -81,7 +81,7 @@ ScannerClient::ScannerClient(std::filesystem::path preferences, Environment envi
     process = std::make_unique<zettesting::ChildProcess>(options);
 
     const auto giveUp = std::chrono::steady_clock::now() + limit;
-    zetcore::threads::Backoff pause;
+    zetcore::utility::Backoff pause;
     while ((port = static_cast<std::uint16_t>(portWord.load())) == 0) {
         if (std::chrono::steady_clock::now() >= giveUp)
             throw std::runtime_error("the scanner tells no port");

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetcore/serialization/Value.h>
 #include <zetscanprotocol/ScanInfo.h>
 #include <zetscanprotocol/ScanRequests.h>

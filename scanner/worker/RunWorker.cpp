@@ -10,9 +10,9 @@
 #include <vector>
 
 #include <zetaudiopluginhost/ModuleLoader.h>
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 #include "ExitCodes.h"
 #include "WorkerChannel.h"

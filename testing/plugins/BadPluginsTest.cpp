@@ -4,23 +4,23 @@
 
 #include "LoadedPlugin.h"
 
-// The bad plug-ins that can be looked at without losing the process.
+// These bad plug-ins can be loaded without losing the process.
 namespace zettesting {
 namespace {
 
-TEST(BadPlugins, no_entry_point_loads_and_has_none)
+TEST(BadPlugins, NoEntryPointLoadsAndHasNone)
 {
     const auto library = LoadLibraryOf("bad/no_entry_point");
     EXPECT_THROW(EntryOf(library), std::runtime_error);
     EXPECT_FALSE(library.has(vst3::factoryEntryName));
 }
 
-TEST(BadPlugins, returns_null_gives_no_effect)
+TEST(BadPlugins, ReturnsNullGivesNoEffect)
 {
     EXPECT_EQ(CreateEffect(LoadLibraryOf("bad/returns_null")), nullptr);
 }
 
-TEST(BadPlugins, wrong_magic_gives_something_else)
+TEST(BadPlugins, WrongMagicGivesSomethingElse)
 {
     const auto library = LoadLibraryOf("bad/wrong_magic");
     const vst2::Effect* effect = EntryOf(library)(&AnswerAsHost);
@@ -29,13 +29,13 @@ TEST(BadPlugins, wrong_magic_gives_something_else)
     EXPECT_EQ(effect->dispatcher, nullptr);
 }
 
-TEST(BadPlugins, throws_exception_lets_it_out_of_its_entry)
+TEST(BadPlugins, ThrowsExceptionLetsItOutOfItsEntry)
 {
     const auto library = LoadLibraryOf("bad/throws_exception");
     EXPECT_THROW(EntryOf(library)(&AnswerAsHost), std::runtime_error);
 }
 
-TEST(BadPlugins, unterminated_names_fill_the_buffers_to_their_documented_sizes)
+TEST(BadPlugins, UnterminatedNamesFillTheBuffersToTheirDocumentedSizes)
 {
     const auto library = LoadLibraryOf("bad/unterminated_names");
     const EffectPointer effect = CreateEffect(library);
@@ -51,7 +51,7 @@ TEST(BadPlugins, unterminated_names_fill_the_buffers_to_their_documented_sizes)
     }
 }
 
-TEST(BadPlugins, invalid_utf8_names_have_bytes_that_utf8_does_not_have)
+TEST(BadPlugins, InvalidUtf8NamesHaveBytesThatUtf8DoesNotHave)
 {
     const auto library = LoadLibraryOf("bad/invalid_utf8_names");
     const EffectPointer effect = CreateEffect(library);
@@ -59,7 +59,7 @@ TEST(BadPlugins, invalid_utf8_names_have_bytes_that_utf8_does_not_have)
     EXPECT_EQ(AskText(*effect, vst2::EffectGetVendorString), "M\xFCller \xE2\x82");
 }
 
-TEST(BadPlugins, endless_shell_goes_on_for_longer_than_anybody_waits)
+TEST(BadPlugins, EndlessShellGoesOnForLongerThanAnybodyWaits)
 {
     const auto library = LoadLibraryOf("bad/endless_shell");
     const EffectPointer effect = CreateEffect(library);
@@ -70,12 +70,12 @@ TEST(BadPlugins, endless_shell_goes_on_for_longer_than_anybody_waits)
     EXPECT_STREQ(name, "Endless 200000");
 }
 
-TEST(BadPlugins, vst3_null_factory_is_entered_and_gives_null)
+TEST(BadPlugins, Vst3NullFactoryIsEnteredAndGivesNull)
 {
     EXPECT_EQ(EnteredModule("bad/vst3_null_factory").Factory(), nullptr);
 }
 
-TEST(BadPlugins, vst3_unterminated_names_fill_their_arrays)
+TEST(BadPlugins, Vst3UnterminatedNamesFillTheirArrays)
 {
     const EnteredModule module("bad/vst3_unterminated_names");
     const auto factory = module.Factory();
@@ -91,7 +91,7 @@ TEST(BadPlugins, vst3_unterminated_names_fill_their_arrays)
     EXPECT_EQ(Text(info2.version).size(), sizeof(info2.version));
 }
 
-TEST(BadPlugins, those_that_spoil_only_others_work_when_they_are_alone)
+TEST(BadPlugins, ThoseThatSpoilOnlyOthersWorkWhenTheyAreAlone)
 {
     const auto library = LoadLibraryOf("bad/crashes_when_poisoned");
     const EffectPointer effect = CreateEffect(library);

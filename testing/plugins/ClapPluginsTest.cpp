@@ -4,14 +4,14 @@
 
 #include "LoadedPlugin.h"
 
-// The CLAP samples that can be looked at without losing the process. What the good ones tell is in
-// GoodPluginsTest.
+// These CLAP samples can be loaded without losing the process. GoodPluginsTest checks what the good ones
+// tell.
 namespace zettesting {
 namespace {
 
 constexpr std::size_t moreThanAnybodyReads = 65536;
 
-TEST(ClapPlugins, are_single_files_with_the_formats_extension)
+TEST(ClapPlugins, AreSingleFilesWithTheFormatsExtension)
 {
     const auto file = TestPlugin("good/clap_effect");
     EXPECT_EQ(file.extension(), ".clap");
@@ -19,7 +19,7 @@ TEST(ClapPlugins, are_single_files_with_the_formats_extension)
     EXPECT_EQ(TestPluginLibrary("good/clap_effect"), file);
 }
 
-TEST(ClapPlugins, count_who_has_entered_and_what_was_made)
+TEST(ClapPlugins, CountWhoHasEnteredAndWhatWasMade)
 {
     const EnteredClap library("good/clap_several");
     EXPECT_EQ(library.Count("CountEntered"), 1);
@@ -38,7 +38,7 @@ TEST(ClapPlugins, count_who_has_entered_and_what_was_made)
     EXPECT_EQ(library.Count("CountInstances"), 0);
 }
 
-TEST(ClapPlugins, are_not_made_for_an_id_that_they_do_not_have_nor_initialised_without_a_whole_host)
+TEST(ClapPlugins, AreNotMadeForAnIdThatTheyDoNotHaveNorInitialisedWithoutAWholeHost)
 {
     const EnteredClap library("good/clap_effect");
     const clap::PluginFactory& factory = library.Factory();
@@ -52,7 +52,7 @@ TEST(ClapPlugins, are_not_made_for_an_id_that_they_do_not_have_nor_initialised_w
     EXPECT_EQ(factory.createPlugin(&factory, &nameless, "audio.marrowlane.reed-delay"), nullptr);
 }
 
-TEST(ClapPlugins, clap_null_fields_has_nothing_in_many_places)
+TEST(ClapPlugins, ClapNullFieldsHasNothingInManyPlaces)
 {
     const EnteredClap library("bad/clap_null_fields");
     EXPECT_EQ(library.Described(0)->id, nullptr);
@@ -65,7 +65,7 @@ TEST(ClapPlugins, clap_null_fields_has_nothing_in_many_places)
     EXPECT_EQ(library.Described(5), nullptr);
 }
 
-TEST(ClapPlugins, clap_unterminated_fields_go_on_for_longer_than_anybody_reads)
+TEST(ClapPlugins, ClapUnterminatedFieldsGoOnForLongerThanAnybodyReads)
 {
     const EnteredClap library("bad/clap_unterminated_fields");
     const clap::Descriptor& described = *library.Described(0);
@@ -75,7 +75,7 @@ TEST(ClapPlugins, clap_unterminated_fields_go_on_for_longer_than_anybody_reads)
         ASSERT_NE(described.features[i], nullptr);
 }
 
-TEST(ClapPlugins, clap_many_descriptors_have_ids_and_names_of_their_own)
+TEST(ClapPlugins, ClapManyDescriptorsHaveIdsAndNamesOfTheirOwn)
 {
     const EnteredClap library("bad/clap_many_descriptors");
     std::set<std::string> ids, names;
@@ -86,7 +86,7 @@ TEST(ClapPlugins, clap_many_descriptors_have_ids_and_names_of_their_own)
     EXPECT_EQ(ids.size(), 10000u);
 }
 
-TEST(ClapPlugins, clap_lying_count_has_one_and_clap_without_plugins_none)
+TEST(ClapPlugins, ClapLyingCountHasOneAndClapWithoutPluginsNone)
 {
     const EnteredClap lying("bad/clap_lying_count");
     EXPECT_NE(lying.Described(0), nullptr);
@@ -96,7 +96,7 @@ TEST(ClapPlugins, clap_lying_count_has_one_and_clap_without_plugins_none)
     EXPECT_EQ(empty.Factory().getPluginCount(&empty.Factory()), 0u);
 }
 
-TEST(ClapPlugins, that_cannot_be_used_are_entered_or_refuse)
+TEST(ClapPlugins, ThatCannotBeUsedAreEnteredOrRefuse)
 {
     EXPECT_THROW(EnteredClap("bad/clap_no_factory").Factory(), std::runtime_error);
     EXPECT_THROW(EnteredClap("bad/clap_refuses_init"), std::runtime_error);
@@ -105,7 +105,7 @@ TEST(ClapPlugins, that_cannot_be_used_are_entered_or_refuse)
     EXPECT_THROW(throws.Factory().getPluginCount(&throws.Factory()), std::runtime_error);
 }
 
-TEST(ClapPlugins, whose_making_fails_give_nothing_or_cannot_be_initialised)
+TEST(ClapPlugins, WhoseMakingFailsGiveNothingOrCannotBeInitialised)
 {
     const EnteredClap none("bad/clap_create_fails");
     const auto make = [](const EnteredClap& library, const char* id) {

@@ -13,7 +13,7 @@
 
 #include "LoadedPlugin.h"
 
-// The bad plug-ins that take their process with them; each gets one of its own.
+// These bad plug-ins end their process, so each gets a process of its own.
 namespace zettesting {
 namespace {
 
@@ -22,7 +22,7 @@ using ::testing::KilledBySignal;
 
 constexpr int survived = 42;
 
-/// Puts the system's own crash behaviour back, which sanitizers replace, and limits the child's time.
+/// Sanitizers replace the system's crash behaviour. This puts it back, and limits the child's time.
 void PrepareChild(unsigned secondsToLive = 120)
 {
     for (const int signal : {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL})
@@ -32,7 +32,7 @@ void PrepareChild(unsigned secondsToLive = 120)
     ::alarm(secondsToLive);
 }
 
-/// What a scan does with a plug-in, from loading to unloading.
+/// Does with a plug-in what a scan does, from loading to unloading.
 void Use(std::string_view plugin)
 {
     const auto library = LoadLibraryOf(plugin);
@@ -52,12 +52,17 @@ struct Deadly
 {
     const char* plugin;
     int signal;
+
+    friend void PrintTo(const Deadly& deadly, std::ostream* stream)
+    {
+        *stream << deadly.plugin << " dies of signal " << deadly.signal;
+    }
 };
 
 class DeadlyPlugin : public ::testing::TestWithParam<Deadly>
 {};
 
-TEST_P(DeadlyPlugin, dies_of_its_signal)
+TEST_P(DeadlyPlugin, DiesOfItsSignal)
 {
     EXPECT_EXIT(UseAndExit(GetParam().plugin), KilledBySignal(GetParam().signal), "");
 }
@@ -70,7 +75,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Deadly{"bad/aborts", SIGABRT}, Deadly{"bad/overflows_stack", SIGSEGV}),
     [](const auto& deadly) { return std::string(deadly.param.plugin).substr(4); });
 
-/// Says on the way where it has come to, as proof that a crash comes in its own phase and not before.
+/// Writes after each step how far it has come. So a test sees that a crash comes in its own phase and not
+/// before.
 void UseAndSay(std::string_view plugin, unsigned secondsToLive = 120)
 {
     PrepareChild(secondsToLive);
@@ -90,7 +96,7 @@ void UseAndSay(std::string_view plugin, unsigned secondsToLive = 120)
     ::_exit(survived);
 }
 
-TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
+TEST(DeadlyPlugins, CrashInThePhaseThatTheyAreNamedFor)
 {
     EXPECT_EXIT(UseAndSay("bad/crash_on_load"), KilledBySignal(SIGSEGV), "^$");
     EXPECT_EXIT(UseAndSay("bad/crash_in_entry"), KilledBySignal(SIGSEGV), "^loaded $");
@@ -102,14 +108,14 @@ TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
     EXPECT_EXIT(UseAndSay("good/vst2_effect"), ExitedWithCode(survived), "closed unloaded $");
 }
 
-TEST(DeadlyPlugins, exits_look_like_exits)
+TEST(DeadlyPlugins, ExitsLookLikeExits)
 {
     EXPECT_EXIT(UseAndExit("bad/exits_zero"), ExitedWithCode(0), "");
     EXPECT_EXIT(UseAndExit("bad/quick_exits_one"), ExitedWithCode(1), "");
     EXPECT_EXIT(UseAndExit("bad/installs_crash_handler"), ExitedWithCode(0), "");
 }
 
-TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
+TEST(DeadlyPlugins, CrashVst3FactoryCrashesOnceItIsEntered)
 {
     EXPECT_EXIT(
         {
@@ -120,7 +126,7 @@ TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
         KilledBySignal(SIGSEGV), "");
 }
 
-TEST(DeadlyPlugins, clap_libraries_crash_where_they_are_named_for)
+TEST(DeadlyPlugins, ClapLibrariesCrashWhereTheyAreNamedFor)
 {
     const auto enter = [](const char* plugin) {
         PrepareChild();
@@ -152,17 +158,17 @@ void UseForASecond(std::string_view plugin)
     Use(plugin);
 }
 
-TEST(DeadlyPlugins, loops_forever_uses_up_any_time)
+TEST(DeadlyPlugins, LoopsForeverUsesUpAnyTime)
 {
     EXPECT_EXIT(UseForASecond("bad/loops_forever"), KilledBySignal(SIGXCPU), "");
 }
 
-TEST(DeadlyPlugins, deadlocks_on_unload_waits_after_all_its_work_is_done)
+TEST(DeadlyPlugins, DeadlocksOnUnloadWaitsAfterAllItsWorkIsDone)
 {
     EXPECT_EXIT(UseAndSay("bad/deadlocks_on_unload", 1), KilledBySignal(SIGALRM), "closed $");
 }
 
-TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
+TEST(DeadlyPlugins, LeavesThreadsDiesOfTheUnload)
 {
     EXPECT_EXIT(
         {
@@ -174,7 +180,7 @@ TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
         KilledBySignal(SIGSEGV), "");
 }
 
-TEST(DeadlyPlugins, crashes_when_poisoned_crashes_after_poisons_process)
+TEST(DeadlyPlugins, CrashesWhenPoisonedCrashesAfterPoisonsProcess)
 {
     EXPECT_EXIT(
         {
@@ -195,7 +201,7 @@ void UseInChildAndExit(std::string_view plugin)
     ::_exit(::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : 1);
 }
 
-TEST(DeadlyPlugins, a_poisoned_process_does_not_poison_its_children)
+TEST(DeadlyPlugins, APoisonedProcessDoesNotPoisonItsChildren)
 {
     EXPECT_EXIT(
         {
@@ -206,7 +212,7 @@ TEST(DeadlyPlugins, a_poisoned_process_does_not_poison_its_children)
         ExitedWithCode(survived), "");
 }
 
-TEST(DeadlyPlugins, closes_descriptors_closes_the_standard_ones_and_all_others)
+TEST(DeadlyPlugins, ClosesDescriptorsClosesTheStandardOnesAndAllOthers)
 {
     EXPECT_EXIT(
         {
@@ -221,7 +227,7 @@ TEST(DeadlyPlugins, closes_descriptors_closes_the_standard_ones_and_all_others)
         ExitedWithCode(survived), "");
 }
 
-TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
+TEST(DeadlyPlugins, FloodsOutputWritesMegabytesToBothStreams)
 {
     const TemporaryFolder folder;
     EXPECT_EXIT(
@@ -236,7 +242,7 @@ TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
     EXPECT_GE(std::filesystem::file_size(folder / "2"), 4u << 20);
 }
 
-TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
+TEST(DeadlyPlugins, ChangesProcessChangesLocaleSignalsAndFolder)
 {
     EXPECT_EXIT(
         {
@@ -252,7 +258,7 @@ TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
         ExitedWithCode(survived), "");
 }
 
-TEST(DeadlyPlugins, good_plugins_are_gone_from_memory_after_their_unload)
+TEST(DeadlyPlugins, GoodPluginsAreGoneFromMemoryAfterTheirUnload)
 {
     const std::filesystem::path path = TestPluginLibrary("good/vst3_several_classes");
     AskForFacts("good/vst3_several_classes");

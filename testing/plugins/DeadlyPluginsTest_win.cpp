@@ -18,7 +18,7 @@
 #include <io.h>
 #include <sys/stat.h>
 
-// The bad plug-ins that take their process with them; each gets one of its own.
+// These bad plug-ins end their process, so each gets a process of its own.
 namespace zettesting {
 namespace {
 
@@ -34,7 +34,7 @@ struct DiedOf
     bool operator()(int exitCode) const { return static_cast<DWORD>(exitCode) == exception; }
 };
 
-/// No dialog, and no debugger; ends the process when it has used up its time.
+/// Keeps dialogs and debuggers away, and ends the process when its time is up.
 void PrepareChild(std::chrono::seconds timeToLive = std::chrono::minutes(2))
 {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
@@ -58,7 +58,7 @@ void PrepareChild(std::chrono::seconds timeToLive = std::chrono::minutes(2))
     std::_Exit(exitCode);
 }
 
-/// What a scan does with a plug-in, from loading to unloading.
+/// Does with a plug-in what a scan does, from loading to unloading.
 void Use(std::string_view plugin)
 {
     const auto library = LoadLibraryOf(plugin);
@@ -74,7 +74,8 @@ void UseAndExit(std::string_view plugin)
     End(survived);
 }
 
-/// Says on the way where it has come to, as proof that a crash comes in its own phase and not before.
+/// Writes after each step how far it has come. So a test sees that a crash comes in its own phase and not
+/// before.
 void UseAndSay(std::string_view plugin, std::chrono::seconds timeToLive = std::chrono::minutes(2))
 {
     PrepareChild(timeToLive);
@@ -96,7 +97,7 @@ void UseAndSay(std::string_view plugin, std::chrono::seconds timeToLive = std::c
     End(survived);
 }
 
-TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
+TEST(DeadlyPlugins, CrashInThePhaseThatTheyAreNamedFor)
 {
     const DiedOf fault{EXCEPTION_ACCESS_VIOLATION};
     EXPECT_EXIT(UseAndSay("bad/crash_in_entry"), fault, "^loaded $");
@@ -104,7 +105,7 @@ TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
     EXPECT_EXIT(UseAndSay("bad/crash_on_close"), fault, "^loaded made vendor name $");
     EXPECT_EXIT(UseAndSay("good/vst2_effect"), ExitedWithCode(survived), "closed unloaded $");
     if (IsWine()) {
-        // Wine's loader catches what a module does wrong in its initialisers and in its last functions.
+        // Wine's loader catches crashes in a module's initialisers and last functions.
         EXPECT_THROW(LoadLibraryOf("bad/crash_on_load"), std::exception);
         EXPECT_EXIT(UseAndSay("bad/crash_on_unload"), ExitedWithCode(survived), "closed unloaded $");
     } else {
@@ -113,21 +114,21 @@ TEST(DeadlyPlugins, crash_in_the_phase_that_they_are_named_for)
     }
 }
 
-TEST(DeadlyPlugins, overflows_stack_dies_of_it)
+TEST(DeadlyPlugins, OverflowsStackDiesOfIt)
 {
     EXPECT_EXIT(UseAndExit("bad/overflows_stack"), DiedOf{EXCEPTION_STACK_OVERFLOW}, "");
 }
 
-TEST(DeadlyPlugins, exits_look_like_exits)
+TEST(DeadlyPlugins, ExitsLookLikeExits)
 {
     EXPECT_EXIT(UseAndExit("bad/exits_zero"), ExitedWithCode(0), "");
     EXPECT_EXIT(UseAndExit("bad/quick_exits_one"), ExitedWithCode(1), "");
     EXPECT_EXIT(UseAndExit("bad/installs_crash_handler"), ExitedWithCode(0), "");
-    // What the runtime library's abort ends with.
+    // The runtime library's abort ends a process with this code.
     EXPECT_EXIT(UseAndExit("bad/aborts"), ExitedWithCode(3), "");
 }
 
-TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
+TEST(DeadlyPlugins, CrashVst3FactoryCrashesOnceItIsEntered)
 {
     EXPECT_EXIT(
         {
@@ -138,7 +139,7 @@ TEST(DeadlyPlugins, crash_vst3_factory_crashes_once_it_is_entered)
         DiedOf{EXCEPTION_ACCESS_VIOLATION}, "");
 }
 
-TEST(DeadlyPlugins, clap_libraries_crash_where_they_are_named_for)
+TEST(DeadlyPlugins, ClapLibrariesCrashWhereTheyAreNamedFor)
 {
     const auto enter = [](const char* plugin) {
         PrepareChild();
@@ -163,19 +164,19 @@ TEST(DeadlyPlugins, clap_libraries_crash_where_they_are_named_for)
     EXPECT_EXIT(enter("good/clap_several"), ExitedWithCode(survived), "described described $");
 }
 
-TEST(DeadlyPlugins, loops_forever_uses_up_any_time)
+TEST(DeadlyPlugins, LoopsForeverUsesUpAnyTime)
 {
     EXPECT_EXIT(UseAndSay("bad/loops_forever", std::chrono::seconds(1)), ExitedWithCode(timeIsUp),
                 "^loaded loops from now on");
 }
 
-TEST(DeadlyPlugins, deadlocks_on_unload_waits_after_all_its_work_is_done)
+TEST(DeadlyPlugins, DeadlocksOnUnloadWaitsAfterAllItsWorkIsDone)
 {
     EXPECT_EXIT(UseAndSay("bad/deadlocks_on_unload", std::chrono::seconds(1)), ExitedWithCode(timeIsUp),
                 "closed $");
 }
 
-TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
+TEST(DeadlyPlugins, LeavesThreadsDiesOfTheUnload)
 {
     EXPECT_EXIT(
         {
@@ -186,7 +187,7 @@ TEST(DeadlyPlugins, leaves_threads_dies_of_the_unload)
         DiedOf{EXCEPTION_ACCESS_VIOLATION}, "");
 }
 
-TEST(DeadlyPlugins, crashes_when_poisoned_crashes_after_poisons_process)
+TEST(DeadlyPlugins, CrashesWhenPoisonedCrashesAfterPoisonsProcess)
 {
     EXPECT_EXIT(
         {
@@ -197,7 +198,7 @@ TEST(DeadlyPlugins, crashes_when_poisoned_crashes_after_poisons_process)
         DiedOf{EXCEPTION_ACCESS_VIOLATION}, "^loaded $");
 }
 
-TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
+TEST(DeadlyPlugins, FloodsOutputWritesMegabytesToBothStreams)
 {
     EXPECT_EXIT(
         {
@@ -218,7 +219,7 @@ TEST(DeadlyPlugins, floods_output_writes_megabytes_to_both_streams)
         ExitedWithCode(survived), "");
 }
 
-TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
+TEST(DeadlyPlugins, ChangesProcessChangesLocaleSignalsAndFolder)
 {
     EXPECT_EXIT(
         {
@@ -234,7 +235,7 @@ TEST(DeadlyPlugins, changes_process_changes_locale_signals_and_folder)
         ExitedWithCode(survived), "");
 }
 
-TEST(DeadlyPlugins, good_plugins_are_gone_from_memory_after_their_unload)
+TEST(DeadlyPlugins, GoodPluginsAreGoneFromMemoryAfterTheirUnload)
 {
     const std::filesystem::path path = TestPluginLibrary("good/vst3_several_classes");
     AskForFacts("good/vst3_several_classes");

@@ -39,7 +39,7 @@ std::string TestName(const ::testing::TestParamInfo<std::string>& plugin)
 class GoodPlugin : public ::testing::TestWithParam<std::string>
 {};
 
-TEST_P(GoodPlugin, tells_what_the_table_of_facts_says)
+TEST_P(GoodPlugin, TellsWhatTheTableOfFactsSays)
 {
     std::vector<TestPluginFacts> expected;
     std::ranges::copy_if(GoodTestPluginFacts(), std::back_inserter(expected),
@@ -50,7 +50,7 @@ TEST_P(GoodPlugin, tells_what_the_table_of_facts_says)
 
 INSTANTIATE_TEST_SUITE_P(Each, GoodPlugin, ::testing::ValuesIn(GoodPlugins()), TestName);
 
-TEST(GoodPlugins, are_all_in_the_table_of_facts)
+TEST(GoodPlugins, AreAllInTheTableOfFacts)
 {
     std::set<std::string> built;
     for (const auto& entry : std::filesystem::directory_iterator(TestPluginsFolder() / "good"))
@@ -58,7 +58,7 @@ TEST(GoodPlugins, are_all_in_the_table_of_facts)
     EXPECT_EQ(built, GoodPlugins());
 }
 
-TEST(GoodPlugins, vst2_effect_is_not_made_in_a_host_without_a_version)
+TEST(GoodPlugins, Vst2EffectIsNotMadeInAHostWithoutAVersion)
 {
     const auto library = LoadLibraryOf("good/vst2_effect");
     const vst2::HostCallback mute = [](vst2::Effect*, std::int32_t, std::int32_t, std::intptr_t, void*,
@@ -66,19 +66,19 @@ TEST(GoodPlugins, vst2_effect_is_not_made_in_a_host_without_a_version)
     EXPECT_EQ(EntryOf(library)(mute), nullptr);
 }
 
-TEST(GoodPlugins, vst2_shell_makes_nothing_for_an_id_that_it_does_not_have)
+TEST(GoodPlugins, Vst2ShellMakesNothingForAnIdThatItDoesNotHave)
 {
     EXPECT_EQ(CreateEffect(LoadLibraryOf("good/vst2_shell"), 1), nullptr);
 }
 
-TEST(GoodPlugins, vst2_main_entry_has_only_the_old_entry)
+TEST(GoodPlugins, Vst2MainEntryHasOnlyTheOldEntry)
 {
     const auto library = LoadLibraryOf("good/vst2_main_entry");
     EXPECT_FALSE(library.has(vst2::entryName));
     EXPECT_TRUE(library.has(vst2::oldEntryName));
 }
 
-TEST(GoodPlugins, vst3_factory1_only_offers_no_later_factory)
+TEST(GoodPlugins, Vst3Factory1OnlyOffersNoLaterFactory)
 {
     const EnteredModule module("good/vst3_factory1_only");
     const auto factory = module.Factory();
@@ -87,7 +87,7 @@ TEST(GoodPlugins, vst3_factory1_only_offers_no_later_factory)
     EXPECT_FALSE(Query<vst3::IPluginFactory3>(*factory));
 }
 
-TEST(GoodPlugins, vst3_several_classes_has_a_controller_among_its_classes)
+TEST(GoodPlugins, Vst3SeveralClassesHasAControllerAmongItsClasses)
 {
     const EnteredModule module("good/vst3_several_classes");
     const auto factory = module.Factory();
@@ -97,7 +97,7 @@ TEST(GoodPlugins, vst3_several_classes_has_a_controller_among_its_classes)
     EXPECT_EQ(Text(info.category), vst3::componentControllerClass);
 }
 
-TEST(GoodPlugins, vst3_component_is_initialised_by_a_host_that_says_its_name)
+TEST(GoodPlugins, Vst3ComponentIsInitialisedByAHostThatSaysItsName)
 {
     NamedHost host;
     {
@@ -115,7 +115,7 @@ TEST(GoodPlugins, vst3_component_is_initialised_by_a_host_that_says_its_name)
     EXPECT_EQ(host.References(), 0u);
 }
 
-TEST(GoodPlugins, moduleinfo_lies_in_both_documented_places_and_has_what_plain_json_has_not)
+TEST(GoodPlugins, ModuleinfoLiesInBothDocumentedPlacesAndHasWhatPlainJsonHasNot)
 {
     const std::string inResources =
         ReadAll(TestPlugin("good/vst3_with_moduleinfo") / "Contents/Resources/moduleinfo.json");
@@ -129,7 +129,7 @@ TEST(GoodPlugins, moduleinfo_lies_in_both_documented_places_and_has_what_plain_j
         std::filesystem::exists(TestPlugin("good/vst3_without_moduleinfo") / "Contents/moduleinfo.json"));
 }
 
-TEST(GoodPlugins, vst3_single_file_is_a_file)
+TEST(GoodPlugins, Vst3SingleFileIsAFile)
 {
     EXPECT_TRUE(std::filesystem::is_regular_file(TestPlugin("good/vst3_single_file")));
     EXPECT_TRUE(std::filesystem::is_directory(TestPlugin("good/vst3_without_moduleinfo")));

@@ -21,13 +21,13 @@ namespace clap = zetaudiopluginhost::clap;
 namespace vst2 = zetaudiopluginhost::vst2;
 namespace vst3 = zetaudiopluginhost::vst3;
 
-/// Answers what a sane host answers; `HostCurrentId` is what the last CreateEffect said.
+/// Answers as a sane host does. The answer to `HostCurrentId` is the id of the last CreateEffect.
 std::intptr_t AnswerAsHost(vst2::Effect* effect, std::int32_t opcode, std::int32_t index, std::intptr_t value,
                            void* pointer, float option);
 
 boost::dll::shared_library LoadLibraryOf(std::string_view plugin);
 
-/// The library's entry function, new or old; throws when it has none.
+/// The library's entry function, under its new or its old name. Throws when it has none.
 vst2::EntryFunction EntryOf(const boost::dll::shared_library& library);
 
 struct CloseEffect
@@ -39,7 +39,7 @@ struct CloseEffect
 };
 using EffectPointer = std::unique_ptr<vst2::Effect, CloseEffect>;
 
-/// Makes and opens an effect; `id` chooses a shell's plug-in. Null when the entry function gives null.
+/// Makes and opens an effect; `id` chooses a plug-in of a shell. Null when the entry function returns null.
 EffectPointer CreateEffect(const boost::dll::shared_library& library, std::int32_t id = 0);
 
 /// Asks for a text; the buffer is far larger than a plug-in may fill.
@@ -57,7 +57,7 @@ struct ReleaseInterface
 template<class Interface>
 using InterfacePointer = std::unique_ptr<Interface, ReleaseInterface>;
 
-/// Null when the object does not offer it.
+/// Returns null when the object does not have the interface.
 template<class Interface>
 InterfacePointer<Interface> Query(vst3::FUnknown& object)
 {
@@ -67,7 +67,7 @@ InterfacePointer<Interface> Query(vst3::FUnknown& object)
     return InterfacePointer<Interface>(static_cast<Interface*>(found));
 }
 
-/// The text in an array that it may fill to the last unit.
+/// Reads the text of an array. The text may fill the array to its last unit.
 template<class Unit, std::size_t size>
 std::basic_string_view<Unit> Text(const Unit (&array)[size])
 {
@@ -77,7 +77,7 @@ std::basic_string_view<Unit> Text(const Unit (&array)[size])
     return {array, length};
 }
 
-/// A VST3 library, entered as the platform asks, and left when this goes.
+/// A VST3 library. The constructor enters it as the platform demands, and the destructor leaves it.
 class EnteredModule
 {
   public:
@@ -86,14 +86,14 @@ class EnteredModule
     EnteredModule(const EnteredModule&) = delete;
     EnteredModule& operator=(const EnteredModule&) = delete;
 
-    /// Null when the module gives none.
+    /// Null when the module returns none.
     InterfacePointer<vst3::IPluginFactory> Factory() const;
 
   private:
     boost::dll::shared_library library;
 };
 
-/// A host with a name, for components; lives as long as its owner says.
+/// A host with a name, for components. References are counted but free nothing; its owner destroys it.
 class NamedHost final : public vst3::IHostApplication
 {
   public:
@@ -110,7 +110,7 @@ class NamedHost final : public vst3::IHostApplication
     std::uint32_t references = 0;
 };
 
-/// A CLAP library, entered, and left when this goes.
+/// A CLAP library. The constructor enters it, and the destructor leaves it.
 class EnteredClap
 {
   public:
@@ -120,7 +120,7 @@ class EnteredClap
     EnteredClap& operator=(const EnteredClap&) = delete;
 
     const clap::PluginFactory& Factory() const;
-    /// Null in the end, and where the library gives none.
+    /// Null behind the last one, and where the library has none.
     const clap::Descriptor* Described(std::uint32_t index) const;
     /// "CountEntered" or "CountInstances".
     int Count(const char* what) const { return library.get<int()>(what)(); }
@@ -130,7 +130,7 @@ class EnteredClap
     const clap::Entry& entry;
 };
 
-/// With a name, and without extensions.
+/// A host with a name and without extensions.
 const clap::Host& NamedClapHost();
 
 struct DestroyInstance
@@ -139,7 +139,7 @@ struct DestroyInstance
 };
 using InstancePointer = std::unique_ptr<const clap::Plugin, DestroyInstance>;
 
-/// What a good plug-in says of itself through the formats' own interfaces.
+/// Asks a good plug-in for its facts through the format's own interface.
 std::vector<TestPluginFacts> AskForFacts(const std::string& plugin);
 
 } // namespace zettesting

@@ -26,7 +26,7 @@ class OddModules : public ::testing::Test
     TemporaryFolder folder;
 };
 
-TEST_F(OddModules, that_are_no_libraries_of_this_machine_have_its_suffix_and_do_not_load)
+TEST_F(OddModules, ThatAreNoLibrariesOfThisMachineHaveItsSuffixAndDoNotLoad)
 {
     for (const auto make : {&MakeTextModule, &MakeEmptyModule, &Make32BitModule, &MakeOtherMachineModule,
                             &MakeOtherSystemModule}) {
@@ -36,7 +36,7 @@ TEST_F(OddModules, that_are_no_libraries_of_this_machine_have_its_suffix_and_do_
     }
 }
 
-TEST_F(OddModules, differ_from_a_good_one_in_what_they_are_named_for)
+TEST_F(OddModules, DifferFromAGoodOneInWhatTheyAreNamedFor)
 {
     const std::string good = ReadAll(TestPlugin("good/vst2_effect"));
     EXPECT_EQ(ReadAll(MakeEmptyModule(folder.Path())), "");
@@ -54,7 +54,7 @@ TEST_F(OddModules, differ_from_a_good_one_in_what_they_are_named_for)
     EXPECT_LE(differences, 2u);
 }
 
-TEST_F(OddModules, with_odd_names_are_working_plugins)
+TEST_F(OddModules, WithOddNamesAreWorkingPlugins)
 {
     const auto copies = CopyTestPluginWithOddNames("good/vst2_effect", folder.Path());
     EXPECT_EQ(copies.size(), OddFileNames().size());
@@ -62,7 +62,7 @@ TEST_F(OddModules, with_odd_names_are_working_plugins)
         EXPECT_EQ(Name(copy), "Pebble Delay") << copy;
 }
 
-TEST_F(OddModules, that_are_many_copies_are_separate_working_plugins)
+TEST_F(OddModules, ThatAreManyCopiesAreSeparateWorkingPlugins)
 {
     const auto copies = CopyTestPlugin("good/vst2_effect", folder.Path(), 12);
     ASSERT_EQ(copies.size(), 12u);
@@ -74,7 +74,7 @@ TEST_F(OddModules, that_are_many_copies_are_separate_working_plugins)
     }
 }
 
-TEST_F(OddModules, copied_from_bundles_have_their_library_renamed_with_them)
+TEST_F(OddModules, CopiedFromBundlesHaveTheirLibraryRenamedWithThem)
 {
     const auto copy = CopyTestPlugin("good/vst3_with_moduleinfo", folder.Path(), "other");
     EXPECT_EQ(copy, folder / "other.vst3");
@@ -83,7 +83,7 @@ TEST_F(OddModules, copied_from_bundles_have_their_library_renamed_with_them)
     EXPECT_TRUE(Loads(BundleLibrary(copy)));
 }
 
-TEST_F(OddModules, link_cycle_leads_to_itself)
+TEST_F(OddModules, LinkCycleLeadsToItself)
 {
     const auto cycle = MakeLinkCycle(folder.Path());
     if (IsWine()) {
@@ -98,7 +98,7 @@ TEST_F(OddModules, link_cycle_leads_to_itself)
     EXPECT_FALSE(std::filesystem::exists(first, error));
 }
 
-TEST(TestPluginsFolder, follows_the_environment)
+TEST(TestPluginsFolder, FollowsTheEnvironment)
 {
     const TemporaryFolder folder;
     const ScopedEnvironment elsewhere("ZET_TEST_PLUGINS", folder.Path().string());

@@ -6,7 +6,7 @@
 #include <future>
 #include <string_view>
 
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 
 int main(int count, char** arguments)
 {

@@ -20,7 +20,7 @@ int main(int argumentCount, char** arguments)
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL,
                       &screen.white_pixel);
     xcb_map_window(connection, window);
-    // An answer means that all before it has been done.
+    // The answer comes after the server has carried out everything before.
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     std::ofstream(arguments[1]) << window;
     std::fputs("window is there\n", stderr);

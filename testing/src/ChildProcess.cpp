@@ -1,6 +1,6 @@
 #include <zettesting/ChildProcess.h>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 
 namespace zettesting {
 
@@ -13,7 +13,7 @@ std::vector<std::string> WaitForProcessesToEnd(const std::string& environmentTex
                                                std::chrono::milliseconds limit)
 {
     const auto until = std::chrono::steady_clock::now() + limit;
-    zetcore::threads::Backoff wait;
+    zetcore::utility::Backoff wait;
     for (;;) {
         std::vector<std::string> left = ProcessesWithEnvironment(environmentText);
         if (left.empty() || std::chrono::steady_clock::now() >= until)

@@ -80,13 +80,13 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
     return pointers;
 }
 
-/// In the child, where only async-signal-safe calls are allowed.
+/// Runs in the child, where only async-signal-safe calls are allowed.
 [[noreturn]] void BecomeProgram(const char* program, char** arguments, char** environment, const char* folder,
                                 int output, int error)
 {
     const int input = ::open("/dev/null", O_RDONLY);
     ::setpgid(0, 0);
-    // A shell ignores it for what it starts in the background, and what is started there would inherit that.
+    // A shell makes its background programs ignore this signal, and the child would inherit that.
     ::signal(SIGINT, SIG_DFL);
     if (input < 0 || ::dup2(input, 0) < 0 || ::dup2(output, 1) < 0 || ::dup2(error, 2) < 0 ||
         (*folder && ::chdir(folder) != 0))
@@ -105,10 +105,10 @@ struct ChildProcess::State
     std::thread reader;
     std::mutex mutex;
     std::condition_variable changed;
-    // Under the mutex until the reader has ended.
+    // The mutex guards these until the reader has ended.
     ChildResult result;
     bool closed = false;
-    // The waiting thread's own.
+    // Only the waiting thread uses these.
     bool reaped = false;
 
     ~State()
@@ -147,8 +147,8 @@ struct ChildProcess::State
         changed.notify_all();
     }
 
-    /// Waits for the end without taking it, so that the number stays the process's own; false at the
-    /// deadline.
+    /// Waits for the end but does not collect it, so that the system does not give the process number to
+    /// another process. False at the deadline.
     bool WaitForEnd(Clock::time_point until) const
     {
         siginfo_t info{};

@@ -27,7 +27,7 @@ struct CloseIt
 };
 using Handle = std::unique_ptr<HANDLE, CloseIt>;
 
-/// Quoted as `CommandLineToArgvW` and the C library take it apart.
+/// Quotes an argument for the rules of `CommandLineToArgvW` and the C library.
 std::wstring Quote(const std::wstring& argument)
 {
     std::wstring quoted = L"\"";
@@ -103,10 +103,10 @@ struct ChildProcess::State
     std::array<std::atomic<DWORD>, 2> readerIds{};
     std::mutex mutex;
     std::condition_variable changed;
-    // Under the mutex until the readers have ended.
+    // The mutex guards these until the readers have ended.
     ChildResult result;
     int open = 2;
-    // The waiting thread's own.
+    // Only the waiting thread uses these.
     bool ended = false;
 
     ~State() { StopReading(); }
@@ -172,7 +172,7 @@ ChildProcess::ChildProcess(const Options& options) : state(std::make_unique<Stat
                                 options.folder.empty() ? nullptr : options.folder.wstring().c_str(), &startup,
                                 &information) != FALSE;
     };
-    // Of some thousand programs that Wine starts, one fails with an internal error, for no reason of its own.
+    // Among some thousand programs that Wine starts, one fails with an internal error of Wine's.
     bool started = start();
     for (int again = 0; !started && again < 3 && ::GetLastError() == ERROR_INTERNAL_ERROR && IsWine();
          ++again)
@@ -219,7 +219,7 @@ const ChildResult& ChildProcess::Wait(std::chrono::milliseconds limit)
     for (std::string* const text : {&result.output, &result.error})
         for (std::size_t at = 0; (at = text->find("\r\n", at)) != std::string::npos;)
             text->erase(at, 1);
-    // An exception's code stands for the signal of other systems.
+    // An exception's code takes the place of a signal.
     const bool exited = ended && status < 0x80000000u;
     result.exitStatus = exited ? static_cast<int>(status) : -1;
     result.signal = exited ? 0 : static_cast<int>(status);
@@ -238,7 +238,7 @@ void ChildProcess::Interrupt()
 {
     if (state->ended)
         return;
-    // The event reaches all who share the sender's console.
+    // The event reaches every process that shares the sender's console.
     ::FreeConsole();
     const bool attached = ::AttachConsole(state->id) != FALSE;
     ::SetConsoleCtrlHandler(&IgnoreCtrlC, TRUE);

@@ -4,8 +4,8 @@
 
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/threads/MainThread.h>
 
 namespace zettesting {

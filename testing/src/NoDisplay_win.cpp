@@ -8,7 +8,7 @@
 
 namespace zettesting {
 
-/// A window station that nobody sees, as services have it.
+/// A window station that nobody sees, like that of a service.
 struct NoDisplay::State
 {
     ScopedEnvironment noPlatform{"QT_QPA_PLATFORM", std::nullopt};
@@ -21,7 +21,7 @@ struct NoDisplay::State
     {
         if (!station || !::SetProcessWindowStation(station))
             throw std::runtime_error("cannot make a window station");
-        // Processes that are started need a desktop too.
+        // Processes that are started need a desktop, too.
         desktop = ::CreateDesktopW(L"unseen", nullptr, nullptr, 0, GENERIC_ALL, nullptr);
         ::SetThreadDesktop(desktop);
     }

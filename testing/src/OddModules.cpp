@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The fields of the two executable formats that say for whom a file is, at their places in the file.
+/// The places in the two executable formats of the fields that name the machine.
 namespace elf {
 constexpr std::size_t classAt = 4, dataAt = 5, versionAt = 6, typeAt = 16, machineAt = 18;
 constexpr char class32 = 1, class64 = 2, littleEndian = 1, currentVersion = 1;

@@ -4,7 +4,7 @@
 
 namespace zettesting {
 
-/// Removes the folder with all that is in it and can be removed, however long its paths are.
+/// Removes the folder and everything in it that can be removed, however long the paths are.
 void RemoveTree(const std::filesystem::path& folder);
 
 } // namespace zettesting

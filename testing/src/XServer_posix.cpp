@@ -22,7 +22,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds patience{60};
 constexpr int numberDescriptor = 3;
 
-/// Not `posix_spawn`: the server is to end when this process does, however that is.
+/// The server must end when this process ends, even by a crash. `posix_spawn` cannot arrange that.
 [[noreturn]] void BecomeServer(int numberPipe)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -38,7 +38,7 @@ constexpr int numberDescriptor = 3;
     ::_exit(127);
 }
 
-/// The line that comes through the pipe; empty when it ends or nothing comes.
+/// Reads a line from the pipe. Empty when the pipe ends, or when nothing comes.
 std::string ReadLine(int descriptor)
 {
     const auto deadline = Clock::now() + patience;

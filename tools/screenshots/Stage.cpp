@@ -8,9 +8,9 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/debug/FaultPoint.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
 
 #include "commands/CommandLine.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zetui/ui/UI_SubView.h>
+#include <zetui/nodes/UI_SubView.h>
 
 namespace zetaudiopluginhostui {
 

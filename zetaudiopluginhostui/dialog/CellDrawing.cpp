@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/skins/Skins.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 
 namespace zetaudiopluginhostui {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <zetui/controls/UI_TextEdit.h>
-#include <zetui/ui/UI_NodeManager.h>
-#include <zetui/ui/UI_SubView.h>
+#include <zetui/nodes/UI_NodeManager.h>
+#include <zetui/nodes/UI_SubView.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 namespace zetaudiopluginhostui {

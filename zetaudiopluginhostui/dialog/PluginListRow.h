@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include <zetui/controls/UI_MultiColumnTreeRow.h>
+#include <zetui/tree/UI_MultiColumnTreeRow.h>
 
 #include "dialog/PluginListEntry.h"
 

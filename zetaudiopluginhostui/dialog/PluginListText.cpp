@@ -6,7 +6,7 @@
 #include <zetaudiofilterhost/PluginFind.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginhostui {

@@ -134,7 +134,7 @@ void PluginManagerDialog::SetUpFolderList()
         PluginModuleInfoManager::GetInstance()
             ->GetPluginTechnology(zetaudiofilterhost::TechnologyType::VST)
             ->GetDirectoriesChangedSignal()
-            .connect([this](const auto& technology) { OnPluginDirectoriesChanged(technology); });
+            .Connect([this](const auto& technology) { OnPluginDirectoriesChanged(technology); });
     directoryList->SetDrawCellOfRowCallback(
         [this](zetui::pixmill::Pixmill* context, const RowPtr& row, int /*cellIndex*/, const RectF& cell) {
             DrawFolderCell(context, row, cell);
@@ -208,7 +208,7 @@ void PluginManagerDialog::SetPluginListCallbacks()
     pluginList->SetRowVisibilityChangedCallback(
         [this](const RowPtr& row) { OnPluginRowVisibilityChanged(row); });
     pluginInfosChangedConnection =
-        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().connect(
+        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().Connect(
             [this] { OnPluginInfosChanged(); });
     pluginList->SetDrawCellOfRowCallback(
         [this](zetui::pixmill::Pixmill* context, const RowPtr& row, int cellIndex, const RectF& cell) {

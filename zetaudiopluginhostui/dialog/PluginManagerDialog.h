@@ -6,15 +6,15 @@
 
 #include <zetaudiofilterhost/PluginTechnology.h>
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
-#include <zetcore/signals/Signal.h>
+#include <zetcore/signals/ScopedConnection.h>
+#include <zetui/archiveddialog/UI_ArchivedDialog.h>
 #include <zetui/controls/UI_Checkbox.h>
-#include <zetui/controls/UI_MultiColumnTree.h>
 #include <zetui/controls/UI_StaticText.h>
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/controls/UI_TextEdit.h>
-#include <zetui/ui/UI_ArchivedDialog.h>
-#include <zetui/ui/UI_Message.h>
-#include <zetui/ui/UI_NodeManager.h>
+#include <zetui/nodes/UI_Message.h>
+#include <zetui/nodes/UI_NodeManager.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 
 #include "dialog/BoxView.h"
 #include "dialog/FindShortcut.h"

@@ -1,8 +1,8 @@
 // The folder list of the manager dialog and its commands.
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
@@ -98,7 +98,7 @@ void PluginManagerDialog::OnDefaultFolders(ButtonChanged* /*message*/)
     int answer = messagebox::kYes;
     if (technology->DirectoryBegin() != technology->DirectoryEnd())
         answer = messagebox::Messagebox(
-            GetSupplier(), zetcore::config::GetClientName(),
+            GetSupplier(), zetcore::utility::GetClientName(),
             Localizer::Get().LocalizeWide(
                 "$$$/AudioPluginManager/DefaultFoldersWarning=Resetting the application's VST Plug-In folder "
                 "settings to the default will delete any custom folders that have been specified. Do you "

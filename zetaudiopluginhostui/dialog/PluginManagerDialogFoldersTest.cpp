@@ -2,7 +2,7 @@
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <zetcore/config/ClientName.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/TemporaryFolder.h>
 
 #include "dialog/PluginManagerIds.h"
@@ -95,7 +95,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
     ClickFolder(2, Qt::ControlModifier);
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
     EXPECT_EQ(changes, 1) << "both at once";
@@ -141,7 +141,7 @@ TEST_F(FolderCommands, TheOnlyColumnLeavesRoomAtItsRight)
 
 TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
 {
-    zetcore::config::SetClientName(L"Studio");
+    zetcore::utility::SetClientName(L"Studio");
     AddFolders({L"/my own"});
     OpenDialog();
     shown->answer = 64;
@@ -164,7 +164,7 @@ TEST_F(FolderCommands, DefaultAsksBeforeItDeletesFoldersAndNoIsTheDefaultAnswer)
     EXPECT_THAT(VstFolders(), ::testing::Not(::testing::Contains(L"/my own")));
     EXPECT_THAT(VstFolders(), ::testing::Not(IsEmpty()));
     EXPECT_EQ(Folders(), VstFolders());
-    zetcore::config::SetClientName(L"zetaudiopluginmanager");
+    zetcore::utility::SetClientName(L"zetaudiopluginmanager");
 }
 
 TEST_F(FolderCommands, DefaultResetsAfterYesAndNoOtherAnswer)
@@ -228,7 +228,7 @@ TEST_F(FolderCommands, ARowThatIsNoneOfTheListsShowsAndRemovesNothing)
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two"), L"")) << "its folder went with it";
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     ClickFolder(1);
     ASSERT_TRUE(CanRemove());

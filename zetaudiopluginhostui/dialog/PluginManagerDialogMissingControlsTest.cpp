@@ -148,7 +148,7 @@ class DialogWithoutAControl : public DialogFixture, public testing::WithParamInt
     {
         int signals = 0;
         const zetcore::signals::ScopedConnection connection =
-            TheRegistry().GetPluginInfosChangedSignal().connect([&signals] { ++signals; });
+            TheRegistry().GetPluginInfosChangedSignal().Connect([&signals] { ++signals; });
         Node<UI_Checkbox>(ids::kSeparateProcess).SetValue(UI_Checkbox::kUnchecked);
         if (!Has(ids::kUpdateButton))
             return;

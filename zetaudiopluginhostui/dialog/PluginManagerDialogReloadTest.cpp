@@ -2,8 +2,8 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/UnwritableFile.h>
 
 #include "dialog/PluginListText.h"
@@ -138,7 +138,7 @@ TEST_F(DialogReload, ReloadingABannedPluginWhoseFileIsGoneRemovesItEverywhere)
 
 TEST_F(DialogReload, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
 {
-    zetcore::config::SetClientName(L"Studio");
+    zetcore::utility::SetClientName(L"Studio");
     const std::wstring gone = Copy("good/vst2_effect", "gone");
     Ban(gone);
     OpenDialog();
@@ -156,7 +156,7 @@ TEST_F(DialogReload, AReloadThatCannotSaveFillsTheListAndThenSaysSoOnce)
         "Unable to load third-party audio plug-ins. Studio is unable to access your Preferences folder. "
         "Your user account may not have access rights, or the folder may have been set to Read Only. "
         "Please check your permissions and try again.");
-    zetcore::config::SetClientName(L"zetaudiopluginmanager");
+    zetcore::utility::SetClientName(L"zetaudiopluginmanager");
 }
 
 TEST_F(DialogReload, AReloadThatScansAndCannotSaveAlsoSaysSoOnce)
@@ -185,7 +185,7 @@ TEST_F(DialogReload, TheBannedListIsSavedWithoutThePluginBeforeItIsScanned)
     ASSERT_THAT(listOnDisk(), HasSubstr("effect"));
     std::string listAtTheEndOfTheScan = "never";
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginInfosChangedSignal().connect([&] { listAtTheEndOfTheScan = listOnDisk(); });
+        TheRegistry().GetPluginInfosChangedSignal().Connect([&] { listAtTheEndOfTheScan = listOnDisk(); });
     Press(*ReloadButtonOf(TitleOf(path)));
     EXPECT_THAT(listAtTheEndOfTheScan, HasSubstr("bannedplugins"));
     EXPECT_THAT(listAtTheEndOfTheScan, Not(HasSubstr("effect")));
@@ -289,7 +289,7 @@ TEST_F(DialogReload, AnErrorThatIsNoFileErrorComesOutOfTheReload)
     other.SaveConfiguration(RegistryFile(), true);
     OpenDialog();
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginTechnology(3)->GetDirectoriesChangedSignal().connect(
+        TheRegistry().GetPluginTechnology(3)->GetDirectoriesChangedSignal().Connect(
             [](const auto&) { throw std::range_error("of the host"); });
     const auto button = ReloadButtonOf(TitleOf(gone));
     ASSERT_TRUE(button);

@@ -6,8 +6,8 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/ThrowError.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "dialog/PluginManagerDialog.h"
 #include "module/PreferenceAccessError.h"

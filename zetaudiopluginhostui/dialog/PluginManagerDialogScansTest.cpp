@@ -4,7 +4,7 @@
 #include <QTableView>
 #include <gmock/gmock.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
 #include "dialog/CellDrawing.h"
@@ -92,7 +92,7 @@ TEST_F(DialogScans, AnErrorOfTheHostsOwnComesOutOfTheScan)
     Copy("good/vst2_effect", "effect");
     OpenDialog();
     const zetcore::signals::ScopedConnection connection =
-        TheRegistry().GetPluginInfosChangedSignal().connect([] { throw std::range_error("of the host"); });
+        TheRegistry().GetPluginInfosChangedSignal().Connect([] { throw std::range_error("of the host"); });
     auto& update = Node<zetui::controls::UI_TextButton>(ids::kUpdateButton);
     zetui::ui::UI_ButtonChangedMessage message(&update);
     EXPECT_THROW(SendMessage::Changed(update, message), std::range_error);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zetui/controls/UI_MultiColumnTree.h>
+#include <zetui/tree/UI_MultiColumnTree.h>
 
 namespace zetaudiopluginhostui {
 

@@ -150,11 +150,14 @@ TEST_P(StringTableTest, EndsTextsAsTheDefaultsEnd)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, StringTableTest, testing::ValuesIn(languages), [](const auto& language) {
+std::string LanguageName(const testing::TestParamInfo<const char*>& language)
+{
     std::string name = language.param;
     std::erase(name, '-');
     return name;
-});
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, StringTableTest, testing::ValuesIn(languages), LanguageName);
 
 class EnglishTable : public StringTableTest
 {};
@@ -164,7 +167,7 @@ TEST_P(EnglishTable, HoldsTheDefaultTexts)
     ForEachText([](const std::string& english, const std::string& text) { EXPECT_EQ(text, english); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, EnglishTable, testing::Values("en"));
+INSTANTIATE_TEST_SUITE_P(Languages, EnglishTable, testing::Values("en"), LanguageName);
 
 class FrenchTable : public StringTableTest
 {};
@@ -178,7 +181,7 @@ TEST_P(FrenchTable, KeepsMarksTogetherWithTheirWords)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, FrenchTable, testing::Values("fr"));
+INSTANTIATE_TEST_SUITE_P(Languages, FrenchTable, testing::Values("fr"), LanguageName);
 
 } // namespace
 } // namespace zetaudiopluginhostui

@@ -7,13 +7,13 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
-#include <zetcore/filesupport/IPlatformByteStream.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/content/IPlatformByteStream.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
 #include "module/ModuleResources.h"
@@ -150,7 +150,7 @@ void CrashRecovery::NotifyUser(const PluginLocator& plugin)
     const std::wstring name = PluginModuleInfoManager::GetInstance()->GetDisplayStringForLocator(plugin);
     const std::string message = InsertPluginName(zetcore::config::Localizer::Get().Localize(messageKey),
                                                  zetcore::string::UTF16to8(name));
-    zetui::dialogs::messagebox::ShowCaution(supplier, zetcore::config::GetClientName(),
+    zetui::dialogs::messagebox::ShowCaution(supplier, zetcore::utility::GetClientName(),
                                             zetcore::string::UTF8to16(message),
                                             zetui::ui::WindowVariant(parent));
 }

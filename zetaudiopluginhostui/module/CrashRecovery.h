@@ -5,7 +5,7 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 namespace zetaudiopluginhostui {
 

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "testing/CrashRecoveryFixture.h"
-#include "testing/Faults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -276,8 +276,9 @@ TEST_F(CrashRecoveryTest, TheMessageComesFromTheStringTableWithTheNameInEveryPla
     WriteMarker(PluginLocator{TechnologyType::VST, L"/x@PLUGINNAME.so"});
     const auto alerts = Start();
     zetcore::config::Localizer::Get().Reset();
-    EXPECT_THAT(alerts, ElementsAre("caution " + zetcore::string::UTF16to8(zetcore::config::GetClientName()) +
-                                    ": /x@PLUGINNAME.so! /x@PLUGINNAME.so!"));
+    EXPECT_THAT(alerts,
+                ElementsAre("caution " + zetcore::string::UTF16to8(zetcore::utility::GetClientName()) +
+                            ": /x@PLUGINNAME.so! /x@PLUGINNAME.so!"));
 }
 
 TEST_F(CrashRecoveryTest, APreferencesFolderThatCannotBeWrittenIsToldOnce)
@@ -292,7 +293,7 @@ TEST_F(CrashRecoveryTest, AMarkerThatCannotBeDeletedIsToldAndTheRegistryIsLoaded
     const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
     SaveToRegistry(other);
     WriteMarker(plugin);
-    const Faults faults("delete." + marker.filename().string() + ":1:denied");
+    const zettesting::ScopedFaults faults("delete." + marker.filename().string() + ":1:denied");
     EXPECT_THAT(Start(), ElementsAre(ScanErrorAlert("/plugins/Bad one.so"), AccessAlert()));
     EXPECT_TRUE(std::filesystem::exists(marker));
     EXPECT_NE(registry.Find(other), nullptr);

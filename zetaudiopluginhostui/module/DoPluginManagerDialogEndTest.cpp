@@ -2,8 +2,8 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
+#include <zettesting/ScopedFaults.h>
 
-#include "testing/Faults.h"
 #include "testing/ManagerRunFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -77,7 +77,7 @@ TEST_F(DoPluginManagerDialogEnd, TheFrameIsInTheSettingsAndTheFileIsSavedWhenThe
 {
     SaveTwoPlugins();
     Bounds frame;
-    const ScopedConnection connection = registry.GetPluginInfosChangedSignal().connect([&] {
+    const ScopedConnection connection = registry.GetPluginInfosChangedSignal().Connect([&] {
         EXPECT_EQ(settings.dialogBounds, frame);
         EXPECT_THAT(FlagsInTheFile(), ElementsAre(false, false));
     });
@@ -99,7 +99,7 @@ TEST_F(DoPluginManagerDialogEnd, TheFrameIsInTheSettingsBeforeTheRegistryIsLoade
         window.setGeometry(50, 60, 760, 530);
         frame = FrameOf(window);
         Vst().AddPluginDirectories({L"/another"});
-        connection.emplace(Vst().GetDirectoriesChangedSignal().connect([&](const auto&) {
+        connection.emplace(Vst().GetDirectoriesChangedSignal().Connect([&](const auto&) {
             ++loads;
             EXPECT_EQ(settings.dialogBounds, frame);
         }));
@@ -140,7 +140,7 @@ TEST_F(DoPluginManagerDialogEnd, WithoutASavedSortTheDirectionCountsForNothing)
 TEST_F(DoPluginManagerDialogEnd, AFileWhoseContentCannotBeReadIsSavedAllTheSame)
 {
     SaveTwoPlugins();
-    const Faults faults("host.digest:1:denied");
+    const zettesting::ScopedFaults faults("host.digest:1:denied");
     EXPECT_TRUE(Run(DisableAllAnd(PressOk))) << "the host misses nothing";
     EXPECT_THAT(FlagsInTheFile(), ElementsAre(false, false));
     EXPECT_THAT(shown->calls, IsEmpty()) << "only the save decides";
@@ -149,7 +149,7 @@ TEST_F(DoPluginManagerDialogEnd, AFileWhoseContentCannotBeReadIsSavedAllTheSame)
 TEST_F(DoPluginManagerDialogEnd, AFileThatCannotBeReadAfterTheSaveCountsAsChanged)
 {
     SaveTwoPlugins();
-    const Faults faults("host.digest:2:denied");
+    const zettesting::ScopedFaults faults("host.digest:2:denied");
     EXPECT_TRUE(Run(PressOk));
     EXPECT_THAT(shown->calls, IsEmpty());
 }
@@ -189,7 +189,7 @@ TEST_F(DoPluginManagerDialogEnd, WhatAHostsSlotThrowsDuringTheSavePassesToTheHos
     Bounds frame;
     EXPECT_THROW(Run([&](QWidget& window) {
                      AnotherProgramSavesFolders();
-                     connection.emplace(Vst().GetDirectoriesChangedSignal().connect(
+                     connection.emplace(Vst().GetDirectoriesChangedSignal().Connect(
                          [](const auto&) { throw std::logic_error("a host's"); }));
                      window.setGeometry(50, 60, 760, 530);
                      frame = FrameOf(window);
@@ -206,7 +206,7 @@ TEST_F(DoPluginManagerDialogEnd, WhatAHostsSlotThrowsDuringTheLoadPassesToTheHos
     std::optional<ScopedConnection> connection;
     EXPECT_THROW(Run([&](QWidget& window) {
                      Vst().AddPluginDirectories({L"/another"});
-                     connection.emplace(Vst().GetDirectoriesChangedSignal().connect(
+                     connection.emplace(Vst().GetDirectoriesChangedSignal().Connect(
                          [](const auto&) { throw std::logic_error("a host's"); }));
                      PressCancel(window);
                  }),

@@ -71,7 +71,7 @@ TEST_F(DoPluginManagerDialog, AfterOkEveryListenerRereadsTheList)
     SaveTwoPlugins();
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+        registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     Run([&](QWidget& window) {
         changes = 0;
         PressOk(window);
@@ -190,7 +190,7 @@ TEST_F(DoPluginManagerDialog, AfterOkEveryListenerRereadsTheListAlsoWhenItCouldN
     MakePrefsUnwritable();
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+        registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     EXPECT_FALSE(Run([&](QWidget& window) {
         changes = 0;
         shown->onAlert = [&] { EXPECT_EQ(changes, 1) << "before the user is told"; };

@@ -1,7 +1,7 @@
 // A save that fails half-way; its steps can be made to fail on POSIX systems.
 #include <gmock/gmock.h>
+#include <zettesting/ScopedFaults.h>
 
-#include "testing/Faults.h"
 #include "testing/ManagerRunFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -15,7 +15,7 @@ using DoPluginManagerDialogFailedSave = ManagerRunFixture;
 TEST_F(DoPluginManagerDialogFailedSave, ReportsNoChangeWhateverHasBecomeOfTheFile)
 {
     SaveTwoPlugins();
-    const Faults faults("write." + configuration.filename().string() + ".open:1:no-space");
+    const zettesting::ScopedFaults faults("write." + configuration.filename().string() + ".open:1:no-space");
     EXPECT_FALSE(Run([&](QWidget& window) {
         Click(window, "Disable All");
         // The save keeps it aside before it fails.

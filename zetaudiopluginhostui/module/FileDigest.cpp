@@ -2,9 +2,9 @@
 
 #include <limits>
 
-#include <zetcore/debug/FaultPoint.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/utility/Fnv1a.h>
 
 namespace zetaudiopluginhostui {

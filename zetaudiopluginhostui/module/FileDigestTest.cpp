@@ -1,7 +1,7 @@
 #include "module/FileDigest.h"
 
 #include <gtest/gtest.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/utility/Fnv1a.h>
 #include <zettesting/TemporaryFolder.h>
 

@@ -14,11 +14,11 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/XServer.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 namespace zetaudiopluginhostui {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "module/FileDigest.h"
 #include "module/PreferenceFiles.h"

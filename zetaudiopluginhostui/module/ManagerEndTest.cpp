@@ -39,7 +39,7 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
 {
     int changes = 0;
     const zetcore::signals::ScopedConnection connection =
-        registry.GetPluginInfosChangedSignal().connect([&] { ++changes; });
+        registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     for (const int response : {-1, 0, 2, 3, 1000}) {
         registry.Find(plugin)->SetEnabled(false);
         const ManagerEnd end = EndManagerRun(response, *copy);

@@ -1,7 +1,7 @@
 #include "module/PreferenceAccessError.h"
 
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
 namespace zetaudiopluginhostui {
@@ -17,7 +17,7 @@ constexpr char messageKey[] =
 
 void ShowPreferenceAccessCaution(const zetui::pixmill::SupplierInterface* supplier, HWND parent)
 {
-    const std::wstring clientName = zetcore::config::GetClientName();
+    const std::wstring clientName = zetcore::utility::GetClientName();
     zetui::dialogs::messagebox::ShowCaution(
         supplier, clientName, zetcore::config::Localizer::Get().LocalizeWide(messageKey, {clientName}),
         zetui::ui::WindowVariant(parent));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 namespace zetaudiopluginhostui {
 

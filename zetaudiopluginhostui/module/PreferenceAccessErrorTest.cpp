@@ -1,6 +1,6 @@
 #include "module/PreferenceAccessError.h"
 
-#include <zetcore/config/ClientName.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/HostFixture.h>
 
 #include "testing/RecordingPresentation.h"
@@ -12,11 +12,11 @@ using PreferenceAccessError = zettesting::HostFixture;
 
 TEST_F(PreferenceAccessError, TheCautionNamesTheHostInItsTitleAndInItsText)
 {
-    const std::wstring before = zetcore::config::GetClientName();
-    zetcore::config::SetClientName(L"Some @0 Host");
+    const std::wstring before = zetcore::utility::GetClientName();
+    zetcore::utility::SetClientName(L"Some @0 Host");
     const RecordingPresentation shown;
     ShowPreferenceAccessCaution(nullptr, nullptr);
-    zetcore::config::SetClientName(before);
+    zetcore::utility::SetClientName(before);
     EXPECT_EQ(
         shown.calls,
         std::vector<std::string>{

@@ -1,7 +1,7 @@
 #include "module/PreferenceFiles.h"
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 namespace zetaudiopluginhostui {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiopluginhostui {
 

@@ -5,10 +5,10 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 

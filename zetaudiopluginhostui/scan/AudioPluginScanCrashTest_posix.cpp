@@ -7,10 +7,10 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "scan/ScanMarker.h"
 #include "testing/AudioPluginScanFixture.h"
-#include "testing/ScopedFaults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -29,7 +29,8 @@ class ScanDeathTest : public AudioPluginScanFixture
     {
         // A forked process, which has this test's folder.
         GTEST_FLAG_SET(death_test_style, "fast");
-        const ScopedFaults faults("host.plugin-loading:" + std::to_string(plugins.size()) + ":kill");
+        const zettesting::ScopedFaults faults("host.plugin-loading:" + std::to_string(plugins.size()) +
+                                              ":kill");
         EXPECT_EXIT(Scan(plugins), ::testing::KilledBySignal(SIGKILL), "");
     }
 };
@@ -116,7 +117,7 @@ class MarkerFault : public AudioPluginScanFixture
 
 TEST_F(MarkerFault, AMarkerThatCannotBeReplacedIsDeletedAndTheScanGoesOnWithoutOne)
 {
-    const ScopedFaults faults("write.ScannedPluginPath.txt.open:2:read-only");
+    const zettesting::ScopedFaults faults("write.ScannedPluginPath.txt.open:2:read-only");
     EXPECT_THAT(MarkersOfAScan({a, b, c}), ElementsAre(MarkerOf(a), "no marker", "no marker"));
     for (const auto& plugin : {a, b, c})
         EXPECT_TRUE(IsSaved(plugin));
@@ -127,7 +128,7 @@ TEST_F(MarkerFault, AMarkerThatCannotBeReplacedIsDeletedAndTheScanGoesOnWithoutO
 
 TEST_F(MarkerFault, AMarkerThatStaysIsNotThereWhileAnotherPluginIsLoaded)
 {
-    const ScopedFaults faults(
+    const zettesting::ScopedFaults faults(
         "write.ScannedPluginPath.txt.open:2:denied;delete.ScannedPluginPath.txt:1:denied");
     EXPECT_THAT(MarkersOfAScan({a, b, c}), ElementsAre(MarkerOf(a), MarkerOf(a), MarkerOf(a)));
     EXPECT_TRUE(IsSaved(a));

@@ -6,10 +6,10 @@
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "testing/AudioPluginScanFixture.h"
-#include "testing/ScopedFaults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -88,7 +88,7 @@ TEST_F(AudioPluginScanEndTest, AScanWhoseScannerCouldNotBeReplacedSaysSoAlthough
                (AnyTraced("does not answer at port") && ++looks > mostLooks);
     };
     zetcore::debug::SetMasterTraceVolume(1);
-    const ScopedFaults faults("dialog.patience:1:late=4");
+    const zettesting::ScopedFaults faults("dialog.patience:1:late=4");
     Scan({a, MakeFile("b.so")}, true);
     EXPECT_THAT(shown.extraTexts, Contains(gone));
     EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);

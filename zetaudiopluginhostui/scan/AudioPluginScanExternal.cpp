@@ -3,8 +3,8 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/TimeEntry.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "scan/ExternalAudioPluginScan.h"

@@ -1,7 +1,7 @@
 // The scan in the host's own process.
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetui/dialogs/messagebox.h>
 
 #include "module/DebugSwitch.h"

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include <zetcore/debug/DebugDatabase.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "testing/AudioPluginScanFixture.h"
-#include "testing/ScopedFaults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -23,7 +23,7 @@ class SlowPlugin : public AudioPluginScanFixture
 
     std::vector<std::string> ExtraTextsOfAPluginThatTakes4Seconds()
     {
-        const ScopedFaults faults("dialog.patience:1:late=4");
+        const zettesting::ScopedFaults faults("dialog.patience:1:late=4");
         Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "wait seen", "ok", Info(none, 1, 1, false)});
         int looks = 0;
         shown.onInput = [&] {

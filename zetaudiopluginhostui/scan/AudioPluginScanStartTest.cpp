@@ -2,7 +2,7 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 #include "testing/AudioPluginScanFixture.h"
 

@@ -110,7 +110,7 @@ TEST_F(ExternalScan, TheResultFileIsDeletedBeforeTheScannerStartsAndWhenTheScanI
     portWait.startPauses = [&] {
         existedAtLaunch = std::filesystem::exists(ResultFile());
         Touch("go");
-        return PortWait::Pause(zetcore::threads::Backoff());
+        return PortWait::Pause(zetcore::utility::Backoff());
     };
     scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     ASSERT_TRUE(Start({a}));

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 #include "testing/ExternalScanStepsFixture.h"
 

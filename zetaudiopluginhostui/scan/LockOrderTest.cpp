@@ -7,13 +7,13 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/threads/MainThread.h>
+#include <zetcore/utility/ClientName.h>
 
 #include "testing/ExternalScanFixture.h"
 
@@ -60,7 +60,7 @@ class LockOrder : public ExternalScanFixture
         zetaudiopluginhost::FindBanReason(banned, a);
         DebugDatabase::Instance().GetEntry("any", "");
         zetcore::config::Localizer::Get().Localize("$$$/Any=text");
-        zetcore::config::GetClientName();
+        zetcore::utility::GetClientName();
         zetcore::filesupport::Dir::PrefDir();
         zetcore::threads::AsyncCallFromMainThread([] {}, 0);
         zetcore::debug::TraceLine(9, "LockOrder", "from inside");

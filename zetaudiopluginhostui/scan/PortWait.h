@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include <zetcore/debug/FaultPoint.h>
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/utility/Backoff.h>
 
 #include "scan/ScannerProcess.h"
 
@@ -22,7 +22,7 @@ struct PortWait
     };
     std::function<std::optional<ScannerProcessEnd>(ScannerProcess)> findEnd = FindScannerProcessEnd;
     /// Makes the pauses of one wait.
-    std::function<Pause()> startPauses = [] { return Pause(zetcore::threads::Backoff()); };
+    std::function<Pause()> startPauses = [] { return Pause(zetcore::utility::Backoff()); };
 };
 
 } // namespace zetaudiopluginhostui

@@ -2,8 +2,8 @@
 
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginhostui {

@@ -1,8 +1,8 @@
 #include "scan/ScanResultFile.h"
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 namespace zetaudiopluginhostui {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiopluginhostui {
 

@@ -29,7 +29,7 @@ TEST_F(ScannerLaunchLock, IsHeldWhileThePortIsWaitedForAndNotWhileTheScanRuns)
     portWait.startPauses = [&] {
         held = IsLocked();
         Touch("go");
-        return PortWait::Pause(zetcore::threads::Backoff());
+        return PortWait::Pause(zetcore::utility::Backoff());
     };
     scan = std::make_shared<ExternalAudioPluginScan>(portWait);
     ASSERT_TRUE(Start({}));

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetscanprotocol/ScanProtocol.h>
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "scan/PortWait.h"

@@ -3,12 +3,12 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
+#include <zettesting/ScopedFaults.h>
 
 #include "testing/ExternalScanFixture.h"
-#include "testing/Faults.h"
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -128,7 +128,7 @@ TEST_F(ScannerLaunch, AStartThatThrowsLeavesNoFailureOfTheOneBefore)
     ExpectNoPauseAfterTheEnd();
     EXPECT_FALSE(Start({a}));
     zettesting::WriteAll(ResultFile(), "of an earlier scan");
-    const Faults faults("delete." + ResultFile().filename().string() + ":1:denied");
+    const zettesting::ScopedFaults faults("delete." + ResultFile().filename().string() + ":1:denied");
     EXPECT_THROW(Start({a}), zetcore::filesupport::file_exception);
     EXPECT_EQ(scan->StartFailure(), "");
 }

@@ -17,7 +17,7 @@
 #include <system_error>
 #include <thread>
 
-#include <zetcore/filesupport/Descriptor.h>
+#include <zetcore/filesupport/handles/Descriptor.h>
 #include <zetcore/string/OutputTail.h>
 
 namespace zetaudiopluginhostui {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiopluginhostui {
 

@@ -7,8 +7,8 @@
 
 #include <cerrno>
 
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"

@@ -1,7 +1,7 @@
 #include "scan/ScannerProcess.h"
 
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetcore/string/Utf.h>
 
 #include "testing/ExternalScanFixture.h"

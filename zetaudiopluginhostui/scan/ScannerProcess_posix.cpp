@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/OutputTail.h>
 
 #include "scan/ScannerOutput_posix.h"

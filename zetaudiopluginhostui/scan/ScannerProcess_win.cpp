@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiopluginhostui {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 namespace zetaudiopluginhostui {

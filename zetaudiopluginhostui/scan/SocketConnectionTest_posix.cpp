@@ -3,7 +3,7 @@
 #include <iterator>
 #include <thread>
 
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zettesting/HostFixture.h>
 #include <zettransport/SocketTransport.h>
 
@@ -23,7 +23,7 @@ std::ptrdiff_t ThreadCount()
 bool ThreadsBecome(std::ptrdiff_t count)
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    for (zetcore::threads::Backoff pause; ThreadCount() != count; pause())
+    for (zetcore::utility::Backoff pause; ThreadCount() != count; pause())
         if (std::chrono::steady_clock::now() > deadline)
             return false;
     return true;

@@ -4,9 +4,9 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/config/ClientName.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 
 #include "testing/RecordingPresentation.h"
 #include "testing/ScanFixture.h"
@@ -47,7 +47,7 @@ class AudioPluginScanFixture : public ScanFixture
   protected:
     AudioPluginScanFixture()
     {
-        connection = registry.GetPluginInfosChangedSignal().connect([this] {
+        connection = registry.GetPluginInfosChangedSignal().Connect([this] {
             ++changes;
             atSignal = AudioPluginScan::GetLastEnd();
             if (onSignal)
@@ -107,7 +107,7 @@ class AudioPluginScanFixture : public ScanFixture
     }
     static std::string Caution()
     {
-        const std::string client = zetcore::string::UTF16to8(zetcore::config::GetClientName());
+        const std::string client = zetcore::string::UTF16to8(zetcore::utility::GetClientName());
         return "caution " + client + ": Unable to load third-party audio plug-ins. " + client +
                " is unable to access your Preferences folder. Your user account may not have access rights, "
                "or the folder may have been set to Read Only. Please check your permissions and try again.";

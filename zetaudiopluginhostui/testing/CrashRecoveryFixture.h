@@ -9,8 +9,8 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/config/ClientName.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 #include <zettesting/HostFixture.h>
 
 #include "testing/RecordingPresentation.h"
@@ -54,14 +54,14 @@ class CrashRecoveryFixture : public zettesting::HostFixture
     /// The user reads this when the plug-in is banned.
     static std::string ScanErrorAlert(const std::string& shownName)
     {
-        return "caution " + zetcore::string::UTF16to8(zetcore::config::GetClientName()) +
+        return "caution " + zetcore::string::UTF16to8(zetcore::utility::GetClientName()) +
                ": An error occurred when scanning the plug-in '" + shownName +
                "' that caused Sondrel to shut down. This plug-in has been disabled and will be omitted from "
                "future scans until it is manually enabled in Sondrel's Audio Plug-In Manager dialog.";
     }
     static std::string AccessAlert()
     {
-        const std::string client = zetcore::string::UTF16to8(zetcore::config::GetClientName());
+        const std::string client = zetcore::string::UTF16to8(zetcore::utility::GetClientName());
         return "caution " + client + ": Unable to load third-party audio plug-ins. " + client +
                " is unable to access your Preferences folder. Your user account may not have access rights, "
                "or the folder may have been set to Read Only. Please check your permissions and try again.";

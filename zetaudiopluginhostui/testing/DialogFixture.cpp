@@ -12,7 +12,7 @@
 #include <QTest>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"

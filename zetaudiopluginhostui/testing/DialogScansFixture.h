@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zettesting/TestPlugins.h>
 
 #include "testing/DialogFixture.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginhostui {

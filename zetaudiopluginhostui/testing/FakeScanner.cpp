@@ -45,10 +45,10 @@
 #include <thread>
 #include <vector>
 
-#include <zetcore/filesupport/FileUtils.h>
-#include <zetcore/filesupport/MemoryMappedFile.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/sharing/MemoryMappedFile.h>
 #include <zetcore/serialization/Value.h>
-#include <zetcore/threads/Backoff.h>
+#include <zetcore/utility/Backoff.h>
 #include <zetmarshal/JsonValue.h>
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanInfo.h>
@@ -133,7 +133,7 @@ class FakeScanner
         if (command == "touch")
             std::ofstream(folder / argument).flush();
         else if (command == "wait")
-            for (zetcore::threads::Backoff pause; !std::filesystem::exists(folder / argument);)
+            for (zetcore::utility::Backoff pause; !std::filesystem::exists(folder / argument);)
                 pause();
         else if (command == "say")
             std::fprintf(stderr, "%s\n", argument.c_str());

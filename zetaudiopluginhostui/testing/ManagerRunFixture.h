@@ -15,10 +15,10 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
-#include <zetui/ui/Application.h>
+#include <zetui/application/Application.h>
 
 #include "testing/RecordingPresentation.h"
 

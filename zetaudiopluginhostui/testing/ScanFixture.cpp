@@ -6,11 +6,11 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/serialization/Value.h>
 #include <zetcore/string/Utf.h>
-#include <zetcore/threads/Backoff.h>
 #include <zetcore/threads/MainThread.h>
+#include <zetcore/utility/Backoff.h>
 #include <zetmarshal/JsonValue.h>
 #include <zetscanprotocol/ScanInfo.h>
 #include <zettesting/ChildProcess.h>
@@ -115,7 +115,7 @@ void ScanFixture::RunUntil(const std::function<bool()>& condition)
 void ScanFixture::WaitUntil(const std::function<bool()>& condition)
 {
     const auto deadline = std::chrono::steady_clock::now() + patience;
-    for (zetcore::threads::Backoff pause; !condition(); pause())
+    for (zetcore::utility::Backoff pause; !condition(); pause())
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "nothing of what was waited for has happened";
             return;

@@ -4,7 +4,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
@@ -21,7 +21,7 @@ int main(int, char** arguments)
     using zetcore::filesupport::Dir;
     auto& registry = *PluginModuleInfoManager::GetInstance();
     const zetcore::signals::ScopedConnection afterScans =
-        registry.GetPluginInfosChangedSignal().connect([&registry] {
+        registry.GetPluginInfosChangedSignal().Connect([&registry] {
             if (!registry.PutBackUnreached().empty())
                 registry.SaveConfiguration({Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()},
                                            true);

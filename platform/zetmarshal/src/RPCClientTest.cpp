@@ -9,7 +9,7 @@
 #include <zetcore/string/Utf.h>
 #include <zetmarshal/JsonValue.h>
 
-#include "RPCFixture.h"
+#include "testing/RPCFixture.h"
 
 namespace zetmarshal {
 

@@ -12,7 +12,7 @@
 #include <zetmarshal/RPCClient.h>
 #include <zettransport/SocketTransport.h>
 
-#include "RPCFixture.h"
+#include "testing/RPCFixture.h"
 
 namespace zetmarshal {
 

@@ -10,7 +10,7 @@
 
 #include <iphlpapi.h>
 
-#include <zetcore/filesupport/Handle.h>
+#include <zetcore/filesupport/handles/Handle.h>
 
 namespace zettransport::sockets {
 

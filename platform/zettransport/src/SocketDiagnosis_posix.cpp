@@ -12,7 +12,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <zetcore/filesupport/Descriptor.h>
+#include <zetcore/filesupport/handles/Descriptor.h>
 
 namespace zettransport {
 

@@ -3,7 +3,7 @@
 #include <boost/asio/write.hpp>
 #include <gmock/gmock.h>
 
-#include "SocketTransportFixture.h"
+#include "testing/SocketTransportFixture.h"
 
 namespace zettransport {
 

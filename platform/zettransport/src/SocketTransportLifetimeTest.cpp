@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "SocketTransportFixture.h"
+#include "testing/SocketTransportFixture.h"
 
 namespace zettransport {
 

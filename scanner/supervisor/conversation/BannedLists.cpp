@@ -4,7 +4,7 @@
 
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
 
 #include "supervisor/process/PrivateFolder.h"
 

@@ -1,7 +1,7 @@
 #include "supervisor/conversation/Connection.h"
 
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetscanprotocol/ScanProtocol.h>
 #include <zettransport/PeerProcess.h>
 

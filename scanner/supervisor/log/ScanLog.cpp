@@ -6,18 +6,19 @@
 #include <filesystem>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
-
-#include "supervisor/NativePath.h"
 
 namespace zetaudiofilterscan {
 
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 using zetcore::filesupport::FileUtils;
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

@@ -6,11 +6,10 @@
 
 #include <unistd.h>
 
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetscanprotocol/ScanProtocol.h>
-
-#include "supervisor/NativePath.h"
 
 namespace zetaudiofilterscan {
 
@@ -30,7 +29,7 @@ bool HostProcessIsWaiting(std::uint64_t number)
                             zetscanprotocol::blockName +
                                 std::char_traits<char>::length(zetscanprotocol::blockName));
     const zetcore::filesupport::File block(zetcore::filesupport::commondirs::RuntimeDir(), name);
-    const std::filesystem::path blockPath = ToNativePath(block.FullPath());
+    const std::filesystem::path blockPath = zetcore::filesupport::ToNativePath(block.FullPath());
     std::error_code error;
     std::filesystem::directory_iterator opened("/proc/" + std::to_string(number) + "/fd", error);
     // The first process takes over those whose parent has ended, and shows itself to few.

@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
-#include <zetcore/filesupport/CommonDirs.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
-#include "supervisor/NativePath.h"
 #include "supervisor/process/SupervisorProcess.h"
 
 namespace zetaudiofilterscan {
@@ -25,7 +25,7 @@ PrivateFolder::PrivateFolder()
 PrivateFolder::~PrivateFolder()
 {
     std::error_code ignored;
-    std::filesystem::remove_all(ToNativePath(folder.FullPath()), ignored);
+    std::filesystem::remove_all(zetcore::filesupport::ToNativePath(folder.FullPath()), ignored);
 }
 
 } // namespace zetaudiofilterscan

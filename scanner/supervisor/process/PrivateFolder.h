@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
 namespace zetaudiofilterscan {
 

@@ -4,7 +4,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfo.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 #include "supervisor/log/ScanLog.h"
 

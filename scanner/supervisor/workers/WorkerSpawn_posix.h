@@ -5,7 +5,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include <zetcore/filesupport/Descriptor.h>
+#include <zetcore/filesupport/handles/Descriptor.h>
 
 #include "WorkerPage.h"
 

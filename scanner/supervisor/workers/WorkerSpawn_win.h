@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-#include <zetcore/filesupport/Handle.h>
+#include <zetcore/filesupport/handles/Handle.h>
 
 #include "WorkerPage.h"
 

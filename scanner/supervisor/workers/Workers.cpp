@@ -4,8 +4,8 @@
 #include <system_error>
 #include <utility>
 
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 
 #include "supervisor/log/ScanLog.h"
 

@@ -11,56 +11,57 @@
 
 namespace zettesting {
 
-/// What a child process left behind.
+/// The outcome of a child process.
 struct ChildResult
 {
-    /// -1 when a signal ended it or it had to be killed.
+    /// The exit code; -1 when a signal ended the child, or the test had to kill it.
     int exitStatus = -1;
     /// The signal that ended it; 0 for an exit.
     int signal = 0;
     /// It was killed because the time was up.
     bool timedOut = false;
-    /// Some process still held its standard output or error after it had ended.
+    /// Some process still held the child's standard output or error open after the child had ended.
     bool outputHeldOpen = false;
-    /// With '\n' at the ends of lines on every system.
+    /// Lines end with '\n' on every system.
     std::string output, error;
     std::chrono::duration<double> duration{};
 };
 
-/// One program, run as a child with its standard input empty and its output caught. One thread at a time.
+/// Runs one program as a child with empty standard input, and catches its output. One thread at a time.
 class ChildProcess
 {
   public:
     struct Options
     {
         std::filesystem::path program;
-        /// Bytes as they are; on Windows UTF-8.
+        /// The bytes reach the program unchanged. On Windows they are UTF-8.
         std::vector<std::string> arguments;
-        /// Set, or (without a value) taken out; all else is inherited.
+        /// A variable with a value is set, one without a value is removed. The child inherits all others.
         std::map<std::string, std::optional<std::string>> environment;
-        /// The current folder; inherited when empty.
+        /// The child's current folder; when empty, that of this process.
         std::filesystem::path folder;
-        /// On Windows it gets a console of its own, which takes its time; there `Interrupt` needs it.
+        /// `Interrupt` may be called. On Windows the child then gets a console of its own, which takes some
+        /// time.
         bool interruptible = false;
     };
 
     /// Starts it. Throws `std::runtime_error` when that fails.
     explicit ChildProcess(const Options& options);
-    /// Kills it when it still runs.
+    /// Kills the program if it still runs.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// Waits until it ends, or kills it when the time is up. Later calls return the same.
+    /// Waits until the program ends, or kills it when the time is up. Later calls return the same result.
     const ChildResult& Wait(std::chrono::milliseconds limit = std::chrono::minutes(2));
-    /// Waits until what it has written to standard error contains the text; false when it ends before that or
-    /// the time is up.
+    /// Waits until the program has written this text to standard error. False when the program ends before
+    /// that, or the time is up.
     bool WaitForError(std::string_view text, std::chrono::milliseconds limit = std::chrono::minutes(1));
-    /// What Ctrl-C does. Of an interruptible one.
+    /// Does what Ctrl-C does. The program must have been started as interruptible.
     void Interrupt();
     void Kill();
 
-    /// Start and wait.
+    /// Starts the program and waits.
     static ChildResult Run(const Options& options, std::chrono::milliseconds limit = std::chrono::minutes(2));
 
   private:
@@ -68,11 +69,11 @@ class ChildProcess
     std::unique_ptr<State> state;
 };
 
-/// A line for each running process (but this one) whose environment holds the text: "number name". On
-/// Windows, which does not tell, the processes of our scanner.
+/// Returns a line "number name" for each other running process whose environment holds the text. Windows does
+/// not tell environments; there, the processes of our scanner are returned.
 std::vector<std::string> ProcessesWithEnvironment(const std::string& text);
 
-/// Waits until there are none; returns those that are left when the time is up.
+/// Waits until there are no such processes. Returns those that are left when the time is up.
 std::vector<std::string> WaitForProcessesToEnd(const std::string& environmentText,
                                                std::chrono::milliseconds limit = std::chrono::seconds(20));
 

@@ -2,8 +2,8 @@
 
 namespace zettesting {
 
-/// Whether this is Wine and not Windows itself. Where Wine does not do what Windows does, a test says so,
-/// names the reason and checks what can be checked. False on other systems.
+/// True under Wine; false on Windows itself and on other systems. Where Wine does not do what Windows does, a
+/// test asks this, names the reason and checks what it can.
 bool IsWine();
 
 } // namespace zettesting

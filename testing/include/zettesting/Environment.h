@@ -6,7 +6,8 @@
 
 namespace zettesting {
 
-/// Sets an environment variable (or unsets it: no value) and puts it back.
+/// Sets an environment variable, or removes it when there is no value. The destructor puts the old state
+/// back.
 class ScopedEnvironment
 {
   public:
@@ -20,8 +21,8 @@ class ScopedEnvironment
     std::optional<std::string> before;
 };
 
-/// While it lives, programs that start take this folder for the system's temporary one: one that is killed,
-/// or that ends at once, leaves nothing anywhere else.
+/// While this object lives, programs that start use this folder as the system's temporary one. A program that
+/// is killed then leaves its files nowhere else.
 class ScopedTemporaryFolder
 {
   public:

@@ -10,22 +10,24 @@
 
 namespace zettesting {
 
-/// What other threads did, for a test that waits for it. Any thread.
+/// Other threads write events into this log, and the test waits for them. Any thread.
 class EventLog
 {
   public:
-    /// Long enough for a sanitizer's build on a busy machine.
+    /// The limit is long enough for a sanitizer's build on a busy machine.
     static constexpr std::chrono::seconds limit{60};
 
     void Add(std::string event)
     {
-        // Told under the lock: the test may end, and destroy this, as soon as it can see the event.
+        // The lock is still held here: the test may end, and destroy this object, as soon as it sees the
+        // event.
         const std::lock_guard lock(mutex);
         events.push_back(std::move(event));
         changed.notify_all();
     }
 
-    /// The events so far, as soon as there are that many (or the limit passes: then there are fewer).
+    /// Waits until there are so many events, and returns all of them. Returns fewer when the limit has
+    /// passed.
     std::vector<std::string> Await(std::size_t count)
     {
         std::unique_lock lock(mutex);

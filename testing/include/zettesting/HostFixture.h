@@ -10,9 +10,9 @@
 
 namespace zettesting {
 
-/// A host's surroundings, fresh for each test: an own preferences folder, an own runtime folder (so that
-/// tests may run side by side), default debug database, trace caught in `traceLines`, an empty main-thread
-/// queue.
+/// Fresh surroundings of a host for each test: a preferences folder and a runtime folder of its own (so that
+/// tests may run side by side), the default debug database, the trace in `traceLines`, and an empty
+/// main-thread queue.
 class HostFixture : public ::testing::Test
 {
   protected:
@@ -20,10 +20,10 @@ class HostFixture : public ::testing::Test
     ~HostFixture() override;
 
     TemporaryFolder folder;
-    /// `folder`/prefs, which exists.
+    /// The folder `folder`/prefs. It exists.
     std::filesystem::path prefs;
-    /// "level category text", in order; only what was traced while the volume was above 0. Lock-free reading
-    /// is the test's business.
+    /// The lines "level category text" in order, as far as the volume was above 0. A test reads them without
+    /// a lock, and must see to it that no thread is tracing then.
     std::shared_ptr<std::vector<std::string>> traceLines;
 
   private:

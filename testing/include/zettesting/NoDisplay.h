@@ -4,8 +4,8 @@
 
 namespace zettesting {
 
-/// While it lives, this process and those that it starts have no display. Made before a thread has windows,
-/// where it is to reach other processes.
+/// While this object lives, this process and those that it starts have no display. For it to reach other
+/// processes, it must be made before a thread has windows.
 class NoDisplay
 {
   public:

@@ -1,7 +1,7 @@
 #pragma once
 
-// A recording of the system's calls that make a file's new content durable. This header defines those calls
-// for the program that includes it, so exactly one of a program's sources may include it.
+// Records the system calls that make a file's new content durable. This header defines those calls for the
+// whole program, so only one of a program's sources may include it.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -14,9 +14,9 @@
 
 namespace zettesting {
 
-/// What was called while it exists, in order: "synchronise FILE, SIZE bytes", "synchronise folder FOLDER",
-/// "rename to FILE", "swap with FILE"; the names are those of a path's last part. A temporary file is called
-/// "temporary". One thread, and one recording at a time.
+/// The calls made while this object exists, in order: "synchronise FILE, SIZE bytes", "synchronise folder
+/// FOLDER", "rename to FILE", "swap with FILE". The names are the last parts of the paths; a temporary file
+/// is called "temporary". One thread, and one recording at a time.
 class RecordedFileCalls
 {
   public:

@@ -6,7 +6,7 @@
 
 namespace zettesting {
 
-/// A new folder under the system's temporary one, removed with all that is in it.
+/// A new folder under the system's temporary one. The destructor removes it with everything in it.
 class TemporaryFolder
 {
   public:
@@ -25,7 +25,7 @@ class TemporaryFolder
 
 std::string ReadAll(const std::filesystem::path& file);
 void WriteAll(const std::filesystem::path& file, std::string_view bytes);
-/// The path as zetcore's wide strings, stray bytes included.
+/// The path as zetcore writes it in wide strings. Bytes that are no UTF-8 are kept.
 std::wstring ToWide(const std::filesystem::path& path);
 
 } // namespace zettesting

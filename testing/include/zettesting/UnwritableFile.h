@@ -5,9 +5,9 @@
 
 namespace zettesting {
 
-/// While it lives, the file cannot be written, not even by an administrator: where there are links, one that
-/// leads nowhere takes its place, so that it seems to be missing; on Windows it is open in a program that
-/// lets others only read it (an empty one where there was none).
+/// While this object lives, nobody can write the file, not even an administrator. On POSIX systems a link
+/// that leads nowhere takes its place, so that the file seems to be missing. On Windows this process has the
+/// file open and lets others only read it; a missing file is made, empty.
 class UnwritableFile
 {
   public:

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Puts a function among the ones that the system's loader finds; everything else in a plug-in stays hidden.
+/// Lets the system's loader find a function. Everything else in a plug-in stays hidden.
 #ifdef _WIN32
 #define ZET_PLUGIN_EXPORT extern "C" __declspec(dllexport)
 #else

@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// Never comes back. The condition is volatile, so that the compiler cannot take the loop for one that ends.
+/// Never returns. The condition is volatile, so that the compiler cannot assume that the loop ends.
 [[gnu::noinline]] inline void Hang()
 {
     volatile bool goOn = true;

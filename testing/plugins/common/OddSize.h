@@ -6,10 +6,10 @@
 
 namespace zettestplugin {
 
-/// A block size that hardly anybody else asks for.
+/// Hardly any other code asks for blocks of this size.
 inline constexpr std::size_t oddSize = 1000;
 
-/// Some blocks at once, and then all of them given back. `afterwards` sees them when they are.
+/// Takes some blocks and frees all of them. `afterwards` then gets their addresses.
 template<class Afterwards>
 void UseBlocks(Afterwards&& afterwards)
 {

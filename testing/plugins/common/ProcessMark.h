@@ -2,8 +2,8 @@
 
 namespace zettestplugin {
 
-/// A mark on this process and on no other: child processes, which inherit the environment that carries it,
-/// are not marked by it.
+/// Marks this process only. Child processes inherit the environment that carries the mark, and are still not
+/// marked.
 void MarkProcess();
 bool ProcessIsMarked();
 

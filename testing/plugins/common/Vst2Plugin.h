@@ -9,7 +9,7 @@
 
 #include "Export.h"
 
-/// What every VST2 sample shares, so that a sample's own file shows its behaviour and nothing else.
+/// The code that all VST2 samples share. So a sample's own file shows its behaviour and nothing else.
 namespace zettestplugin {
 
 using namespace zetaudiopluginhost::vst2;
@@ -34,7 +34,7 @@ struct Vst2Description
     std::int32_t flags = 0;
 };
 
-/// An instance that answers a host's usual questions and passes silence. It deletes itself when it is closed.
+/// An instance that answers a host's usual questions and is silent. It deletes itself when it is closed.
 class Vst2Plugin
 {
   public:
@@ -134,6 +134,6 @@ constexpr Vst2Description Ordinary(const char* name, const char (&id)[5])
 
 } // namespace zettestplugin
 
-/// Declares the entry function; its body follows and uses `host`.
+/// Declares the entry function. Its body must follow, and may use `host`.
 #define ZET_VST2_ENTRY                                                                                       \
     ZET_PLUGIN_EXPORT zettestplugin::Effect* VSTPluginMain([[maybe_unused]] zettestplugin::HostCallback host)

@@ -11,12 +11,12 @@
 
 #include "Export.h"
 
-/// What every VST3 sample shares. Each brings its own GetPluginFactory.
+/// The code that all VST3 samples share. Each sample has its own GetPluginFactory.
 namespace zettestplugin {
 
 using namespace zetaudiopluginhost::vst3;
 
-/// Whether the host has entered the module as the platform asks before it wants the factory.
+/// True when the host has entered the module, as the platform demands before it asks for the factory.
 bool ModuleIsEntered() noexcept;
 
 struct Vst3Class
@@ -39,7 +39,7 @@ struct Vst3Description
     int factoryVersion = 3; ///< the highest factory interface that is offered
 };
 
-/// Fills an array as far as the text reaches: a text that is too long leaves no room for a terminator.
+/// Copies a text into an array. A text that is too long leaves no room for a terminator.
 template<class Unit, std::size_t size>
 void Fill(Unit (&array)[size], std::string_view text)
 {
@@ -47,7 +47,7 @@ void Fill(Unit (&array)[size], std::string_view text)
                    array, [](char c) { return static_cast<Unit>(c); });
 }
 
-/// A component without busses that insists on a host that says its name.
+/// A component without busses. It fails without a host that tells its name.
 class Vst3Component final : public IComponent
 {
   public:
@@ -105,13 +105,13 @@ class Vst3Component final : public IComponent
     std::atomic<std::uint32_t> references{1};
 };
 
-/// One per module, as long as the module is there; references are counted but free nothing.
+/// The module's factory, which lives as long as the module. References are counted but free nothing.
 class Vst3Factory final : public IPluginFactory3
 {
   public:
     explicit Vst3Factory(Vst3Description descriptionToShow) : description(std::move(descriptionToShow)) {}
 
-    /// The reference that GetPluginFactory gives; null when the host has forgotten to enter the module.
+    /// The reference that GetPluginFactory returns; null when the host has not entered the module.
     IPluginFactory* Reference()
     {
         if (!ModuleIsEntered())
@@ -221,5 +221,5 @@ class Vst3Factory final : public IPluginFactory3
 
 } // namespace zettestplugin
 
-/// Declares the function that gives the factory; its body follows.
+/// Declares the function that returns the factory. Its body must follow.
 #define ZET_VST3_FACTORY ZET_PLUGIN_EXPORT zettestplugin::IPluginFactory* ZET_VST3_CALL GetPluginFactory()

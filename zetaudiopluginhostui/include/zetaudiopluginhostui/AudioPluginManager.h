@@ -3,7 +3,7 @@
 #include <zetaudiopluginhostui/AudioPluginManagerSettings.h>
 #include <zetaudiopluginhostui/Export.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 namespace zetaudiopluginhostui {
 

@@ -8,11 +8,11 @@
 #include <zetaudiopluginhostui/Export.h>
 #include <zetaudiopluginhostui/ExportedType.h>
 #include <zetaudiopluginhostui/ScanEnd.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/utility/EnableSharedAs.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 namespace zetaudiopluginhostui {

@@ -6,7 +6,7 @@
 
 #include <zetaudiofilterhost/Export.h>
 #include <zetaudiofilterhost/PluginLocator.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiofilterhost {
 

@@ -13,7 +13,7 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiofilterhost/PluginModuleInfo.h>
 #include <zetaudiofilterhost/PluginTechnology.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/signals/Signal.h>
 #include <zetcore/utility/Reason.h>
 

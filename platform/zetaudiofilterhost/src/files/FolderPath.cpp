@@ -2,9 +2,13 @@
 
 #include <filesystem>
 
-#include "NativePath.h"
+#include <zetcore/filesupport/paths/NativePath.h>
 
 namespace zetaudiofilterhost {
+
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::IsSameFileName;
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include <zetaudiofilterhost/ModuleFiles.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
-
-#include "NativePath.h"
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 namespace zetaudiofilterhost {
+
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

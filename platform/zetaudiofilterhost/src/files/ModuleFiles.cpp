@@ -5,13 +5,16 @@
 #include <utility>
 #include <vector>
 
-#include "NativePath.h"
 #include <zetaudiofilterhost/PluginFormat.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
 
 namespace fs = std::filesystem;
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::IsSameFileName;
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

@@ -2,15 +2,21 @@
 
 #include <algorithm>
 
-#include "NativePath.h"
 #include <zetaudiofilterhost/PluginFormat.h>
-#include <zetcore/debug/FaultPoint.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiofilterhost {
 
 namespace fs = std::filesystem;
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::IsLink;
+using zetcore::filesupport::IsRefusal;
+using zetcore::filesupport::IsSameFileName;
+using zetcore::filesupport::ResolvedPath;
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "NativePath.h"
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zettesting/TestPlugins.h>
 
 namespace zetaudiofilterhost {
@@ -13,6 +13,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using zetcore::filesupport::ToNativePath;
 using zettesting::ToWide;
 using zettesting::WriteAll;
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <utility>
 
-#include <zetcore/filesupport/CommonDirs.h>
+#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/EnvironmentVariable.h>
 

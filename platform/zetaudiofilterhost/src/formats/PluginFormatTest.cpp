@@ -4,13 +4,13 @@
 #include <ostream>
 
 #include <gmock/gmock.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zettesting/Environment.h>
 #include <zettesting/TestPlugins.h>
 
-#include "NativePath.h"
 #include "files/PluginFileSearch.h"
 #include "formats/DefaultFolders.h"
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/ModuleFiles.h>
 
@@ -20,6 +20,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using zetcore::filesupport::ToNativePath;
 using zettesting::ToWide;
 
 /// The facts that a row of the table must give. The tests below try for each row that the rest of the library

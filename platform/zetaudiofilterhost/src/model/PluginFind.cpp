@@ -1,7 +1,6 @@
 #include <zetaudiofilterhost/PluginFind.h>
 
-#include <cstdint>
-#include <type_traits>
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetaudiofilterhost {
 
@@ -11,24 +10,15 @@ namespace {
 /// across it.
 constexpr char separator = '\xFF';
 
-/// One byte for ASCII, else as UTF-8 does it, for whatever unit, valid or not: a short text is what makes the
-/// search fast.
+/// Every unit in as many bytes as UTF-8 gives it: a short text is what makes the search fast. Halves of pairs
+/// and stray units have bytes of their own, too, and no unit's bytes begin another's, so that the bytes of a
+/// text are found where its units are and nowhere else. (U+FFFD stands for units above U+10FFFF, which no
+/// conversion makes.)
 void AppendFolded(std::wstring_view text, std::string& folded)
 {
-    for (const wchar_t character : text) {
-        const auto unit = static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<wchar_t>>(character));
-        if (unit < 0x80) {
-            const bool isCapital = unit >= 'A' && unit <= 'Z';
-            folded.push_back(static_cast<char>(isCapital ? unit - 'A' + 'a' : unit));
-            continue;
-        }
-        unsigned more = 1;
-        while (more < 5 && unit >> (5 * more + 6) != 0)
-            ++more;
-        // As many ones as there are bytes, then a zero: no unit's bytes begin another's.
-        folded.push_back(static_cast<char>((0xFFU << (7 - more)) | (unit >> (6 * more))));
-        while (more-- > 0)
-            folded.push_back(static_cast<char>(0x80U | (unit >> (6 * more) & 0x3FU)));
+    for (const wchar_t unit : text) {
+        const bool isCapital = unit >= L'A' && unit <= L'Z';
+        zetcore::string::AppendUTF8(folded, static_cast<char32_t>(isCapital ? unit - L'A' + L'a' : unit));
     }
 }
 

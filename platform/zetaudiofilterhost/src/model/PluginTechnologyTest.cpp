@@ -24,7 +24,7 @@ class PluginTechnologyTest : public ::testing::Test
   protected:
     PluginTechnologyTest()
     {
-        technology->GetDirectoriesChangedSignal().connect(
+        technology->GetDirectoriesChangedSignal().Connect(
             [this](const std::shared_ptr<PluginTechnology>& changed) {
                 EXPECT_EQ(changed, technology);
                 ++changes;

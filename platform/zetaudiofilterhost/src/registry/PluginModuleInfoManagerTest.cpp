@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
 
 namespace zetaudiofilterhost {
@@ -297,7 +297,7 @@ TEST_F(PluginModuleInfoManagerTest, CountsTheChangesOfTheRecordsThatItHolds)
 TEST_F(PluginModuleInfoManagerTest, ChangesRaiseNoSignalByThemselves)
 {
     int raised = 0;
-    registry.GetPluginInfosChangedSignal().connect([&raised] { ++raised; });
+    registry.GetPluginInfosChangedSignal().Connect([&raised] { ++raised; });
     Add(Vst(L"/a.so"), L"A");
     registry.AddConfiguration(Text({MakeInfo(Vst(L"/b.so"))}), false);
     registry.RemovePluginLocators({Vst(L"/a.so")});

@@ -1,7 +1,7 @@
 // Two programs with one registry file, one of which scans.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

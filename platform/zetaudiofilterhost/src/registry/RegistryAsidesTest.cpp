@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <zettesting/TextOf.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

@@ -1,7 +1,7 @@
 // A ban is of one build of a file: when it is due, and when it ends.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 
@@ -22,7 +22,7 @@ class RegistryBansTest : public RegistryFixture
     {
         std::filesystem::create_directory(plugins);
         registry.GetPluginTechnology(TechnologyType::VST3)->SetPluginDirectories({ToWide(plugins)});
-        registry.GetBansEndedSignal().connect([this](const Locators& locators) {
+        registry.GetBansEndedSignal().Connect([this](const Locators& locators) {
             ended.insert(ended.end(), locators.begin(), locators.end());
         });
     }
@@ -142,7 +142,7 @@ TEST_F(RegistryBansTest, TheResultIsThereWhenTheEndIsTold)
         Write(name);
     registry.SetBannedLocators({BanOf(given, true), BanOf(found, true)});
     std::vector<Locators> thereWhenTold;
-    registry.GetBansEndedSignal().connect([&](const Locators& locators) {
+    registry.GetBansEndedSignal().Connect([&](const Locators& locators) {
         Locators there;
         for (const PluginLocator& locator : locators)
             if (registry.Find(locator))

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <zettesting/RecordedFileCalls_posix.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

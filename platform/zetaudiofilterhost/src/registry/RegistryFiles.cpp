@@ -3,10 +3,10 @@
 #include "registry/RegistryState.h"
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileLock.h>
-#include <zetcore/filesupport/FileUtils.h>
-#include <zetcore/filesupport/TemporaryFiles.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/sharing/FileLock.h>
+#include <zetcore/filesupport/sharing/TemporaryFiles.h>
 
 namespace zetaudiofilterhost {
 

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <zettesting/TextOf.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include "text/ConfigurationJournal.h"
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiofilterhost {
 
@@ -107,7 +107,7 @@ TEST_F(RegistryFilesTest, FoldersChangedByLoadingAreTold)
     registry.SaveConfiguration(file, true);
     int told = 0;
     std::size_t recordsThen = 0;
-    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().connect([&](const auto&) {
+    loaded.GetPluginTechnology(TechnologyType::VST)->GetDirectoriesChangedSignal().Connect([&](const auto&) {
         ++told;
         recordsThen = loaded.RecordCount();
     });

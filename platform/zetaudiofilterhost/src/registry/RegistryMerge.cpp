@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiofilterhost {
 

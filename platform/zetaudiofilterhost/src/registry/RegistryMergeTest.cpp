@@ -1,9 +1,9 @@
 // Two programs with one registry file.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
-#include <zetcore/filesupport/FileLock.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include "testing/RegistryFixture.h"
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/sharing/FileLock.h>
 
 namespace zetaudiofilterhost {
 

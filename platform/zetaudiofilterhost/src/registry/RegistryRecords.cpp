@@ -1,7 +1,7 @@
 // Records read without a registry that others know.
 #include "registry/RegistryState.h"
 
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
 
 namespace zetaudiofilterhost {
 

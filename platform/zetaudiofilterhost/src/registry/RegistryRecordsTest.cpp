@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 #include "text/ConfigurationText.h"
 
 namespace zetaudiofilterhost {

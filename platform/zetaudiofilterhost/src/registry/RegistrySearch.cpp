@@ -5,13 +5,17 @@
 #include <map>
 #include <set>
 
-#include "NativePath.h"
 #include "files/FolderPath.h"
 #include "files/PluginFileSearch.h"
 #include "registry/RegistryState.h"
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 namespace zetaudiofilterhost {
+
+using zetcore::filesupport::FromNativePath;
+using zetcore::filesupport::ResolvedPath;
+using zetcore::filesupport::ToNativePath;
 
 namespace {
 

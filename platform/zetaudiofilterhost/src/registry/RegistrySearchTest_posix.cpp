@@ -3,8 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
-#include <zetcore/filesupport/CommonDirs.h>
+#include "testing/RegistryFixture.h"
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {
 
@@ -274,7 +274,7 @@ TEST_F(PosixSearchTest, ABanOfALinkWhoseTargetIsAwayStays)
     std::filesystem::create_symlink(folder / "target", plugins / "a.so");
     registry.SetBannedLocators({BannedModule{At("a.so")}});
     Locators ended;
-    registry.GetBansEndedSignal().connect([&ended](const Locators& locators) { ended = locators; });
+    registry.GetBansEndedSignal().Connect([&ended](const Locators& locators) { ended = locators; });
     Collect();
     ASSERT_THAT(vanished, ElementsAre(At("a.so")));
     registry.RemovePluginLocators(vanished);
@@ -324,7 +324,7 @@ TEST_F(PosixSearchTest, TheDefaultFoldersAreTheOnesOfThePathTheUserAndTheSystem)
     const zettesting::ScopedEnvironment claps("CLAP_PATH", "/my/clap");
     zetcore::filesupport::commondirs::SetExecutableDir(L"/opt/host");
     int changes = 0;
-    Folders().GetDirectoriesChangedSignal().connect([&changes](const auto&) { ++changes; });
+    Folders().GetDirectoriesChangedSignal().Connect([&changes](const auto&) { ++changes; });
     registry.ResetToDefaultFolders();
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST),
                 ElementsAre(L"/first", L"/usr/lib/vst", L"/last", L"/home/someone/.vst",

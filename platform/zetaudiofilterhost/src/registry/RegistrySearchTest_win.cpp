@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "registry/RegistryFixture.h"
-#include <zetcore/filesupport/CommonDirs.h>
+#include "testing/RegistryFixture.h"
+#include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {
 

@@ -1,7 +1,7 @@
 // A copy of the whole registry, and back to it.
 #include <gmock/gmock.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 
@@ -60,7 +60,7 @@ TEST_F(RegistryUndoTest, GoingBackToTheCopyUndoesEveryChange)
     int raised = 0;
     registry.GetPluginTechnology(TechnologyType::VST)
         ->GetDirectoriesChangedSignal()
-        .connect([&raised](const auto&) { ++raised; });
+        .Connect([&raised](const auto&) { ++raised; });
     registry.UndoTo(*copy);
     EXPECT_EQ(registry.ToText(), before);
     EXPECT_EQ(raised, 1);

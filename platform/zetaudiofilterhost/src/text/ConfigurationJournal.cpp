@@ -4,8 +4,8 @@
 #include <charconv>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/ParseNumber.h>
 #include <zetcore/utility/Fnv1a.h>
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiofilterhost {
 

@@ -1,8 +1,8 @@
 #include "text/ConfigurationJournal.h"
 
-#include "registry/RegistryFixture.h"
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include "testing/RegistryFixture.h"
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiofilterhost {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "registry/RegistryFixture.h"
+#include "testing/RegistryFixture.h"
 
 namespace zetaudiofilterhost {
 

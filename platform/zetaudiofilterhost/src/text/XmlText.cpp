@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include <zetcore/string/Utf.h>
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetaudiofilterhost {
 
@@ -32,27 +33,6 @@ constexpr std::array<std::string_view, 128> MakeEscapes()
 }
 constexpr std::array<std::string_view, 128> asciiEscapes = MakeEscapes();
 
-bool IsContinuation(std::string_view text, std::size_t index)
-{
-    return index < text.size() && (static_cast<unsigned char>(text[index]) & 0xc0) == 0x80;
-}
-
-void AppendUtf8(std::string& xml, char32_t codePoint)
-{
-    const auto byte = [&xml](char32_t value) { xml += static_cast<char>(value); };
-    if (codePoint < 0x800) {
-        byte(0xc0 | (codePoint >> 6));
-    } else if (codePoint < 0x10000) {
-        byte(0xe0 | (codePoint >> 12));
-        byte(0x80 | ((codePoint >> 6) & 0x3f));
-    } else {
-        byte(0xf0 | (codePoint >> 18));
-        byte(0x80 | ((codePoint >> 12) & 0x3f));
-        byte(0x80 | ((codePoint >> 6) & 0x3f));
-    }
-    byte(0x80 | (codePoint & 0x3f));
-}
-
 bool IsNoXmlCharacter(char32_t codePoint)
 {
     return codePoint == 0xfffe || codePoint == 0xffff;
@@ -77,27 +57,6 @@ void AppendNumber(std::string& xml, std::string_view name, Number value)
 
 } // namespace
 
-std::size_t ValidUtf8Length(std::string_view text, std::size_t index)
-{
-    const auto lead = static_cast<unsigned char>(text[index]);
-    if (lead < 0x80)
-        return 1;
-    if (lead < 0xc2 || lead > 0xf4 || !IsContinuation(text, index + 1))
-        return 0;
-    if (lead < 0xe0)
-        return 2;
-    const auto second = static_cast<unsigned char>(text[index + 1]);
-    if (!IsContinuation(text, index + 2) || (lead == 0xe0 && second < 0xa0) ||
-        (lead == 0xed && second > 0x9f))
-        return 0;
-    if (lead < 0xf0)
-        return 3;
-    if (!IsContinuation(text, index + 3) || (lead == 0xf0 && second < 0x90) ||
-        (lead == 0xf4 && second > 0x8f))
-        return 0;
-    return 4;
-}
-
 std::size_t FindUnreadableByte(std::string_view text)
 {
     for (std::size_t index = 0; index < text.size();) {
@@ -108,7 +67,7 @@ std::size_t FindUnreadableByte(std::string_view text)
         }
         if (byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r')
             return index;
-        const std::size_t length = ValidUtf8Length(text, index);
+        const std::size_t length = zetcore::string::UTF8Length(text, index);
         if (length == 0)
             return index;
         index += length;
@@ -127,7 +86,7 @@ void AppendXmlEscaped(std::string& xml, std::string_view utf8)
         if (byte < 0x80) {
             instead = asciiEscapes[byte];
         } else {
-            length = ValidUtf8Length(utf8, index);
+            length = zetcore::string::UTF8Length(utf8, index);
             const std::string_view sequence = utf8.substr(index, length);
             if (length == 0 || sequence == "\xEF\xBF\xBE"sv || sequence == "\xEF\xBF\xBF"sv)
                 instead = replacementCharacter;
@@ -160,7 +119,7 @@ void AppendXmlEscaped(std::string& xml, std::wstring_view text)
         if (stray || IsNoXmlCharacter(codePoint))
             xml += replacementCharacter;
         else
-            AppendUtf8(xml, codePoint);
+            zetcore::string::AppendUTF8(xml, codePoint);
     }
 }
 

@@ -9,8 +9,6 @@
 /// XML cannot hold becomes a space (control characters) or U+FFFD (what is no valid Unicode).
 namespace zetaudiofilterhost {
 
-/// The length of the valid UTF-8 sequence at `index`, 0 when there is none.
-std::size_t ValidUtf8Length(std::string_view text, std::size_t index);
 /// Where the text holds a byte that is not valid UTF-8, or a control character other than tab and line ends;
 /// `npos` when it does not.
 std::size_t FindUnreadableByte(std::string_view text);

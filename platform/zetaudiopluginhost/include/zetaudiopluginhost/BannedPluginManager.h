@@ -9,7 +9,7 @@
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/Export.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <zettesting/RecordedFileCalls_posix.h>
 
-#include "banned/BannedFixture.h"
+#include "testing/BannedFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

@@ -6,9 +6,9 @@
 
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileLock.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/sharing/FileLock.h>
 
 #include "banned/BanListFile.h"
 #include "banned/BanReasonsFile.h"

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiopluginhost/BanReasons.h>
 
-#include "banned/BannedFixture.h"
+#include "testing/BannedFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

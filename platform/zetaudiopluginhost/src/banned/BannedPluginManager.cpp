@@ -10,9 +10,9 @@
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileLock.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/sharing/FileLock.h>
 #include <zetcore/string/Utf.h>
 
 #include "banned/BanReasonsFile.h"
@@ -32,7 +32,7 @@ BannedPluginManager* BannedPluginManager::GetInstance()
     // The registry is made first, so that it outlives what tells it of changes.
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     static BannedPluginManager manager;
-    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().connect(
+    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().Connect(
         [](const std::vector<PluginLocator>& ended) { manager.state->Remove(ended); });
     return &manager;
 }

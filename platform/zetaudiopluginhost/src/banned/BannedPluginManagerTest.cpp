@@ -6,10 +6,10 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/TextOf.h>
 
-#include "banned/BannedFixture.h"
+#include "testing/BannedFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

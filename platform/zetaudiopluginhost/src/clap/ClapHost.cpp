@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include <zetcore/config/ClientName.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/utility/ClientName.h>
 
 namespace zetaudiopluginhost::clap {
 
@@ -13,7 +13,7 @@ constexpr const char* hostVersion = "1.0.0";
 
 std::string ClientName()
 {
-    return zetcore::string::UTF16to8(zetcore::string::ForDisplay(zetcore::config::GetClientName()));
+    return zetcore::string::UTF16to8(zetcore::string::ForDisplay(zetcore::utility::GetClientName()));
 }
 
 const void* NoExtension(const Host*, const char*) noexcept

@@ -4,7 +4,7 @@
 
 #include <zetcore/string/Utf.h>
 
-#include "scan/ModuleLoaderFixture.h"
+#include "testing/ModuleLoaderFixture.h"
 
 namespace zetaudiopluginhost::clap {
 namespace {

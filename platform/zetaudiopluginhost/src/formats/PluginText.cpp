@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetaudiopluginhost {
 
@@ -26,27 +27,6 @@ std::wstring Shown(std::wstring_view text)
     return ForDisplay(cut);
 }
 
-bool IsSurrogate(char16_t unit)
-{
-    return unit >= 0xD800 && unit < 0xE000;
-}
-
-bool IsPair(char16_t high, char16_t low)
-{
-    return high >= 0xD800 && high < 0xDC00 && low >= 0xDC00 && low < 0xE000;
-}
-
-bool IsValidUtf8(const std::string& text)
-{
-    const std::wstring wide = UTF8to16(text);
-    for (std::size_t i = 0; i < wide.size(); ++i) {
-        if (IsStrayUnit(wide, i))
-            return false;
-    }
-    // What was replaced does not come back.
-    return UTF16to8(wide) == text;
-}
-
 /// Empty unless the text is UTF-8 that was widened with the sign bit.
 std::string NarrowedBack(std::u16string_view text)
 {
@@ -59,7 +39,7 @@ std::string NarrowedBack(std::u16string_view text)
         bytes += static_cast<char>(unit & 0xFF);
     }
     const bool isPlain = std::all_of(text.begin(), text.end(), isAscii);
-    return !isPlain && IsValidUtf8(bytes) ? bytes : std::string();
+    return !isPlain && IsUTF8(bytes) ? bytes : std::string();
 }
 
 } // namespace
@@ -74,18 +54,7 @@ std::wstring PluginText(std::u16string_view buffer)
     buffer = buffer.substr(0, buffer.find(u'\0'));
     if (const std::string narrow = NarrowedBack(buffer); !narrow.empty())
         return PluginText(narrow);
-    std::wstring text;
-    for (std::size_t i = 0; i < buffer.size(); ++i) {
-        if (i + 1 < buffer.size() && IsPair(buffer[i], buffer[i + 1])) {
-            const auto high = static_cast<char32_t>(buffer[i] - 0xD800);
-            const auto low = static_cast<char32_t>(buffer[i + 1] - 0xDC00);
-            AppendCodePoint(text, 0x10000 + (high << 10) + low);
-            ++i;
-        } else {
-            AppendCodePoint(text, IsSurrogate(buffer[i]) ? U'\uFFFD' : static_cast<char32_t>(buffer[i]));
-        }
-    }
-    return Shown(text);
+    return Shown(FromUTF16Units(buffer));
 }
 
 std::wstring FileStem(const std::wstring& path)

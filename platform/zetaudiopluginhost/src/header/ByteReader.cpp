@@ -4,12 +4,11 @@
 #include <array>
 #include <cerrno>
 
-#include <zetcore/debug/FaultPoint.h>
-#include <zetcore/filesupport/File.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
-
-#include "process/NativePath.h"
 
 namespace zetaudiopluginhost {
 
@@ -54,7 +53,7 @@ FileByteReader::FileByteReader(const std::wstring& filePath) : path(filePath)
     // Windows of our own replace the stream's buffer.
     file.rdbuf()->pubsetbuf(nullptr, 0);
     errno = 0;
-    file.open(NativePath(path), std::ios::binary | std::ios::ate);
+    file.open(zetcore::filesupport::ToNativePath(path), std::ios::binary | std::ios::ate);
     const std::streamoff end = file ? static_cast<std::streamoff>(file.tellg()) : -1;
     if (end < 0)
         throw zetcore::filesupport::file_exception(

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
-#include "scan/PluginModuleScannerFixture.h"
+#include "testing/PluginModuleScannerFixture.h"
 
 // What the engine does with banned plug-ins, and whom it bans.
 namespace zetaudiopluginhost {

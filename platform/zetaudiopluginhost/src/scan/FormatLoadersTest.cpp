@@ -6,7 +6,7 @@
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/string/Utf.h>
 
-#include "scan/ModuleLoaderFixture.h"
+#include "testing/ModuleLoaderFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

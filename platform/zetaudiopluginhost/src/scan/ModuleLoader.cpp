@@ -7,13 +7,13 @@
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 #include "formats/PluginText.h"
 #include "formats/ScanSteps.h"
 #include "header/ModuleFileHeader.h"
 #include "process/LoadedModule.h"
-#include "process/NativePath.h"
 #include "process/ProcessState.h"
 #include "process/ProcessThreads.h"
 #include "scan/FormatLoaders.h"
@@ -64,7 +64,8 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
     };
     // Anything but a regular file may block whoever opens it.
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(NativePath(path), error);
+    const std::filesystem::file_status status =
+        std::filesystem::status(zetcore::filesupport::ToNativePath(path), error);
     if (status.type() == std::filesystem::file_type::not_found)
         return notAPlugin("the file does not exist");
     if (error == std::errc::too_many_symbolic_link_levels)

@@ -7,7 +7,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
 
-#include "scan/ModuleLoaderFixture.h"
+#include "testing/ModuleLoaderFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

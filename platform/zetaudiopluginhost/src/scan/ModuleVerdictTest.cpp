@@ -3,10 +3,9 @@
 #include <stdexcept>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
-#include <zetcore/debug/FaultPoint.h>
-#include <zettesting/Environment.h>
+#include <zettesting/ScopedFaults.h>
 
-#include "scan/ModuleLoaderFixture.h"
+#include "testing/ModuleLoaderFixture.h"
 
 // What is not a plug-in, cannot be read, or cannot be used.
 namespace zetaudiopluginhost {
@@ -98,18 +97,9 @@ TEST_F(ModuleVerdictTest, APluginThatTheSystemDoesNotLoadMisbehavesWithTheSystem
 class UnreadableModuleTest : public ModuleVerdictTest
 {
   protected:
-    ~UnreadableModuleTest() override
-    {
-        fault.reset();
-        zetcore::debug::ResetFaults();
-    }
-    void RefuseToRead(const std::string& title)
-    {
-        fault.emplace("ZET_FAULT", "read." + title + ":1:denied");
-        zetcore::debug::ResetFaults();
-    }
+    void RefuseToRead(const std::string& title) { fault.emplace("read." + title + ":1:denied"); }
 
-    std::optional<zettesting::ScopedEnvironment> fault;
+    std::optional<zettesting::ScopedFaults> fault;
 };
 
 TEST_F(UnreadableModuleTest, IsNotCalledNoPlugin)

@@ -7,7 +7,7 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 
-#include "scan/PluginModuleScannerFixture.h"
+#include "testing/PluginModuleScannerFixture.h"
 
 namespace zetaudiopluginhost {
 namespace {

@@ -8,10 +8,10 @@
 #include <mutex>
 #include <string_view>
 
-#include <zetcore/config/ClientName.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
-
-#include "process/NativePath.h"
+#include <zetcore/string/UtfUnits.h>
+#include <zetcore/utility/ClientName.h>
 
 namespace zetaudiopluginhost::vst2 {
 
@@ -43,22 +43,19 @@ HostState& State()
     return state;
 }
 
-std::intptr_t WriteText(void* pointer, std::size_t capacity, std::string text)
+std::intptr_t WriteText(void* pointer, std::size_t capacity, std::string_view text)
 {
     if (pointer == nullptr)
         return 0;
-    std::size_t length = std::min(text.size(), capacity - 1);
-    // Not in the middle of a character.
-    while (length > 0 && length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        --length;
-    std::memcpy(pointer, text.data(), length);
-    static_cast<char*>(pointer)[length] = 0;
+    text = zetcore::string::CutUTF8(text, capacity - 1);
+    std::memcpy(pointer, text.data(), text.size());
+    static_cast<char*>(pointer)[text.size()] = 0;
     return 1;
 }
 
 std::string ClientName()
 {
-    return zetcore::string::UTF16to8(zetcore::config::GetClientName());
+    return zetcore::string::UTF16to8(zetcore::utility::GetClientName());
 }
 
 std::intptr_t CanDo(const void* pointer)
@@ -89,7 +86,8 @@ std::intptr_t CurrentTime()
 
 Vst2Host::Vst2Host(const std::wstring& modulePath)
 {
-    State().folder = State().Keep(zetcore::string::UTF16to8(WidePath(NativePath(modulePath).parent_path())));
+    State().folder = State().Keep(zetcore::string::UTF16to8(
+        zetcore::filesupport::FromNativePath(zetcore::filesupport::ToNativePath(modulePath).parent_path())));
     State().currentId = 0;
 }
 

@@ -1,7 +1,11 @@
 #include "vst3/Vst3Host.h"
 
-#include <zetcore/config/ClientName.h>
+#include <algorithm>
+#include <string>
+
 #include <zetcore/string/Utf.h>
+#include <zetcore/string/UtfUnits.h>
+#include <zetcore/utility/ClientName.h>
 
 namespace zetaudiopluginhost::vst3 {
 
@@ -30,21 +34,10 @@ Result Vst3Host::GetName(char16_t* name)
 {
     if (name == nullptr)
         return invalidArgument;
-    const std::wstring client = zetcore::string::ForDisplay(zetcore::config::GetClientName());
-    std::size_t length = 0;
-    for (std::size_t i = 0; i < client.size();) {
-        const char32_t point = zetcore::string::NextCodePoint(client, i);
-        const std::size_t units = point > 0xFFFF ? 2 : 1;
-        if (length + units >= nameCapacity)
-            break;
-        if (units == 2) {
-            name[length++] = static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
-            name[length++] = static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
-        } else {
-            name[length++] = static_cast<char16_t>(point);
-        }
-    }
-    name[length] = 0;
+    const std::u16string client =
+        zetcore::string::ToUTF16Units(zetcore::string::ForDisplay(zetcore::utility::GetClientName()));
+    const std::u16string_view shown = zetcore::string::CutUTF16(client, nameCapacity - 1);
+    *std::copy(shown.begin(), shown.end(), name) = 0;
     return resultOk;
 }
 

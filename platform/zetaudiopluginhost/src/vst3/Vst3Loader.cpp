@@ -3,8 +3,8 @@
 #include <stdexcept>
 
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/FileException.h>
 
 #include "formats/PluginText.h"
 #include "vst3/ModuleInfoJson.h"

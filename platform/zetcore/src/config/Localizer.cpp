@@ -1,6 +1,6 @@
 #include <zetcore/config/Localizer.h>
 
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
 #include <zetcore/string/Utf.h>
 
 #include "config/StringTable.h"

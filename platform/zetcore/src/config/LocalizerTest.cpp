@@ -1,7 +1,7 @@
 #include <zetcore/config/Localizer.h>
 
 #include <gmock/gmock.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/TemporaryFolder.h>
 
 namespace zetcore::config {

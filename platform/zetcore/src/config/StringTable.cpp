@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "string/UtfCodec.h"
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetcore::config {
 
@@ -51,20 +51,9 @@ std::string TakeQuoted(std::string_view& line)
     throw MalformedLine("the closing quotation mark is missing");
 }
 
-bool IsUTF8(std::string_view bytes)
-{
-    for (std::size_t index = 0; index < bytes.size();) {
-        const std::size_t length = string::codec::DecodeUTF8(bytes, index).length;
-        if (length == 0)
-            return false;
-        index += length;
-    }
-    return true;
-}
-
 void ParseEntry(std::string_view line, StringTable& table)
 {
-    if (!IsUTF8(line))
+    if (!string::IsUTF8(line))
         throw MalformedLine("the text is not UTF-8");
     std::string key = TakeQuoted(line);
     if (!key.starts_with("$$$/") || key.find('=') != std::string::npos)

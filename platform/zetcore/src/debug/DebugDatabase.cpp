@@ -2,13 +2,13 @@
 
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
-#include <zetcore/filesupport/FileException.h>
-#include <zetcore/filesupport/FileUtils.h>
+#include <zetcore/filesupport/content/FileUtils.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/EnvironmentVariable.h>
 
-#include "debug/TextEntries.h"
+#include "string/TextEntries.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::debug {
@@ -27,12 +27,12 @@ Entries ReadEntries(std::string_view text, char separator, const std::string& so
 {
     Entries entries;
     std::size_t number = 0;
-    for (const std::string_view part : SplitText(text, separator)) {
+    for (const std::string_view part : string::SplitText(text, separator)) {
         ++number;
-        const std::string_view trimmed = Trim(part);
+        const std::string_view trimmed = string::Trim(part);
         if (trimmed.empty() || trimmed.starts_with('#'))
             continue;
-        if (auto entry = ParseEntry(trimmed))
+        if (auto entry = string::ParseEntry(trimmed))
             entries.insert_or_assign(std::move(entry->key), std::move(entry->value));
         else
             TraceSkipped(source, number);

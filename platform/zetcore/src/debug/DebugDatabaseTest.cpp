@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/Dir.h>
+#include <zetcore/filesupport/paths/Dir.h>
 #include <zettesting/HostFixture.h>
 
 namespace zetcore::debug {

@@ -13,7 +13,7 @@
 #include <zetcore/utility/EnvironmentVariable.h>
 
 #include "debug/TraceConfiguration.h"
-#include "filesupport/AppendHandle.h"
+#include "filesupport/content/AppendHandle.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::debug {

@@ -2,7 +2,7 @@
 
 #include <zetcore/string/ParseNumber.h>
 
-#include "debug/TextEntries.h"
+#include "string/TextEntries.h"
 
 namespace zetcore::debug {
 
@@ -19,10 +19,10 @@ std::optional<int> ParseVolume(std::string_view text)
 TraceConfiguration ParseTraceConfiguration(std::string_view text)
 {
     TraceConfiguration configuration;
-    for (const std::string_view part : SplitText(text, ';')) {
-        if (Trim(part).empty())
+    for (const std::string_view part : string::SplitText(text, ';')) {
+        if (string::Trim(part).empty())
             continue;
-        const auto entry = ParseEntry(part);
+        const auto entry = string::ParseEntry(part);
         if (!entry) {
             configuration.problems.push_back("\"" + std::string(part) + "\" is no name=value");
         } else if (entry->key == "volume") {
@@ -32,8 +32,8 @@ TraceConfiguration ParseTraceConfiguration(std::string_view text)
         } else if (entry->key == "file") {
             configuration.file = entry->value;
         } else if (entry->key == "off") {
-            for (const std::string_view category : SplitText(entry->value, ','))
-                configuration.off.emplace_back(Trim(category));
+            for (const std::string_view category : string::SplitText(entry->value, ','))
+                configuration.off.emplace_back(string::Trim(category));
         } else {
             configuration.problems.push_back("\"" + entry->key + "\" is not known; volume, file and off are");
         }

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include <gmock/gmock.h>
-#include <zetcore/filesupport/FileException.h>
+#include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/HostFixture.h>
 
 #include "debug/TraceConfiguration.h"

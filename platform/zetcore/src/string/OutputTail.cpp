@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <zetcore/string/Utf.h>
+#include <zetcore/string/UtfUnits.h>
 
 namespace zetcore::string {
 
@@ -10,11 +11,6 @@ namespace {
 
 // Enough for the last lines of any message that a person would read.
 constexpr std::size_t maxTail = 4096;
-
-bool IsContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
 
 } // namespace
 
@@ -26,7 +22,7 @@ void OutputTail::Append(std::string_view bytes)
         return;
     std::size_t cut = tail.size() - std::min(tail.size(), maxTail);
     // The rest of a character whose first byte is gone goes, too.
-    while (cut < tail.size() && IsContinuation(tail[cut]))
+    while (cut < tail.size() && IsUTF8Continuation(tail[cut]))
         ++cut;
     tail.erase(0, cut);
 }

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include <zetcore/string/UtfUnits.h>
+
 /// The conversions of string/Utf.h for both widths of wide characters, so that one platform's tests cover the
 /// other's. `Unit` is a 16-bit or 32-bit character type.
 namespace zetcore::string::codec {
 
-inline constexpr char32_t replacementCharacter = 0xFFFD;
-inline constexpr char32_t lastCodePoint = 0x10FFFF;
 /// Added to a stray byte (0x80 to 0xFF) in 32-bit text.
 inline constexpr char32_t strayByteBase = 0xDC00;
 
@@ -35,12 +35,10 @@ struct Decoded
     std::size_t length = 0;
 };
 
-/// The sequence of UTF-8 at `index`: shortest form only, no surrogates, at most U+10FFFF.
+/// The character of UTF-8 at `index`.
 Decoded DecodeUTF8(std::string_view bytes, std::size_t index);
 /// The three-byte form of a surrogate at `index`.
 Decoded DecodeSurrogate(std::string_view bytes, std::size_t index);
-/// Surrogates get their three-byte form; what is above U+10FFFF is no text and becomes U+FFFD.
-void AppendUTF8(std::string& bytes, char32_t codePoint);
 
 template<typename Unit>
 inline constexpr bool isUTF16 = sizeof(Unit) == 2;

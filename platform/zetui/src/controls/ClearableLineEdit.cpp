@@ -5,8 +5,8 @@
 
 #include <zetcore/config/Localizer.h>
 
+#include "pixmill/QtText.h"
 #include "skins/SkinIcons.h"
-#include "ui/QtText.h"
 
 namespace zetui::controls {
 
@@ -16,7 +16,7 @@ constexpr qsizetype rememberedSearches = 10;
 
 QString Localized(const char* key)
 {
-    return ui::ToQString(zetcore::config::Localizer::Get().LocalizeWide(key));
+    return pixmill::ToQString(zetcore::config::Localizer::Get().LocalizeWide(key));
 }
 
 } // namespace

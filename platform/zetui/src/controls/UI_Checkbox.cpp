@@ -4,10 +4,10 @@
 
 #include <QCheckBox>
 
+#include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
-#include "ui/HandlerErrors.h"
-#include "ui/NodeAccess.h"
-#include "ui/QtText.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
 
 namespace zetui::controls {
 
@@ -82,7 +82,7 @@ void UI_Checkbox::SetText(const std::wstring& text)
 {
     checkbox->text = text;
     if (auto* const widget = static_cast<QCheckBox*>(WidgetOf(this)))
-        widget->setText(ui::ToQString(text));
+        widget->setText(pixmill::ToQString(text));
 }
 
 std::wstring UI_Checkbox::GetText() const

@@ -1,7 +1,7 @@
 #include <zetui/controls/UI_TextEdit.h>
 
 #include "controls/ClearableLineEdit.h"
-#include "ui/NodeAccess.h"
+#include "nodes/NodeAccess.h"
 
 namespace zetui::controls {
 

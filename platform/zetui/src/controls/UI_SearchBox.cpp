@@ -1,8 +1,8 @@
 #include <zetui/controls/UI_TextEdit.h>
 
 #include "controls/ClearableLineEdit.h"
-#include "ui/NodeAccess.h"
-#include "ui/QtText.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
 
 namespace zetui::controls {
 
@@ -26,7 +26,7 @@ UI_SearchBox::~UI_SearchBox() = default;
 void UI_SearchBox::SetPrompt(const std::wstring& prompt)
 {
     if (auto* const widget = static_cast<SearchLineEdit*>(WidgetOf(this)))
-        widget->setPlaceholderText(ui::ToQString(prompt));
+        widget->setPlaceholderText(pixmill::ToQString(prompt));
 }
 
 } // namespace zetui::controls

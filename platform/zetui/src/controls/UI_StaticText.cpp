@@ -3,8 +3,8 @@
 #include <QLabel>
 
 #include "controls/TextMeasure.h"
-#include "ui/NodeAccess.h"
-#include "ui/QtText.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
 
 namespace zetui::controls {
 
@@ -38,13 +38,13 @@ UI_StaticText::~UI_StaticText() = default;
 void UI_StaticText::SetText(const std::wstring& text)
 {
     if (auto* const widget = static_cast<QLabel*>(WidgetOf(this)))
-        widget->setText(ui::ToQString(text));
+        widget->setText(pixmill::ToQString(text));
 }
 
 std::wstring UI_StaticText::GetText() const
 {
     const auto* const widget = static_cast<QLabel*>(WidgetOf(this));
-    return widget ? ui::ToWide(widget->text()) : std::wstring();
+    return widget ? pixmill::ToWide(widget->text()) : std::wstring();
 }
 
 void UI_StaticText::SetAlignment(int alignment)

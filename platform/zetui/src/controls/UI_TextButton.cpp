@@ -3,12 +3,12 @@
 #include <QPushButton>
 #include <QStyle>
 
+#include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
 #include "skins/SkinIcons.h"
 #include "skins/SkinStyle.h"
-#include "ui/HandlerErrors.h"
-#include "ui/NodeAccess.h"
-#include "ui/QtText.h"
 
 namespace zetui::controls {
 
@@ -44,7 +44,7 @@ void UI_TextButton::ButtonState::Present(UI_TextButton& node)
     auto* const widget = static_cast<QPushButton*>(WidgetOf(&node));
     if (!widget)
         return;
-    const QString shown = ui::ToQString(text);
+    const QString shown = pixmill::ToQString(text);
     const QIcon picture = icon.empty() ? QIcon() : skins::MakeIcon(icon);
     widget->setIcon(picture);
     widget->setText(picture.isNull() ? shown : QString());
@@ -52,8 +52,8 @@ void UI_TextButton::ButtonState::Present(UI_TextButton& node)
         widget->setAccessibleName(picture.isNull() ? QString() : WithoutMnemonic(shown));
     namedByText = !picture.isNull();
     const std::wstring tooltip = node.UI_GetTooltip();
-    const std::wstring fallback = picture.isNull() ? std::wstring() : ui::ToWide(WithoutMnemonic(shown));
-    widget->setToolTip(ui::PlainForTooltip(tooltip.empty() ? fallback : tooltip));
+    const std::wstring fallback = picture.isNull() ? std::wstring() : pixmill::ToWide(WithoutMnemonic(shown));
+    widget->setToolTip(pixmill::PlainForTooltip(tooltip.empty() ? fallback : tooltip));
 }
 
 UI_TextButton::UI_TextButton()
@@ -124,7 +124,7 @@ std::pair<float, float> UI_TextButton::UI_GetRecommendedSize(const pixmill::Supp
 {
     NodeAccess::RequireWindows();
     const QSizeF size =
-        TextSize(QFontMetricsF(ToolkitFont(0, textSize)), ui::ToQString(text)) + buttonMargins;
+        TextSize(QFontMetricsF(ToolkitFont(0, textSize)), pixmill::ToQString(text)) + buttonMargins;
     return {static_cast<float>(size.width()), static_cast<float>(size.height())};
 }
 

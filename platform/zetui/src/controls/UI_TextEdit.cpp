@@ -2,10 +2,10 @@
 
 #include <QLineEdit>
 
+#include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
-#include "ui/HandlerErrors.h"
-#include "ui/NodeAccess.h"
-#include "ui/QtText.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
 
 namespace zetui::controls {
 
@@ -45,13 +45,13 @@ UI_TextEdit::~UI_TextEdit() = default;
 void UI_TextEdit::SetValue(const std::wstring& text)
 {
     if (auto* const widget = static_cast<QLineEdit*>(WidgetOf(this)))
-        widget->setText(ui::ToQString(text));
+        widget->setText(pixmill::ToQString(text));
 }
 
 std::wstring UI_TextEdit::GetValue() const
 {
     const auto* const widget = static_cast<QLineEdit*>(WidgetOf(this));
-    return widget ? ui::ToWide(widget->text()) : std::wstring();
+    return widget ? pixmill::ToWide(widget->text()) : std::wstring();
 }
 
 } // namespace zetui::controls

@@ -15,7 +15,7 @@
 #include <zetcore/config/Localizer.h>
 
 #include "pixmill/QtConversions.h"
-#include "ui/QtText.h"
+#include "pixmill/QtText.h"
 
 namespace zetui::dialogs {
 
@@ -72,7 +72,7 @@ bool PathLabel::event(QEvent* event)
         return QLabel::event(event);
     const bool cut = ShownText() != text();
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                       cut ? ui::PlainForTooltip(ui::ToWide(text())) : QString(), this);
+                       cut ? pixmill::PlainForTooltip(pixmill::ToWide(text())) : QString(), this);
     return true;
 }
 

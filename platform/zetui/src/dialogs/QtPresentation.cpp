@@ -15,12 +15,12 @@
 #include <zetcore/config/Localizer.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "dialogs/ParentWindow.h"
 #include "dialogs/QtProgress.h"
 #include "dialogs/QueuedCallsTimer.h"
 #include "pixmill/QtConversions.h"
+#include "pixmill/QtText.h"
+#include "screen/ParentWindow.h"
 #include "skins/SkinStyle.h"
-#include "ui/QtText.h"
 
 namespace zetui::dialogs {
 
@@ -138,7 +138,7 @@ void QtPresentation::ShowAlert(AlertKind kind, const std::string& title, const s
 
 int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
 {
-    const DialogOwner<QMessageBox> box(FindParentWidget(parent));
+    const DialogOwner<QMessageBox> box(ui::FindParentWidget(parent));
     box->setWindowTitle(pixmill::DisplayLines(question.title));
     box->setTextFormat(Qt::PlainText);
     box->setText(pixmill::DisplayLines(question.message));
@@ -160,9 +160,9 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
 
     skins::DressWindow(*box);
     LayOut(*box);
-    PlaceOnForeignParent(*box, parent);
+    ui::PlaceOnForeignParent(*box, parent);
     const QueuedCallsTimer queuedCalls;
-    const ParentWindowLock lock(*box, parent);
+    const ui::ParentWindowLock lock(*box, parent);
     box->exec();
     if (!box)
         return closingAnswer;
@@ -173,7 +173,7 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
 
 std::wstring QtPresentation::ChooseFolder(const std::wstring& title, ui::WindowVariant parent)
 {
-    const DialogOwner<QFileDialog> chooser(FindParentWidget(parent));
+    const DialogOwner<QFileDialog> chooser(ui::FindParentWidget(parent));
     chooser->setWindowTitle(pixmill::DisplayText(title));
     chooser->setFileMode(QFileDialog::Directory);
     chooser->setOption(QFileDialog::ShowDirsOnly);
@@ -181,15 +181,15 @@ std::wstring QtPresentation::ChooseFolder(const std::wstring& title, ui::WindowV
     chooser->setLabelText(QFileDialog::Reject, Localized("$$$/zetui/Dialog/Cancel=Cancel"));
     chooser->setLabelText(QFileDialog::LookIn, Localized("$$$/zetui/FolderChooser/LookIn=Look in:"));
     chooser->setLabelText(QFileDialog::FileName, Localized("$$$/zetui/FolderChooser/Folder=Folder:"));
-    chooser->setDirectory(lastFolder.empty() ? QDir::homePath() : ui::ToQString(lastFolder));
+    chooser->setDirectory(lastFolder.empty() ? QDir::homePath() : pixmill::ToQString(lastFolder));
 
     skins::DressWindow(*chooser);
-    PlaceOnForeignParent(*chooser, parent);
+    ui::PlaceOnForeignParent(*chooser, parent);
     const QueuedCallsTimer queuedCalls;
-    const ParentWindowLock lock(*chooser, parent);
+    const ui::ParentWindowLock lock(*chooser, parent);
     if (chooser->exec() != QDialog::Accepted || !chooser || chooser->selectedFiles().isEmpty())
         return {};
-    lastFolder = ui::ToWide(QDir::toNativeSeparators(chooser->selectedFiles().constFirst()));
+    lastFolder = pixmill::ToWide(QDir::toNativeSeparators(chooser->selectedFiles().constFirst()));
     return lastFolder;
 }
 

@@ -22,8 +22,8 @@
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
 
+#include "pixmill/QtText.h"
 #include "testing/WindowsFixture.h"
-#include "ui/QtText.h"
 
 namespace zetui::dialogs {
 namespace {
@@ -247,7 +247,7 @@ TEST_F(ModalDialogs, TheFolderChooserGivesTheChosenFolder)
         EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
         auto* const path = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         ASSERT_NE(path, nullptr);
-        path->setText(ui::ToQString(expected));
+        path->setText(pixmill::ToQString(expected));
         auto* const buttons = dialog.findChild<QDialogButtonBox*>();
         ASSERT_NE(buttons, nullptr);
         QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);

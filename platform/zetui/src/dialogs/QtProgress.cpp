@@ -44,10 +44,10 @@ QtProgress::~QtProgress()
 void QtProgress::Show(const std::string& title, const std::string& text, bool cancellable)
 {
     Hide();
-    window = new ProgressWindow(FindParentWidget(parent), pixmill::DisplayLines(title), cancellable);
+    window = new ProgressWindow(ui::FindParentWidget(parent), pixmill::DisplayLines(title), cancellable);
     skins::DressWindow(*window);
     window->SetText(pixmill::DisplayLines(text));
-    PlaceOnForeignParent(*window, parent);
+    ui::PlaceOnForeignParent(*window, parent);
     lock.emplace(*window, parent);
     window->show();
     changed = true;

@@ -6,8 +6,8 @@
 #include <QPointer>
 #include <zetui/dialogs/ProgressPresentation.h>
 
-#include "dialogs/ParentWindow.h"
 #include "dialogs/ProgressWindow.h"
+#include "screen/ParentWindow.h"
 
 namespace zetui::dialogs {
 
@@ -32,7 +32,7 @@ class QtProgress : public ProgressPresentation
     const ui::WindowVariant parent;
     /// Null while it is not shown, and when its parent has taken it along.
     QPointer<ProgressWindow> window;
-    std::optional<ParentWindowLock> lock;
+    std::optional<ui::ParentWindowLock> lock;
     bool changed = false;
 };
 

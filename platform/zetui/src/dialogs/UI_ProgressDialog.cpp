@@ -3,7 +3,7 @@
 #include <chrono>
 #include <utility>
 
-#include <zetcore/debug/FaultPoint.h>
+#include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetui/utility/IntrusivePtr.h>
 

@@ -10,7 +10,6 @@
 #include <QPointer>
 #include <QTextBoundaryFinder>
 #include <zetui/pixmill/Pixmill.h>
-#include <zetui/skins/Skins.h>
 
 #include "pixmill/QtConversions.h"
 #include "pixmill/TextWidths.h"
@@ -51,7 +50,7 @@ const TextWidths& WidthsOf(const Font& font)
 {
     auto& byFont = Cache().byFont;
     // The application's font may change, so the name is looked up each time.
-    const std::pair key(font.name.empty() ? ui::GetFontName(0) : font.name, font.size);
+    const std::pair key(font.name.empty() ? DefaultFontName() : font.name, font.size);
     const auto found = byFont.find(key);
     return found != byFont.end() ? found->second : byFont.emplace(key, ToQt(font)).first->second;
 }
@@ -103,7 +102,7 @@ std::string ValidateFontName(const std::string& name)
 {
     if (!CanMeasure())
         return name;
-    return HasFamily(name) ? name : ui::GetFontName(0);
+    return HasFamily(name) ? name : DefaultFontName();
 }
 
 float GetTextWidth(const Font& font, const std::wstring& text)

@@ -3,20 +3,27 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QGuiApplication>
 #include <zetcore/string/Utf.h>
-#include <zetui/skins/Skins.h>
 
 namespace zetui::pixmill {
 
 QFont ToQt(const Font& font)
 {
     QFont result;
-    const std::string& name = font.name.empty() ? ui::GetFontName(0) : font.name;
+    const std::string name = font.name.empty() ? DefaultFontName() : font.name;
     if (!name.empty())
         result.setFamily(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
     const float size = std::isfinite(font.size) ? font.size : 0.0f;
     result.setPixelSize(std::clamp(static_cast<int>(std::lround(size)), 1, 1000));
     return result;
+}
+
+std::string DefaultFontName()
+{
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return {};
+    return QGuiApplication::font().family().toStdString();
 }
 
 QString DisplayText(std::wstring_view text)

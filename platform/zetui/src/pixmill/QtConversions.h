@@ -17,6 +17,8 @@ inline QColor ToQt(const Color& color)
 }
 /// Sharp at its size in pixels; the toolkit's own where the name is empty, and at least one pixel high.
 QFont ToQt(const Font& font);
+/// The family of the application's font; empty without an application.
+std::string DefaultFontName();
 
 /// Valid Unicode: stray units become U+FFFD, control characters spaces.
 QString DisplayText(std::wstring_view text);

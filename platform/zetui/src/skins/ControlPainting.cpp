@@ -12,7 +12,6 @@ namespace zetui::skins {
 
 namespace {
 
-using controls::Variant;
 using pixmill::Color;
 using pixmill::ToQt;
 
@@ -67,7 +66,7 @@ constexpr Color none{0, 0, 0, 0};
 /// True for a button that stands out among the others, in each skin in its way.
 bool StandsOut(const ButtonLook& look)
 {
-    return look.variant == Variant::Accent || look.isDefault;
+    return look.variant == ButtonVariant::Accent || look.isDefault;
 }
 
 const Color& Pick(const ControlState& state, const Color& rest, const Color& hovered, const Color& pressed)
@@ -80,7 +79,7 @@ const Color& Pick(const ControlState& state, const Color& rest, const Color& hov
 ButtonColors V7ButtonColors(const SkinColors& colors, const ButtonLook& look)
 {
     const ControlState& state = look.state;
-    const bool framed = look.variant == Variant::Secondary || look.variant == Variant::Negative;
+    const bool framed = look.variant == ButtonVariant::Secondary || look.variant == ButtonVariant::Negative;
     if (!state.enabled) {
         if (look.quiet)
             return {none, none, colors.disabledText};
@@ -91,7 +90,7 @@ ButtonColors V7ButtonColors(const SkinColors& colors, const ButtonLook& look)
         return {Pick(state, colors.accent, colors.accentHover, colors.accentPressed), none,
                 colors.accentText};
     if (look.quiet || framed) {
-        const bool refusing = look.variant == Variant::Negative && (state.hovered || state.pressed);
+        const bool refusing = look.variant == ButtonVariant::Negative && (state.hovered || state.pressed);
         const Color& line = refusing ? colors.negative : colors.outline;
         return {Pick(state, none, colors.button, colors.buttonPressed), look.quiet ? none : line,
                 refusing ? colors.negative : colors.text};

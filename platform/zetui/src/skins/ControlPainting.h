@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QRectF>
-#include <zetui/controls/ButtonComponents.h>
+#include <zetui/skins/ButtonVariant.h>
 #include <zetui/skins/Skins.h>
 
 #include "skins/SkinColors.h"
@@ -20,7 +20,7 @@ struct ControlState
 struct ButtonLook
 {
     ControlState state;
-    controls::Variant variant = controls::Variant::Primary;
+    ButtonVariant variant = ButtonVariant::Primary;
     bool quiet = false;
     /// Return presses it.
     bool isDefault = false;

@@ -25,7 +25,7 @@ ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, Skin 
     look.state.focused = option.state.testFlag(QStyle::State_HasFocus);
     const QVariant variant = widget ? widget->property(kVariantProperty) : QVariant();
     if (variant.isValid()) {
-        look.variant = static_cast<controls::Variant>(variant.toInt());
+        look.variant = static_cast<ButtonVariant>(variant.toInt());
         look.quiet = widget->property(kQuietProperty).toBool();
     }
     // The one that Return presses stands out, except where V7's variants say which does.

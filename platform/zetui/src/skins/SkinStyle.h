@@ -13,7 +13,7 @@ class QWidget;
 /// How the skins reach the windows. Main thread.
 namespace zetui::skins {
 
-/// Dynamic properties of a `QPushButton` that the V7 skin draws by: a `controls::Variant` as int, and a bool.
+/// Dynamic properties of a `QPushButton` that the V7 skin draws by: a `ButtonVariant` as int, and a bool.
 inline constexpr char kVariantProperty[] = "zetVariant";
 inline constexpr char kQuietProperty[] = "zetQuiet";
 

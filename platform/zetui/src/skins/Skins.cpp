@@ -1,8 +1,6 @@
 #include <zetui/skins/Skins.h>
 
-#include <QApplication>
-#include <QFont>
-
+#include "pixmill/QtConversions.h"
 #include "skins/ControlPainting.h"
 #include "skins/SkinColors.h"
 #include "skins/SkinStyle.h"
@@ -100,9 +98,7 @@ pixmill::Color GetColor(int id)
 
 std::string GetFontName(int)
 {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
-        return {};
-    return QApplication::font().family().toStdString();
+    return pixmill::DefaultFontName();
 }
 
 float GetFontSize(int sizeId)

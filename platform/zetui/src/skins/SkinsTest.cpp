@@ -15,8 +15,8 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionSlider>
-#include <zetui/controls/ButtonComponents.h>
 #include <zetui/pixmill/Pixmill.h>
+#include <zetui/skins/ButtonVariant.h>
 
 #include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
@@ -167,10 +167,10 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
     QHBoxLayout row(&window);
     QPushButton elsewhere, accent(QStringLiteral("OK")), plain(QStringLiteral("Add")),
         outlined(QStringLiteral("Cancel")), quiet(QStringLiteral("Quiet"));
-    accent.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Accent));
-    plain.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
-    outlined.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Negative));
-    quiet.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
+    accent.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Accent));
+    plain.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Primary));
+    outlined.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Negative));
+    quiet.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Primary));
     quiet.setProperty(kQuietProperty, true);
     QCheckBox unchecked, checked, labelled(QStringLiteral("Rescan"));
     checked.setChecked(true);
@@ -196,7 +196,7 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
 TEST_P(SkinLook, ButtonsThatCannotBePressedLookSo)
 {
     QPushButton button(QStringLiteral("Scan for Plug-Ins"));
-    button.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Accent));
+    button.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Accent));
     const QImage enabled = button.grab().toImage();
     button.setEnabled(false);
     EXPECT_GT(VisibleDifference(enabled, button.grab().toImage()), 20);
@@ -227,9 +227,9 @@ TEST_P(SkinLook, TheButtonThatReturnPressesStandsOut)
     QPushButton ok(QStringLiteral("OK"), &window), other(QStringLiteral("OK"), &window);
     // In V7 the archive says by its variant which one it is.
     ok.setProperty(kVariantProperty,
-                   static_cast<int>(std::get<0>(GetParam()) == Skin::V7 ? controls::Variant::Accent
-                                                                        : controls::Variant::Primary));
-    other.setProperty(kVariantProperty, static_cast<int>(controls::Variant::Primary));
+                   static_cast<int>(std::get<0>(GetParam()) == Skin::V7 ? ButtonVariant::Accent
+                                                                        : ButtonVariant::Primary));
+    other.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Primary));
     ok.setDefault(true);
     for (QPushButton* const button : {&ok, &other})
         button->resize(77, 24);

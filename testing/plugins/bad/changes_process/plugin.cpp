@@ -9,7 +9,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// A crash of anybody's would now look like success.
+/// After this, a crash anywhere in the process looks like success.
 void Swallow(int)
 {
     std::_Exit(0);
@@ -30,7 +30,7 @@ void ChangeProcess()
 
 } // namespace
 
-/// Takes locale, signal handlers and current folder for its own, and then works.
+/// Changes the process's locale, signal handlers and current folder, and then works.
 ZET_VST2_ENTRY
 {
     ChangeProcess();

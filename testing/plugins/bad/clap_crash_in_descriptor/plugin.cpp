@@ -25,5 +25,5 @@ const void* GetFactory(const char*)
 
 } // namespace
 
-/// It has told of its first plug-in when it crashes.
+/// It crashes after it has told of its first plug-in.
 ZET_CLAP_ENTRY{interfaceVersion, &Library::Init, &Library::Deinit, &GetFactory};

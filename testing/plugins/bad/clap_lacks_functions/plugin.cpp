@@ -13,5 +13,5 @@ bool CrashInInit(const char*)
 
 } // namespace
 
-/// It cannot be left again, so nobody must enter it.
+/// It has no function to leave it, so nobody must enter it.
 ZET_CLAP_ENTRY{interfaceVersion, &CrashInInit, nullptr, nullptr};

@@ -23,5 +23,5 @@ const void* GetFactory(const char*)
 
 } // namespace
 
-/// It has one plug-in.
+/// It has one plug-in and claims more.
 ZET_CLAP_ENTRY{interfaceVersion, &Library::Init, &Library::Deinit, &GetFactory};

@@ -24,7 +24,7 @@ std::array<Id, count> MakeIds()
     return ids;
 }
 
-/// Each is named by its number.
+/// Each plug-in is named by its number.
 std::array<Descriptor, count> MakeDescriptors()
 {
     static const std::array<Id, count> ids = MakeIds();

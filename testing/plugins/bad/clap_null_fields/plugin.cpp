@@ -28,5 +28,5 @@ const void* GetFactory(const char*)
 
 } // namespace
 
-/// Nothing where there should be something: two of six plug-ins are of use.
+/// Many fields are null that must not be. Two of the six plug-ins can be used.
 ZET_CLAP_ENTRY{interfaceVersion, &Library::Init, &Library::Deinit, &GetFactory};

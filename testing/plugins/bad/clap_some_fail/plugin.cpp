@@ -28,5 +28,5 @@ const void* GetFactory(const char*)
 
 } // namespace
 
-/// One of three works.
+/// One of its three plug-ins works.
 ZET_CLAP_ENTRY{interfaceVersion, &Library::Init, &Library::Deinit, &GetFactory};

@@ -13,5 +13,5 @@ bool CrashInInit(const char*)
 
 } // namespace
 
-/// Of the time before the format was stable: its functions are not what they seem.
+/// Its version is from before the format was stable: the functions then had other meanings.
 ZET_CLAP_ENTRY{Version{0, 26, 3}, &CrashInInit, nullptr, nullptr};

@@ -6,7 +6,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// More than anybody should read.
+/// This is more than anybody should read.
 template<char filler>
 constexpr std::array<char, 65536> endless = [] {
     std::array<char, 65536> text{};

@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// Closes whatever this process has open, standard streams and other people's pipes included.
+/// Closes everything that this process has open, including its standard streams and the pipes of others.
 void CloseDescriptors();
 
 } // namespace zettestplugin

@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// What came of opening a connection to this machine's port ZET_TEST_PORT, as words.
+/// Tries to connect to this machine's port ZET_TEST_PORT. Returns the outcome as words.
 const char* ConnectOut();
 
 } // namespace zettestplugin

@@ -3,7 +3,7 @@
 
 using namespace zettestplugin;
 
-/// Its name is what came of it.
+/// Its name is the outcome of the connection.
 ZET_VST2_ENTRY
 {
     return MakeEffect(Ordinary(ConnectOut(), "BaNt"), host);

@@ -12,7 +12,7 @@ struct CrashWhileLoaded
 
 } // namespace
 
-/// Never gets this far: an initialiser crashes while the system loads the module.
+/// This is never reached: an initialiser crashes while the system loads the module.
 ZET_VST2_ENTRY
 {
     return MakeEffect(Ordinary("Crash On Load", "BaLd"), host);

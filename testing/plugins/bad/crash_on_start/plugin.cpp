@@ -21,7 +21,7 @@ class Lazy : public Vst2Plugin
 
 } // namespace
 
-/// Can be opened, asked and closed, but not used.
+/// It can be opened, asked and closed. It crashes when it is used.
 ZET_VST2_ENTRY
 {
     return MakeEffect<Lazy>(Ordinary("Crash On Start", "BaSt"), host);

@@ -12,7 +12,7 @@ struct CrashWhileUnloaded
 
 } // namespace
 
-/// Works until the system unloads the module, or ends a process that has not unloaded it.
+/// It works until the system unloads the module, or ends a process that still has it loaded.
 ZET_VST2_ENTRY
 {
     return MakeEffect(Ordinary("Crash On Unload", "BaUn"), host);

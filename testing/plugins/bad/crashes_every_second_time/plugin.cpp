@@ -9,7 +9,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// True the first time, the third, and so on. The file named in the environment remembers.
+/// True the first time, the third, and so on. A file, which the environment names, keeps the count.
 bool IsOddTime()
 {
     const char* name = std::getenv("ZET_TEST_PLUGIN_STATE");

@@ -4,7 +4,7 @@
 
 using namespace zettestplugin;
 
-/// Works once in a process, and not where poisons_process has been before.
+/// Works once in a process. It crashes when poisons_process has been loaded in the process before.
 ZET_VST2_ENTRY
 {
     if (ProcessIsMarked())

@@ -4,7 +4,7 @@
 
 using namespace zettestplugin;
 
-/// Works, except in a process where poisons_process has been before.
+/// Works, except in a process in which poisons_process has been loaded before.
 ZET_VST2_ENTRY
 {
     if (ProcessIsMarked())

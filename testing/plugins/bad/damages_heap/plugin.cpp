@@ -3,8 +3,8 @@
 
 using namespace zettestplugin;
 
-/// Works, but writes into memory that it has given back: where the C library keeps its list of free blocks
-/// there, as glibc's does, the next one that asks for blocks of this size pays for it.
+/// Works, but writes into memory that it has freed. Glibc keeps its list of free blocks there, so that the
+/// next plug-in that asks for blocks of this size crashes.
 ZET_VST2_ENTRY
 {
     UseBlocks([](volatile unsigned char* block) {

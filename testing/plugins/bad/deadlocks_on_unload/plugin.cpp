@@ -6,7 +6,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// Waits for something that nobody is left to do.
+/// Waits for something that no thread will ever do.
 struct WaitWhileUnloaded
 {
     ~WaitWhileUnloaded() { released.acquire(); }
@@ -15,7 +15,7 @@ struct WaitWhileUnloaded
 
 } // namespace
 
-/// Works until the system unloads the module, or ends a process that has not unloaded it.
+/// It works until the system unloads the module, or ends a process that still has it loaded.
 ZET_VST2_ENTRY
 {
     return MakeEffect(Ordinary("Deadlocks On Unload", "BaDe"), host);

@@ -27,7 +27,7 @@ class Endless : public Vst2Plugin
 
 } // namespace
 
-/// A shell with always one more plug-in, each with a name and an id of its own.
+/// A shell that always has one more plug-in, each with a name and an id of its own.
 ZET_VST2_ENTRY
 {
     Vst2Description shell = Ordinary("Endless Shell", "BaSh");

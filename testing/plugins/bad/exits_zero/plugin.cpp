@@ -2,7 +2,7 @@
 
 #include "Vst2Plugin.h"
 
-/// Ends the process politely, as if all were well.
+/// Ends the process with exit code 0, as if all were well.
 ZET_VST2_ENTRY
 {
     std::exit(0);

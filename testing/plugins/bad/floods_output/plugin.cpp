@@ -17,7 +17,7 @@ void Flood(std::FILE* stream)
 
 } // namespace
 
-/// Four mebibytes to each standard stream, and then it works.
+/// Writes four mebibytes to each standard stream, and then works.
 ZET_VST2_ENTRY
 {
     Flood(stdout);

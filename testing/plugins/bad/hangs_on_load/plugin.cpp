@@ -12,7 +12,7 @@ struct HangWhileLoaded
 
 } // namespace
 
-/// Never gets this far: an initialiser hangs while the system loads the module.
+/// This is never reached: an initialiser hangs while the system loads the module.
 ZET_VST2_ENTRY
 {
     return MakeEffect(Ordinary("Hangs On Load", "BaHl"), host);

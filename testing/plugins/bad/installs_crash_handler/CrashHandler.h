@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// From now on a crash ends this process with exit code 0.
+/// After this call, a crash ends the process with exit code 0.
 void InstallCrashHandler();
 
 } // namespace zettestplugin

@@ -4,7 +4,7 @@
 
 using namespace zettestplugin;
 
-/// Crashes, and has seen to it that this looks like a clean exit.
+/// Crashes, and its crash handler makes that look like a clean exit.
 ZET_VST2_ENTRY
 {
     InstallCrashHandler();

@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// Starts a process outside this one's group that keeps every open file and socket and waits for ever.
+/// Starts a process outside this process's group. It keeps every open file and socket, and waits for ever.
 void LeaveChild();
 
 } // namespace zettestplugin

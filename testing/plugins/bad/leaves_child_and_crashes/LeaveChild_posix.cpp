@@ -16,7 +16,7 @@ void LeaveChild()
         for (;;)
             ::pause();
     }
-    // It has left the group, and with it what is done to the group.
+    // It has left the group, so that a signal to the group does not reach it.
     ::close(ready[1]);
     char byte;
     static_cast<void>(::read(ready[0], &byte, 1));

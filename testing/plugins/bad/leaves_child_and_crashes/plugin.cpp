@@ -4,7 +4,7 @@
 
 using namespace zettestplugin;
 
-/// What it leaves behind outlives it and holds what the process had open.
+/// The child outlives the crash and holds open what the process had open.
 ZET_VST2_ENTRY
 {
     LeaveChild();

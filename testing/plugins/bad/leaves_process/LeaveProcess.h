@@ -2,7 +2,7 @@
 
 namespace zettestplugin {
 
-/// Starts a process of this one's group that waits for ever.
+/// Starts a process in this process's group that waits for ever.
 void LeaveProcess();
 
 } // namespace zettestplugin

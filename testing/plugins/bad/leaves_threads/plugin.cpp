@@ -4,8 +4,8 @@
 
 using namespace zettestplugin;
 
-/// Works, but leaves a thread running in the module's code. Unloading the module pulls the code away from
-/// under the thread, and the process dies of it, then or a moment later.
+/// Works, but leaves a thread running in the module's code. Unloading the module removes the code, and the
+/// process crashes then or a moment later.
 ZET_VST2_ENTRY
 {
     std::thread([] {

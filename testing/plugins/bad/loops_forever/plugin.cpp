@@ -4,7 +4,7 @@
 
 using namespace zettestplugin;
 
-/// Says so, for those who wait until it hangs.
+/// Writes a line first, for tests that wait until it hangs.
 ZET_VST2_ENTRY
 {
     std::fputs("loops from now on\n", stderr);

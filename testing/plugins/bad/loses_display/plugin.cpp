@@ -10,7 +10,8 @@ using namespace zettestplugin;
 
 namespace {
 
-/// The file named in the environment remembers. Without one it is never the first time.
+/// A file, which the environment names, remembers the first time. Without that variable it is never the first
+/// time.
 bool IsFirstTime()
 {
     const char* name = std::getenv("ZET_TEST_PLUGIN_STATE");
@@ -22,7 +23,7 @@ bool IsFirstTime()
 
 } // namespace
 
-/// The first time, ends as the library for X11 ends a program whose display goes away. Later it finds no
+/// The first time, it ends the process as the X11 library does when the display goes away. Later it finds no
 /// display, and works without one unless the environment says that it needs one.
 ZET_VST2_ENTRY
 {

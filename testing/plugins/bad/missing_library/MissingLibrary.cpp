@@ -1,6 +1,6 @@
 #include "Export.h"
 
-/// In a library that is built where no system looks for libraries.
+/// This library is built in a folder in which no system looks for libraries.
 ZET_PLUGIN_EXPORT int WhatTheMissingLibrarySays()
 {
     return 1;

@@ -3,7 +3,7 @@
 
 using namespace zettestplugin;
 
-/// Needs a library that is nowhere where the system looks.
+/// Needs a library that the system does not find.
 ZET_VST2_ENTRY
 {
     return WhatTheMissingLibrarySays() == 0 ? nullptr : MakeEffect(Ordinary("Missing Library", "BaMi"), host);

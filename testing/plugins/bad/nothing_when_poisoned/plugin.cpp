@@ -3,7 +3,7 @@
 
 using namespace zettestplugin;
 
-/// Gives nothing in a process where poisons_process has been before.
+/// Returns null in a process in which poisons_process has been loaded before.
 ZET_VST2_ENTRY
 {
     return ProcessIsMarked() ? nullptr : MakeEffect(Ordinary("Nothing When Poisoned", "BaNo"), host);

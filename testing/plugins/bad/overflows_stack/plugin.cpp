@@ -4,7 +4,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// Uses its frame after the call, so that no compiler can make a loop of it.
+/// The function uses its frame after the call, so that no compiler can turn the recursion into a loop.
 int Descend(volatile int* deeper)
 {
     volatile char frame[4096];

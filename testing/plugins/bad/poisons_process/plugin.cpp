@@ -3,7 +3,7 @@
 
 using namespace zettestplugin;
 
-/// Works, but leaves something behind in the process that another plug-in cannot stand.
+/// Works, but leaves a mark in the process, with which some other samples crash.
 ZET_VST2_ENTRY
 {
     MarkProcess();

@@ -15,7 +15,7 @@ void Tell(const char* variable)
 
 } // namespace
 
-/// Writes which display it finds, and works.
+/// Writes the name of the display that it finds, and works.
 ZET_VST2_ENTRY
 {
     Tell("DISPLAY");

@@ -2,7 +2,7 @@
 
 using namespace zettestplugin;
 
-/// Defined nowhere.
+/// This function is defined nowhere.
 extern "C" int zet_symbol_that_nobody_defines();
 
 ZET_VST2_ENTRY

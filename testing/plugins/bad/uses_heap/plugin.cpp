@@ -3,7 +3,7 @@
 
 using namespace zettestplugin;
 
-/// Good by itself. It uses what damages_heap may have damaged.
+/// A good plug-in that uses the part of the heap that damages_heap damages.
 ZET_VST2_ENTRY
 {
     UseBlocks([](volatile unsigned char*) {});

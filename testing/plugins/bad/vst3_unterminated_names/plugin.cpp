@@ -16,7 +16,7 @@ Vst3Factory factory({endless.c_str(),
 
 } // namespace
 
-/// Every text fills its array to the last unit, so that nothing but its size ends it.
+/// Every text fills its array to the last unit and has no terminator.
 ZET_VST3_FACTORY
 {
     return factory.Reference();

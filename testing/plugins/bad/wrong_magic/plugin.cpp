@@ -2,7 +2,7 @@
 
 using namespace zettestplugin;
 
-/// What it gives is something, but no effect; whoever follows a pointer in it crashes.
+/// It returns a record that is no effect. Whoever follows a pointer in it crashes.
 ZET_VST2_ENTRY
 {
     static Effect noEffect = {};

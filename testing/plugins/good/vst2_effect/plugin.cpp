@@ -2,7 +2,7 @@
 
 using namespace zettestplugin;
 
-/// A plain effect that, as most do, refuses to live in a host that does not say which interface it speaks.
+/// A plain effect. Like most, it refuses a host that does not tell its version of the interface.
 ZET_VST2_ENTRY
 {
     if (host(nullptr, HostVersion, 0, 0, nullptr, 0.0f) < interfaceVersion)

@@ -2,8 +2,8 @@
 
 using namespace zettestplugin;
 
-/// From the days when the entry function was called "main". A C++ function of that name cannot have this
-/// signature, so only the symbol has it.
+/// Its entry function has the old name "main". A C++ function of that name cannot have this signature, so
+/// only the symbol is called so.
 ZET_PLUGIN_EXPORT Effect* OldEntry(HostCallback host) __asm__("main");
 
 Effect* OldEntry(HostCallback host)

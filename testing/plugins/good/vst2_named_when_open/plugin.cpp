@@ -27,7 +27,7 @@ class Late : public Vst2Plugin
 
 } // namespace
 
-/// Knows its names only once it has been opened.
+/// It knows its names only after it has been opened.
 ZET_VST2_ENTRY
 {
     return MakeEffect<Late>({"Harbour Glow", "Marrow Lane Audio", "Harbour", FourCharacters("HrGl"), 1410},

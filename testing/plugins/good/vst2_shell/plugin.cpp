@@ -36,7 +36,7 @@ class Shell : public Vst2Plugin
 
 } // namespace
 
-/// Three plug-ins in one module: which one is made, the host says through the current id.
+/// Three plug-ins in one module. The host chooses one through its answer to the current id.
 ZET_VST2_ENTRY
 {
     const std::intptr_t wanted = host(nullptr, HostCurrentId, 0, 0, nullptr, 0.0f);

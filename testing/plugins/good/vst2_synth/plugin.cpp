@@ -4,7 +4,7 @@ using namespace zettestplugin;
 
 namespace {
 
-/// Asks its host what plug-ins ask when they are opened, and relies on answers that make sense.
+/// When it is opened, it asks its host the usual questions, and relies on sane answers.
 class Lantern : public Vst2Plugin
 {
   public:

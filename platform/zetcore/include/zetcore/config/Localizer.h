@@ -7,7 +7,7 @@
 #include <vector>
 
 #include <zetcore/Export.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetcore::config {
 

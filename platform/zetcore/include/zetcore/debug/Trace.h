@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include <zetcore/Export.h>
-#include <zetcore/filesupport/File.h>
+#include <zetcore/filesupport/paths/File.h>
 
 /// Trace lines by category and level. All of it is thread-safe.
 ///

@@ -1,15 +1,10 @@
 #pragma once
 
+#include <zetui/skins/ButtonVariant.h>
+
 namespace zetui::controls {
 
-/// How a button looks in the V7 skin.
-enum class Variant : int
-{
-    Primary = 0,
-    Secondary = 1,
-    Negative = 2,
-    Accent = 3,
-};
+using Variant = skins::ButtonVariant;
 
 struct ButtonComponents
 {

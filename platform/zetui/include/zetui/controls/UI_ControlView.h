@@ -3,8 +3,8 @@
 #include <memory>
 
 #include <zetui/Export.h>
-#include <zetui/ui/UI_Message.h>
-#include <zetui/ui/UI_SubView.h>
+#include <zetui/nodes/UI_Message.h>
+#include <zetui/nodes/UI_SubView.h>
 
 namespace zetui::controls {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include <zetui/Export.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 namespace zetui::dialogs {
 

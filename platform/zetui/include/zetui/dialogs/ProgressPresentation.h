@@ -5,7 +5,7 @@
 #include <string>
 
 #include <zetui/Export.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 /// How dialogs reach the user. zetui has a presentation for the terminal; one with windows replaces it where
 /// there is a display.

@@ -10,7 +10,7 @@
 #include <zetui/dialogs/ProgressPresentation.h>
 #include <zetui/dialogs/UI_Dialog.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 namespace zetui::dialogs {
 

@@ -4,7 +4,7 @@
 
 #include <zetui/Export.h>
 #include <zetui/pixmill/SupplierInterface.h>
-#include <zetui/ui/WindowVariant.h>
+#include <zetui/screen/WindowVariant.h>
 
 /// Alerts that block until the user has dismissed them. Texts are shown as they are. Main thread.
 namespace zetui::dialogs::messagebox {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include <zetcore/Export.h>
+
+/// Between the host's wide strings and the system's own paths, and questions about those. The conversions are
+/// exact in both directions. Any thread.
+namespace zetcore::filesupport {
+
+ZETCORE_API std::filesystem::path ToNativePath(const std::wstring& text);
+ZETCORE_API std::wstring FromNativePath(const std::filesystem::path& path);
+/// True when the file system takes two names of path components, or two extensions, for the same.
+ZETCORE_API bool IsSameFileName(std::wstring_view left, std::wstring_view right);
+
+/// True for an entry that leads elsewhere: a symbolic link, a junction.
+ZETCORE_API bool IsLink(const std::filesystem::directory_entry& entry);
+/// True when something is there that may not be looked at, or cannot be. An error that says that there is
+/// nothing, or that its drive is away, is an ordinary answer.
+ZETCORE_API bool IsRefusal(const std::error_code& error);
+/// The path with every link followed; empty, and the error set, when it leads nowhere.
+ZETCORE_API std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error);
+
+} // namespace zetcore::filesupport

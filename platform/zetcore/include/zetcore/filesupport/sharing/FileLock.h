@@ -1,0 +1,34 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+
+#include <zetcore/Export.h>
+#include <zetcore/filesupport/paths/File.h>
+
+namespace zetcore::filesupport {
+
+/// Held while a file is read, changed and replaced, so that the programs of one user that do so with this
+/// lock do it one after the other. It is a small file of its own in the runtime folder, named for the path as
+/// it is written; the system gives it up when the process ends, however it ends. It does not nest. Any
+/// thread.
+class ZETCORE_API FileLock
+{
+  public:
+    static constexpr std::chrono::seconds defaultLimit{5};
+
+    /// Waits for whoever holds it. When the time is up, or there can be no lock, this is traced and the
+    /// caller goes on without: what it has to save is worth more than the order.
+    explicit FileLock(const File& file, std::chrono::milliseconds limit = defaultLimit);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    bool IsHeld() const noexcept { return held != nullptr; }
+
+  private:
+    struct Held;
+    std::unique_ptr<Held> held;
+};
+
+} // namespace zetcore::filesupport

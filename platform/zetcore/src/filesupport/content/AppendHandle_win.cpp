@@ -1,0 +1,41 @@
+#include "filesupport/content/AppendHandle.h"
+
+#include <windows.h>
+
+#include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/paths/FileException.h>
+
+#include "filesupport/handles/SystemError.h"
+#include "filesupport/handles/WholeWrite_win.h"
+#include "filesupport/paths/CheckedPath.h"
+#include "filesupport/paths/SystemPath_win.h"
+
+namespace zetcore::filesupport {
+
+struct AppendHandle::Opened
+{
+    Handle file;
+};
+
+AppendHandle::AppendHandle(std::wstring filePath)
+    : path(std::move(filePath)), opened(std::make_unique<Opened>())
+{
+    constexpr const char* operation = "open for appending";
+    // With the right to append but not to write, the system itself moves every write to the end.
+    opened->file = Handle(::CreateFileW(SystemPath(ToCheckedPath(operation, path)).c_str(),
+                                        FILE_APPEND_DATA | SYNCHRONIZE,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!opened->file.IsOpen())
+        throw file_exception(operation, path, LastSystemError());
+}
+
+AppendHandle::~AppendHandle() = default;
+
+void AppendHandle::Write(std::string_view bytes)
+{
+    if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
+        throw file_exception("append to", path, error);
+}
+
+} // namespace zetcore::filesupport

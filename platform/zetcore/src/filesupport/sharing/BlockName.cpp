@@ -1,0 +1,32 @@
+#include "filesupport/sharing/BlockName.h"
+
+#include <algorithm>
+
+namespace zetcore::filesupport {
+
+bool IsBlockName(const std::string& name)
+{
+    constexpr std::size_t longest = 200;
+    return !name.empty() && name.size() <= longest && name.front() != '.' &&
+           std::all_of(name.begin(), name.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                      c == '-' || c == '_' || c == '.';
+           });
+}
+
+std::string RefuseBlock(const std::string& name, std::size_t size, int flags)
+{
+    constexpr std::size_t largest = std::size_t{1} << 30;
+    constexpr int known = MemoryMappedFile::CreateLocked;
+    if (!IsBlockName(name))
+        return "the name is not usable";
+    if (size == 0 || size > largest)
+        return "a size of " + std::to_string(size) + " bytes is not usable";
+    if ((flags & ~known) != 0 || (flags & MemoryMappedFile::Read) == 0)
+        return "flags " + std::to_string(flags) + " are not known";
+    if ((flags & MemoryMappedFile::Create) != 0 && (flags & MemoryMappedFile::Write) == 0)
+        return "a block cannot be created for reading only";
+    return {};
+}
+
+} // namespace zetcore::filesupport

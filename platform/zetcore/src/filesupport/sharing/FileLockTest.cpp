@@ -1,0 +1,61 @@
+#include <zetcore/filesupport/sharing/FileLock.h>
+
+#include <atomic>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <zettesting/HostFixture.h>
+
+namespace zetcore::filesupport {
+namespace {
+
+using namespace std::chrono_literals;
+
+class FileLockTest : public zettesting::HostFixture
+{
+  protected:
+    File InPrefs(const std::string& name) const { return File(zettesting::ToWide(prefs / name)); }
+};
+
+TEST_F(FileLockTest, keeps_others_out_until_it_goes)
+{
+    std::optional<FileLock> first(std::in_place, InPrefs("a"));
+    EXPECT_TRUE(first->IsHeld());
+    EXPECT_FALSE(FileLock(InPrefs("a"), 0ms).IsHeld());
+    EXPECT_TRUE(FileLock(InPrefs("b"), 0ms).IsHeld());
+    first.reset();
+    EXPECT_TRUE(FileLock(InPrefs("a"), 0ms).IsHeld());
+}
+
+TEST_F(FileLockTest, needs_no_file_and_leaves_nothing_beside_it)
+{
+    const FileLock lock(InPrefs("not there"));
+    EXPECT_TRUE(lock.IsHeld());
+    EXPECT_TRUE(std::filesystem::is_empty(prefs));
+}
+
+TEST_F(FileLockTest, those_that_wait_come_one_after_the_other)
+{
+    std::atomic<int> inside = 0, most = 0, rounds = 0;
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number)
+        threads.emplace_back([&] {
+            for (int round = 0; round < 20; ++round) {
+                const FileLock lock(InPrefs("a"), 60s);
+                EXPECT_TRUE(lock.IsHeld());
+                const int now = ++inside;
+                most = std::max(most.load(), now);
+                ++rounds;
+                --inside;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(most, 1);
+    EXPECT_EQ(rounds, 80);
+}
+
+} // namespace
+} // namespace zetcore::filesupport

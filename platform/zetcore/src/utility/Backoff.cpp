@@ -1,0 +1,18 @@
+#include <zetcore/utility/Backoff.h>
+
+#include <algorithm>
+#include <thread>
+
+namespace zetcore::utility {
+
+void Backoff::operator()()
+{
+    constexpr std::chrono::microseconds longest{2000};
+    // Some systems cut a short sleep down to nothing.
+    const auto end = std::chrono::steady_clock::now() + next;
+    for (auto now = end - next; now < end; now = std::chrono::steady_clock::now())
+        std::this_thread::sleep_for(end - now);
+    next = std::min(next * 2, longest);
+}
+
+} // namespace zetcore::utility

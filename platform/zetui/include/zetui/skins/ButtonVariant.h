@@ -1,0 +1,14 @@
+#pragma once
+
+namespace zetui::skins {
+
+/// How a button looks in the V7 skin.
+enum class ButtonVariant : int
+{
+    Primary = 0,
+    Secondary = 1,
+    Negative = 2,
+    Accent = 3,
+};
+
+} // namespace zetui::skins

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <zetui/Export.h>
+#include <zetui/controls/UI_ControlView.h>
+#include <zetui/pixmill/Pixmill.h>
+#include <zetui/tree/UI_MultiColumnTreeHeaderRow.h>
+#include <zetui/tree/UI_MultiColumnTreeRow.h>
+#include <zetui/utility/IntrusivePtr.h>
+
+namespace zetui::controls {
+
+/// Flags of `UI_MultiColumnTree::Init`; none are needed.
+using TreeFlags = unsigned;
+
+/// A list of rows with columns, drawn by callbacks, with controls in its cells. Row widgets are made for
+/// visible rows only, by the row-visibility callback, so that its cost does not grow with the number of rows.
+/// Rows appended without a deferred-layout guard are shown when control is back in the event loop, or when
+/// somebody asks for their place. Exceptions of callbacks do not get lost in the toolkit: the modal run that
+/// is going on throws them again. Main thread.
+///
+/// Keyboard: arrows, Page Up and Down, Home and End select rows (Left and Right select cells, where cells may
+/// be selected); typed letters jump to the next row whose text in the second (or only) column begins with
+/// them; Tab moves through the controls of the selected row's cells and then leaves the list; Space toggles
+/// the checkbox in its first cell.
+class ZETUI_API UI_MultiColumnTree : public UI_ControlView
+{
+  public:
+    using RowPtr = utility::IntrusivePtr<UI_MultiColumnTreeRow>;
+    using RectF = zetcore::geom::RectT<float>;
+    using DrawCellOfRowCallback = std::function<void(pixmill::Pixmill*, RowPtr, int cellIndex, RectF)>;
+    using RowCallback = std::function<void(RowPtr)>;
+    using CellSortDataFunction = std::function<std::wstring(RowPtr, int cellIndex)>;
+
+    UI_MultiColumnTree(unsigned columns, float rowHeight);
+
+    void Init(TreeFlags flags);
+    static float GetDefaultRowHeight();
+    /// Above and below a cell's text, and left and right of it.
+    static std::pair<float, float> GetDefaultCellPadding();
+    float GetRowHeight() const;
+
+    void SetAllowChildren(bool allow);
+    void SetIndicateFocus(bool indicate);
+    void SetSupportNoneSelected(bool support);
+    void SetSupportDeselectAllOnEmptyTreeClick(bool support);
+    void SetSupportMultipleSelections(bool support);
+    void SetWantsKeyboardFocus(bool wants) override;
+    /// Space selects the current row where it does not toggle the first cell's checkbox.
+    void SetSupportNonArrowKeysToSelectRow(bool support);
+    void SetSupportUserSelectableRows(bool support);
+    void SetSupportUserSelectableCells(bool support);
+    /// For a tree without header. Columns have the ids 0, 1 and so on.
+    void SetNumberOfColumns(int count);
+    void SetColumnWidth(int column, float width);
+    float GetContentViewWidth() const;
+    /// Null for a tree without header.
+    UI_MultiColumnTreeHeaderRow* GetHeaderRow() const;
+
+    void SetDrawCellOfRowCallback(DrawCellOfRowCallback callback);
+    void SetRowsSelectionChangedCallback(std::function<void()> callback);
+    /// A row came into the visible area or left it (`IsRowVisible` tells which). Also called after a sort or
+    /// a fill, when the layout is done. When columns are moved or resized, the visible rows leave and come
+    /// again with new cell views. Nothing is visible before the window is shown.
+    void SetRowVisibilityChangedCallback(RowCallback callback);
+    void SetCellSelectionChangedCallback(std::function<void()> callback);
+    /// The text by which a cell is sorted. Texts are compared as people expect: letters by the user's locale,
+    /// case apart, numbers by value; equal ones keep their fill order.
+    void SetCellSortDataFunction(CellSortDataFunction function);
+    /// The text that screen readers and type-ahead get for a cell; the sort data where it is not set.
+    void SetCellTextFunction(CellSortDataFunction function);
+    /// The tooltip of a cell; none where it is not set or empty.
+    void SetCellTooltipFunction(CellSortDataFunction function);
+
+    /// Says in the middle of the list why there is nothing, while it has no rows. Is no row itself.
+    void SetEmptyText(const std::wstring& text);
+
+    /// Tells of a selection that goes with them, but not of rows that were visible.
+    void RemoveAllRows();
+    /// Appends in fill order. Only top-level rows are supported: `parent` must be null. `sortLater`: its
+    /// place is found by the next `SortTree` or at the end of the deferred layout.
+    void AppendRow(const RowPtr& row, UI_MultiColumnTreeRow* parent, bool sortLater);
+    RowPtr CreateAndAppendRow();
+    /// Sorts by the header's sort column; without one, fill order.
+    void SortTree();
+    /// The sort data of some row has changed. Until somebody says so (or sorts, or sets another column,
+    /// direction or function), rows that have been sorted keep their order among each other when they are
+    /// removed and appended again, and nobody is asked for their data.
+    void ForgetSortedPlaces();
+    int GetRowCount() const;
+    /// As shown, from the top.
+    RowPtr GetRowAt(int place) const;
+    bool IsRowVisible(const UI_MultiColumnTreeRow* row) const;
+    void ScrollToTop(bool redraw);
+    void ScrollToRow(const UI_MultiColumnTreeRow* row);
+
+    std::vector<RowPtr> GetSelectedRows() const;
+    bool IsAnyRowSelected() const;
+    void SelectRow(const UI_MultiColumnTreeRow* row, bool select);
+    void DeselectAll();
+    /// The position of the selected cell in the selected row, -1 when none is selected.
+    int GetSelectedCellOfSelectedRow() const;
+    void SelectCell(const UI_MultiColumnTreeRow* row, int position);
+
+    bool UI_DoKeyboardEvent(ui::UI_Node* target, const ui::KeyboardEvent& event) override;
+
+    struct TreeState;
+
+  protected:
+    ~UI_MultiColumnTree() override;
+
+  private:
+    friend struct TreeAccess;
+    std::unique_ptr<TreeState> tree;
+};
+
+/// Puts off layout, sorting and drawing while rows are added and removed; does them once when the last guard
+/// of a tree ends.
+class ZETUI_API ScDeferLayoutForOpenAndCloseRow
+{
+  public:
+    explicit ScDeferLayoutForOpenAndCloseRow(UI_MultiColumnTree* tree);
+    ~ScDeferLayoutForOpenAndCloseRow();
+    ScDeferLayoutForOpenAndCloseRow(const ScDeferLayoutForOpenAndCloseRow&) = delete;
+    ScDeferLayoutForOpenAndCloseRow& operator=(const ScDeferLayoutForOpenAndCloseRow&) = delete;
+
+  private:
+    utility::IntrusivePtr<UI_MultiColumnTree> tree;
+};
+
+} // namespace zetui::controls

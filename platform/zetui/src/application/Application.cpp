@@ -1,0 +1,124 @@
+#include <zetui/application/Application.h>
+
+#include <memory>
+
+#include <QApplication>
+#include <QEvent>
+
+#include <zetcore/threads/MainThread.h>
+#include <zetui/dialogs/ProgressPresentation.h>
+
+#include "application/Display.h"
+#include "application/QtMainThread.h"
+#include "dialogs/QtPresentation.h"
+#include "screen/DialogPlace.h"
+#include "skins/SkinStyle.h"
+
+namespace zetui::ui {
+
+namespace {
+
+/// `InitializeWindows` has made these. They are never destroyed: Qt's application object must not die with
+/// the static objects.
+struct Windows
+{
+    bool initialized = false;
+    int argumentCount = 1;
+    char programName[6] = "zetui";
+    char* arguments[2] = {programName, nullptr};
+    /// Null when the host has its own.
+    std::unique_ptr<QApplication> application;
+    std::shared_ptr<QtMainThread> mainThread;
+    std::shared_ptr<dialogs::Presentation> presentation;
+};
+
+Windows& State()
+{
+    static Windows& windows = *new Windows;
+    return windows;
+}
+
+bool HasApplicationWithWidgets()
+{
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+bool MakeApplication(Windows& windows)
+{
+    // An application object without windows cannot be replaced by one that has them.
+    if (QCoreApplication::instance() || !IsDisplayAvailable() || !WindowSystemAnswers())
+        return false;
+    windows.application = std::make_unique<QApplication>(windows.argumentCount, windows.arguments);
+    // The host says when its program ends, not the last of our windows.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    skins::ApplySkin(*windows.application);
+    return true;
+}
+
+void RegisterEventLoop(Windows& windows)
+{
+    if (zetcore::threads::GetRegisteredMainThread())
+        return;
+    windows.mainThread = std::make_shared<QtMainThread>();
+    zetcore::threads::RegisterMainThread(windows.mainThread);
+    if (zetcore::threads::HasQueuedCalls())
+        windows.mainThread->Wake();
+}
+
+} // namespace
+
+bool InitializeWindows()
+{
+    Windows& windows = State();
+    if (HaveWindows())
+        return true;
+    if (!HasApplicationWithWidgets() && !MakeApplication(windows))
+        return false;
+    RegisterEventLoop(windows);
+    windows.presentation = std::make_shared<dialogs::QtPresentation>();
+    dialogs::SetPresentation(windows.presentation);
+    windows.initialized = true;
+    return true;
+}
+
+bool HaveWindows()
+{
+    return State().initialized && HasApplicationWithWidgets();
+}
+
+zetcore::geom::RectT<int> FindPlaceOnScreen(const zetcore::geom::RectT<int>& content)
+{
+    if (!HaveWindows())
+        return content;
+    const QRect place = OnScreen(content);
+    return {place.left(), place.top(), place.width(), place.height()};
+}
+
+zetcore::geom::RectT<int> PlaceInMiddleOfScreen(int width, int height)
+{
+    if (!HaveWindows())
+        return {};
+    const QRect place = InMiddleOfScreen({width, height});
+    return {place.left(), place.top(), place.width(), place.height()};
+}
+
+void TerminateWindows()
+{
+    Windows& windows = State();
+    if (!windows.initialized)
+        return;
+    windows.initialized = false;
+    if (dialogs::GetPresentation() == windows.presentation)
+        dialogs::SetPresentation(nullptr);
+    windows.presentation.reset();
+    if (zetcore::threads::GetRegisteredMainThread() == windows.mainThread)
+        zetcore::threads::RegisterMainThread(nullptr);
+    windows.mainThread.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (windows.application) {
+        skins::RemoveSkin();
+        windows.application.reset();
+    }
+}
+
+} // namespace zetui::ui

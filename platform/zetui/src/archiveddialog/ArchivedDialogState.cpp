@@ -1,0 +1,62 @@
+#include "archiveddialog/ArchivedDialogState.h"
+
+#include <cmath>
+
+#include "archiveddialog/RoomForTexts.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
+#include "screen/DialogPlace.h"
+#include "screen/ParentWindow.h"
+#include "skins/SkinStyle.h"
+
+namespace zetui::ui {
+
+UI_ArchivedDialog::ArchivedState::ArchivedState() = default;
+
+UI_ArchivedDialog::ArchivedState::~ArchivedState() = default;
+
+void UI_ArchivedDialog::ArchivedState::MakeWindow(const std::wstring& title, bool hasTitleBar, PointF origin)
+{
+    window = new DialogWindow(FindParentWidget(parent));
+    window->setWindowTitle(pixmill::ToQString(title));
+    window->setWindowFlag(Qt::FramelessWindowHint, !hasTitleBar);
+    NodeAccess::SetSupplier(window, supplier);
+    NodeAccess::Embed(root.get(), window, nullptr);
+    skins::DressWindow(*window);
+    if (origin.x != 0 || origin.y != 0) {
+        window->move(qRound(origin.x), qRound(origin.y));
+        placed = true;
+    }
+}
+
+void UI_ArchivedDialog::ArchivedState::FitToTexts() const
+{
+    NodeAccess::ReturnToArchivedPlaces(root.get());
+    const LayoutSize size = MakeRoomForTexts(*root);
+    NodeAccess::SetFrameByLayout(root.get(), {0, 0, size.width, size.height});
+    const QSize whole(static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)));
+    window->resize(whole);
+    if (!resizable)
+        window->setFixedSize(whole);
+    ArrangeTabOrder(*window);
+}
+
+void UI_ArchivedDialog::ArchivedState::Show()
+{
+    if (!placed)
+        window->setGeometry(CentredOnParent(window->size(), parent));
+    placed = true;
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+void UI_ArchivedDialog::ArchivedState::Hide()
+{
+    // Before the window goes, or the system would give the focus to some other program.
+    parentLock.reset();
+    if (window)
+        window->hide();
+}
+
+} // namespace zetui::ui

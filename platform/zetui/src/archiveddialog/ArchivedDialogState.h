@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QPointer>
+#include <QSize>
+
+#include <zetui/archiveddialog/UI_ArchivedDialog.h>
+
+#include "archiveddialog/DialogWindow.h"
+
+class QEventLoop;
+
+namespace zetui::ui {
+
+class ParentWindowLock;
+
+struct UI_ArchivedDialog::ArchivedState
+{
+    ArchivedState();
+    ~ArchivedState();
+
+    const pixmill::SupplierInterface* supplier = nullptr;
+    WindowVariant parent;
+    NodeFactory factory;
+    /// Gone when Qt has deleted it with the parent's window.
+    QPointer<DialogWindow> window;
+    utility::IntrusivePtr<UI_SubView> root;
+    utility::IntrusivePtr<controls::UI_TextButton> okButton, cancelButton;
+    utility::IntrusivePtr<UI_Node> firstFocus;
+    /// Only while the dialog is modal.
+    std::unique_ptr<ParentWindowLock> parentLock;
+    QEventLoop* loop = nullptr;
+    bool modeless = false, resizable = true;
+    bool placed = false;
+    QSize reportedSize{-1, -1};
+    std::optional<Response> closedWith;
+    Response result = dialogs::UI_DialogViewContainer::kCancel;
+
+    void MakeWindow(const std::wstring& title, bool hasTitleBar, PointF origin);
+    void FitToTexts() const;
+    void Show();
+    void Hide();
+};
+
+} // namespace zetui::ui

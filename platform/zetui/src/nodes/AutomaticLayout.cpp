@@ -1,0 +1,147 @@
+#include "nodes/AutomaticLayout.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zetui::ui {
+
+namespace {
+
+using RectF = zetcore::geom::RectT<float>;
+
+/// One direction of a child.
+struct Span
+{
+    float start, length;
+    bool sticksToStart, sticksToEnd, fixed;
+
+    float End() const { return start + length; }
+    bool IsConstrained() const { return sticksToStart || sticksToEnd; }
+    bool IsStretched() const { return sticksToStart && sticksToEnd && !fixed; }
+};
+
+using Spans = std::vector<Span>;
+
+struct Axis
+{
+    float from, to;
+    bool along, scale, margins;
+};
+
+void PlaceConstrained(Span& span, float growth)
+{
+    if (span.IsStretched())
+        span.length = std::max(0.0F, span.length + growth);
+    else if (!span.sticksToStart)
+        span.start += growth;
+}
+
+/// Lengths along the axis that grow: what flexible children cover, overlaps counted once.
+std::vector<std::pair<float, float>> FlexibleStretches(const Spans& spans)
+{
+    std::vector<std::pair<float, float>> covered;
+    for (const Span& span : spans) {
+        if (!span.IsConstrained() && !span.fixed && span.length > 0)
+            covered.emplace_back(span.start, span.End());
+    }
+    std::sort(covered.begin(), covered.end());
+    std::vector<std::pair<float, float>> merged;
+    for (const auto& stretch : covered) {
+        if (!merged.empty() && stretch.first <= merged.back().second)
+            merged.back().second = std::max(merged.back().second, stretch.second);
+        else
+            merged.push_back(stretch);
+    }
+    return merged;
+}
+
+/// How much of the flexible stretches lies before the place.
+float CoveredBefore(const std::vector<std::pair<float, float>>& stretches, float place)
+{
+    float covered = 0;
+    for (const auto& [start, end] : stretches)
+        covered += std::clamp(place - start, 0.0F, end - start);
+    return covered;
+}
+
+void ShareGrowth(Spans& spans, float growth)
+{
+    if (std::any_of(spans.begin(), spans.end(), [](const Span& span) { return span.IsStretched(); }))
+        return;
+    const auto stretches = FlexibleStretches(spans);
+    float total = 0;
+    for (const auto& [start, end] : stretches)
+        total += end - start;
+    if (total <= 0)
+        return;
+    const float factor = std::max(growth / total, -1.0F);
+    for (Span& span : spans) {
+        if (span.IsConstrained())
+            continue;
+        const float end = span.End() + factor * CoveredBefore(stretches, span.End());
+        span.start += factor * CoveredBefore(stretches, span.start);
+        if (!span.fixed)
+            span.length = std::max(0.0F, end - span.start);
+    }
+}
+
+void PlaceUnconstrained(Span& span, const Axis& axis)
+{
+    const float growth = axis.to - axis.from;
+    if (!axis.scale) {
+        const float middle = span.start + span.length / 2;
+        if (axis.margins && middle > axis.from / 2)
+            span.start += growth;
+        return;
+    }
+    if (axis.margins) {
+        if (!span.fixed)
+            span.length = std::max(0.0F, span.length + growth);
+        return;
+    }
+    if (axis.from <= 0)
+        return;
+    span.start = span.start * axis.to / axis.from;
+    if (!span.fixed)
+        span.length = span.length * axis.to / axis.from;
+}
+
+void Place(Spans& spans, const Axis& axis)
+{
+    const bool share = axis.along && axis.scale && axis.margins;
+    if (share)
+        ShareGrowth(spans, axis.to - axis.from);
+    for (Span& span : spans) {
+        if (span.IsConstrained())
+            PlaceConstrained(span, axis.to - axis.from);
+        else if (!share)
+            PlaceUnconstrained(span, axis);
+    }
+}
+
+} // namespace
+
+std::vector<RectF> LayOutChildren(const AutoLayout& layout, LayoutSize from, LayoutSize to,
+                                  const std::vector<LayoutChild>& children)
+{
+    Spans across, down;
+    for (const auto& [frame, constraints] : children) {
+        across.push_back({frame.left, frame.width, (constraints & kConstraintLeft) != 0,
+                          (constraints & kConstraintRight) != 0, (constraints & kConstraintFixedWidth) != 0});
+        down.push_back({frame.top, frame.height, (constraints & kConstraintTop) != 0,
+                        (constraints & kConstraintBottom) != 0, (constraints & kConstraintFixedHeight) != 0});
+    }
+    if (layout.enabled && layout.layoutChildren) {
+        Place(across,
+              {from.width, to.width, layout.horizontal, layout.scaleChildren, layout.maintainMargins});
+        Place(down,
+              {from.height, to.height, !layout.horizontal, layout.scaleChildren, layout.maintainMargins});
+    }
+    std::vector<RectF> frames;
+    frames.reserve(children.size());
+    for (std::size_t i = 0; i < children.size(); ++i)
+        frames.push_back({across[i].start, down[i].start, across[i].length, down[i].length});
+    return frames;
+}
+
+} // namespace zetui::ui

@@ -1,0 +1,147 @@
+#include "nodes/AutomaticLayout.h"
+
+#include <gtest/gtest.h>
+
+#include "testing/PrintRect.h"
+
+namespace zetui::ui {
+namespace {
+
+using RectF = zetcore::geom::RectT<float>;
+
+constexpr AutoLayout kStays{.enabled = true};
+constexpr AutoLayout kNearerSide{.enabled = true, .horizontal = true, .maintainMargins = true};
+constexpr AutoLayout kStack{.enabled = true, .maintainMargins = true, .scaleChildren = true};
+constexpr AutoLayout kRow{
+    .enabled = true, .horizontal = true, .maintainMargins = true, .scaleChildren = true};
+constexpr AutoLayout kProportional{.enabled = true, .scaleChildren = true};
+
+struct Case
+{
+    const char* name;
+    AutoLayout layout;
+    unsigned constraints;
+    RectF frame, expected;
+};
+
+/// One child in a view that grows from 100 x 100 to 150 x 120.
+class OneChild : public testing::TestWithParam<Case>
+{};
+
+TEST_P(OneChild, GoesWhereItBelongs)
+{
+    const Case& given = GetParam();
+    const auto frames =
+        LayOutChildren(given.layout, {100, 100}, {150, 120}, {{given.frame, given.constraints}});
+    ASSERT_EQ(frames.size(), 1U);
+    EXPECT_EQ(frames[0], given.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AutomaticLayout, OneChild,
+    testing::Values(
+        Case{"staysWhenOff", {}, kConstraintRight | kConstraintBottom, {10, 10, 20, 20}, {10, 10, 20, 20}},
+        Case{"staysWhenChildrenAreNotLaidOut",
+             {.enabled = true, .scaleChildren = true, .layoutChildren = false},
+             0,
+             {10, 10, 20, 20},
+             {10, 10, 20, 20}},
+        Case{"staysWithoutFlags", kStays, 0, {70, 70, 20, 20}, {70, 70, 20, 20}},
+        Case{"leftAndTopStay", kStack, kConstraintLeft | kConstraintTop, {70, 70, 20, 20}, {70, 70, 20, 20}},
+        Case{"rightAndBottomMove",
+             kStays,
+             kConstraintRight | kConstraintBottom,
+             {10, 10, 20, 20},
+             {60, 30, 20, 20}},
+        Case{"bothSidesStretch",
+             kStays,
+             kConstraintLeft | kConstraintRight | kConstraintTop | kConstraintBottom,
+             {10, 10, 80, 80},
+             {10, 10, 130, 100}},
+        Case{"aFixedSizeHoldsTheFirstSide",
+             kStays,
+             kConstraintLeft | kConstraintRight | kConstraintFixedWidth,
+             {10, 10, 80, 80},
+             {10, 10, 80, 80}},
+        Case{"rightWithAFixedWidthMoves",
+             kStack,
+             kConstraintRight | kConstraintFixedWidth | kConstraintTop | kConstraintFixedHeight,
+             {70, 5, 20, 10},
+             {120, 5, 20, 10}},
+        Case{"nearTheFirstSidesItStays", kNearerSide, 0, {10, 10, 20, 20}, {10, 10, 20, 20}},
+        Case{"nearTheLastSidesItMoves", kNearerSide, 0, {70, 70, 20, 20}, {120, 90, 20, 20}},
+        Case{"inTheMiddleItStays", kNearerSide, 0, {40, 40, 20, 20}, {40, 40, 20, 20}},
+        Case{"aloneItTakesAllTheGrowth", kStack, 0, {10, 10, 80, 80}, {10, 10, 130, 100}},
+        Case{"aloneInARowToo", kRow, 0, {10, 10, 80, 80}, {10, 10, 130, 100}},
+        Case{
+            "aFixedHeightStaysInAStack", kStack, kConstraintFixedHeight, {10, 10, 80, 80}, {10, 10, 130, 80}},
+        Case{"withoutMarginsEverythingScales", kProportional, 0, {10, 10, 80, 50}, {15, 12, 120, 60}},
+        Case{"withoutMarginsFixedSizesStay",
+             kProportional,
+             kConstraintFixedWidth | kConstraintFixedHeight,
+             {10, 10, 80, 50},
+             {15, 12, 80, 50}}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(AutomaticLayout, ChildrenOfAStackShareTheGrowthByTheirHeights)
+{
+    const auto frames =
+        LayOutChildren(kStack, {100, 100}, {100, 160}, {{{0, 0, 100, 20}, 0}, {{0, 30, 100, 40}, 0}});
+    EXPECT_EQ(frames[0], (RectF{0, 0, 100, 40}));
+    EXPECT_EQ(frames[1], (RectF{0, 50, 100, 80}));
+}
+
+TEST(AutomaticLayout, FixedChildrenOfAStackMoveWithTheGrowthBeforeThem)
+{
+    // A title, a list that grows, and buttons below: as dialogs are made.
+    const auto frames = LayOutChildren(kStack, {100, 100}, {120, 150},
+                                       {{{0, 80, 100, 20}, kConstraintFixedHeight},
+                                        {{0, 0, 100, 20}, kConstraintFixedHeight},
+                                        {{0, 25, 100, 50}, 0}});
+    EXPECT_EQ(frames[0], (RectF{0, 130, 120, 20}));
+    EXPECT_EQ(frames[1], (RectF{0, 0, 120, 20}));
+    EXPECT_EQ(frames[2], (RectF{0, 25, 120, 100}));
+}
+
+TEST(AutomaticLayout, WhatConstraintsStretchTakesTheGrowthAlone)
+{
+    const auto frames =
+        LayOutChildren(kStack, {100, 100}, {100, 150},
+                       {{{0, 0, 100, 20}, 0}, {{0, 20, 100, 80}, kConstraintTop | kConstraintBottom}});
+    EXPECT_EQ(frames[0], (RectF{0, 0, 100, 20}));
+    EXPECT_EQ(frames[1], (RectF{0, 20, 100, 130}));
+}
+
+TEST(AutomaticLayout, ChildrenSideBySideCountOnceInAStack)
+{
+    const auto frames = LayOutChildren(kStack, {100, 100}, {100, 150},
+                                       {{{0, 0, 50, 50}, 0}, {{50, 0, 50, 50}, 0}, {{0, 50, 100, 50}, 0}});
+    EXPECT_EQ(frames[0].height, 75);
+    EXPECT_EQ(frames[1].height, 75);
+    EXPECT_EQ(frames[2], (RectF{0, 75, 100, 75}));
+}
+
+TEST(AutomaticLayout, NothingGetsANegativeSize)
+{
+    for (const AutoLayout& layout : {kStays, kNearerSide, kStack, kRow, kProportional}) {
+        const auto frames = LayOutChildren(
+            layout, {100, 100}, {0, 0},
+            {{{10, 10, 30, 30}, 0},
+             {{60, 60, 30, 30}, kConstraintLeft | kConstraintRight | kConstraintTop | kConstraintBottom},
+             {{45, 45, 10, 10}, kConstraintFixedWidth | kConstraintFixedHeight}});
+        for (const RectF& frame : frames) {
+            EXPECT_GE(frame.width, 0);
+            EXPECT_GE(frame.height, 0);
+        }
+    }
+}
+
+TEST(AutomaticLayout, AViewThatWasEmptyKeepsItsChildren)
+{
+    const auto frames = LayOutChildren(kProportional, {0, 0}, {100, 100}, {{{1, 2, 3, 4}, 0}});
+    EXPECT_EQ(frames[0], (RectF{1, 2, 3, 4}));
+    EXPECT_TRUE(LayOutChildren(kStack, {0, 0}, {100, 100}, {}).empty());
+}
+
+} // namespace
+} // namespace zetui::ui

@@ -1,0 +1,177 @@
+#include "nodes/NodeAccess.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+
+#include <QVariant>
+
+#include <zetui/application/Application.h>
+#include <zetui/nodes/UI_NodeManager.h>
+
+#include "nodes/NodeState.h"
+#include "nodes/ViewState.h"
+
+namespace zetui::ui {
+
+namespace {
+
+constexpr char supplierProperty[] = "zetuiSupplier";
+
+/// Qt's own limit of a widget's size, for positions too.
+int WholePixels(float value)
+{
+    constexpr float limit = QWIDGETSIZE_MAX;
+    return std::isnan(value) ? 0 : qRound(std::clamp(value, -limit, limit));
+}
+
+} // namespace
+
+UI_Node* NodeAccess::NodeOf(const QWidget* widget)
+{
+    return widget ? static_cast<UI_Node*>(widget->property(nodeProperty).value<void*>()) : nullptr;
+}
+
+QWidget* NodeAccess::WidgetOf(const UI_Node* node) noexcept
+{
+    return node ? node->node->widget.data() : nullptr;
+}
+
+UI_Node* NodeAccess::NearestNode(const QWidget* widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (UI_Node* const node = NodeOf(widget))
+            return node;
+    }
+    return nullptr;
+}
+
+void NodeAccess::RequireWindows()
+{
+    if (!HaveWindows() && !InitializeWindows())
+        throw std::runtime_error("There is no display to open windows on");
+    // The application object may be a new one, whose keys nobody filters yet.
+    UI_NodeManager::Get(false);
+}
+
+void NodeAccess::Embed(UI_Node* node, QWidget* into, UI_SubView* parentNode)
+{
+    node->node->parent = parentNode;
+    if (QWidget* const widget = WidgetOf(node)) {
+        const QRect frame = widget->geometry();
+        widget->setParent(into);
+        widget->setGeometry(frame);
+        widget->setVisible(node->node->shown);
+    }
+}
+
+void NodeAccess::TakeOut(UI_Node* node)
+{
+    node->node->parent = nullptr;
+    if (QWidget* const widget = WidgetOf(node)) {
+        widget->hide();
+        widget->setParent(nullptr);
+    }
+}
+
+void NodeAccess::SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame)
+{
+    QWidget* const widget = WidgetOf(node);
+    if (!widget)
+        return;
+    UI_Node::NodeState& state = *node->node;
+    state.frame = frame;
+    // Edges, not sizes, are rounded, so that neighbours stay neighbours.
+    const int left = WholePixels(frame.left);
+    const int top = WholePixels(frame.top);
+    state.pixels = QRect(left, top, std::max(0, WholePixels(frame.left + frame.width) - left),
+                         std::max(0, WholePixels(frame.top + frame.height) - top));
+    widget->setGeometry(state.pixels);
+    ReportSize(node);
+}
+
+void NodeAccess::PlaceAsArchived(UI_Node* node, const UI_Node::RectF& frame)
+{
+    node->node->archivedFrame = frame;
+    node->UI_SetLocalRectF(frame);
+}
+
+void NodeAccess::ReturnToArchivedPlaces(UI_SubView* view)
+{
+    if (const std::optional<UI_Node::RectF>& frame = view->node->archivedFrame) {
+        SetFrameByLayout(view, *frame);
+        SetLaidOutSize(view, {frame->width, frame->height});
+    }
+    for (const auto& child : view->view->children) {
+        if (auto* const inner = dynamic_cast<UI_SubView*>(child.get()))
+            ReturnToArchivedPlaces(inner);
+        else if (const std::optional<UI_Node::RectF>& frame = child->node->archivedFrame)
+            SetFrameByLayout(child.get(), *frame);
+    }
+}
+
+std::vector<LayoutChild> NodeAccess::LayoutChildrenOf(const UI_SubView* view)
+{
+    std::vector<LayoutChild> children;
+    for (const auto& child : view->view->children) {
+        const auto* const inner = dynamic_cast<const UI_SubView*>(child.get());
+        children.push_back({child->UI_GetLocalRectF(true), inner ? inner->GetConstraints() : 0});
+    }
+    return children;
+}
+
+void NodeAccess::ForgetLayout(UI_SubView* view)
+{
+    view->view->reference.reset();
+}
+
+void NodeAccess::SetLaidOutSize(UI_SubView* view, LayoutSize size)
+{
+    view->view->size = size;
+    view->view->reference.reset();
+}
+
+QObject* NodeAccess::ConnectionContext(const UI_Node* node) noexcept
+{
+    return node->node->events.get();
+}
+
+void NodeAccess::SetNeededSize(UI_Node* node, std::function<QSizeF()> neededSize)
+{
+    node->node->neededSize = std::move(neededSize);
+}
+
+bool NodeAccess::HasNeededSize(const UI_Node* node) noexcept
+{
+    return static_cast<bool>(node->node->neededSize);
+}
+
+QSizeF NodeAccess::NeededSize(const UI_Node* node)
+{
+    return HasNeededSize(node) ? node->node->neededSize() : QSizeF(0, 0);
+}
+
+const pixmill::SupplierInterface* NodeAccess::SupplierOf(const QWidget* widget)
+{
+    const auto* const window = widget ? widget->window() : nullptr;
+    return window ? static_cast<const pixmill::SupplierInterface*>(
+                        window->property(supplierProperty).value<const void*>())
+                  : nullptr;
+}
+
+void NodeAccess::SetSupplier(QWidget* window, const pixmill::SupplierInterface* supplier)
+{
+    window->setProperty(supplierProperty, QVariant::fromValue(static_cast<const void*>(supplier)));
+}
+
+void NodeAccess::ReportSize(UI_Node* node)
+{
+    const UI_Node::RectF size = node->UI_GetLocalRectF(false);
+    if (size == node->node->reportedSize)
+        return;
+    node->node->reportedSize = size;
+    node->UI_SizeChanged(size);
+}
+
+} // namespace zetui::ui

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <QSizeF>
+#include <QWidget>
+
+#include <zetui/nodes/UI_Node.h>
+
+namespace zetui::ui {
+
+/// Under this name a widget knows its node (a `UI_Node*` as `void*`).
+inline constexpr char nodeProperty[] = "zetuiNode";
+
+/// Follows the size of a node's widget, and is the context of the node's connections.
+class NodeEvents : public QObject
+{
+  public:
+    explicit NodeEvents(UI_Node* eventNode) : node(eventNode) {}
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    UI_Node* node;
+};
+
+struct UI_Node::NodeState
+{
+    std::string id;
+    QPointer<QWidget> widget;
+    std::unique_ptr<NodeEvents> events;
+    UI_SubView* parent = nullptr;
+    /// The frame as it was set, and the whole pixels that it became: what is read back is what was set, as
+    /// long as nobody else has moved the widget.
+    RectF frame;
+    QRect pixels;
+    RectF reportedSize;
+    /// Its place in its layout archive; without one, empty.
+    std::optional<RectF> archivedFrame;
+    bool shown = true;
+    std::wstring tooltip;
+    std::function<QSizeF()> neededSize;
+};
+
+} // namespace zetui::ui

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <utility>
+
+#include <QColor>
+#include <QTableView>
+
+#include <zetui/tree/UI_MultiColumnTree.h>
+
+#include "tree/LastColumn.h"
+
+namespace zetui::controls {
+
+/// The widget of a tree: Qt's table view, drawn by the tree's callback. Its vertical header is there for the
+/// geometry of the rows alone. May live a little longer than its tree.
+class TreeView final : public QTableView
+{
+  public:
+    using TreeState = UI_MultiColumnTree::TreeState;
+
+    TreeView();
+    ~TreeView() override;
+
+    /// Null: the tree is gone.
+    void SetTree(TreeState* state);
+    int RowHeight() const;
+    /// Scrolls as little as needed, so that the row is seen whole.
+    void ShowPlace(int place);
+    void ShowColumn(int column);
+    /// The first and last row in the visible area; none visible: the second is before the first.
+    std::pair<int, int> PlacesInSight() const;
+    /// Room for columns, also while the view has not been shown yet.
+    float ContentWidth() const;
+    LastColumn& Last() noexcept { return lastColumn; }
+    /// Lays out now what Qt would lay out later.
+    void LayOut();
+    /// Leaves the list in the Tab order, from whichever of its controls has the focus.
+    bool Leave(bool forward);
+
+  protected:
+    int sizeHintForColumn(int column) const override;
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+  private:
+    void PaintRow(QPainter& painter, int place, const QRect& exposed);
+    void PaintCells(QPainter& painter, int place, const QRect& row, const QRect& exposed);
+    void PaintFocus(QPainter& painter);
+    void PaintEmptyText(QPainter& painter);
+    QColor RowColor(int place) const;
+    bool HasFocusWithin() const;
+    int PlaceAtOrNear(int y) const;
+    void SetHoverPlace(int place);
+    QRect RowRect(int place) const;
+    void ConnectHeader();
+
+    TreeState* tree = nullptr;
+    LastColumn lastColumn{*this};
+    int hoverPlace = -1;
+    bool leaving = false;
+};
+
+} // namespace zetui::controls

@@ -1,0 +1,138 @@
+#include "tree/TreeView.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <zetui/pixmill/Pixmill.h>
+#include <zetui/skins/Skins.h>
+
+#include "application/HandlerErrors.h"
+#include "nodes/NodeAccess.h"
+#include "pixmill/QtText.h"
+#include "skins/SkinColors.h"
+#include "tree/TreeState.h"
+
+namespace zetui::controls {
+
+namespace {
+
+QColor QtColorOf(const pixmill::Color& color)
+{
+    return {color.red, color.green, color.blue, color.alpha};
+}
+
+/// Inside the rectangle, on whole pixels.
+void DrawFrame(QPainter& painter, const QRect& rect, const QColor& color, int width)
+{
+    for (int i = 0; i < width; ++i) {
+        painter.setPen(color);
+        painter.drawRect(rect.adjusted(i, i, -i - 1, -i - 1));
+    }
+}
+
+} // namespace
+
+void TreeView::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), QtColorOf(skins::CurrentColors().base));
+    if (!tree)
+        return;
+    const auto [first, last] = PlacesInSight();
+    for (int place = first; place <= last; ++place) {
+        const QRect exposed = RowRect(place) & event->rect();
+        if (!exposed.isEmpty())
+            PaintRow(painter, place, exposed);
+    }
+    if (tree->rows.empty())
+        PaintEmptyText(painter);
+    if (hasFocus())
+        PaintFocus(painter);
+}
+
+bool TreeView::HasFocusWithin() const
+{
+    const QWidget* const focus = QApplication::focusWidget();
+    return focus && (focus == this || isAncestorOf(focus));
+}
+
+QColor TreeView::RowColor(int place) const
+{
+    const skins::SkinColors& colors = skins::CurrentColors();
+    if (tree->IsSelected(place))
+        return QtColorOf(HasFocusWithin() ? colors.selection : colors.inactiveSelection);
+    if (place == hoverPlace && isEnabled())
+        return QtColorOf(colors.hoverRow);
+    return QtColorOf(place % 2 == 0 ? colors.base : colors.alternateBase);
+}
+
+void TreeView::PaintRow(QPainter& painter, int place, const QRect& exposed)
+{
+    painter.fillRect(exposed, RowColor(place));
+    const QRect row = RowRect(place);
+    if (skins::IsRunningV7OrBeyond())
+        painter.fillRect(QRect(row.left(), row.bottom(), row.width(), 1) & exposed,
+                         QtColorOf(skins::CurrentColors().gridLine));
+    if (tree->drawCell)
+        PaintCells(painter, place, row, exposed);
+}
+
+void TreeView::PaintCells(QPainter& painter, int place, const QRect& row, const QRect& exposed)
+{
+    const UI_MultiColumnTree::RowPtr treeRow = tree->Hold(tree->model.RowAt(place));
+    for (int position = 0; position < tree->model.columnCount(); ++position) {
+        const int column = horizontalHeader()->logicalIndex(position);
+        const QRect cell(columnViewportPosition(column), row.top(), columnWidth(column), row.height());
+        if (!cell.intersects(exposed))
+            continue;
+        painter.save();
+        painter.setClipRect(cell & exposed);
+        ui::CallFromToolkit([&] {
+            pixmill::Pixmill context(&painter, ui::NodeAccess::SupplierOf(this));
+            tree->drawCell(&context, treeRow, position,
+                           {static_cast<float>(cell.left()), static_cast<float>(cell.top()),
+                            static_cast<float>(cell.width()), static_cast<float>(cell.height())});
+        });
+        painter.restore();
+    }
+}
+
+void TreeView::PaintEmptyText(QPainter& painter)
+{
+    constexpr int margin = 16;
+    const skins::SkinColors& colors = skins::CurrentColors();
+    painter.setPen(QtColorOf(isEnabled() ? colors.placeholder : colors.disabledText));
+    painter.setFont(font());
+    painter.drawText(viewport()->rect().adjusted(margin, 4, -margin, -4),
+                     static_cast<int>(Qt::AlignCenter | Qt::TextWordWrap),
+                     pixmill::ToQString(tree->EmptyText()));
+}
+
+/// The selected cell, else the selected row, else where the keyboard would begin.
+void TreeView::PaintFocus(QPainter& painter)
+{
+    const QColor color = QtColorOf(skins::CurrentColors().focus);
+    if (tree->options.indicateFocus)
+        DrawFrame(painter, viewport()->rect(), color, 2);
+    const int selected =
+        tree->IsSelected(currentIndex().row()) ? currentIndex().row() : tree->FirstSelectedPlace();
+    if (selected < 0 && tree->options.indicateFocus)
+        return;
+    const auto [first, last] = PlacesInSight();
+    if (selected < 0 && last < first) {
+        DrawFrame(painter, viewport()->rect(), color, 1);
+        return;
+    }
+    QRect focus = RowRect(selected >= 0 ? selected : first);
+    if (const int column = tree->ColumnAtPosition(tree->selectedCell); selected >= 0 && column >= 0) {
+        focus.setLeft(columnViewportPosition(column));
+        focus.setWidth(columnWidth(column));
+    }
+    DrawFrame(painter, focus, color, 1);
+}
+
+} // namespace zetui::controls

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <zettesting/Environment.h>
+#include <zettesting/HostFixture.h>
+#include <zetui/application/Application.h>
+#include <zetui/skins/Skins.h>
+
+namespace zetui {
+
+/// Real windows and widgets without a screen, fresh for each test, in a chosen look.
+class WindowsFixture : public zettesting::HostFixture
+{
+  protected:
+    explicit WindowsFixture(skins::Skin skin = skins::Skin::V7)
+    {
+        skins::SetSkin(skin);
+        skins::SetScheme(skins::Scheme::Light);
+        EXPECT_TRUE(ui::InitializeWindows());
+    }
+    ~WindowsFixture() override
+    {
+        ui::TerminateWindows();
+        skins::SetSkin(skins::Skin::V7);
+        skins::SetScheme(skins::Scheme::FollowDesktop);
+    }
+
+    /// Handles events until the condition holds; false when it takes too long.
+    static bool WaitUntil(const std::function<bool()>& condition)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > deadline)
+                return false;
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        return true;
+    }
+
+  private:
+    zettesting::ScopedEnvironment platform{"QT_QPA_PLATFORM", "offscreen"};
+};
+
+} // namespace zetui
