@@ -109,7 +109,7 @@ TEST_F(PluginsTogether, OneThatCrashesOnlyAfterAnotherPassesAloneAndIsNotBanned)
 
 TEST_F(PluginsTogether, EachTryAloneIsInAWorkerThatHasLoadedNothing)
 {
-    // It passes alone, and would crash in the worker in which it has done so.
+    // The plug-in passes alone, and would crash in the worker in which it has passed.
     const WholeScan scan =
         ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_loaded_twice")});
     EXPECT_EQ(scan.scannersStarted, 1);

@@ -13,7 +13,7 @@ class PluginThatLeavesAProcess : public ScannerFixture
   protected:
     void Scan(ScannerClient& client)
     {
-        // With the first one, which loads nothing, all of the scanner's own processes are there.
+        // After the first plug-in, which loads nothing, all of the scanner's own processes are there.
         client.StartScan(
             {LocatorOf(zettesting::MakeTextModule(folder.Path())), Plugin("bad/leaves_process")});
         ASSERT_TRUE(client.GetScanInfo().continues);

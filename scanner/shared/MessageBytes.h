@@ -25,13 +25,13 @@ class MessageWriter
         bytes.append(raw, sizeof number);
     }
     void Flag(bool flag) { Integer<std::uint8_t>(flag ? 1 : 0); }
-    /// One of fewer than 256 values.
+    /// The type must have fewer than 256 values.
     template<typename Enum>
     requires std::is_enum_v<Enum>
     void Choice(Enum value) { Integer(static_cast<std::uint8_t>(value)); }
     void Size(std::size_t size) { Integer(static_cast<std::uint32_t>(size)); }
     void Text(std::string_view text);
-    /// As UTF-8, or, where that would not give the same units back, unit by unit.
+    /// Writes UTF-8, or, where that would not give the same units back, unit by unit.
     void Wide(std::wstring_view text);
     void Locator(const zetaudiofilterhost::PluginLocator& locator);
 
@@ -41,7 +41,7 @@ class MessageWriter
     std::string bytes;
 };
 
-/// Whatever is wrong throws `std::runtime_error` that names the field.
+/// Reads what `MessageWriter` wrote. Every read checks, and throws `std::runtime_error` that names the field.
 class MessageReader
 {
   public:
@@ -55,7 +55,7 @@ class MessageReader
         return number;
     }
     bool Flag(const char* field);
-    /// One of the values up to `last`.
+    /// Values above `last` are wrong.
     template<typename Enum>
     requires std::is_enum_v<Enum> Enum Choice(const char* field, Enum last)
     {

@@ -32,7 +32,7 @@ MessageWriter Begin(Tag tag)
     return writer;
 }
 
-/// Not what the registry keeps about a record, or the engine adds to it.
+/// Writes the fields that a scan finds. The registry and the engine add the others later.
 void Write(MessageWriter& writer, const PluginModuleInfo& info)
 {
     writer.Locator(info.GetLocator());
@@ -162,7 +162,7 @@ EntityAnswer ReadAnswer(MessageReader& reader)
     EntityAnswer answer;
     answer.number = reader.Integer<std::uint32_t>("entity number");
     answer.outcome.misbehaved = reader.Flag("misbehaved");
-    // Only of a plug-in that misbehaved.
+    // The flag means something only for a plug-in that misbehaved.
     answer.outcome.couldNotLoad = reader.Flag("could not load") && answer.outcome.misbehaved;
     answer.outcome.phase = reader.Choice("phase", ScanPhase::Unload);
     answer.outcome.reason = reader.Text("reason");

@@ -26,7 +26,7 @@ struct WorkerSettings
     bool hideDisplay = false;
 };
 
-/// Scan this one.
+/// The request to scan one plug-in.
 struct EntityRequest
 {
     /// Comes back in the answer and stands in the worker's page while the entity is scanned. Not 0.
@@ -42,7 +42,7 @@ struct KnownModules
 
 using WorkerCommand = std::variant<WorkerSettings, EntityRequest, KnownModules>;
 
-/// The outcome of an entity; without the stamp of its file, which the supervisor takes itself.
+/// The outcome of an entity. The stamp of its file is not sent, because the supervisor takes it itself.
 struct EntityAnswer
 {
     std::uint32_t number = 0;

@@ -100,7 +100,7 @@ WholeScan ScanAll(const std::filesystem::path& prefs,
                   const std::vector<zetaudiofilterhost::PluginLocator>& locators,
                   const ScannerClient::Environment& environment = {});
 
-/// By the extension.
+/// The extension tells the technology.
 zetaudiofilterhost::PluginLocator LocatorOf(const std::filesystem::path& module);
 
 } // namespace zetaudiofilterscan

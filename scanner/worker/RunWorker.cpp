@@ -16,7 +16,6 @@
 
 #include "ExitCodes.h"
 #include "WorkerChannel.h"
-#include "WorkerDisplay.h"
 #include "WorkerMessages.h"
 #include "WorkerPrivileges.h"
 #include "WorkerProcessSetup.h"
@@ -31,7 +30,7 @@ using zetcore::debug::FaultPoint;
 
 void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
 {
-    // Never write into something else that a plug-in has opened at the channel's place.
+    // A plug-in may have opened something else in the channel's place. The worker must never write into that.
     if (!channel.IsIntact() || !channel.Write(EncodeReport(report)))
         EndWorkerProcess(exitChannelLost);
 }

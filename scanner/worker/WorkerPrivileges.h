@@ -6,9 +6,10 @@
 
 namespace zetaudiofilterscan {
 
-/// From here on the process, and what it starts, can open no socket but local ones, which is what plug-ins
-/// that talk to their helpers use; on Linux, opening another fails with EACCES. It cannot be undone. Call it
-/// while the process has one thread. Gives the reason why it cannot be had, which is none not to scan.
+/// After this call the process, and whatever it starts, can open only local sockets, through which some
+/// plug-ins talk to their helpers. On Linux, opening another socket fails with EACCES. The call cannot be
+/// undone. It must come while the process has one thread. The result is the reason why the network cannot be
+/// refused. The scan goes on all the same.
 std::optional<zetcore::utility::Reason> RefuseNetwork();
 
 } // namespace zetaudiofilterscan

@@ -45,7 +45,8 @@ constexpr sock_filter Return(std::uint32_t action)
     return BPF_STMT(BPF_RET | BPF_K, action);
 }
 
-/// `then` and `otherwise` are the numbers of instructions to pass over.
+/// Compares the value that was loaded last. `then` and `otherwise` are the numbers of instructions to pass
+/// over when the comparison holds and when it does not.
 constexpr sock_filter Compare(std::uint16_t how, std::uint32_t with, std::uint8_t then,
                               std::uint8_t otherwise)
 {
@@ -61,8 +62,10 @@ constexpr std::uint32_t Error(int code)
 
 std::optional<Reason> RefuseNetwork()
 {
-    // The queues for input and output that the kernel works off by itself can open sockets too, past this
-    // filter.
+    // The kernel runs this little program for every system call. It first refuses calls of another
+    // architecture, whose numbers mean other calls. Then it looks at the number: calls of the variant with
+    // 32-bit pointers and io_uring, whose queues can open sockets past this filter, do not exist; every call
+    // but `socket` is allowed. Of `socket` the first argument, the family, decides.
     constexpr std::array filter{
         Load(offsetof(seccomp_data, arch)),
         Compare(BPF_JEQ, ownArchitecture, 1, 0),

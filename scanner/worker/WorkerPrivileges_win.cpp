@@ -2,7 +2,7 @@
 
 namespace zetaudiofilterscan {
 
-// Only a firewall rule, which takes an administrator, or an app container, in which few plug-ins load, could.
+// A firewall rule takes an administrator, and few plug-ins load in an app container. There is no third way.
 std::optional<zetcore::utility::Reason> RefuseNetwork()
 {
     return zetcore::utility::Reason{

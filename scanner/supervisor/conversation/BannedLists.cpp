@@ -22,7 +22,7 @@ void TraceProblem(const std::string& text)
     zetcore::debug::TraceLine(1, "zetaudiofilterscan", text);
 }
 
-// Loading a damaged list moves its file aside, which is the host's to do: so what is loaded is a copy.
+// Loading a damaged list moves its file aside. Only the host may do that, so this loads a copy.
 void LoadBanned(const File& file)
 {
     if (!file.Exists())

@@ -10,8 +10,8 @@ namespace zetaudiofilterscan {
 
 class ScanLog;
 
-/// What one plug-in writes to standard output and error while it is scanned. It goes into the log, under the
-/// plug-in's name; its end is kept for the verdict. Scanning thread.
+/// The output of one plug-in (standard output and error) while it is scanned. It goes into the log, under the
+/// plug-in's name, and its end is kept for the verdict. Scanning thread.
 class EntityOutput
 {
   public:

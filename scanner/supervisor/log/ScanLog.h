@@ -51,7 +51,7 @@ std::string NameForLog(const zetaudiofilterhost::PluginLocator& locator);
 /// The last ones of them, separated by commas, after the number of those before.
 std::string NamesForLog(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
 
-/// Those of the names that are logs and go beyond the newest `keep`, oldest first.
+/// The names of the logs that go beyond the newest `keep`, oldest first. Other names are passed over.
 std::vector<std::wstring> SurplusLogs(std::vector<std::wstring> names, std::size_t keep);
 
 } // namespace zetaudiofilterscan

@@ -18,8 +18,7 @@ using zetaudiopluginhost::ScanOutcome;
 
 namespace {
 
-/// With nothing else in the process: what the worker itself says of the plug-in, and a whole time limit, are
-/// answer enough.
+/// The plug-in was alone in its process. Then the worker's own word and a whole time limit are answer enough.
 bool MayPassAlone(const WorkerFailure& failure)
 {
     return failure.kind != WorkerFailure::Kind::TookTooLong &&
@@ -83,7 +82,8 @@ Verdict EntityTrial::ConfirmFailure(const WorkerFailure& first,
         return second;
     log.Note(name + " passed when it was alone.");
 
-    // Another plug-in may have brought it down, or somebody the worker; and it may itself crash now and then.
+    // Another plug-in may have brought it down, or somebody may have ended the worker. But the plug-in may
+    // also crash only now and then.
     Verdict third = GetVerdictAlone();
     if (const auto* failure = std::get_if<WorkerFailure>(&third)) {
         const std::string outcomes = "is flaky: it " + reason +
@@ -107,8 +107,8 @@ Verdict EntityTrial::GetVerdictAlone()
 
 Verdict EntityTrial::GetVerdict()
 {
-    // A worker that ends before it has begun says nothing about the plug-in; nor does the end of the display
-    // that a plug-in talked to, or what becomes of it afterwards without one.
+    // A worker that ends before it has begun says nothing about the plug-in. The end of the display that a
+    // plug-in talked to says nothing either, nor does a failure that follows without a display.
     bool lostDisplay = false;
     for (int tries = 0; tries < 3; ++tries) {
         std::optional<Verdict> verdict = RunInWorker();

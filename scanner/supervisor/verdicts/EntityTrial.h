@@ -67,7 +67,7 @@ class EntityTrial
     EntityOutput output;
     /// Taken before the module is loaded: a file that changes meanwhile is another build.
     const zetaudiofilterhost::ModuleFileStamp stamp;
-    /// It has been asked for the plug-in, and its answer has not been waited for.
+    /// The worker that was asked for the plug-in, until its answer has been waited for.
     std::unique_ptr<Worker> worker;
 };
 

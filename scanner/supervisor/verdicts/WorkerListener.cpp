@@ -18,7 +18,7 @@ namespace {
 
 using Kind = WorkerFailure::Kind;
 
-// A process that ends closes its channel first; this is how long it may take from there.
+// A process that ends closes its channel first. It may take so long from there to its end.
 constexpr std::chrono::seconds maxWaitForEnd{1};
 
 WorkerFailure HowItEnded(WorkerProcess& process)

@@ -23,7 +23,7 @@ class ConnectionClosed : public std::runtime_error
     ConnectionClosed() : std::runtime_error("the connection was closed") {}
 };
 
-/// What came of a plug-in in one worker.
+/// The result of scanning a plug-in in one worker.
 using Verdict = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
 
 /// Listens to a worker until it is clear what came of a plug-in, and answers what it asks meanwhile. Scanning

@@ -40,7 +40,7 @@ class Worker
     void Rest() noexcept { output = nullptr; }
 
     void NoteLoaded(const zetaudiofilterhost::PluginLocator& locator) { loaded.push_back(locator); }
-    /// In order; a failure may have to do with any of them.
+    /// The plug-ins that it has loaded, in order. A failure may have to do with any of them.
     const std::vector<zetaudiofilterhost::PluginLocator>& Loaded() const noexcept { return loaded; }
 
     WorkerProcess& Process() noexcept { return process; }

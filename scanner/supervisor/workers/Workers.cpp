@@ -48,7 +48,7 @@ void Workers::Configure(WorkerSettings newSettings)
 
 std::unique_ptr<Worker> Workers::Take(ScanLog& log)
 {
-    // What a plug-in left running in it may have ended it.
+    // Something that a plug-in left running may have ended the worker.
     if (resting && resting->Process().HasEnded()) {
         log.Note("The worker process ended between two plug-ins; loaded in it: " +
                  NamesForLog(resting->Loaded()));

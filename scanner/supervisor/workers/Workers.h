@@ -23,7 +23,7 @@ class Workers
     /// A worker with its settings, which is started when none is at rest. The log is told of one that ended
     /// at rest. Throws `std::system_error`.
     std::unique_ptr<Worker> Take(ScanLog& log);
-    /// One that has loaded nothing; one at rest that has is killed. Throws `std::system_error`.
+    /// The same, for a worker that has loaded nothing. A worker at rest that has loaded plug-ins is killed.
     std::unique_ptr<Worker> TakeUnused(ScanLog& log);
     void GiveBack(std::unique_ptr<Worker> worker);
     /// Starts another worker while this one, which has loaded plug-ins, scans the next: a failure then does
@@ -36,7 +36,7 @@ class Workers
   private:
     WorkerSettings settings;
     std::unique_ptr<Worker> resting;
-    /// It has loaded nothing.
+    /// A worker that has loaded nothing.
     std::unique_ptr<Worker> spare;
 };
 

@@ -28,8 +28,9 @@ struct ModuleFiles
     std::optional<zetcore::filesupport::File> description;
 };
 
-/// Of a bundle, the library that has the bundle's name, or else the only one there is: bundles that were
-/// renamed keep their library's name. What is no bundle is the library itself, there or not. Any thread.
+/// Finds the parts of a module. A bundle's library is the one that has the bundle's name, or else the only
+/// one there is, because bundles that were renamed keep their library's name. A path that is no bundle is
+/// taken for the library itself, whether it is there or not. Any thread.
 ZETAUDIOFILTERHOST_API ModuleFiles FindModuleFiles(const PluginLocator& module);
 
 /// The locator of the module that the file or bundle is, or of the bundle that it lies in. The extension

@@ -21,7 +21,7 @@ class ZETAUDIOFILTERHOST_API PluginFind
   public:
     explicit PluginFind(std::wstring_view findText);
 
-    /// There is no text to be found.
+    /// The find text is empty.
     bool KeepsAll() const noexcept { return folded.empty(); }
     /// `texts` is what `AppendTexts` has appended for one plug-in.
     bool Keeps(std::string_view texts) const noexcept;

@@ -17,7 +17,7 @@ enum class TechnologyType : int
     CLAP = 5,
 };
 
-/// As it is written in files and shown; empty for one that is not among `PluginFormats`.
+/// The name that files hold and users see. It is empty for a technology that is not among `PluginFormats`.
 ZETAUDIOFILTERHOST_API std::wstring TechnologyName(TechnologyType type);
 
 /// Identifies one plug-in: its technology, its module's path, and, inside a module with several, its

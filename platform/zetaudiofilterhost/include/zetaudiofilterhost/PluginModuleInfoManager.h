@@ -28,7 +28,7 @@ struct BannedModule
     /// The ban does not say that the plug-in is bad, so that every scan tries it again.
     bool triedByEveryScan = false;
 
-    /// Whether a scan is to try the plug-in again, its module being as the stamp says.
+    /// True when a scan is to try the plug-in again. The stamp is the module's present one.
     bool IsDue(const ModuleFileStamp& now) const noexcept
     {
         const ModuleFileStamp unknown;
@@ -82,7 +82,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     struct RecordChanges
     {
         std::uint64_t enabled = 0;
-        /// Of everything else that a record tells.
+        /// Changes of everything else that a record tells.
         std::uint64_t content = 0;
 
         friend bool operator==(const RecordChanges&, const RecordChanges&) = default;
@@ -177,7 +177,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// `.damaged`, and leaves an empty registry with default folders; false then, and `GetLoadError` says
     /// what was wrong (file name and line). Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
-    /// What was wrong with the file that was loaded last.
+    /// The damage of the file that was loaded last.
     std::optional<zetcore::utility::Reason> GetLoadError() const;
 
     /// The full path text of the locator's module, for showing.

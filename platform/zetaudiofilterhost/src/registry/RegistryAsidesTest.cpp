@@ -1,4 +1,4 @@
-// What a scan does not reach is kept.
+// A record that a scan does not reach is kept.
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -167,7 +167,7 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
     EXPECT_THAT(ReadAll(path), Not(HasSubstr("<aside")));
     Add(L"gone");
     EXPECT_FALSE(Held(registry, Named(L"gone")).IsEnabled());
-    // Only the removal that follows the search is about what it found.
+    // The search's findings count for the removal that follows it, and for no later one.
     registry.RemovePluginLocators({Named(L"gone")});
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"gone")));
 }

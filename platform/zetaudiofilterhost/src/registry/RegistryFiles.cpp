@@ -183,7 +183,7 @@ void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModul
 
 void PluginModuleInfoManager::BeginIncrementalSaves()
 {
-    // What was changed until now was not recorded one by one, so the first save is a whole one.
+    // Earlier changes were not recorded one by one, so the first save is a whole one.
     if (!state->incremental)
         state->journal.End();
     state->incremental = true;

@@ -13,7 +13,7 @@ namespace zetaudiopluginhost::clap {
 /// A copy of a descriptor, because a plug-in may change its texts at any time.
 struct ClapPlugin
 {
-    /// As the plug-in wrote it, for asking for an instance.
+    /// The bytes that the plug-in wrote. An instance is asked for with them.
     std::string id;
     /// The same for showing. No two plug-ins of a library have the same one.
     std::wstring shownId;

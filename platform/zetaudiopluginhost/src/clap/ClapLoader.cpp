@@ -148,7 +148,7 @@ InfoList AskModule(const ModuleQuestions& questions)
     try {
         infos = AskEntered(questions, entry);
     } catch (const PluginThrew&) {
-        // After an exception out of the plug-in nothing of it is called any more.
+        // The plug-in is not called any more after it let an exception out.
         throw;
     } catch (...) {
         Leave(questions, entry);

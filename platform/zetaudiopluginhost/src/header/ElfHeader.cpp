@@ -184,6 +184,13 @@ class DynamicTables
         return text && file.HasText(*text, entry.name);
     }
 
+    /// Looks a name up as the system's loader does. The table holds a header, a Bloom filter (passed over
+    /// here), the buckets and the chains. The name's hash modulo the number of buckets chooses a bucket. The
+    /// bucket holds the index of a symbol, the first one of its chain. The chains have one hash for each
+    /// exported symbol: entry i belongs to symbol `firstSymbol` + i, and symbols below `firstSymbol` are not
+    /// exported. The lowest bit of such a hash is not the hash's: it is set at the last symbol of a chain. So
+    /// hashes are compared without that bit, and equal ones leave the decision to the names. The chain of a
+    /// damaged file may have no end, therefore the steps are counted.
     bool ExportsByGnuHash(const EntryPoint& entry)
     {
         struct
@@ -216,6 +223,7 @@ class DynamicTables
         return false;
     }
 
+    /// Takes only the number of symbols from the older kind of hash table, and looks at each symbol.
     bool ExportsByHash(const EntryPoint& entry)
     {
         struct

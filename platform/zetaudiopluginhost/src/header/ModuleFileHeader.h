@@ -21,7 +21,7 @@ enum class ModuleMachine
     AArch64,
 };
 
-/// What this process can load.
+/// The kind of library that a process can load.
 struct ModuleTarget
 {
     ModuleFormat format = ModuleFormat::Elf;

@@ -52,7 +52,7 @@ enum class Lookup
     None,
 };
 
-// Where the parts of the sample library stand; addresses are 0x1000 above the offsets.
+// The offsets of the sample library's parts. Addresses are 0x1000 above the offsets.
 constexpr std::size_t loadHeader = 64, dynamicHeader = 120, dynamicPart = 256, symbolPart = 512;
 constexpr std::size_t namePart = 560, hashPart = 640, elfSize = 704;
 constexpr std::uint64_t addressBase = 0x1000;

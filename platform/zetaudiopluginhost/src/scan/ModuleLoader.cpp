@@ -82,7 +82,7 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
             return notAPlugin(reason->text);
         return std::nullopt;
     } catch (const file_exception& exception) {
-        // It may have been deleted since.
+        // The file may have been deleted since.
         const bool isGone = exception.Cause() == std::errc::no_such_file_or_directory;
         return Refusal{isGone ? ModuleStatus::NotAPlugin : ModuleStatus::Unreadable, exception.what()};
     }
@@ -176,7 +176,7 @@ class ModuleVisit
     const ScanOptions& options;
     ScanSteps& steps;
     std::function<bool()> skipsShell;
-    /// Nothing of it is called any more then.
+    /// The module is not called any more after it let an exception out.
     bool hasThrown = false;
 };
 
@@ -239,7 +239,7 @@ bool ModuleLoader::IsShellSkipped(const FormatLoader& format, const PluginLocato
 ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
 {
     const FormatLoader* format = FindFormatLoader(locator.GetTechnologyType());
-    // Before anything is loaded: a file that changes meanwhile is scanned again.
+    // The stamp is taken before anything is loaded: a file that changes meanwhile is scanned again.
     const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
     const zetaudiofilterhost::ModuleFiles files = zetaudiofilterhost::FindModuleFiles(locator);
 

@@ -16,7 +16,7 @@ namespace {
 /// Several times what any module has: a count beyond it is no count.
 constexpr std::int32_t maxClasses = 10000;
 
-/// What a plug-in fills, with room behind it for one that writes too far.
+/// A record that a plug-in fills. Behind it is room for a plug-in that writes too far.
 template<class Record>
 struct Filled
 {
@@ -122,7 +122,7 @@ bool Vst3Factory::TakeClass1(std::int32_t index, Uid& id, Vst3Class& found)
 
 bool Vst3Factory::DescribeClass(std::int32_t index, Uid& id, Vst3Class& found)
 {
-    // The newest interface that answers; an id is found for audio module classes only.
+    // The newest interface that answers is taken. Only audio module classes get an id.
     const bool isAnswered =
         TakeClassW(index, id, found) || TakeClass2(index, id, found) || TakeClass1(index, id, found);
     return isAnswered && !found.id.empty();

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 namespace zetaudiopluginhost::vst3 {
 namespace {
@@ -48,7 +49,7 @@ class OneComponent final : public IComponent
     std::uint32_t references = 0;
 };
 
-/// Its three class records differ in their names, so that the one that was taken shows.
+/// The three class records differ in their names, which shows the one that was taken.
 class TellingFactory final : public IPluginFactory3
 {
   public:
