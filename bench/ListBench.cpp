@@ -20,12 +20,12 @@
 #include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
 
-#include "ListSubject.h"
+#include "FigureReport.h"
 #include "ManagerBench.h"
 #include "Measure.h"
+#include "MeasuredList.h"
 #include "PaintWatch.h"
-#include "Scratch.h"
-#include "Verdicts.h"
+#include "ScratchFolder.h"
 
 namespace {
 
@@ -48,11 +48,11 @@ double MillisecondsUntilPainted(const std::function<void()>& change)
            });
 }
 
-using Lists = std::vector<std::unique_ptr<ListSubject>>;
+using Lists = std::vector<std::unique_ptr<MeasuredList>>;
 
 /// The median for each list. The lists take turns, so that other work on the machine slows all of them alike.
 std::vector<double> Medians(const Lists& lists, int runs,
-                            const std::function<void(ListSubject&, int run)>& change)
+                            const std::function<void(MeasuredList&, int run)>& change)
 {
     std::vector<std::vector<double>> values(lists.size());
     for (int run = 0; run < runs; ++run) {
@@ -74,7 +74,7 @@ void TakeSlower(std::vector<Figures>& all, double Figures::*figure, const std::v
         all[i].*figure = std::max(all[i].*figure, medians[i]);
 }
 
-void MeasureScrolling(ListSubject& list, int frames, Figures& figures)
+void MeasureScrolling(MeasuredList& list, int frames, Figures& figures)
 {
     QScrollBar& bar = *list.View().verticalScrollBar();
     std::vector<double> values;
@@ -97,11 +97,11 @@ std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntr
     for (const auto& list : lists)
         list->Sort(nameColumn, true);
     TakeSlower(all, &Figures::fill,
-               Medians(lists, runs, [&](ListSubject& list, int) { list.Fill(entries); }));
+               Medians(lists, runs, [&](MeasuredList& list, int) { list.Fill(entries); }));
     for (int column = 1; column < listColumns; ++column) {
         for (const auto& list : lists)
             list->Sort(nameColumn, false);
-        TakeSlower(all, &Figures::slowestSort, Medians(lists, runs, [&](ListSubject& list, int run) {
+        TakeSlower(all, &Figures::slowestSort, Medians(lists, runs, [&](MeasuredList& list, int run) {
                        list.Sort(column, run % 2 == 0);
                    }));
     }
@@ -113,7 +113,7 @@ std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntr
     for (int run = 0; run < runs; ++run) {
         for (std::size_t i = 0; i < texts.size(); ++i)
             keystrokes[i].push_back(
-                Medians(lists, 1, [&](ListSubject& list, int) { list.Filter(entries, texts[i]); }));
+                Medians(lists, 1, [&](MeasuredList& list, int) { list.Filter(entries, texts[i]); }));
     }
     for (const auto& ofText : keystrokes) {
         for (std::size_t i = 0; i < lists.size(); ++i) {
@@ -128,18 +128,18 @@ std::vector<Figures> MeasureLists(const Lists& lists, const std::vector<ListEntr
     return all;
 }
 
-/// With `verdicts` null the row is only printed.
+/// With `report` null the row is only printed.
 void PrintRow(const std::string& what, const std::vector<Figures>& all, double Figures::*figure,
-              Verdicts* verdicts)
+              FigureReport* report)
 {
     std::printf("  %-22s", what.c_str());
     for (const Figures& figures : all)
         std::printf(" %17.2f", figures.*figure);
     const double ratio = std::min(all[1].*figure, all[2].*figure) / std::max(all[0].*figure, 1e-6);
-    std::printf("   %20.2f  %s\n", ratio, verdicts ? verdicts->MoreThanOne(ratio) : "");
+    std::printf("   %20.2f  %s\n", ratio, report ? report->MoreThanOne(ratio) : "");
 }
 
-void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts)
+void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, FigureReport& report)
 {
     std::printf("  %-22s", "beside Qt's own lists");
     Lists lists;
@@ -150,10 +150,10 @@ void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, V
     std::fflush(stdout);
     const std::vector<Figures> all = MeasureLists(lists, entries, runs, frames);
     for (const auto& list : lists)
-        verdicts.Require("a list does not show what it was filled with",
-                         list->ShownRows() == static_cast<int>(entries.size()));
+        report.Require("a list does not show what it was filled with",
+                       list->ShownRows() == static_cast<int>(entries.size()));
     std::printf("   best of theirs / ours\n");
-    Verdicts* const held = entries.size() >= 10'000 ? &verdicts : nullptr;
+    FigureReport* const held = entries.size() >= 10'000 ? &report : nullptr;
     PrintRow("fill, sorted by name", all, &Figures::fill, held);
     PrintRow("sort, slowest column", all, &Figures::slowestSort, held);
     PrintRow("keystroke, slowest", all, &Figures::slowestFilter, held);
@@ -163,20 +163,20 @@ void CompareLists(const std::vector<ListEntry>& entries, int runs, int frames, V
 
 int RunAll(const std::vector<std::size_t>& sizes, bool once)
 {
-    const Scratch scratch("list_bench");
+    const ScratchFolder scratch("list_bench");
     zetcore::filesupport::Dir::SetPrefDir(zetcore::string::UTF8to16(scratch.Path().string()));
     zetaudiopluginhostui::Initialize();
-    Verdicts verdicts(!once);
+    FigureReport report(!once);
     for (const std::size_t size : sizes) {
         const std::vector<ListEntry> entries = MakeListEntries(size);
         const int runs = once ? 1 : size > 10'000 ? 3 : 7;
         const int frames = once ? 3 : 200;
         std::printf("%zu rows; milliseconds up to the painted picture, medians\n", size);
-        BenchManager(entries, runs, frames, verdicts);
-        CompareLists(entries, runs, frames, verdicts);
+        BenchManager(entries, runs, frames, report);
+        CompareLists(entries, runs, frames, report);
     }
     zetaudiopluginhostui::Terminate();
-    return verdicts.AllKept() ? 0 : 1;
+    return report.AllKept() ? 0 : 1;
 }
 
 } // namespace

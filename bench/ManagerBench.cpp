@@ -178,12 +178,12 @@ double LimitFor(std::size_t rows, const std::map<std::size_t, double>& limits)
     return found == limits.end() ? 0 : found->second;
 }
 
-void Print(const std::string& what, double value, double limit, Verdicts& verdicts)
+void Print(const std::string& what, double value, double limit, FigureReport& report)
 {
     if (limit > 0)
-        verdicts.AtMost(what, value, "ms", limit);
+        report.AtMost(what, value, "ms", limit);
     else
-        verdicts.Note(what, value, "ms");
+        report.Note(what, value, "ms");
 }
 
 } // namespace
@@ -212,7 +212,7 @@ void FillRegistry(const std::vector<ListEntry>& entries)
     banned.SaveConfiguration(File(Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()));
 }
 
-void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts)
+void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, FigureReport& report)
 {
     static bool openedBefore = false;
     const std::size_t rows = entries.size();
@@ -220,13 +220,13 @@ void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, V
     FillRegistry(entries);
     const double openLimit = LimitFor(rows, {{1000, 120}, {10'000, 250}});
     if (!std::exchange(openedBefore, true))
-        Print("open, the first time in the program", OpenManager::Run(shown), openLimit, verdicts);
+        Print("open, the first time in the program", OpenManager::Run(shown), openLimit, report);
     const std::size_t windowMemory = WindowMemory(entries);
     FillRegistry(entries);
     std::vector<double> openings;
     for (int run = 0; run < runs; ++run)
         openings.push_back(OpenManager::Run(shown));
-    Print("open", Median(std::move(openings)), openLimit, verdicts);
+    Print("open", Median(std::move(openings)), openLimit, report);
 
     const std::size_t before = HeapUse();
     std::size_t most = before;
@@ -238,28 +238,28 @@ void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, V
         sorts = MeasureSorts(manager, runs);
         keystrokes = MeasureKeystrokes(manager, runs);
         most = std::max(most, HeapUse());
-        verdicts.Require("the manager does not show all rows again",
-                         manager.List().model()->rowCount() == shown);
+        report.Require("the manager does not show all rows again",
+                       manager.List().model()->rowCount() == shown);
     });
     const auto [text, keystroke] = Slowest(keystrokes);
     Print("keystroke in the find box, slowest: to " + text, keystroke,
-          LimitFor(rows, {{10'000, 16}, {100'000, 120}}), verdicts);
+          LimitFor(rows, {{10'000, 16}, {100'000, 120}}), report);
     const auto [column, sort] = Slowest(sorts);
-    Print("sort by a click, slowest: " + column, sort, LimitFor(rows, {{10'000, 60}}), verdicts);
+    Print("sort by a click, slowest: " + column, sort, LimitFor(rows, {{10'000, 60}}), report);
     std::vector<double> medians;
     for (const auto& [frame, values] : scrolling.frames)
         medians.push_back(Median(values));
-    verdicts.Note("scroll, median frame", Median(std::move(medians)), "ms");
+    report.Note("scroll, median frame", Median(std::move(medians)), "ms");
     const double scrollLimit = 8;
-    Print("scroll, slowest frame", Slowest(scrolling.frames).second, scrollLimit, verdicts);
-    verdicts.Note("rows with widgets, at most; " + std::to_string(scrolling.visibleRows) + " are visible",
-                  scrolling.rowsWithWidgets, "");
-    verdicts.Require("rows that are not visible have widgets",
-                     scrolling.rowsWithWidgets <= scrolling.visibleRows && scrolling.rowsWithWidgets > 0);
+    Print("scroll, slowest frame", Slowest(scrolling.frames).second, scrollLimit, report);
+    report.Note("rows with widgets, at most; " + std::to_string(scrolling.visibleRows) + " are visible",
+                scrolling.rowsWithWidgets, "");
+    report.Require("rows that are not visible have widgets",
+                   scrolling.rowsWithWidgets <= scrolling.visibleRows && scrolling.rowsWithWidgets > 0);
     const double kibibytes = (static_cast<double>(most - before) - static_cast<double>(windowMemory)) / 1024;
-    verdicts.Note("memory of the window with ten rows", static_cast<double>(windowMemory) / 1024, "KiB");
-    verdicts.AtMost("memory beyond that and the registry, a row", kibibytes / static_cast<double>(rows),
-                    "KiB", 1);
+    report.Note("memory of the window with ten rows", static_cast<double>(windowMemory) / 1024, "KiB");
+    report.AtMost("memory beyond that and the registry, a row", kibibytes / static_cast<double>(rows), "KiB",
+                  1);
 }
 
 } // namespace bench

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "FigureReport.h"
 #include "ListData.h"
-#include "Verdicts.h"
 
 namespace bench {
 
@@ -14,6 +14,6 @@ namespace bench {
 void FillRegistry(const std::vector<ListEntry>& entries);
 
 /// Measures the plug-in manager on these entries, with real clicks and keys, each up to the painted window.
-void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, Verdicts& verdicts);
+void BenchManager(const std::vector<ListEntry>& entries, int runs, int frames, FigureReport& report);
 
 } // namespace bench

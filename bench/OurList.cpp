@@ -7,7 +7,7 @@
 #include <zetui/skins/Skins.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
 
-#include "ListSubject.h"
+#include "MeasuredList.h"
 
 namespace bench {
 
@@ -32,7 +32,7 @@ class EntryRow final : public controls::UI_MultiColumnTreeRow
     const ListEntry& entry;
 };
 
-class OurList final : public ListSubject
+class OurList final : public MeasuredList
 {
   public:
     OurList()
@@ -149,7 +149,7 @@ class OurList final : public ListSubject
 
 } // namespace
 
-std::unique_ptr<ListSubject> MakeOurList()
+std::unique_ptr<MeasuredList> MakeOurList()
 {
     return std::make_unique<OurList>();
 }

@@ -5,7 +5,7 @@
 #include <QTableView>
 #include <QTreeWidget>
 
-#include "ListSubject.h"
+#include "MeasuredList.h"
 
 namespace bench {
 
@@ -19,7 +19,7 @@ QStringList TitleTexts()
     return titles;
 }
 
-class TreeWidgetList final : public ListSubject
+class TreeWidgetList final : public MeasuredList
 {
   public:
     TreeWidgetList()
@@ -148,7 +148,7 @@ class FindProxy final : public QSortFilterProxyModel
     std::wstring text;
 };
 
-class ProxyTableList final : public ListSubject
+class ProxyTableList final : public MeasuredList
 {
   public:
     ProxyTableList()
@@ -187,12 +187,12 @@ class ProxyTableList final : public ListSubject
 
 } // namespace
 
-std::unique_ptr<ListSubject> MakeTreeWidget()
+std::unique_ptr<MeasuredList> MakeTreeWidget()
 {
     return std::make_unique<TreeWidgetList>();
 }
 
-std::unique_ptr<ListSubject> MakeProxyTable()
+std::unique_ptr<MeasuredList> MakeProxyTable()
 {
     return std::make_unique<ProxyTableList>();
 }

@@ -12,16 +12,16 @@
 #include <zetcore/string/Utf.h>
 
 #include "Measure.h"
-#include "ScanWork.h"
 #include "ScannerLaunch.h"
-#include "Scratch.h"
+#include "ScratchFolder.h"
+#include "TimedRuns.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using bench::Median;
 using bench::Report;
-using bench::Scratch;
+using bench::ScratchFolder;
 
 struct Size
 {
@@ -55,7 +55,8 @@ struct Pairs
 };
 
 /// Runs the bare loader and a scan on the same folder, in turns.
-Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how, int runs, Scratch& scratch)
+Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how, int runs,
+               ScratchFolder& scratch)
 {
     Pairs pairs;
     // The first pair of runs fills the file cache. A run that only shows that it works does without.
@@ -72,7 +73,7 @@ Pairs RunPairs(const std::string& self, const fs::path& folder, const char* how,
     return pairs;
 }
 
-void BenchRealPlugins(const std::string& self, const Size& size, Scratch& scratch)
+void BenchRealPlugins(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path folder = "/usr/lib/vst";
     if (!fs::is_directory(folder)) {
@@ -88,7 +89,7 @@ void BenchRealPlugins(const std::string& self, const Size& size, Scratch& scratc
     }
 }
 
-void BenchTrivialPlugins(const std::string& self, const Size& size, Scratch& scratch)
+void BenchTrivialPlugins(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path folder = MakeCopies(scratch.Path() / "trivial", "good/vst2_effect.so", size.copies);
     const Pairs pairs = RunPairs(self, folder, "external", size.runs, scratch);
@@ -114,7 +115,7 @@ void BenchTrivialPlugins(const std::string& self, const Size& size, Scratch& scr
            Median(growth), "", 2.3);
 }
 
-void BenchCrashes(const std::string& self, const Size& size, Scratch& scratch)
+void BenchCrashes(const std::string& self, const Size& size, ScratchFolder& scratch)
 {
     const fs::path good = MakeCopies(scratch.Path() / "good", "good/vst2_effect.so", 2 * size.crashes);
     const fs::path mixed = MakeCopies(scratch.Path() / "mixed", "good/vst2_effect.so", 2 * size.crashes);
@@ -133,7 +134,7 @@ void BenchCrashes(const std::string& self, const Size& size, Scratch& scratch)
     Report("a crash, until the next plug-in is being scanned", Median(cost), "ms", 60);
 }
 
-void BenchLaunch(const Size& size, const fs::path& programFolder, Scratch& scratch)
+void BenchLaunch(const Size& size, const fs::path& programFolder, ScratchFolder& scratch)
 {
     std::vector<double> seconds;
     for (int run = 0; run < size.launches; ++run)
@@ -142,7 +143,7 @@ void BenchLaunch(const Size& size, const fs::path& programFolder, Scratch& scrat
     Report("launch of the scanner until \"Connect\" is answered", Median(seconds), "ms", 30);
 }
 
-void BenchRegistry(const Size& size, Scratch& scratch)
+void BenchRegistry(const Size& size, ScratchFolder& scratch)
 {
     using namespace zetaudiofilterhost;
     PluginModuleInfoManager registry;
@@ -175,7 +176,7 @@ void BenchRegistry(const Size& size, Scratch& scratch)
 
 int RunAll(const std::string& self, const Size& size)
 {
-    Scratch scratch("scan_bench");
+    ScratchFolder scratch("scan_bench");
     const fs::path programFolder = fs::weakly_canonical(self).parent_path();
     BenchRegistry(size, scratch);
     BenchLaunch(size, programFolder, scratch);

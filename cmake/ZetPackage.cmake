@@ -77,7 +77,7 @@ endif()
 
 add_custom_target(zet_package
   COMMAND ${CMAKE_COMMAND} "-DFOLDER=${ZET_PACKAGE_FOLDER}" "-DBUILD=${PROJECT_BINARY_DIR}"
-          -P "${PROJECT_SOURCE_DIR}/cmake/ZetPutTogether.cmake"
+          -P "${PROJECT_SOURCE_DIR}/cmake/ZetInstallPackage.cmake"
   COMMAND ${CMAKE_COMMAND} "-DSOURCES=${PROJECT_SOURCE_DIR}" "-DFOLDERS=${ZET_PACKAGE_FOLDER}"
           -P "${PROJECT_SOURCE_DIR}/cmake/ZetNoFaultPoints.cmake"
   COMMAND ${CMAKE_COMMAND} -E chdir "${PROJECT_BINARY_DIR}/package"

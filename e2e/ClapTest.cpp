@@ -230,8 +230,9 @@ TEST_P(Clap, AFileThatIsNoLibraryIsNoPluginAndAFolderOfThatNameIsSearched)
     EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
     EXPECT_EQ(summary.banned, Strings());
     EXPECT_EQ(summary.scanned, 5);
-    EXPECT_EQ(ListedPaths(), (Strings{effect.string(), (plugins / "folder.clap/deep/inside.clap").string(),
-                                      other.string(), several.string()}));
+    EXPECT_EQ(ListedPaths(),
+              (Strings{effect.string(), (plugins / "folder.clap" / "deep" / "inside.clap").string(),
+                       other.string(), several.string()}));
     EXPECT_EQ(Scan(Ways({"plugins/folder.clap"})).scanned, 1);
 }
 

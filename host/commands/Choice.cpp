@@ -1,7 +1,10 @@
 #include "commands/Choice.h"
 
+#include <zetui/skins/Skins.h>
+
 #include "commands/BanCommand.h"
 #include "commands/ManageCommand.h"
+#include "commands/UsageError.h"
 
 namespace zetaudiopluginmanager {
 
@@ -39,7 +42,7 @@ void AddScan(CLI::App& app, Choice& choice)
     scan->add_flag("--rescan", choice.scan.rescan, "Scan known plug-ins again");
     CLI::Option* inProcess =
         scan->add_flag("--in-process", choice.scan.inProcess, "Load plug-ins into this process");
-    // Only a process of its own can be ended in the middle of a plug-in.
+    // A plug-in that takes too long can be ended only in a process of its own.
     inProcess->excludes(app.get_option("--timeout"));
     scan->add_flag("--json", choice.scan.json, "Print the result as JSON");
     AddFiles(*scan, choice.scan.files, "PLUGIN-FILE");
@@ -144,6 +147,14 @@ void AddFolders(CLI::App& app, Choice& choice)
 
 } // namespace
 
+std::vector<std::string> SkinNames()
+{
+    std::vector<std::string> names;
+    for (const zetui::skins::Skin skin : zetui::skins::AllSkins())
+        names.push_back(NameOf(skin));
+    return names;
+}
+
 void ChooseManager(Choice& choice)
 {
     choice.surface = Surface::Windows;
@@ -157,7 +168,8 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     app.add_option("--client", choice.client,
                    "The host's name, for the default preferences folder and alerts")
         ->type_name("NAME");
-    app.add_option("--skin", choice.skin, "How windows look: classic or v7")->type_name("SKIN");
+    app.add_option("--skin", choice.skin, "How windows look: " + JoinWords(SkinNames(), "or"))
+        ->type_name("SKIN");
     app.add_option("--lang", choice.language, "The language of windows and alerts, for example de")
         ->type_name("TAG");
     app.add_option("--timeout", choice.timeout, "How long a plug-in may take to scan before it is ended (60)")
@@ -165,7 +177,7 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     app.add_flag("--quiet", choice.quiet, "No progress and no summary, only what went wrong");
     app.require_subcommand(hasDisplay ? 0 : 1, 1);
     app.fallthrough();
-    // A path may start with a slash on Windows too.
+    // Paths may start with a slash on Windows, too.
     app.allow_windows_style_options(false);
     app.footer(footer);
     AddManage(app, choice);

@@ -10,9 +10,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <zetcore/filesupport/handles/Descriptor.h>
+
 #include "Frames.h"
 
 namespace zetaudiofilterscan {
+
+using zetcore::filesupport::Descriptor;
 
 namespace {
 
@@ -32,7 +36,7 @@ void WaitFor(int descriptor, short events)
 
 struct WorkerChannel::System
 {
-    int channel = -1;
+    Descriptor channel;
     struct stat identity = {};
     WorkerPage* page = nullptr;
     FrameBuffer incoming;
@@ -40,22 +44,20 @@ struct WorkerChannel::System
 
 WorkerChannel::WorkerChannel(const WorkerArguments& arguments) : system(std::make_unique<System>())
 {
-    system->channel = static_cast<int>(arguments.channel);
-    const int page = static_cast<int>(arguments.page);
-    if (::fcntl(system->channel, F_SETFD, FD_CLOEXEC) != 0 ||
-        ::fstat(system->channel, &system->identity) != 0)
+    system->channel = Descriptor(static_cast<int>(arguments.channel));
+    const Descriptor page(static_cast<int>(arguments.page));
+    if (::fcntl(system->channel.Get(), F_SETFD, FD_CLOEXEC) != 0 ||
+        ::fstat(system->channel.Get(), &system->identity) != 0)
         Throw("the channel to the supervisor");
-    void* address = ::mmap(nullptr, workerPageBytes, PROT_READ | PROT_WRITE, MAP_SHARED, page, 0);
+    void* address = ::mmap(nullptr, workerPageBytes, PROT_READ | PROT_WRITE, MAP_SHARED, page.Get(), 0);
     if (address == MAP_FAILED)
         Throw("the page shared with the supervisor");
     system->page = static_cast<WorkerPage*>(address);
-    ::close(page);
 }
 
 WorkerChannel::~WorkerChannel()
 {
     ::munmap(system->page, workerPageBytes);
-    ::close(system->channel);
 }
 
 std::optional<std::string> WorkerChannel::Read()
@@ -64,11 +66,11 @@ std::optional<std::string> WorkerChannel::Read()
         if (std::optional<std::string> message = system->incoming.Take())
             return message;
         char bytes[4096];
-        const ssize_t got = ::read(system->channel, bytes, sizeof bytes);
+        const ssize_t got = ::read(system->channel.Get(), bytes, sizeof bytes);
         if (got > 0)
             system->incoming.Append({bytes, static_cast<std::size_t>(got)});
         else if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK))
-            WaitFor(system->channel, POLLIN);
+            WaitFor(system->channel.Get(), POLLIN);
         else if (got == 0 || errno != EINTR)
             return std::nullopt;
     }
@@ -79,11 +81,11 @@ bool WorkerChannel::Write(std::string_view message)
     const std::string frame = MakeFrame(message);
     std::string_view rest = frame;
     while (!rest.empty()) {
-        const ssize_t sent = ::send(system->channel, rest.data(), rest.size(), MSG_NOSIGNAL);
+        const ssize_t sent = ::send(system->channel.Get(), rest.data(), rest.size(), MSG_NOSIGNAL);
         if (sent >= 0)
             rest.remove_prefix(static_cast<std::size_t>(sent));
         else if (errno == EAGAIN || errno == EWOULDBLOCK)
-            WaitFor(system->channel, POLLOUT);
+            WaitFor(system->channel.Get(), POLLOUT);
         else if (errno != EINTR)
             return false;
     }
@@ -93,7 +95,7 @@ bool WorkerChannel::Write(std::string_view message)
 bool WorkerChannel::IsIntact() const
 {
     struct stat now = {};
-    return ::fstat(system->channel, &now) == 0 && now.st_dev == system->identity.st_dev &&
+    return ::fstat(system->channel.Get(), &now) == 0 && now.st_dev == system->identity.st_dev &&
            now.st_ino == system->identity.st_ino && (now.st_mode & S_IFMT) == S_IFSOCK;
 }
 

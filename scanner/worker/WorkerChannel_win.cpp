@@ -5,9 +5,13 @@
 
 #include <windows.h>
 
+#include <zetcore/filesupport/handles/Handle.h>
+
 #include "Frames.h"
 
 namespace zetaudiofilterscan {
+
+using zetcore::filesupport::Handle;
 
 namespace {
 
@@ -16,16 +20,16 @@ namespace {
     throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), what);
 }
 
-HANDLE ToHandle(std::uint64_t value)
+Handle ToHandle(std::uint64_t value)
 {
-    return reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(value));
+    return Handle(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(value)));
 }
 
 } // namespace
 
 struct WorkerChannel::System
 {
-    HANDLE channel = nullptr;
+    Handle channel;
     WorkerPage* page = nullptr;
     FrameBuffer incoming;
 };
@@ -33,20 +37,18 @@ struct WorkerChannel::System
 WorkerChannel::WorkerChannel(const WorkerArguments& arguments) : system(std::make_unique<System>())
 {
     system->channel = ToHandle(arguments.channel);
-    const HANDLE page = ToHandle(arguments.page);
-    if (!::SetHandleInformation(system->channel, HANDLE_FLAG_INHERIT, 0))
+    const Handle page = ToHandle(arguments.page);
+    if (!::SetHandleInformation(system->channel.Get(), HANDLE_FLAG_INHERIT, 0))
         Throw("the channel to the supervisor");
-    void* address = ::MapViewOfFile(page, FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, workerPageBytes);
+    void* address = ::MapViewOfFile(page.Get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, workerPageBytes);
     if (!address)
         Throw("the page shared with the supervisor");
     system->page = static_cast<WorkerPage*>(address);
-    ::CloseHandle(page);
 }
 
 WorkerChannel::~WorkerChannel()
 {
     ::UnmapViewOfFile(system->page);
-    ::CloseHandle(system->channel);
 }
 
 std::optional<std::string> WorkerChannel::Read()
@@ -56,7 +58,7 @@ std::optional<std::string> WorkerChannel::Read()
             return message;
         char bytes[4096];
         DWORD got = 0;
-        if (!::ReadFile(system->channel, bytes, sizeof bytes, &got, nullptr) || got == 0)
+        if (!::ReadFile(system->channel.Get(), bytes, sizeof bytes, &got, nullptr) || got == 0)
             return std::nullopt;
         system->incoming.Append({bytes, got});
     }
@@ -69,7 +71,7 @@ bool WorkerChannel::Write(std::string_view message)
     while (!rest.empty()) {
         DWORD sent = 0;
         const auto size = static_cast<DWORD>(std::min<std::size_t>(rest.size(), 65536));
-        if (!::WriteFile(system->channel, rest.data(), size, &sent, nullptr))
+        if (!::WriteFile(system->channel.Get(), rest.data(), size, &sent, nullptr))
             return false;
         rest.remove_prefix(sent);
     }
@@ -78,7 +80,7 @@ bool WorkerChannel::Write(std::string_view message)
 
 bool WorkerChannel::IsIntact() const
 {
-    return ::GetFileType(system->channel) == FILE_TYPE_PIPE;
+    return ::GetFileType(system->channel.Get()) == FILE_TYPE_PIPE;
 }
 
 WorkerPage& WorkerChannel::Page() noexcept

@@ -12,7 +12,7 @@ enum class Content
 {
     /// The machine's plug-ins and the samples, some of them banned.
     Plugins,
-    /// As at the very first start.
+    /// Empty lists, as at the very first start.
     Empty,
 };
 
@@ -20,15 +20,15 @@ enum class Action
 {
     Look,
     ScanAndCancel,
-    /// A scan, up to the note that tells what did not go well: one new plug-in crashes, much happens at once,
-    /// or there is no scanner program.
+    /// A scan, up to the note about what went wrong: one new plug-in crashes, much happens at once, or the
+    /// scanner program is missing.
     NoteOfOne,
     NoteOfMany,
     NoteWithoutScanner,
     AskForDefaultFolders,
     /// A find text that no plug-in has.
     FindNothing,
-    /// To a cell of the list, and to the button in one: what has the focus is to be seen.
+    /// The focus goes to a cell of the list, or to a button in a cell. The picture shows what has the focus.
     MoveToCell,
     PickButton,
     StartWithoutPreferences,
@@ -37,7 +37,7 @@ enum class Action
     Drive,
 };
 
-/// One picture (or, when driving, one for each step).
+/// A scene gives one picture; `Drive` gives one for each step.
 struct Scene
 {
     std::string name;
@@ -45,11 +45,12 @@ struct Scene
     bool dark = false;
     Content content = Content::Plugins;
     Action action = Action::Look;
-    /// The default size without it; less than the least size gives that.
+    /// Without a value the window has its default size. Sizes below the least one give the least one.
     std::optional<QSize> size = std::nullopt;
     std::string scale = "1";
     std::string language = "en";
-    /// Only where there is no display; the offscreen platform's own one is smaller than the manager's window.
+    /// Used where there is no display. The default screen of the offscreen platform is smaller than the
+    /// manager's window.
     QSize screen = QSize(2560, 1440);
 };
 

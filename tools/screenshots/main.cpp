@@ -1,5 +1,5 @@
-// Takes pictures of the manager, each in a process of its own, because the scale and much of a window
-// system's state are fixed when a program starts.
+// Takes pictures of the manager. Each picture has a process of its own, because the scale and much of a
+// window system's state are fixed when a program starts.
 
 #include <cstdio>
 #include <cstring>
@@ -13,7 +13,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "screenshots/Performance.h"
+#include "screenshots/PlayScene.h"
 
 namespace {
 
@@ -32,30 +32,30 @@ fs::path PathOf(const QString& text)
 
 const QString platformVariable = QStringLiteral("QT_QPA_PLATFORM"), offscreen = QStringLiteral("offscreen");
 
-/// In a process of its own: --play NAME STAGE FOLDER.
-int PlayScene(const std::vector<QString>& arguments)
+/// Takes one picture in this process. The arguments are: --play NAME SCENE-FOLDERS FOLDER.
+int PlayInThisProcess(const std::vector<QString>& arguments)
 {
     const Scene& scene = FindScene(arguments[1].toStdString());
-    Play(scene, Stage(PathOf(arguments[2])), PathOf(arguments[3]));
+    PlayScene(scene, SceneFolders(PathOf(arguments[2])), PathOf(arguments[3]));
     return 0;
 }
 
-bool StartPlaying(const std::string& name, const QString& stage, const QString& folder)
+bool PlayInChildProcess(const std::string& name, const QString& sceneFolders, const QString& folder)
 {
     const Scene& scene = FindScene(name);
-    std::ofstream(PathOf(stage) / "screen.json")
+    std::ofstream(PathOf(sceneFolders) / "screen.json")
         << R"({"screens": [{"name": "one", "x": 0, "y": 0, "width": )" << scene.screen.width()
         << R"(, "height": )" << scene.screen.height() << "}]}";
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromStdString(scene.scale));
     if (environment.value(platformVariable) == offscreen)
-        environment.insert(platformVariable, offscreen + QStringLiteral(":configfile=") + stage +
+        environment.insert(platformVariable, offscreen + QStringLiteral(":configfile=") + sceneFolders +
                                                  QStringLiteral("/screen.json"));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("--play"), QString::fromStdString(name), stage, folder});
+                  {QStringLiteral("--play"), QString::fromStdString(name), sceneFolders, folder});
     process.waitForFinished(-1);
     const bool fine = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
                       process.error() == QProcess::UnknownError;
@@ -85,14 +85,14 @@ int TakePictures(const std::vector<QString>& arguments)
             names.push_back(scene.name);
     fs::create_directories(PathOf(folder));
 
-    const QTemporaryDir stage;
+    const QTemporaryDir sceneFolders;
     bool needsScan = false;
     for (const std::string& name : names)
         needsScan = needsScan || FindScene(name).content == Content::Plugins;
-    Stage(PathOf(stage.path())).Build(needsScan);
+    SceneFolders(PathOf(sceneFolders.path())).Build(needsScan);
     bool fine = true;
     for (const std::string& name : names)
-        fine = StartPlaying(name, stage.path(), folder) && fine;
+        fine = PlayInChildProcess(name, sceneFolders.path(), folder) && fine;
     return fine ? 0 : 1;
 }
 
@@ -103,14 +103,14 @@ int main(int argumentCount, char** argumentTexts)
     const bool plays = argumentCount == 5 && std::strcmp(argumentTexts[1], "--play") == 0;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The sample that never returns would hold every scan for as long as people have patience.
+    // One sample never returns. It would hold up every scan for the default time limit.
     if (!qEnvironmentVariableIsSet("ZET_DEBUG_DATABASE"))
         qputenv("ZET_DEBUG_DATABASE", "zetaudiofilterscan.EntityTimeoutSeconds=2");
     try {
         const QApplication application(argumentCount, argumentTexts);
         const QStringList texts = QCoreApplication::arguments();
         const std::vector<QString> arguments(texts.begin() + 1, texts.end());
-        return plays ? PlayScene(arguments) : TakePictures(arguments);
+        return plays ? PlayInThisProcess(arguments) : TakePictures(arguments);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "screenshots: %s\n", error.what());
         return 1;

@@ -5,16 +5,12 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/config/ThrowError.h>
-#include <zetcore/filesupport/paths/Dir.h>
-#include <zetcore/filesupport/paths/FileException.h>
 
 #include "dialog/PluginManagerDialog.h"
-#include "module/PreferenceAccessError.h"
+#include "preferences/Preferences.h"
 
 namespace zetaudiopluginhostui {
 
-namespace filesupport = zetcore::filesupport;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
@@ -31,12 +27,7 @@ void PluginManagerDialog::OnScanForPlugins(ButtonChanged* /*message*/)
 
 void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
 {
-    const auto* const button = dynamic_cast<Button*>(message->GetControl());
-    if (!button)
-        zetcore::config::ThrowInvalidTypeConversion();
-    const auto found = std::find_if(reloadButtonOfRow.begin(), reloadButtonOfRow.end(),
-                                    [button](const auto& each) { return each.second.get() == button; });
-    const PluginListEntry* const entry = found == reloadButtonOfRow.end() ? nullptr : FindEntry(found->first);
+    const PluginListEntry* const entry = RequirePluginList().EntryOfReloadButton(message->GetControl());
     if (!entry)
         return;
     // The entry goes when the list is filled again.
@@ -44,49 +35,27 @@ void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
 
     BannedPluginManager::GetInstance()->RemoveBannedPlugin(locator);
-    bool preferencesAccessible = SaveBannedList();
+    Preferences preferences(GetSupplier(), GetNativeWindow());
+    preferences.SaveBannedList();
     std::vector<PluginLocator> vanished;
     registry.CollectPotentialPlugins(true, vanished);
     // A plug-in that lies in no registered folder any more counts as vanished, too, but can be scanned.
     if (std::find(vanished.begin(), vanished.end(), locator) != vanished.end() &&
         registry.IsFileGone(locator)) {
         registry.RemovePluginLocators({locator});
-        preferencesAccessible = SaveRegistry() && preferencesAccessible;
+        preferences.SaveRegistry();
     } else {
-        preferencesAccessible = RescanPlugin(locator) && preferencesAccessible;
+        RescanPlugin(locator, preferences);
     }
     PopulatePluginList(true, true);
-    if (!preferencesAccessible)
-        ShowPreferenceAccessCaution(GetSupplier(), GetNativeWindow());
+    preferences.TellUser();
 }
 
-bool PluginManagerDialog::SaveBannedList() const
-{
-    try {
-        BannedPluginManager::GetInstance()->SaveConfiguration(
-            {filesupport::Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()});
-        return true;
-    } catch (const filesupport::file_exception&) {
-        return false;
-    }
-}
-
-bool PluginManagerDialog::SaveRegistry() const
-{
-    try {
-        PluginModuleInfoManager::GetInstance()->SaveConfiguration(
-            {filesupport::Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()}, true);
-        return true;
-    } catch (const filesupport::file_exception&) {
-        return false;
-    }
-}
-
-bool PluginManagerDialog::RescanPlugin(const PluginLocator& locator) const
+void PluginManagerDialog::RescanPlugin(const PluginLocator& locator, Preferences& preferences) const
 {
     const auto scan = std::make_shared<AudioPluginScan>(GetSupplier());
-    return scan->ScanForPluginsWithoutAlerts(
-        GetNativeWindow(), {locator}, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
+    scan->ScanForPluginsWithin(
+        preferences, GetNativeWindow(), {locator}, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
         AudioPluginManager::IsQuickEffectScanFeatureEnabled(), separateProcessCheckbox->IsChecked());
 }
 

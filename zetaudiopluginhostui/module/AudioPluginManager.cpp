@@ -1,17 +1,18 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialog/PluginManagerDialog.h"
 #include "module/CrashRecovery.h"
-#include "module/DebugSwitch.h"
 #include "module/ManagerEnd.h"
 #include "module/ModuleResources.h"
-#include "module/PreferenceAccessError.h"
-#include "module/PreferenceFiles.h"
+#include "preferences/Preferences.h"
 
 namespace zetaudiopluginhostui {
+
+using zetcore::debug::DebugDatabase;
 
 AudioPluginManager::~AudioPluginManager() = default;
 
@@ -31,10 +32,10 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
                                                AudioPluginManagerSettings& settings, HWND parent)
 {
     auto& registry = *zetaudiofilterhost::PluginModuleInfoManager::GetInstance();
-    bool isAccessible = true;
-    if (const auto file = ConfigurationFile(); !file.Exists()) {
+    Preferences preferences(supplier, parent);
+    if (!Preferences::RegistryFile().Exists()) {
         registry.ResetToDefaultFolders();
-        isAccessible = IsAccessibleFor([&] { registry.SaveConfiguration(file, true); });
+        preferences.SaveRegistry();
     }
 
     const auto copy = registry.MakeCopy();
@@ -45,21 +46,21 @@ bool AudioPluginManager::DoPluginManagerDialog(const zetui::pixmill::SupplierInt
     dialog->RunModal();
     settings.dialogBounds = dialog->UI_GetGlobalStructureRect();
 
-    const ManagerEnd end = EndManagerRun(dialog->GetResult(), *copy);
-    if (!isAccessible || !end.isAccessible)
-        ShowPreferenceAccessCaution(supplier, parent);
-    return end.hasChanged;
+    const bool hasChanged = EndManagerRun(dialog->GetResult(), *copy, preferences);
+    preferences.TellUser();
+    return hasChanged;
 }
 
 bool AudioPluginManager::IsQuickEffectScanFeatureEnabled()
 {
-    static const bool enabled = IsDebugSwitchOn("zetaudiofilterhost.EnableQuickEffectScan", "true");
+    static const bool enabled =
+        DebugDatabase::Instance().IsOn("zetaudiofilterhost.EnableQuickEffectScan", true);
     return enabled;
 }
 
 bool AudioPluginManager::IsVST2ShellSkippingFeatureEnabled()
 {
-    return IsDebugSwitchOn("zetaudiofilterhost.EnableWavesVST2ShellSkipping", "true");
+    return DebugDatabase::Instance().IsOn("zetaudiofilterhost.EnableWavesVST2ShellSkipping", true);
 }
 
 } // namespace zetaudiopluginhostui

@@ -10,8 +10,6 @@
 #include <zetcore/debug/DebugDatabase.h>
 #include <zettesting/HostFixture.h>
 
-#include "module/DebugSwitch.h"
-
 namespace zetaudiopluginhostui {
 namespace {
 
@@ -53,11 +51,11 @@ TEST_F(FeatureSwitches, ADebugSwitchIsOnOnlyWhenTheEntryIsExactlyTrue)
                              {"tru", false},
                              {"false", false}}) {
         DebugDatabase::Instance().SetEntry("some.key", each.entry);
-        EXPECT_EQ(IsDebugSwitchOn("some.key", "true"), each.on) << each.entry;
-        EXPECT_EQ(IsDebugSwitchOn("some.key", "false"), each.on) << each.entry;
+        EXPECT_EQ(DebugDatabase::Instance().IsOn("some.key", true), each.on) << each.entry;
+        EXPECT_EQ(DebugDatabase::Instance().IsOn("some.key", false), each.on) << each.entry;
     }
-    EXPECT_TRUE(IsDebugSwitchOn("another.key", "true"));
-    EXPECT_FALSE(IsDebugSwitchOn("another.key", "false"));
+    EXPECT_TRUE(DebugDatabase::Instance().IsOn("another.key", true));
+    EXPECT_FALSE(DebugDatabase::Instance().IsOn("another.key", false));
 }
 
 TEST_F(FeatureSwitches, NoEntryEnablesShellSkipping)

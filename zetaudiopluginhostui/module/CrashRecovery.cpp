@@ -17,8 +17,6 @@
 #include <zetui/dialogs/messagebox.h>
 
 #include "module/ModuleResources.h"
-#include "module/PreferenceAccessError.h"
-#include "module/PreferenceFiles.h"
 
 namespace zetaudiopluginhostui {
 
@@ -96,28 +94,25 @@ std::string InsertPluginName(std::string_view message, std::string_view name)
 }
 
 CrashRecovery::CrashRecovery(const zetui::pixmill::SupplierInterface* drawingSupplier, HWND parentWindow)
-    : supplier(drawingSupplier), parent(parentWindow)
+    : supplier(drawingSupplier), parent(parentWindow), preferences(supplier, parent)
 {}
 
 void CrashRecovery::Run()
 {
     LoadUnsupportedList();
-    BannedPluginManager::GetInstance()->LoadConfiguration(
-        InPrefDir(BannedPluginManager::GetSettingsFileName()));
+    Preferences::LoadBannedList();
     ActOnMarker();
-    PluginModuleInfoManager::GetInstance()->LoadConfiguration(ConfigurationFile());
+    Preferences::LoadRegistry();
 }
 
 void CrashRecovery::LoadUnsupportedList()
 {
-    const File file = InPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName());
-    if (BannedPluginManager::GetInstance()->LoadStaticConfiguration(file))
+    if (Preferences::LoadUnsupportedList())
         return;
-    KeepAsideUnlessEmpty(file);
-    TryChanging([&file] {
-        filesupport::FileUtils::SimpleWriteStringToFile(file.FullPath(), UnsupportedListResource());
-    });
-    BannedPluginManager::GetInstance()->LoadStaticConfiguration(file);
+    KeepAsideUnlessEmpty(Preferences::UnsupportedListFile());
+    preferences.WriteUnsupportedList(UnsupportedListResource());
+    preferences.TellUserOnce();
+    Preferences::LoadUnsupportedList();
 }
 
 void CrashRecovery::ActOnMarker()
@@ -128,20 +123,21 @@ void CrashRecovery::ActOnMarker()
     const PluginLocator plugin = PluginLocator::FromString(zetcore::string::UTF8to16(ReadMarker(marker)));
     if (!plugin.GetPath().empty())
         BanAndNotify(plugin);
-    TryChanging([&marker] { marker.Delete(); });
+    preferences.Try([&marker] { marker.Delete(); });
+    preferences.TellUserOnce();
 }
 
 void CrashRecovery::BanAndNotify(const PluginLocator& plugin)
 {
-    TryChanging([&plugin] {
-        BannedPluginManager* const banned = BannedPluginManager::GetInstance();
-        // An update may mend it: only the build that is there now is banned.
+    preferences.Try([&plugin] {
+        // An update may mend it, so only the build that is there now is banned.
         zetaudiopluginhost::BanInfo ban;
         ban.reason = banReason;
         ban.stamp = zetaudiofilterhost::GetModuleFileStamp(plugin);
-        banned->AddBannedPlugin(plugin, ban);
-        banned->SaveConfiguration(InPrefDir(BannedPluginManager::GetSettingsFileName()));
+        BannedPluginManager::GetInstance()->AddBannedPlugin(plugin, ban);
     });
+    preferences.SaveBannedList();
+    preferences.TellUserOnce();
     NotifyUser(plugin);
 }
 
@@ -153,20 +149,6 @@ void CrashRecovery::NotifyUser(const PluginLocator& plugin)
     zetui::dialogs::messagebox::ShowCaution(supplier, zetcore::utility::GetClientName(),
                                             zetcore::string::UTF8to16(message),
                                             zetui::ui::WindowVariant(parent));
-}
-
-/// Changes a preferences file, or tells the user at once that it cannot be.
-template<typename Change>
-void CrashRecovery::TryChanging(Change change)
-{
-    try {
-        change();
-    } catch (const filesupport::file_exception& error) {
-        zetcore::debug::TraceLine(1, "CrashRecovery", error.what());
-        if (!accessErrorShown)
-            ShowPreferenceAccessCaution(supplier, parent);
-        accessErrorShown = true;
-    }
 }
 
 } // namespace zetaudiopluginhostui

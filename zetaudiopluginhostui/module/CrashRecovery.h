@@ -7,6 +7,8 @@
 #include <zetui/pixmill/SupplierInterface.h>
 #include <zetui/screen/WindowVariant.h>
 
+#include "preferences/Preferences.h"
+
 namespace zetaudiopluginhostui {
 
 /// The message with every "@PLUGINNAME" replaced by the name; what has been inserted is not searched again.
@@ -33,12 +35,10 @@ class CrashRecovery
     void ActOnMarker();
     void BanAndNotify(const zetaudiofilterhost::PluginLocator& plugin);
     void NotifyUser(const zetaudiofilterhost::PluginLocator& plugin);
-    template<typename Change>
-    void TryChanging(Change change);
 
     const zetui::pixmill::SupplierInterface* supplier;
     HWND parent;
-    bool accessErrorShown = false;
+    Preferences preferences;
 };
 
 } // namespace zetaudiopluginhostui

@@ -8,58 +8,55 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "module/FileDigest.h"
-#include "module/PreferenceFiles.h"
 
 namespace zetaudiopluginhostui {
 
 namespace {
 
 using zetaudiofilterhost::PluginModuleInfoManager;
-using zetcore::filesupport::File;
 
-/// Empty when the content cannot be read: the save alone decides what the user is told.
-std::optional<std::uint64_t> DigestIfReadable(const File& file)
+/// Nothing when the content cannot be read. The user is not told of that: only a save that fails counts.
+std::optional<std::uint64_t> RegistryFileDigest()
 {
     try {
-        return FileDigest(file);
+        return FileDigest(Preferences::RegistryFile());
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(3, "AudioPluginManager", error.what());
         return std::nullopt;
     }
 }
 
-ManagerEnd Save(PluginModuleInfoManager& registry, const File& file)
+/// True when the file has another content now.
+bool Save(Preferences& preferences)
 {
-    const auto before = DigestIfReadable(file);
+    const auto before = RegistryFileDigest();
     // A save that fails reports no change, whatever it has done to the file.
-    if (!IsAccessibleFor([&] { registry.SaveConfiguration(file, true); }))
-        return {false, false};
-    const auto after = DigestIfReadable(file);
-    return {!before || !after || *before != *after, true};
+    if (!preferences.SaveRegistry())
+        return false;
+    const auto after = RegistryFileDigest();
+    return !before || !after || *before != *after;
 }
 
-ManagerEnd TakeBack(PluginModuleInfoManager& registry, const File& file,
-                    const PluginModuleInfoManager::Copy& copy)
+void TakeBack(Preferences& preferences, const PluginModuleInfoManager::Copy& copy)
 {
     bool isLoaded = false;
-    const bool isAccessible = IsAccessibleFor([&] { isLoaded = registry.LoadConfiguration(file); });
+    preferences.Try([&isLoaded] { isLoaded = Preferences::LoadRegistry(); });
     if (!isLoaded)
-        registry.UndoTo(copy);
-    return {false, isAccessible};
+        PluginModuleInfoManager::GetInstance()->UndoTo(copy);
 }
 
 } // namespace
 
-ManagerEnd EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
-                         const PluginModuleInfoManager::Copy& copy)
+bool EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
+                   const PluginModuleInfoManager::Copy& copy, Preferences& preferences)
 {
-    PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    const File file = ConfigurationFile();
-    if (response != zetui::dialogs::UI_DialogViewContainer::kOK)
-        return TakeBack(registry, file, copy);
-    const ManagerEnd end = Save(registry, file);
-    registry.GetPluginInfosChangedSignal()();
-    return end;
+    if (response != zetui::dialogs::UI_DialogViewContainer::kOK) {
+        TakeBack(preferences, copy);
+        return false;
+    }
+    const bool hasChanged = Save(preferences);
+    PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
+    return hasChanged;
 }
 
 } // namespace zetaudiopluginhostui

@@ -6,8 +6,6 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zettesting/HostFixture.h>
 
-#include "module/PreferenceFiles.h"
-
 namespace zetaudiopluginhostui {
 namespace {
 
@@ -23,7 +21,7 @@ class ManagerEndTest : public zettesting::HostFixture
     {
         registry.Reset();
         registry.AddModule(std::make_shared<PluginModuleInfo>(plugin));
-        registry.SaveConfiguration(ConfigurationFile(), true);
+        preferences.SaveRegistry();
         copy = registry.MakeCopy();
     }
     ~ManagerEndTest() override { registry.Reset(); }
@@ -31,6 +29,7 @@ class ManagerEndTest : public zettesting::HostFixture
     bool IsEnabled() const { return registry.Find(plugin) && registry.Find(plugin)->IsEnabled(); }
 
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
+    Preferences preferences{nullptr, nullptr};
     const PluginLocator plugin{TechnologyType::VST, L"/plugins/one.so"};
     std::shared_ptr<const PluginModuleInfoManager::Copy> copy;
 };
@@ -42,22 +41,22 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
         registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     for (const int response : {-1, 0, 2, 3, 1000}) {
         registry.Find(plugin)->SetEnabled(false);
-        const ManagerEnd end = EndManagerRun(response, *copy);
-        EXPECT_FALSE(end.hasChanged) << response;
-        EXPECT_TRUE(end.isAccessible) << response;
+        EXPECT_FALSE(EndManagerRun(response, *copy, preferences)) << response;
+        EXPECT_FALSE(preferences.HasFailed()) << response;
         EXPECT_TRUE(IsEnabled()) << response;
     }
     EXPECT_EQ(changes, 0);
     registry.Find(plugin)->SetEnabled(false);
-    EXPECT_TRUE(EndManagerRun(1, *copy).hasChanged);
+    EXPECT_TRUE(EndManagerRun(1, *copy, preferences));
     EXPECT_FALSE(IsEnabled());
     EXPECT_EQ(changes, 1);
 }
 
 TEST_F(ManagerEndTest, AFileThatAnotherProgramHasTakenAwayLeavesTheDefaultFolders)
 {
-    ConfigurationFile().Delete();
-    EXPECT_TRUE(EndManagerRun(0, *copy).isAccessible);
+    Preferences::RegistryFile().Delete();
+    EndManagerRun(0, *copy, preferences);
+    EXPECT_FALSE(preferences.HasFailed());
     EXPECT_EQ(registry.RecordCount(), 0u) << "the registry equals what is on the disk";
 }
 

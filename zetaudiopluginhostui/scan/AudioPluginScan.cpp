@@ -8,11 +8,10 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/paths/Dir.h>
-#include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 
-#include "module/PreferenceAccessError.h"
+#include "preferences/Preferences.h"
 #include "scan/ExternalAudioPluginScan.h"
 #include "scan/ScanMarker.h"
 
@@ -99,6 +98,22 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
                                      bool disableVST2ShellSkipping, bool quickEffectScan,
                                      bool useSeparateProcess)
 {
+    Preferences preferences(supplier, parent);
+    Scan(preferences, parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
+}
+
+void AudioPluginScan::ScanForPluginsWithin(Preferences& operation, HWND parent,
+                                           const std::vector<PluginLocator>& plugins,
+                                           bool disableVST2ShellSkipping, bool quickEffectScan,
+                                           bool useSeparateProcess)
+{
+    Preferences preferences([&operation] { operation.NoteFailure(); });
+    Scan(preferences, parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
+}
+
+void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vector<PluginLocator>& plugins,
+                           bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess)
+{
     CheckThatItMayScan(useSeparateProcess);
     // The host may let go of the last pointer to this object while it is shown the progress.
     const auto self = SharedThis();
@@ -110,31 +125,30 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
     const ProgressDialogPtr progressDialog = zetui::utility::MakeIntrusive<zetui::dialogs::UI_ProgressDialog>(
         supplier, zetcore::config::Localizer::Get().Localize(titleKey), std::string(),
         zetui::ui::WindowVariant(parent), false, true, false);
-    bool preferencesAccessible = true;
     try {
         PluginModuleInfoManager::GetInstance()->RemovePluginLocators(plugins);
         FaultPoint("host.scan-begins");
         if (useSeparateProcess)
-            preferencesAccessible =
-                ScanInSeparateProcess(plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+            ScanInSeparateProcess(preferences, plugins, disableVST2ShellSkipping, quickEffectScan,
+                                  progressDialog);
         else
-            ScanInThisProcess(parent, plugins, disableVST2ShellSkipping, quickEffectScan, progressDialog);
+            ScanInThisProcess(preferences, parent, plugins, disableVST2ShellSkipping, quickEffectScan,
+                              progressDialog);
 
         FaultPoint("host.scan-done");
         // That the marker can be neither replaced nor deleted may have been told already.
-        const bool markerIsGone = ScanMarker::Delete() || !markerProblem.empty();
-        preferencesAccessible = markerIsGone && preferencesAccessible;
-        preferencesAccessible = SaveRegistry() && preferencesAccessible;
+        if (!ScanMarker::Delete() && markerProblem.empty())
+            preferences.NoteFailure();
+        preferences.SaveRegistry();
         PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal()();
     } catch (const std::exception& error) {
-        KeepWhatIsThere(error.what());
+        KeepWhatIsThere(preferences, error.what());
         throw;
     } catch (...) {
-        KeepWhatIsThere("An unknown exception ended the scan");
+        KeepWhatIsThere(preferences, "An unknown exception ended the scan");
         throw;
     }
-    if (!preferencesAccessible)
-        ReportPreferenceAccessError(parent);
+    preferences.TellUser();
 }
 
 void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
@@ -147,53 +161,17 @@ void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
         zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
 }
 
-void AudioPluginScan::KeepWhatIsThere(const std::string& reason)
+void AudioPluginScan::KeepWhatIsThere(Preferences& preferences, const std::string& reason)
 {
     SetEnd({ScanEnd::How::GaveUp, reason});
     try {
         ScanMarker::Delete();
         PluginModuleInfoManager::GetInstance()->PutBackUnreached();
-        SaveRegistry();
+        preferences.SaveRegistry();
     } catch (const std::exception& error) {
         // The exception that is on its way to the host says more.
         zetcore::debug::TraceLine(1, "AudioPluginScan", error.what());
     }
-}
-
-bool AudioPluginScan::ScanForPluginsWithoutAlerts(HWND parent, const std::vector<PluginLocator>& plugins,
-                                                  bool disableVST2ShellSkipping, bool quickEffectScan,
-                                                  bool useSeparateProcess)
-{
-    struct WithoutAlerts
-    {
-        explicit WithoutAlerts(bool& switchedOn) : flag(switchedOn) { flag = true; }
-        ~WithoutAlerts() { flag = false; }
-        bool& flag;
-    };
-    const auto self = SharedThis();
-    const WithoutAlerts quiet(withoutAlerts);
-    preferencesInaccessible = false;
-    ScanForPlugins(parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
-    return !preferencesInaccessible;
-}
-
-bool AudioPluginScan::SaveRegistry()
-{
-    try {
-        PluginModuleInfoManager::GetInstance()->SaveConfiguration(
-            {filesupport::Dir::PrefDir(), PluginModuleInfoManager::GetSettingsFileName()}, true);
-        return true;
-    } catch (const filesupport::file_exception& error) {
-        zetcore::debug::TraceLine(1, "AudioPluginScan", error.what());
-        return false;
-    }
-}
-
-void AudioPluginScan::ReportPreferenceAccessError(HWND parent)
-{
-    preferencesInaccessible = true;
-    if (!withoutAlerts)
-        ShowPreferenceAccessCaution(supplier, parent);
 }
 
 } // namespace zetaudiopluginhostui

@@ -148,7 +148,8 @@ TEST_F(RefusedScan, AnObjectThatNoSharedPointerOwnsCannotScanInASeparateProcess)
     AudioPluginScan onTheStack(nullptr);
     EXPECT_THROW(onTheStack.ScanForPlugins(nullptr, {here}, false, true, true), std::runtime_error);
     EXPECT_THROW(onTheStack.ScanForPlugins(nullptr, true, false, true, true), std::runtime_error);
-    EXPECT_THROW(onTheStack.ScanForPluginsWithoutAlerts(nullptr, {here}, false, true, true),
+    Preferences operation(nullptr, nullptr);
+    EXPECT_THROW(onTheStack.ScanForPluginsWithin(operation, nullptr, {here}, false, true, true),
                  std::runtime_error);
     ExpectThatNothingWasTouched();
     onTheStack.ScanForPlugins(nullptr, {here}, false, true, false);
@@ -157,6 +158,7 @@ TEST_F(RefusedScan, AnObjectThatNoSharedPointerOwnsCannotScanInASeparateProcess)
 
 TEST_F(RefusedScan, AnotherThreadThanTheMainOneIsToldTheRule)
 {
+    Preferences operation(nullptr, nullptr);
     std::vector<std::string> errors;
     const auto note = [&errors](const auto& call) {
         try {
@@ -170,8 +172,9 @@ TEST_F(RefusedScan, AnotherThreadThanTheMainOneIsToldTheRule)
         for (const bool useSeparateProcess : {false, true}) {
             note([&] { Scan({here}, useSeparateProcess); });
             note([&] { scan->ScanForPlugins(nullptr, true, false, true, useSeparateProcess); });
-            note(
-                [&] { scan->ScanForPluginsWithoutAlerts(nullptr, {here}, false, true, useSeparateProcess); });
+            note([&] {
+                scan->ScanForPluginsWithin(operation, nullptr, {here}, false, true, useSeparateProcess);
+            });
         }
     }).join();
     EXPECT_EQ(errors.size(), 6u);

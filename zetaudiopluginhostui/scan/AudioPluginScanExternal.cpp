@@ -1,12 +1,10 @@
 // The scan in the scanner process.
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/debug/TimeEntry.h>
-#include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "preferences/Preferences.h"
 #include "scan/ExternalAudioPluginScan.h"
 #include "scan/ScanTexts.h"
 
@@ -14,28 +12,21 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
-namespace filesupport = zetcore::filesupport;
 using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::PluginModuleInfoManager;
-using zetaudiopluginhost::BannedPluginManager;
 using zetui::dialogs::UI_DialogViewContainer;
 
 /// Most plug-ins are done by then, and nobody wonders yet.
 constexpr std::chrono::seconds patience{3};
 
-std::wstring PathInPrefDir(const std::wstring& name)
-{
-    return filesupport::File(filesupport::Dir::PrefDir(), name).FullPath();
-}
-
 } // namespace
 
-bool AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& plugins,
+void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
+                                            const std::vector<PluginLocator>& plugins,
                                             bool disableVST2ShellSkipping, bool quickEffectScan,
                                             const ProgressDialogPtr& progressDialog)
 {
     // The scanner process starts from this.
-    const bool saved = SaveRegistry();
+    preferences.SaveRegistry();
     const auto limit = zetcore::debug::TimeFromDebugDatabase(zetscanprotocol::entityTimeoutKey,
                                                              zetscanprotocol::defaultEntityTimeout);
     // Weakly, because the session's callback holds the dialog.
@@ -50,23 +41,22 @@ bool AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& pl
     std::string problem;
     try {
         started = externalScan->StartScan(
-            PathInPrefDir(PluginModuleInfoManager::GetSettingsFileName()),
-            PathInPrefDir(BannedPluginManager::GetSettingsFileName()),
-            PathInPrefDir(BannedPluginManager::GetPermanentBannedSettingsFileName()), plugins,
-            disableVST2ShellSkipping, quickEffectScan,
+            Preferences::RegistryFile().FullPath(), Preferences::BannedListFile().FullPath(),
+            Preferences::UnsupportedListFile().FullPath(), plugins, disableVST2ShellSkipping, quickEffectScan,
             [weak = WeakThis(), progressDialog](const PluginLocator& plugin, const std::string& statusText,
                                                 int progress, int total) {
                 if (const auto self = weak.lock())
                     self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
             });
-    } catch (const filesupport::file_exception& error) {
+    } catch (const zetcore::filesupport::file_exception& error) {
         // The result file of an earlier scan is there and cannot be deleted.
         SetEnd({ScanEnd::How::NotStarted, error.what()});
-        return false;
+        preferences.NoteFailure();
+        return;
     }
     if (!started) {
         SetEnd({ScanEnd::How::NotStarted, externalScan->StartFailure()});
-        return saved;
+        return;
     }
 
     auto response = UI_DialogViewContainer::kCancel;
@@ -85,7 +75,6 @@ bool AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& pl
         SetEnd({ScanEnd::How::GaveUp, externalScan->StartFailure()});
     else if (response == UI_DialogViewContainer::kCancel)
         SetEnd({ScanEnd::How::Cancelled, {}});
-    return saved;
 }
 
 void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,

@@ -1,10 +1,11 @@
 // The scan in the host's own process.
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "module/DebugSwitch.h"
+#include "preferences/Preferences.h"
 #include "scan/ScanMarker.h"
 #include "scan/ScanTexts.h"
 
@@ -14,7 +15,8 @@ using zetaudiofilterhost::PluginLocator;
 using zetcore::debug::FaultPoint;
 using zetui::dialogs::UI_DialogViewContainer;
 
-void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLocator>& plugins,
+void AudioPluginScan::ScanInThisProcess(Preferences& preferences, HWND parent,
+                                        const std::vector<PluginLocator>& plugins,
                                         bool disableVST2ShellSkipping, bool quickEffectScan,
                                         const ProgressDialogPtr& progressDialog)
 {
@@ -32,7 +34,8 @@ void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLoc
         int progress = 0;
         int total = 0;
         while (scanner.GetCurrentProgressInfo(plugin, statusText, progress, total)) {
-            if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent))
+            if (!ScanProgressCallback(plugin, statusText, progress, total, progressDialog, parent,
+                                      preferences))
                 break;
             const bool goesOn = mayLoad ? scanner.ContinueScan() : scanner.PassOverCurrent();
             FaultPoint("host.plugin-scanned");
@@ -52,7 +55,7 @@ void AudioPluginScan::ScanInThisProcess(HWND parent, const std::vector<PluginLoc
 
 bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const std::string& statusText,
                                            int progress, int total, ProgressDialogPtr progressDialog,
-                                           HWND parent)
+                                           HWND parent, Preferences& preferences)
 {
     const ScanMarker::Outcome marker = ScanMarker::Write(plugin);
     if (progressDialog) {
@@ -65,18 +68,20 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
     if (!mayLoad) {
         // If this one crashed, the one that the old marker names would be banned for it.
         if (markerProblem.empty())
-            ReportPreferenceAccessError(parent);
+            preferences.NoteFailure();
+        preferences.TellUser();
         markerProblem = marker.problem;
         return !cancelled;
     }
-    if (IsDebugSwitchOn("DebugPluginLoading", "false"))
+    if (zetcore::debug::DebugDatabase::Instance().IsOn("DebugPluginLoading", false))
         zetui::dialogs::messagebox::ShowNote(supplier, L"Scanning", plugin.GetPath(),
                                              zetui::ui::WindowVariant(parent));
-    const bool saved = SaveRegistry();
+    // Without a marker the scan goes on as it does when the save has failed: the user is told.
+    if (marker.state == ScanMarker::State::Absent)
+        preferences.NoteFailure();
+    preferences.SaveRegistry();
     FaultPoint("host.plugin-loading");
-    // Without a marker the scan goes on like without a save: the user is told.
-    if (marker.state == ScanMarker::State::Absent || !saved)
-        ReportPreferenceAccessError(parent);
+    preferences.TellUser();
     return !cancelled;
 }
 

@@ -305,21 +305,26 @@ TEST_F(AudioPluginScanTest, ASaveThatFailsOnlyAtTheEndIsReportedAfterTheSignal)
                                          "signal", Caution()));
 }
 
-TEST_F(AudioPluginScanTest, AScanWithoutAlertsSaysThatThePreferencesFolderCannotBeWritten)
+TEST_F(AudioPluginScanTest, AScanWithinAnOperationLeavesItToThatToTellThatTheFolderCannotBeWritten)
 {
-    EXPECT_TRUE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    const auto scanWithin = [this](const PluginLocator& plugin) {
+        Preferences operation(nullptr, nullptr);
+        scan->ScanForPluginsWithin(operation, nullptr, {plugin}, false, true, false);
+        return !operation.HasFailed();
+    };
+    EXPECT_TRUE(scanWithin(MakeFile("a.so")));
     shown.onStep = [&] {
         MakePrefsUnwritable();
         return false;
     };
     shown.onHide = [&] { MakePrefsWritable(); };
-    EXPECT_FALSE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    EXPECT_FALSE(scanWithin(MakeFile("a.so")));
     shown.onStep = {};
-    EXPECT_TRUE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    EXPECT_TRUE(scanWithin(MakeFile("a.so")));
     shown.onHide = [&] { MakePrefsUnwritable(); };
-    EXPECT_FALSE(scan->ScanForPluginsWithoutAlerts(nullptr, {MakeFile("a.so")}, false, true, false));
+    EXPECT_FALSE(scanWithin(MakeFile("a.so")));
     EXPECT_THAT(shown.Starting("caution"), IsEmpty());
-    // The next scan with alerts has them.
+    // The next scan of its own tells.
     Scan({});
     EXPECT_THAT(shown.Starting("caution"), ElementsAre(Caution()));
 }

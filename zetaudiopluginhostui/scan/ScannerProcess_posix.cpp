@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,15 +16,16 @@
 #include <vector>
 
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/process/SpawnProgram.h>
 #include <zetcore/string/OutputTail.h>
 
 #include "scan/ScannerOutput_posix.h"
 
-extern char** environ;
-
 namespace zetaudiopluginhostui {
 
 namespace {
+
+using zetcore::process::nullDevice;
 
 constexpr std::size_t mostOutputCharacters = 300;
 
@@ -90,61 +90,6 @@ StartedProcesses& Started()
     return processes;
 }
 
-class SpawnAttributes
-{
-  public:
-    SpawnAttributes()
-    {
-        ::posix_spawnattr_init(&attributes);
-        sigset_t none;
-        sigset_t all;
-        ::sigemptyset(&none);
-        ::sigfillset(&all);
-        ::posix_spawnattr_setsigmask(&attributes, &none);
-        ::posix_spawnattr_setsigdefault(&attributes, &all);
-        // Its own session: the Ctrl-C of the host's terminal is the host's to deal with.
-        ::posix_spawnattr_setflags(&attributes,
-                                   POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
-    }
-    ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-
-    const posix_spawnattr_t* Get() const { return &attributes; }
-
-  private:
-    posix_spawnattr_t attributes;
-};
-
-class SpawnFiles
-{
-  public:
-    explicit SpawnFiles(const ScannerOutput* output)
-    {
-        ::posix_spawn_file_actions_init(&actions);
-        OpenNull(STDIN_FILENO, O_RDONLY);
-        OpenNull(STDOUT_FILENO, O_WRONLY);
-        if (output)
-            ::posix_spawn_file_actions_adddup2(&actions, output->ScannerEnd(), STDERR_FILENO);
-        else if (::fcntl(STDERR_FILENO, F_GETFD) < 0)
-            OpenNull(STDERR_FILENO, O_WRONLY);
-        ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-    }
-    ~SpawnFiles() { ::posix_spawn_file_actions_destroy(&actions); }
-    SpawnFiles(const SpawnFiles&) = delete;
-    SpawnFiles& operator=(const SpawnFiles&) = delete;
-
-    const posix_spawn_file_actions_t* Get() const { return &actions; }
-
-  private:
-    void OpenNull(int descriptor, int mode)
-    {
-        ::posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", mode, 0);
-    }
-
-    posix_spawn_file_actions_t actions;
-};
-
 std::string StatusText(const siginfo_t& info)
 {
     if (info.si_code == CLD_EXITED)
@@ -163,6 +108,14 @@ std::unique_ptr<ScannerOutput> MakeOutput()
     }
 }
 
+/// Ours, when there is no pipe.
+int StandardError(const ScannerOutput* output)
+{
+    if (output)
+        return output->ScannerEnd();
+    return ::fcntl(STDERR_FILENO, F_GETFD) < 0 ? nullDevice : STDERR_FILENO;
+}
+
 } // namespace
 
 std::wstring ScannerFileName()
@@ -172,16 +125,12 @@ std::wstring ScannerFileName()
 
 ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
 {
-    std::string path = program.FullPathUTF8();
-    char* const arguments[] = {path.data(), nullptr};
-    const SpawnAttributes attributes;
     std::unique_ptr<ScannerOutput> output = MakeOutput();
-    const SpawnFiles files(output.get());
-    pid_t pid = 0;
-    const int error = ::posix_spawn(&pid, path.c_str(), files.Get(), attributes.Get(), arguments, environ);
-    if (error != 0)
-        throw zetcore::filesupport::file_exception("start the scanner program", program.FullPath(),
-                                                   {error, std::system_category()});
+    std::error_code error;
+    const int pid = zetcore::process::SpawnProgram(
+        {program.FullPathUTF8(), {}, {nullDevice, nullDevice, StandardError(output.get())}}, error);
+    if (error)
+        throw zetcore::filesupport::file_exception("start the scanner program", program.FullPath(), error);
     if (output)
         output->CloseScannerEnd();
     Started().Add(pid, std::move(output));

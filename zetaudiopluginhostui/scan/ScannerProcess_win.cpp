@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <zetcore/filesupport/handles/Handle.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
 namespace zetaudiopluginhostui {
@@ -36,7 +37,7 @@ ScannerProcess StartScannerProcess(const zetcore::filesupport::File& program)
                           nullptr, nullptr, &startup, &started))
         throw filesupport::file_exception(startOperation, program.FullPath(),
                                           {static_cast<int>(::GetLastError()), std::system_category()});
-    ::CloseHandle(started.hThread);
+    const filesupport::Handle thread(started.hThread);
     return {reinterpret_cast<std::uintptr_t>(started.hProcess)};
 }
 
@@ -60,9 +61,8 @@ void EndScannerProcess(ScannerProcess process)
 {
     if (!process)
         return;
-    const HANDLE handle = reinterpret_cast<HANDLE>(process.handle);
-    ::TerminateProcess(handle, 0);
-    ::CloseHandle(handle);
+    const filesupport::Handle handle(reinterpret_cast<HANDLE>(process.handle));
+    ::TerminateProcess(handle.Get(), 0);
 }
 
 } // namespace zetaudiopluginhostui

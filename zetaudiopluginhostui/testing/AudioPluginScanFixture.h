@@ -8,6 +8,7 @@
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/ClientName.h>
 
+#include "preferences/Preferences.h"
 #include "testing/RecordingPresentation.h"
 #include "testing/ScanFixture.h"
 
@@ -31,7 +32,8 @@ class AudioPluginScanAccess
     static bool Report(AudioPluginScan& scan, const zetaudiofilterhost::PluginLocator& plugin,
                        const ProgressDialogPtr& dialog)
     {
-        return scan.ScanProgressCallback(plugin, std::string(), 0, 1, dialog, nullptr);
+        Preferences preferences(nullptr, nullptr);
+        return scan.ScanProgressCallback(plugin, std::string(), 0, 1, dialog, nullptr, preferences);
     }
     static void ReportExternal(AudioPluginScan& scan, int progress, int total,
                                const ProgressDialogPtr& dialog)

@@ -4,6 +4,8 @@
 
 #include <boost/asio/windows/object_handle.hpp>
 
+#include <zetcore/filesupport/handles/Handle.h>
+
 namespace zettransport {
 
 using boost::system::error_code;
@@ -25,17 +27,15 @@ ConnectionWait::~ConnectionWait() = default;
 void ConnectionWait::Open(error_code& error)
 {
     // It resets itself when the wait for it ends.
-    const HANDLE event = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    if (!event) {
+    zetcore::filesupport::Handle event(::CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    if (!event.IsOpen()) {
         error = error_code(static_cast<int>(::GetLastError()), boost::system::system_category());
         return;
     }
-    signal->event.assign(event, error);
-    if (error) {
-        ::CloseHandle(event);
+    signal->event.assign(event.Get(), error);
+    if (error)
         return;
-    }
-    if (::WSAEventSelect(acceptor.native_handle(), event, FD_ACCEPT) != 0)
+    if (::WSAEventSelect(acceptor.native_handle(), event.Release(), FD_ACCEPT) != 0)
         error = error_code(::WSAGetLastError(), boost::system::system_category());
 }
 

@@ -40,7 +40,7 @@ TEST_F(PeerProcess, is_told_from_another_one)
 {
     ASSERT_NE(peer.ownPort, 0);
     EXPECT_TRUE(MayBeProcess(peer, static_cast<std::uint64_t>(::getpid())));
-    // Ours, and it has none of our sockets.
+    // This process belongs to us, and it has none of our sockets.
     int ready[2], gate[2];
     ASSERT_EQ(::pipe(ready), 0);
     ASSERT_EQ(::pipe(gate), 0);

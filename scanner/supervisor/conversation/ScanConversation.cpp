@@ -124,7 +124,7 @@ void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
     auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
     settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
-    settings.hideDisplay = debugDatabase.GetEntry(hideDisplayKey, "false") == "true";
+    settings.hideDisplay = debugDatabase.IsOn(hideDisplayKey, false);
     replacing.clear();
     std::ranges::copy_if(locators, std::back_inserter(replacing), [](const PluginLocator& locator) {
         return ModuleLoader::ReplacesShells(locator.GetTechnologyType());

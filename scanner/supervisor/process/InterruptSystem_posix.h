@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include <zetcore/filesupport/handles/Descriptor.h>
+
 #include "supervisor/process/Interrupt.h"
 
 namespace zetaudiofilterscan {
@@ -10,7 +12,7 @@ namespace zetaudiofilterscan {
 struct Interrupt::System
 {
     /// Readable while set.
-    int descriptor = -1;
+    zetcore::filesupport::Descriptor descriptor;
 };
 
 /// The milliseconds until the deadline for `poll`, rounded up so that it does not spin before it; at most a

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <zetcore/filesupport/handles/Handle.h>
+
 #include "supervisor/process/Interrupt.h"
 
 namespace zetaudiofilterscan {
@@ -12,7 +14,7 @@ namespace zetaudiofilterscan {
 struct Interrupt::System
 {
     /// A manual-reset event.
-    HANDLE event = nullptr;
+    zetcore::filesupport::Handle event;
 };
 
 /// The milliseconds until the deadline for a wait, rounded up so that it does not spin before it; at most a

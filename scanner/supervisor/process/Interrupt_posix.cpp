@@ -11,17 +11,16 @@
 
 namespace zetaudiofilterscan {
 
+using zetcore::filesupport::Descriptor;
+
 Interrupt::Interrupt() : system(std::make_unique<System>())
 {
-    system->descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    if (system->descriptor < 0)
+    system->descriptor = Descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!system->descriptor.IsOpen())
         throw std::system_error(errno, std::generic_category(), "eventfd");
 }
 
-Interrupt::~Interrupt()
-{
-    ::close(system->descriptor);
-}
+Interrupt::~Interrupt() = default;
 
 namespace {
 
@@ -51,21 +50,21 @@ void Interrupt::Set()
 {
     const std::uint64_t one = 1;
     // The write can only fail when the counter is full, and then the interrupt is set already.
-    [[maybe_unused]] const ssize_t written = ::write(system->descriptor, &one, sizeof one);
+    [[maybe_unused]] const ssize_t written = ::write(system->descriptor.Get(), &one, sizeof one);
 }
 
 void Interrupt::Reset()
 {
     std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t read = ::read(system->descriptor, &count, sizeof count);
+    [[maybe_unused]] const ssize_t read = ::read(system->descriptor.Get(), &count, sizeof count);
 }
 
 bool Interrupt::WaitUntil(std::chrono::steady_clock::time_point deadline)
 {
-    if (IsReadableSoon(system->descriptor))
+    if (IsReadableSoon(system->descriptor.Get()))
         return true;
     for (;;) {
-        pollfd entry{system->descriptor, POLLIN, 0};
+        pollfd entry{system->descriptor.Get(), POLLIN, 0};
         if (::poll(&entry, 1, PollTimeout(deadline)) > 0)
             return true;
         if (std::chrono::steady_clock::now() >= deadline)

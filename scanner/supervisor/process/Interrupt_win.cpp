@@ -6,30 +6,27 @@ namespace zetaudiofilterscan {
 
 Interrupt::Interrupt() : system(std::make_unique<System>())
 {
-    system->event = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    if (!system->event)
+    system->event = zetcore::filesupport::Handle(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (!system->event.IsOpen())
         throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), "CreateEvent");
 }
 
-Interrupt::~Interrupt()
-{
-    ::CloseHandle(system->event);
-}
+Interrupt::~Interrupt() = default;
 
 void Interrupt::Set()
 {
-    ::SetEvent(system->event);
+    ::SetEvent(system->event.Get());
 }
 
 void Interrupt::Reset()
 {
-    ::ResetEvent(system->event);
+    ::ResetEvent(system->event.Get());
 }
 
 bool Interrupt::WaitUntil(std::chrono::steady_clock::time_point deadline)
 {
     for (;;) {
-        if (::WaitForSingleObject(system->event, WaitTimeout(deadline)) == WAIT_OBJECT_0)
+        if (::WaitForSingleObject(system->event.Get(), WaitTimeout(deadline)) == WAIT_OBJECT_0)
             return true;
         if (std::chrono::steady_clock::now() >= deadline)
             return false;

@@ -165,7 +165,7 @@ WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time
             return Event::ChannelClosed;
 
         const auto channelEvents = static_cast<short>(self.outgoing.empty() ? POLLIN : POLLIN | POLLOUT);
-        std::array<pollfd, 4> entries{{{interrupt.GetSystem().descriptor, POLLIN, 0},
+        std::array<pollfd, 4> entries{{{interrupt.GetSystem().descriptor.Get(), POLLIN, 0},
                                        {self.worker.process.Get(), POLLIN, 0},
                                        {self.worker.channel.Get(), channelEvents, 0},
                                        {self.worker.output.Get(), POLLIN, 0}}};

@@ -112,7 +112,7 @@ WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time
         if (!self.channel.IsOpen())
             return Event::ChannelClosed;
 
-        std::array<HANDLE, 5> handles{interrupt.GetSystem().event, self.worker.process.Get(),
+        std::array<HANDLE, 5> handles{interrupt.GetSystem().event.Get(), self.worker.process.Get(),
                                       self.channel.ReadEvent(), self.channel.WriteEvent(),
                                       self.outputPipe.ReadEvent()};
         const auto count = static_cast<DWORD>(self.outputPipe.IsOpen() ? handles.size() : handles.size() - 1);

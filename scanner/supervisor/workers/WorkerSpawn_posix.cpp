@@ -2,25 +2,24 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "WorkerArguments.h"
+#include <zetcore/process/SpawnProgram.h>
 
-extern char** environ; // the name is the system's
+#include "WorkerArguments.h"
 
 namespace zetaudiofilterscan {
 
 namespace {
+
+using zetcore::process::nullDevice;
 
 // The worker's descriptors, after 0, 1 and 2.
 constexpr int workerChannel = 3;
@@ -33,12 +32,6 @@ int Check(int result, const char* what)
     if (result < 0)
         throw std::system_error(errno, std::generic_category(), what);
     return result;
-}
-
-void CheckCode(int error, const char* what)
-{
-    if (error != 0)
-        throw std::system_error(error, std::generic_category(), what);
 }
 
 Descriptor MoveUp(int descriptor)
@@ -101,62 +94,17 @@ std::string OwnProgram()
     return {path.data(), static_cast<std::size_t>(length)};
 }
 
-class SpawnActions
-{
-  public:
-    SpawnActions() { CheckCode(::posix_spawn_file_actions_init(&actions), "posix_spawn_file_actions_init"); }
-    ~SpawnActions() { ::posix_spawn_file_actions_destroy(&actions); }
-    SpawnActions(const SpawnActions&) = delete;
-    SpawnActions& operator=(const SpawnActions&) = delete;
-
-    posix_spawn_file_actions_t actions; // set by the constructor
-};
-
-class SpawnAttributes
-{
-  public:
-    SpawnAttributes()
-    {
-        CheckCode(::posix_spawnattr_init(&attributes), "posix_spawnattr_init");
-        sigset_t signals;
-        ::sigemptyset(&signals);
-        ::posix_spawnattr_setsigmask(&attributes, &signals);
-        ::sigfillset(&signals);
-        ::posix_spawnattr_setsigdefault(&attributes, &signals);
-        ::posix_spawnattr_setflags(&attributes,
-                                   POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-    }
-    ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-
-    posix_spawnattr_t attributes; // set by the constructor
-};
-
 pid_t Spawn(const Descriptor& channel, const Descriptor& page, const Descriptor& output)
 {
-    SpawnActions files;
-    CheckCode(::posix_spawn_file_actions_addopen(&files.actions, 0, "/dev/null", O_RDONLY, 0), "actions");
-    CheckCode(::posix_spawn_file_actions_adddup2(&files.actions, output.Get(), 1), "actions");
-    CheckCode(::posix_spawn_file_actions_adddup2(&files.actions, output.Get(), 2), "actions");
-    CheckCode(::posix_spawn_file_actions_adddup2(&files.actions, channel.Get(), workerChannel), "actions");
-    CheckCode(::posix_spawn_file_actions_adddup2(&files.actions, page.Get(), workerPage), "actions");
-    CheckCode(::posix_spawn_file_actions_addclosefrom_np(&files.actions, workerPage + 1), "actions");
-    const SpawnAttributes attributes;
-
-    const std::string program = OwnProgram();
     const WorkerArguments arguments{workerChannel, workerPage, static_cast<std::uint64_t>(::getpid())};
-    std::vector<std::string> texts = arguments.ToArguments();
-    texts.insert(texts.begin(), program);
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-
-    pid_t pid = -1;
-    CheckCode(::posix_spawn(&pid, program.c_str(), &files.actions, &attributes.attributes, pointers.data(),
-                            environ),
-              "the worker process could not be started");
+    std::error_code error;
+    const pid_t pid =
+        zetcore::process::SpawnProgram({OwnProgram(),
+                                        arguments.ToArguments(),
+                                        {nullDevice, output.Get(), output.Get(), channel.Get(), page.Get()}},
+                                       error);
+    if (error)
+        throw std::system_error(error, "the worker process could not be started");
     return pid;
 }
 

@@ -18,6 +18,7 @@
 namespace zetaudiopluginhostui {
 
 class ExternalAudioPluginScan;
+class Preferences;
 
 /// One scan of audio plug-ins with its progress dialog, in this process or in the scanner process. Each call
 /// blocks the main thread until the scan is over, and leaves the registry saved. Make it with a shared
@@ -46,11 +47,12 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     ScanForPlugins(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                    bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
-    /// The same for whoever tells the user about a preferences folder that cannot be written: false then, and
-    /// no alert.
-    ZETAUDIOPLUGINHOSTUI_LOCAL bool
-    ScanForPluginsWithoutAlerts(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                                bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
+    /// The same as a part of a larger operation, whose preferences tell the user what the scan could not
+    /// write.
+    ZETAUDIOPLUGINHOSTUI_LOCAL void
+    ScanForPluginsWithin(Preferences& operation, HWND parent,
+                         const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                         bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
     /// How this object's last scan ended; `Done` before the first. Main thread.
     ZETAUDIOPLUGINHOSTUI_API const ScanEnd& GetEnd() const;
@@ -72,28 +74,26 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
 
     ZETAUDIOPLUGINHOSTUI_LOCAL void CheckThatItMayScan(bool useSeparateProcess);
-    ZETAUDIOPLUGINHOSTUI_LOCAL void
-    ScanInThisProcess(HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                      bool disableVST2ShellSkipping, bool quickEffectScan,
-                      const ProgressDialogPtr& progressDialog);
-    /// False when the preferences folder did not let it.
-    ZETAUDIOPLUGINHOSTUI_LOCAL bool
-    ScanInSeparateProcess(const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
-                          bool disableVST2ShellSkipping, bool quickEffectScan,
-                          const ProgressDialogPtr& progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void Scan(Preferences& preferences, HWND parent,
+                                         const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+                                         bool disableVST2ShellSkipping, bool quickEffectScan,
+                                         bool useSeparateProcess);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void ScanInThisProcess(
+        Preferences& preferences, HWND parent, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+        bool disableVST2ShellSkipping, bool quickEffectScan, const ProgressDialogPtr& progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void ScanInSeparateProcess(
+        Preferences& preferences, const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
+        bool disableVST2ShellSkipping, bool quickEffectScan, const ProgressDialogPtr& progressDialog);
     ZETAUDIOPLUGINHOSTUI_LOCAL bool ScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                                          const std::string& statusText, int progress,
                                                          int total, ProgressDialogPtr progressDialog,
-                                                         HWND parent);
+                                                         HWND parent, Preferences& preferences);
     ZETAUDIOPLUGINHOSTUI_LOCAL void
     ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                  const std::string& statusText, int progress, int total,
                                  ProgressDialogPtr progressDialog);
     /// Before an exception leaves the scan.
-    ZETAUDIOPLUGINHOSTUI_LOCAL void KeepWhatIsThere(const std::string& reason);
-    /// False when the preferences folder does not let it.
-    ZETAUDIOPLUGINHOSTUI_LOCAL static bool SaveRegistry();
-    ZETAUDIOPLUGINHOSTUI_LOCAL void ReportPreferenceAccessError(HWND parent);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void KeepWhatIsThere(Preferences& preferences, const std::string& reason);
     ZETAUDIOPLUGINHOSTUI_LOCAL bool
     OnProgressPostClose(zetui::dialogs::UI_DialogViewContainer::Response response);
     ZETAUDIOPLUGINHOSTUI_LOCAL void SetEnd(ScanEnd newEnd);
@@ -101,8 +101,6 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;
     bool cancelled = false;
-    bool withoutAlerts = false;
-    bool preferencesInaccessible = false;
     /// False when the current plug-in must not be loaded, because an older marker cannot be got rid of.
     bool mayLoad = true;
     /// Why not, where that was so for any plug-in of this scan.

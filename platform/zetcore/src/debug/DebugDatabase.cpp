@@ -45,7 +45,8 @@ Entries ReadEntriesOfFile(const filesupport::File& file)
     if (!file.Exists())
         return {};
     try {
-        // It is written by hand, and read whenever the preferences folder changes.
+        // Users write this file by hand, so it is small, and it is read whenever the preferences folder
+        // changes.
         constexpr std::uint64_t largestDatabase = std::uint64_t{1} << 20;
         const std::string text = filesupport::FileUtils::ReadFile(file, largestDatabase);
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -76,6 +77,11 @@ std::string DebugDatabase::GetEntry(std::string_view key, std::string_view defau
             return found->second;
     }
     return std::string(defaultValue);
+}
+
+bool DebugDatabase::IsOn(std::string_view key, bool defaultValue)
+{
+    return GetEntry(key, defaultValue ? "true" : "false") == "true";
 }
 
 void DebugDatabase::SetEntry(std::string_view key, std::string_view value)

@@ -16,7 +16,6 @@
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/archives/NodeArchive.h>
-#include <zetui/skins/Skins.h>
 
 #include "application/HandlerErrors.h"
 #include "archiveddialog/ArchivedDialogState.h"
@@ -24,6 +23,7 @@
 #include "nodes/NodeAccess.h"
 #include "screen/DialogPlace.h"
 #include "screen/ParentWindow.h"
+#include "skins/SkinRecord.h"
 
 namespace zetui::ui {
 
@@ -48,7 +48,7 @@ std::string ResourceNameOf(std::string archiveName)
     std::transform(archiveName.begin(), archiveName.end(), archiveName.begin(), [](char letter) {
         return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
     });
-    return skins::IsRunningV7OrBeyond() ? archiveName + ".V7" : archiveName;
+    return archiveName.append(skins::CurrentSkin().archiveSuffix);
 }
 
 utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::ResourceManager* resources,

@@ -14,17 +14,14 @@
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/controls/UI_TextEdit.h>
 #include <zetui/nodes/UI_SubView.h>
-#include <zetui/skins/Skins.h>
 
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
+#include "skins/SkinRecord.h"
 
 namespace zetui::ui {
 
 namespace {
-
-/// Width and height of a button that shows an icon in the V7 skin.
-constexpr float iconButtonSize = 24;
 
 std::wstring ReadLocalised(const ArchivedNode& archived, std::string_view key)
 {
@@ -50,7 +47,8 @@ void Apply(const ArchivedNode& archived, UI_SubView& view)
 void Apply(const ArchivedNode& archived, controls::UI_TextButton& button)
 {
     button.SetText(ReadLocalised(archived, "text"));
-    if (!skins::IsRunningV7OrBeyond())
+    const skins::SkinRecord& skin = skins::CurrentSkin();
+    if (!skin.hasButtonVariants)
         return;
     controls::ButtonComponents components;
     int variant = static_cast<int>(components.variant);
@@ -64,7 +62,7 @@ void Apply(const ArchivedNode& archived, controls::UI_TextButton& button)
     std::string icon;
     archived.ReadText("icon", icon);
     const ArchivedNode::Bounds bounds = archived.ReadBounds();
-    if (bounds.width == iconButtonSize && bounds.height == iconButtonSize)
+    if (bounds.width == skin.iconButtonSide && bounds.height == skin.iconButtonSide)
         button.SetIcon(IconOfButton(icon, archived.Id()));
 }
 

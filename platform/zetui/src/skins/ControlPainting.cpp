@@ -55,65 +55,6 @@ QColor Faded(const Color& color, double opacity)
     return faded;
 }
 
-/// Colours with an alpha of 0 are not drawn.
-struct ButtonColors
-{
-    Color fill, outline, text;
-};
-
-constexpr Color none{0, 0, 0, 0};
-
-/// True for a button that stands out among the others, in each skin in its way.
-bool StandsOut(const ButtonLook& look)
-{
-    return look.variant == ButtonVariant::Accent || look.isDefault;
-}
-
-const Color& Pick(const ControlState& state, const Color& rest, const Color& hovered, const Color& pressed)
-{
-    if (state.pressed)
-        return pressed;
-    return state.hovered ? hovered : rest;
-}
-
-ButtonColors V7ButtonColors(const SkinColors& colors, const ButtonLook& look)
-{
-    const ControlState& state = look.state;
-    const bool framed = look.variant == ButtonVariant::Secondary || look.variant == ButtonVariant::Negative;
-    if (!state.enabled) {
-        if (look.quiet)
-            return {none, none, colors.disabledText};
-        return framed ? ButtonColors{none, colors.outline, colors.disabledText}
-                      : ButtonColors{colors.gridLine, none, colors.disabledText};
-    }
-    if (StandsOut(look))
-        return {Pick(state, colors.accent, colors.accentHover, colors.accentPressed), none,
-                colors.accentText};
-    if (look.quiet || framed) {
-        const bool refusing = look.variant == ButtonVariant::Negative && (state.hovered || state.pressed);
-        const Color& line = refusing ? colors.negative : colors.outline;
-        return {Pick(state, none, colors.button, colors.buttonPressed), look.quiet ? none : line,
-                refusing ? colors.negative : colors.text};
-    }
-    return {Pick(state, colors.button, colors.buttonHover, colors.buttonPressed), none, colors.text};
-}
-
-ButtonColors ClassicButtonColors(const SkinColors& colors, const ButtonLook& look)
-{
-    const ControlState& state = look.state;
-    if (!state.enabled)
-        return {colors.window, colors.sectionOutline, colors.disabledText};
-    const bool lit = state.hovered || state.pressed || StandsOut(look);
-    const Color& rest = StandsOut(look) ? colors.defaultButton : colors.button;
-    return {Pick(state, rest, colors.buttonHover, colors.buttonPressed), lit ? colors.accent : colors.outline,
-            colors.text};
-}
-
-ButtonColors ColorsOfButton(Skin skin, const SkinColors& colors, const ButtonLook& look)
-{
-    return skin == Skin::Classic ? ClassicButtonColors(colors, look) : V7ButtonColors(colors, look);
-}
-
 void PaintTick(QPainter& painter, const QRectF& box, const QColor& color, CheckMark mark)
 {
     const qreal unit = box.width() / 12;
@@ -127,40 +68,25 @@ void PaintTick(QPainter& painter, const QRectF& box, const QColor& color, CheckM
 
 } // namespace
 
-qreal CornerRadius(Skin skin)
-{
-    return skin == Skin::Classic ? 2 : 3;
-}
-
-bool IsAccented(Skin skin, const ButtonLook& look)
-{
-    return skin != Skin::Classic && look.state.enabled && StandsOut(look);
-}
-
-QColor ButtonTextColor(Skin skin, const SkinColors& colors, const ButtonLook& look)
-{
-    return ToQt(ColorsOfButton(skin, colors, look).text);
-}
-
-void PaintButton(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintButton(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                  const ButtonLook& look)
 {
     const SavedPainter saved(painter);
-    const ButtonColors used = ColorsOfButton(skin, colors, look);
-    const qreal radius = CornerRadius(skin);
-    // In V7, a line of the background keeps the focus ring apart from the face.
-    const bool ring = look.state.focused && skin != Skin::Classic;
-    const QRectF face = ring ? rect.adjusted(3, 3, -3, -3) : rect;
-    const qreal faceRadius = ring ? radius - 1 : radius;
+    const ButtonColors used = skin.buttonColors(colors, look);
+    const double radius = skin.radii.corner;
+    const int room = look.state.focused ? skin.controls.buttonFocusRoom : 0;
+    const QRectF face = rect.adjusted(room, room, -room, -room);
+    // A ring around the face is a little rounder than the face, and the face a little less.
+    const double more = room > 0 ? 1 : 0;
     if (used.fill.alpha > 0)
-        Fill(painter, face, faceRadius, ToQt(used.fill));
+        Fill(painter, face, radius - more, ToQt(used.fill));
     if (used.outline.alpha > 0)
-        Outline(painter, face, faceRadius, ToQt(used.outline), 1);
+        Outline(painter, face, radius - more, ToQt(used.outline), 1);
     if (look.state.focused)
-        Outline(painter, rect, radius + (ring ? 1 : 0), ToQt(colors.focus), 2);
+        Outline(painter, rect, radius + more, ToQt(colors.focus), 2);
 }
 
-void PaintCheckBox(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintCheckBox(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                    const ControlState& state, CheckMark mark)
 {
     const SavedPainter saved(painter);
@@ -168,7 +94,7 @@ void PaintCheckBox(QPainter& painter, const QRectF& rect, Skin skin, const SkinC
     const qreal boxSide = std::min(rect.width(), rect.height()) - 2;
     QRectF box(0, 0, boxSide, boxSide);
     box.moveCenter(rect.center());
-    const qreal radius = skin == Skin::Classic ? 1.5 : 2.5;
+    const qreal radius = skin.radii.checkBox;
     const bool marked = mark != CheckMark::None;
     if (!state.enabled) {
         Fill(painter, box, radius, ToQt(marked ? colors.groove : colors.window));
@@ -188,11 +114,11 @@ void PaintCheckBox(QPainter& painter, const QRectF& rect, Skin skin, const SkinC
                 2);
 }
 
-void PaintField(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintField(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                 const ControlState& state)
 {
     const SavedPainter saved(painter);
-    const qreal radius = CornerRadius(skin);
+    const qreal radius = skin.radii.corner;
     Fill(painter, rect, radius, ToQt(state.enabled ? colors.base : colors.window));
     if (state.focused)
         Outline(painter, rect, radius, ToQt(colors.focus), 2);
@@ -202,11 +128,11 @@ void PaintField(QPainter& painter, const QRectF& rect, Skin skin, const SkinColo
         Outline(painter, rect, radius, ToQt(state.hovered ? colors.text : colors.fieldOutline), 1);
 }
 
-void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors, double part,
-                   double phase, bool rightToLeft)
+void PaintProgress(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
+                   double part, double phase, bool rightToLeft)
 {
     const SavedPainter saved(painter);
-    const qreal radius = skin == Skin::Classic ? 2 : rect.height() / 2;
+    const qreal radius = std::min(skin.radii.bar, rect.height() / 2);
     Fill(painter, rect, radius, ToQt(colors.groove));
     QRectF full = rect;
     if (part < 0) {
@@ -228,24 +154,24 @@ void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinC
     Fill(painter, full, std::min(radius, full.width() / 2), ToQt(colors.accent));
 }
 
-QColor ScrollGrooveColor(Skin skin, const SkinColors& colors)
+QColor ScrollGrooveColor(const SkinRecord& skin, const SkinColors& colors)
 {
-    return ToQt(skin == Skin::Classic ? colors.window : colors.base);
+    return ToQt(colors.*skin.scrollGroove);
 }
 
-void PaintScrollHandle(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
-                       const ControlState& state)
+void PaintScrollHandle(QPainter& painter, const QRectF& rect, const SkinRecord& skin,
+                       const SkinColors& colors, const ControlState& state)
 {
     const SavedPainter saved(painter);
-    const qreal radius = skin == Skin::Classic ? 2 : std::min(rect.width(), rect.height()) / 2;
+    const qreal radius = std::min({skin.radii.bar, rect.width() / 2, rect.height() / 2});
     const double strength = state.pressed || state.hovered ? 1.0 : 0.7;
     Fill(painter, rect, radius, Faded(colors.handle, state.enabled ? strength : 0.3));
 }
 
-void PaintFocusFrame(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors)
+void PaintFocusFrame(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors)
 {
     const SavedPainter saved(painter);
-    Outline(painter, rect, CornerRadius(skin), ToQt(colors.focus), skin == Skin::Classic ? 1 : 1.5);
+    Outline(painter, rect, skin.radii.corner, ToQt(colors.focus), skin.controls.focusFrameWidth);
 }
 
 void PaintSortArrow(QPainter& painter, const QRectF& rect, const SkinColors& colors, bool up)

@@ -1,30 +1,14 @@
 #pragma once
 
 #include <QRectF>
-#include <zetui/skins/ButtonVariant.h>
-#include <zetui/skins/Skins.h>
 
-#include "skins/SkinColors.h"
+#include "skins/SkinRecord.h"
 
 class QColor;
 class QPainter;
 
-/// How the controls of both skins look; the style calls these. They leave the painter as it was.
+/// How the controls look; the style calls these. They leave the painter as it was.
 namespace zetui::skins {
-
-struct ControlState
-{
-    bool enabled = true, hovered = false, pressed = false, focused = false;
-};
-
-struct ButtonLook
-{
-    ControlState state;
-    ButtonVariant variant = ButtonVariant::Primary;
-    bool quiet = false;
-    /// Return presses it.
-    bool isDefault = false;
-};
 
 enum class CheckMark
 {
@@ -33,26 +17,22 @@ enum class CheckMark
     Checked,
 };
 
-qreal CornerRadius(Skin skin);
-/// The button is filled with the accent colour.
-bool IsAccented(Skin skin, const ButtonLook& look);
-QColor ButtonTextColor(Skin skin, const SkinColors& colors, const ButtonLook& look);
-void PaintButton(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintButton(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                  const ButtonLook& look);
-void PaintCheckBox(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintCheckBox(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                    const ControlState& state, CheckMark mark);
 /// The frame and background of what is typed into.
-void PaintField(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
+void PaintField(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
                 const ControlState& state);
 /// `part` of the bar is full; below 0 it is busy, and `phase` (0 to 1) says where its moving piece is.
-void PaintProgress(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors, double part,
-                   double phase, bool rightToLeft);
+void PaintProgress(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors,
+                   double part, double phase, bool rightToLeft);
 /// Of the scroll bars, below their handles.
-QColor ScrollGrooveColor(Skin skin, const SkinColors& colors);
-void PaintScrollHandle(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors,
-                       const ControlState& state);
+QColor ScrollGrooveColor(const SkinRecord& skin, const SkinColors& colors);
+void PaintScrollHandle(QPainter& painter, const QRectF& rect, const SkinRecord& skin,
+                       const SkinColors& colors, const ControlState& state);
 /// Around what has the keyboard focus and no frame of its own.
-void PaintFocusFrame(QPainter& painter, const QRectF& rect, Skin skin, const SkinColors& colors);
+void PaintFocusFrame(QPainter& painter, const QRectF& rect, const SkinRecord& skin, const SkinColors& colors);
 /// Points up where the sort order is ascending.
 void PaintSortArrow(QPainter& painter, const QRectF& rect, const SkinColors& colors, bool up);
 

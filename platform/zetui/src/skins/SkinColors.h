@@ -1,9 +1,17 @@
 #pragma once
 
+#include <cstdint>
+
 #include <zetui/pixmill/Types.h>
 #include <zetui/skins/Skins.h>
 
 namespace zetui::skins {
+
+constexpr pixmill::Color Rgb(unsigned value)
+{
+    return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8 & 0xFF),
+            static_cast<std::uint8_t>(value & 0xFF), 255};
+}
 
 /// All colours of one skin in one scheme.
 struct SkinColors

@@ -15,7 +15,7 @@ namespace zetui::skins {
 
 namespace {
 
-ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, Skin skin)
+ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, const SkinRecord& skin)
 {
     ButtonLook look;
     look.state.enabled = option.state.testFlag(QStyle::State_Enabled);
@@ -28,8 +28,7 @@ ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, Skin 
         look.variant = static_cast<ButtonVariant>(variant.toInt());
         look.quiet = widget->property(kQuietProperty).toBool();
     }
-    // The one that Return presses stands out, except where V7's variants say which does.
-    if (skin == Skin::Classic || !variant.isValid())
+    if (!skin.hasButtonVariants || !variant.isValid())
         look.isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
     return look;
 }
@@ -50,15 +49,16 @@ void SkinProxyStyle::DrawPushButton(const QStyleOptionButton& option, QPainter& 
     const SkinColors& colors = CurrentColors();
     const ButtonLook look = LookOf(option, widget, skin);
     PaintButton(painter, QRectF(option.rect), skin, colors, look);
+    const ButtonColors used = skin.buttonColors(colors, look);
     if (option.text.isEmpty() && !option.icon.isNull()) {
-        const QIcon::Mode lit = IsAccented(skin, look) ? QIcon::Selected : QIcon::Normal;
+        const QIcon::Mode lit = used.isAccented ? QIcon::Selected : QIcon::Normal;
         QRect place(QPoint(0, 0), option.iconSize);
         place.moveCenter(option.rect.center());
         option.icon.paint(&painter, place, Qt::AlignCenter, look.state.enabled ? lit : QIcon::Disabled);
         return;
     }
     QStyleOptionButton label(option);
-    const QColor textColor = ButtonTextColor(skin, colors, look);
+    const QColor textColor = pixmill::ToQt(used.text);
     label.palette.setColor(QPalette::ButtonText, textColor);
     label.palette.setColor(QPalette::Disabled, QPalette::ButtonText, textColor);
     proxy()->drawControl(CE_PushButtonLabel, &label, &painter, widget);
@@ -127,8 +127,7 @@ void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& pai
                                    header->position == QStyleOptionHeader::OnlyOneSection);
     if (isLast && widget && rect.right() >= widget->rect().right())
         return;
-    // Short in V7, where lines are to be few.
-    const int inset = skin == Skin::Classic ? 0 : 6;
+    const int inset = skin.controls.headerLineInset;
     painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 1 - 2 * inset),
                      pixmill::ToQt(colors.tableOutline));
 }
@@ -145,7 +144,7 @@ void SkinProxyStyle::DrawScrollBar(const QStyleOptionSlider& option, QPainter& p
     state.hovered = onHandle && option.state.testFlag(State_MouseOver);
     state.pressed = onHandle && option.state.testFlag(State_Sunken);
     const bool horizontal = option.orientation == Qt::Horizontal;
-    const int margin = skin == Skin::Classic ? 2 : 3;
+    const int margin = skin.controls.scrollHandleMargin;
     const QRect handle = proxy()->subControlRect(CC_ScrollBar, &option, SC_ScrollBarSlider, nullptr);
     PaintScrollHandle(painter,
                       QRectF(horizontal ? handle.adjusted(1, margin, -1, -margin)

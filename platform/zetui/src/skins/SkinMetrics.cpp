@@ -9,36 +9,8 @@ namespace zetui::skins {
 
 namespace {
 
-struct Metrics
-{
-    int buttonHeight, buttonPadding, fieldHeight, fieldPadding, checkBox, scrollBar, headerHeight,
-        headerMargin;
-};
-
 /// Between a label and the focus frame around it.
 constexpr int focusGap = 3;
-
-constexpr Metrics classicMetrics{.buttonHeight = 19,
-                                 .buttonPadding = 9,
-                                 .fieldHeight = 20,
-                                 .fieldPadding = 2,
-                                 .checkBox = 14,
-                                 .scrollBar = 13,
-                                 .headerHeight = 19,
-                                 .headerMargin = 6};
-constexpr Metrics v7Metrics{.buttonHeight = 24,
-                            .buttonPadding = 12,
-                            .fieldHeight = 24,
-                            .fieldPadding = 4,
-                            .checkBox = 16,
-                            .scrollBar = 12,
-                            .headerHeight = 24,
-                            .headerMargin = 8};
-
-const Metrics& MetricsOf(Skin skin)
-{
-    return skin == Skin::Classic ? classicMetrics : v7Metrics;
-}
 
 /// The groove is the whole bar: there are no arrow buttons.
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest)
@@ -91,7 +63,7 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     switch (element) {
     case SE_LineEditContents: {
-        const int padding = MetricsOf(skin).fieldPadding;
+        const int padding = skin.controls.fieldPadding;
         return rect.adjusted(padding, 0, -padding, 0);
     }
     case SE_CheckBoxFocusRect: {
@@ -106,7 +78,7 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
         return text.adjusted(-focusGap - 1, -1, focusGap + 1, 1) & option->rect;
     }
     case SE_HeaderLabel: {
-        const int margin = MetricsOf(skin).headerMargin;
+        const int margin = skin.controls.headerMargin;
         const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
         const bool sorted = header && header->sortIndicator != QStyleOptionHeader::None;
         const int arrow = sorted ? pixelMetric(PM_HeaderMarkSize, option, widget) + 4 : 0;
@@ -120,7 +92,7 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
     }
     case SE_HeaderArrow: {
         const int size = pixelMetric(PM_HeaderMarkSize, option, widget);
-        const int margin = MetricsOf(skin).headerMargin;
+        const int margin = skin.controls.headerMargin;
         return visualRect(option->direction, option->rect,
                           QRect(option->rect.right() - margin - size,
                                 option->rect.top() + (option->rect.height() - size) / 2, size, size));
@@ -133,19 +105,19 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
 QSize SkinProxyStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                        const QWidget* widget) const
 {
-    const Metrics& metrics = MetricsOf(skin);
+    const ControlSizes& sizes = skin.controls;
     switch (type) {
     case CT_PushButton:
-        return {contents.width() + 2 * metrics.buttonPadding,
-                std::max(metrics.buttonHeight, contents.height() + 4)};
+        return {contents.width() + 2 * sizes.buttonPadding,
+                std::max(sizes.buttonHeight, contents.height() + 4)};
     case CT_LineEdit: {
         const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        return {size.width(), std::max(metrics.fieldHeight, contents.height() + 4)};
+        return {size.width(), std::max(sizes.fieldHeight, contents.height() + 4)};
     }
     case CT_HeaderSection: {
         const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         // The margin counts on all sides there.
-        return {size.width(), std::max(size.height() - 2 * metrics.headerMargin + 6, metrics.headerHeight)};
+        return {size.width(), std::max(size.height() - 2 * sizes.headerMargin + 6, sizes.headerHeight)};
     }
     case CT_CheckBox:
         return QProxyStyle::sizeFromContents(type, option, contents, widget) + QSize(focusGap, 0);
@@ -156,26 +128,26 @@ QSize SkinProxyStyle::sizeFromContents(ContentsType type, const QStyleOption* op
 
 int SkinProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
-    const Metrics& metrics = MetricsOf(skin);
+    const ControlSizes& sizes = skin.controls;
     switch (metric) {
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
-        return metrics.checkBox;
+        return sizes.checkBox;
     case PM_CheckBoxLabelSpacing:
         return 4 + focusGap;
     case PM_ScrollBarExtent:
-        return metrics.scrollBar;
+        return sizes.scrollBar;
     case PM_ScrollBarSliderMin:
         return 28;
     case PM_HeaderMargin:
-        return metrics.headerMargin;
+        return sizes.headerMargin;
     case PM_ButtonDefaultIndicator:
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
     case PM_ScrollView_ScrollBarSpacing:
         return 0;
     case PM_ButtonMargin:
-        return 2 * metrics.buttonPadding;
+        return 2 * sizes.buttonPadding;
     case PM_ButtonIconSize:
     case PM_SmallIconSize:
     case PM_LineEditIconSize:

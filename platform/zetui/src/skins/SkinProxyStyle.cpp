@@ -49,7 +49,9 @@ bool ReactsToPointer(const QWidget* widget)
 
 } // namespace
 
-SkinProxyStyle::SkinProxyStyle(Skin drawnSkin) : QProxyStyle(QStringLiteral("Fusion")), skin(drawnSkin) {}
+SkinProxyStyle::SkinProxyStyle(const SkinRecord& drawnSkin)
+    : QProxyStyle(QStringLiteral("Fusion")), skin(drawnSkin)
+{}
 
 void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                    const QWidget* widget) const

@@ -2,7 +2,8 @@
 
 #include <QProxyStyle>
 #include <QStyleOption>
-#include <zetui/skins/Skins.h>
+
+#include "skins/SkinRecord.h"
 
 namespace zetui::skins {
 
@@ -11,7 +12,7 @@ namespace zetui::skins {
 class SkinProxyStyle : public QProxyStyle
 {
   public:
-    explicit SkinProxyStyle(Skin skin);
+    explicit SkinProxyStyle(const SkinRecord& skin);
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
@@ -42,7 +43,7 @@ class SkinProxyStyle : public QProxyStyle
     void DrawHeaderSection(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
     void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const;
 
-    const Skin skin;
+    const SkinRecord& skin;
 };
 
 } // namespace zetui::skins

@@ -1,6 +1,5 @@
 #include "skins/SkinStyle.h"
 
-#include <optional>
 #include <utility>
 
 #include <QApplication>
@@ -33,23 +32,24 @@ QFont SkinFont(const QFont& system)
     return font;
 }
 
-/// Follows the desktop while the application wears a skin; its child, so that it goes with it.
-class WornSkin : public QObject
+/// Keeps the chosen skin on the application and follows the desktop's colours. It is the application's child,
+/// so that it goes with it.
+class ApplicationSkin : public QObject
 {
   public:
-    explicit WornSkin(QApplication& wearer)
-        : QObject(&wearer), application(wearer), ownStyle(QApplication::style()->name()),
+    explicit ApplicationSkin(QApplication& dressed)
+        : QObject(&dressed), application(dressed), ownStyle(QApplication::style()->name()),
           ownPalette(QApplication::palette()), ownFont(QApplication::font())
     {
         dark = SystemAsksForDark().value_or(IsDarkPalette(ownPalette));
         application.installEventFilter(this);
     }
 
-    void Wear()
+    void Apply()
     {
-        if (skinWorn != GetSkin()) {
-            skinWorn = GetSkin();
-            QApplication::setStyle(MakeStyle(*skinWorn).release());
+        if (skin != &CurrentSkin()) {
+            skin = &CurrentSkin();
+            QApplication::setStyle(MakeStyle(*skin).release());
         }
         const SkinColors& colors = CurrentColors();
         const QPalette palette = MakePalette(colors);
@@ -59,7 +59,7 @@ class WornSkin : public QObject
         QToolTip::setFont(SkinFont(ownFont));
     }
 
-    void TakeOff()
+    void Remove()
     {
         application.removeEventFilter(this);
         QApplication::setStyle(ownStyle);
@@ -86,7 +86,7 @@ class WornSkin : public QObject
         // Without ours, the application's palette is the desktop's.
         QApplication::setPalette(QPalette());
         dark = SystemAsksForDark().value_or(IsDarkPalette(QApplication::palette()));
-        Wear();
+        Apply();
         asking = false;
     }
 
@@ -94,22 +94,24 @@ class WornSkin : public QObject
     const QString ownStyle;
     const QPalette ownPalette;
     const QFont ownFont;
-    std::optional<Skin> skinWorn;
+    /// Null before the first time.
+    const SkinRecord* skin = nullptr;
     bool dark = false;
     bool asking = false;
 };
 
-QPointer<WornSkin>& Worn()
+/// Null while the application has a look of its own.
+QPointer<ApplicationSkin>& OfApplication()
 {
-    static QPointer<WornSkin> worn;
-    return worn;
+    static QPointer<ApplicationSkin> skin;
+    return skin;
 }
 
 /// Puts a skin on a window and on everything that comes into it.
-class Dresser : public QObject
+class WindowSkin : public QObject
 {
   public:
-    explicit Dresser(QWidget& window) : QObject(&window), style(MakeStyle(GetSkin()).release())
+    explicit WindowSkin(QWidget& window) : QObject(&window), style(MakeStyle(CurrentSkin()).release())
     {
         style->setParent(this);
         window.setPalette(MakePalette(CurrentColors()));
@@ -179,42 +181,42 @@ QPalette MakePalette(const SkinColors& colors)
     return palette;
 }
 
-std::unique_ptr<QStyle> MakeStyle(Skin skin)
+std::unique_ptr<QStyle> MakeStyle(const SkinRecord& skin)
 {
     return std::make_unique<SkinProxyStyle>(skin);
 }
 
 void ApplySkin(QApplication& application)
 {
-    if (!Worn())
-        Worn() = new WornSkin(application);
-    Worn()->Wear();
+    if (!OfApplication())
+        OfApplication() = new ApplicationSkin(application);
+    OfApplication()->Apply();
 }
 
 void RemoveSkin()
 {
-    if (!Worn())
+    if (!OfApplication())
         return;
-    Worn()->TakeOff();
-    delete Worn().data();
+    OfApplication()->Remove();
+    delete OfApplication().data();
 }
 
 void DressWindow(QWidget& window)
 {
-    if (!Worn())
-        new Dresser(window);
+    if (!OfApplication())
+        new WindowSkin(window);
 }
 
 void SkinChanged()
 {
-    if (Worn())
-        Worn()->Wear();
+    if (OfApplication())
+        OfApplication()->Apply();
 }
 
 bool DesktopIsDark()
 {
-    if (Worn())
-        return Worn()->DesktopDark();
+    if (OfApplication())
+        return OfApplication()->DesktopDark();
     return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
            IsDarkPalette(QApplication::palette());
 }

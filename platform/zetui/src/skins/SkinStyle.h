@@ -8,12 +8,13 @@ class QPalette;
 class QStyle;
 class QWidget;
 
-#include "skins/SkinColors.h"
+#include "skins/SkinRecord.h"
 
 /// How the skins reach the windows. Main thread.
 namespace zetui::skins {
 
-/// Dynamic properties of a `QPushButton` that the V7 skin draws by: a `ButtonVariant` as int, and a bool.
+/// Dynamic properties of a `QPushButton`, for skins in which archives say how buttons look: a `ButtonVariant`
+/// as int, and a bool.
 inline constexpr char kVariantProperty[] = "zetVariant";
 inline constexpr char kQuietProperty[] = "zetQuiet";
 
@@ -27,7 +28,7 @@ void RemoveSkin();
 void DressWindow(QWidget& window);
 
 QPalette MakePalette(const SkinColors& colors);
-std::unique_ptr<QStyle> MakeStyle(Skin skin);
+std::unique_ptr<QStyle> MakeStyle(const SkinRecord& skin);
 
 /// Called by `SetSkin` and `SetScheme`.
 void SkinChanged();

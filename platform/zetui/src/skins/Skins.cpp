@@ -1,8 +1,11 @@
 #include <zetui/skins/Skins.h>
 
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
 #include "pixmill/QtConversions.h"
-#include "skins/ControlPainting.h"
-#include "skins/SkinColors.h"
+#include "skins/SkinRecord.h"
 #include "skins/SkinStyle.h"
 
 namespace zetui::skins {
@@ -11,7 +14,7 @@ namespace {
 
 struct Choice
 {
-    Skin skin = Skin::V7;
+    const SkinRecord* skin = &V7Skin();
     Scheme scheme = Scheme::FollowDesktop;
 };
 
@@ -24,17 +27,55 @@ Choice& Chosen()
 
 } // namespace
 
+std::span<const SkinRecord* const> SkinTable()
+{
+    static const std::array skins = {&ClassicSkin(), &V7Skin()};
+    return skins;
+}
+
+const SkinRecord& RecordOf(Skin skin)
+{
+    const auto found = std::ranges::find(SkinTable(), skin, &SkinRecord::skin);
+    if (found == SkinTable().end())
+        throw std::invalid_argument("There is no skin " + std::to_string(static_cast<int>(skin)));
+    return **found;
+}
+
+const SkinRecord& CurrentSkin()
+{
+    return *Chosen().skin;
+}
+
+std::vector<Skin> AllSkins()
+{
+    std::vector<Skin> skins;
+    for (const SkinRecord* const record : SkinTable())
+        skins.push_back(record->skin);
+    return skins;
+}
+
+std::string NameOf(Skin skin)
+{
+    return std::string(RecordOf(skin).name);
+}
+
+const ListSizes& GetListSizes()
+{
+    return CurrentSkin().list;
+}
+
 void SetSkin(Skin skin)
 {
-    if (Chosen().skin == skin)
+    const SkinRecord& record = RecordOf(skin);
+    if (Chosen().skin == &record)
         return;
-    Chosen().skin = skin;
+    Chosen().skin = &record;
     SkinChanged();
 }
 
 Skin GetSkin()
 {
-    return Chosen().skin;
+    return CurrentSkin().skin;
 }
 
 bool IsRunningV7OrBeyond()
@@ -76,9 +117,14 @@ pixmill::Color GetFailureSurfaceColor()
     return CurrentColors().negativeSurface;
 }
 
+pixmill::Color GetBoxOutlineColor()
+{
+    return CurrentSkin().boxOutline();
+}
+
 float GetCornerRadius()
 {
-    return static_cast<float>(CornerRadius(GetSkin()));
+    return static_cast<float>(CurrentSkin().radii.corner);
 }
 
 } // namespace zetui::skins::utilities
@@ -103,7 +149,7 @@ std::string GetFontName(int)
 
 float GetFontSize(int sizeId)
 {
-    const float normal = skins::GetSkin() == skins::Skin::Classic ? 11.0f : 12.0f;
+    const float normal = skins::CurrentSkin().fontSize;
     return sizeId == 1 ? normal + 1 : normal;
 }
 

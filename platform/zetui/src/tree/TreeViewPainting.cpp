@@ -8,22 +8,17 @@
 #include <QPainter>
 
 #include <zetui/pixmill/Pixmill.h>
-#include <zetui/skins/Skins.h>
 
 #include "application/HandlerErrors.h"
 #include "nodes/NodeAccess.h"
+#include "pixmill/QtConversions.h"
 #include "pixmill/QtText.h"
-#include "skins/SkinColors.h"
+#include "skins/SkinRecord.h"
 #include "tree/TreeState.h"
 
 namespace zetui::controls {
 
 namespace {
-
-QColor QtColorOf(const pixmill::Color& color)
-{
-    return {color.red, color.green, color.blue, color.alpha};
-}
 
 /// Inside the rectangle, on whole pixels.
 void DrawFrame(QPainter& painter, const QRect& rect, const QColor& color, int width)
@@ -39,7 +34,7 @@ void DrawFrame(QPainter& painter, const QRect& rect, const QColor& color, int wi
 void TreeView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), QtColorOf(skins::CurrentColors().base));
+    painter.fillRect(event->rect(), pixmill::ToQt(skins::CurrentColors().base));
     if (!tree)
         return;
     const auto [first, last] = PlacesInSight();
@@ -64,19 +59,19 @@ QColor TreeView::RowColor(int place) const
 {
     const skins::SkinColors& colors = skins::CurrentColors();
     if (tree->IsSelected(place))
-        return QtColorOf(HasFocusWithin() ? colors.selection : colors.inactiveSelection);
+        return pixmill::ToQt(HasFocusWithin() ? colors.selection : colors.inactiveSelection);
     if (place == hoverPlace && isEnabled())
-        return QtColorOf(colors.hoverRow);
-    return QtColorOf(place % 2 == 0 ? colors.base : colors.alternateBase);
+        return pixmill::ToQt(colors.hoverRow);
+    return pixmill::ToQt(place % 2 == 0 ? colors.base : colors.alternateBase);
 }
 
 void TreeView::PaintRow(QPainter& painter, int place, const QRect& exposed)
 {
     painter.fillRect(exposed, RowColor(place));
     const QRect row = RowRect(place);
-    if (skins::IsRunningV7OrBeyond())
+    if (skins::CurrentSkin().hasRowLines)
         painter.fillRect(QRect(row.left(), row.bottom(), row.width(), 1) & exposed,
-                         QtColorOf(skins::CurrentColors().gridLine));
+                         pixmill::ToQt(skins::CurrentColors().gridLine));
     if (tree->drawCell)
         PaintCells(painter, place, row, exposed);
 }
@@ -105,7 +100,7 @@ void TreeView::PaintEmptyText(QPainter& painter)
 {
     constexpr int margin = 16;
     const skins::SkinColors& colors = skins::CurrentColors();
-    painter.setPen(QtColorOf(isEnabled() ? colors.placeholder : colors.disabledText));
+    painter.setPen(pixmill::ToQt(isEnabled() ? colors.placeholder : colors.disabledText));
     painter.setFont(font());
     painter.drawText(viewport()->rect().adjusted(margin, 4, -margin, -4),
                      static_cast<int>(Qt::AlignCenter | Qt::TextWordWrap),
@@ -115,7 +110,7 @@ void TreeView::PaintEmptyText(QPainter& painter)
 /// The selected cell, else the selected row, else where the keyboard would begin.
 void TreeView::PaintFocus(QPainter& painter)
 {
-    const QColor color = QtColorOf(skins::CurrentColors().focus);
+    const QColor color = pixmill::ToQt(skins::CurrentColors().focus);
     if (tree->options.indicateFocus)
         DrawFrame(painter, viewport()->rect(), color, 2);
     const int selected =

@@ -9,7 +9,7 @@
 #include <QScrollBar>
 
 #include <zetcore/utility/NullPtrException.h>
-#include <zetui/skins/Skins.h>
+#include <zetui/skins/ListSizes.h>
 
 #include "application/HandlerErrors.h"
 #include "nodes/NodeAccess.h"
@@ -35,13 +35,12 @@ void UI_MultiColumnTree::Init(TreeFlags) {}
 
 float UI_MultiColumnTree::GetDefaultRowHeight()
 {
-    return skins::IsRunningV7OrBeyond() ? 28.0F : 22.0F;
+    return skins::GetListSizes().rowHeight;
 }
 
-// Left and right as the skins' header titles have it, so that texts stand below their title.
 std::pair<float, float> UI_MultiColumnTree::GetDefaultCellPadding()
 {
-    return skins::IsRunningV7OrBeyond() ? std::pair(6.0F, 8.0F) : std::pair(3.0F, 6.0F);
+    return skins::GetListSizes().cellPadding;
 }
 
 float UI_MultiColumnTree::GetRowHeight() const

@@ -26,7 +26,7 @@ TEST(FaultSetting, refuses_what_is_malformed)
         EXPECT_FALSE(ParseFaultSetting(text)) << text;
 }
 
-/// The settings of one test; off again afterwards.
+/// Sets faults for one test, and clears them afterwards.
 class FaultPointTest : public ::testing::Test
 {
   protected:

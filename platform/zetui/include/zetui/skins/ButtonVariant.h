@@ -2,7 +2,7 @@
 
 namespace zetui::skins {
 
-/// How a button looks in the V7 skin.
+/// How a button looks, in skins that tell buttons apart.
 enum class ButtonVariant : int
 {
     Primary = 0,

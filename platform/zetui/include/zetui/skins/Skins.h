@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <zetui/Export.h>
 #include <zetui/pixmill/Types.h>
@@ -19,6 +20,10 @@ enum class Skin
 ZETUI_API void SetSkin(Skin skin);
 ZETUI_API Skin GetSkin();
 ZETUI_API bool IsRunningV7OrBeyond();
+/// The oldest first.
+ZETUI_API std::vector<Skin> AllSkins();
+/// In small letters, as users type it.
+ZETUI_API std::string NameOf(Skin skin);
 
 enum class Scheme
 {
@@ -37,6 +42,8 @@ ZETUI_API pixmill::Color GetDefaultTextColor();
 ZETUI_API pixmill::Color GetDefaultTextDisabledColor();
 /// Behind a text in the default colour that says that something has failed.
 ZETUI_API pixmill::Color GetFailureSurfaceColor();
+/// Of the line around a section of a window.
+ZETUI_API pixmill::Color GetBoxOutlineColor();
 /// Of what has round corners.
 ZETUI_API float GetCornerRadius();
 

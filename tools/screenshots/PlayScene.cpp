@@ -1,0 +1,303 @@
+#include "screenshots/PlayScene.h"
+
+#include <functional>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QCheckBox>
+#include <QFontDatabase>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTest>
+#include <zetcore/string/Utf.h>
+#include <zetui/skins/Skins.h>
+
+#include "commands/CommandLine.h"
+#include "screenshots/SavePicture.h"
+#include "screenshots/StepRunner.h"
+
+namespace screenshots {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+QWidget* Modal()
+{
+    QWidget* const window = QApplication::activeModalWidget();
+    return window && window->isVisible() ? window : nullptr;
+}
+
+/// A control by its name in the layout archive; null while the window does not have it.
+QWidget* Control(const char* id)
+{
+    QWidget* const window = Modal();
+    return window ? window->findChild<QWidget*>(QString::fromLatin1(id)) : nullptr;
+}
+
+bool IsManager()
+{
+    return Control("OKButton") != nullptr;
+}
+
+bool IsProgress()
+{
+    return Modal() && Modal()->findChild<QProgressBar*>();
+}
+
+bool IsAlert()
+{
+    return Modal() && !IsManager() && !IsProgress();
+}
+
+bool Click(const char* id)
+{
+    QWidget* const control = Control(id);
+    if (!control || !control->isEnabled())
+        return false;
+    QTest::mouseClick(control, Qt::LeftButton, {}, control->rect().center());
+    return true;
+}
+
+bool PressEscape()
+{
+    QTest::keyClick(Modal(), Qt::Key_Escape);
+    return true;
+}
+
+/// Answers all questions with no, until the manager is there.
+bool LeaveAlerts()
+{
+    if (IsAlert())
+        PressEscape();
+    return IsManager();
+}
+
+bool EndsWithNote(Action action)
+{
+    return action == Action::NoteOfOne || action == Action::NoteOfMany ||
+           action == Action::NoteWithoutScanner;
+}
+
+class SceneSteps
+{
+  public:
+    SceneSteps(const Scene& playedScene, const SceneFolders& sceneFolders, fs::path picturesFolder)
+        : scene(playedScene), folders(sceneFolders), pictures(std::move(picturesFolder))
+    {}
+
+    void AddTo(StepRunner& runner) const;
+
+  private:
+    std::function<bool()> Picture(const std::string& name) const;
+    void AddDrive(StepRunner& runner) const;
+    void AddNote(StepRunner& runner) const;
+    static void AddWhen(StepRunner& runner, const std::string& name, bool (*condition)(),
+                        std::function<bool()> act);
+
+    const Scene& scene;
+    const SceneFolders& folders;
+    fs::path pictures;
+};
+
+std::function<bool()> SceneSteps::Picture(const std::string& name) const
+{
+    return [file = pictures / (name + ".png")] {
+        QWidget* const window = Modal();
+        if (!window)
+            return false;
+        // Only posted events are handled. A timer would begin the next step, which may close the window.
+        QApplication::sendPostedEvents();
+        SavePicture(*window, file);
+        std::cout << file.string() << std::endl;
+        return true;
+    };
+}
+
+/// Waits for the condition, then acts until that succeeds.
+void SceneSteps::AddWhen(StepRunner& runner, const std::string& name, bool (*condition)(),
+                         std::function<bool()> act)
+{
+    runner.Then(name + ": window", condition);
+    // The event loop runs once more before this step: a window takes its final place and colours after it has
+    // been shown.
+    runner.Then(name, std::move(act));
+}
+
+void SceneSteps::AddDrive(StepRunner& runner) const
+{
+    AddWhen(runner, "the scan command", IsManager, [] { return Click("UpdateButton"); });
+    runner.Then("the scan's progress",
+                [] { return IsProgress() && Modal()->findChild<QProgressBar*>()->value() > 0; });
+    runner.Then("the picture of the scan", Picture("drive-1-scanning"));
+    // Some of the samples do not work.
+    AddWhen(runner, "the note after the scan", IsAlert, Picture("drive-2-note"));
+    runner.Then("the manager after the note", LeaveAlerts);
+    AddWhen(runner, "the list after the scan", IsManager, [] {
+        const auto* const list = qobject_cast<QAbstractItemView*>(Control("PluginList"));
+        return list && list->model()->rowCount() > 0;
+    });
+    runner.Then("the picture of the list", Picture("drive-3-scanned"));
+    runner.Then("the find box", [] {
+        QWidget* const box = Control("FindTextEdit");
+        QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
+        QTest::keyClicks(box, QStringLiteral("vst2_"));
+        return true;
+    });
+    runner.Then("the checkbox of the first plug-in found", [] {
+        for (QCheckBox* const box : Control("PluginList")->findChildren<QCheckBox*>()) {
+            if (!box->isVisible() || !box->isEnabled() || !box->isChecked())
+                continue;
+            // The widget fills its cell; only the box itself takes a click.
+            QStyleOptionButton option;
+            option.initFrom(box);
+            const QRect part = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+            QTest::mouseClick(box, Qt::LeftButton, {}, part.center());
+            return true;
+        }
+        return false;
+    });
+    runner.Then("the picture of the plug-ins found", Picture("drive-4-switched-off"));
+    runner.Then("OK", [] { return Click("OKButton"); });
+}
+
+void SceneSteps::AddNote(StepRunner& runner) const
+{
+    if (scene.action == Action::NoteWithoutScanner)
+        runner.Then("all plug-ins, and no scanner", [this] {
+            folders.TakeScannerAway();
+            return Click("RescanExisting");
+        });
+    runner.Then("the scan command", [] { return Click("UpdateButton"); });
+    AddWhen(runner, "the note", IsAlert, Picture(scene.name));
+    runner.Then("the manager after the note", LeaveAlerts);
+    runner.Then("Escape from the manager", PressEscape);
+}
+
+void SceneSteps::AddTo(StepRunner& runner) const
+{
+    if (scene.action == Action::StartAfterCrash || scene.action == Action::StartWithoutPreferences) {
+        AddWhen(runner, "the alert", IsAlert, Picture(scene.name));
+        // Closes further alerts of the start, until the manager is there.
+        runner.Then("the manager after the alerts", LeaveAlerts);
+        runner.Then("Escape", PressEscape);
+        return;
+    }
+    if (scene.action == Action::Drive) {
+        AddDrive(runner);
+        return;
+    }
+    AddWhen(runner, "the manager", IsManager, [this] {
+        if (scene.size)
+            Modal()->resize(*scene.size);
+        return true;
+    });
+    if (EndsWithNote(scene.action)) {
+        AddNote(runner);
+        return;
+    }
+    if (scene.action == Action::ScanAndCancel) {
+        runner.Then("all plug-ins", [] { return Click("RescanExisting"); });
+        runner.Then("the scan command", [] { return Click("UpdateButton"); });
+        runner.Then("the scan's progress", [] {
+            const auto* const bar = IsProgress() ? Modal()->findChild<QProgressBar*>() : nullptr;
+            return bar && bar->maximum() > 0 && bar->value() * 3 >= bar->maximum();
+        });
+    } else if (scene.action == Action::AskForDefaultFolders) {
+        runner.Then("the command for default folders", [] { return Click("DefaultDirectoriesButton"); });
+        runner.Then("the question", IsAlert);
+    } else if (scene.action == Action::FindNothing) {
+        runner.Then("the find text", [] {
+            QTest::keyClicks(Control("FindTextEdit"), QStringLiteral("no plug-in has this"));
+            return true;
+        });
+    } else if (scene.action == Action::MoveToCell) {
+        runner.Then("the cell", [] {
+            QWidget* const list = Control("PluginList");
+            list->setFocus(Qt::TabFocusReason);
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right})
+                QTest::keyClick(QApplication::focusWidget(), key);
+            return true;
+        });
+    } else if (scene.action == Action::PickButton) {
+        runner.Then("the button in a row", [] {
+            QWidget* const button = Control("PluginList")->findChild<QPushButton*>();
+            if (button)
+                button->setFocus(Qt::MouseFocusReason);
+            return button != nullptr;
+        });
+    }
+    runner.Then("the picture", Picture(scene.name));
+    if (scene.action == Action::ScanAndCancel || scene.action == Action::AskForDefaultFolders) {
+        runner.Then("Escape", PressEscape);
+        runner.Then("the manager again", LeaveAlerts);
+    }
+    runner.Then("Escape from the manager", PressEscape);
+}
+
+bool HasLetters(const std::string& language)
+{
+    if (language == "ja")
+        return !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
+    return language != "zh-Hans" || !QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty();
+}
+
+std::string Utf8(const fs::path& path)
+{
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+} // namespace
+
+void PlayScene(const Scene& scene, const SceneFolders& folders, const fs::path& pictures)
+{
+    if (!HasLetters(scene.language)) {
+        std::cerr << "screenshots: no picture " << scene.name << ", because no font has its letters\n";
+        return;
+    }
+    const fs::path preferences = scene.action == Action::StartWithoutPreferences
+                                     ? folders.UnusablePreferences()
+                                     : folders.CopyOfPreferences(scene.content == Content::Plugins);
+    if (scene.action == Action::StartAfterCrash)
+        folders.LeaveMarkerOfCrash(preferences);
+    if (scene.action == Action::NoteOfMany)
+        folders.AddManyChanges(preferences);
+    else if (EndsWithNote(scene.action))
+        folders.AddNewPlugins(preferences);
+    zetui::skins::SetScheme(scene.dark ? zetui::skins::Scheme::Dark : zetui::skins::Scheme::Light);
+
+    StepRunner runner;
+    const SceneSteps steps(scene, folders, pictures);
+    steps.AddTo(runner);
+    // When the manager has closed, it tells once more what could not be saved.
+    runner.Afterwards([] {
+        if (Modal())
+            PressEscape();
+    });
+    runner.Begin();
+    const std::vector<std::string> arguments = {"--prefs", Utf8(preferences), "--skin", scene.skin,
+                                                "--lang",  scene.language,    "manage"};
+    const int status = zetaudiopluginmanager::RunCommandLine(arguments, std::cerr);
+    if (!runner.IsDone())
+        throw std::runtime_error("the manager closed too early, with status " + std::to_string(status));
+    if (scene.action == Action::StartWithoutPreferences)
+        return;
+    if (status != 0)
+        throw std::runtime_error("the manager ended with status " + std::to_string(status));
+    if (scene.action != Action::Drive)
+        return;
+    std::ostringstream disabled;
+    zetaudiopluginmanager::RunCommandLine({"--prefs", Utf8(preferences), "list", "--disabled"}, disabled);
+    if (disabled.str().find("vst2_") == std::string::npos)
+        throw std::runtime_error("no plug-in was switched off");
+    std::cerr << "switched off:\n" << disabled.str();
+}
+
+} // namespace screenshots
