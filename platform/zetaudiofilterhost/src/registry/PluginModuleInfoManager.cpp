@@ -173,7 +173,7 @@ std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoP
 {
     Configuration configuration;
     for (const InfoPtr& info : infos)
-        if (info && !info->GetLocator().ToString().empty())
+        if (info && info->GetLocator().IsValid())
             configuration.modules.push_back(info);
     return WriteConfiguration(configuration);
 }
@@ -193,7 +193,7 @@ void PluginModuleInfoManager::UndoTo(const Copy& copy)
     state->UndoTo(copy);
 }
 
-std::string PluginModuleInfoManager::GetLoadError() const
+std::optional<zetcore::utility::Reason> PluginModuleInfoManager::GetLoadError() const
 {
     return state->loadError;
 }
