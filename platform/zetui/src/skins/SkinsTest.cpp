@@ -16,11 +16,11 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <zetui/pixmill/Pixmill.h>
-#include <zetui/skins/ButtonVariant.h>
 
 #include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
 #include "skins/SkinStyle.h"
+#include "testing/PrintSkin.h"
 #include "testing/WindowsFixture.h"
 
 namespace zetui::skins {
@@ -46,7 +46,7 @@ TEST_F(Skins, ColoursAndFontsFollowTheChoice)
 {
     for (const bool dark : {false, true}) {
         SetScheme(dark ? Scheme::Dark : Scheme::Light);
-        for (const Skin skin : {Skin::Classic, Skin::V7}) {
+        for (const Skin skin : AllSkins()) {
             SetSkin(skin);
             EXPECT_EQ(utilities::GetDefaultTextColor(), ColorsOf(skin, dark).text);
             EXPECT_EQ(utilities::GetDefaultTextDisabledColor(), ColorsOf(skin, dark).disabledText);
@@ -59,7 +59,7 @@ TEST_F(Skins, ColoursAndFontsFollowTheChoice)
     }
     EXPECT_FALSE(ui::GetFontName(0).empty());
     EXPECT_EQ(pixmill::ValidateFontName(ui::GetFontName(0)), ui::GetFontName(0));
-    for (const Skin skin : {Skin::Classic, Skin::V7}) {
+    for (const Skin skin : AllSkins()) {
         SetSkin(skin);
         EXPECT_GE(ui::GetFontSize(0), 11);
         EXPECT_GT(ui::GetFontSize(1), ui::GetFontSize(0));
@@ -69,7 +69,7 @@ TEST_F(Skins, ColoursAndFontsFollowTheChoice)
 
 TEST_F(Skins, AnApplicationThatIsOursWearsTheSkinAndFollowsTheChoice)
 {
-    for (const Skin skin : {Skin::Classic, Skin::V7})
+    for (const Skin skin : AllSkins())
         for (const Scheme scheme : {Scheme::Dark, Scheme::Light}) {
             SetSkin(skin);
             SetScheme(scheme);
@@ -294,11 +294,10 @@ TEST_P(SkinLook, TheWholeScrollBarScrolls)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SkinLook,
-                         ::testing::Combine(::testing::Values(Skin::Classic, Skin::V7),
+                         ::testing::Combine(::testing::ValuesIn(AllSkins()),
                                             ::testing::Values(Scheme::Light, Scheme::Dark)),
                          [](const auto& parameters) {
-                             return std::string(std::get<0>(parameters.param) == Skin::Classic ? "Classic"
-                                                                                               : "V7") +
+                             return NameOf(std::get<0>(parameters.param)) +
                                     (std::get<1>(parameters.param) == Scheme::Dark ? "Dark" : "Light");
                          });
 

@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include "skins/SkinColors.h"
+#include "testing/PrintSkin.h"
 #include "testing/TreeFixture.h"
 
 namespace zetui::controls {
@@ -233,11 +234,10 @@ TEST_P(TreeFocus, IsSeenWithoutRowsWithoutSelectionInARowAndInACell)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TreeFocus,
-                         testing::Combine(testing::Values(skins::Skin::Classic, skins::Skin::V7),
+                         testing::Combine(testing::ValuesIn(skins::AllSkins()),
                                           testing::Values(skins::Scheme::Light, skins::Scheme::Dark)),
                          [](const auto& given) {
-                             return std::string(std::get<0>(given.param) == skins::Skin::Classic ? "Classic"
-                                                                                                 : "V7") +
+                             return NameOf(std::get<0>(given.param)) +
                                     (std::get<1>(given.param) == skins::Scheme::Dark ? "Dark" : "Light");
                          });
 
