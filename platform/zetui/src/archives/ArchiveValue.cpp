@@ -190,7 +190,7 @@ std::string Parser::ParseText(const pugi::xml_node& element) const
     if (text.size() > longestArchiveText)
         Fail(element, "a text is longer than " + std::to_string(longestArchiveText) + " bytes");
     const std::wstring wide = zetcore::string::UTF8to16(text);
-    // Where wide strings have no room for stray bytes, these have become something else.
+    // If wide strings have no room for stray bytes here, these have become something else.
     if (zetcore::string::UTF16to8(wide) != text)
         Fail(element, "a text is not valid UTF-8");
     for (std::size_t i = 0; i < wide.size(); ++i) {

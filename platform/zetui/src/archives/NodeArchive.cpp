@@ -67,9 +67,10 @@ NodePtr Loader::Load(const ArchiveValue& value, int depth)
     auto* const view = dynamic_cast<UI_SubView*>(node.get());
     if (!view && !children.empty())
         archived.Context().Fail(archived.Line(), "cannot have children");
+    // The lines are those of the first node that has a property, so parents come before their children.
+    archived.AddUnread(lineOfUnread);
     for (const ArchiveValue* const child : children)
         view->InsertChild(Load(*child, depth + 1));
-    archived.AddUnread(lineOfUnread);
     return node;
 }
 

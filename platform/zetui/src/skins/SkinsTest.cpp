@@ -19,6 +19,7 @@
 
 #include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
+#include "skins/SkinRecord.h"
 #include "skins/SkinStyle.h"
 #include "testing/PrintSkin.h"
 #include "testing/WindowsFixture.h"
@@ -138,7 +139,7 @@ TEST_F(Skins, TakingASkinOffGivesTheApplicationItsLookBack)
     EXPECT_EQ(QApplication::font(), font);
 }
 
-/// In each skin and scheme.
+/// These tests run in each skin and scheme.
 class SkinLook : public WindowsFixture, public ::testing::WithParamInterface<std::tuple<Skin, Scheme>>
 {
   protected:
@@ -187,7 +188,8 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
         const QImage without = widget->grab().toImage();
         widget->setFocus(Qt::TabFocusReason);
         ASSERT_TRUE(widget->hasFocus());
-        // About the outline of the smallest thing that has a focus, the box of a check box.
+        // The box of a check box is the smallest thing that has a focus. Its outline has about so many
+        // pixels.
         EXPECT_GE(VisibleDifference(without, widget->grab().toImage()), 30)
             << widget->metaObject()->className();
     }
@@ -225,16 +227,16 @@ TEST_P(SkinLook, TheButtonThatReturnPressesStandsOut)
 {
     QWidget window;
     QPushButton ok(QStringLiteral("OK"), &window), other(QStringLiteral("OK"), &window);
-    // In V7 the archive says by its variant which one it is.
+    // In a skin with button variants, the archive says by the variant which one it is.
+    const bool hasVariants = RecordOf(std::get<0>(GetParam())).hasButtonVariants;
     ok.setProperty(kVariantProperty,
-                   static_cast<int>(std::get<0>(GetParam()) == Skin::V7 ? ButtonVariant::Accent
-                                                                        : ButtonVariant::Primary));
+                   static_cast<int>(hasVariants ? ButtonVariant::Accent : ButtonVariant::Primary));
     other.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Primary));
     ok.setDefault(true);
     for (QPushButton* const button : {&ok, &other})
         button->resize(77, 24);
     const QImage plain = other.grab().toImage(), standingOut = ok.grab().toImage();
-    // By its outline and by its face.
+    // The outline differs, and the face.
     int different = 0;
     for (int y = 0; y < plain.height(); ++y) {
         for (int x = 0; x < plain.width(); ++x) {

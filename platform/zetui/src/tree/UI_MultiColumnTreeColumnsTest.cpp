@@ -185,7 +185,7 @@ TEST_F(TreeWithoutRows, SaysWhyThereAreNone)
     EXPECT_EQ(view.viewport()->grab().toImage().pixel(5, 5), blank.pixel(5, 5));
 }
 
-/// In each skin and scheme.
+/// These tests run in each skin and scheme.
 class TreeFocus : public TreeFixture,
                   public testing::WithParamInterface<std::tuple<skins::Skin, skins::Scheme>>
 {
@@ -197,7 +197,7 @@ class TreeFocus : public TreeFixture,
         MakeColumns();
         tree->SetSupportUserSelectableCells(true);
     }
-    /// Of the list's pixels, those that people see change when the list gets the focus.
+    /// The number of the list's pixels that people see change when the list gets the focus.
     int SeenOfTheFocus()
     {
         before.setFocus();
