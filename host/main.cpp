@@ -1,7 +1,7 @@
 #include <iostream>
 
 #include "commands/CommandLine.h"
-#include "commands/Console.h"
+#include "terminal/Console.h"
 
 int main(int argumentCount, char** arguments)
 {

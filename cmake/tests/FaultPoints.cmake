@@ -1,6 +1,12 @@
-# What users install has no fault points. A second build of all products would show that, but it takes too long for
-# every run of the tests: the files that have fault points are compiled a second time instead, without them. The
-# package itself is looked at where it is made.
+add_test(NAME fault_points.tests_without_them_are_refused
+  COMMAND ${CMAKE_COMMAND} -S "${PROJECT_SOURCE_DIR}" -B "${CMAKE_CURRENT_BINARY_DIR}/tests_without_fault_points"
+          -G "${CMAKE_GENERATOR}" -DZET_FAULT_POINTS=OFF)
+set_tests_properties(fault_points.tests_without_them_are_refused PROPERTIES
+  PASS_REGULAR_EXPRESSION "The tests need fault points, which no package must have")
+
+# Users install programs without fault points. A second build of all products would show that, but it takes too long for
+# every run of the tests. Instead, the files that have fault points are compiled a second time without them. The package
+# itself is checked where it is made.
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release" OR ZET_SANITIZE)
   # Without optimization, an object holds the texts of calls that do nothing.
   return()
@@ -64,3 +70,6 @@ foreach(library IN LISTS libraries)
 endforeach()
 zet_fault_points_test(names_are_in_a_build_with_them ON ${with})
 zet_fault_points_test(names_are_in_no_build_without_them OFF ${without})
+zet_fault_points_test(a_package_with_a_name_is_refused OFF ${with})
+set_tests_properties(fault_points.a_package_with_a_name_is_refused PROPERTIES
+  PASS_REGULAR_EXPRESSION "holds the name of a fault +point: ZET_FAULT")

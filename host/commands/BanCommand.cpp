@@ -1,7 +1,7 @@
 #include "commands/BanCommand.h"
 
-#include "commands/DisplayText.h"
-#include "commands/PluginFile.h"
+#include "terminal/DisplayText.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -10,7 +10,7 @@ ExitStatus RunBanCommand(HostSession& session, const std::vector<std::string>& f
     std::vector<zetaudiofilterhost::PluginLocator> modules;
     bool allThere = true;
     for (const std::string& file : files) {
-        const auto module = LocatorOfArgument(session, file);
+        const auto module = LocatorOfArgument(session.Registry(), session.Banned(), file);
         if (session.Banned().IsBanned(module)) {
             Say("already banned: " + ForTerminal(module.GetPath()));
         } else if (session.Registry().FindModule(module).empty() && !PathExists(module.GetPath())) {

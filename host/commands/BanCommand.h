@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "commands/HostSession.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
-/// Changes nothing when one of the files is neither there nor known.
+/// Bans the files. When one of them neither exists nor is known, nothing changes.
 ExitStatus RunBanCommand(HostSession& session, const std::vector<std::string>& files);
 
 } // namespace zetaudiopluginmanager

@@ -42,7 +42,7 @@ void AddScan(CLI::App& app, Choice& choice)
     scan->add_flag("--rescan", choice.scan.rescan, "Scan known plug-ins again");
     CLI::Option* inProcess =
         scan->add_flag("--in-process", choice.scan.inProcess, "Load plug-ins into this process");
-    // Only a process of its own can be ended in the middle of a plug-in.
+    // A plug-in that takes too long can be ended only in a process of its own.
     inProcess->excludes(app.get_option("--timeout"));
     scan->add_flag("--json", choice.scan.json, "Print the result as JSON");
     AddFiles(*scan, choice.scan.files, "PLUGIN-FILE");
@@ -177,7 +177,7 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     app.add_flag("--quiet", choice.quiet, "No progress and no summary, only what went wrong");
     app.require_subcommand(hasDisplay ? 0 : 1, 1);
     app.fallthrough();
-    // A path may start with a slash on Windows too.
+    // Paths may start with a slash on Windows, too.
     app.allow_windows_style_options(false);
     app.footer(footer);
     AddManage(app, choice);

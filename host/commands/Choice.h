@@ -9,9 +9,9 @@
 
 #include "commands/EnableCommand.h"
 #include "commands/FoldersCommand.h"
-#include "commands/HostSession.h"
 #include "commands/ListCommand.h"
 #include "commands/ScanCommand.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
@@ -29,19 +29,19 @@ struct Choice
     FolderOptions folders;
     ReloadOptions reload;
     std::vector<std::string> files;
-    /// It shows what is there, and makes no preferences folder for it.
+    /// The command changes nothing, so the preferences folder must exist already.
     bool onlyLooks = false;
     Command command;
 };
 
-/// Gives the parser the program's options and commands, which write to the choice; it must outlive the
+/// Gives the parser the program's options and commands. They write to the choice, which must outlive the
 /// parser. Without a display, a command is required.
 void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay);
 
 /// The words that `--skin` takes.
 std::vector<std::string> SkinNames();
 
-/// Opening the manager's window.
+/// Chooses the command that opens the manager's window.
 void ChooseManager(Choice& choice);
 
 } // namespace zetaudiopluginmanager

@@ -15,16 +15,16 @@
 #include <zetui/skins/Skins.h>
 
 #include "commands/Choice.h"
-#include "commands/Console.h"
-#include "commands/Language.h"
-#include "commands/PluginFile.h"
 #include "commands/UsageError.h"
+#include "session/Language.h"
+#include "terminal/Console.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
 namespace {
 
-/// The parser takes "[a,b]" for a list of two. As a file name it means what it says.
+/// The parser would read "[a,b]" as a list of two values. Here it is one file name.
 std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
 {
     constexpr std::array<std::string_view, 5> textOptions{"--filter", "--client", "--lang", "--skin",
@@ -62,7 +62,7 @@ void ChooseLanguage(const std::string& asked)
     }
 }
 
-/// For the scanner processes that are started, and for what this process says about them.
+/// Tells the limit to the scanner processes, and to the texts of this process about them.
 void ChooseTimeout(const std::string& seconds)
 {
     if (!zetcore::debug::ParseSeconds(seconds))

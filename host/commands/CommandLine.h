@@ -6,9 +6,8 @@
 
 namespace zetaudiopluginmanager {
 
-/// The whole program: reads the arguments (UTF-8, without the program's name), carries out the command and
-/// returns the exit status. What the command prints goes to `output`, messages to standard error. Main
-/// thread.
+/// The whole program: it reads the arguments (UTF-8, without the program's name), carries out the command and
+/// returns the exit status. The command prints to `output`. Messages go to standard error. Main thread.
 int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

@@ -11,7 +11,7 @@
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
 
-#include "commands/Console.h"
+#include "terminal/Console.h"
 
 namespace zetaudiopluginmanager {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "commands/DisplayText.h"
-#include "commands/PluginFile.h"
+#include "terminal/DisplayText.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -12,10 +12,10 @@ namespace {
 using zetaudiofilterhost::ModuleStatus;
 using InfoPtr = zetaudiofilterhost::PluginModuleInfoManager::InfoPtr;
 
-/// The working records of one file; says why when there are none.
+/// The working records of one file. When there are none, it says why.
 std::vector<InfoPtr> WorkingRecords(const HostSession& session, const std::string& file)
 {
-    const auto module = LocatorOfArgument(session, file);
+    const auto module = LocatorOfArgument(session.Registry(), session.Banned(), file);
     const std::string shown = ForTerminal(module.GetPath());
     if (session.Banned().IsBanned(module)) {
         Say("banned ('reload' scans it again): " + shown);

@@ -3,19 +3,19 @@
 #include <string>
 #include <vector>
 
-#include "commands/HostSession.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
 struct EnableOptions
 {
-    /// The plug-ins become this.
+    /// False: the plug-ins are disabled.
     bool enabled = true;
     bool all = false;
     std::vector<std::string> files;
 };
 
-/// Changes nothing when one of the files is not a known, working plug-in.
+/// Enables or disables plug-ins. When one of the files is not a known, working plug-in, nothing changes.
 ExitStatus RunEnableCommand(HostSession& session, const EnableOptions& options);
 
 } // namespace zetaudiopluginmanager

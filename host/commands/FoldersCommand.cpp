@@ -7,8 +7,8 @@
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/string/Utf.h>
 
-#include "commands/DisplayText.h"
-#include "commands/PluginFile.h"
+#include "terminal/DisplayText.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -64,7 +64,7 @@ bool Add(HostSession& session, const std::vector<std::wstring>& folders, bool of
     return all;
 }
 
-/// The folders as their technology writes them.
+/// True when the technology has the folder, perhaps in another spelling of the path.
 bool IsRegistered(const PluginTechnology& technology, const std::wstring& folder)
 {
     return std::any_of(

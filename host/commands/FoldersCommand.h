@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "commands/HostSession.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
@@ -20,12 +20,12 @@ struct FolderOptions
 {
     FolderAction action = FolderAction::List;
     std::vector<std::string> folders;
-    /// Add those, too, that are not there: on a drive that is not attached now.
+    /// Adds folders that do not exist, too: they may be on a drive that is not attached now.
     bool offline = false;
 };
 
-/// A folder is added for every technology that this system can load, and removed from every one. What is no
-/// folder is not added, and neither are the others then.
+/// Lists or changes the folders that are scanned. A folder is added for every technology that this system can
+/// load, and removed from every technology. When an argument is no folder, nothing is added.
 ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

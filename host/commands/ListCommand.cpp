@@ -4,9 +4,9 @@
 
 #include <zetcore/string/Utf.h>
 
-#include "commands/Console.h"
-#include "commands/JsonOutput.h"
-#include "commands/PluginTable.h"
+#include "output/JsonOutput.h"
+#include "output/PluginTable.h"
+#include "terminal/Console.h"
 
 namespace zetaudiopluginmanager {
 

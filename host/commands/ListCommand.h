@@ -3,8 +3,8 @@
 #include <iosfwd>
 #include <string>
 
-#include "commands/HostSession.h"
-#include "commands/PluginRow.h"
+#include "output/PluginRow.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
@@ -15,6 +15,7 @@ struct ListOptions
     RowChoice choice = RowChoice::All;
 };
 
+/// Prints the plug-ins as a table or as JSON.
 ExitStatus RunListCommand(HostSession& session, const ListOptions& options, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "commands/HostSession.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
-/// Opens the manager as a host does, with what it remembers from the last run. Needs a session with windows.
+/// Opens the manager's window with the settings of the last run. The session must be one with windows.
 ExitStatus RunManageCommand(HostSession& session);
 
 } // namespace zetaudiopluginmanager

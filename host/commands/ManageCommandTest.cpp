@@ -18,7 +18,7 @@
 #include <zetui/skins/Skins.h>
 
 #include "commands/CommandLine.h"
-#include "commands/WindowSettings.h"
+#include "session/WindowSettings.h"
 
 namespace zetaudiopluginmanager {
 namespace {

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <ostream>
 
-#include "commands/Console.h"
-#include "commands/DisplayText.h"
-#include "commands/PluginFile.h"
 #include "commands/ScanCommand.h"
 #include "commands/ScanRun.h"
+#include "terminal/Console.h"
+#include "terminal/DisplayText.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -14,7 +14,7 @@ namespace {
 using zetaudiofilterhost::PluginLocator;
 using zetaudiopluginhostui::ScanEnd;
 
-/// The banned plug-ins of one module: itself, or sub-components of it.
+/// The bans of one module: that of the module itself, or those of its sub-components.
 std::vector<PluginLocator> BannedOfModule(const HostSession& session, const PluginLocator& module)
 {
     std::vector<PluginLocator> locators;
@@ -32,7 +32,7 @@ ScanReport Reload(HostSession& session, const PluginLocator& module)
 
     std::vector<PluginLocator> vanished;
     session.Registry().CollectPotentialPlugins(true, vanished);
-    // One that lies in no registered folder counts as vanished too, but its file can be scanned.
+    // A plug-in that lies in no registered folder counts as vanished, too, but its file can be scanned.
     const bool gone = std::find(vanished.begin(), vanished.end(), module) != vanished.end() &&
                       session.Registry().IsFileGone(module);
     if (!gone)
@@ -65,14 +65,14 @@ std::optional<std::vector<PluginLocator>> AllBannedModules(const HostSession& se
     return WithoutDoubles(std::move(modules));
 }
 
-/// No list at all when one of them is not banned.
+/// The modules to reload. No list at all when one of the files is not banned.
 std::optional<std::vector<PluginLocator>> BannedModules(const HostSession& session,
                                                         const std::vector<std::string>& files)
 {
     std::vector<PluginLocator> modules;
     bool allBanned = true;
     for (const std::string& file : files) {
-        modules.push_back(LocatorOfArgument(session, file));
+        modules.push_back(LocatorOfArgument(session.Registry(), session.Banned(), file));
         if (BannedOfModule(session, modules.back()).empty()) {
             Say("not banned: " + ForTerminal(modules.back().GetPath()));
             allBanned = false;
@@ -98,7 +98,7 @@ ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, 
         if (outcome.IsComplete() && !outcome.Ended(ScanEnd::How::Cancelled))
             continue;
         SayWhatIsBannedAgain(session.Scans().Last().bannedAgain);
-        // The others would fare no better.
+        // A user who has cancelled wants no more scans, and a scanner that did not start would not start now.
         if (outcome.Ended(ScanEnd::How::Cancelled) || outcome.Ended(ScanEnd::How::NotStarted)) {
             const std::vector<PluginLocator> rest(module + 1, named->end());
             SayWhatIsBannedAgain(rest);

@@ -4,11 +4,11 @@
 
 #include <zetaudiofilterhost/PluginFormat.h>
 
-#include "commands/Console.h"
-#include "commands/DisplayText.h"
-#include "commands/JsonOutput.h"
-#include "commands/PluginFile.h"
 #include "commands/ScanRun.h"
+#include "output/JsonOutput.h"
+#include "terminal/Console.h"
+#include "terminal/DisplayText.h"
+#include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
 
@@ -20,7 +20,7 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 
-/// Finds in this folder as a search of the registered folders does.
+/// Searches this folder as registered folders are searched.
 std::vector<PluginLocator> PluginsInFolder(const std::wstring& folder)
 {
     PluginModuleInfoManager search;
@@ -30,21 +30,22 @@ std::vector<PluginLocator> PluginsInFolder(const std::wstring& folder)
     return search.CollectPotentialPlugins(false, vanished);
 }
 
-/// A folder with plug-ins, and not a bundle, which is one itself.
+/// True for a folder that holds plug-ins. A bundle is a folder, too, but is itself a plug-in.
 bool IsFolderOfPlugins(const PluginLocator& named)
 {
     const PluginFormat* format = zetaudiofilterhost::FindPluginFormat(named.GetTechnologyType());
     return IsFolder(named.GetPath()) && !(format && format->files.bundle);
 }
 
-/// The modules to scan by name; nothing when one of them is not there.
+/// The modules that the files and folders stand for. No list at all when one is missing
+/// or is no plug-in.
 std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& session,
                                                         const std::vector<std::string>& files)
 {
     std::vector<PluginLocator> modules;
     bool allThere = true;
     for (const std::string& file : files) {
-        const PluginLocator module = LocatorOfArgument(session, file);
+        const PluginLocator module = LocatorOfArgument(session.Registry(), session.Banned(), file);
         const std::string shown = ForTerminal(module.GetPath());
         std::vector<PluginLocator> found{module};
         if (!PathExists(module.GetPath())) {

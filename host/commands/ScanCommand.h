@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "commands/HostSession.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
@@ -13,10 +13,11 @@ struct ScanOptions
     bool rescan = false;
     bool inProcess = false;
     bool json = false;
-    /// Scan just these, and what lies in those that are folders; all registered folders when empty.
+    /// Plug-ins, and folders of plug-ins, to scan. When empty, all registered folders are scanned.
     std::vector<std::string> files;
 };
 
+/// Scans and prints what the scan has found and changed.
 ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std::ostream& output);
 
 struct ReloadOptions
@@ -25,7 +26,8 @@ struct ReloadOptions
     std::vector<std::string> files;
 };
 
-/// Leaves the banned list and is scanned again; one whose file is gone leaves both lists.
+/// Takes banned plug-ins out of the banned list and scans them again. A plug-in whose file is gone leaves the
+/// registry, too.
 ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, std::ostream& output);
 
 } // namespace zetaudiopluginmanager

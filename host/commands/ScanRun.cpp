@@ -9,9 +9,9 @@
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
-#include "commands/Console.h"
-#include "commands/DisplayText.h"
-#include "commands/ScannerProgram.h"
+#include "scan/ScannerProgram.h"
+#include "terminal/Console.h"
+#include "terminal/DisplayText.h"
 
 namespace zetaudiopluginmanager {
 
@@ -28,7 +28,7 @@ std::vector<PluginLocator> BannedLocators(const HostSession& session)
     return {session.Banned().BannedBegin(), session.Banned().BannedEnd()};
 }
 
-/// Of a module that the scan has reached.
+/// Adds a module that the scan has reached to the report's counts.
 void CountModule(const HostSession& session, const PluginLocator& module, ScanReport& report)
 {
     ++report.scanned;
@@ -51,9 +51,9 @@ ScanEnd Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
     return scan->GetEnd();
 }
 
-/// A scanner that a plug-in brought down leaves the reason. One without was brought down from outside, and
-/// the plug-in that it was at, which is banned as the others are, gets a second scan. Not a third. Their bans
-/// are lifted here.
+/// A scanner that a plug-in brings down leaves a reason. A scanner that leaves none was ended from outside,
+/// and the plug-in that it was scanning was banned by mistake. This lifts such bans and returns their
+/// plug-ins, which are then scanned once more.
 std::vector<PluginLocator> TakeUnexplained(HostSession& session, const std::vector<PluginLocator>& modules,
                                            const RegistrySnapshot& before)
 {
@@ -61,7 +61,7 @@ std::vector<PluginLocator> TakeUnexplained(HostSession& session, const std::vect
     std::vector<PluginLocator> unexplained;
     for (const PluginLocator& locator : bannedNow) {
         const auto info = session.Banned().GetBanInfo(locator);
-        // Another host's bans may have come in, too.
+        // A ban may also be another host's, which was read meanwhile.
         const bool isOurs = std::find(modules.begin(), modules.end(), locator) != modules.end() &&
                             !before.Bans().contains(locator);
         if (isOurs && info && info->reason.empty())
@@ -89,7 +89,7 @@ std::vector<PluginLocator> BansToTryAgain(const HostSession& session,
     return due;
 }
 
-/// Notes the outcome of each; those of a scan that did not come to its end may not have been tried.
+/// Notes for each ban whether it was lifted. A scan that was ended early may not have tried all of them.
 void NoteTriedAgain(const HostSession& session, const std::vector<PluginLocator>& due, ScanReport& report)
 {
     for (const PluginLocator& locator : due) {
@@ -111,7 +111,7 @@ void SayWhyItDidNotStart(const std::string& reason)
 {
     const ScannerProgramState state = LookAtScannerProgram();
     const std::string program = ForTerminal(ScannerProgramPath());
-    // The scan knows more about a program that can be started.
+    // The program can be started, so the scan knows more about the failure.
     if (state != ScannerProgramState::Startable || reason.empty())
         Say(DescribeFailedStart(state, ScannerProgramPath()));
     else
@@ -130,7 +130,7 @@ ScanReport RunScan(HostSession& session, const std::vector<PluginLocator>& modul
     ScanReport report;
     report.end = Scan(modules, useSeparateProcess);
     std::vector<ChangedPlugin> unreached = session.Scans().Last().changes.unreached;
-    // A scanner that cannot save anything could not leave a reason either.
+    // When files could not be saved, the scanner could not leave its reason either.
     const bool wentWell = report.Ended(ScanEnd::How::Done) && session.Shown().cautions == cautionsBefore;
     if (useSeparateProcess && wentWell) {
         const std::vector<PluginLocator> again = TakeUnexplained(session, modules, before);
@@ -183,7 +183,7 @@ ExitStatus StatusOf(const HostSession& session, const ScanReport& report)
         return ExitStatus::Cancelled;
     if (report.IsComplete())
         return session.Status();
-    // A scanner that came to its end has done its work. Results without a record could not be handed over.
+    // The scanner did its work to the end. So results that are missing could not be saved.
     const auto& unreached = report.changes.unreached;
     const bool scannerIsWell = report.Ended(ScanEnd::How::Done) &&
                                std::all_of(unreached.begin(), unreached.end(),

@@ -4,19 +4,19 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 
-#include "commands/HostSession.h"
-#include "commands/ScanReport.h"
+#include "scan/ScanReport.h"
+#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
-/// Scans exactly these modules and says what came of it since `before`. Main thread.
+/// Scans exactly these modules and reports what has changed since `before`. Main thread.
 ScanReport RunScan(HostSession& session, const std::vector<zetaudiofilterhost::PluginLocator>& modules,
                    bool useSeparateProcess, const RegistrySnapshot& before);
 
-/// Why the report is not complete, if it is not.
+/// Says on standard error why the report is not complete. Says nothing about a complete one.
 void SayWhatIsMissing(const ScanReport& report);
 
-/// The exit status of the report; the session's own status where the report is complete.
+/// The exit status that fits the report. A complete report leaves it to the session's own status.
 ExitStatus StatusOf(const HostSession& session, const ScanReport& report);
 
 } // namespace zetaudiopluginmanager

@@ -8,7 +8,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// The command behind all others on the command line; the program itself when there is none.
+/// The last command on the command line, or the program itself when there is no command.
 const CLI::App& InnermostCommand(const CLI::App& app)
 {
     const CLI::App* innermost = &app;
@@ -17,7 +17,7 @@ const CLI::App& InnermostCommand(const CLI::App& app)
     return *innermost;
 }
 
-/// "zetaudiopluginmanager folders add".
+/// The program and its commands as a user types them: "zetaudiopluginmanager folders add".
 std::string FullName(const CLI::App& command)
 {
     const CLI::App* const parent = command.get_parent();
@@ -32,7 +32,7 @@ Words CommandsOf(const CLI::App& app)
     return names;
 }
 
-/// Those of the command, then those of the commands around it.
+/// The options of the command, then those of the commands around it.
 Words OptionsOf(const CLI::App& command)
 {
     Words names;
@@ -45,7 +45,7 @@ Words OptionsOf(const CLI::App& command)
     return names;
 }
 
-/// The option whose name, as the parser says it, begins the text.
+/// The option that the parser's text begins with.
 const CLI::Option* OptionThatBegins(const CLI::App& command, const std::string& text)
 {
     for (const CLI::App* app = &command; app; app = app->get_parent())

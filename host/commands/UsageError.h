@@ -9,7 +9,7 @@
 
 namespace zetaudiopluginmanager {
 
-/// The arguments ask for what there is not. The text names the wrong word, and says what there is.
+/// The arguments ask for something that does not exist. The text names the wrong word and the right ones.
 class usage_error : public std::runtime_error
 {
   public:
@@ -19,8 +19,8 @@ class usage_error : public std::runtime_error
 /// "a, b and c".
 std::string JoinWords(const std::vector<std::string>& words, std::string_view lastJoint = "and");
 
-/// The mistake in the arguments, in this program's words: one line that names the wrong word and says
-/// what there is, and one with where to read more. `app` is the parser that threw the error.
+/// Describes the mistake in the arguments in two lines: the first names the wrong word and the right ones,
+/// the second says where to read more. `app` is the parser that threw the error.
 std::string DescribeUsageError(const CLI::App& app, const CLI::ParseError& error);
 
 } // namespace zetaudiopluginmanager

@@ -14,8 +14,8 @@
 #include <zetcore/string/Utf.h>
 
 #include "commands/CommandLine.h"
-#include "commands/Console.h"
-#include "commands/WindowSettings.h"
+#include "session/WindowSettings.h"
+#include "terminal/Console.h"
 
 namespace screenshots {
 

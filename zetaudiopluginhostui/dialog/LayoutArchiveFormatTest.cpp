@@ -1,4 +1,4 @@
-// The layout archives as the toolkit's format wants them.
+// These tests check that the layout archives have the toolkit's format.
 #include <map>
 #include <set>
 #include <string>
@@ -14,7 +14,7 @@ namespace {
 
 using LayoutArchiveFormat = LayoutArchiveFixture;
 
-/// Of what type the value of each key is; where a key is not listed, any flag will do.
+/// The type of each key's value. The value of a key that is not listed must be a flag.
 const std::map<std::string, std::string>& ExpectedTypes()
 {
     static const std::map<std::string, std::string> types{{"UINodeArchive", "unsigned"},

@@ -1,4 +1,4 @@
-// The layout archives, node by node.
+// These tests check the layout archives node by node.
 #include <map>
 #include <set>
 #include <string>
@@ -20,7 +20,7 @@ struct ArchivedNode
     int depth;
     std::string adapter, className, id, text;
     Bounds bounds;
-    /// Of all its sections; an enumerated value as its number.
+    /// The properties of all sections of the node. An enumerated value is here as its number.
     std::map<std::string, std::string> properties;
 };
 

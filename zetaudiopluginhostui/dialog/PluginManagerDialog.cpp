@@ -5,8 +5,6 @@
 #include <zetcore/config/ThrowError.h>
 #include <zetcore/debug/DebugDatabase.h>
 
-#include "dialog/ColumnWidths.h"
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
 
 namespace zetaudiopluginhostui {
@@ -38,15 +36,11 @@ PluginManagerDialog::PluginManagerDialog(const zetui::pixmill::SupplierInterface
     SetMinimumSize(minimumWidth, minimumHeight);
     SetUpOptions();
     pluginTreeSection = FindControl<BoxView>(ids::kPluginTreeSection);
-    const auto addDirectoryButton = FindControl<Button>(ids::kAddDirectoryButton);
-    removeDirectoryButton = FindControl<Button>(ids::kRemoveDirectoryButton);
-    SetUpFolderList();
-    SetUpFolderCommands(addDirectoryButton);
+    SetUpFolders();
     SetUpPluginList();
     SetOkButton(FindControl<Button>(ids::kOKButton));
     SetCancelButton(FindControl<Button>(ids::kCancelButton));
-    findStaticText = FindControl<controls::UI_StaticText>(ids::kFindStaticText);
-    SetUpFindBox();
+    SetUpFindStrip();
     SetUpPluginCommands();
     PopulateFolderList();
     PopulatePluginList(true, true);
@@ -54,25 +48,14 @@ PluginManagerDialog::PluginManagerDialog(const zetui::pixmill::SupplierInterface
 
 PluginManagerDialog::~PluginManagerDialog()
 {
-    // A field that loses the focus tells of its text: now, while there is somebody to tell.
+    // A field that loses the focus tells of its text. It must do so while there is somebody to tell.
     UI_ArchivedDialog::UI_Show(false);
     settings.rescanExisting = rescanExistingCheckbox && rescanExistingCheckbox->IsChecked();
-    if (const auto* const header = pluginList ? pluginList->GetHeaderRow() : nullptr) {
-        settings.sortColumn = header->GetSortColumn();
-        settings.sortAscending = header->IsSortDirectionAscending();
-        // The tree goes with the base, when what its callbacks need is gone.
-        pluginList->SetRowVisibilityChangedCallback({});
-        pluginList->SetCellSelectionChangedCallback({});
-        pluginList->SetDrawCellOfRowCallback({});
-        pluginList->SetCellSortDataFunction({});
-        pluginList->SetCellTextFunction({});
-        pluginList->SetCellTooltipFunction({});
+    if (plugins) {
+        settings.sortColumn = plugins->HeaderRow().GetSortColumn();
+        settings.sortAscending = plugins->HeaderRow().IsSortDirectionAscending();
     }
-    if (directoryList) {
-        directoryList->SetRowsSelectionChangedCallback({});
-        directoryList->SetDrawCellOfRowCallback({});
-        directoryList->SetCellTextFunction({});
-    }
+    ForgetListCallbacks();
 }
 
 template<typename Control>
@@ -118,151 +101,91 @@ void PluginManagerDialog::SetUpOptions()
     }
 }
 
-void PluginManagerDialog::SetUpFolderList()
+void PluginManagerDialog::SetUpFolders()
 {
-    directoryList = FindControl<controls::UI_MultiColumnTree>(ids::kDirectoryList);
-    if (!directoryList)
-        return;
-    directoryList->SetAllowChildren(false);
-    directoryList->SetIndicateFocus(true);
-    directoryList->SetSupportNoneSelected(true);
-    directoryList->SetSupportDeselectAllOnEmptyTreeClick(true);
-    directoryList->SetSupportMultipleSelections(true);
-    directoryList->SetWantsKeyboardFocus(true);
-    directoryList->SetSupportNonArrowKeysToSelectRow(false);
+    const auto remove = FindControl<Button>(ids::kRemoveDirectoryButton);
+    folders = std::make_unique<FolderSection>(FindControl<controls::UI_MultiColumnTree>(ids::kDirectoryList),
+                                              remove);
+    if (folders->List())
+        SetFolderListCallbacks();
+    if (const auto add = FindControl<Button>(ids::kAddDirectoryButton))
+        add->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnAddFolder));
+    if (remove)
+        remove->NotifyWhenChanged(BindMessageFunctionWeakly(this, &PluginManagerDialog::OnRemoveFolders));
+    if (const auto defaults = FindControl<Button>(ids::kDefaultDirectoriesButton))
+        defaults->NotifyWhenChanged(BindMessageFunctionWeakly(this, &PluginManagerDialog::OnDefaultFolders));
+}
+
+void PluginManagerDialog::SetFolderListCallbacks()
+{
+    controls::UI_MultiColumnTree& list = *folders->List();
+    list.SetDrawCellOfRowCallback([this](zetui::pixmill::Pixmill* context, const RowPtr& row,
+                                         int /*cellIndex*/,
+                                         const RectF& cell) { DrawFolderCell(context, row, cell); });
+    list.SetRowsSelectionChangedCallback([this] { OnFolderSelectionChanged(); });
+    list.SetCellTextFunction(
+        [this](const RowPtr& row, int /*cellIndex*/) { return folders->FolderOf(row.get()); });
     directoriesChangedConnection =
         PluginModuleInfoManager::GetInstance()
             ->GetPluginTechnology(zetaudiofilterhost::TechnologyType::VST)
             ->GetDirectoriesChangedSignal()
             .Connect([this](const auto& technology) { OnPluginDirectoriesChanged(technology); });
-    directoryList->SetDrawCellOfRowCallback(
-        [this](zetui::pixmill::Pixmill* context, const RowPtr& row, int /*cellIndex*/, const RectF& cell) {
-            DrawFolderCell(context, row, cell);
-        });
-    directoryList->SetRowsSelectionChangedCallback([this] { OnFolderSelectionChanged(); });
-    directoryList->SetCellTextFunction(
-        [this](const RowPtr& row, int /*cellIndex*/) { return GetFolder(row.get()); });
-    directoryList->UI_SetAccessibleName(
-        Localizer::Get().LocalizeWide("$$$/PluginManager/Dialog/VSTPluginFolders=VST Plug-In Folders:"));
-    directoryList->SetEmptyText(Localizer::Get().LocalizeWide(
-        "$$$/AudioPluginManager/NoFolders=No folders. Add those that hold your plug-ins."));
-    directoryList->SetNumberOfColumns(1);
-    constexpr float roomAtTheRight = 12;
-    directoryList->SetColumnWidth(0, directoryList->GetContentViewWidth() - roomAtTheRight);
-}
-
-void PluginManagerDialog::SetUpFolderCommands(const Ptr<Button>& addDirectoryButton)
-{
-    if (addDirectoryButton)
-        addDirectoryButton->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnAddFolder));
-    if (removeDirectoryButton) {
-        removeDirectoryButton->NotifyWhenChanged(
-            BindMessageFunctionWeakly(this, &PluginManagerDialog::OnRemoveFolders));
-        removeDirectoryButton->UI_SetDisabled(true);
-    }
-    if (const auto defaults = FindControl<Button>(ids::kDefaultDirectoriesButton))
-        defaults->NotifyWhenChanged(BindMessageFunctionWeakly(this, &PluginManagerDialog::OnDefaultFolders));
 }
 
 void PluginManagerDialog::SetUpPluginList()
 {
-    pluginList = FindControl<PluginMultiColumnTree>(ids::kPluginList);
-    if (!pluginList)
+    const auto tree = FindControl<PluginMultiColumnTree>(ids::kPluginList);
+    if (!tree)
         return;
-    pluginList->SetAllowChildren(false);
-    pluginList->SetIndicateFocus(false);
-    pluginList->SetSupportNoneSelected(true);
-    pluginList->SetSupportDeselectAllOnEmptyTreeClick(true);
-    pluginList->SetSupportMultipleSelections(false);
-    pluginList->SetWantsKeyboardFocus(true);
-    pluginList->SetSupportNonArrowKeysToSelectRow(false);
-    pluginList->SetNumberOfColumns(0);
-    pluginList->SetSupportUserSelectableRows(true);
-    pluginList->SetSupportUserSelectableCells(true);
-    pluginList->UI_SetAccessibleName(
-        Localizer::Get().LocalizeWide("$$$/PluginManager/Dialog/AvailablePlugins=Available Plug-Ins:"));
-    AppendPluginColumns();
+    plugins = std::make_unique<PluginListView>(
+        tree, GetSupplier(),
+        PluginRowWidgets::Handlers{
+            .enableChanged = BindMessageFunction(this, &PluginManagerDialog::OnEnableCheckboxChanged),
+            .reloadPressed = BindMessageFunction(this, &PluginManagerDialog::OnReloadPlugin)});
     SetPluginListCallbacks();
     if (settings.sortColumn != 0) {
-        RequirePluginHeader().SetSortColumn(settings.sortColumn);
-        RequirePluginHeader().SetSortDirection(settings.sortAscending);
+        plugins->HeaderRow().SetSortColumn(settings.sortColumn);
+        plugins->HeaderRow().SetSortDirection(settings.sortAscending);
     }
-    pluginList->SortTree();
-}
-
-void PluginManagerDialog::AppendPluginColumns()
-{
-    const auto header = MakeIntrusive<controls::UI_MultiColumnTreeHeaderRow>(pluginList.get());
-    for (const PluginColumnSpec& column : PluginColumns())
-        header->AppendColumn(Localizer::Get().LocalizeWide(column.titleKey), column.id);
-    for (const PluginColumnSpec& column : PluginColumns())
-        header->SetColumnWidth(column.id, column.width);
-    header->SetLastColumnTakesFreeWidth(true);
-    // The widgets of a row are in the cells of these.
-    header->SetColumnKeepsPlace(kColumnEnabled, true);
-    header->SetColumnKeepsPlace(kColumnStatus, true);
+    tree->SortTree();
 }
 
 void PluginManagerDialog::SetPluginListCallbacks()
 {
-    pluginList->SetRowVisibilityChangedCallback(
-        [this](const RowPtr& row) { OnPluginRowVisibilityChanged(row); });
-    pluginInfosChangedConnection =
-        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().Connect(
-            [this] { OnPluginInfosChanged(); });
-    pluginList->SetDrawCellOfRowCallback(
+    PluginMultiColumnTree& tree = plugins->Tree();
+    tree.SetRowVisibilityChangedCallback([this](const RowPtr& row) { OnPluginRowVisibilityChanged(row); });
+    tree.SetDrawCellOfRowCallback(
         [this](zetui::pixmill::Pixmill* context, const RowPtr& row, int cellIndex, const RectF& cell) {
             DrawCellOfRow(context, row, cellIndex, cell);
         });
-    pluginList->SetCellSelectionChangedCallback([this] { OnCellSelectionChanged(); });
-    RequirePluginHeader().SetColumnBestFitWidthCallback(
+    tree.SetCellSelectionChangedCallback([this] { OnCellSelectionChanged(); });
+    plugins->HeaderRow().SetColumnBestFitWidthCallback(
         [this](unsigned column) { return GetColumnBestFitWidth(column); });
-    pluginList->SetCellSortDataFunction(
+    tree.SetCellSortDataFunction(
         [this](const RowPtr& row, int cellIndex) { return GetCellSortData(row, cellIndex); });
-    pluginList->SetCellTextFunction(
-        [this](const RowPtr& row, int cellIndex) { return GetCellDescription(row, cellIndex); });
-    pluginList->SetCellTooltipFunction(
-        [this](const RowPtr& row, int cellIndex) { return GetCellTooltip(row, cellIndex); });
+    tree.SetCellTextFunction([this](const RowPtr& row, int cellIndex) {
+        return plugins->GetCellDescription(row.get(), cellIndex);
+    });
+    tree.SetCellTooltipFunction(
+        [this](const RowPtr& row, int cellIndex) { return plugins->GetCellTooltip(row.get(), cellIndex); });
+    pluginInfosChangedConnection =
+        PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().Connect(
+            [this] { OnPluginInfosChanged(); });
 }
 
-void PluginManagerDialog::SetUpFindBox()
+void PluginManagerDialog::SetUpFindStrip()
 {
-    findTextEdit = FindControl<controls::UI_SearchBox>(ids::kFindTextEdit);
-    if (!findTextEdit)
-        return;
-    const std::wstring prompt =
-        Localizer::Get().LocalizeWide("$$$/AudioPluginManager/FindPrompt=Filter plug-ins");
-    findTextEdit->SetPrompt(prompt);
-    findTextEdit->UI_SetAccessibleName(prompt);
-    if (findStaticText)
-        findStaticText->SetBuddy(findTextEdit.get());
-    findShortcut = std::make_unique<FindShortcut>(GetRootView(), findTextEdit);
-    findText = findTextEdit->GetValue();
-    findTextEdit->NotifyWhenChangedInteractively(
-        BindMessageFunctionWeakly(this, &PluginManagerDialog::OnFindTextChangedInteractively));
-    findTextEdit->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnFindTextChanged));
+    findStrip = std::make_unique<FindStrip>(FindControl<controls::UI_StaticText>(ids::kFindStaticText),
+                                            FindControl<controls::UI_SearchBox>(ids::kFindTextEdit),
+                                            GetRootView(), [this] { PopulatePluginList(false, true); });
+    if (const auto& box = findStrip->Box()) {
+        box->NotifyWhenChangedInteractively(
+            BindMessageFunctionWeakly(this, &PluginManagerDialog::OnFindTextChangedInteractively));
+        box->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnFindTextChanged));
+    }
+    // The checkbox decides, and not the switch, because its archive may hide it, too.
     if (!separateProcessCheckbox->UI_IsShown())
-        ReflowWithoutSeparateProcess();
-}
-
-void PluginManagerDialog::ReflowWithoutSeparateProcess()
-{
-    const RectF checkbox = separateProcessCheckbox->UI_GetLocalRectF(true);
-    if (zetui::ui::UI_SubView* const strip = separateProcessCheckbox->UI_GetParentNode()) {
-        RectF frame = strip->UI_GetLocalRectF(true);
-        frame.width -= checkbox.width;
-        strip->UI_SetLocalRectF(frame);
-    }
-    if (findStaticText) {
-        // The checkbox's place is one in its own strip; the label's, one in the strip around that.
-        RectF frame = findStaticText->UI_GetLocalRectF(true);
-        frame.left = checkbox.left;
-        findStaticText->UI_SetLocalRectF(frame);
-    }
-    RectF frame = findTextEdit->UI_GetLocalRectF(true);
-    frame.left -= checkbox.width;
-    frame.width += checkbox.width;
-    findTextEdit->UI_SetLocalRectF(frame);
+        findStrip->TakeRoomOf(*separateProcessCheckbox);
 }
 
 void PluginManagerDialog::SetUpPluginCommands()
@@ -275,6 +198,25 @@ void PluginManagerDialog::SetUpPluginCommands()
     disableAllButton = FindControl<Button>(ids::kDisableAllButton);
     if (disableAllButton)
         disableAllButton->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnDisableAll));
+}
+
+void PluginManagerDialog::ForgetListCallbacks()
+{
+    if (plugins) {
+        PluginMultiColumnTree& tree = plugins->Tree();
+        tree.SetRowVisibilityChangedCallback({});
+        tree.SetCellSelectionChangedCallback({});
+        tree.SetDrawCellOfRowCallback({});
+        tree.SetCellSortDataFunction({});
+        tree.SetCellTextFunction({});
+        tree.SetCellTooltipFunction({});
+        plugins->HeaderRow().SetColumnBestFitWidthCallback({});
+    }
+    if (const auto& list = folders ? folders->List() : nullptr) {
+        list->SetRowsSelectionChangedCallback({});
+        list->SetDrawCellOfRowCallback({});
+        list->SetCellTextFunction({});
+    }
 }
 
 } // namespace zetaudiopluginhostui

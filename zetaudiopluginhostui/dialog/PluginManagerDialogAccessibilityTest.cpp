@@ -1,4 +1,4 @@
-// A screen reader finds its way through the manager dialog.
+// These tests go through the manager dialog as a screen reader does.
 #include <QAccessible>
 #include <QTableView>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The manager dialog with layout archives that a host's designer has changed.
+// These tests open the manager dialog with layout archives that a host's designer has changed.
 #include <string>
 
 #include <QLineEdit>
@@ -28,7 +28,8 @@ class DialogOfAnotherArchive : public DialogFixture, public testing::WithParamIn
         CloseDialog();
         archive = std::make_unique<DialogArchive>();
     }
-    /// So that no control of the plug-ins' tool strips needs more room than the archive gives it.
+    /// Shortens texts, so that no control of the plug-ins' tool strips needs more room than its archive
+    /// gives.
     void TakeAnArchiveWithoutTexts()
     {
         TakeANewArchive();

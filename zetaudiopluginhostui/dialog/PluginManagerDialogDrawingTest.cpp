@@ -7,9 +7,9 @@
 #include <gmock/gmock.h>
 #include <zetui/pixmill/Pixmill.h>
 
-#include "dialog/CellDrawing.h"
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/drawing/CellDrawing.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -34,7 +34,7 @@ class CellPictures : public DialogFixture
         EXPECT_TRUE(view.viewport()->rect().contains(cell)) << position;
         return view.viewport()->grab(cell).toImage();
     }
-    /// The text as it belongs into a cell of this size, on the same ground.
+    /// The picture that a cell of this size should show, with the same background.
     static QImage Drawn(const QImage& cell, const std::wstring& text,
                         TextTruncation truncation = TextTruncation::End, bool enabled = true)
     {
@@ -60,7 +60,7 @@ class CellPictures : public DialogFixture
         empty.fill(image.pixelColor(0, 0));
         return image == empty;
     }
-    /// Right of the checkbox.
+    /// A picture of the part that lies right of the checkbox.
     QImage RestOfTheFirstCell(int place) const
     {
         const QImage cell = Cell(PluginList(), place, 0);

@@ -1,4 +1,4 @@
-// Keyboard and focus of the manager dialog.
+// These tests use the manager dialog with the keyboard and follow the focus.
 #include <algorithm>
 
 #include <QApplication>
@@ -149,7 +149,7 @@ TEST_F(DialogKeyboard, WhereTheListHasNoUseForTabTheDialogHas)
     EXPECT_TRUE(PluginList().UI_HasKeyboardFocus(false));
 }
 
-/// Why widgets got the focus.
+/// Writes down the reasons for which widgets get the focus.
 class FocusReasons : public QObject
 {
   public:
@@ -186,7 +186,7 @@ TEST_F(DialogKeyboard, MnemonicsOfTheStringTablePressTheirButtonsAndGoToTheFindB
                                 "test");
     const auto info = AddPlugin(L"One", L"/a/1.so");
     OpenDialog();
-    // Buttons show that they are pressed before they act.
+    // A button shows for a moment that it is pressed before it acts.
     QTest::keyClick(&Window(), Qt::Key_D, Qt::AltModifier);
     EXPECT_TRUE(WaitUntil([&] { return !info->IsEnabled(); }));
     const auto& rescan = Node<zetui::controls::UI_Checkbox>(ids::kRescanExisting);

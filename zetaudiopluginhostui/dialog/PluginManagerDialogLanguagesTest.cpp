@@ -1,4 +1,4 @@
-// The manager's windows in every language.
+// These tests open the manager's windows in every language.
 #include <filesystem>
 #include <string>
 #include <tuple>
@@ -29,7 +29,7 @@ namespace {
 
 using zetcore::config::Localizer;
 using zetui::skins::Skin;
-using Given = std::tuple<const char*, Skin>;
+using Given = std::tuple<std::string, Skin>;
 
 class DialogInLanguage : public DialogFixture, public testing::WithParamInterface<Given>
 {
@@ -42,7 +42,7 @@ class DialogInLanguage : public DialogFixture, public testing::WithParamInterfac
     }
     ~DialogInLanguage() override { Localizer::Get().Reset(); }
 
-    /// Texts with a frame of two pixels around them.
+    /// The size of a text with a frame of two pixels around it.
     static void ExpectWhole(const QPushButton& button)
     {
         const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
@@ -73,7 +73,7 @@ class DialogInLanguage : public DialogFixture, public testing::WithParamInterfac
                 ExpectWhole(*label);
         }
     }
-    /// The controls that stand side by side in the window; what is in rows goes with its list.
+    /// The controls that lie side by side in the window, without those in the rows of lists.
     static void ExpectNoOverlaps(const QWidget& window)
     {
         std::vector<const QWidget*> controls;
@@ -101,7 +101,7 @@ class DialogInLanguage : public DialogFixture, public testing::WithParamInterfac
             }
         }
     }
-    /// As soon as a modal window of this class is open.
+    /// Acts as soon as a modal window of this class is open.
     template<typename Dialog, typename Look>
     void WhenOpen(Look look)
     {

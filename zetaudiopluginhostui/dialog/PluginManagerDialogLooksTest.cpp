@@ -9,9 +9,9 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
-#include "dialog/CellDrawing.h"
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/drawing/CellDrawing.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {

@@ -1,4 +1,5 @@
-// The manager dialog of archives that lack one optional control, or have it of another class.
+// These tests open the manager dialog with archives that lack an optional control, or have it of another
+// class.
 #include <string>
 
 #include <QLineEdit>
@@ -6,8 +7,8 @@
 #include <zettesting/TemporaryFolder.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -26,7 +27,7 @@ enum class Lack
     OfAnotherClass,
 };
 
-class DialogWithoutAControl : public DialogFixture, public testing::WithParamInterface<const char*>
+class DialogWithoutAControl : public DialogFixture, public testing::WithParamInterface<std::string>
 {
   protected:
     bool Has(const char* id) const { return missing != id; }
@@ -121,7 +122,7 @@ class DialogWithoutAControl : public DialogFixture, public testing::WithParamInt
         for (const int width : {1600, 1200, 400, 1600}) {
             SCOPED_TRACE(width);
             Resize(width, 600);
-            // Without the section there is nothing that they could stick out of.
+            // Without the section there is no edge that the buttons could cross.
             const bool wide = width > 400 || !Has(ids::kPluginTreeSection);
             for (const char* const id : {ids::kEnableAllButton, ids::kDisableAllButton}) {
                 if (Has(id)) {
@@ -211,7 +212,7 @@ INSTANTIATE_TEST_SUITE_P(Controls, DialogWithoutAControl,
                                          ids::kDefaultDirectoriesButton, ids::kPluginList, ids::kOKButton,
                                          ids::kCancelButton, ids::kFindStaticText, ids::kFindTextEdit,
                                          ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton),
-                         [](const auto& control) { return std::string(control.param); });
+                         [](const auto& control) { return control.param; });
 
 } // namespace
 } // namespace zetaudiopluginhostui

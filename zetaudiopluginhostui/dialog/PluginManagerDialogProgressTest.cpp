@@ -1,4 +1,4 @@
-// The user follows a scan that runs from the manager dialog, and can end it.
+// In these tests, the user follows a scan that runs from the manager dialog, and ends it.
 #include <algorithm>
 #include <chrono>
 #include <fstream>
@@ -32,7 +32,7 @@ QWidget* ProgressWindow()
     return window && window->isVisible() && window->findChild<QProgressBar*>() ? window : nullptr;
 }
 
-/// Writes down what the progress window shows each time that it is drawn.
+/// Writes down the content of the progress window each time that it is drawn.
 class DrawnTexts : public QObject
 {
   public:
@@ -64,7 +64,7 @@ class DialogProgress : public DialogFixture
     {
         return zettesting::CopyTestPlugin(plugin, plugins, title);
     }
-    /// All that plug-ins have printed in the scanner until now.
+    /// The output of the plug-ins in the scanner until now.
     std::string ScanLogs() const
     {
         std::ostringstream all;
@@ -73,7 +73,7 @@ class DialogProgress : public DialogFixture
                 all << std::ifstream(log.path(), std::ios::binary).rdbuf();
         return all.str();
     }
-    /// Again and again, in whatever event loop runs, until it says that it is done.
+    /// Calls it again and again, in any event loop that runs, until it says that it is done.
     static void Act(std::function<bool()> act)
     {
         QTimer::singleShot(1, QApplication::instance(), [act = std::move(act)] {
@@ -87,7 +87,7 @@ class DialogProgress : public DialogFixture
 
 TEST_F(DialogProgress, CancelEndsTheScanAtOnceWhileAPluginHangsInTheScanner)
 {
-    // Whoever waited for the plug-in, or for its time limit, would be here tomorrow.
+    // The plug-in and its time limit take far longer than a test may wait.
     const zettesting::ScopedEnvironment limit("ZET_DEBUG_DATABASE",
                                               "zetaudiofilterscan.EntityTimeoutSeconds=86400");
     Copy("good/vst2_effect", "a good one");

@@ -1,4 +1,4 @@
-// The "Reload" button of the manager dialog's rows, with the real scanner and real modules.
+// These tests press the "Reload" button of the manager dialog's rows, with the real scanner and real modules.
 #include <stdexcept>
 
 #include <gmock/gmock.h>
@@ -6,8 +6,8 @@
 #include <zetcore/utility/ClientName.h>
 #include <zettesting/UnwritableFile.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogScansFixture.h"
 #include "testing/FillCount.h"
 #include "testing/SendMessage.h"
@@ -24,7 +24,7 @@ using zetui::controls::UI_Checkbox;
 class DialogReload : public DialogScansFixture
 {
   protected:
-    /// By which a banned plug-in is listed.
+    /// The name that the list shows for a banned plug-in.
     static std::wstring TitleOf(const std::wstring& path)
     {
         return zetcore::filesupport::File(path).GetTitle();
@@ -241,7 +241,7 @@ TEST_F(DialogReload, OnlyTheFileThatIsGoneLeavesTheRegistryWhichIsSavedWithTheOt
 
 TEST_F(DialogReload, AnotherTechnologysPluginOfTheSamePathHasNoPartInIt)
 {
-    // Its folder cannot be reached, so nobody knows whether the plug-in is gone.
+    // The folder cannot be reached, so nobody knows if the plug-in is gone.
     const std::filesystem::path offline = folder / "offline";
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({ToWide(offline)});
     const std::wstring path = ToWide(offline / "one.vst3");
@@ -282,7 +282,7 @@ TEST_F(DialogReload, AnErrorThatIsNoFileErrorComesOutOfTheReload)
     std::filesystem::remove(plugins / ("gone" + std::string(zettesting::ModuleSuffix())));
     Ban(gone);
     TheRegistry().SaveConfiguration(RegistryFile(), true);
-    // Another program adds a folder, which our next save takes in and tells of.
+    // Another program adds a folder. Our next save reads it and raises the signal.
     Registry other;
     ASSERT_TRUE(other.LoadConfiguration(RegistryFile()));
     other.GetPluginTechnology(3)->AddPluginDirectories({L"/another"});

@@ -5,7 +5,6 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
-#include <zetcore/config/ThrowError.h>
 
 #include "dialog/PluginManagerDialog.h"
 #include "preferences/Preferences.h"
@@ -28,12 +27,7 @@ void PluginManagerDialog::OnScanForPlugins(ButtonChanged* /*message*/)
 
 void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
 {
-    const auto* const button = dynamic_cast<Button*>(message->GetControl());
-    if (!button)
-        zetcore::config::ThrowInvalidTypeConversion();
-    const auto found = std::find_if(reloadButtonOfRow.begin(), reloadButtonOfRow.end(),
-                                    [button](const auto& each) { return each.second.get() == button; });
-    const PluginListEntry* const entry = found == reloadButtonOfRow.end() ? nullptr : FindEntry(found->first);
+    const PluginListEntry* const entry = RequirePluginList().EntryOfReloadButton(message->GetControl());
     if (!entry)
         return;
     // The entry goes when the list is filled again.

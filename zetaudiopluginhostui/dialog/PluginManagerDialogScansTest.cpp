@@ -1,4 +1,4 @@
-// The manager dialog's scans, with the real scanner and real modules.
+// These tests scan from the manager dialog, with the real scanner and real modules.
 #include <stdexcept>
 
 #include <QTableView>
@@ -7,9 +7,9 @@
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
-#include "dialog/CellDrawing.h"
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/drawing/CellDrawing.h"
+#include "dialog/list/PluginListText.h"
 #include "testing/DialogScansFixture.h"
 #include "testing/FillCount.h"
 #include "testing/SendMessage.h"

@@ -1,4 +1,4 @@
-// How the manager dialog is put together, and what it remembers.
+// These tests check how the manager dialog is put together, and what it remembers.
 #include "dialog/PluginManagerDialog.h"
 
 #include <QHeaderView>
@@ -9,8 +9,8 @@
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "module/ModuleResources.h"
 #include "testing/DialogFixture.h"
 
@@ -28,7 +28,7 @@ constexpr char showSeparateProcess[] = "AudioPluginManager.ShowExternalCheckBox"
 using DialogAssembly = DialogFixture;
 using DialogAssemblyV7 = V7DialogFixture;
 
-/// Writes down which keys it is asked about before their nodes get them.
+/// Writes down the keys that it sees before the focused control does.
 class AskedDialog : public PluginManagerDialog
 {
   public:
@@ -45,7 +45,7 @@ class AskedDialog : public PluginManagerDialog
     std::vector<int>& asked;
 };
 
-/// Counts what is drawn with it.
+/// Counts the paths that are drawn with it.
 struct CountingSupplier : zetui::pixmill::SupplierInterface
 {
     zetui::pixmill::PathP CreatePath() const override

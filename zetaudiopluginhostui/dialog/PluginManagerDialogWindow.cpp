@@ -1,6 +1,6 @@
 // Size, keyboard and focus of the manager dialog.
 #include "dialog/PluginManagerDialog.h"
-#include "dialog/ToolStripFit.h"
+#include "dialog/find/ToolStripFit.h"
 
 namespace zetaudiopluginhostui {
 
@@ -24,35 +24,16 @@ void PluginManagerDialog::UI_SizeChanged(const RectF& bounds)
     }
     const zetui::ui::UI_SubView* const strip =
         separateProcessCheckbox ? separateProcessCheckbox->UI_GetParentNode() : nullptr;
-    if (!strip)
-        return;
-    const RectF stripFrame = strip->UI_GetLocalRectF(true);
-    if (findStaticText)
-        findStaticText->UI_Show(BeginsBehind(findStaticText->UI_GetLocalRectF(true), stripFrame));
-    if (findTextEdit)
-        findTextEdit->UI_Show(BeginsBehind(findTextEdit->UI_GetLocalRectF(true), stripFrame));
-    LeadLabelToFindBox();
-}
-
-void PluginManagerDialog::LeadLabelToFindBox()
-{
-    constexpr float gap = 4;
-    if (!findStaticText || !findTextEdit)
-        return;
-    RectF label = findStaticText->UI_GetLocalRectF(true);
-    const float end = findTextEdit->UI_GetLocalRectF(true).left - gap;
-    if (end <= label.left + label.width)
-        return;
-    label.width = end - label.left;
-    findStaticText->UI_SetLocalRectF(label);
+    if (strip && findStrip)
+        findStrip->Fit(*strip);
 }
 
 bool PluginManagerDialog::UI_DoPreKeyboardEvent(zetui::ui::UI_Node* target,
                                                 const zetui::ui::KeyboardEvent& event)
 {
-    if (!pluginList || !pluginList->UI_HasKeyboardFocus(false) || event.GetOSCode() != tabKey)
+    if (!plugins || !plugins->Tree().UI_HasKeyboardFocus(false) || event.GetOSCode() != tabKey)
         return false;
-    return pluginList->UI_DoKeyboardEvent(target, event);
+    return plugins->Tree().UI_DoKeyboardEvent(target, event);
 }
 
 PluginManagerDialog::Response PluginManagerDialog::RunModal()

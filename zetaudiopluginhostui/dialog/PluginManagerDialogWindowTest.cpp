@@ -1,4 +1,4 @@
-// The size of the manager dialog decides what has room and where it lies.
+// These tests change the size of the manager dialog. Controls move, and those without room are hidden.
 #include <QWidget>
 #include <gtest/gtest.h>
 

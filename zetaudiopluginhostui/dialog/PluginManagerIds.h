@@ -12,7 +12,7 @@ inline constexpr char kDisableAllButton[] = "DisableAllButton";
 inline constexpr char kAddDirectoryButton[] = "AddDirectoryButton";
 inline constexpr char kRemoveDirectoryButton[] = "RemoveDirectoryButton";
 inline constexpr char kRescanExisting[] = "RescanExisting";
-/// In no archive of ours; a host's own archive may have it.
+/// Our archives have no such control. A host's own archive may have one.
 inline constexpr char kEnableVST2Shell[] = "EnableVST2Shell";
 inline constexpr char kSeparateProcess[] = "SeparateProcess";
 inline constexpr char kDefaultDirectoriesButton[] = "DefaultDirectoriesButton";

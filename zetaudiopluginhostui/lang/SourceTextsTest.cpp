@@ -34,7 +34,7 @@ TEST(StringLiterals, AreReadAsTheCompilerReadsThem)
         EXPECT_EQ(StringLiterals(each.source), each.literals) << each.source;
 }
 
-class CollectSourceTextsTest : public testing::Test
+class CollectingSourceTexts : public testing::Test
 {
   protected:
     void Write(const std::string& path, const std::string& content) const
@@ -48,7 +48,7 @@ class CollectSourceTextsTest : public testing::Test
     zettesting::TemporaryFolder folder;
 };
 
-TEST_F(CollectSourceTextsTest, FindsTextsOfSourcesAndArchives)
+TEST_F(CollectingSourceTexts, FindsTextsOfSourcesAndArchives)
 {
     Write("a/Reload.cpp", "Localize(\"$$$/A/Reload=Reload \" // two lines\n \"it\");\n// \"$$$/A/No=No\"\n");
     Write("a/Keys.h",
@@ -60,7 +60,7 @@ TEST_F(CollectSourceTextsTest, FindsTextsOfSourcesAndArchives)
                                          Pair("$$$/A/Reload", ElementsAre("Reload it"))));
 }
 
-TEST_F(CollectSourceTextsTest, LeavesTestsOut)
+TEST_F(CollectingSourceTexts, LeavesTestsOut)
 {
     Write("a/ReloadTest.cpp", "\"$$$/A/Reload=Reload\"");
     Write("a/ReloadTest_posix.cpp", "\"$$$/A/Reload=Reload\"");
@@ -69,14 +69,14 @@ TEST_F(CollectSourceTextsTest, LeavesTestsOut)
     EXPECT_THAT(Collected(), ElementsAre());
 }
 
-TEST_F(CollectSourceTextsTest, ShowsTextsThatDisagree)
+TEST_F(CollectingSourceTexts, ShowsTextsThatDisagree)
 {
     Write("One.cpp", "\"$$$/A/Add=Add\"");
     Write("Two.xml", "<a>($$$/A/Add=Add...)</a>");
     EXPECT_THAT(Collected(), ElementsAre(Pair("$$$/A/Add", ElementsAre("Add", "Add..."))));
 }
 
-TEST_F(CollectSourceTextsTest, RefusesAKeyWithoutText)
+TEST_F(CollectingSourceTexts, RefusesAKeyWithoutText)
 {
     Write("One.cpp", "\"$$$/A/Add\"");
     EXPECT_THROW(Collected(), std::runtime_error);

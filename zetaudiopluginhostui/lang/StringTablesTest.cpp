@@ -1,4 +1,4 @@
-// The string tables against the texts that the program asks for.
+// These tests compare the string tables with the texts that the program asks for.
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
@@ -20,7 +20,7 @@ using Strings = std::vector<std::string>;
 const std::filesystem::path projectFolder = ZET_PROJECT_FOLDER;
 const std::filesystem::path tablesFolder = projectFolder / "zetaudiopluginhostui/lang";
 const std::filesystem::path programTablesFolder = ZET_PROGRAM_TABLES_FOLDER;
-constexpr const char* languages[] = {"de", "en", "es", "fr", "ja", "zh-Hans"};
+const std::string languages[] = {"de", "en", "es", "fr", "ja", "zh-Hans"};
 
 const SourceTexts& Texts()
 {
@@ -44,7 +44,7 @@ Strings TablesIn(const std::filesystem::path& folder)
     return names;
 }
 
-/// Every occurrence, sorted.
+/// Every occurrence of the pattern, sorted.
 Strings Found(const std::string& text, const char* pattern)
 {
     const std::regex expression(pattern);
@@ -55,12 +55,13 @@ Strings Found(const std::string& text, const char* pattern)
     return found;
 }
 
-/// Of texts that end alike in all languages; 0 for others.
+/// Stands for a mark at the end of a text. A text and its translation end with the same kind of mark, which
+/// Chinese and Japanese write with characters of their own. 0 for texts without such a mark.
 char End(const std::string& text)
 {
     for (const auto& [end, meaning] : {std::pair{"...", '+'},
                                        {"\xEF\xBC\x9A", ':'},
-                                       {":", ':'}, // also wide
+                                       {":", ':'},
                                        {"\xE3\x80\x82", '.'},
                                        {".", '.'},
                                        {"\xEF\xBC\x9F", '?'},
@@ -91,13 +92,21 @@ TEST(StringTables, EveryTextHasOneDefault)
         EXPECT_EQ(defaults.size(), 1u) << key << ": " << testing::PrintToString(defaults);
 }
 
-class StringTableTest : public testing::TestWithParam<const char*>
+/// "zhHans".
+std::string NameOfLanguage(const testing::TestParamInfo<std::string>& language)
+{
+    std::string name = language.param;
+    std::erase(name, '-');
+    return name;
+}
+
+class StringTable : public testing::TestWithParam<std::string>
 {
   protected:
-    StringTableTest() { Localizer::Get().LoadTableFromText(zettesting::ReadAll(File()), GetParam()); }
-    ~StringTableTest() override { Localizer::Get().Reset(); }
-    static std::filesystem::path File() { return tablesFolder / (std::string(GetParam()) + ".txt"); }
-    /// Sorted.
+    StringTable() { Localizer::Get().LoadTableFromText(zettesting::ReadAll(File()), GetParam()); }
+    ~StringTable() override { Localizer::Get().Reset(); }
+    static std::filesystem::path File() { return tablesFolder / (GetParam() + ".txt"); }
+    /// The keys of the table, sorted.
     static Strings Keys()
     {
         Strings keys;
@@ -116,7 +125,7 @@ class StringTableTest : public testing::TestWithParam<const char*>
     }
 };
 
-TEST_P(StringTableTest, HasEveryTextAndNoOther)
+TEST_P(StringTable, HasEveryTextAndNoOther)
 {
     const Strings keys = Keys();
     for (const auto& text : Texts())
@@ -125,7 +134,7 @@ TEST_P(StringTableTest, HasEveryTextAndNoOther)
         EXPECT_TRUE(Texts().contains(key)) << "nothing asks for " << key;
 }
 
-TEST_P(StringTableTest, HasNoEmptyTextAndTheSpacesOfTheDefaultAroundIt)
+TEST_P(StringTable, HasNoEmptyTextAndTheSpacesOfTheDefaultAroundIt)
 {
     ForEachText([](const std::string& english, const std::string& text) {
         EXPECT_FALSE(text.empty());
@@ -135,7 +144,7 @@ TEST_P(StringTableTest, HasNoEmptyTextAndTheSpacesOfTheDefaultAroundIt)
     });
 }
 
-TEST_P(StringTableTest, KeepsPlaceholdersProductNameAndMnemonics)
+TEST_P(StringTable, KeepsPlaceholdersProductNameAndMnemonics)
 {
     ForEachText([](const std::string& english, const std::string& text) {
         constexpr const char* kept = "@[0-9]+|@[A-Za-z]*|Sondrel|&&|&";
@@ -143,23 +152,16 @@ TEST_P(StringTableTest, KeepsPlaceholdersProductNameAndMnemonics)
     });
 }
 
-TEST_P(StringTableTest, EndsTextsAsTheDefaultsEnd)
+TEST_P(StringTable, EndsTextsAsTheDefaultsEnd)
 {
     ForEachText([](const std::string& english, const std::string& text) {
         EXPECT_EQ(End(text), End(english)) << text;
     });
 }
 
-std::string LanguageName(const testing::TestParamInfo<const char*>& language)
-{
-    std::string name = language.param;
-    std::erase(name, '-');
-    return name;
-}
+INSTANTIATE_TEST_SUITE_P(Languages, StringTable, testing::ValuesIn(languages), NameOfLanguage);
 
-INSTANTIATE_TEST_SUITE_P(Languages, StringTableTest, testing::ValuesIn(languages), LanguageName);
-
-class EnglishTable : public StringTableTest
+class EnglishTable : public StringTable
 {};
 
 TEST_P(EnglishTable, HoldsTheDefaultTexts)
@@ -167,9 +169,9 @@ TEST_P(EnglishTable, HoldsTheDefaultTexts)
     ForEachText([](const std::string& english, const std::string& text) { EXPECT_EQ(text, english); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, EnglishTable, testing::Values("en"), LanguageName);
+INSTANTIATE_TEST_SUITE_P(Languages, EnglishTable, testing::Values("en"), NameOfLanguage);
 
-class FrenchTable : public StringTableTest
+class FrenchTable : public StringTable
 {};
 
 TEST_P(FrenchTable, KeepsMarksTogetherWithTheirWords)
@@ -181,7 +183,7 @@ TEST_P(FrenchTable, KeepsMarksTogetherWithTheirWords)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, FrenchTable, testing::Values("fr"), LanguageName);
+INSTANTIATE_TEST_SUITE_P(Languages, FrenchTable, testing::Values("fr"), NameOfLanguage);
 
 } // namespace
 } // namespace zetaudiopluginhostui

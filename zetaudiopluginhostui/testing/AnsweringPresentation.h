@@ -10,8 +10,8 @@
 
 namespace zetaudiopluginhostui {
 
-/// Stands in front of the presentation in use while it lives: answers questions and choices as the test says
-/// and writes alerts down; progress dialogs are the real ones.
+/// Stands in front of the presentation in use while it lives. It answers questions and choices as the test
+/// says, and writes alerts down. Progress dialogs are the real ones.
 class AnsweringPresentation
 {
   public:
@@ -33,7 +33,7 @@ class AnsweringPresentation
     std::vector<zetui::dialogs::Question> questions;
     /// The titles of the folder choosers.
     std::vector<std::wstring> choosers;
-    /// Of everything that was shown, in order.
+    /// The parents of all windows that were shown, in order.
     std::vector<zetui::ui::WindowVariant> parents;
     int progressDialogs = 0;
     int answer = 0;

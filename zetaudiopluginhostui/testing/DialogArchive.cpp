@@ -29,7 +29,7 @@ pugi::xml_node ValueOf(const pugi::xml_node& pair)
     return pair.child("key").next_sibling();
 }
 
-/// In whichever of the node's sections it is.
+/// Finds the property in any section of the node.
 pugi::xml_node PropertyOf(const pugi::xml_node& node, const std::string& key)
 {
     for (const pugi::xml_node section : ValueOf(PairIn(node, "sections")).children("prop.pair")) {

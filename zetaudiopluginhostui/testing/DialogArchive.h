@@ -8,16 +8,16 @@
 
 namespace zetaudiopluginhostui {
 
-/// A layout archive of the manager dialog as a host's designer may have changed it: begins as the module's
-/// own, of the skin that is in use. Nodes are told by their ids; throws `std::runtime_error` where there is
-/// none of the id.
+/// A layout archive of the manager dialog that a test changes as a host's designer may. It begins as the
+/// module's own archive for the skin in use. Nodes are named by their ids. Throws `std::runtime_error` for an
+/// id that no node has.
 class DialogArchive : public zetui::utility::ResourceManager
 {
   public:
     DialogArchive();
     ~DialogArchive() override;
 
-    /// With all below it.
+    /// Removes the node with all nodes below it.
     void Remove(const std::string& id);
     void Rename(const std::string& id, const std::string& newId);
     /// The node is made by its adapter, unless the dialog makes one of the class name.

@@ -14,8 +14,8 @@
 #include <zetaudiopluginhostui/Module.h>
 #include <zetui/application/Application.h>
 
-#include "dialog/PluginListText.h"
 #include "dialog/PluginManagerIds.h"
+#include "dialog/list/PluginListText.h"
 #include "module/ModuleResources.h"
 
 namespace zetaudiopluginhostui {

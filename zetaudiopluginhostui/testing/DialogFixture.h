@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,20 @@
 class QAbstractItemView;
 class QLineEdit;
 
+namespace zetui::skins {
+
+/// Names the skin in the output of tests.
+inline void PrintTo(Skin skin, std::ostream* output)
+{
+    *output << (skin == Skin::Classic ? "Classic" : "V7");
+}
+
+} // namespace zetui::skins
+
 namespace zetaudiopluginhostui {
 
-/// The manager dialog in a real window without a screen, on an empty registry and empty lists in a
-/// preferences folder of its own. Fill them, then `OpenDialog`.
+/// The manager dialog in a real window that needs no screen. The registry and the lists are empty and have a
+/// preferences folder of their own. Fill them, then call `OpenDialog`.
 class DialogFixture : public zettesting::HostFixture
 {
   protected:
@@ -39,24 +50,24 @@ class DialogFixture : public zettesting::HostFixture
 
     static Registry& TheRegistry() { return *Registry::GetInstance(); }
     static Banned& TheBanned() { return *Banned::GetInstance(); }
-    /// An effect that works.
+    /// Adds an effect that works.
     Info AddPlugin(const std::wstring& name, const std::wstring& path, const std::wstring& version = L"1.0");
     static PluginLocator Vst(const std::wstring& path);
     static PluginLocator Ban(const std::wstring& path, const std::string& reason = {});
-    /// plugin000.so and up, by name.
+    /// Adds plugin000.so, plugin001.so and so on.
     void AddManyPlugins(int count);
     static std::vector<std::wstring> VstFolders();
 
-    /// Of the module's archive, or of `archive`. Not yet on the screen.
+    /// Makes the dialog from the module's archive, or from `archive`, and does not show it yet.
     void MakeDialog();
     void OpenDialog();
     void CloseDialog();
-    /// The window's content gets this size.
+    /// Gives the window's content this size.
     void Resize(int width, int height);
     static void HandleEvents();
     static bool WaitUntil(const std::function<bool()>& condition);
 
-    /// Throws when there is none.
+    /// Throws when no dialog is open.
     PluginManagerDialog& TheDialog() const;
     /// Throws when there is no such control.
     template<typename T>
@@ -69,14 +80,14 @@ class DialogFixture : public zettesting::HostFixture
     }
     static QWidget& WidgetOf(const zetui::ui::UI_Node& node);
     QWidget& Window() const;
-    /// True when so many things were shown over the dialog, each of them for its window.
+    /// True when exactly this many windows were shown, each of them as a child of the dialog's window.
     bool WereShownForTheDialog(std::size_t count) const;
-    /// With the mouse, in its middle.
+    /// Clicks with the mouse into the middle of the control.
     void Press(const char* id) const;
     static void Press(const zetui::ui::UI_Node& node);
     static void PressAt(const zetui::ui::UI_Node& node, int x, int y);
     QLineEdit& FindBox() const;
-    /// With the keyboard, at the end of what is there.
+    /// Types at the end of the text that is there.
     void TypeIntoFindBox(const std::string& text) const;
 
     zetui::controls::UI_MultiColumnTree& PluginList() const;
@@ -85,15 +96,15 @@ class DialogFixture : public zettesting::HostFixture
     std::vector<std::wstring> ColumnTexts(unsigned column) const;
     std::vector<std::wstring> Names() const;
     std::vector<std::wstring> Folders() const;
-    /// The row with this name; throws when there is none.
+    /// The row with this name. Throws when there is none.
     Ptr<Row> RowOf(const std::wstring& name) const;
-    /// The widgets of the row with this name; throw when it has none.
+    /// The widgets of the row with this name. They throw when it has none.
     Ptr<zetui::controls::UI_Checkbox> CheckboxOf(const std::wstring& name) const;
     Ptr<zetui::controls::UI_TextButton> ReloadButtonOf(const std::wstring& name) const;
     bool HasReloadButton(const std::wstring& name) const;
 
     AudioPluginManagerSettings settings;
-    /// Null: the module's own archive. Outlives the dialog.
+    /// Null for the module's own archive. It outlives the dialog.
     std::unique_ptr<DialogArchive> archive;
     zetui::utility::IntrusivePtr<PluginManagerDialog> dialog;
     std::unique_ptr<AnsweringPresentation> shown;
@@ -102,7 +113,7 @@ class DialogFixture : public zettesting::HostFixture
     zettesting::ScopedEnvironment platform{"QT_QPA_PLATFORM", "offscreen"};
 };
 
-/// The same in the V7 skin.
+/// The dialog in the V7 skin.
 class V7DialogFixture : public DialogFixture
 {
   protected:

@@ -23,7 +23,7 @@ class DialogScansFixture : public DialogFixture
     {
         return zettesting::ToWide(zettesting::CopyTestPlugin(plugin, plugins, title));
     }
-    /// Files that are no plug-ins, banned by hand.
+    /// Makes files that are no plug-ins, and bans them.
     void BanManyFiles(int count) const
     {
         for (int i = 0; i < count; ++i) {
@@ -48,7 +48,7 @@ class DialogScansFixture : public DialogFixture
                    ? std::wstring()
                    : (*TheRegistry().PluginInfoBegin())->GetName();
     }
-    /// Under a file, where nothing can be written.
+    /// Moves the preferences folder below a file, where nothing can be written.
     void MakePreferencesInaccessible() const
     {
         zettesting::WriteAll(folder / "file", "");

@@ -8,7 +8,7 @@
 
 namespace zetaudiopluginhostui {
 
-/// Counts how often a list is filled while it lives: how often rows that were there are taken out.
+/// Counts how often a list is filled while it lives, that is, how often its rows are taken out.
 class FillCount
 {
   public:
@@ -22,13 +22,13 @@ class FillCount
     FillCount(const FillCount&) = delete;
     FillCount& operator=(const FillCount&) = delete;
 
-    /// Since the last call.
+    /// The count since the last call.
     int Fills()
     {
         shown = 0;
         return std::exchange(emptied, 0);
     }
-    /// Since the last call: how often rows were put into their places, by a fill or by a sort.
+    /// The number of times since the last call that a fill or a sort put rows into their places.
     int Layouts()
     {
         emptied = 0;

@@ -9,7 +9,7 @@
 #include <QTableView>
 #include <QTest>
 
-#include "dialog/CellDrawing.h"
+#include "dialog/drawing/CellDrawing.h"
 #include "testing/DialogFixture.h"
 
 namespace zetaudiopluginhostui {
@@ -21,12 +21,12 @@ class PluginListFixture : public DialogFixture
     QTableView& View() const { return dynamic_cast<QTableView&>(WidgetOf(PluginList())); }
     QWidget& Viewport() const { return *View().viewport(); }
     float Width(unsigned column) const { return PluginList().GetHeaderRow()->GetColumnWidth(column); }
-    /// As a column counts it.
+    /// The width of a text, in whole pixels as for a column.
     static float TextWidth(const std::wstring& text)
     {
         return std::trunc(zetui::pixmill::GetTextWidth(GetCellFont(), text));
     }
-    /// At the right edge of the column's title.
+    /// Double-clicks the right edge of the column's title.
     void FitByDoubleClick(unsigned column) const
     {
         QHeaderView& header = *View().horizontalHeader();

@@ -1,2 +1,2 @@
-// Boost.JSON without its library: its whole source, compiled here once.
+// This compiles the whole source of Boost.JSON, so that its library is not needed.
 #include <boost/json/src.hpp>

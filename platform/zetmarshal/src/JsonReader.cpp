@@ -14,7 +14,7 @@ namespace json = boost::json;
 
 namespace {
 
-/// Told by Boost's parser what it reads; puts the values together without a detour by Boost's own.
+/// Puts the values together while Boost's parser reads. Boost's own values are never made.
 class ValueBuilder
 {
   public:
@@ -58,7 +58,7 @@ class ValueBuilder
     bool on_double(double, json::string_view part, json::error_code& error)
     {
         Gather(part);
-        // Boost's own conversion is off by a bit now and then.
+        // Boost's own conversion is sometimes wrong in the last bit.
         const Utf8String digits = TakeText();
         const auto number = zetcore::string::ParseNumber<double>(
             {reinterpret_cast<const char*>(digits.data()), digits.size()});
@@ -147,7 +147,7 @@ ValuePtr FromJson(std::string_view text)
 {
     json::parse_options options;
     options.max_depth = maxJsonDepth;
-    // File names cross as they are, and not all of them are valid Unicode.
+    // File names cross as they are, and some of them are no valid Unicode.
     options.allow_invalid_utf8 = true;
     json::basic_parser<ValueBuilder> parser(options);
     json::error_code error;

@@ -33,7 +33,7 @@ void AppendReal(std::string& text, double number)
         throw std::range_error("a number that is not finite has no JSON form");
     const std::size_t begin = text.size();
     AppendNumber(text, number);
-    // A whole number must not come back as an integer.
+    // A real number that is whole must not come back as an integer.
     if (text.find_first_of(".e", begin) == std::string::npos)
         text += ".0";
 }
@@ -97,7 +97,7 @@ bool MustBeEscaped(char letter)
     return static_cast<unsigned char>(letter) < 0x20 || letter == '"' || letter == '\\';
 }
 
-/// Numbers, also of the types that are not the value model's own. False for any other type.
+/// Appends a number, also of a type that is not one of the value model's. Returns false for any other type.
 bool AppendAnyNumber(std::string& text, const Value& value)
 {
     const auto append = [&]<typename... Types>() {

@@ -7,9 +7,10 @@
 
 namespace zetmarshal {
 
-/// The value's JSON, for putting together a message; as `ToJson`, with `depth` levels around it.
+/// Appends the value's JSON to a message. It throws as `ToJson` does. `depth` is the number of levels around
+/// the value.
 void AppendJson(std::string& text, const zetcore::serialization::ValuePtr& value, std::size_t depth);
-/// Quoted and escaped. Bytes that are not valid UTF-8 stay as they are.
+/// Appends the text quoted and escaped. Bytes that are not valid UTF-8 stay as they are.
 void AppendJsonString(std::string& text, std::string_view bytes);
 
 } // namespace zetmarshal

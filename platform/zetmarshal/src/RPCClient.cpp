@@ -32,7 +32,7 @@ struct ErrorReply
     std::wstring message;
 };
 
-/// Throws `std::runtime_error` for what is no error object.
+/// Throws `std::runtime_error` when the value is no error object.
 ErrorReply ParseError(const ValuePtr& value)
 {
     const auto* object = std::any_cast<Object>(value.get());
@@ -64,9 +64,9 @@ struct RPCClient::State
 
     void OnFrame(const std::string& frame);
     void OnReply(const RPCMessage& message);
-    /// Empty when there is no such request, or no more.
+    /// Takes the request's handlers. Empty when there is no such request, or when it has been taken already.
     std::map<long long, Pending>::node_type Take(long long id);
-    /// Drops all handlers, for good.
+    /// Drops all handlers, and takes no new ones.
     void DropPending();
 
     const std::shared_ptr<Session> session;
@@ -78,8 +78,8 @@ struct RPCClient::State
 
 namespace {
 
-/// Runs a call when it is destroyed. The session destroys its frame handler when it closes, whoever closes
-/// it.
+/// Runs a call when it is destroyed. The session destroys its frame handler when it closes, whichever side
+/// closes it, so that this tells the end.
 class OnDestruction
 {
   public:
@@ -164,7 +164,7 @@ void RPCClient::State::OnReply(const RPCMessage& message)
     const ErrorReply error = message.error ? ParseError(message.error) : ErrorReply{};
     const auto* id = message.id ? std::any_cast<long long>(message.id.get()) : nullptr;
     if (!id || *id < 1 || *id > lastId) {
-        // Somebody waits for the answer that this one should have been, and would for ever.
+        // A caller waits for the answer that this reply should have been, and would wait for ever.
         throw std::runtime_error(
             "a reply to a request that was never sent" +
             (message.error ? ": " + zetcore::string::UTF16to8(error.message) : std::string()));

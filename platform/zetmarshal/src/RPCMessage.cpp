@@ -13,7 +13,7 @@ using namespace zetcore::serialization;
 namespace {
 
 constexpr char opening[] = "{\"jsonrpc\":\"2.0\"";
-/// A message is one level around what it carries.
+/// The message itself is one level around the values in it.
 constexpr std::size_t messageDepth = 1;
 
 ValuePtr Member(const Object& object, std::string_view key)

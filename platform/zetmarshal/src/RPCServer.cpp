@@ -25,14 +25,14 @@ bool IsGoodId(const Value& id)
            id.type() == typeid(double) || id.type() == typeid(Utf8String);
 }
 
-/// For an error message: a long name would only drown it.
+/// Quotes a name for an error message, which a long name would drown.
 std::string Quoted(const std::string& name)
 {
     constexpr std::size_t shown = 200;
     return "\"" + (name.size() > shown ? name.substr(0, shown) + "..." : name) + "\"";
 }
 
-/// A parsed value takes so much memory, beside its bytes on the wire.
+/// A parsed value takes so many bytes of memory, beside its text.
 constexpr std::size_t bytesOfValue = 100;
 
 std::size_t CountValues(const ValuePtr& value)
@@ -48,13 +48,13 @@ std::size_t CountValues(const ValuePtr& value)
     return count;
 }
 
-/// The bytes that unanswered requests take up.
+/// The number of bytes that unanswered requests take up.
 using Backlog = std::atomic<std::size_t>;
 
 class Responder final : public RPCResponder
 {
   public:
-    /// A null id: a notification's. `requestBytes` have been added to the backlog.
+    /// A null id stands for a notification. `requestBytes` have been added to the backlog.
     Responder(const std::shared_ptr<Session>& rpcSession, ValuePtr requestId,
               std::shared_ptr<Backlog> requestBacklog, std::size_t requestBytes)
         : session(rpcSession), id(std::move(requestId)), backlog(std::move(requestBacklog)),
@@ -138,7 +138,7 @@ struct RPCServer::State
     void RefuseWhole(const std::string& message) const;
 
     const std::shared_ptr<Session> session;
-    /// Shared with the responders, which may outlive the server.
+    /// The responders share it, because they may outlive the server.
     const std::shared_ptr<Backlog> backlog = std::make_shared<Backlog>(0);
     mutable std::mutex mutex;
     std::map<std::string, std::shared_ptr<const Method>, std::less<>> methods;
@@ -170,7 +170,7 @@ std::string RPCServer::ClientName() const
     return state->clientName;
 }
 
-/// An answer to what cannot be told to be a request, and of which.
+/// Answers a frame when nobody can tell which request it was, or whether it was one.
 void RPCServer::State::RefuseWhole(const std::string& message) const
 {
     session->Send(ErrorText(nullptr, RPCErrorCode::InvalidRequest, message));
@@ -189,7 +189,8 @@ void RPCServer::State::OnFrame(const std::string& frame)
         OnRequest(message, MakeResponder(message, frame.size()));
 }
 
-/// Throws when too much waits already. The first one is taken whatever its size: a frame has its own limit.
+/// Throws when too many requests wait already. The first one is taken whatever its size, because a frame has
+/// its own limit.
 std::shared_ptr<RPCResponder> RPCServer::State::MakeResponder(const RPCMessage& message,
                                                               std::size_t frameBytes)
 {

@@ -61,7 +61,7 @@ class RPCServerTest : public RPCFixture
         StartPeer();
     }
 
-    /// The server's answers to one frame.
+    /// Returns the server's answers to one frame.
     std::vector<std::string> AnswersTo(const std::string& frame)
     {
         const std::size_t before = peerLog.Now().size();
@@ -202,7 +202,7 @@ TEST_F(RPCServerTest, AnswersOnceHoweverManyThreadsAnswer)
     EXPECT_EQ(peerLog.Now().size(), 1u);
 }
 
-/// Requests that are held back, like those behind a plug-in that hangs.
+/// Holds requests back, as a plug-in does that hangs.
 class RPCServerBacklogTest : public RPCServerTest
 {
   protected:
@@ -235,7 +235,7 @@ TEST_F(RPCServerBacklogTest, GivesUpAClientThatSendsAndSendsWithoutWaitingForAns
     const std::string large = '"' + std::string(std::size_t{12} << 20, 'x') + '"';
     for (int i = 0; i < 6; ++i)
         SendHold(large);
-    // Five are 60 MiB; the sixth would be more than is kept.
+    // Five of them have 60 MiB. The sixth would be more than is kept.
     EXPECT_THAT(log.Await(6), ElementsAre("held", "held", "held", "held", "held", "closed"));
     // The other side notices the end on its own thread, and traces it.
     Settle();
@@ -245,7 +245,7 @@ TEST_F(RPCServerBacklogTest, GivesUpAClientThatSendsAndSendsWithoutWaitingForAns
 TEST_F(RPCServerBacklogTest, CountsWhatManySmallValuesTakeInMemory)
 {
     StartHolding();
-    // 100 kB on the wire each, and 5 MB in memory.
+    // Each has 100 kB of text and takes 5 MB of memory.
     const std::string small = Zeros(50000);
     for (int i = 0; i < 20; ++i)
         SendHold(small);
@@ -283,7 +283,7 @@ TEST_F(RPCServerTest, AResponderMayOutliveServerAndSession)
     log.Await(1);
     server.reset();
     session.reset();
-    // The handler that is on its way out holds the session too.
+    // The handler that is about to end holds the session too.
     Settle();
     kept->Succeed(nullptr);
     kept.reset();

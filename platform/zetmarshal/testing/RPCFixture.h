@@ -26,7 +26,7 @@ class RPCFixture : public zettesting::HostFixture
         peer = zettransport::Session::Create(std::move(farEnd));
     }
 
-    /// No handler may run any more when the logs go.
+    /// No handler may run any more when the logs are destroyed.
     ~RPCFixture() override
     {
         if (session)
@@ -43,7 +43,7 @@ class RPCFixture : public zettesting::HostFixture
         });
     }
 
-    /// The peer writes down the messages it gets.
+    /// Starts the peer, which writes down the messages that it gets.
     void StartPeer()
     {
         peer->Start([this](const std::string& frame) { peerLog.Add(frame); });

@@ -8,25 +8,25 @@
 
 namespace zettransport {
 
-/// Waits on a context's threads until a listening socket has a connection to accept. (Asio's own wait for
-/// that fails on Windows.) One thread at a time.
+/// Waits on the threads of a context until a listening socket has a connection to accept. Asio's own wait for
+/// that fails on Windows. One thread at a time.
 class ConnectionWait
 {
   public:
     using ReadyHandler = std::function<void(const boost::system::error_code&)>;
 
-    /// The acceptor, which is to stay, need not listen yet.
+    /// The acceptor must outlive this object. It need not listen yet.
     ConnectionWait(boost::asio::io_context& context, boost::asio::ip::tcp::acceptor& acceptor);
     ~ConnectionWait();
     ConnectionWait(const ConnectionWait&) = delete;
     ConnectionWait& operator=(const ConnectionWait&) = delete;
 
-    /// Once, when the acceptor listens.
+    /// Call this once, when the acceptor listens.
     void Open(boost::system::error_code& error);
-    /// Calls `ready` when something has come, after which all connections there are must be accepted, or with
-    /// an error when it is closed before that. One wait at a time.
+    /// Calls `ready` when a connection has come, or with an error when it is closed before that. Then all
+    /// connections that there are must be accepted. One wait at a time.
     void Start(ReadyHandler ready);
-    /// Closes the acceptor, too.
+    /// Ends the wait and closes the acceptor.
     void Close();
 
   private:

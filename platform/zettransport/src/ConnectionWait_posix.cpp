@@ -4,7 +4,7 @@
 
 namespace zettransport {
 
-/// The acceptor is one itself.
+/// The acceptor itself can be waited for, so nothing is needed here.
 struct ConnectionWait::Signal
 {};
 

@@ -81,7 +81,8 @@ FrameReader::FrameReader(std::size_t headerLimit, std::size_t frameLimit)
 
 void FrameReader::Append(std::string_view bytes)
 {
-    // Moving what is left to the front only now keeps a chunk of many frames linear.
+    // What is left moves to the front only now, and not after each frame. So a chunk of many frames takes
+    // time in proportion to its length.
     if (begin > 0) {
         buffer.erase(0, begin);
         begin = 0;

@@ -8,7 +8,7 @@
 
 namespace zettransport {
 
-/// The bytes that arrived are no frame, or break a limit. The message says how; nothing more can be read
+/// The bytes that arrived are no frame, or they break a limit. The message says how. Nothing more can be read
 /// after it.
 class FrameError : public std::runtime_error
 {
@@ -23,7 +23,7 @@ class FrameReader
     FrameReader(std::size_t maxHeaderBytes, std::size_t maxFrameBytes);
 
     void Append(std::string_view bytes);
-    /// The next whole frame; nothing when more bytes are needed. Throws `FrameError`.
+    /// Returns the next whole frame, or nothing when more bytes are needed. Throws `FrameError`.
     std::optional<std::string> Next();
 
   private:
@@ -32,18 +32,18 @@ class FrameReader
     const std::size_t maxHeaderBytes;
     const std::size_t maxFrameBytes;
     std::string buffer;
-    /// The bytes before it have been delivered.
+    /// The bytes before this index have been delivered.
     std::size_t begin = 0;
-    /// Set while a frame's body is awaited.
+    /// The length of the frame whose body is awaited, if there is one.
     std::optional<std::size_t> bodyBytes;
 };
 
-/// The N of a header: its lines with their line ends, without the empty one. Names are compared without
-/// regard to letter case. Throws `FrameError` when there is not exactly one good `Content-Length` of at most
-/// `limit`.
+/// Returns the N of a header, which is its lines with their line ends and without the empty one. Names are
+/// compared without regard to letter case. Throws `FrameError` when there is not exactly one good
+/// `Content-Length` of at most `limit`.
 std::size_t ContentLengthOf(std::string_view header, std::size_t limit);
 
-/// The frame's bytes on the wire.
+/// Returns the bytes of the frame as they are sent.
 std::string MakeFrame(std::string_view payload);
 
 } // namespace zettransport

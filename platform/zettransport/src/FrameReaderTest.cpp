@@ -15,7 +15,7 @@ using ::testing::HasSubstr;
 constexpr std::size_t headerLimit = 64;
 constexpr std::size_t frameLimit = 1000;
 
-/// The frames of all chunks; an error ends the list as "! message".
+/// Returns the frames of all chunks. An error ends the list as "! message".
 std::vector<std::string> FramesOf(const std::vector<std::string>& chunks)
 {
     std::vector<std::string> frames;

@@ -45,8 +45,9 @@ void IoThreads::Stop()
 {
     SetStopping();
     work.reset();
-    // Waiting for the threads to run out of work would never end on one of them: the handler that we are in
-    // counts as work. So they are stopped, and what they leave is drained by the last one.
+    // The threads cannot be left to run out of work, because this may be called by a handler on one of them,
+    // and the handler counts as work. So the threads are stopped, and the last one carries out what they
+    // leave.
     context.stop();
     bool onOwnThread = false;
     for (std::thread& thread : threads) {
@@ -76,8 +77,8 @@ void IoThreads::Drain()
     RunContext();
 }
 
-// A conversation goes back and forth: after one message the next is nearly there, and to wake a sleeping
-// thread can take longer than to answer. So a thread looks around for a moment before it sleeps.
+// A conversation goes back and forth: after one message the next comes soon, and to wake a sleeping thread
+// can take longer than to answer. So a thread looks around for a moment before it sleeps.
 void IoThreads::RunWhatFollowsSoon()
 {
     using Clock = std::chrono::steady_clock;

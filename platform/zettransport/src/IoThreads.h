@@ -16,22 +16,22 @@ namespace zettransport {
 
 using Strand = boost::asio::strand<boost::asio::io_context::executor_type>;
 
-/// The threads that run a transport's input and output. Streams own it too, because their sockets need its
-/// context; it does its work until `Stop`.
+/// The threads that run a transport's input and output. They work until `Stop`. Streams own this object too,
+/// because their sockets need its context.
 class IoThreads : public std::enable_shared_from_this<IoThreads>
 {
   public:
     static std::shared_ptr<IoThreads> Create(int threads);
 
     boost::asio::io_context& Context() noexcept { return context; }
-    /// From now on nobody's handler may be called. Completions look at it first.
+    /// True when no handler may be called any more. A completion asks before it does anything.
     bool Stopping() const noexcept { return stopping; }
     void SetStopping();
-    /// Runs the call on the strand; drops it when stopping.
+    /// Runs the call on the strand, or drops it when stopping.
     void Post(const Strand& strand, std::function<void()> call);
 
-    /// Once, after every socket has been closed. Waits for the threads (except the calling one) and lets the
-    /// cancelled operations go, so that none keeps its stream alive.
+    /// Call this once, after every socket has been closed. It waits for the threads, except the calling one,
+    /// and lets the cancelled operations end, so that none keeps its stream alive.
     void Stop();
 
   private:
@@ -44,10 +44,10 @@ class IoThreads : public std::enable_shared_from_this<IoThreads>
     boost::asio::io_context context;
     std::optional<boost::asio::executor_work_guard<boost::asio::io_context::executor_type>> work;
     std::vector<std::thread> threads;
-    /// Orders `Post` against `SetStopping`: nothing is posted once it is set.
+    /// `Post` and `SetStopping` hold this, so that nothing is posted after stopping began.
     std::mutex postMutex;
     std::atomic<bool> stopping = false;
-    /// Set by `Stop` on one of the threads, for that thread.
+    /// The thread on which `Stop` was called, if it is one of these threads.
     std::atomic<std::thread::id> drainingThread;
 };
 

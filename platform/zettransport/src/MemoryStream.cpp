@@ -15,7 +15,7 @@ class MemoryStream final : public ByteStream, public std::enable_shared_from_thi
     explicit MemoryStream(std::shared_ptr<TaskThread> taskThread) : thread(std::move(taskThread)) {}
     ~MemoryStream() override { Close(); }
 
-    /// Before anything else.
+    /// Call this before anything else.
     void Join(const std::shared_ptr<MemoryStream>& otherEnd) { other = otherEnd; }
 
     void Start(BytesHandler bytes, ClosedHandler closedHandler) override
@@ -66,7 +66,7 @@ class MemoryStream final : public ByteStream, public std::enable_shared_from_thi
         ClosedHandler closed;
     };
 
-    /// The handlers, or null when it was closed already.
+    /// Takes the handlers away. Null when the stream was closed already.
     std::shared_ptr<const Handlers> TakeHandlers()
     {
         const std::lock_guard lock(mutex);

@@ -36,11 +36,11 @@ class PeerProcess : public ::testing::Test
     std::shared_ptr<SocketTransport> server = SocketTransport::Create(1), client = SocketTransport::Create(1);
 };
 
-TEST_F(PeerProcess, is_told_from_another_one)
+TEST_F(PeerProcess, IsToldFromAnotherOne)
 {
     ASSERT_NE(peer.ownPort, 0);
     EXPECT_TRUE(MayBeProcess(peer, static_cast<std::uint64_t>(::getpid())));
-    // Ours, and it has none of our sockets.
+    // This process belongs to us, and it has none of our sockets.
     int ready[2], gate[2];
     ASSERT_EQ(::pipe(ready), 0);
     ASSERT_EQ(::pipe(gate), 0);
@@ -63,7 +63,7 @@ TEST_F(PeerProcess, is_told_from_another_one)
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(PeerProcess, may_be_any_where_nothing_is_told)
+TEST_F(PeerProcess, MayBeAnyWhereNothingIsTold)
 {
     EXPECT_TRUE(MayBeProcess(peer, 0));
     EXPECT_TRUE(MayBeProcess({"no address", 1, true, 2}, 1));

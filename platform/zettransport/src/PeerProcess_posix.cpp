@@ -24,7 +24,7 @@ bool MayBeProcess(const SocketTransport::Peer& peer, std::uint64_t process)
     const std::string name = "socket:[" + std::to_string(socket->inode) + "]";
     std::error_code error;
     std::filesystem::directory_iterator descriptors("/proc/" + std::to_string(process) + "/fd", error);
-    // The system may show them to nobody else, or the process may have hidden them.
+    // The system may show the descriptors to nobody else, or the process may have hidden them.
     if (error)
         return true;
     for (; !error && descriptors != std::filesystem::directory_iterator(); descriptors.increment(error)) {

@@ -2,8 +2,8 @@
 
 namespace zettransport {
 
-// The table of connections tells numbers of processes, which Windows gives to new ones at once: that it is
-// another user's process is told by `Peer::sameUser`, and no more is claimed.
+// The table of connections tells numbers of processes, and Windows gives a number to a new process at once.
+// `Peer::sameUser` tells another user's process, and this system can tell no more.
 bool MayBeProcess(const SocketTransport::Peer&, std::uint64_t)
 {
     return true;

@@ -33,8 +33,8 @@ bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote)
             return *user == ::geteuid();
         ownEndFound = ownEndFound || FindSocketOwner(table, local, remote).has_value();
     }
-    // A table that shows our end and not the other's tells that the other has gone: whoever sent something
-    // and left at once must not pass for one of us. A table without either tells nothing.
+    // When a table shows our end and not the other's, the other side has gone. A program that has sent
+    // something and left at once must not pass for one of ours. A table that shows neither end tells nothing.
     return !ownEndFound;
 }
 

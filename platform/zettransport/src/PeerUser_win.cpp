@@ -18,7 +18,7 @@ namespace {
 
 using zetcore::filesupport::Handle;
 
-/// Bytes that hold a structure of variable size, aligned for any.
+/// Memory for a structure of variable size, aligned for any.
 using Block = std::vector<std::max_align_t>;
 
 Block BlockOf(DWORD bytes)
@@ -30,7 +30,7 @@ Block ReadConnectionTable()
 {
     DWORD bytes = 0;
     Block block;
-    // The table grows between two calls.
+    // The table may grow between two calls.
     for (int attempt = 0; attempt < 8; ++attempt) {
         const DWORD result = ::GetExtendedTcpTable(block.empty() ? nullptr : block.data(), &bytes, FALSE,
                                                    AF_INET, TCP_TABLE_OWNER_PID_CONNECTIONS, 0);
@@ -65,7 +65,8 @@ std::optional<DWORD> FindProcess(const Endpoint& local, const Endpoint& remote)
     return std::nullopt;
 }
 
-/// The user of a process as a block that begins with `TOKEN_USER`; empty when the system does not say.
+/// Reads the user of a process: a block that begins with `TOKEN_USER`. It is empty when the system does not
+/// say.
 Block ReadUser(HANDLE process)
 {
     HANDLE opened = nullptr;
@@ -97,7 +98,7 @@ bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote)
     if (*processId == ::GetCurrentProcessId())
         return true;
     const Handle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, *processId));
-    // A user may always ask that much about processes of the same user.
+    // A user may always ask that much about the processes of the same user.
     if (!process.IsOpen())
         return ::GetLastError() != ERROR_ACCESS_DENIED;
     const Block theirs = ReadUser(process.Get());

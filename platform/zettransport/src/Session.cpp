@@ -28,15 +28,15 @@ struct Session::State
     std::shared_ptr<const FrameHandler> Handler() const;
 
     const std::shared_ptr<ByteStream> stream;
-    /// The stream's handlers only.
+    /// Only the stream's handlers use this.
     FrameReader reader{maxHeaderBytes, maxFrameBytes};
 
     mutable std::mutex mutex;
     bool open = true;
     bool started = false;
-    /// Closed by the other side, and the callback has not been called.
+    /// True when the other side has closed the session and the callback has not been called.
     bool callbackDue = false;
-    /// Shared, so that a handler that closes the session does not destroy itself while it runs.
+    /// It is shared, so that a handler that closes the session is not destroyed while it runs.
     std::shared_ptr<const FrameHandler> handler;
     CloseCallback callback;
 };
@@ -66,7 +66,7 @@ void Session::Start(FrameHandler handler)
             return;
         state->handler = std::make_shared<const FrameHandler>(std::move(handler));
     }
-    // The stream must not own the session: whoever drops the last reference closes it.
+    // The stream must not own the session, because the session closes when its last reference goes.
     state->stream->Start(
         [weak = weak_from_this()](std::string_view bytes) {
             if (const auto session = weak.lock())
@@ -96,7 +96,7 @@ bool Session::Send(std::string_view payload)
 {
     if (payload.size() > maxFrameBytes || !IsOpen())
         return false;
-    // Header and body in one write: one packet, and no delay between the two.
+    // Header and body go in one write, so that they make one packet and nothing waits between them.
     state->stream->Write(MakeFrame(payload));
     return true;
 }
@@ -132,7 +132,7 @@ bool Session::IsOpen() const
 
 bool Session::State::MarkClosedByOther()
 {
-    // Declared before the lock: what the handler owns must not be destroyed under it.
+    // It is destroyed after the lock is gone, and what the handler owns with it.
     std::shared_ptr<const FrameHandler> dropped;
     const std::lock_guard lock(mutex);
     if (!open)

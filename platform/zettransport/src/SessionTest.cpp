@@ -35,7 +35,7 @@ class SessionTest : public zettesting::HostFixture
         other = std::move(farEnd);
     }
 
-    /// No handler may run any more when the log goes.
+    /// No handler may run any more when the log is destroyed.
     ~SessionTest() override
     {
         if (session)

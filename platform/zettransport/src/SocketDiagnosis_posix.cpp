@@ -57,7 +57,7 @@ std::optional<SocketOwner> AskSocket(const tcp::endpoint& local, const tcp::endp
         ::send(socket.Get(), &question, sizeof question, 0) != static_cast<ssize_t>(sizeof question))
         return std::nullopt;
     std::array<char, 8192> answer;
-    // The kernel answers within the call that asks.
+    // The kernel has answered when the question has been sent.
     const ssize_t size = ::recv(socket.Get(), answer.data(), answer.size(), MSG_DONTWAIT);
     nlmsghdr header{};
     inet_diag_msg found{};
@@ -67,7 +67,7 @@ std::optional<SocketOwner> AskSocket(const tcp::endpoint& local, const tcp::endp
     if (header.nlmsg_type != SOCK_DIAG_BY_FAMILY)
         return std::nullopt;
     std::memcpy(&found, answer.data() + NLMSG_HDRLEN, sizeof found);
-    // If the connection is gone, the kernel may come up with one that listens at the same port.
+    // When the connection is gone, the kernel may give a socket that listens at the same port.
     const bool sameEnds = found.id.idiag_sport == question.request.id.idiag_sport &&
                           found.id.idiag_dport == question.request.id.idiag_dport;
     if (!sameEnds || found.idiag_inode == 0)

@@ -77,7 +77,7 @@ void SocketListener::WaitNext()
 
 void SocketListener::OnReady()
 {
-    // Whoever floods the port must not keep the thread from the connections that there are.
+    // A program that floods the port must not keep the thread from the connections that there are.
     constexpr int mostInOneTurn = 8;
     for (int turn = 0; turn < mostInOneTurn && !io->Stopping(); ++turn) {
         std::error_code error;
@@ -110,7 +110,8 @@ void SocketListener::OnReady()
     WaitNext();
 }
 
-/// Out of descriptors, for example: the connection stays waiting, so waiting for it again would spin.
+/// Waits for a moment after a connection could not be accepted, for example because there are no descriptors
+/// left. The connection is still there, so a new wait would end at once, again and again.
 void SocketListener::Pause()
 {
     const std::lock_guard lock(mutex);

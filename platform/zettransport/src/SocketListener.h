@@ -13,12 +13,12 @@
 
 namespace zettransport {
 
-/// Accepts connections on 127.0.0.1 at a port of the system's choice until it is closed. A pending wait owns
-/// it.
+/// Accepts connections on 127.0.0.1 at a port that the system chooses, until it is closed. A pending wait
+/// owns it.
 class SocketListener : public std::enable_shared_from_this<SocketListener>
 {
   public:
-    /// One call at a time, on the transport's threads.
+    /// Called once at a time, on the transport's threads.
     using ConnectionHandler = std::function<void(boost::asio::ip::tcp::socket)>;
 
     /// Throws `std::system_error`.
@@ -42,7 +42,7 @@ class SocketListener : public std::enable_shared_from_this<SocketListener>
     boost::asio::ip::tcp::acceptor acceptor;
     ConnectionWait connections;
     boost::asio::steady_timer pause;
-    /// Null when closed.
+    /// Null when the listener is closed.
     std::shared_ptr<const ConnectionHandler> handler;
 };
 

@@ -35,8 +35,8 @@ std::vector<std::string_view> FieldsOf(std::string_view line)
     }
 }
 
-/// The table prints each 32-bit group of the address, which lies in memory in network order, as a number of
-/// the machine.
+/// The address lies in memory in network order. The table prints each 32 bits of it as a number of the
+/// machine.
 template<std::size_t groups>
 std::optional<std::array<unsigned char, groups * 4>> ParseAddressBytes(std::string_view text)
 {

@@ -24,7 +24,7 @@ TEST_F(SocketResetTest, ReadsWhatHasArrivedAlthoughTheOtherSideIsGone)
     farEnd = AwaitValue(std::move(accepted));
     boost::asio::write(raw, boost::asio::buffer(std::string("Content-Length: 4\r\n\r\nlast")));
     raw.close();
-    // The first is answered with a reset, which a later one meets.
+    // The first is answered with a reset, and a later one meets it.
     for (int i = 0; i < 1000; ++i)
         farEnd->Send("into the void");
     Record(*farEnd, log);

@@ -23,10 +23,10 @@ TEST_F(SocketResetTest, ClosesWhenTheOtherSideIsGone)
     farEnd = AwaitValue(std::move(accepted));
     boost::asio::write(raw, boost::asio::buffer(std::string("Content-Length: 4\r\n\r\nlast")));
     raw.close();
-    // The first is answered with a reset, which a later one meets.
+    // The first is answered with a reset, and a later one meets it.
     for (int i = 0; i < 1000; ++i)
         farEnd->Send("into the void");
-    // The system decides if the last frame comes: a reset throws away what has not been read.
+    // The system decides if the last frame comes, because a reset throws away what has not been read.
     Record(*farEnd, log);
     for (std::size_t events = 1; log.Await(events).size() == events && log.Now().back() != "closed";)
         ++events;

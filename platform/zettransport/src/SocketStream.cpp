@@ -129,8 +129,8 @@ void SocketStream::OnWritten(const error_code& error, std::size_t size)
         WriteQueued();
 }
 
-/// Bytes that have arrived already are still read: the last reply of a process that died may be in it. The
-/// read that finds the end after it closes the stream.
+/// Stops writing. Bytes that have arrived already are still read, because the last reply of a process that
+/// died may be among them. The read that finds the end after them closes the stream.
 void SocketStream::BreakWrites()
 {
     writesBroken = true;

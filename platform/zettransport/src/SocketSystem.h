@@ -5,30 +5,31 @@
 
 #include <boost/asio/ip/tcp.hpp>
 
-/// The few socket calls that Asio does not make as we need them: sockets must not be inherited by child
-/// processes, not even for a moment.
+/// The few socket calls that Asio does not make as we need them. Child processes must not inherit sockets,
+/// not even for a moment.
 namespace zettransport::sockets {
 
 using Endpoint = boost::asio::ip::tcp::endpoint;
 using NativeSocket = boost::asio::ip::tcp::socket::native_handle_type;
 
-/// A TCP socket of the protocol's family that child processes do not inherit. Throws `std::system_error`.
+/// Opens a TCP socket of the protocol's family that child processes do not inherit. Throws
+/// `std::system_error`.
 NativeSocket Open(const boost::asio::ip::tcp& protocol);
-/// As `Open`, for listening: no other program can bind the address as well.
+/// Opens a socket for listening. No other program can bind the same address as well.
 NativeSocket OpenForListening(const boost::asio::ip::tcp& protocol);
-/// Connects, waiting for at most the time given; no error when connected. The socket does not block
+/// Connects, and waits for at most the time given. Returns no error when connected. The socket does not block
 /// afterwards.
 std::error_code Connect(NativeSocket socket, const Endpoint& endpoint, std::chrono::milliseconds limit);
-/// The next waiting connection; `std::errc::operation_would_block` when there is none. Child processes do not
-/// inherit it.
+/// Returns the next waiting connection, or sets `std::errc::operation_would_block` when there is none. Child
+/// processes do not inherit it.
 NativeSocket Accept(NativeSocket listener, std::error_code& error);
 void Close(NativeSocket socket);
-/// Ends a connection both ways without closing the socket, so that a pending read ends, too; before that it
-/// gives what has arrived where the system still has it.
+/// Ends a connection both ways without closing the socket, so that a pending read ends, too. Where the system
+/// still has bytes that have arrived, the read gives them first.
 void EndBothWays(boost::asio::ip::tcp::socket& socket);
 
-/// True when the process at the other end of a connection within this machine belongs to this process's user,
-/// and when it cannot be told.
+/// True when the process at the other end of a connection within this machine belongs to this process's user.
+/// It is also true when that cannot be told.
 bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote);
 
 } // namespace zettransport::sockets

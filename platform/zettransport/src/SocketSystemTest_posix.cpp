@@ -27,7 +27,7 @@ namespace {
 class SocketSystemTest : public zettesting::HostFixture
 {};
 
-/// The sockets and the event loop's descriptors that child processes would inherit.
+/// Lists the sockets and the event loop's descriptors that child processes would inherit.
 std::vector<std::string> InheritableDescriptors()
 {
     std::vector<std::string> inheritable;
@@ -42,8 +42,8 @@ std::vector<std::string> InheritableDescriptors()
     return inheritable;
 }
 
-/// Another process, run by `user`, that connects, says whether it could, and stays until the other side
-/// closes.
+/// Starts another process, of the user `user`, that connects. It says whether it could, and stays until the
+/// other side closes.
 pid_t ConnectAs(uid_t user, std::uint16_t port)
 {
     const pid_t child = ::fork();
@@ -82,7 +82,7 @@ TEST_F(SocketSystemTest, ChildProcessesInheritNoSocket)
 
 TEST_F(SocketSystemTest, TellsOtherUsersFromOurs)
 {
-    // Only root can be somebody else; everybody can be themselves.
+    // Only root can become another user.
     constexpr uid_t nobody = 65534;
     const uid_t user = ::geteuid() == 0 ? nobody : ::geteuid();
     const auto server = SocketTransport::Create(1);

@@ -18,7 +18,7 @@ std::error_code SystemError(int code)
     return {code, std::system_category()};
 }
 
-/// Waits for a connection under way and says what became of it.
+/// Waits for the end of a connect that is under way, and returns its error.
 std::error_code AwaitConnected(NativeSocket socket, std::chrono::milliseconds limit)
 {
     const auto deadline = std::chrono::steady_clock::now() + limit;

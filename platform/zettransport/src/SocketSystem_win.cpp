@@ -15,7 +15,7 @@ std::error_code LastSocketError()
     return {::WSAGetLastError(), std::system_category()};
 }
 
-/// Waits for a connection under way and says what became of it.
+/// Waits for the end of a connect that is under way, and returns its error.
 std::error_code AwaitConnected(NativeSocket socket, std::chrono::milliseconds limit)
 {
     fd_set connected;
@@ -83,7 +83,7 @@ NativeSocket Accept(NativeSocket listener, std::error_code& error)
         return socket;
     }
     error.clear();
-    // It has the listener's event.
+    // The new socket has the listener's event, which is taken away from it.
     ::WSAEventSelect(socket, nullptr, 0);
     ::SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
     return socket;
@@ -93,7 +93,7 @@ void EndBothWays(boost::asio::ip::tcp::socket& socket)
 {
     boost::system::error_code ignored;
     socket.shutdown(boost::asio::ip::tcp::socket::shutdown_both, ignored);
-    // A read that is under way has had all that has come, and would go on waiting.
+    // A read that is under way has got all that has come, and would go on waiting.
     socket.cancel(ignored);
 }
 

@@ -55,7 +55,8 @@ tcp::socket ConnectTo(asio::io_context& context, const tcp::endpoint& endpoint,
     }
     if (const std::error_code failure = sockets::Connect(native, endpoint, limit))
         throw std::system_error(failure);
-    // A port of the system's choice that nobody listens on may be given to the connecting socket itself.
+    // When nobody listens at the port, the system may give that same port to the connecting socket, which
+    // then connects to itself.
     if (socket.local_endpoint(error) == endpoint)
         throw std::system_error(std::make_error_code(std::errc::connection_refused));
     return socket;

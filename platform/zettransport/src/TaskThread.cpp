@@ -21,7 +21,7 @@ struct TaskThread::Queue
 
 TaskThread::TaskThread() : queue(std::make_shared<Queue>())
 {
-    // The thread owns the queue too: it may outlive this object when that is destroyed on it.
+    // The thread owns the queue too, because it outlives this object when the object is destroyed on it.
     thread = std::thread([shared = queue] { Run(*shared); });
 }
 

@@ -6,8 +6,8 @@
 
 namespace zettransport {
 
-/// A thread that runs the calls posted to it one after another. The destructor drops what has not begun and
-/// waits for the thread, except on that thread itself.
+/// A thread that runs the calls posted to it, one after another. The destructor drops the calls that have not
+/// begun and waits for the thread, except on that thread itself.
 class TaskThread
 {
   public:

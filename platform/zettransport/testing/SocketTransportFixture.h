@@ -13,7 +13,7 @@
 
 namespace zettransport {
 
-/// The value, or a failure after a generous time.
+/// Returns the value of the future. The test fails when it does not come in a generous time.
 template<typename T>
 T AwaitValue(std::future<T> future)
 {
@@ -22,7 +22,7 @@ T AwaitValue(std::future<T> future)
     return future.get();
 }
 
-/// A server with the sessions that it accepted.
+/// A server, and the sessions that it has accepted.
 class SocketTransportFixture : public zettesting::HostFixture
 {
   protected:
@@ -56,7 +56,7 @@ class SocketTransportFixture : public zettesting::HostFixture
         session.Start([&log](const std::string& frame) { log.Add(frame); });
     }
 
-    /// Before the transports: their threads write to it.
+    /// The log is declared before the transports, because their threads write to it.
     zettesting::EventLog log;
     zettesting::EventLog otherLog;
     std::shared_ptr<SocketTransport> server = SocketTransport::Create(1);

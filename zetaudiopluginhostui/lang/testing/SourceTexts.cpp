@@ -24,7 +24,8 @@ std::string ReadWhole(const std::filesystem::path& path)
     return content;
 }
 
-/// Behind the closing quotation mark; `at` is behind the opening one.
+/// Reads a literal that begins at `at`, behind its opening quotation mark. Returns the place behind the
+/// closing one.
 std::size_t ReadLiteral(std::string_view source, std::size_t at, std::string& literal)
 {
     for (; at < source.size() && source[at] != '"'; ++at) {
@@ -38,7 +39,8 @@ std::size_t ReadLiteral(std::string_view source, std::size_t at, std::string& li
     return at + 1;
 }
 
-/// Behind what begins at `at` and can hide a quotation mark; `at` where nothing of that kind does.
+/// The place behind a comment or a character that begins at `at`, because either may hold a quotation mark.
+/// Returns `at` when neither begins there.
 std::size_t SkipCommentOrCharacter(std::string_view source, std::size_t at)
 {
     const std::string_view rest = source.substr(at);
@@ -77,7 +79,7 @@ void Add(std::string_view text, const std::filesystem::path& path, SourceTexts& 
     texts[std::string(text.substr(0, equals))].emplace(text.substr(equals + 1));
 }
 
-/// Texts of archives stand in parentheses.
+/// In archives, a text stands in parentheses.
 void AddArchiveTexts(const pugi::xml_node& node, const std::filesystem::path& path, SourceTexts& texts)
 {
     const std::string_view text = node.value();

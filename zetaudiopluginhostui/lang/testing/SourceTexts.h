@@ -9,15 +9,15 @@
 
 namespace zetaudiopluginhostui {
 
-/// Key to its default texts; more than one where places of the program disagree.
+/// The default texts of each key. A key has several when places of the program disagree.
 using SourceTexts = std::map<std::string, std::set<std::string>>;
 
-/// The string literals of C++ source, unescaped; those that follow each other make one. Not those in
-/// comments.
+/// The string literals of C++ source, unescaped. Literals that follow each other are one. Comments are left
+/// out.
 std::vector<std::string> StringLiterals(std::string_view source);
 
-/// Every localised text that the C++ sources and layout archives below `folder` name, tests and their
-/// archives left out. Throws `std::runtime_error` naming a file that cannot be read, or a key without a text.
+/// Every localised text in the C++ sources and layout archives below `folder`, except those of tests. Throws
+/// `std::runtime_error`, which names the file that cannot be read or the key that has no text.
 SourceTexts CollectSourceTexts(const std::filesystem::path& folder);
 
 } // namespace zetaudiopluginhostui

@@ -126,6 +126,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// `EndIncrementalSaves` it is what a scan found, goes to the journal as with `AddConfiguration`, and may
     /// end a ban.
     void AddModule(InfoPtr info);
+    /// The same for several, with one write to the journal: what one file holds.
+    void AddModules(std::vector<InfoPtr> infos);
 
     /// Merges the records of a configuration text. With `withFolders`, also takes its folders and choices.
     /// Without, it is what a scan found: for each module that it mentions, its records take the place of all

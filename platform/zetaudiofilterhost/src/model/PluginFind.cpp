@@ -6,14 +6,15 @@ namespace zetaudiofilterhost {
 
 namespace {
 
-/// Between texts. No other byte of a text comes after it but the next text's first, so that nothing is found
-/// across it.
+/// Stands behind each text, so that nothing is found across the border of two texts. UTF-8 never has this
+/// byte.
 constexpr char separator = '\xFF';
 
-/// Every unit in as many bytes as UTF-8 gives it: a short text is what makes the search fast. Halves of pairs
-/// and stray units have bytes of their own, too, and no unit's bytes begin another's, so that the bytes of a
-/// text are found where its units are and nowhere else. (U+FFFD stands for units above U+10FFFF, which no
-/// conversion makes.)
+/// Writes each unit as the bytes that UTF-8 gives it, with capital letters made small. Halves of pairs and
+/// stray units get bytes of their own, too. In UTF-8, the first byte of a unit differs from all further
+/// bytes, and tells how many follow. Therefore the bytes of a find text occur exactly where its units occur.
+/// Nearly all texts are ASCII, with one byte for each letter, and a search in short texts is fast. (U+FFFD
+/// stands for units above U+10FFFF, which no conversion makes.)
 void AppendFolded(std::wstring_view text, std::string& folded)
 {
     for (const wchar_t unit : text) {

@@ -117,19 +117,25 @@ std::vector<PluginLocator> PluginModuleInfoManager::PutBackUnreached()
 
 void PluginModuleInfoManager::AddModule(InfoPtr info)
 {
-    if (!state->CanHold(info)) {
+    AddModules({std::move(info)});
+}
+
+void PluginModuleInfoManager::AddModules(std::vector<InfoPtr> infos)
+{
+    const auto refused = std::erase_if(infos, [this](const InfoPtr& info) { return !state->CanHold(info); });
+    if (refused > 0)
         zetcore::debug::TraceLine(1, "PluginRegistry", "a record without technology or path is not added");
-        return;
-    }
     std::vector<PluginLocator> endedBans;
     if (state->incremental)
-        endedBans = state->BansEndedBy({info});
-    state->GiveChoice(*info);
-    if (!info->IsScannedAlone())
-        state->DropAsidesFor(info->GetLocator());
-    state->Put(info);
+        endedBans = state->BansEndedBy(infos);
+    for (const InfoPtr& info : infos) {
+        state->GiveChoice(*info);
+        if (!info->IsScannedAlone())
+            state->DropAsidesFor(info->GetLocator());
+        state->Put(info);
+    }
     // A scan in this process: the next save comes only when the next plug-in has been marked as being loaded.
-    if (state->incremental)
+    if (state->incremental && !infos.empty())
         state->KeepFindings();
     state->TellEnded(endedBans);
 }

@@ -234,6 +234,18 @@ TEST_F(RegistrySavesTest, ACrashInTheMiddleOfAnEntryLosesThatEntryOnly)
     EXPECT_THAT(Shown(third), ElementsAre(L"a", L"c"));
 }
 
+TEST_F(RegistrySavesTest, RecordsThatAreAddedTogetherAreOneEntryOfTheJournal)
+{
+    registry.BeginIncrementalSaves();
+    Save();
+    registry.AddModules({MakeInfo(Vst(L"/a.so"), L"a"), nullptr, MakeInfo(Vst(L"/b.so"), L"b")});
+    EXPECT_THAT(Loaded(), ElementsAre(L"a", L"b"));
+    // A broken entry is left out whole.
+    const std::string whole = ReadAll(journal);
+    WriteAll(journal, whole.substr(0, whole.size() - 10));
+    EXPECT_THAT(Loaded(), IsEmpty());
+}
+
 TEST_F(RegistrySavesTest, WhereTheJournalCannotBeTheSaveIsAWholeOne)
 {
     registry.BeginIncrementalSaves();

@@ -102,8 +102,7 @@ void TakeIntoRegistry(const PluginLocator& locator, const ScanOutcome& outcome)
                                                            : registry.Find(locator) != nullptr;
     if (isKnown)
         registry.RemovePluginLocators({locator});
-    for (const auto& info : outcome.infos)
-        registry.AddModule(info);
+    registry.AddModules(outcome.infos);
     if (outcome.misbehaved)
         Ban(locator, outcome);
 }

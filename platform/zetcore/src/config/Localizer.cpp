@@ -47,7 +47,7 @@ std::wstring Localizer::LocalizeWide(std::string_view key, const std::vector<std
 
 void Localizer::LoadTable(const filesupport::File& file)
 {
-    // A hundred times the table of a large application.
+    // This is a hundred times the table of a large application.
     constexpr std::uint64_t largestTable = std::uint64_t{64} << 20;
     LoadTableFromText(filesupport::FileUtils::ReadFile(file, largestTable),
                       string::UTF16to8(string::ForDisplay(file.FullPath())));

@@ -74,7 +74,8 @@ bool IsSkipped(std::string_view line)
     return line.starts_with('#') || line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
-/// How many of the digits at the front make the longest number below `count`; 0 when none do.
+/// Returns how many of the digits at the front make the longest number below `count`, or 0 when no number of
+/// them is below it.
 std::size_t ArgumentDigits(std::string_view text, std::size_t count, std::size_t& number)
 {
     std::size_t used = 0;

@@ -45,7 +45,8 @@ Entries ReadEntriesOfFile(const filesupport::File& file)
     if (!file.Exists())
         return {};
     try {
-        // It is written by hand, and read whenever the preferences folder changes.
+        // Users write this file by hand, so it is small, and it is read whenever the preferences folder
+        // changes.
         constexpr std::uint64_t largestDatabase = std::uint64_t{1} << 20;
         const std::string text = filesupport::FileUtils::ReadFile(file, largestDatabase);
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

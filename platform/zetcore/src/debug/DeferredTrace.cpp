@@ -6,7 +6,7 @@ namespace zetcore::debug {
 
 namespace {
 
-/// The thread's outermost one.
+/// The outermost one of the calling thread, or null.
 DeferredTrace*& OfThread()
 {
     thread_local DeferredTrace* outermost = nullptr;

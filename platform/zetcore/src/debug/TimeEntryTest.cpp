@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 class TimeEntry : public zettesting::HostFixture
 {};
 
-TEST_F(TimeEntry, reads_seconds_with_a_fraction)
+TEST_F(TimeEntry, ReadsSecondsWithAFraction)
 {
     EXPECT_EQ(ParseSeconds("60"), 60s);
     EXPECT_EQ(ParseSeconds("0.25"), 250ms);
@@ -22,14 +22,14 @@ TEST_F(TimeEntry, reads_seconds_with_a_fraction)
     EXPECT_EQ(ParseSeconds("1000000"), 1000000s);
 }
 
-TEST_F(TimeEntry, takes_nothing_else)
+TEST_F(TimeEntry, TakesNothingElse)
 {
     for (const char* text :
          {"", "0", "-1", "1,5", "1e3", "60s", " 60", "nan", "inf", "1000001", "0x10", "1.5.2"})
         EXPECT_FALSE(ParseSeconds(text)) << text;
 }
 
-TEST_F(TimeEntry, uses_the_default_and_traces_when_the_entry_is_nonsense)
+TEST_F(TimeEntry, UsesTheDefaultAndTracesWhenTheEntryIsNonsense)
 {
     SetMasterTraceVolume(1);
     auto& database = DebugDatabase::Instance();

@@ -26,11 +26,11 @@ struct TraceState
     std::atomic<int> volume{0};
     std::atomic<int> changes{0};
 
-    /// Owns what follows.
+    /// Guards what follows.
     std::mutex mutex;
     std::map<std::string, bool, std::less<>> categories;
     std::unique_ptr<filesupport::AppendHandle> file;
-    /// Shared, so that it is called without the lock.
+    /// It is shared, so that it can be called without the lock.
     std::shared_ptr<const TraceSink> sink;
 };
 
@@ -39,7 +39,7 @@ void WriteToStandardError(std::string_view text)
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
-/// Under the state's lock.
+/// The caller holds the state's lock.
 void ConfigureFromEnvironment(TraceState& state)
 {
     const auto text = utility::EnvironmentVariable("ZET_TRACE");
@@ -59,7 +59,7 @@ void ConfigureFromEnvironment(TraceState& state)
         WriteToStandardError("ZET_TRACE: " + problem + "\n");
 }
 
-/// The state, configured from the environment at its first use.
+/// Returns the state, which is configured from the environment at its first use.
 TraceState& State()
 {
     auto& state = utility::Immortal<TraceState>();
@@ -153,7 +153,7 @@ void SetTraceSink(TraceSink sink)
     auto shared = sink ? std::make_shared<const TraceSink>(std::move(sink)) : nullptr;
     TraceState& state = State();
     const std::lock_guard lock(state.mutex);
-    // The old one, and all that it holds, is destroyed after the lock.
+    // The old sink, and all that it holds, is destroyed after the lock is gone.
     state.sink.swap(shared);
     ++state.changes;
 }
@@ -168,7 +168,7 @@ void ResetTrace()
     state.file.reset();
     state.sink.swap(dropped);
     ++state.changes;
-    // The environment counts again, at the next use.
+    // The next use reads the environment again.
     state.configured.store(false, std::memory_order_release);
 }
 

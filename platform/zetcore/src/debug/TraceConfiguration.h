@@ -7,13 +7,13 @@
 
 namespace zetcore::debug {
 
-/// The content of `ZET_TRACE`: "volume=N;file=PATH;off=CATEGORY,CATEGORY".
+/// What `ZET_TRACE` says: "volume=N;file=PATH;off=CATEGORY,CATEGORY".
 struct TraceConfiguration
 {
     std::optional<int> volume;
     std::string file;
     std::vector<std::string> off;
-    /// One sentence for each part that could not be understood; the others count.
+    /// One sentence for each part that could not be understood. The other parts still count.
     std::vector<std::string> problems;
 };
 

@@ -14,7 +14,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// Slots that write their names into one list.
+/// Connects slots that write their names into one list.
 class SignalTest : public ::testing::Test
 {
   protected:

@@ -15,8 +15,7 @@ struct ConnectedSlot
     std::atomic<bool> isConnected{true};
 };
 
-/// The vector is replaced and never changed, so that whoever calls the slots keeps the one that it began
-/// with.
+/// The vector is never changed but replaced. So a call of the slots keeps the vector that it began with.
 struct SlotList::State
 {
     using Slots = std::vector<std::shared_ptr<ConnectedSlot>>;
@@ -27,14 +26,14 @@ struct SlotList::State
         return slots;
     }
 
-    /// The old vector is returned, because slots that end with it must not be destroyed under the lock.
+    /// No slot is destroyed under the lock, because whoever takes a slot out holds it until this returns.
     template<typename Change>
-    std::shared_ptr<const Slots> Replace(const Change& change)
+    void Replace(const Change& change)
     {
         const std::lock_guard lock(mutex);
         auto changed = std::make_shared<Slots>(*slots);
         change(*changed);
-        return std::exchange(slots, std::move(changed));
+        slots = std::move(changed);
     }
 
   private:

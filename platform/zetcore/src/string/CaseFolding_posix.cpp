@@ -10,7 +10,8 @@ namespace zetcore::string {
 
 namespace {
 
-/// The program's own locale is "C" unless a host or a plug-in changed it, and folds nothing but ASCII then.
+/// A locale that knows Unicode. The program's own one is "C" unless a host or a plug-in has changed it, and
+/// "C" folds nothing but ASCII.
 locale_t UnicodeLocale()
 {
     static const locale_t unicode = [] {
@@ -26,8 +27,8 @@ locale_t UnicodeLocale()
 wint_t Fold(wchar_t unit)
 {
     const auto character = static_cast<wint_t>(unit);
-    // The dotted capital and the dotless small i fold to nothing else, although they have other-case
-    // partners.
+    // The dotted capital I and the dotless small i have partners in the other case, but Unicode folds them to
+    // themselves only.
     if (character == 0x130 || character == 0x131)
         return character;
     const locale_t unicode = UnicodeLocale();

@@ -9,7 +9,7 @@ namespace zetcore::string {
 
 namespace {
 
-// Enough for the last lines of any message that a person would read.
+// This is enough for the last lines of any message that a person would read.
 constexpr std::size_t maxTail = 4096;
 
 } // namespace
@@ -21,7 +21,7 @@ void OutputTail::Append(std::string_view bytes)
     if (!isCut)
         return;
     std::size_t cut = tail.size() - std::min(tail.size(), maxTail);
-    // The rest of a character whose first byte is gone goes, too.
+    // The first byte of a character may be gone by now. Its other bytes go, too.
     while (cut < tail.size() && IsUTF8Continuation(tail[cut]))
         ++cut;
     tail.erase(0, cut);

@@ -16,7 +16,7 @@ struct TextEntry
 std::string_view Trim(std::string_view text);
 std::vector<std::string_view> SplitText(std::string_view text, char separator);
 
-/// "key = value", with spaces around both dropped; nothing when there is no '=' or no key.
+/// Reads "key = value" and drops the spaces around both. Empty when there is no '=' or no key.
 std::optional<TextEntry> ParseEntry(std::string_view text);
 
 } // namespace zetcore::string

@@ -6,11 +6,11 @@
 
 #include <zetcore/string/UtfUnits.h>
 
-/// The conversions of string/Utf.h for both widths of wide characters, so that one platform's tests cover the
-/// other's. `Unit` is a 16-bit or 32-bit character type.
+/// The conversions of string/Utf.h for both widths of wide characters, so that the tests of one platform
+/// cover the other. `Unit` is a 16-bit or 32-bit character type.
 namespace zetcore::string::codec {
 
-/// Added to a stray byte (0x80 to 0xFF) in 32-bit text.
+/// A stray byte (0x80 to 0xFF) becomes this plus the byte in 32-bit text.
 inline constexpr char32_t strayByteBase = 0xDC00;
 
 constexpr bool IsHighSurrogate(char32_t unit)
@@ -31,13 +31,13 @@ constexpr bool IsSurrogate(char32_t unit)
 struct Decoded
 {
     char32_t codePoint = 0;
-    /// 0 when the bytes are not what was looked for.
+    /// The number of bytes. It is 0 when the bytes are not what was looked for.
     std::size_t length = 0;
 };
 
-/// The character of UTF-8 at `index`.
+/// Reads the character of valid UTF-8 at `index`.
 Decoded DecodeUTF8(std::string_view bytes, std::size_t index);
-/// The three-byte form of a surrogate at `index`.
+/// Reads the three-byte form of a surrogate at `index`.
 Decoded DecodeSurrogate(std::string_view bytes, std::size_t index);
 
 template<typename Unit>

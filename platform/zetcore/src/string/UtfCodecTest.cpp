@@ -46,7 +46,7 @@ TEST(UtfCodec, ValidTextGoesThrough16BitUnitsUnchanged)
     EXPECT_EQ(FromUTF8<char16_t>("\xF4\x8F\xBF\xBF"), u"\xDBFF\xDFFF");
 }
 
-/// Each is no valid UTF-8 from its first byte to its last.
+/// Each of these is invalid UTF-8 from its first byte to its last.
 const std::string invalidBytes[] = {
     "\x80",             // a continuation byte alone
     "\xBF\xBF",         //
@@ -137,7 +137,7 @@ TEST(UtfCodec, RandomBytesSurvive32BitText)
     for (int round = 0; round < 5000; ++round) {
         std::string bytes(random() % 24, '\0');
         for (char& byte : bytes) {
-            // Mostly bytes that begin or continue a sequence, which random ones seldom do in a row.
+            // Most are bytes that begin or continue a sequence, because random bytes seldom make one.
             byte = static_cast<char>(random() % 4 == 0 ? random() : 0x80 + random() % 0x80);
         }
         ASSERT_EQ(ToUTF8(std::u32string_view(FromUTF8<char32_t>(bytes))), bytes)

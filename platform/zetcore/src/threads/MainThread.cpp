@@ -114,8 +114,8 @@ std::size_t QueuedCallCount()
 std::size_t RunQueuedCalls(std::size_t count, std::chrono::steady_clock::time_point deadline)
 {
     std::size_t ran = 0;
-    // One at a time, because a call may run the queue itself (a modal loop) and must find the later ones in
-    // it.
+    // The calls are taken one at a time, because a call may run the queue itself (a modal loop does) and must
+    // find the later ones in it.
     for (; ran < count && std::chrono::steady_clock::now() < deadline; ++ran) {
         const std::function<void()> call = TakeFirstCall();
         if (!call)
@@ -140,7 +140,7 @@ void ClearQueuedCalls()
     std::deque<std::function<void()>> dropped;
     MainThreadState& state = State();
     const std::lock_guard lock(state.mutex);
-    // Declared before the lock, so that what the calls hold is destroyed after it: that may post again.
+    // These are destroyed after the lock is gone, because what the calls hold may post again when it goes.
     dropped.swap(state.calls);
 }
 

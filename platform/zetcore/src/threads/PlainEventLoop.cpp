@@ -40,14 +40,15 @@ void PlainEventLoop::WaitAndRun(std::chrono::steady_clock::time_point until)
             const auto now = std::chrono::steady_clock::now();
             if (now >= until)
                 return;
-            // In slices, because some C libraries overflow when they convert a time point near the maximum.
+            // It waits in slices, because some C libraries overflow when they convert a time point near the
+            // maximum.
             const auto slice =
                 std::min<std::chrono::steady_clock::duration>(until - now, std::chrono::hours(1));
             posted.wait_for(lock, slice, [this] { return woken; });
             woken = false;
         }
     }
-    // Runs all that is queued now, however late it is. The next call runs what these calls post.
+    // This runs all that is queued now, however late it is. The next call runs what these calls post.
     RunQueuedCalls(QueuedCallCount(), std::chrono::steady_clock::time_point::max());
 }
 

@@ -12,7 +12,7 @@ TEST(Fnv1a, IsTheKnownValueOfKnownBytes)
         std::string_view bytes;
         std::uint64_t hash;
     };
-    // The published values.
+    // These are the published values.
     for (const Case& each :
          {Case{"", 0xcbf29ce484222325}, Case{"a", 0xaf63dc4c8601ec8c}, Case{"b", 0xaf63df4c8601f1a5},
           Case{"foobar", 0x85944171f73967e8}, Case{std::string_view("\0", 1), 0xaf63bd4c8601b7df},

@@ -2,8 +2,8 @@
 
 namespace zetcore::utility {
 
-/// The process's one `T`, made on first use and never destroyed: threads that the host leaves running may
-/// still use it while static objects go at exit.
+/// Returns the process's only `T`, which is made on first use and never destroyed. Threads that the host
+/// leaves running may still use it while static objects are destroyed at exit.
 template<typename T>
 T& Immortal()
 {

@@ -7,24 +7,24 @@
 #include <zetcore/serialization/Value.h>
 #include <zetmarshal/Export.h>
 
-/// The serialised values as JSON text and back. Integers from -2^63 to 2^64 - 1 cross exactly: those that fit
-/// a signed 64-bit number come back as `long long`, larger ones as `unsigned long long`.
+/// Writes serialised values as JSON text, and reads them. Integers from -2^63 to 2^64 - 1 cross exactly.
+/// Those that fit a signed 64-bit number come back as `long long`, larger ones as `unsigned long long`.
 namespace zetmarshal {
 
-/// Deeper nesting is refused: reading and destroying a value goes as deep into the stack. The scanner's
-/// messages are four deep.
+/// Deeper nesting is refused, because reading and destroying a value takes stack for each level. The
+/// scanner's messages are four levels deep.
 inline constexpr std::size_t maxJsonDepth = 64;
-/// A text of more values is refused: each takes about a hundred bytes of memory and may take only two of the
-/// text. The longest message that there is has one for each plug-in of a scan.
+/// A text with more values is refused. A value takes about a hundred bytes of memory, and may take only two
+/// bytes of the text. The longest message that there is has one for each plug-in of a scan.
 inline constexpr std::size_t maxJsonValues = 1'000'000;
 
-/// One line. Strings are taken to be UTF-8; bytes that are not cross unchanged. A null pointer is written as
-/// null, and other integer types, `float` and `std::string` as what they stand for. Throws
+/// Writes one line. Strings are taken to be UTF-8, and bytes that are not cross unchanged. A null pointer is
+/// written as null, and other integer types, `float` and `std::string` as what they stand for. Throws
 /// `std::bad_any_cast` for any other type, `std::length_error` for a value that is nested too deep, and
 /// `std::range_error` for a real number that is not finite.
 ZETMARSHAL_API std::string ToJson(const zetcore::serialization::ValuePtr& value);
-/// Of a key that stands twice in an object, the last counts. Throws `std::runtime_error` that says what is
-/// wrong, and where.
+/// Reads one value. When a key stands twice in an object, the last one counts. Throws `std::runtime_error`
+/// that says what is wrong, and where.
 ZETMARSHAL_API zetcore::serialization::ValuePtr FromJson(std::string_view text);
 
 } // namespace zetmarshal

@@ -12,7 +12,7 @@
 
 namespace zetmarshal {
 
-/// JSON-RPC 2.0's own codes, and ours from -32000 down.
+/// The codes of JSON-RPC 2.0, and ours, which go from -32000 down.
 enum class RPCErrorCode : int
 {
     ParseError = -32700,
@@ -20,13 +20,13 @@ enum class RPCErrorCode : int
     MethodNotFound = -32601,
     InvalidParams = -32602,
     InternalError = -32603,
-    /// The request is a good one at another time.
+    /// The request is a good one, but not at this time.
     OutOfOrder = -32000,
     /// The request could not be carried out.
     Failed = -32001,
 };
 
-/// Thrown by a method to answer with an error reply.
+/// A method throws this to answer with an error reply.
 class ZETMARSHAL_API RPCError : public std::runtime_error
 {
   public:
@@ -38,8 +38,8 @@ class ZETMARSHAL_API RPCError : public std::runtime_error
     RPCErrorCode code;
 };
 
-/// Answers one request, once, from any thread; later calls do nothing. A responder that is dropped unanswered
-/// answers with an internal error. Notifications have one too; it sends nothing.
+/// Answers one request, once. Later calls do nothing. When a responder is destroyed without an answer, it
+/// answers with an internal error. A notification has a responder too, which sends nothing. Any thread.
 class ZETMARSHAL_API RPCResponder
 {
   public:
@@ -49,23 +49,24 @@ class ZETMARSHAL_API RPCResponder
 };
 
 /// The answering side of JSON-RPC 2.0 over a session. Register the methods, then `Start`. The server owns the
-/// session; requests that arrive after the server's destruction are ignored.
+/// session. Requests that arrive after the server's destruction are ignored.
 ///
-/// It answers by itself: `MethodNotFound` for an unknown method, `InvalidParams` for parameters that are not
-/// an array (absent ones are an empty array), `InvalidRequest` for a batch and for a method or id of a wrong
-/// type. Notifications get no reply. "rpc.announce" with params [name] sets the client's name; another shape
-/// is traced and ignored. A reply that is sent to the server is traced and ignored. What is no JSON-RPC at
-/// all aborts the session, and so does a client that sends more requests than `maxUnansweredBytes` while
-/// earlier ones are not answered.
+/// The server itself answers `MethodNotFound` for an unknown method, `InvalidParams` for parameters that are
+/// not an array (absent ones are an empty array), and `InvalidRequest` for a batch and for a method or id of
+/// a wrong type. Notifications get no reply. "rpc.announce" with params [name] sets the client's name. When
+/// it has another shape, and when a reply is sent to the server, this is traced and ignored.
+///
+/// The session is aborted when a frame is no JSON-RPC at all, and when the client sends more requests than
+/// `maxUnansweredBytes` while earlier ones are not answered.
 class ZETMARSHAL_API RPCServer
 {
   public:
-    /// The unanswered requests may take up so much memory together; the replies that wait to be sent may do
-    /// the same. A single one is always taken.
+    /// The unanswered requests may take up so much memory together, and the replies that wait to be sent may
+    /// do the same. A single one is always taken.
     static constexpr std::size_t maxUnansweredBytes = std::size_t{64} << 20;
 
-    /// Runs on the session's threads, one at a time. May answer later. An `RPCError` it throws becomes its
-    /// error reply, any other exception an internal error with its message.
+    /// Runs on the session's threads, one at a time. It may answer later. An `RPCError` that it throws
+    /// becomes its error reply, and any other exception an internal error with its message.
     using Method = std::function<void(const zetcore::serialization::Array& params,
                                       std::shared_ptr<RPCResponder> responder)>;
 
@@ -76,7 +77,7 @@ class ZETMARSHAL_API RPCServer
 
     void Register(const std::string& name, Method method);
     void Start();
-    /// The name that the client announced; empty when it did not.
+    /// Returns the name that the client has announced, or an empty text before that.
     std::string ClientName() const;
 
   private:

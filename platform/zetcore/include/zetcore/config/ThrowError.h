@@ -22,7 +22,7 @@ class ZETCORE_API error : public std::runtime_error
 
 /// Throws `error` with the key's text. Level 1 is an error, 0 a warning.
 [[noreturn]] ZETCORE_API void ThrowError(std::string_view key, int level);
-/// "$$$/zetcore/utility/Error/InvalidTypeConversion=Invalid type conversion.", level 1.
+/// Throws the error "$$$/zetcore/utility/Error/InvalidTypeConversion=Invalid type conversion.", level 1.
 [[noreturn]] ZETCORE_API void ThrowInvalidTypeConversion();
 
 } // namespace zetcore::config

@@ -9,21 +9,23 @@
 
 namespace zetcore::debug {
 
-/// Diagnostic switches as text entries. They come from "DebugDatabase.txt" in the preferences folder (UTF-8,
-/// one `key = value` a line, `#` starts a comment line), read on first use and again when the preferences
-/// folder changes; the environment variable `ZET_DEBUG_DATABASE` ("key=value;key=value") goes before the
-/// file, and `SetEntry` before both. A malformed line is traced with its number and skipped. Thread-safe.
+/// Diagnostic switches, which are text entries. Thread-safe.
+///
+/// The file "DebugDatabase.txt" in the preferences folder holds them: UTF-8, one `key = value` a line, `#`
+/// starts a comment line. It is read on first use and again when the preferences folder changes. An entry of
+/// the environment variable `ZET_DEBUG_DATABASE` ("key=value;key=value") goes before one of the file, and
+/// what `SetEntry` has set goes before both. A malformed line is traced with its number and skipped.
 class ZETCORE_API DebugDatabase
 {
   public:
     static DebugDatabase& Instance();
 
     std::string GetEntry(std::string_view key, std::string_view defaultValue);
-    /// True when the entry is exactly "true": letter case counts, and "1" is off. Without an entry, the
-    /// default.
+    /// True when the entry is exactly "true": letter case counts, and "1" is off. Returns the default when
+    /// there is no entry.
     bool IsOn(std::string_view key, bool defaultValue);
     void SetEntry(std::string_view key, std::string_view value);
-    /// Forgets what `SetEntry` set and what was read: the next lookup reads again.
+    /// Forgets what `SetEntry` set and what was read, so that the next lookup reads again.
     void Reset();
 
   private:

@@ -8,9 +8,11 @@
 
 namespace zetcore::debug {
 
-/// As long as it exists, what its thread traces is kept; it is written when the outermost one goes. Made
-/// before a lock is taken, it goes after the lock: a sink may do anything, and must not be called with
-/// somebody's lock held.
+/// Keeps what its thread traces as long as it exists. The lines are written when the thread's outermost one
+/// goes.
+///
+/// A sink may do anything, so it must not be called while the caller holds a lock. Code that traces under a
+/// lock makes one of these before it takes the lock; then the lines are written after the lock is gone.
 class ZETCORE_API DeferredTrace
 {
   public:
@@ -19,7 +21,7 @@ class ZETCORE_API DeferredTrace
     DeferredTrace(const DeferredTrace&) = delete;
     DeferredTrace& operator=(const DeferredTrace&) = delete;
 
-    /// For trace itself: false when the calling thread has none.
+    /// Only trace calls this. Returns false when the calling thread has none.
     static bool Keep(int level, std::string_view category, std::string_view text);
 
   private:

@@ -2,7 +2,7 @@
 
 namespace zetcore::geom {
 
-/// A rectangle: left, top, width, height. Plain and trivially copyable.
+/// A rectangle, which is plain data: left, top, width, height.
 template<typename T>
 struct RectT
 {

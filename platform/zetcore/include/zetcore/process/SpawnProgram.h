@@ -17,14 +17,14 @@ struct ProgramSpawn
     /// Its path, which becomes the first argument, too.
     std::string program;
     std::vector<std::string> arguments;
-    /// Its descriptors 0, 1, 2 and so on are copies of these; it has no others. Ours must not have a number
-    /// that an earlier one takes.
+    /// The program's descriptors 0, 1, 2 and so on are copies of these, and it has no others. They are copied
+    /// in this order, so that none of them may have a number that an earlier one takes.
     std::vector<int> descriptors;
 };
 
-/// Starts the program in a session of its own, so that a Ctrl-C in our terminal does not reach it, with
-/// default signals and with this process's environment and current folder. Gives its number, or sets the
-/// error. Any thread.
+/// Starts the program with default signals, and with this process's environment and current folder. It gets a
+/// session of its own, so that a Ctrl-C in our terminal does not reach it. Returns the number of the process,
+/// or sets the error. Any thread.
 ZETCORE_API int SpawnProgram(const ProgramSpawn& spawn, std::error_code& error);
 
 } // namespace zetcore::process

@@ -11,9 +11,9 @@
 
 #include <zetcore/Export.h>
 
-/// The values that cross a process boundary, each a `std::any` held by a shared pointer:
-///   string `Utf8String`, boolean `bool`, integer `long long` or `unsigned long long`, real `double`, nothing
-///   (an empty any), array `Array`, object `Object`.
+/// The values that cross a process boundary. Each is a `std::any`, held by a shared pointer. A string is a
+/// `Utf8String`, a boolean a `bool`, an integer a `long long` or an `unsigned long long`, a real number a
+/// `double`, an array an `Array`, an object an `Object`, and the null value an empty `std::any`.
 namespace zetcore::serialization {
 
 using Value = std::any;
@@ -38,7 +38,7 @@ class ZETCORE_API missing_key_exception : public std::runtime_error
 ZETCORE_API Utf8String ToUtf8String(std::string_view utf8);
 ZETCORE_API std::string ToStdString(const Utf8String& text);
 
-/// Makes a value of any of the types above. Text literals must go through `MakeString`.
+/// Makes a value of any of the types above. A text literal must go through `MakeString`.
 template<typename T>
 ValuePtr MakeValue(T value)
 {
@@ -49,8 +49,8 @@ ZETCORE_API ValuePtr MakeString(std::wstring_view text);
 
 ZETCORE_API void AppendToArray(const ValuePtr& array, ValuePtr element);
 
-/// The element with this key. Throws `missing_key_exception` when there is none, `std::bad_any_cast` when
-/// `object` is null or no object.
+/// Returns the element with this key. Throws `missing_key_exception` when there is none, and
+/// `std::bad_any_cast` when `object` is null or no object.
 ZETCORE_API ValuePtr GetVariantInObject(const ValuePtr& object, std::string_view key);
 
 /// Throws `std::bad_any_cast` when `value` is null or holds another type.
@@ -63,7 +63,7 @@ struct Call
     ValuePtr arguments;
 };
 
-/// `arguments` must hold an `Array` (possibly empty); throws `std::bad_any_cast` otherwise.
+/// `arguments` must hold an `Array`, which may be empty, else this throws `std::bad_any_cast`.
 ZETCORE_API Call BuildCall(std::string_view method, ValuePtr arguments);
 
 } // namespace zetcore::serialization

@@ -13,7 +13,7 @@ struct ConnectedSlot;
 class ZETCORE_API Connection
 {
   public:
-    /// Connects nothing.
+    /// Makes a connection of nothing.
     Connection() noexcept = default;
 
     /// False after `Disconnect` and after the signal's end.

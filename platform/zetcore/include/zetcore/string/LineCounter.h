@@ -6,14 +6,15 @@
 
 namespace zetcore::string {
 
-/// Tells in which line of a text a byte stands, for messages. Going through a text from front to back costs
-/// one pass over it, however often it is asked. One thread at a time; the text must outlive it.
+/// Tells in which line of a text a byte stands; messages need that. A text that is asked about from front to
+/// back is gone through only once, however many questions there are. One thread at a time. The text must
+/// outlive this object.
 class LineCounter
 {
   public:
     explicit LineCounter(std::string_view wholeText) : text(wholeText) {}
 
-    /// From 1; an offset behind the end is in the last line.
+    /// Lines count from 1. An offset behind the end is in the last line.
     std::size_t LineOf(std::size_t offset)
     {
         offset = std::min(offset, text.size());

@@ -8,8 +8,9 @@
 
 namespace zetcore::string {
 
-/// The number that the whole text is: digits of the base, with a minus sign where the type has one. Empty for
-/// any other text (blanks, a plus sign, something behind the number) and for a number that does not fit.
+/// Reads the number that the whole text is: digits of the base, with a minus sign where the type has one.
+/// Empty for any other text (blanks, a plus sign, something behind the number) and for a number that does not
+/// fit.
 template<std::integral Number>
 std::optional<Number> ParseNumber(std::string_view text, int base = 10)
 {
@@ -19,7 +20,7 @@ std::optional<Number> ParseNumber(std::string_view text, int base = 10)
     return error == std::errc() && end == textEnd ? std::optional(number) : std::nullopt;
 }
 
-/// The same for "1.5" and, in the general format, "15e-1"; "inf" and "nan" are numbers here.
+/// Reads "1.5" and, in the general format, "15e-1". Here "inf" and "nan" are numbers.
 template<std::floating_point Number>
 std::optional<Number> ParseNumber(std::string_view text,
                                   std::chars_format format = std::chars_format::general)

@@ -14,17 +14,18 @@ namespace zetcore::string {
 
 ZETCORE_API std::string UTF16to8(std::wstring_view text);
 ZETCORE_API std::wstring UTF8to16(std::string_view text);
-/// For text known to be ASCII; other bytes are taken as Latin-1.
+/// Takes a text that is known to be ASCII. Other bytes are taken for Latin-1.
 ZETCORE_API std::wstring AsciiToUTF16(std::string_view text);
 
-/// Valid Unicode for showing: stray units become U+FFFD, control characters a space.
+/// Returns valid Unicode for showing. Stray units become U+FFFD, and control characters become spaces.
 ZETCORE_API std::wstring ForDisplay(std::wstring_view text);
-/// True for a unit (at `index`) that is no part of a Unicode scalar value: what a text file cannot hold.
+/// True when the unit at `index` is no part of a Unicode character. A text file cannot hold it.
 ZETCORE_API bool IsStrayUnit(std::wstring_view text, std::size_t index);
-/// The next whole code point (a stray unit counts as one), moving `index` past it.
+/// Returns the next code point and moves `index` past it. A stray unit counts as one.
 ZETCORE_API char32_t NextCodePoint(std::wstring_view text, std::size_t& index);
 ZETCORE_API void AppendCodePoint(std::wstring& text, char32_t codePoint);
-/// Letter case apart, by Unicode's simple case folding of the running C library or system.
+/// Compares without regard to letter case, by the simple case folding of Unicode that the running C library
+/// or system has.
 ZETCORE_API bool EqualIgnoringCase(std::wstring_view left, std::wstring_view right);
 
 } // namespace zetcore::string

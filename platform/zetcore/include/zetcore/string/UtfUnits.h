@@ -6,8 +6,8 @@
 
 #include <zetcore/Export.h>
 
-/// UTF-8 and UTF-16 as other programs, files and plug-ins hold them: checking, cutting, putting together. The
-/// host's own strings are converted with string/Utf.h. Pure functions; any thread.
+/// UTF-8 and UTF-16 as other programs, files and plug-ins hold them: functions that check texts, cut them and
+/// put them together. string/Utf.h converts the host's own strings. Pure functions; any thread.
 namespace zetcore::string {
 
 inline constexpr char32_t replacementCharacter = 0xFFFD;
@@ -19,8 +19,8 @@ constexpr bool IsUTF8Continuation(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0u) == 0x80u;
 }
 
-/// The number of bytes of the character at `index`, or 0 when there is no valid one: the shortest form only,
-/// no surrogates, at most U+10FFFF.
+/// Returns the number of bytes of the character at `index`, or 0 when there is no valid one. Only the
+/// shortest form is valid, surrogates are not, and neither is anything above U+10FFFF.
 constexpr std::size_t UTF8Length(std::string_view bytes, std::size_t index)
 {
     const auto continues = [bytes](std::size_t at) {
@@ -31,12 +31,12 @@ constexpr std::size_t UTF8Length(std::string_view bytes, std::size_t index)
     const auto lead = static_cast<unsigned char>(bytes[index]);
     if (lead < 0x80)
         return 1;
-    // 0xC0 and 0xC1 would begin long forms of ASCII.
+    // The bytes 0xC0 and 0xC1 would begin long forms of ASCII.
     if (lead < 0xC2 || lead > 0xF4 || !continues(index + 1))
         return 0;
     if (lead < 0xE0)
         return 2;
-    // The second byte says whether it is a long form, a surrogate, or above U+10FFFF.
+    // The second byte tells a long form, a surrogate and a code point above U+10FFFF.
     const auto second = static_cast<unsigned char>(bytes[index + 1]);
     if (!continues(index + 2) || (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F))
         return 0;
@@ -50,10 +50,11 @@ constexpr std::size_t UTF8Length(std::string_view bytes, std::size_t index)
 /// True when the text is valid from its first byte to its last.
 ZETCORE_API bool IsUTF8(std::string_view bytes);
 
-/// The beginning of the text, of at most so many bytes, that does not end inside of a character.
+/// Returns the beginning of the text. It has at most so many bytes and does not end inside of a character.
 ZETCORE_API std::string_view CutUTF8(std::string_view bytes, std::size_t mostBytes);
 
-/// A surrogate gets its three-byte form. U+FFFD takes the place of what is above U+10FFFF.
+/// Appends the code point. A surrogate gets its three-byte form, and U+FFFD takes the place of what is above
+/// U+10FFFF.
 inline void AppendUTF8(std::string& bytes, char32_t codePoint)
 {
     const auto append = [&bytes](char32_t byte) {
@@ -78,10 +79,10 @@ inline void AppendUTF8(std::string& bytes, char32_t codePoint)
     append(0x80 | (codePoint & 0x3F));
 }
 
-/// A surrogate without its other half stays as a stray unit.
+/// Converts between the host's strings and UTF-16. A surrogate without its other half stays as a stray unit.
 ZETCORE_API std::u16string ToUTF16Units(std::wstring_view text);
 ZETCORE_API std::wstring FromUTF16Units(std::u16string_view units);
-/// The beginning of the text, of at most so many units, that does not end inside of a pair.
+/// Returns the beginning of the text. It has at most so many units and does not end inside of a pair.
 ZETCORE_API std::u16string_view CutUTF16(std::u16string_view units, std::size_t mostUnits);
 
 } // namespace zetcore::string

@@ -9,8 +9,8 @@
 
 namespace zetcore::threads {
 
-/// The event loop of a program without windows: the main thread sleeps until something is posted.
-/// Register it with `RegisterMainThread` from the thread that made it.
+/// The event loop of a program without windows. Its main thread sleeps until something is posted. The thread
+/// that made it registers it with `RegisterMainThread`.
 class ZETCORE_API PlainEventLoop : public MainThreadAdaptor
 {
   public:
@@ -21,8 +21,8 @@ class ZETCORE_API PlainEventLoop : public MainThreadAdaptor
     void Run(std::chrono::steady_clock::time_point deadline) override;
     void Wake() override;
 
-    /// Runs what is queued, or sleeps until something is posted or the time is up, and runs that. Main
-    /// thread.
+    /// Runs the queued calls. When there are none, it sleeps until something is posted or the time is up, and
+    /// runs that. Main thread.
     void WaitAndRun(std::chrono::steady_clock::time_point until);
 
   private:

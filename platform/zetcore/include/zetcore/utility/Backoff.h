@@ -6,13 +6,14 @@
 
 namespace zetcore::utility {
 
-/// One object per wait: each call pauses the polling thread, first for 50 microseconds, then longer and
-/// longer up to two milliseconds, so that a short wait ends at once and a long one costs no processor.
+/// The pauses of one wait that looks again and again. Each call pauses the thread: first for 50 microseconds,
+/// then longer and longer up to two milliseconds. So a short wait ends at once, and a long one costs no
+/// processor.
 class ZETCORE_API Backoff
 {
   public:
     void operator()();
-    /// The next pause.
+    /// Returns how long the next pause will be.
     std::chrono::microseconds Next() const noexcept { return next; }
 
   private:

@@ -6,7 +6,8 @@
 
 namespace zetcore::utility {
 
-/// The host application's display name; "zetaudiopluginmanager" until a host sets its own. Any thread.
+/// The display name of the host application. It is "zetaudiopluginmanager" until a host sets its own. Any
+/// thread.
 ZETCORE_API std::wstring GetClientName();
 ZETCORE_API void SetClientName(const std::wstring& name);
 

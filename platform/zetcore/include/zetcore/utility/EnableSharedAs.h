@@ -4,8 +4,8 @@
 
 namespace zetcore::utility {
 
-/// The one base that holds the weak reference to an object that is owned by shared pointers; reached
-/// virtually, so that an object has one whatever its bases are.
+/// Holds the weak reference of an object that shared pointers own. It is a virtual base, so that an object
+/// has one reference, whatever its bases are.
 class SharedBase : public std::enable_shared_from_this<SharedBase>
 {
   public:
@@ -15,7 +15,8 @@ class SharedBase : public std::enable_shared_from_this<SharedBase>
     virtual ~SharedBase() = default;
 };
 
-/// Gives `T` the references to itself, typed. Empty while no shared pointer owns the object.
+/// Gives an object of class `T` references to itself, with that type. They are empty while no shared pointer
+/// owns the object.
 template<typename T>
 class EnableSharedAs : public virtual SharedBase
 {

@@ -7,7 +7,7 @@
 
 namespace zetcore::utility {
 
-/// No value when the variable is not set or empty.
+/// Returns no value when the variable is not set or is empty.
 ZETCORE_API std::optional<std::wstring> EnvironmentVariable(const char* name);
 
 } // namespace zetcore::utility

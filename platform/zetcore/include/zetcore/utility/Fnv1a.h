@@ -5,9 +5,9 @@
 
 namespace zetcore::utility {
 
-/// The 64-bit FNV-1a hash of the bytes (the offset basis and the prime are those of its public description).
-/// It tells one content from another, and nothing more: whoever wants two contents with one hash can make
-/// them.
+/// Returns the 64-bit FNV-1a hash of the bytes. The offset basis and the prime are those of its public
+/// description. The hash tells contents apart that differ by chance. It does not protect against people, who
+/// can make two contents with the same hash.
 constexpr std::uint64_t Fnv1a(std::string_view bytes) noexcept
 {
     std::uint64_t hash = 0xcbf29ce484222325;

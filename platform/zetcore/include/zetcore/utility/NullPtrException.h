@@ -7,7 +7,7 @@
 
 namespace zetcore::utility {
 
-/// A null object where one is required. The message names the expected type.
+/// A null object was given where one is required. The message names the expected type.
 class ZETCORE_API null_ptr_exception : public std::runtime_error
 {
   public:

@@ -32,7 +32,8 @@ class Faults
 
     bool AreOn() const { return on.load(std::memory_order_relaxed); }
 
-    /// Counts a visit. What is due is an action of the kinds asked for; the last one set goes.
+    /// Counts a visit. Returns the setting that is due, if its action is of the kind asked for. When several
+    /// are due, the last one counts.
     std::optional<FaultSetting> Visit(std::string_view place, bool isPoint)
     {
         const std::lock_guard lock(mutex);
@@ -56,7 +57,7 @@ class Faults
         if (const auto variable = utility::EnvironmentVariable("ZET_FAULT")) {
             const std::string text = string::UTF16to8(*variable);
             for (const std::string_view part : string::SplitText(text, ';')) {
-                // Trace has places of its own.
+                // This is not traced, because trace has places of its own.
                 if (const auto setting = ParseFaultSetting(string::Trim(part)))
                     faults.push_back({*setting});
                 else

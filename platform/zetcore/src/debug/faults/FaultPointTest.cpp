@@ -8,7 +8,7 @@
 namespace zetcore::debug {
 namespace {
 
-TEST(FaultSetting, reads_place_visit_and_action)
+TEST(FaultSetting, ReadsPlaceVisitAndAction)
 {
     EXPECT_EQ(ParseFaultSetting("a.b:3:stop"), (FaultSetting{"a.b", false, 3, FaultAction::Stop, 0}));
     EXPECT_EQ(ParseFaultSetting("write.*:1:no-space"),
@@ -19,14 +19,14 @@ TEST(FaultSetting, reads_place_visit_and_action)
     EXPECT_EQ(ParseFaultSetting("a:1:late=61"), (FaultSetting{"a", false, 1, FaultAction::Late, 61}));
 }
 
-TEST(FaultSetting, refuses_what_is_malformed)
+TEST(FaultSetting, RefusesWhatIsMalformed)
 {
     for (const char* text : {"", "a", ":", "a:1", ":1", "a:0:stop", "a:x:stop", "a:1:", "a:1:explode",
                              "a:1:late=", "a:1:late=x"})
         EXPECT_FALSE(ParseFaultSetting(text)) << text;
 }
 
-/// The settings of one test; off again afterwards.
+/// Sets faults for one test, and clears them afterwards.
 class FaultPointTest : public ::testing::Test
 {
   protected:
@@ -45,7 +45,7 @@ class FaultPointTest : public ::testing::Test
     std::optional<zettesting::ScopedEnvironment> variable;
 };
 
-TEST_F(FaultPointTest, nothing_happens_without_a_setting)
+TEST_F(FaultPointTest, NothingHappensWithoutASetting)
 {
     Set(std::nullopt);
     EXPECT_FALSE(FaultsAreOn());
@@ -54,7 +54,7 @@ TEST_F(FaultPointTest, nothing_happens_without_a_setting)
     EXPECT_EQ(FaultDelay("anywhere").count(), 0);
 }
 
-TEST_F(FaultPointTest, an_error_comes_from_its_visit_on_and_at_its_place_only)
+TEST_F(FaultPointTest, AnErrorComesFromItsVisitOnAndAtItsPlaceOnly)
 {
     Set("write.a*:2:no-space;b:1:read-only;read.c:1:denied");
     EXPECT_FALSE(FaultError("write.a"));
@@ -65,7 +65,7 @@ TEST_F(FaultPointTest, an_error_comes_from_its_visit_on_and_at_its_place_only)
     EXPECT_EQ(FaultError("read.c"), std::errc::permission_denied);
 }
 
-TEST_F(FaultPointTest, a_clock_is_late_from_its_visit_on)
+TEST_F(FaultPointTest, AClockIsLateFromItsVisitOn)
 {
     Set("clock:2:late=61");
     EXPECT_EQ(FaultDelay("clock").count(), 0);
@@ -73,7 +73,7 @@ TEST_F(FaultPointTest, a_clock_is_late_from_its_visit_on)
     EXPECT_EQ(FaultDelay("clock").count(), 61);
 }
 
-TEST_F(FaultPointTest, the_process_is_killed_at_its_visit)
+TEST_F(FaultPointTest, TheProcessIsKilledAtItsVisit)
 {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_DEATH(
@@ -86,7 +86,7 @@ TEST_F(FaultPointTest, the_process_is_killed_at_its_visit)
         "");
 }
 
-TEST_F(FaultPointTest, without_a_pipe_to_take_nobody_stops)
+TEST_F(FaultPointTest, WithoutAPipeToTakeNobodyStops)
 {
     const zettesting::ScopedEnvironment pipe("ZET_FAULT_PIPE", "/not there/pipe");
     Set("here:1:stop");

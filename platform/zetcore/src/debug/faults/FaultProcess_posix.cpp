@@ -28,15 +28,15 @@ void AnnounceAndStop(std::string_view place)
         if (::write(opened.Get(), line.data(), line.size()) != static_cast<ssize_t>(line.size()))
             return;
     }
-    // To this thread: of one sent to the process, another thread might be told, and this one would go on for
-    // a while.
+    // The signal goes to this thread. If it went to the process, the system might tell another thread first,
+    // and this one would go on for a while.
     ::raise(SIGSTOP);
 }
 
 void KillOwnProcess()
 {
     ::kill(::getpid(), SIGKILL);
-    // Until the signal is there.
+    // The signal may take a moment to arrive.
     for (;;)
         ::pause();
 }

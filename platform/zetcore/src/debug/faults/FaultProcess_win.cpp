@@ -9,7 +9,7 @@ namespace zetcore::debug {
 
 void AnnounceAndStop(std::string_view)
 {
-    // Not traced: trace has places of its own.
+    // This is not traced, because trace has places of its own.
     std::fputs("ZET_FAULT: this system does not let a process stop itself: the place is passed\n", stderr);
 }
 

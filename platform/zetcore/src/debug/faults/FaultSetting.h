@@ -20,19 +20,19 @@ enum class FaultAction
 /// One element of `ZET_FAULT`.
 struct FaultSetting
 {
-    /// Without the `*`.
+    /// The name, or the beginning of one, without the `*`.
     std::string place;
     bool isBeginning = false;
     unsigned visit = 1;
     FaultAction action = FaultAction::Stop;
-    /// Of `Late`.
+    /// Only `Late` uses them.
     unsigned seconds = 0;
 
     bool Matches(std::string_view name) const;
     friend bool operator==(const FaultSetting&, const FaultSetting&) = default;
 };
 
-/// Empty when it is malformed.
+/// Empty when the text is malformed.
 std::optional<FaultSetting> ParseFaultSetting(std::string_view text);
 
 } // namespace zetcore::debug

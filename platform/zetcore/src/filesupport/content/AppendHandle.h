@@ -6,7 +6,8 @@
 
 namespace zetcore::filesupport {
 
-/// A file open for appending, private to the user when it is new. Several processes may append to it at once.
+/// A file that is open for appending. A new one is private to the user. Several processes may append to it at
+/// once.
 class AppendHandle
 {
   public:
@@ -16,7 +17,7 @@ class AppendHandle
     AppendHandle(const AppendHandle&) = delete;
     AppendHandle& operator=(const AppendHandle&) = delete;
 
-    /// In one write where the system takes it. Throws `file_exception`.
+    /// Appends the bytes in one write where the system takes them so. Throws `file_exception`.
     void Write(std::string_view bytes);
 
   private:

@@ -8,7 +8,6 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_posix.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
@@ -36,7 +35,7 @@ void AppendHandle::Write(std::string_view bytes)
     const std::string place = faults ? "append." + ToNativePath(path).filename().string() : std::string();
     if (const std::error_code error = faults ? debug::FaultError(place + ".write") : std::error_code())
         throw file_exception("append to", path, error);
-    if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
+    if (const std::error_code error = opened->file.WriteWhole(bytes))
         throw file_exception("append to", path, error);
     if (faults)
         debug::FaultPoint(place + ".done");

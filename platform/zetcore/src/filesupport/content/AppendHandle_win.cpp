@@ -6,9 +6,8 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_win.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/paths/SystemPath_win.h"
+#include "filesupport/paths/SharedOpening_win.h"
 
 namespace zetcore::filesupport {
 
@@ -21,7 +20,8 @@ AppendHandle::AppendHandle(std::wstring filePath)
     : path(std::move(filePath)), opened(std::make_unique<Opened>())
 {
     constexpr const char* operation = "open for appending";
-    // With the right to append but not to write, the system itself moves every write to the end.
+    // With the right to append and without the right to write, the system itself moves every write to the
+    // end.
     opened->file = Handle(::CreateFileW(SystemPath(ToCheckedPath(operation, path)).c_str(),
                                         FILE_APPEND_DATA | SYNCHRONIZE,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -34,7 +34,7 @@ AppendHandle::~AppendHandle() = default;
 
 void AppendHandle::Write(std::string_view bytes)
 {
-    if (const std::error_code error = WriteWhole(opened->file.Get(), bytes))
+    if (const std::error_code error = opened->file.WriteWhole(bytes))
         throw file_exception("append to", path, error);
 }
 

@@ -8,10 +8,11 @@
 
 namespace zetcore::filesupport {
 
-/// `FileUtils::ReplaceContent`, under a name that no system header redefines. Throws `file_exception`.
+/// Does what `FileUtils::ReplaceContent` does, under a name that no system header redefines. Throws
+/// `file_exception`.
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability);
 
-/// A name for a temporary file that no other process or call uses at the same time.
+/// Makes a name for a temporary file that no other process or call uses at the same time.
 std::string MakeTemporaryName();
 
 } // namespace zetcore::filesupport

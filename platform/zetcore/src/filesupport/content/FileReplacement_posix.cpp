@@ -14,7 +14,6 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_posix.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {
@@ -34,7 +33,8 @@ bool SwapNames(const std::filesystem::path& first, const std::filesystem::path& 
     return ::renameat2(AT_FDCWD, first.c_str(), AT_FDCWD, second.c_str(), RENAME_EXCHANGE) == 0;
 }
 
-/// One replacement under way. The temporary file goes when it does not become the real one.
+/// One replacement of a file. When its temporary file does not become the real one, the destructor deletes
+/// it.
 class Replacement
 {
   public:
@@ -70,7 +70,7 @@ class Replacement
         FailOnFault(".write");
         if (existing)
             KeepOwnerAndPermissions();
-        if (const std::error_code error = WriteWhole(file.Get(), bytes))
+        if (const std::error_code error = file.WriteWhole(bytes))
             Fail(error);
         if (durability == Durability::PowerCut && ::fsync(file.Get()) != 0)
             Fail(LastSystemError());
@@ -83,8 +83,9 @@ class Replacement
     void Commit(Durability durability)
     {
         FailOnFault(".rename");
-        // To swap the two names is as atomic as a rename over the target, but no reason for the file system
-        // to write the new content out first. The destructor then deletes the old content.
+        // A swap of the two names is as atomic as a rename over the target. But the file system does not
+        // write the new content out first because of it, as it does before such a rename. The destructor then
+        // deletes the old content.
         if (existing && durability == Durability::Handover && SwapNames(temporary, target))
             return;
         if (::rename(temporary.c_str(), target.c_str()) != 0)
@@ -107,7 +108,7 @@ class Replacement
 
     std::filesystem::path FollowLinks(std::filesystem::path path) const
     {
-        // As many as the system itself follows.
+        // The system itself follows as many links.
         constexpr int mostLinks = 40;
         for (int links = 0; links < mostLinks; ++links) {
             char to[PATH_MAX];
@@ -125,8 +126,8 @@ class Replacement
             Fail(std::make_error_code(std::errc::is_a_directory));
         if (!S_ISREG(found.st_mode))
             Fail(std::make_error_code(std::errc::not_supported));
-        // A rename asks only the folder; a file that its owner made read-only must stay as it is all the
-        // same.
+        // A rename needs rights on the folder only. A file that its owner made read-only must stay as it is
+        // all the same.
         if (::access(target.c_str(), W_OK) != 0)
             Fail(LastSystemError());
         existing = found;
@@ -134,7 +135,8 @@ class Replacement
 
     void KeepOwnerAndPermissions()
     {
-        // A program of the administrator must not take the user's file away; for others this cannot succeed.
+        // A program of the administrator must not take the user's file away. For other users this cannot
+        // succeed, and need not.
         const bool owned = existing->st_uid == ::geteuid() && existing->st_gid == ::getegid();
         mode_t mode = existing->st_mode & 0777;
         if (!owned && ::fchown(file.Get(), existing->st_uid, existing->st_gid) != 0)

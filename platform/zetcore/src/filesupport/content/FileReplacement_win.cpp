@@ -13,11 +13,9 @@
 #include <zetcore/utility/Backoff.h>
 
 #include "filesupport/handles/SystemError.h"
-#include "filesupport/handles/WholeWrite_win.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/SharedOpening_win.h"
-#include "filesupport/paths/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -25,7 +23,7 @@ namespace {
 
 constexpr const char* operation = "write";
 
-/// The file that a link leads to; the path itself when it is no link or leads nowhere.
+/// Returns the file that a link leads to, or the path itself when it is no link or leads nowhere.
 std::filesystem::path FollowLinks(const std::filesystem::path& path)
 {
     const DWORD attributes = ::GetFileAttributesW(SystemPath(path).c_str());
@@ -45,7 +43,7 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path)
     return target;
 }
 
-/// Moves an open file onto another one as one step, and even while readers have that one open. Systems before
+/// Moves an open file onto another one in one step, even while readers have that one open. Systems before
 /// Windows 10 and some file systems cannot do it.
 bool MoveOntoOpenFile(HANDLE file, const std::filesystem::path& target)
 {
@@ -56,13 +54,13 @@ bool MoveOntoOpenFile(HANDLE file, const std::filesystem::path& target)
     rename->Flags = FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS;
     rename->FileNameLength = static_cast<DWORD>(name.size() * sizeof(wchar_t));
     std::copy(name.begin(), name.end(), rename->FileName);
-    // The headers name it only for versions of Windows 10 after the first.
+    // The headers name this value only for versions of Windows 10 after the first.
     constexpr auto renameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
     return ::SetFileInformationByHandle(file, renameInfoEx, rename,
                                         static_cast<DWORD>(block.size() * sizeof(std::max_align_t))) != 0;
 }
 
-/// Gives `to` who may use `from`, as far as this user may do that.
+/// Copies the access list, which says who may use a file, as far as this user may do that.
 void CopyAccess(const std::filesystem::path& from, const std::filesystem::path& to)
 {
     DWORD size = 0;
@@ -98,7 +96,7 @@ class TemporaryFile
 
     std::error_code Write(std::string_view bytes, Durability durability)
     {
-        if (const std::error_code error = WriteWhole(file.Get(), bytes))
+        if (const std::error_code error = file.WriteWhole(bytes))
             return error;
         if (durability == Durability::PowerCut && ::FlushFileBuffers(file.Get()) == 0)
             return LastSystemError();

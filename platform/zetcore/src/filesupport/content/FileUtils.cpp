@@ -47,7 +47,7 @@ std::string FileUtils::ReadFile(const File& file, std::uint64_t maxBytes)
     const std::uint64_t length = stream->Length();
     refuseAbove(length);
 
-    // The length is only where to begin: the file may grow meanwhile, and some system files say 0.
+    // The length is only a first guess: the file may grow meanwhile, and some system files say 0.
     constexpr std::size_t smallestRoom = 4096;
     std::string content;
     std::size_t size = 0;
@@ -65,7 +65,7 @@ std::string FileUtils::ReadFile(const File& file, std::uint64_t maxBytes)
 std::wstring FileUtils::KeepAside(const File& file)
 {
     constexpr const char* operation = "keep aside";
-    // Each damage takes one: whoever has so many has other troubles, and the search must end.
+    // Every damaged file takes one name. The search must end, and a user with so many has other troubles.
     constexpr int mostNames = 10'000;
     const std::filesystem::path damaged = ToCheckedPath(operation, file.FullPath());
     std::error_code error;

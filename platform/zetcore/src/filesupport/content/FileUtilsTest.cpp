@@ -115,8 +115,8 @@ TEST_F(FileUtilsTest, AReaderSeesTheOldOrTheNewContent)
     for (int before = written; before < rounds; before = written) {
         const std::string seen = FileUtils::ReadFile(File(Path("a")));
         torn += seen == first || seen == second ? 0 : 1;
-        // The next reading meets the next writing. A file that is never closed could not be replaced
-        // everywhere.
+        // The next reading meets the next writing. Some systems cannot replace a file that is open all the
+        // time.
         written.wait(before);
     }
     writer.join();
@@ -223,8 +223,7 @@ TEST_F(FileUtilsTest, AnOpenStreamDoesNotKeepTheFileFromBeingReplacedOrDeleted)
     WriteAll(folder / "a", "old");
     const auto stream = IPlatformByteStream::OpenForReading(File(Path("a")));
     if (zettesting::IsWine()) {
-        // Wine 8 has neither renaming nor deleting with POSIX semantics; what must hold is that nothing is
-        // lost.
+        // Wine 8 can neither rename nor delete with POSIX semantics. It must not lose anything.
         EXPECT_THROW(FileUtils::SimpleWriteStringToFile(Path("a"), "newer"), file_exception);
         EXPECT_EQ(ReadAll(folder / "a"), "old");
         EXPECT_THAT(Names(), ElementsAre("a"));

@@ -20,7 +20,7 @@ using zettesting::ReadAll;
 using zettesting::ToWide;
 using zettesting::WriteAll;
 
-/// The administrator may write everywhere: tests of what is refused go on as another user then.
+/// The administrator may write everywhere, so the tests of what is refused go on as another user.
 class OrdinaryUser
 {
   public:
@@ -45,7 +45,7 @@ class OrdinaryUser
     const uid_t before = ::geteuid();
 };
 
-/// No file can grow beyond this: what a full disk is to the writer.
+/// Keeps every file from growing beyond a size, as a full disk would.
 class FileSizeLimit
 {
   public:
@@ -211,7 +211,8 @@ TEST_F(FileUtilsTestPosix, AFileThatIsReadOnlyIsNotReplaced)
         EXPECT_EQ(CauseOf([&] { FileUtils::SimpleWriteStringToFile(Path("prefs/a"), "new"); }),
                   std::errc::permission_denied);
     } else {
-        // access() asks for the real user, which only another process can change for good.
+        // access() asks about the real user, and to change that one cannot be undone. So another process does
+        // it.
         EXPECT_EQ(ForkedChild([&] {
                       return ::setuid(OrdinaryUser::ordinary) == 0 &&
                              CauseOf([&] { FileUtils::SimpleWriteStringToFile(Path("prefs/a"), "new"); }) ==

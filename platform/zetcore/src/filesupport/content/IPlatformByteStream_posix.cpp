@@ -23,7 +23,7 @@ class FileStream : public IPlatformByteStream
   public:
     explicit FileStream(std::wstring filePath) : path(std::move(filePath))
     {
-        // Without O_NONBLOCK, opening a pipe that somebody put there would wait for its writer.
+        // Somebody may have put a pipe there. Without O_NONBLOCK, opening it would wait for its writer.
         descriptor =
             Descriptor(::open(ToCheckedPath(operation, path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!descriptor.IsOpen())
@@ -63,6 +63,8 @@ class FileStream : public IPlatformByteStream
 };
 
 } // namespace
+
+IPlatformByteStream::~IPlatformByteStream() = default;
 
 std::unique_ptr<IPlatformByteStream> IPlatformByteStream::OpenForReading(const File& file)
 {

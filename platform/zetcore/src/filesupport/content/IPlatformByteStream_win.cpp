@@ -22,7 +22,7 @@ class FileStream : public IPlatformByteStream
     {
         const std::filesystem::path native = ToCheckedPath(operation, path);
         std::error_code error;
-        // Windows calls opening a folder "access denied", which would send the user the wrong way.
+        // Windows answers "access denied" when a folder is opened, which would send the user the wrong way.
         if (ReadFileStatus(native, error).kind == FileKind::Folder && !error)
             throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
         handle = OpenShared(native, GENERIC_READ);
@@ -56,6 +56,8 @@ class FileStream : public IPlatformByteStream
 };
 
 } // namespace
+
+IPlatformByteStream::~IPlatformByteStream() = default;
 
 std::unique_ptr<IPlatformByteStream> IPlatformByteStream::OpenForReading(const File& file)
 {

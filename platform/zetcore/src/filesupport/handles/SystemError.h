@@ -5,9 +5,9 @@
 
 namespace zetcore::filesupport {
 
-/// The calling thread's last error of a system call.
+/// Returns the calling thread's last error of a system call.
 std::error_code LastSystemError();
-/// The system's words for it, in UTF-8.
+/// Returns the system's words for the error, in UTF-8.
 std::string DescribeError(std::error_code error);
 
 } // namespace zetcore::filesupport

@@ -9,7 +9,7 @@ namespace zetcore::filesupport {
 
 inline constexpr wchar_t pathSeparator = static_cast<wchar_t>(std::filesystem::path::preferred_separator);
 
-/// A path with a zero unit would name another file than it says.
+/// False for an empty path, and for one with a zero unit, which would name another file than it says.
 inline bool NamesAFile(const std::wstring& path)
 {
     return !path.empty() && path.find(L'\0') == std::wstring::npos;
@@ -18,7 +18,7 @@ inline bool NamesAFile(const std::wstring& path)
 /// Throws `file_exception` when the path is empty or holds a zero unit.
 std::filesystem::path ToCheckedPath(const std::string& operation, const std::wstring& path);
 
-/// `folder` without separators at its end (the root keeps its own).
+/// Returns the folder without separators at its end. The root keeps its own.
 std::wstring WithoutTrailingSeparators(std::wstring folder);
 
 } // namespace zetcore::filesupport

@@ -9,7 +9,6 @@
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/PlatformFolders.h"
-#include "filesupport/paths/PreferencesFolder.h"
 #include "utility/Immortal.h"
 
 namespace zetcore::filesupport {
@@ -41,7 +40,7 @@ std::filesystem::path Normalised(const std::filesystem::path& path)
     std::filesystem::path absolute = std::filesystem::absolute(path, error);
     if (error)
         absolute = path;
-    // Behind a link, ".." is not the folder before it: the real folders must be asked.
+    // Behind a link, ".." is not the folder that stands before it in the path. So the real folders are asked.
     if (std::find(absolute.begin(), absolute.end(), std::filesystem::path("..")) != absolute.end()) {
         const std::filesystem::path real = std::filesystem::weakly_canonical(absolute, error);
         if (!error)
@@ -61,7 +60,7 @@ std::wstring FolderNameOfClient(const std::wstring& client)
             refused.find(unit) != std::wstring_view::npos)
             unit = L'_';
     }
-    // Windows drops dots and spaces at the end, and "." and ".." are not names at all.
+    // Windows drops dots and spaces at the end, and "." and ".." are no names.
     for (std::size_t end = name.size(); end > 0 && (name[end - 1] == L'.' || name[end - 1] == L' '); --end)
         name[end - 1] = L'_';
     return name.empty() ? L"_" : name;
@@ -87,7 +86,7 @@ Dir Dir::PrefDir()
 
 void Dir::SetPrefDir(const std::wstring& newPath)
 {
-    // Absolute from now on: the current folder may change later.
+    // The path is made absolute now, because the current folder may change later.
     std::wstring absolute = Dir(newPath).FullPath();
     auto& state = utility::Immortal<ChosenPrefDir>();
     const std::lock_guard lock(state.mutex);

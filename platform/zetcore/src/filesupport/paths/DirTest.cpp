@@ -6,7 +6,7 @@
 #include <zetcore/utility/ClientName.h>
 #include <zettesting/HostFixture.h>
 
-#include "filesupport/paths/PreferencesFolder.h"
+#include "filesupport/paths/PlatformFolders.h"
 
 namespace zetcore::filesupport {
 namespace {

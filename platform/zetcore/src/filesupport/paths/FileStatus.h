@@ -22,7 +22,8 @@ struct FileStatus
     std::int64_t modificationTime = 0;
 };
 
-/// Of what a link points at. Sets `error` when there is nothing or it cannot be reached.
+/// Looks at a file or folder, or at what a link points at. Sets `error` when nothing is there or it cannot be
+/// reached.
 FileStatus ReadFileStatus(const std::filesystem::path& path, std::error_code& error);
 
 /// Removes a file, or a link itself. A file that is not there is no error.
@@ -31,7 +32,7 @@ std::error_code RemoveFile(const std::filesystem::path& path);
 /// Makes one folder, private to the user. One that is there already is no error.
 std::error_code MakePrivateFolder(const std::filesystem::path& path);
 
-/// Renames, but never onto another file: that gives `errc::file_exists`.
+/// Renames, but never onto another file, which is `errc::file_exists`.
 std::error_code RenameToFreeName(const std::filesystem::path& from, const std::filesystem::path& to);
 
 } // namespace zetcore::filesupport

@@ -43,7 +43,8 @@ std::error_code MakePrivateFolder(const std::filesystem::path& path)
         return {};
     std::error_code error = LastSystemError();
     std::error_code unreachable;
-    // Not only for "exists": a read-only file system may answer that first for a folder that is there.
+    // This look is made after every error, and not only after "exists": a read-only file system may report
+    // that it is read-only for a folder that is there.
     const FileStatus present = ReadFileStatus(path, unreachable);
     if (unreachable)
         return error;
@@ -57,7 +58,7 @@ std::error_code RenameToFreeName(const std::filesystem::path& from, const std::f
         return {};
     if (errno != EINVAL && errno != ENOSYS)
         return LastSystemError();
-    // A file system without that kind of rename: a second look has to do.
+    // This file system has no such rename, so a second look has to do.
     struct stat status
     {};
     if (::lstat(to.c_str(), &status) == 0)

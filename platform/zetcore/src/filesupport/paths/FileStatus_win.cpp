@@ -2,7 +2,6 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/SharedOpening_win.h"
-#include "filesupport/paths/SystemPath_win.h"
 
 namespace zetcore::filesupport {
 
@@ -22,8 +21,7 @@ bool IsMissing(DWORD error)
 
 FileStatus ReadFileStatus(const std::filesystem::path& path, std::error_code& error)
 {
-    // No access is asked for, so that a file that another program has open can be looked at; links are
-    // followed.
+    // This asks for no access, so that it works on a file that another program has open. Links are followed.
     const Handle file = OpenShared(path, 0);
     if (!file.IsOpen()) {
         error = LastSystemError();
@@ -38,7 +36,7 @@ FileStatus ReadFileStatus(const std::filesystem::path& path, std::error_code& er
     result.kind =
         (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::Folder : FileKind::Regular;
     result.size = Join(information.nFileSizeHigh, information.nFileSizeLow);
-    // 100 nanosecond steps since 1601.
+    // The system counts steps of 100 nanoseconds since 1601.
     constexpr std::int64_t stepsUntil1970 = 116'444'736'000'000'000;
     const auto steps = static_cast<std::int64_t>(
         Join(information.ftLastWriteTime.dwHighDateTime, information.ftLastWriteTime.dwLowDateTime));

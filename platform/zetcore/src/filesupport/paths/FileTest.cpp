@@ -109,7 +109,7 @@ TEST_F(FileTest, SizeAndTimeOfNothingFailAndNameIt)
 TEST_F(FileTest, APathThatIsNoneIsRefused)
 {
     zettesting::WriteAll(folder / "a", "x");
-    // A zero would cut the path off, so that it named another file.
+    // A zero would cut the path off, and the path would name another file.
     const File cut(ToWide(folder / "a") + std::wstring(1, L'\0') + L"b");
     EXPECT_FALSE(cut.Exists());
     EXPECT_THROW(cut.Delete(), file_exception);

@@ -8,7 +8,8 @@ namespace {
 
 constexpr std::wstring_view longStart = L"\\\\?\\";
 constexpr std::wstring_view longShareStart = L"\\\\?\\UNC\\";
-/// The limit for folders is 248; temporary files and files kept aside have longer names than those asked for.
+/// The limit for folders is 248, and temporary files and files kept aside have longer names than those asked
+/// for.
 constexpr std::size_t longEnough = 200;
 
 bool IsSeparator(wchar_t character)
@@ -22,7 +23,7 @@ bool StartsWithDrive(std::wstring_view path)
     return path.size() > 2 && letter >= L'a' && letter <= L'z' && path[1] == L':' && IsSeparator(path[2]);
 }
 
-/// "\\server\share"; not "\\?\" or "\\.\".
+/// True for "\\server\share", and false for "\\?\" and "\\.\".
 bool StartsWithServer(std::wstring_view path)
 {
     return path.size() > 2 && IsSeparator(path[0]) && IsSeparator(path[1]) && !IsSeparator(path[2]) &&

@@ -1,5 +1,8 @@
 #include <zetcore/filesupport/paths/LongPath.h>
 
+#include <ostream>
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace zetcore::filesupport {
@@ -7,13 +10,24 @@ namespace {
 
 const std::wstring folder(210, L'x');
 
-struct Path
+struct Row
 {
+    std::string name;
     std::wstring plain;
     std::wstring longForm;
 };
 
-class LongPath : public testing::TestWithParam<Path>
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+std::string NameOf(const testing::TestParamInfo<Row>& row)
+{
+    return row.param.name;
+}
+
+class LongPath : public testing::TestWithParam<Row>
 {};
 
 TEST_P(LongPath, HasItsLongForm)
@@ -21,19 +35,27 @@ TEST_P(LongPath, HasItsLongForm)
     EXPECT_EQ(LongForm(GetParam().plain), GetParam().longForm);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Each, LongPath,
-    testing::Values(Path{L"", L""}, Path{L"C:\\short", L"C:\\short"},
-                    Path{L"C:\\" + folder, L"\\\\?\\C:\\" + folder},
-                    Path{L"z:/a/" + folder + L"/b.xml", L"\\\\?\\z:\\a\\" + folder + L"\\b.xml"},
-                    Path{L"C:\\a\\.\\b\\..\\" + folder + L"\\\\c\\", L"\\\\?\\C:\\a\\" + folder + L"\\c\\"},
-                    Path{L"C:\\..\\..\\" + folder, L"\\\\?\\C:\\" + folder},
-                    Path{L"\\\\server\\share\\..\\" + folder, L"\\\\?\\UNC\\server\\share\\" + folder},
-                    // Relative to a folder or a drive, or in a long form already.
-                    Path{folder, folder}, Path{L"C:" + folder, L"C:" + folder},
-                    Path{L"\\" + folder, L"\\" + folder},
-                    Path{L"\\\\?\\C:\\" + folder, L"\\\\?\\C:\\" + folder},
-                    Path{L"\\\\.\\pipe\\" + folder, L"\\\\.\\pipe\\" + folder}));
+const Row longOnes[] = {
+    {"OnADrive", L"C:\\" + folder, L"\\\\?\\C:\\" + folder},
+    {"WithSlashes", L"z:/a/" + folder + L"/b.xml", L"\\\\?\\z:\\a\\" + folder + L"\\b.xml"},
+    {"WithDots", L"C:\\a\\.\\b\\..\\" + folder + L"\\\\c\\", L"\\\\?\\C:\\a\\" + folder + L"\\c\\"},
+    {"WithDotsAboveTheDrive", L"C:\\..\\..\\" + folder, L"\\\\?\\C:\\" + folder},
+    {"OnAServer", L"\\\\server\\share\\..\\" + folder, L"\\\\?\\UNC\\server\\share\\" + folder}};
+INSTANTIATE_TEST_SUITE_P(Of, LongPath, testing::ValuesIn(longOnes), NameOf);
+
+Row Unchanged(const std::string& name, const std::wstring& path)
+{
+    return {name, path, path};
+}
+
+INSTANTIATE_TEST_SUITE_P(Unchanged, LongPath,
+                         testing::Values(Unchanged("Empty", L""), Unchanged("Short", L"C:\\short"),
+                                         Unchanged("RelativeToAFolder", folder),
+                                         Unchanged("RelativeOnADrive", L"C:" + folder),
+                                         Unchanged("RelativeToTheDrive", L"\\" + folder),
+                                         Unchanged("LongAlready", L"\\\\?\\C:\\" + folder),
+                                         Unchanged("ADevice", L"\\\\.\\pipe\\" + folder)),
+                         NameOf);
 
 TEST(LongPaths, ArePlainAgainAsUsersWriteThem)
 {

@@ -32,7 +32,7 @@ bool IsLink(const std::filesystem::directory_entry& entry)
 
 bool IsRefusal(const std::error_code& error)
 {
-    // The standard library's own functions give numbers of the C library, ours the system's.
+    // The standard library's own functions give error numbers of the C library, and ours give the system's.
     if (error.category() == std::generic_category())
         return error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory;
     switch (error.value()) {

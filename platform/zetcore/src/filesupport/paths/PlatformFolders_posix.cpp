@@ -76,7 +76,7 @@ std::wstring FindRuntimeFolder()
     {};
     if (::lstat(own.c_str(), &status) != 0)
         throw file_exception("use folder", ownWide, LastSystemError());
-    // Anybody can make things in /tmp: a link or another user's folder there may be a trap.
+    // Anybody can make things in /tmp, so a link or another user's folder there may be a trap.
     if (!S_ISDIR(status.st_mode))
         throw file_exception("use folder", ownWide, std::make_error_code(std::errc::not_a_directory));
     if (status.st_uid != ::geteuid())

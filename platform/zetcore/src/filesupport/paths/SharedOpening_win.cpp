@@ -1,7 +1,5 @@
 #include "filesupport/paths/SharedOpening_win.h"
 
-#include "filesupport/paths/SystemPath_win.h"
-
 #include <chrono>
 
 #include <zetcore/utility/Backoff.h>

@@ -19,7 +19,7 @@ class FileLockTest : public zettesting::HostFixture
     File InPrefs(const std::string& name) const { return File(zettesting::ToWide(prefs / name)); }
 };
 
-TEST_F(FileLockTest, keeps_others_out_until_it_goes)
+TEST_F(FileLockTest, KeepsOthersOutUntilItGoes)
 {
     std::optional<FileLock> first(std::in_place, InPrefs("a"));
     EXPECT_TRUE(first->IsHeld());
@@ -29,14 +29,14 @@ TEST_F(FileLockTest, keeps_others_out_until_it_goes)
     EXPECT_TRUE(FileLock(InPrefs("a"), 0ms).IsHeld());
 }
 
-TEST_F(FileLockTest, needs_no_file_and_leaves_nothing_beside_it)
+TEST_F(FileLockTest, NeedsNoFileAndLeavesNothingBesideIt)
 {
     const FileLock lock(InPrefs("not there"));
     EXPECT_TRUE(lock.IsHeld());
     EXPECT_TRUE(std::filesystem::is_empty(prefs));
 }
 
-TEST_F(FileLockTest, those_that_wait_come_one_after_the_other)
+TEST_F(FileLockTest, ThoseThatWaitComeOneAfterTheOther)
 {
     std::atomic<int> inside = 0, most = 0, rounds = 0;
     std::vector<std::thread> threads;

@@ -12,7 +12,7 @@
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/sharing/HandleLock_posix.h"
-#include "filesupport/sharing/LockName.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 
@@ -39,7 +39,7 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
     }
 }
 
-// Closing the descriptor gives the lock up.
+// The descriptor is closed here, which gives the lock up.
 FileLock::~FileLock() = default;
 
 } // namespace zetcore::filesupport

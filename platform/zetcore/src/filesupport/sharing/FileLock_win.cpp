@@ -11,8 +11,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/paths/SystemPath_win.h"
-#include "filesupport/sharing/LockName.h"
+#include "filesupport/paths/SharedOpening_win.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 
@@ -30,7 +30,7 @@ FileLock::FileLock(const File& file, std::chrono::milliseconds limit)
         auto taking = std::make_unique<Held>();
         utility::Backoff pause;
         for (;;) {
-            // Shared with nobody: whoever has it open has the lock.
+            // It is shared with nobody, so the program that has it open has the lock.
             taking->file = Handle(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0,
                                                 nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
             if (taking->file.IsOpen())

@@ -5,9 +5,9 @@
 
 namespace zetcore::filesupport {
 
-/// Takes the exclusive lock of an open file, polling for at most `limit`: `errc::timed_out` after that. The
-/// lock ends by `Unlock`, and when all descriptors and mappings of this opening are gone (so with its
-/// process).
+/// Takes the exclusive lock of an open file. It polls for at most `limit`, and then returns
+/// `errc::timed_out`. `Unlock` ends the lock. It also ends when all descriptors and mappings of this opening
+/// are gone, and so with the process.
 std::error_code LockWithin(int descriptor, std::chrono::milliseconds limit);
 void Unlock(int descriptor);
 

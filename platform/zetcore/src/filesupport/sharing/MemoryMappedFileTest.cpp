@@ -11,7 +11,7 @@
 #include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
 
-#include "filesupport/sharing/BlockName.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 namespace {

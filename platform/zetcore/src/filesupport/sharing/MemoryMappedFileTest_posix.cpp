@@ -111,7 +111,7 @@ TEST_F(MemoryMappedFileTestPosix, TwoProgramsThatStartAtTheSameMomentTakeTurns)
         if (!block.Init(blockName, 8, MemoryMappedFile::CreateLocked))
             return 1;
         channel.Send('L');
-        // The port is ours: whoever holds the lock is the only one to write it.
+        // We hold the lock, so nobody else writes the port.
         std::memcpy(block.GetAddress(), "mine", 4);
         if (channel.Receive() != 'g')
             return 2;
@@ -199,7 +199,8 @@ TEST_F(MemoryMappedFileTestPosix, AnotherUsersFileIsRefused)
         EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
         EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::OpenShared));
     } else {
-        // A file that is not ours and that we cannot give away: what the system itself keeps in /proc.
+        // This needs a file that is not ours, and we cannot give a file away. The system's own files in /proc
+        // are such files.
         const zettesting::ScopedEnvironment runtime("XDG_RUNTIME_DIR", "/proc");
         MemoryMappedFile block;
         EXPECT_FALSE(block.Init("version", 8, MemoryMappedFile::OpenShared));

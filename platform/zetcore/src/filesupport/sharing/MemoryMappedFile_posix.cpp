@@ -17,8 +17,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/sharing/BlockName.h"
 #include "filesupport/sharing/HandleLock_posix.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 
@@ -70,7 +70,8 @@ Descriptor OpenBlock(const Request& request)
     if (request.create) {
         if (const std::error_code error = LockWithin(file.Get(), longestWaitForLock))
             request.Fail(error);
-        // Room on the medium now: on a full one, the first write into the mapping would kill the process.
+        // The room on the medium is taken now. On a full medium, the first write into the mapping would kill
+        // the process.
         if (const int error = ::posix_fallocate(file.Get(), 0, static_cast<off_t>(request.size)))
             request.Fail({error, std::generic_category()});
     } else if (StatusOf(file, request).st_size < static_cast<off_t>(request.size)) {
@@ -130,7 +131,7 @@ void MemoryMappedFile::CloseFileHandleIfPossible()
 {
     if (!mapping || !mapping->file.IsOpen())
         return;
-    // The mapping keeps the opened file alive, and closing the descriptor alone would leave it locked.
+    // The mapping keeps the opened file alive, so the lock would outlive the descriptor.
     Unlock(mapping->file.Get());
     mapping->file.Close();
 }

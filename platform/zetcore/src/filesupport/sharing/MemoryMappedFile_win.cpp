@@ -16,8 +16,8 @@
 
 #include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
-#include "filesupport/paths/SystemPath_win.h"
-#include "filesupport/sharing/BlockName.h"
+#include "filesupport/paths/SharedOpening_win.h"
+#include "filesupport/sharing/SharingNames.h"
 
 namespace zetcore::filesupport {
 
@@ -25,8 +25,8 @@ namespace {
 
 constexpr std::chrono::seconds longestWaitForLock{120};
 
-/// The lock is a file that only one handle can have open: unlike a mutex it belongs to no thread, and it goes
-/// with the process whatever ends it.
+/// The lock is a file that only one handle can have open. A mutex would belong to a thread. The file belongs
+/// to the process and goes with it, whatever ends it.
 Handle Lock(const std::wstring& name)
 {
     const File file(commondirs::RuntimeDir(), name + L".lock");
@@ -68,7 +68,7 @@ struct MemoryMappedFile::Mapping
         }
         if (!section.IsOpen())
             throw file_exception("map", objectName, LastSystemError());
-        // Fails when the block that another process made is smaller.
+        // This fails when another process has made the block, and it is smaller.
         address = ::MapViewOfFile(section.Get(), access, 0, 0, size);
         if (address == nullptr)
             throw file_exception("map", objectName, LastSystemError());

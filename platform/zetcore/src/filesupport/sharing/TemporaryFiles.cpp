@@ -17,7 +17,7 @@ bool IsHexadecimal(std::wstring_view text)
     return !text.empty() && text.find_first_not_of(L"0123456789abcdef") == text.npos;
 }
 
-/// As `MakeTemporaryName` makes them.
+/// True for the names that `MakeTemporaryName` makes.
 bool IsTemporaryName(std::wstring_view name)
 {
     constexpr std::wstring_view begin = L".zet-", end = L".tmp";

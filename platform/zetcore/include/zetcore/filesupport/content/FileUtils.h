@@ -11,16 +11,18 @@ namespace zetcore::filesupport {
 /// How far a replaced file must have come before the call returns.
 enum class Durability
 {
-    /// Whole for every process as long as the system runs; after a power cut the file may be empty. For what
-    /// one process hands to another, where nobody reads it later. The cheapest by far on some file systems.
+    /// The file is whole for every process as long as the system runs. After a power cut it may be empty.
+    /// This is for what one process hands to another and nobody reads later. It is the cheapest by far on
+    /// some file systems.
     Handover,
-    /// Whole after a crash of this process; after a power cut the old or the new content may be there.
+    /// The file is whole after a crash of this process. After a power cut it may have the old or the new
+    /// content.
     ProcessCrash,
-    /// Also on the medium: whole and new after a power cut.
+    /// The file is also on the medium: it is whole and new after a power cut.
     PowerCut,
 };
 
-/// Whole-file operations; any thread. Every one throws `file_exception`.
+/// Operations on whole files. Any thread. Every one throws `file_exception`.
 class ZETCORE_API FileUtils
 {
   public:
@@ -29,13 +31,14 @@ class ZETCORE_API FileUtils
     /// (`Durability::Handover`), so this is for markers and for what can be made again.
     static void SimpleWriteStringToFile(const std::wstring& path, std::string_view bytes);
 
-    /// The same with a choice of durability. A link is followed, and the file's permissions are kept.
+    /// Does the same with a choice of durability. A link is followed, and the file's permissions are kept.
     static void ReplaceContent(const std::wstring& path, std::string_view bytes, Durability durability);
 
     /// Appends the bytes, in one write where the system allows it; creates the file private to the user.
     static void AppendToFile(const std::wstring& path, std::string_view bytes);
 
-    /// The whole content. Files above `maxBytes` (memory is not endless) are refused: `file_too_large`.
+    /// Returns the whole content. A file above `maxBytes` is refused with `file_too_large`, because memory is
+    /// not endless.
     static std::string ReadFile(const File& file, std::uint64_t maxBytes = std::uint64_t{1} << 30);
 
     /// Renames a damaged file to `<name>.damaged` (`.damaged2` and so on when that is taken) and returns the

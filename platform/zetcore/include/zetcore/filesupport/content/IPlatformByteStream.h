@@ -9,8 +9,8 @@
 
 namespace zetcore::filesupport {
 
-/// A file opened for reading, without any text translation; others may read and write it meanwhile.
-/// One thread at a time. Closed by its destructor.
+/// A file that is open for reading, without any text translation. Others may read and write it meanwhile. Its
+/// destructor closes it. One thread at a time.
 class ZETCORE_API IPlatformByteStream
 {
   public:
@@ -19,9 +19,9 @@ class ZETCORE_API IPlatformByteStream
     /// Throws `file_exception` when the file cannot be opened.
     static std::unique_ptr<IPlatformByteStream> OpenForReading(const File& file);
 
-    /// Length in bytes at the time of the call.
+    /// The length in bytes at the time of the call.
     virtual std::uint64_t Length() const = 0;
-    /// Reads up to `size` bytes from the current place; returns how many, 0 at the end. Throws
+    /// Reads up to `size` bytes from the current place. Returns how many it has read, 0 at the end. Throws
     /// `file_exception`.
     virtual std::size_t ReadBlock(void* buffer, std::size_t size) = 0;
 };

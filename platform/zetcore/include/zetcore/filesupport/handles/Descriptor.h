@@ -1,12 +1,14 @@
 #pragma once
 
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <zetcore/Export.h>
 
 namespace zetcore::filesupport {
 
-/// Owns a file descriptor of a POSIX system; -1 is none.
+/// Owns a file descriptor of a POSIX system, or nothing, which is -1.
 class Descriptor
 {
   public:
@@ -24,8 +26,11 @@ class Descriptor
     bool IsOpen() const noexcept { return descriptor >= 0; }
     /// The caller owns it from now on.
     int Release() noexcept { return std::exchange(descriptor, -1); }
-    /// False when the system reports an error of an earlier write only now (network file systems do).
+    /// Returns false when the system reports an error of an earlier write only now, as network file systems
+    /// do.
     ZETCORE_API bool Close() noexcept;
+    /// Writes everything, in several writes where one takes only a part.
+    ZETCORE_API std::error_code WriteWhole(std::string_view bytes) const;
 
   private:
     int descriptor = -1;

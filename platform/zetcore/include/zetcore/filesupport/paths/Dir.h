@@ -7,26 +7,27 @@
 
 namespace zetcore::filesupport {
 
-/// A folder's path. Holds no handle; any thread.
+/// The path of a folder. It holds no handle. Any thread.
 class ZETCORE_API Dir
 {
   public:
     Dir() = default;
     explicit Dir(std::wstring path);
 
-    /// The user's preferences folder: what `SetPrefDir` gave, else `%APPDATA%\<client>` or
-    /// `$XDG_CONFIG_HOME/<client>` (`~/.config/<client>`), the client being `utility::GetClientName()`.
-    /// The folder is created when it can be; a folder that cannot be is returned all the same, and writing to
+    /// Returns the user's preferences folder. It is the one that `SetPrefDir` set, else `%APPDATA%\<client>`
+    /// or `$XDG_CONFIG_HOME/<client>` (`~/.config/<client>`), where the client is `utility::GetClientName()`.
+    /// The folder is created if possible. One that cannot be created is returned all the same, and writing to
     /// it raises `file_exception`.
     static Dir PrefDir();
 
-    /// Process-wide. An empty path goes back to the default.
+    /// Counts for the whole process. An empty path goes back to the default.
     static void SetPrefDir(const std::wstring& path);
 
     bool Exists() const;
     /// Creates the folder and its parents, private to the user. Throws `file_exception`.
     void Create() const;
-    /// Absolute and normalised where that is possible without the folder existing; empty for an empty path.
+    /// Returns the absolute and normalised path, as far as that is possible without the folder existing. An
+    /// empty path stays empty.
     std::wstring FullPath() const;
     bool IsEmpty() const noexcept { return path.empty(); }
 

@@ -8,7 +8,8 @@
 
 namespace zetcore::filesupport {
 
-/// A file's path. Holds no handle; any thread. Paths with stray units (see string/Utf.h) name the real file.
+/// The path of a file. It holds no handle. Any thread. A path with stray units (see string/Utf.h) names the
+/// real file.
 class ZETCORE_API File
 {
   public:
@@ -17,7 +18,7 @@ class ZETCORE_API File
     File(const Dir& folder, const std::wstring& name);
 
     bool Exists() const;
-    /// Deletes the file; a file that is not there is no error. Throws `file_exception`.
+    /// Deletes the file. A file that is not there is no error. Throws `file_exception`.
     void Delete() const;
     const std::wstring& FullPath() const noexcept { return path; }
     std::string FullPathUTF8() const;
@@ -25,7 +26,7 @@ class ZETCORE_API File
     std::wstring GetTitle() const;
     Dir GetParent() const;
 
-    /// Size in bytes, and the time of the last change in nanoseconds since 1970 (UTC). Throw
+    /// The size in bytes, and the time of the last change in nanoseconds since 1970 (UTC). Both throw
     /// `file_exception`.
     std::uint64_t Size() const;
     std::int64_t ModificationTime() const;

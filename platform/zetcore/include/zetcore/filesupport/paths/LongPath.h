@@ -5,15 +5,15 @@
 
 #include <zetcore/Export.h>
 
-/// The two ways of writing a Windows path: as users do, which for most calls of the system ends at 260
-/// characters, and behind "\\?\", which does not.
+/// A Windows path can be written in two ways. As users write it, most calls of the system refuse it from 260
+/// characters on. Behind "\\?\" it may be longer.
 namespace zetcore::filesupport {
 
-/// An absolute path that is near the limit, or will be with what is put beside it, in its long form. In it
-/// only backslashes separate, and "." and ".." mean nothing, so that they are resolved. Every other path is
-/// given back as it is.
+/// Returns the long form of an absolute path that is near the limit, or will be with what is put beside it.
+/// In the long form only backslashes separate, and "." and ".." mean nothing, so they are resolved here.
+/// Every other path comes back as it is.
 ZETCORE_API std::wstring LongForm(std::wstring_view path);
-/// A path as users write it.
+/// Returns the path as users write it.
 ZETCORE_API std::wstring PlainForm(std::wstring_view path);
 
 } // namespace zetcore::filesupport

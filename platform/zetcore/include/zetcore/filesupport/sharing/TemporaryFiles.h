@@ -8,9 +8,9 @@
 
 namespace zetcore::filesupport {
 
-/// Deletes what replacements that were killed have left in the folder: files that are named as `FileUtils`
-/// names its temporary ones (".zet-", two hexadecimal numbers, ".tmp") and have not been written to for that
-/// long. Links and folders stay. Gives how many; what cannot be deleted is traced.
+/// Deletes the temporary files that killed programs have left in the folder. These are files with names as
+/// `FileUtils` gives them (".zet-", two hexadecimal numbers, ".tmp") that nobody has written to for that
+/// long. Links and folders stay. Returns how many it has deleted. A file that cannot be deleted is traced.
 ZETCORE_API std::size_t DeleteAbandonedTemporaries(const Dir& folder,
                                                    std::chrono::seconds age = std::chrono::hours(1));
 

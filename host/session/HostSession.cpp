@@ -1,0 +1,179 @@
+#include "session/HostSession.h"
+
+#include <cstdio>
+
+#include <zetaudiopluginhostui/AudioPluginManager.h>
+#include <zetaudiopluginhostui/Module.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
+#include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/File.h>
+#include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/threads/MainThread.h>
+#include <zetui/application/Application.h>
+
+#include "terminal/DisplayText.h"
+
+namespace zetaudiopluginmanager {
+
+namespace {
+
+using zetaudiofilterhost::PluginModuleInfoManager;
+using zetaudiopluginhost::BannedPluginManager;
+using zetcore::filesupport::Dir;
+using zetcore::filesupport::File;
+
+File PreferencesFile(const std::wstring& name)
+{
+    return {Dir::PrefDir(), name};
+}
+
+/// Limits the number of restarts without any progress, unless the user has set one. A scanner that cannot
+/// start for a moment, because memory is short, gets on within ten starts. A broken scanner never gets on,
+/// and without a limit the scan would never end.
+void LimitFruitlessRestarts()
+{
+    constexpr const char* key = zetaudiopluginhostui::mostFruitlessRestarts;
+    auto& database = zetcore::debug::DebugDatabase::Instance();
+    if (database.GetEntry(key, "").empty())
+        database.SetEntry(key, "10");
+}
+
+} // namespace
+
+void Say(std::string_view text)
+{
+    for (const std::string& line : LinesForTerminal(text))
+        std::fprintf(stderr, "zetaudiopluginmanager: %s\n", line.c_str());
+}
+
+HostSession::Surroundings::Surroundings(Surface surface, bool quiet)
+{
+    if (surface == Surface::Windows) {
+        if (!zetui::ui::InitializeWindows())
+            throw no_display("there is no display to open a window on");
+        windows = std::make_shared<CautionCounter>(zetui::dialogs::GetPresentation());
+        zetui::dialogs::SetPresentation(windows);
+    } else {
+        eventLoop = std::make_shared<zetcore::threads::PlainEventLoop>();
+        terminal = std::make_shared<zetui::dialogs::TerminalPresentation>(stderr, quiet);
+        zetcore::threads::RegisterMainThread(eventLoop);
+        zetui::dialogs::SetPresentation(terminal);
+    }
+    zetaudiopluginhostui::Initialize();
+    LimitFruitlessRestarts();
+}
+
+HostSession::Surroundings::~Surroundings()
+{
+    zetaudiopluginhostui::Terminate();
+    if (terminal) {
+        zetui::dialogs::SetPresentation(nullptr);
+        zetcore::threads::RegisterMainThread(nullptr);
+    } else {
+        zetui::dialogs::SetPresentation(windows->Behind());
+        zetui::ui::TerminateWindows();
+    }
+}
+
+HostSession::HostSession(Surface surface, bool onlyProblems)
+    : quiet(onlyProblems), surroundings(surface, quiet), registry(PluginModuleInfoManager::GetInstance()),
+      banned(BannedPluginManager::GetInstance())
+{
+    CheckAtStart();
+    PutBackAtStart();
+    scans = std::make_unique<ScanWatch>(*registry, *banned, ScanActions());
+}
+
+ScanWatch::Actions HostSession::ScanActions()
+{
+    return {[this] { WriteRegistry(); }, [this] { SaveBannedList(); },
+            [this](const ScanWatch::Result& result) {
+                // In the terminal, the command itself reports its scan.
+                if (surroundings.windows)
+                    scanNote.Tell(result);
+            }};
+}
+
+void HostSession::PutBackAtStart()
+{
+    const std::size_t count = registry->PutBackUnreached().size();
+    if (count == 0)
+        return;
+    WriteRegistry();
+    if (surroundings.windows)
+        TellOfInterruptedScan(count);
+    else
+        Say("a scan was interrupted before it reached " + std::to_string(count) +
+            (count == 1 ? " plug-in, which is" : " plug-ins, which are") + " in the list again as before");
+}
+
+void HostSession::CheckAtStart()
+{
+    const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
+    if (unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile))
+        Say("the list of unsupported plug-ins could not be read and starts anew: " +
+            unsupportedFile.FullPathUTF8());
+    const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
+    const bool isFirstStart = !registryFile.Exists();
+
+    zetaudiopluginhostui::AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr,
+                                                                                                nullptr);
+    for (const std::string& error : {banned->GetLoadError(), registry->GetLoadError()})
+        if (!error.empty())
+            Say(error);
+    if (isFirstStart) {
+        registry->ResetToDefaultFolders();
+        SaveRegistry();
+    }
+    // An alert names no file, and a ban may not have been saved. Saving the list again tells both.
+    cautionsAtStart = Cautions();
+    if (cautionsAtStart > 0)
+        SaveBannedList();
+}
+
+zetui::dialogs::TerminalPresentation::Counts HostSession::Shown() const
+{
+    return surroundings.terminal ? surroundings.terminal->GetCounts()
+                                 : zetui::dialogs::TerminalPresentation::Counts();
+}
+
+int HostSession::Cautions() const
+{
+    return surroundings.windows ? surroundings.windows->Cautions() : Shown().cautions;
+}
+
+void HostSession::Save(const std::function<void()>& save)
+{
+    try {
+        save();
+    } catch (const zetcore::filesupport::file_exception& error) {
+        Say(error.what());
+        notSaved = true;
+    }
+}
+
+void HostSession::SaveRegistry()
+{
+    WriteRegistry();
+    registry->GetPluginInfosChangedSignal()();
+}
+
+void HostSession::WriteRegistry()
+{
+    Save([this] {
+        registry->SaveConfiguration(PreferencesFile(PluginModuleInfoManager::GetSettingsFileName()), true);
+    });
+}
+
+void HostSession::SaveBannedList()
+{
+    Save([this] { banned->SaveConfiguration(PreferencesFile(BannedPluginManager::GetSettingsFileName())); });
+}
+
+ExitStatus HostSession::Status() const
+{
+    return notSaved || Cautions() > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
+}
+
+} // namespace zetaudiopluginmanager
