@@ -58,7 +58,7 @@ struct CountingSupplier : zetui::pixmill::SupplierInterface
 
 TEST_F(DialogAssembly, EveryControlIsFoundInBothSkins)
 {
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         OpenDialog();
         for (const char* const id : {ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton,
