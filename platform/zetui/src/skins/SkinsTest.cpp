@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <initializer_list>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -41,6 +43,18 @@ TEST_F(Skins, TheHostChoosesSkinAndScheme)
     EXPECT_TRUE(IsDark());
     SetScheme(Scheme::Light);
     EXPECT_FALSE(IsDark());
+}
+
+TEST_F(Skins, TheTableHasEachSkinOnceAndUnderANameOfItsOwn)
+{
+    std::set<std::string> names;
+    for (const Skin skin : AllSkins()) {
+        EXPECT_EQ(RecordOf(skin).skin, skin);
+        EXPECT_TRUE(names.insert(NameOf(skin)).second) << NameOf(skin);
+    }
+    EXPECT_TRUE(names.contains("classic"));
+    EXPECT_TRUE(names.contains("v7"));
+    EXPECT_THROW(SetSkin(static_cast<Skin>(77)), std::invalid_argument);
 }
 
 TEST_F(Skins, ColoursAndFontsFollowTheChoice)
