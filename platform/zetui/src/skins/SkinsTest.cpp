@@ -232,6 +232,8 @@ TEST_P(SkinLook, TheCornerWhereTwoScrollBarsMeetLooksLikeTheirGrooves)
     const QRect corner(down.left(), across.top(), down.width(), across.height());
     ASSERT_FALSE(corner.intersects(down) || corner.intersects(across));
     const QImage picture = area.grab().toImage();
+    const SkinRecord& record = CurrentSkin();
+    EXPECT_EQ(picture.pixelColor(down.center()), pixmill::ToQt(CurrentColors().*record.scrollGroove));
     for (int y = corner.top(); y <= corner.bottom(); ++y)
         for (int x = corner.left(); x <= corner.right(); ++x)
             ASSERT_EQ(picture.pixel(x, y), picture.pixel(down.center())) << x << ", " << y;
