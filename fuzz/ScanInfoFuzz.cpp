@@ -25,8 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } catch (const std::runtime_error&) {
         return 0;
     }
-    const auto locator = zetaudiofilterhost::PluginLocator::FromString(info.locator);
-    zetfuzz::Require(zetaudiofilterhost::PluginLocator::FromString(locator.ToString()) == locator,
+    zetfuzz::Require(zetaudiofilterhost::PluginLocator::FromString(info.locator.ToString()) == info.locator,
                      "a locator survives its text");
     zetfuzz::Require(ReadScanInfoReply(zetmarshal::FromJson(zetmarshal::ToJson(BuildScanInfoReply(info)))) ==
                          info,

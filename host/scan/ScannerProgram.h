@@ -10,7 +10,7 @@ enum class ScannerProgramState
     NotExecutable,
     /// A file that this system or this processor cannot start.
     OtherSystem,
-    /// Nothing about the file speaks against a start.
+    /// The file looks like a program that this system can start.
     Startable,
 };
 

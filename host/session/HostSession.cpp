@@ -119,9 +119,9 @@ void HostSession::CheckAtStart()
 
     zetaudiopluginhostui::AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr,
                                                                                                 nullptr);
-    for (const std::string& error : {banned->GetLoadError(), registry->GetLoadError()})
-        if (!error.empty())
-            Say(error);
+    for (const auto& error : {banned->GetLoadError(), registry->GetLoadError()})
+        if (error)
+            Say(error->text);
     if (isFirstStart) {
         registry->ResetToDefaultFolders();
         SaveRegistry();

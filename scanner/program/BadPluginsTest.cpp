@@ -20,7 +20,7 @@ using testing::StartsWith;
 class BannedPlugin : public ScannerFixture, public testing::WithParamInterface<BadPluginReason>
 {};
 
-TEST_P(BannedPlugin, takes_down_the_scanner_and_leaves_its_reason_and_the_good_ones_around_it_are_found)
+TEST_P(BannedPlugin, TakesDownTheScannerAndLeavesItsReasonAndTheGoodOnesAroundItAreFound)
 {
     WriteDebugDatabase(
         "zetaudiofilterscan.EntityTimeoutSeconds = " + std::to_string(GetParam().secondsLimit) + "\n");
@@ -51,7 +51,7 @@ std::ostream& operator<<(std::ostream& stream, const Harmless& harmless)
 class HarmlessPlugin : public ScannerFixture, public testing::WithParamInterface<Harmless>
 {};
 
-TEST_P(HarmlessPlugin, is_not_banned_and_the_scan_goes_on_in_the_same_scanner)
+TEST_P(HarmlessPlugin, IsNotBannedAndTheScanGoesOnInTheSameScanner)
 {
     WriteDebugDatabase("zetaudiofilterscan.EntityTimeoutSeconds = 50\n");
     const auto bad = Plugin(GetParam().plugin);
@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Each, HarmlessPlugin,
 class PluginsTogether : public ScannerFixture
 {};
 
-TEST_F(PluginsTogether, those_that_the_loader_stops_are_not_banned_and_the_good_ones_are_found)
+TEST_F(PluginsTogether, ThoseThatTheLoaderStopsAreNotBannedAndTheGoodOnesAreFound)
 {
     std::vector<zetaudiofilterhost::PluginLocator> locators{Plugin("good/vst2_effect")};
     for (const char* const plugin : PluginsThatTheLoaderStops())
@@ -95,7 +95,7 @@ TEST_F(PluginsTogether, those_that_the_loader_stops_are_not_banned_and_the_good_
     EXPECT_THAT(scan.results, AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
 }
 
-TEST_F(PluginsTogether, one_that_crashes_only_after_another_passes_alone_and_is_not_banned)
+TEST_F(PluginsTogether, OneThatCrashesOnlyAfterAnotherPassesAloneAndIsNotBanned)
 {
     const WholeScan scan = ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_poisoned"),
                                            Plugin("good/vst2_effect")});
@@ -107,9 +107,9 @@ TEST_F(PluginsTogether, one_that_crashes_only_after_another_passes_alone_and_is_
                                   HasSubstr("poisons_process"), HasSubstr("passed when it was alone")));
 }
 
-TEST_F(PluginsTogether, each_try_alone_is_in_a_worker_that_has_loaded_nothing)
+TEST_F(PluginsTogether, EachTryAloneIsInAWorkerThatHasLoadedNothing)
 {
-    // It passes alone, and would crash in the worker in which it has done so.
+    // The plug-in passes alone, and would crash in the worker in which it has passed.
     const WholeScan scan =
         ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/crashes_when_loaded_twice")});
     EXPECT_EQ(scan.scannersStarted, 1);
@@ -117,7 +117,7 @@ TEST_F(PluginsTogether, each_try_alone_is_in_a_worker_that_has_loaded_nothing)
     EXPECT_THAT(ScanLogs(), HasSubstr("passed when it was alone"));
 }
 
-TEST_F(PluginsTogether, an_exception_is_answer_enough_of_one_that_was_alone_and_of_no_other)
+TEST_F(PluginsTogether, AnExceptionIsAnswerEnoughOfOneThatWasAloneAndOfNoOther)
 {
     const auto bad = Plugin("bad/throws_exception");
     EXPECT_EQ(ScanAll(prefs, {bad}).failed.size(), 1U);
@@ -126,7 +126,7 @@ TEST_F(PluginsTogether, an_exception_is_answer_enough_of_one_that_was_alone_and_
     EXPECT_THAT(ScanLogs(), HasSubstr("tried once more"));
 }
 
-TEST_F(PluginsTogether, one_that_crashes_when_it_is_started_does_so_in_the_full_scan_only)
+TEST_F(PluginsTogether, OneThatCrashesWhenItIsStartedDoesSoInTheFullScanOnly)
 {
     const auto bad = Plugin("bad/crash_on_start");
     EXPECT_THAT(ScanAll(prefs, {bad}).results, HasSubstr("status=\"working\""));
@@ -142,7 +142,7 @@ TEST_F(PluginsTogether, one_that_crashes_when_it_is_started_does_so_in_the_full_
     EXPECT_THAT(reason->reason, HasSubstr("while being started and stopped"));
 }
 
-TEST_F(PluginsTogether, one_that_gives_nothing_only_after_another_is_not_banned)
+TEST_F(PluginsTogether, OneThatGivesNothingOnlyAfterAnotherIsNotBanned)
 {
     const WholeScan scan =
         ScanAll(prefs, {Plugin("bad/poisons_process"), Plugin("bad/nothing_when_poisoned")});
@@ -152,7 +152,7 @@ TEST_F(PluginsTogether, one_that_gives_nothing_only_after_another_is_not_banned)
     EXPECT_THAT(ScanLogs(), HasSubstr("passed when it was alone"));
 }
 
-TEST_F(PluginsTogether, a_reason_comes_with_the_build_and_says_when_the_system_did_not_load_it)
+TEST_F(PluginsTogether, AReasonComesWithTheBuildAndSaysWhenTheSystemDidNotLoadIt)
 {
     const auto crashes = Plugin("bad/crash_in_entry"), lacks = Plugin("bad/missing_library"),
                gives = Plugin("bad/returns_null");
@@ -167,7 +167,7 @@ TEST_F(PluginsTogether, a_reason_comes_with_the_build_and_says_when_the_system_d
     }
 }
 
-TEST_F(PluginsTogether, a_banned_one_is_tried_again_when_its_file_is_another_or_could_not_be_loaded)
+TEST_F(PluginsTogether, ABannedOneIsTriedAgainWhenItsFileIsAnotherOrCouldNotBeLoaded)
 {
     const auto changed = Plugin("good/vst2_effect"), lacking = Plugin("good/vst2_synth"),
                same = Plugin("good/vst3_single_file");
@@ -184,7 +184,7 @@ TEST_F(PluginsTogether, a_banned_one_is_tried_again_when_its_file_is_another_or_
                 AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth"), Not(HasSubstr("vst3_single_file"))));
 }
 
-TEST_F(PluginsTogether, one_plugin_of_a_shell_that_was_asked_for_alone_is_marked)
+TEST_F(PluginsTogether, OnePluginOfAShellThatWasAskedForAloneIsMarked)
 {
     const auto shell = Plugin("good/vst2_shell");
     const zetaudiofilterhost::PluginLocator one(shell.GetTechnologyType(), shell.GetPath(), L"1366443892");
@@ -193,7 +193,7 @@ TEST_F(PluginsTogether, one_plugin_of_a_shell_that_was_asked_for_alone_is_marked
     EXPECT_THAT(ScanAll(prefs, {shell}).results, AllOf(HasSubstr("Quarry Mono"), Not(HasSubstr("alone"))));
 }
 
-TEST_F(PluginsTogether, a_file_that_may_not_be_read_is_no_plugin_that_failed)
+TEST_F(PluginsTogether, AFileThatMayNotBeReadIsNoPluginThatFailed)
 {
     const auto secret = Plugin("good/vst2_synth");
     const WholeScan scan =
@@ -216,7 +216,7 @@ class LostDisplay : public ScannerFixture
     }
 };
 
-TEST_F(LostDisplay, is_not_held_against_a_plugin_that_works_without)
+TEST_F(LostDisplay, IsNotHeldAgainstAPluginThatWorksWithout)
 {
     const WholeScan scan = ScanOneThatLosesItsDisplay();
     EXPECT_EQ(scan.scannersStarted, 1);
@@ -226,7 +226,7 @@ TEST_F(LostDisplay, is_not_held_against_a_plugin_that_works_without)
     EXPECT_THAT(ScanLogs(), HasSubstr("ended with the display that it talked to. It is tried once more."));
 }
 
-TEST_F(LostDisplay, leaves_one_that_needs_it_for_the_next_scan)
+TEST_F(LostDisplay, LeavesOneThatNeedsItForTheNextScan)
 {
     const WholeScan scan = ScanOneThatLosesItsDisplay({{"ZET_TEST_PLUGIN_NEEDS_DISPLAY", "1"}});
     EXPECT_EQ(scan.scannersStarted, 1);
@@ -236,7 +236,7 @@ TEST_F(LostDisplay, leaves_one_that_needs_it_for_the_next_scan)
                       HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
 }
 
-TEST_F(PluginsTogether, two_bad_ones_in_a_row_are_banned_each_for_its_own_reason)
+TEST_F(PluginsTogether, TwoBadOnesInARowAreBannedEachForItsOwnReason)
 {
     const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/aborts"),
                                            Plugin("bad/exits_zero"), Plugin("good/vst2_synth")});
@@ -247,14 +247,14 @@ TEST_F(PluginsTogether, two_bad_ones_in_a_row_are_banned_each_for_its_own_reason
     EXPECT_THAT(scan.results, AllOf(HasSubstr("vst2_effect"), HasSubstr("vst2_synth")));
 }
 
-TEST_F(PluginsTogether, a_bad_one_at_the_end_is_banned_too)
+TEST_F(PluginsTogether, ABadOneAtTheEndIsBannedToo)
 {
     const WholeScan scan = ScanAll(prefs, {Plugin("good/vst2_effect"), Plugin("bad/crash_on_close")});
     EXPECT_EQ(scan.scannersStarted, 1);
     EXPECT_EQ(scan.failed.size(), 1U);
 }
 
-TEST_F(PluginsTogether, output_goes_to_the_log_and_never_to_the_scanners_own)
+TEST_F(PluginsTogether, OutputGoesToTheLogAndNeverToTheScannersOwn)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/floods_output")});
@@ -271,7 +271,7 @@ TEST_F(PluginsTogether, output_goes_to_the_log_and_never_to_the_scanners_own)
     EXPECT_LT(bytes, 8U << 20);
 }
 
-TEST_F(PluginsTogether, what_a_worker_traces_comes_out_where_the_scanners_own_trace_does)
+TEST_F(PluginsTogether, WhatAWorkerTracesComesOutWhereTheScannersOwnTraceDoes)
 {
     const auto text = zettesting::MakeTextModule(folder.Path());
     ScannerClient client(prefs, {}, 9);
@@ -283,7 +283,7 @@ TEST_F(PluginsTogether, what_a_worker_traces_comes_out_where_the_scanners_own_tr
     EXPECT_FALSE(std::filesystem::exists(prefs / "scan-logs"));
 }
 
-TEST_F(PluginsTogether, files_that_cannot_be_plugins_are_skipped_and_never_banned)
+TEST_F(PluginsTogether, FilesThatCannotBePluginsAreSkippedAndNeverBanned)
 {
     const auto made = folder / "made";
     std::filesystem::create_directory(made);
@@ -301,7 +301,7 @@ TEST_F(PluginsTogether, files_that_cannot_be_plugins_are_skipped_and_never_banne
     EXPECT_THAT(scan.results, Not(HasSubstr("status=\"working\"")));
 }
 
-TEST_F(PluginsTogether, names_that_are_hard_to_carry_come_through)
+TEST_F(PluginsTogether, NamesThatAreHardToCarryComeThrough)
 {
     const auto made = folder / "made";
     std::filesystem::create_directory(made);
@@ -313,7 +313,7 @@ TEST_F(PluginsTogether, names_that_are_hard_to_carry_come_through)
     const WholeScan scan = ScanAll(prefs, locators);
     ASSERT_EQ(scan.reported.size(), locators.size());
     for (std::size_t i = 0; i < locators.size(); ++i)
-        EXPECT_EQ(scan.reported[i], locators[i].ToString());
+        EXPECT_EQ(scan.reported[i], locators[i]);
     ASSERT_EQ(scan.failed.size(), 1U);
     EXPECT_EQ(scan.failed.begin()->first, locators.back().GetPath());
 }

@@ -1,5 +1,5 @@
-// In builds with sanitizers: a plug-in's crash must stay the signal that it is, because the supervisor tells
-// people how the worker ended. Other builds never call these.
+// Builds with sanitizers call these functions. A plug-in's crash must stay the signal that it is, because the
+// supervisor tells people how the worker ended.
 
 #if defined(__GNUC__) && !defined(_WIN32)
 #define ZET_VISIBLE __attribute__((visibility("default"), used))
@@ -9,7 +9,7 @@
 
 extern "C" {
 
-// Plug-ins are unloaded, or never, as they like: what they leave behind is not ours to report.
+// Some plug-ins are never unloaded. Memory that they leave behind is not ours to report.
 ZET_VISIBLE const char* __asan_default_options()
 {
     return "handle_segv=0:handle_abort=0:handle_sigbus=0:handle_sigfpe=0:handle_sigill=0:handle_sigtrap=0:"

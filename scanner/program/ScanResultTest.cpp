@@ -6,13 +6,15 @@
 namespace zetaudiofilterscan {
 namespace {
 
+using zetaudiofilterhost::PluginLocator;
+
 using testing::HasSubstr;
 using testing::Not;
 
 class ScanResult : public ScannerFixture
 {};
 
-TEST_F(ScanResult, the_result_file_holds_the_last_plugins_records_and_no_others)
+TEST_F(ScanResult, TheResultFileHoldsTheLastPluginsRecordsAndNoOthers)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_shell")});
@@ -29,7 +31,7 @@ TEST_F(ScanResult, the_result_file_holds_the_last_plugins_records_and_no_others)
     EXPECT_EQ(records, 3U);
 }
 
-TEST_F(ScanResult, every_result_has_a_mark_of_its_own)
+TEST_F(ScanResult, EveryResultHasAMarkOfItsOwn)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_effect")});
@@ -46,12 +48,12 @@ TEST_F(ScanResult, every_result_has_a_mark_of_its_own)
     EXPECT_NE(results[0], results[1]);
 }
 
-TEST_F(ScanResult, a_result_that_its_host_deletes_is_written_once_more_and_no_oftener)
+TEST_F(ScanResult, AResultThatItsHostDeletesIsWrittenOnceMoreAndNoOftener)
 {
     ScannerClient client(prefs);
     client.StartScan(
         {Plugin("good/vst2_effect"), Plugin("good/vst2_synth"), Plugin("good/vst3_single_file")});
-    std::vector<std::wstring> rounds;
+    std::vector<PluginLocator> rounds;
     std::vector<std::string> results;
     for (zetscanprotocol::ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
         ASSERT_TRUE(client.ScanOneEntity().Succeeded());
@@ -59,31 +61,31 @@ TEST_F(ScanResult, a_result_that_its_host_deletes_is_written_once_more_and_no_of
         results.push_back(zettesting::ReadAll(client.ResultPath()));
         std::filesystem::remove(client.ResultPath());
     }
-    EXPECT_THAT(rounds, testing::ElementsAre(Plugin("good/vst2_effect").ToString(), L"",
-                                             Plugin("good/vst2_synth").ToString(), L"",
-                                             Plugin("good/vst3_single_file").ToString(), L""));
+    EXPECT_THAT(rounds,
+                testing::ElementsAre(Plugin("good/vst2_effect"), PluginLocator(), Plugin("good/vst2_synth"),
+                                     PluginLocator(), Plugin("good/vst3_single_file"), PluginLocator()));
     ASSERT_EQ(results.size(), 6U);
     for (std::size_t i = 0; i < results.size(); i += 2)
         for (const std::size_t copy : {i, i + 1})
-            EXPECT_THAT(results[copy], HasSubstr(zetcore::string::UTF16to8(rounds[i])));
+            EXPECT_THAT(results[copy], HasSubstr(zetcore::string::UTF16to8(rounds[i].ToString())));
 }
 
-TEST_F(ScanResult, a_result_that_another_scanner_replaces_is_written_until_it_stays)
+TEST_F(ScanResult, AResultThatAnotherScannerReplacesIsWrittenUntilItStays)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
-    ASSERT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_effect").ToString());
+    ASSERT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_effect"));
     ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     for (int times = 0; times < 5; ++times) {
         zettesting::WriteAll(client.ResultPath(), "another's");
-        ASSERT_EQ(client.GetScanInfo().locator, L"") << times;
+        ASSERT_EQ(client.GetScanInfo().locator, PluginLocator()) << times;
         ASSERT_TRUE(client.ScanOneEntity().Succeeded());
         EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
     }
-    EXPECT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_synth").ToString());
+    EXPECT_EQ(client.GetScanInfo().locator, Plugin("good/vst2_synth"));
 }
 
-TEST_F(ScanResult, the_result_file_is_replaced_whole)
+TEST_F(ScanResult, TheResultFileIsReplacedWhole)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect")});
@@ -96,7 +98,7 @@ TEST_F(ScanResult, the_result_file_is_replaced_whole)
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
 
-TEST_F(ScanResult, goes_on_when_the_result_cannot_be_written_and_notes_which_file)
+TEST_F(ScanResult, GoesOnWhenTheResultCannotBeWrittenAndNotesWhichFile)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});

@@ -41,7 +41,7 @@ void ExpectError(const Reply& reply, RPCErrorCode code, const std::wstring& text
     EXPECT_THAT(reply.errorMessage, HasSubstr(text));
 }
 
-TEST_F(ScannerProcess, says_so_and_ends_when_no_host_has_started_it)
+TEST_F(ScannerProcess, SaysSoAndEndsWhenNoHostHasStartedIt)
 {
     const auto result = Run({});
     EXPECT_EQ(result.exitStatus, exitNoPortBlock);
@@ -49,7 +49,7 @@ TEST_F(ScannerProcess, says_so_and_ends_when_no_host_has_started_it)
     EXPECT_EQ(result.output, "");
 }
 
-TEST_F(ScannerProcess, says_so_and_ends_when_it_is_given_arguments)
+TEST_F(ScannerProcess, SaysSoAndEndsWhenItIsGivenArguments)
 {
     const auto result = Run({"--help"});
     EXPECT_EQ(result.exitStatus, exitWrongUsage);
@@ -57,13 +57,13 @@ TEST_F(ScannerProcess, says_so_and_ends_when_it_is_given_arguments)
                 AllOf(HasSubstr("starts it without"), HasSubstr("arguments. There is nothing")));
 }
 
-TEST_F(ScannerProcess, a_worker_whose_supervisor_is_not_its_parent_ends_at_once)
+TEST_F(ScannerProcess, AWorkerWhoseSupervisorIsNotItsParentEndsAtOnce)
 {
     const auto result = Run({"--worker", "3", "4", "1"});
     EXPECT_FALSE(result.timedOut);
 }
 
-TEST_F(ScannerProcess, ends_when_nobody_connects_in_time)
+TEST_F(ScannerProcess, EndsWhenNobodyConnectsInTime)
 {
     ScannerClient client(prefs, {{"ZET_DEBUG_DATABASE", "zetaudiofilterscan.ConnectTimeoutSeconds=0.2"}});
     const auto& result = client.Process().Wait();
@@ -71,7 +71,7 @@ TEST_F(ScannerProcess, ends_when_nobody_connects_in_time)
     EXPECT_THAT(LeftProcesses(), IsEmpty());
 }
 
-TEST_F(ScannerProcess, does_not_end_for_that_once_a_host_is_there)
+TEST_F(ScannerProcess, DoesNotEndForThatOnceAHostIsThere)
 {
     // To it, any time that there is for connecting is long over.
     ScannerClient client(prefs, {{"ZET_FAULT", "supervisor.serving:1:late=3600"}});
@@ -81,13 +81,13 @@ TEST_F(ScannerProcess, does_not_end_for_that_once_a_host_is_there)
         ASSERT_TRUE(client.BeginScan({}).Succeeded()) << round;
 }
 
-TEST_F(ScannerProcess, does_end_for_that_by_the_same_clock_while_it_waits)
+TEST_F(ScannerProcess, DoesEndForThatByTheSameClockWhileItWaits)
 {
     ScannerClient client(prefs, {{"ZET_FAULT", "supervisor.waiting:1:late=3600"}});
     EXPECT_EQ(client.Process().Wait().exitStatus, exitNobodyConnected);
 }
 
-TEST_F(ScannerProcess, ends_with_its_worker_when_the_connection_closes)
+TEST_F(ScannerProcess, EndsWithItsWorkerWhenTheConnectionCloses)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
@@ -99,7 +99,7 @@ TEST_F(ScannerProcess, ends_with_its_worker_when_the_connection_closes)
     EXPECT_THAT(LeftProcesses(), IsEmpty());
 }
 
-TEST_F(ScannerProcess, ends_at_once_when_the_connection_closes_while_a_plugin_hangs)
+TEST_F(ScannerProcess, EndsAtOnceWhenTheConnectionClosesWhileAPluginHangs)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("bad/loops_forever")});
@@ -114,7 +114,7 @@ TEST_F(ScannerProcess, ends_at_once_when_the_connection_closes_while_a_plugin_ha
     EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".reasons"));
 }
 
-TEST_F(ScannerProcess, gives_up_a_host_that_sends_and_sends_while_a_plugin_hangs)
+TEST_F(ScannerProcess, GivesUpAHostThatSendsAndSendsWhileAPluginHangs)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/loops_forever")});
@@ -128,7 +128,7 @@ TEST_F(ScannerProcess, gives_up_a_host_that_sends_and_sends_while_a_plugin_hangs
     EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".reasons"));
 }
 
-TEST_F(ScannerProcess, leaves_no_worker_behind_when_it_is_killed)
+TEST_F(ScannerProcess, LeavesNoWorkerBehindWhenItIsKilled)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/loops_forever")});
@@ -139,7 +139,7 @@ TEST_F(ScannerProcess, leaves_no_worker_behind_when_it_is_killed)
     EXPECT_THAT(LeftProcesses(), IsEmpty());
 }
 
-TEST_F(ScannerProcess, does_not_end_by_the_ctrl_c_that_its_hosts_terminal_sends_it)
+TEST_F(ScannerProcess, DoesNotEndByTheCtrlCThatItsHostsTerminalSendsIt)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect")});
@@ -148,7 +148,7 @@ TEST_F(ScannerProcess, does_not_end_by_the_ctrl_c_that_its_hosts_terminal_sends_
     EXPECT_TRUE(client.ScanOneEntity().Succeeded());
 }
 
-TEST_F(ScannerProcess, serves_one_connection_only)
+TEST_F(ScannerProcess, ServesOneConnectionOnly)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
@@ -166,7 +166,7 @@ TEST_F(ScannerProcess, serves_one_connection_only)
     EXPECT_TRUE(client.BeginScan({}).Succeeded());
 }
 
-TEST_F(ScannerProcess, refuses_requests_out_of_order_and_goes_on)
+TEST_F(ScannerProcess, RefusesRequestsOutOfOrderAndGoesOn)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
@@ -186,7 +186,7 @@ TEST_F(ScannerProcess, refuses_requests_out_of_order_and_goes_on)
     ExpectError(client.ScanOneEntity(), RPCErrorCode::OutOfOrder, L"must follow a GetScanInfo");
 }
 
-TEST_F(ScannerProcess, refuses_wrong_arguments_and_unknown_methods_and_goes_on)
+TEST_F(ScannerProcess, RefusesWrongArgumentsAndUnknownMethodsAndGoesOn)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
@@ -207,7 +207,7 @@ TEST_F(ScannerProcess, refuses_wrong_arguments_and_unknown_methods_and_goes_on)
     EXPECT_FALSE(client.GetScanInfo().continues);
 }
 
-TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
+TEST_F(ScannerProcess, ReportsEachPluginAndThenTheEnd)
 {
     const std::vector<PluginLocator> locators{Plugin("good/vst2_shell"), Plugin("good/vst3_several_classes")};
     ScannerClient client(prefs);
@@ -215,7 +215,7 @@ TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
     for (std::size_t done = 0; done < locators.size(); ++done) {
         for (int asked = 0; asked < 2; ++asked) {
             const ScanInfo info = client.GetScanInfo();
-            EXPECT_EQ(info.locator, locators[done].ToString());
+            EXPECT_EQ(info.locator, locators[done]);
             EXPECT_EQ(info.progress, static_cast<std::int32_t>(done));
             EXPECT_EQ(info.total, 2);
             EXPECT_TRUE(info.continues);
@@ -223,14 +223,14 @@ TEST_F(ScannerProcess, reports_each_plugin_and_then_the_end)
         ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     }
     const ScanInfo end = client.GetScanInfo();
-    EXPECT_EQ(end.locator, L"");
+    EXPECT_EQ(end.locator, PluginLocator());
     EXPECT_EQ(end.subcomponent, L"");
     EXPECT_EQ(end.progress, 2);
     EXPECT_EQ(end.total, 2);
     EXPECT_FALSE(end.continues);
 }
 
-TEST_F(ScannerProcess, its_replies_have_the_documented_keys_and_types)
+TEST_F(ScannerProcess, ItsRepliesHaveTheDocumentedKeysAndTypes)
 {
     const PluginLocator plugin(TechnologyType::VST, L"/gone.so", L"part");
     ScannerClient client(prefs);
@@ -246,7 +246,7 @@ TEST_F(ScannerProcess, its_replies_have_the_documented_keys_and_types)
               "\"total\":1}}");
 }
 
-TEST_F(ScannerProcess, has_nothing_to_do_for_an_empty_list)
+TEST_F(ScannerProcess, HasNothingToDoForAnEmptyList)
 {
     ScannerClient client(prefs);
     client.StartScan({});
@@ -255,7 +255,7 @@ TEST_F(ScannerProcess, has_nothing_to_do_for_an_empty_list)
     EXPECT_EQ(info.total, 0);
 }
 
-TEST_F(ScannerProcess, starts_over_with_a_second_list)
+TEST_F(ScannerProcess, StartsOverWithASecondList)
 {
     ScannerClient client(prefs);
     client.StartScan({Plugin("good/vst2_effect"), Plugin("good/vst2_synth")});
@@ -263,20 +263,20 @@ TEST_F(ScannerProcess, starts_over_with_a_second_list)
     ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     ASSERT_TRUE(client.BeginScan({Plugin("good/vst3_single_file")}).Succeeded());
     const ScanInfo info = client.GetScanInfo();
-    EXPECT_EQ(info.locator, Plugin("good/vst3_single_file").ToString());
+    EXPECT_EQ(info.locator, Plugin("good/vst3_single_file"));
     EXPECT_EQ(info.progress, 0);
     EXPECT_EQ(info.total, 1);
     EXPECT_TRUE(client.ScanOneEntity().Succeeded());
 }
 
-TEST_F(ScannerProcess, passes_over_banned_plugins_with_an_empty_result)
+TEST_F(ScannerProcess, PassesOverBannedPluginsWithAnEmptyResult)
 {
     zetaudiopluginhost::BannedPluginManager banned;
     banned.AddBannedPlugin(Plugin("bad/crash_on_load"), "for a test");
     ScannerClient client(prefs);
     banned.SaveConfiguration(zetcore::filesupport::File(zettesting::ToWide(client.BannedPath())));
     client.StartScan({Plugin("bad/crash_on_load"), Plugin("good/vst2_effect")});
-    EXPECT_EQ(client.GetScanInfo().locator, Plugin("bad/crash_on_load").ToString());
+    EXPECT_EQ(client.GetScanInfo().locator, Plugin("bad/crash_on_load"));
     ASSERT_TRUE(client.ScanOneEntity().Succeeded());
     EXPECT_EQ(zettesting::ReadAll(client.ResultPath()), "");
     EXPECT_EQ(client.GetScanInfo().progress, 1);
@@ -284,7 +284,7 @@ TEST_F(ScannerProcess, passes_over_banned_plugins_with_an_empty_result)
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
 
-TEST_F(ScannerProcess, leaves_damaged_lists_of_the_host_where_they_are)
+TEST_F(ScannerProcess, LeavesDamagedListsOfTheHostWhereTheyAre)
 {
     ScannerClient client(prefs);
     zettesting::WriteAll(client.BannedPath(), "<bannedplugins><plugin");
@@ -301,7 +301,7 @@ TEST_F(ScannerProcess, leaves_damaged_lists_of_the_host_where_they_are)
         EXPECT_FALSE(entry.is_directory()) << entry.path();
 }
 
-TEST_F(ScannerProcess, requests_that_come_all_at_once_are_answered_in_order)
+TEST_F(ScannerProcess, RequestsThatComeAllAtOnceAreAnsweredInOrder)
 {
     ScannerClient client(prefs);
     ASSERT_TRUE(client.Open());
@@ -313,7 +313,7 @@ TEST_F(ScannerProcess, requests_that_come_all_at_once_are_answered_in_order)
     EXPECT_THAT(zettesting::ReadAll(client.ResultPath()), HasSubstr("vst2_effect"));
 }
 
-TEST_F(ScannerProcess, a_long_scan_stays_in_one_scanner)
+TEST_F(ScannerProcess, ALongScanStaysInOneScanner)
 {
     const auto made = folder / "made";
     std::filesystem::create_directory(made);

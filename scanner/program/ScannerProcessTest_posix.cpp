@@ -13,7 +13,7 @@ class PluginThatLeavesAProcess : public ScannerFixture
   protected:
     void Scan(ScannerClient& client)
     {
-        // With the first one, which loads nothing, all of the scanner's own processes are there.
+        // After the first plug-in, which loads nothing, all of the scanner's own processes are there.
         client.StartScan(
             {LocatorOf(zettesting::MakeTextModule(folder.Path())), Plugin("bad/leaves_process")});
         ASSERT_TRUE(client.GetScanInfo().continues);
@@ -25,7 +25,7 @@ class PluginThatLeavesAProcess : public ScannerFixture
     }
 };
 
-TEST_F(PluginThatLeavesAProcess, has_it_ended_with_the_connection)
+TEST_F(PluginThatLeavesAProcess, HasItEndedWithTheConnection)
 {
     ScannerClient client(prefs);
     Scan(client);
@@ -34,7 +34,7 @@ TEST_F(PluginThatLeavesAProcess, has_it_ended_with_the_connection)
     EXPECT_THAT(LeftProcesses(), IsEmpty());
 }
 
-TEST_F(PluginThatLeavesAProcess, has_it_ended_when_the_supervisor_is_killed)
+TEST_F(PluginThatLeavesAProcess, HasItEndedWhenTheSupervisorIsKilled)
 {
     ScannerClient client(prefs);
     Scan(client);
@@ -54,13 +54,13 @@ class Displays : public ScannerFixture
     }
 };
 
-TEST_F(Displays, of_nobody_are_what_plugins_find_where_the_host_has_none)
+TEST_F(Displays, OfNobodyAreWhatPluginsFindWhereTheHostHasNone)
 {
     EXPECT_THAT(Told({{"DISPLAY", ""}}),
                 AllOf(HasSubstr("\nDISPLAY=none;"), HasSubstr("WAYLAND_DISPLAY=/dev/null;")));
 }
 
-TEST_F(Displays, of_the_host_are_the_plugins_too)
+TEST_F(Displays, OfTheHostAreThePluginsToo)
 {
     EXPECT_THAT(Told({{"DISPLAY", ":77"}}),
                 AllOf(HasSubstr("\nDISPLAY=:77;"), HasSubstr("WAYLAND_DISPLAY=/dev/null;")));
@@ -68,7 +68,7 @@ TEST_F(Displays, of_the_host_are_the_plugins_too)
                 AllOf(HasSubstr("\nDISPLAY=none;"), HasSubstr("WAYLAND_DISPLAY=wayland-77;")));
 }
 
-TEST_F(Displays, can_be_hidden)
+TEST_F(Displays, CanBeHidden)
 {
     WriteDebugDatabase("zetaudiofilterscan.HideDisplay = true\n");
     EXPECT_THAT(Told({{"DISPLAY", ":77"}, {"WAYLAND_DISPLAY", "wayland-77"}}),

@@ -55,7 +55,7 @@ class ShellSkipping : public ScannerFixture
     PluginModuleInfoManager registry;
 };
 
-TEST_F(ShellSkipping, needs_a_working_module_of_the_name_in_the_registry)
+TEST_F(ShellSkipping, NeedsAWorkingModuleOfTheNameInTheRegistry)
 {
     EXPECT_THAT(Scan({}), Not(isSkipped));
     registry.AddModule(Record(otherName));
@@ -69,7 +69,7 @@ TEST_F(ShellSkipping, needs_a_working_module_of_the_name_in_the_registry)
     EXPECT_THAT(Scan({}, true), Not(isSkipped));
 }
 
-TEST_F(ShellSkipping, counts_what_the_scan_has_found_before_the_scanner_was_started_again)
+TEST_F(ShellSkipping, CountsWhatTheScanHasFoundBeforeTheScannerWasStartedAgain)
 {
     registry.BeginIncrementalSaves();
     Save();
@@ -79,13 +79,13 @@ TEST_F(ShellSkipping, counts_what_the_scan_has_found_before_the_scanner_was_star
     EXPECT_THAT(Scan({}), isSkipped);
 }
 
-TEST_F(ShellSkipping, counts_the_modules_of_its_own_list)
+TEST_F(ShellSkipping, CountsTheModulesOfItsOwnList)
 {
     EXPECT_THAT(Scan({otherName}), Not(isSkipped));
     EXPECT_THAT(Scan({sameName}), isSkipped);
 }
 
-TEST_F(ShellSkipping, does_not_count_a_banned_module)
+TEST_F(ShellSkipping, DoesNotCountABannedModule)
 {
     registry.AddModule(Record(sameName));
     Save();
@@ -96,7 +96,7 @@ TEST_F(ShellSkipping, does_not_count_a_banned_module)
     EXPECT_THAT(Scan({}), Not(isSkipped));
 }
 
-TEST_F(ShellSkipping, a_damaged_registry_counts_as_empty_and_ends_nothing)
+TEST_F(ShellSkipping, ADamagedRegistryCountsAsEmptyAndEndsNothing)
 {
     zettesting::WriteAll(prefs / "plugins.xml", "<audioplugins><damaged");
     EXPECT_THAT(Scan({}), Not(isSkipped));
@@ -104,7 +104,7 @@ TEST_F(ShellSkipping, a_damaged_registry_counts_as_empty_and_ends_nothing)
     EXPECT_FALSE(std::filesystem::exists(prefs / "plugins.xml.damaged"));
 }
 
-TEST_F(ShellSkipping, every_worker_is_told_what_is_known)
+TEST_F(ShellSkipping, EveryWorkerIsToldWhatIsKnown)
 {
     registry.AddModule(Record(sameName));
     Save();
@@ -120,7 +120,7 @@ TEST_F(ShellSkipping, every_worker_is_told_what_is_known)
     EXPECT_EQ(skipped, 2U);
 }
 
-TEST_F(ShellSkipping, a_worker_is_told_again_for_the_next_list)
+TEST_F(ShellSkipping, AWorkerIsToldAgainForTheNextList)
 {
     ScannerClient client(prefs);
     client.StartScan({shell});

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "ExitCodes.h"
-#include "Supervisor.h"
-#include "Worker.h"
+#include "RunSupervisor.h"
+#include "RunWorker.h"
 #include "WorkerArguments.h"
 
 int main(int argc, char** argv)

@@ -18,7 +18,7 @@ enum ExitCode : int
     /// A plug-in brought it down: the reason is recorded.
     exitPluginFailed = 20,
 
-    /// Of a worker: a plug-in has closed or replaced the channel to the supervisor.
+    /// A worker ends with it: a plug-in has closed or replaced the channel to the supervisor.
     exitChannelLost = 91,
 };
 

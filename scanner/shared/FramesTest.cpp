@@ -16,7 +16,7 @@ std::string HeaderOf(std::uint32_t length)
     return header;
 }
 
-TEST(Frames, comes_back_whole_however_it_is_cut)
+TEST(Frames, ComesBackWholeHoweverItIsCut)
 {
     const std::string message("a\0message", 9);
     const std::string frame = MakeFrame(message);
@@ -30,7 +30,7 @@ TEST(Frames, comes_back_whole_however_it_is_cut)
     }
 }
 
-TEST(Frames, keeps_the_order_of_many_messages_that_come_at_once)
+TEST(Frames, KeepsTheOrderOfManyMessagesThatComeAtOnce)
 {
     FrameBuffer buffer;
     std::string bytes;
@@ -42,21 +42,21 @@ TEST(Frames, keeps_the_order_of_many_messages_that_come_at_once)
     EXPECT_FALSE(buffer.Take());
 }
 
-TEST(Frames, carries_an_empty_message)
+TEST(Frames, CarriesAnEmptyMessage)
 {
     FrameBuffer buffer;
     buffer.Append(MakeFrame(""));
     EXPECT_EQ(buffer.Take(), "");
 }
 
-TEST(Frames, refuses_an_announced_length_above_the_limit_before_the_message_comes)
+TEST(Frames, RefusesAnAnnouncedLengthAboveTheLimitBeforeTheMessageComes)
 {
     FrameBuffer buffer;
     buffer.Append(HeaderOf(maxMessageBytes + 1));
     EXPECT_THROW(buffer.Take(), std::length_error);
 }
 
-TEST(Frames, carries_a_message_at_the_limit_and_makes_none_above_it)
+TEST(Frames, CarriesAMessageAtTheLimitAndMakesNoneAboveIt)
 {
     FrameBuffer buffer;
     buffer.Append(MakeFrame(std::string(maxMessageBytes, 'x')));

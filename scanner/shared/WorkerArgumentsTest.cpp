@@ -10,7 +10,7 @@ std::optional<WorkerArguments> Read(const std::vector<std::string>& texts)
     return WorkerArguments::Read({texts.begin(), texts.end()});
 }
 
-TEST(WorkerArguments, come_back_from_the_command_line)
+TEST(WorkerArguments, ComeBackFromTheCommandLine)
 {
     const WorkerArguments arguments{3, 18446744073709551615U, 4711};
     const auto read = Read(arguments.ToArguments());
@@ -20,7 +20,7 @@ TEST(WorkerArguments, come_back_from_the_command_line)
     EXPECT_EQ(read->parentProcess, 4711U);
 }
 
-TEST(WorkerArguments, anything_else_is_no_worker)
+TEST(WorkerArguments, AnythingElseIsNoWorker)
 {
     const std::vector<std::vector<std::string>> others{{},
                                                        {"--help"},

@@ -1,15 +1,16 @@
 #include "WorkerMessages.h"
 
-#include <cstring>
-#include <stdexcept>
-#include <type_traits>
+#include <memory>
 
-#include <zetcore/string/Utf.h>
+#include <zetaudiofilterhost/PluginModuleInfo.h>
+
+#include "MessageBytes.h"
 
 namespace zetaudiofilterscan {
 
+using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::TechnologyType;
+using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiopluginhost::ScanPhase;
 
 namespace {
@@ -24,175 +25,113 @@ enum class Tag : std::uint8_t
     KnownModulesQuestion = 'Q',
 };
 
-class Writer
+MessageWriter Begin(Tag tag)
 {
-  public:
-    explicit Writer(Tag tag) { bytes.push_back(static_cast<char>(tag)); }
+    MessageWriter writer;
+    writer.Choice(tag);
+    return writer;
+}
 
-    void Number(std::uint32_t number)
-    {
-        char raw[sizeof number];
-        std::memcpy(raw, &number, sizeof number);
-        bytes.append(raw, sizeof number);
-    }
-    void Flag(bool flag) { bytes.push_back(flag ? '\1' : '\0'); }
-    void Text(std::string_view text)
-    {
-        Number(static_cast<std::uint32_t>(text.size()));
-        bytes.append(text);
-    }
-    /// As UTF-8, or, where that would not give the same units back, unit by unit.
-    void Wide(std::wstring_view text)
-    {
-        const std::string utf8 = zetcore::string::UTF16to8(text);
-        const bool isUtf8 = zetcore::string::UTF8to16(utf8) == text;
-        Flag(isUtf8);
-        if (isUtf8) {
-            Text(utf8);
-            return;
-        }
-        Number(static_cast<std::uint32_t>(text.size()));
-        for (const wchar_t unit : text)
-            Number(static_cast<std::uint32_t>(unit));
-    }
-    void Locator(const PluginLocator& locator)
-    {
-        Number(static_cast<std::uint32_t>(locator.GetTechnologyType()));
-        Wide(locator.GetPath());
-        Wide(locator.GetSubcomponent());
-    }
-
-    std::string bytes;
-};
-
-class Reader
+/// Writes the fields that a scan finds. The registry and the engine add the others later.
+void Write(MessageWriter& writer, const PluginModuleInfo& info)
 {
-  public:
-    explicit Reader(std::string_view message) : rest(message) {}
+    writer.Locator(info.GetLocator());
+    writer.Wide(info.GetName());
+    writer.Wide(info.GetProduct());
+    writer.Wide(info.GetVendor());
+    writer.Wide(info.GetVersionString());
+    writer.Wide(info.GetCategory());
+    writer.Wide(info.GetUniqueId());
+    writer.Integer(info.GetNumericVersion());
+    writer.Integer(info.GetFileSize());
+    writer.Integer(info.GetFileTime());
+    writer.Flag(info.HasAnyNonSynthEffect());
+    writer.Flag(info.HasAnySynth());
+    writer.Choice(info.GetStatus());
+    writer.Text(info.GetReason());
+}
 
-    std::uint8_t Byte(const char* field) { return static_cast<std::uint8_t>(Take(1, field).front()); }
-    std::uint32_t Number(const char* field)
-    {
-        std::uint32_t number = 0;
-        std::memcpy(&number, Take(sizeof number, field).data(), sizeof number);
-        return number;
-    }
-    bool Flag(const char* field)
-    {
-        const std::uint8_t byte = Byte(field);
-        if (byte > 1)
-            Wrong(field);
-        return byte == 1;
-    }
-    std::string Text(const char* field) { return std::string(Take(Number(field), field)); }
-    std::wstring Wide(const char* field)
-    {
-        if (Flag(field))
-            return zetcore::string::UTF8to16(Text(field));
-        std::wstring text;
-        for (std::uint32_t left = Number(field); left > 0; --left)
-            text += static_cast<wchar_t>(Number(field));
-        return text;
-    }
-    PluginLocator Locator(const char* field)
-    {
-        const auto technology = static_cast<TechnologyType>(Number(field));
-        std::wstring path = Wide(field);
-        std::wstring subcomponent = Wide(field);
-        if (path.empty() || zetaudiofilterhost::TechnologyName(technology).empty())
-            Wrong(field);
-        return {technology, std::move(path), std::move(subcomponent)};
-    }
-    ScanPhase Phase(const char* field)
-    {
-        const std::uint8_t byte = Byte(field);
-        if (byte > static_cast<std::uint8_t>(ScanPhase::Unload))
-            Wrong(field);
-        return static_cast<ScanPhase>(byte);
-    }
-    void End() const
-    {
-        if (!rest.empty())
-            throw std::runtime_error(std::to_string(rest.size()) + " bytes too many");
-    }
-    [[noreturn]] static void Wrong(const char* field)
-    {
-        throw std::runtime_error(std::string("wrong value: ") + field);
-    }
-
-  private:
-    std::string_view Take(std::size_t size, const char* field)
-    {
-        if (rest.size() < size)
-            throw std::runtime_error(std::string("cut off: ") + field);
-        const std::string_view taken = rest.substr(0, size);
-        rest.remove_prefix(size);
-        return taken;
-    }
-
-    std::string_view rest;
-};
+std::shared_ptr<PluginModuleInfo> ReadRecord(MessageReader& reader)
+{
+    auto info = std::make_shared<PluginModuleInfo>(reader.Locator("record"));
+    info->SetName(reader.Wide("name"));
+    info->SetProduct(reader.Wide("product"));
+    info->SetVendor(reader.Wide("vendor"));
+    info->SetVersionString(reader.Wide("version"));
+    info->SetCategory(reader.Wide("category"));
+    info->SetUniqueId(reader.Wide("unique id"));
+    info->SetNumericVersion(reader.Integer<std::int64_t>("numeric version"));
+    const auto size = reader.Integer<std::uint64_t>("file size");
+    info->SetFileStamp(size, reader.Integer<std::int64_t>("file time"));
+    info->SetHasAnyNonSynthEffect(reader.Flag("has an effect"));
+    info->SetHasAnySynth(reader.Flag("has a synth"));
+    info->SetStatus(reader.Choice("status", ModuleStatus::Unreadable));
+    info->SetReason(reader.Text("record's reason"));
+    return info;
+}
 
 std::string Encode(const WorkerSettings& settings)
 {
-    Writer writer(Tag::Settings);
+    MessageWriter writer = Begin(Tag::Settings);
     writer.Wide(settings.preferencesFolder);
-    writer.Number(static_cast<std::uint32_t>(settings.traceVolume));
+    writer.Integer(static_cast<std::int32_t>(settings.traceVolume));
     writer.Flag(settings.options.disableShellSkipping);
     writer.Flag(settings.options.quickEffectScan);
     writer.Flag(settings.refuseNetwork);
     writer.Flag(settings.hideDisplay);
-    return std::move(writer.bytes);
+    return writer.Take();
 }
 
 std::string Encode(const EntityRequest& request)
 {
-    Writer writer(Tag::Entity);
-    writer.Number(request.number);
+    MessageWriter writer = Begin(Tag::Entity);
+    writer.Integer(request.number);
     writer.Locator(request.locator);
-    return std::move(writer.bytes);
+    return writer.Take();
 }
 
 std::string Encode(const KnownModules& known)
 {
-    Writer writer(Tag::KnownModules);
-    writer.Number(static_cast<std::uint32_t>(known.locators.size()));
+    MessageWriter writer = Begin(Tag::KnownModules);
+    writer.Size(known.locators.size());
     for (const PluginLocator& locator : known.locators)
         writer.Locator(locator);
-    return std::move(writer.bytes);
+    return writer.Take();
 }
 
 std::string Encode(const KnownModulesQuestion&)
 {
-    return std::move(Writer(Tag::KnownModulesQuestion).bytes);
+    return Begin(Tag::KnownModulesQuestion).Take();
 }
 
 std::string Encode(const EntityAnswer& answer)
 {
-    Writer writer(Tag::Answer);
-    writer.Number(answer.number);
-    writer.Flag(answer.misbehaved);
-    writer.Flag(answer.couldNotLoad);
-    writer.bytes.push_back(static_cast<char>(answer.phase));
-    writer.Text(answer.reason);
-    writer.Text(answer.configuration);
-    return std::move(writer.bytes);
+    MessageWriter writer = Begin(Tag::Answer);
+    writer.Integer(answer.number);
+    writer.Flag(answer.outcome.misbehaved);
+    writer.Flag(answer.outcome.couldNotLoad);
+    writer.Choice(answer.outcome.phase);
+    writer.Text(answer.outcome.reason);
+    writer.Size(answer.outcome.infos.size());
+    for (const auto& info : answer.outcome.infos)
+        Write(writer, *info);
+    return writer.Take();
 }
 
 std::string Encode(const WorkerTrace& trace)
 {
-    Writer writer(Tag::Trace);
-    writer.Number(static_cast<std::uint32_t>(trace.level));
+    MessageWriter writer = Begin(Tag::Trace);
+    writer.Integer(static_cast<std::int32_t>(trace.level));
     writer.Text(trace.category);
     writer.Text(trace.text);
-    return std::move(writer.bytes);
+    return writer.Take();
 }
 
-WorkerSettings ReadSettings(Reader& reader)
+WorkerSettings ReadSettings(MessageReader& reader)
 {
     WorkerSettings settings;
     settings.preferencesFolder = reader.Wide("preferences folder");
-    settings.traceVolume = static_cast<int>(reader.Number("trace volume"));
+    settings.traceVolume = reader.Integer<std::int32_t>("trace volume");
     settings.options.disableShellSkipping = reader.Flag("disable shell skipping");
     settings.options.quickEffectScan = reader.Flag("quick effect scan");
     settings.refuseNetwork = reader.Flag("refuse network");
@@ -200,40 +139,42 @@ WorkerSettings ReadSettings(Reader& reader)
     return settings;
 }
 
-KnownModules ReadKnownModules(Reader& reader)
+KnownModules ReadKnownModules(MessageReader& reader)
 {
     KnownModules known;
-    for (std::uint32_t left = reader.Number("number of known modules"); left > 0; --left)
+    for (std::uint32_t left = reader.Size("number of known modules"); left > 0; --left)
         known.locators.push_back(reader.Locator("known module"));
     return known;
 }
 
-EntityRequest ReadRequest(Reader& reader)
+EntityRequest ReadRequest(MessageReader& reader)
 {
     EntityRequest request;
-    request.number = reader.Number("entity number");
+    request.number = reader.Integer<std::uint32_t>("entity number");
     if (request.number == 0)
-        Reader::Wrong("entity number");
+        MessageReader::Wrong("entity number");
     request.locator = reader.Locator("locator");
     return request;
 }
 
-EntityAnswer ReadAnswer(Reader& reader)
+EntityAnswer ReadAnswer(MessageReader& reader)
 {
     EntityAnswer answer;
-    answer.number = reader.Number("entity number");
-    answer.misbehaved = reader.Flag("misbehaved");
-    answer.couldNotLoad = reader.Flag("could not load");
-    answer.phase = reader.Phase("phase");
-    answer.reason = reader.Text("reason");
-    answer.configuration = reader.Text("configuration");
+    answer.number = reader.Integer<std::uint32_t>("entity number");
+    answer.outcome.misbehaved = reader.Flag("misbehaved");
+    // The flag means something only for a plug-in that misbehaved.
+    answer.outcome.couldNotLoad = reader.Flag("could not load") && answer.outcome.misbehaved;
+    answer.outcome.phase = reader.Choice("phase", ScanPhase::Unload);
+    answer.outcome.reason = reader.Text("reason");
+    for (std::uint32_t left = reader.Size("number of records"); left > 0; --left)
+        answer.outcome.infos.push_back(ReadRecord(reader));
     return answer;
 }
 
-WorkerTrace ReadTrace(Reader& reader)
+WorkerTrace ReadTrace(MessageReader& reader)
 {
     WorkerTrace trace;
-    trace.level = static_cast<int>(reader.Number("level"));
+    trace.level = reader.Integer<std::int32_t>("level");
     trace.category = reader.Text("category");
     trace.text = reader.Text("text");
     return trace;
@@ -253,9 +194,9 @@ std::string EncodeReport(const WorkerReport& report)
 
 WorkerCommand DecodeCommand(std::string_view message)
 {
-    Reader reader(message);
+    MessageReader reader(message);
     WorkerCommand command;
-    switch (static_cast<Tag>(reader.Byte("kind"))) {
+    switch (static_cast<Tag>(reader.Integer<std::uint8_t>("kind"))) {
     case Tag::Settings:
         command = ReadSettings(reader);
         break;
@@ -266,7 +207,7 @@ WorkerCommand DecodeCommand(std::string_view message)
         command = ReadKnownModules(reader);
         break;
     default:
-        Reader::Wrong("kind");
+        MessageReader::Wrong("kind");
     }
     reader.End();
     return command;
@@ -274,9 +215,9 @@ WorkerCommand DecodeCommand(std::string_view message)
 
 WorkerReport DecodeReport(std::string_view message)
 {
-    Reader reader(message);
+    MessageReader reader(message);
     WorkerReport report;
-    switch (static_cast<Tag>(reader.Byte("kind"))) {
+    switch (static_cast<Tag>(reader.Integer<std::uint8_t>("kind"))) {
     case Tag::Answer:
         report = ReadAnswer(reader);
         break;
@@ -287,7 +228,7 @@ WorkerReport DecodeReport(std::string_view message)
         report = KnownModulesQuestion();
         break;
     default:
-        Reader::Wrong("kind");
+        MessageReader::Wrong("kind");
     }
     reader.End();
     return report;

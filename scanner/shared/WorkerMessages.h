@@ -26,7 +26,7 @@ struct WorkerSettings
     bool hideDisplay = false;
 };
 
-/// Scan this one.
+/// The request to scan one plug-in.
 struct EntityRequest
 {
     /// Comes back in the answer and stands in the worker's page while the entity is scanned. Not 0.
@@ -42,15 +42,11 @@ struct KnownModules
 
 using WorkerCommand = std::variant<WorkerSettings, EntityRequest, KnownModules>;
 
-/// The outcome of an entity: a `ScanOutcome` with its records as configuration text.
+/// The outcome of an entity. The stamp of its file is not sent, because the supervisor takes it itself.
 struct EntityAnswer
 {
     std::uint32_t number = 0;
-    bool misbehaved = false;
-    bool couldNotLoad = false;
-    zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
-    std::string reason;
-    std::string configuration;
+    zetaudiopluginhost::ScanOutcome outcome;
 };
 
 /// A trace line of the worker's, to be written by the supervisor.

@@ -3,22 +3,50 @@
 #include <stdexcept>
 
 #include <gtest/gtest.h>
+#include <zetaudiofilterhost/PluginModuleInfo.h>
 
 namespace zetaudiofilterscan {
 namespace {
 
+using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
+using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
+using zetaudiopluginhost::ScanOutcome;
 using zetaudiopluginhost::ScanPhase;
 
 const PluginLocator oddLocator(TechnologyType::VST, L"/odd|name\n\xDC80%.so", L"part 1");
 
-EntityAnswer SomeAnswer()
+std::shared_ptr<PluginModuleInfo> SomeRecord()
 {
-    return {7, true, true, ScanPhase::Unload, "it said \"no\"\n", std::string("<text>\0</text>", 14)};
+    auto info = std::make_shared<PluginModuleInfo>(oddLocator);
+    info->SetName(L"Gr\u00FC\u00DF & <b>");
+    info->SetProduct(L"stray \xDC80 unit");
+    info->SetVendor(L"line\nend");
+    info->SetVersionString(L"1.2.3.4");
+    info->SetCategory(L"Effect");
+    info->SetUniqueId(L"1234");
+    info->SetNumericVersion(-5'000'000'000);
+    info->SetFileStamp(6'000'000'000, -7);
+    info->SetHasAnyNonSynthEffect(true);
+    info->SetStatus(ModuleStatus::Unreadable);
+    info->SetReason(std::string("\xFF\0why", 5));
+    return info;
 }
 
-TEST(WorkerMessages, settings_come_back_as_they_were)
+EntityAnswer SomeAnswer()
+{
+    ScanOutcome outcome;
+    outcome.misbehaved = true;
+    outcome.couldNotLoad = true;
+    outcome.phase = ScanPhase::Unload;
+    outcome.reason = "it said \"no\"\n";
+    outcome.infos = {SomeRecord(), std::make_shared<PluginModuleInfo>(
+                                       PluginLocator(TechnologyType::VST, oddLocator.GetPath()))};
+    return {7, outcome};
+}
+
+TEST(WorkerMessages, SettingsComeBackAsTheyWere)
 {
     WorkerSettings settings;
     settings.preferencesFolder = L"/home/someone/\xDCFF";
@@ -36,14 +64,14 @@ TEST(WorkerMessages, settings_come_back_as_they_were)
     EXPECT_TRUE(decoded.hideDisplay);
 }
 
-TEST(WorkerMessages, a_request_comes_back_as_it_was)
+TEST(WorkerMessages, ARequestComesBackAsItWas)
 {
     const auto decoded = std::get<EntityRequest>(DecodeCommand(EncodeCommand(EntityRequest{42, oddLocator})));
     EXPECT_EQ(decoded.number, 42U);
     EXPECT_EQ(decoded.locator, oddLocator);
 }
 
-TEST(WorkerMessages, a_locator_comes_back_with_every_unit)
+TEST(WorkerMessages, ALocatorComesBackWithEveryUnit)
 {
     for (const wchar_t* path :
          {L"/gr\u00FC\u00DF", L"/\xDCC3\xDCBC", L"/\xD83C", L"/a|b%7C\n", L"/\uFFFF\xDC80\U0001F39B"}) {
@@ -53,14 +81,14 @@ TEST(WorkerMessages, a_locator_comes_back_with_every_unit)
     }
 }
 
-TEST(WorkerMessages, a_locator_without_path_or_technology_is_refused)
+TEST(WorkerMessages, ALocatorWithoutPathOrTechnologyIsRefused)
 {
     for (const PluginLocator& locator : {PluginLocator(), PluginLocator(TechnologyType::VST, L""),
                                          PluginLocator(TechnologyType::None, L"/a")})
         EXPECT_THROW(DecodeCommand(EncodeCommand(EntityRequest{1, locator})), std::runtime_error);
 }
 
-TEST(WorkerMessages, the_known_modules_are_asked_for_and_come_back_as_they_were)
+TEST(WorkerMessages, TheKnownModulesAreAskedForAndComeBackAsTheyWere)
 {
     EXPECT_TRUE(
         std::holds_alternative<KnownModulesQuestion>(DecodeReport(EncodeReport(KnownModulesQuestion()))));
@@ -68,18 +96,47 @@ TEST(WorkerMessages, the_known_modules_are_asked_for_and_come_back_as_they_were)
     EXPECT_EQ(std::get<KnownModules>(DecodeCommand(EncodeCommand(known))).locators, known.locators);
 }
 
-TEST(WorkerMessages, an_answer_comes_back_as_it_was)
+TEST(WorkerMessages, AnAnswerComesBackAsItWas)
 {
     const auto decoded = std::get<EntityAnswer>(DecodeReport(EncodeReport(SomeAnswer())));
     EXPECT_EQ(decoded.number, 7U);
-    EXPECT_TRUE(decoded.misbehaved);
-    EXPECT_TRUE(decoded.couldNotLoad);
-    EXPECT_EQ(decoded.phase, ScanPhase::Unload);
-    EXPECT_EQ(decoded.reason, SomeAnswer().reason);
-    EXPECT_EQ(decoded.configuration, SomeAnswer().configuration);
+    EXPECT_TRUE(decoded.outcome.misbehaved);
+    EXPECT_TRUE(decoded.outcome.couldNotLoad);
+    EXPECT_EQ(decoded.outcome.phase, ScanPhase::Unload);
+    EXPECT_EQ(decoded.outcome.reason, SomeAnswer().outcome.reason);
+    ASSERT_EQ(decoded.outcome.infos.size(), 2U);
+    EXPECT_EQ(decoded.outcome.infos[1]->GetLocator(), SomeAnswer().outcome.infos[1]->GetLocator());
+    EXPECT_EQ(decoded.outcome.infos[1]->GetStatus(), ModuleStatus::Working);
 }
 
-TEST(WorkerMessages, a_trace_line_comes_back_as_it_was)
+TEST(WorkerMessages, ARecordComesBackWithEveryField)
+{
+    const auto decoded = std::get<EntityAnswer>(DecodeReport(EncodeReport(SomeAnswer())));
+    const PluginModuleInfo& info = *decoded.outcome.infos.at(0);
+    EXPECT_EQ(info.GetLocator(), oddLocator);
+    EXPECT_EQ(info.GetName(), SomeRecord()->GetName());
+    EXPECT_EQ(info.GetProduct(), SomeRecord()->GetProduct());
+    EXPECT_EQ(info.GetVendor(), SomeRecord()->GetVendor());
+    EXPECT_EQ(info.GetVersionString(), L"1.2.3.4");
+    EXPECT_EQ(info.GetCategory(), L"Effect");
+    EXPECT_EQ(info.GetUniqueId(), L"1234");
+    EXPECT_EQ(info.GetNumericVersion(), -5'000'000'000);
+    EXPECT_EQ(info.GetFileSize(), 6'000'000'000U);
+    EXPECT_EQ(info.GetFileTime(), -7);
+    EXPECT_TRUE(info.HasAnyNonSynthEffect());
+    EXPECT_FALSE(info.HasAnySynth());
+    EXPECT_EQ(info.GetStatus(), ModuleStatus::Unreadable);
+    EXPECT_EQ(info.GetReason(), SomeRecord()->GetReason());
+}
+
+TEST(WorkerMessages, OnlyAPluginThatMisbehavedCouldNotBeLoaded)
+{
+    EntityAnswer answer = SomeAnswer();
+    answer.outcome.misbehaved = false;
+    EXPECT_FALSE(std::get<EntityAnswer>(DecodeReport(EncodeReport(answer))).outcome.couldNotLoad);
+}
+
+TEST(WorkerMessages, ATraceLineComesBackAsItWas)
 {
     const auto decoded =
         std::get<WorkerTrace>(DecodeReport(EncodeReport(WorkerTrace{6, "Category", "text\r\n"})));
@@ -88,19 +145,19 @@ TEST(WorkerMessages, a_trace_line_comes_back_as_it_was)
     EXPECT_EQ(decoded.text, "text\r\n");
 }
 
-TEST(WorkerMessages, a_message_cut_off_anywhere_is_refused)
+TEST(WorkerMessages, AMessageCutOffAnywhereIsRefused)
 {
     const std::string whole = EncodeReport(SomeAnswer());
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_THROW(DecodeReport(whole.substr(0, length)), std::runtime_error) << length;
 }
 
-TEST(WorkerMessages, bytes_left_over_are_refused)
+TEST(WorkerMessages, BytesLeftOverAreRefused)
 {
     EXPECT_THROW(DecodeReport(EncodeReport(SomeAnswer()) + "x"), std::runtime_error);
 }
 
-TEST(WorkerMessages, a_length_beyond_the_message_is_refused)
+TEST(WorkerMessages, ALengthBeyondTheMessageIsRefused)
 {
     std::string message = EncodeReport(WorkerTrace{1, "c", "t"});
     message[5] = '\xFF';
@@ -108,7 +165,7 @@ TEST(WorkerMessages, a_length_beyond_the_message_is_refused)
     EXPECT_THROW(DecodeReport(message), std::runtime_error);
 }
 
-TEST(WorkerMessages, a_flag_or_phase_that_does_not_exist_is_refused_by_name)
+TEST(WorkerMessages, AFlagOrPhaseThatDoesNotExistIsRefusedByName)
 {
     const auto refusal = [](std::string message, std::size_t place) -> std::string {
         message[place] = '\x09';
@@ -126,13 +183,13 @@ TEST(WorkerMessages, a_flag_or_phase_that_does_not_exist_is_refused_by_name)
     EXPECT_EQ(refusal(message, 7), "wrong value: phase");
 }
 
-TEST(WorkerMessages, what_goes_to_a_worker_is_no_report_and_the_other_way_round)
+TEST(WorkerMessages, WhatGoesToAWorkerIsNoReportAndTheOtherWayRound)
 {
     EXPECT_THROW(DecodeReport(EncodeCommand(EntityRequest{1, oddLocator})), std::runtime_error);
     EXPECT_THROW(DecodeCommand(EncodeReport(SomeAnswer())), std::runtime_error);
 }
 
-TEST(WorkerMessages, a_number_that_is_no_phase_is_none)
+TEST(WorkerMessages, ANumberThatIsNoPhaseIsNone)
 {
     EXPECT_EQ(PhaseFromNumber(static_cast<std::uint32_t>(ScanPhase::Unload)), ScanPhase::Unload);
     EXPECT_EQ(PhaseFromNumber(static_cast<std::uint32_t>(ScanPhase::Unload) + 1), ScanPhase::None);

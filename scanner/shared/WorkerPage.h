@@ -6,9 +6,9 @@
 
 namespace zetaudiofilterscan {
 
-/// A page of memory that a worker shares with its supervisor. The worker writes here where it is, so that no
-/// message (and no wake-up) is spent on each step and the last step is known after a crash. The supervisor
-/// trusts neither word.
+/// A page of memory that a worker shares with its supervisor. The worker writes each step here. So a step
+/// costs no message and no wake-up, and the last one is known after a crash. The supervisor trusts neither
+/// word.
 struct WorkerPage
 {
     /// The number of the entity that is being scanned; 0 before the first.

@@ -20,7 +20,7 @@ inline std::ostream& operator<<(std::ostream& stream, const BadPluginReason& bad
     return stream << bad.plugin;
 }
 
-/// As this system tells of them.
+/// The reasons in this system's words.
 std::vector<BadPluginReason> BadPluginReasons();
 
 /// They fail when all questions are answered, and the system's loader catches it: they are not banned.

@@ -34,6 +34,8 @@ std::vector<BadPluginReason> BadPluginReasons()
         {"bad/clap_refuses_init", "its entry function refused"},
         {"bad/clap_unknown_version", "it was built for version 0.26.3 of CLAP"},
         {"bad/closes_descriptors", "closed files of the process that had loaded it"},
+        {"bad/writes_into_channel",
+         "damaged the process that had loaded it (a question that has been answered)"},
         {"bad/loops_forever", "took longer than 3 seconds in its entry function", 3},
         {"bad/deadlocks_on_unload", "took longer than 3 seconds while being unloaded", 3},
     };

@@ -212,11 +212,11 @@ WholeScan ScanAll(const std::filesystem::path& prefs, const std::vector<PluginLo
         client.StartScan(pending);
         for (ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
             scan.reported.push_back(info.locator);
-            const PluginLocator locator = PluginLocator::FromString(info.locator);
-            std::erase(pending, locator);
+            std::erase(pending, info.locator);
             if (client.ScanOneEntity().closed) {
-                const auto reason = zetaudiopluginhost::FindBanReason(ToWide(client.BannedPath()), locator);
-                scan.failed[locator.GetPath()] = reason ? reason->reason : "no reason was recorded";
+                const auto reason =
+                    zetaudiopluginhost::FindBanReason(ToWide(client.BannedPath()), info.locator);
+                scan.failed[info.locator.GetPath()] = reason ? reason->reason : "no reason was recorded";
                 break;
             }
             scan.results += zettesting::ReadAll(client.ResultPath());

@@ -88,7 +88,7 @@ class ScannerClient
 struct WholeScan
 {
     /// The reported locators, in order.
-    std::vector<std::wstring> reported;
+    std::vector<zetaudiofilterhost::PluginLocator> reported;
     /// The result files' records.
     std::string results;
     /// Why, by the module's path.
@@ -100,7 +100,7 @@ WholeScan ScanAll(const std::filesystem::path& prefs,
                   const std::vector<zetaudiofilterhost::PluginLocator>& locators,
                   const ScannerClient::Environment& environment = {});
 
-/// By the extension.
+/// The extension tells the technology.
 zetaudiofilterhost::PluginLocator LocatorOf(const std::filesystem::path& module);
 
 } // namespace zetaudiofilterscan

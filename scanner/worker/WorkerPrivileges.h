@@ -1,13 +1,15 @@
 #pragma once
 
-#include <string>
+#include <optional>
+
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiofilterscan {
 
-/// From here on the process, and what it starts, can open no socket but local ones, which is what plug-ins
-/// that talk to their helpers use; on Linux, opening another fails with EACCES. It cannot be undone. Call it
-/// while the process has one thread. Gives a text for the trace, empty when all went well: that it cannot be
-/// had is no reason not to scan.
-std::string RefuseNetwork();
+/// After this call the process, and whatever it starts, can open only local sockets, through which some
+/// plug-ins talk to their helpers. On Linux, opening another socket fails with EACCES. The call cannot be
+/// undone. It must come while the process has one thread. The result is the reason why the network cannot be
+/// refused. The scan goes on all the same.
+std::optional<zetcore::utility::Reason> RefuseNetwork();
 
 } // namespace zetaudiofilterscan

@@ -14,6 +14,8 @@
 
 namespace zetaudiofilterscan {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 #if defined(__x86_64__)
@@ -28,9 +30,9 @@ constexpr std::uint32_t ownArchitecture = 0;
 constexpr std::uint32_t otherNumbers = 0xFFFFFFFF;
 #endif
 
-std::string LastError(const char* what)
+Reason LastError(const char* what)
 {
-    return std::string(what) + ": " + std::system_category().message(errno);
+    return {std::string(what) + ": " + std::system_category().message(errno)};
 }
 
 constexpr sock_filter Load(std::size_t offset)
@@ -43,7 +45,8 @@ constexpr sock_filter Return(std::uint32_t action)
     return BPF_STMT(BPF_RET | BPF_K, action);
 }
 
-/// `then` and `otherwise` are the numbers of instructions to pass over.
+/// Compares the value that was loaded last. `then` and `otherwise` are the numbers of instructions to pass
+/// over when the comparison holds and when it does not.
 constexpr sock_filter Compare(std::uint16_t how, std::uint32_t with, std::uint8_t then,
                               std::uint8_t otherwise)
 {
@@ -57,10 +60,12 @@ constexpr std::uint32_t Error(int code)
 
 } // namespace
 
-std::string RefuseNetwork()
+std::optional<Reason> RefuseNetwork()
 {
-    // The queues for input and output that the kernel works off by itself can open sockets too, past this
-    // filter.
+    // The kernel runs this little program for every system call. It first refuses calls of another
+    // architecture, whose numbers mean other calls. Then it looks at the number: calls of the variant with
+    // 32-bit pointers and io_uring, whose queues can open sockets past this filter, do not exist; every call
+    // but `socket` is allowed. Of `socket` the first argument, the family, decides.
     constexpr std::array filter{
         Load(offsetof(seccomp_data, arch)),
         Compare(BPF_JEQ, ownArchitecture, 1, 0),
@@ -78,12 +83,12 @@ std::string RefuseNetwork()
         Return(Error(EACCES)),
     };
     if (ownArchitecture == 0)
-        return "the network cannot be refused: the system calls of this processor are not known";
+        return Reason{"the network cannot be refused: the system calls of this processor are not known"};
     sock_fprog program{static_cast<unsigned short>(filter.size()), const_cast<sock_filter*>(filter.data())};
     if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
         return LastError("the network cannot be refused");
-    return {};
+    return std::nullopt;
 }
 
 } // namespace zetaudiofilterscan

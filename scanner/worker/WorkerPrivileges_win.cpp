@@ -2,10 +2,11 @@
 
 namespace zetaudiofilterscan {
 
-// Only a firewall rule, which takes an administrator, or an app container, in which few plug-ins load, could.
-std::string RefuseNetwork()
+// A firewall rule takes an administrator, and few plug-ins load in an app container. There is no third way.
+std::optional<zetcore::utility::Reason> RefuseNetwork()
 {
-    return "the network cannot be refused: this system does not let a process refuse it to itself";
+    return zetcore::utility::Reason{
+        "the network cannot be refused: this system does not let a process refuse it to itself"};
 }
 
 } // namespace zetaudiofilterscan

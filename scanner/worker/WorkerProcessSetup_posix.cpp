@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -23,7 +24,7 @@ namespace {
     const auto watched = static_cast<int>(::syscall(SYS_pidfd_open, worker, 0));
     if (watched < 0)
         ::_exit(0);
-    // It must not keep the worker's channel and output open.
+    // The child must not keep the worker's channel and output open.
     if (watched > 0)
         ::close_range(0, static_cast<unsigned>(watched) - 1, 0);
     ::close_range(static_cast<unsigned>(watched) + 1, ~0U, 0);
@@ -37,10 +38,18 @@ namespace {
 void StartGroupGuard()
 {
     const pid_t worker = ::getpid();
-    // As `fork`, but without a signal at its end: a plug-in that waits for any child of its process must not
-    // find itself waiting for this one.
+    // This works like `fork`, but the child's end sends no signal: a plug-in that waits for any child of its
+    // process must not wait for this one.
     if (::syscall(SYS_clone, 0L, nullptr, nullptr, nullptr, nullptr) == 0)
         GuardGroup(worker);
+}
+
+/// Names something in the place of a display that is missing or to be hidden.
+void ReplaceDisplay(const char* variable, const char* noDisplay, bool hide)
+{
+    const char* const value = std::getenv(variable);
+    if (hide || !value || !*value)
+        ::setenv(variable, noDisplay, 1);
 }
 
 } // namespace
@@ -58,6 +67,13 @@ void SetUpWorkerProcess(std::uint64_t parentProcess)
     StartGroupGuard();
     // A pipe would make it block-buffered, and a crash would lose what the plug-in said last.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+}
+
+void ChooseDisplay(bool hide)
+{
+    // Neither can be a display's name: the first has no number, and the second is a path that is no socket.
+    ReplaceDisplay("DISPLAY", "none", hide);
+    ReplaceDisplay("WAYLAND_DISPLAY", "/dev/null", hide);
 }
 
 void EndWorkerProcess(int exitCode)

@@ -26,7 +26,7 @@ LONG WINAPI EndWithException(EXCEPTION_POINTERS* pointers)
 
 } // namespace
 
-// That the worker ends with its parent is the business of the job that the supervisor puts it into.
+// The supervisor puts the worker into a job, which ends the worker with its parent.
 void SetUpWorkerProcess(std::uint64_t)
 {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
@@ -39,6 +39,8 @@ void SetUpWorkerProcess(std::uint64_t)
     // This runtime has no line buffering.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
 }
+
+void ChooseDisplay(bool) {}
 
 void EndWorkerProcess(int exitCode)
 {

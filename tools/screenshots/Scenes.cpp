@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include <zetui/skins/Skins.h>
+
 namespace screenshots {
 
 namespace {
@@ -17,58 +19,59 @@ struct Language
 constexpr Language languages[] = {
     {"german", "de"}, {"french", "fr"}, {"spanish", "es"}, {"japanese", "ja"}, {"chinese", "zh-Hans"}};
 
-std::vector<Scene> MakeScenes()
+std::vector<Scene> ScenesOf(const std::string& skin)
 {
+    const std::string manager = "manager-" + skin;
+    // Pictures of the usual skin do not name it.
+    const std::string suffix = skin == Scene{}.skin ? "" : "-" + skin;
     std::vector<Scene> scenes = {
-        {.name = "manager-v7"},
-        {.name = "manager-v7-dark", .dark = true},
-        {.name = "manager-classic", .skin = "classic"},
-        {.name = "manager-classic-dark", .skin = "classic", .dark = true},
-        {.name = "manager-v7-least", .size = least},
-        {.name = "manager-classic-least", .skin = "classic", .size = least},
-        {.name = "manager-v7-large", .size = large},
-        {.name = "manager-classic-large", .skin = "classic", .size = large},
-        {.name = "manager-v7-200", .action = Action::MoveToCell, .scale = "2"},
-        {.name = "manager-classic-200", .skin = "classic", .action = Action::MoveToCell, .scale = "2"},
-        {.name = "manager-v7-empty", .content = Content::Empty},
-        {.name = "manager-classic-empty", .skin = "classic", .content = Content::Empty},
-        {.name = "scanning", .action = Action::ScanAndCancel},
-        {.name = "scanning-dark", .dark = true, .action = Action::ScanAndCancel},
-        {.name = "default-folders", .action = Action::AskForDefaultFolders},
-        {.name = "default-folders-classic", .skin = "classic", .action = Action::AskForDefaultFolders},
-        {.name = "preferences-caution", .action = Action::StartWithoutPreferences},
-        {.name = "recovery-caution", .action = Action::StartAfterCrash},
-        {.name = "manager-german-least", .size = least, .language = "de"},
+        {.name = manager, .skin = skin},
+        {.name = manager + "-dark", .skin = skin, .dark = true},
+        {.name = manager + "-least", .skin = skin, .size = least},
+        {.name = manager + "-large", .skin = skin, .size = large},
+        {.name = manager + "-200", .skin = skin, .action = Action::MoveToCell, .scale = "2"},
+        {.name = manager + "-empty", .skin = skin, .content = Content::Empty},
+        {.name = "default-folders" + suffix, .skin = skin, .action = Action::AskForDefaultFolders},
     };
     for (const bool dark : {false, true}) {
-        for (const std::string skin : {"v7", "classic"}) {
-            const std::string look = skin + (dark ? "-dark" : "");
-            for (const auto& [name, action] : {std::pair{"nothing-found-", Action::FindNothing},
-                                               {"cell-", Action::MoveToCell},
-                                               {"button-", Action::PickButton}})
-                scenes.push_back({.name = name + look, .skin = skin, .dark = dark, .action = action});
-        }
+        const std::string look = skin + (dark ? "-dark" : "");
+        for (const auto& [name, action] : {std::pair{"nothing-found-", Action::FindNothing},
+                                           {"cell-", Action::MoveToCell},
+                                           {"button-", Action::PickButton}})
+            scenes.push_back({.name = name + look, .skin = skin, .dark = dark, .action = action});
     }
     for (const auto& [name, action] : {std::pair{"note-one", Action::NoteOfOne},
                                        {"note-many", Action::NoteOfMany},
                                        {"note-no-scanner", Action::NoteWithoutScanner}})
-        for (const std::string skin : {"v7", "classic"})
-            for (const std::string language : {"en", "de"})
-                scenes.push_back({.name = std::string(name) + (skin == "v7" ? "" : "-classic") +
-                                          (language == "en" ? "" : "-german"),
-                                  .skin = skin,
-                                  .action = action,
-                                  .language = language,
-                                  .screen = smallScreen});
-    for (const Language& language : languages) {
-        for (const std::string skin : {"v7", "classic"})
-            scenes.push_back(
-                {.name = std::string("manager-") + language.name + (skin == "v7" ? "" : "-classic"),
-                 .skin = skin,
-                 .language = language.tag});
+        for (const std::string language : {"en", "de"})
+            scenes.push_back({.name = name + suffix + (language == "en" ? "" : "-german"),
+                              .skin = skin,
+                              .action = action,
+                              .language = language,
+                              .screen = smallScreen});
+    for (const Language& language : languages)
+        scenes.push_back({.name = std::string("manager-") + language.name + suffix,
+                          .skin = skin,
+                          .language = language.tag});
+    return scenes;
+}
+
+std::vector<Scene> MakeScenes()
+{
+    std::vector<Scene> scenes = {
+        {.name = "scanning", .action = Action::ScanAndCancel},
+        {.name = "scanning-dark", .dark = true, .action = Action::ScanAndCancel},
+        {.name = "preferences-caution", .action = Action::StartWithoutPreferences},
+        {.name = "recovery-caution", .action = Action::StartAfterCrash},
+        {.name = "manager-german-least", .size = least, .language = "de"},
+    };
+    for (const Language& language : languages)
         scenes.push_back({.name = std::string("recovery-") + language.name,
                           .action = Action::StartAfterCrash,
                           .language = language.tag});
+    for (const zetui::skins::Skin each : zetui::skins::AllSkins()) {
+        const std::vector<Scene> ofSkin = ScenesOf(NameOf(each));
+        scenes.insert(scenes.end(), ofSkin.begin(), ofSkin.end());
     }
     return scenes;
 }

@@ -74,7 +74,7 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void SetPluginListCallbacks();
     void SetUpFindStrip();
     void SetUpPluginCommands();
-    /// The trees go with the base class, when the parts that their callbacks need are gone.
+    /// The trees live longer than the parts that their callbacks need, so the callbacks are taken away.
     void ForgetListCallbacks();
 
     // The plug-in list.

@@ -88,7 +88,7 @@ TEST_F(DialogAccessibility, TitlesAndCellsHaveTheirRolesAndStates)
 
 TEST_F(DialogAccessibility, ControlsHaveTheirRolesAndStates)
 {
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         settings = {};
         OpenDialog();
@@ -118,7 +118,7 @@ TEST_F(DialogAccessibility, ControlsHaveTheirRolesAndStates)
 
 TEST_F(DialogAccessibility, EveryControlHasAName)
 {
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         OpenDialog();
         for (const char* const id :

@@ -86,14 +86,13 @@ class CellPictures : public DialogFixture
     }
 };
 
-constexpr zetui::skins::Skin bothSkins[] = {zetui::skins::Skin::Classic, zetui::skins::Skin::V7};
 const std::wstring longName = L"A name that is far too long for its column";
 const std::wstring longPath = L"/a folder/with a long name/and a file.so";
 
 TEST_F(CellPictures, EachCellShowsTheTextOfTheColumnThatStandsThereAndTheFirstNone)
 {
     AddPlugin(L"Chorus", L"/a/1.so", L"2.0");
-    for (const auto skin : bothSkins) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         OpenIn(skin);
         SetWidths(140, 140);
         const std::wstring texts[] = {L"", L"Chorus", L"VST", L"Working", L"2.0", L"/a/1.so"};
@@ -115,7 +114,7 @@ TEST_F(CellPictures, EachCellShowsTheTextOfTheColumnThatStandsThereAndTheFirstNo
 TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle)
 {
     AddPlugin(longName, longPath);
-    for (const auto skin : bothSkins) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         OpenIn(skin);
         SetWidths(100, 120);
         const QImage name = Cell(PluginList(), 0, 1);
@@ -154,7 +153,7 @@ TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTextsAndTheOt
 TEST_F(CellPictures, ADisabledPluginIsDrawnLikeAnEnabledOne)
 {
     AddPlugin(L"Chorus", L"/a/1.so", L"2.0")->SetEnabled(false);
-    for (const auto skin : bothSkins) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         OpenIn(skin);
         SetWidths(140, 140);
         const std::wstring texts[] = {L"", L"Chorus", L"VST", L"Working", L"2.0", L"/a/1.so"};
@@ -176,7 +175,7 @@ TEST_F(CellPictures, ARowOfTheFolderListWithoutFolderIsEmpty)
 TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)
 {
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first", longPath});
-    for (const auto skin : bothSkins) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         OpenIn(skin);
         const QImage first = Cell(FolderList(), 0, 0);
         EXPECT_EQ(first, Drawn(first, zettesting::ToWide("/first")));

@@ -54,7 +54,7 @@ TEST_F(DialogKeyboard, TabGoesThroughTheWholeDialogAsOneReadsAndBack)
 {
     AddPlugin(L"One", L"/a/1.so");
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         OpenDialog();
         const std::vector<std::string> expected = {ids::kAddDirectoryButton, ids::kDefaultDirectoriesButton,

@@ -205,11 +205,11 @@ TEST_P(DialogInLanguage, NothingIsCutInAnyAlert)
 
 INSTANTIATE_TEST_SUITE_P(Languages, DialogInLanguage,
                          testing::Combine(testing::Values("en", "de", "fr", "es", "ja", "zh-Hans"),
-                                          testing::Values(Skin::Classic, Skin::V7)),
+                                          testing::ValuesIn(zetui::skins::AllSkins())),
                          [](const auto& given) {
                              std::string name = std::get<0>(given.param);
                              std::erase(name, '-');
-                             return name + (std::get<1>(given.param) == Skin::Classic ? "Classic" : "V7");
+                             return name + NameOf(std::get<1>(given.param));
                          });
 
 } // namespace

@@ -229,9 +229,8 @@ TEST_P(DialogLooks, OKIsTheButtonThatReturnPressesAndLooksSo)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Skins, DialogLooks, testing::Values(Skin::Classic, Skin::V7), [](const auto& skin) {
-    return std::string(skin.param == Skin::Classic ? "Classic" : "V7");
-});
+INSTANTIATE_TEST_SUITE_P(Skins, DialogLooks, testing::ValuesIn(zetui::skins::AllSkins()),
+                         [](const auto& skin) { return NameOf(skin.param); });
 
 } // namespace
 } // namespace zetaudiopluginhostui

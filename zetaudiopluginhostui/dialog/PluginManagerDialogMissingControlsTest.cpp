@@ -192,7 +192,7 @@ class DialogWithoutAControl : public DialogFixture, public testing::WithParamInt
 
 TEST_P(DialogWithoutAControl, DoesAllThatTheOthersAreFor)
 {
-    for (const Skin skin : {Skin::Classic, Skin::V7}) {
+    for (const Skin skin : zetui::skins::AllSkins()) {
         for (const Lack lack : {Lack::Absent, Lack::OfAnotherClass}) {
             SCOPED_TRACE(std::string(skin == Skin::V7 ? "V7" : "classic") +
                          (lack == Lack::Absent ? ", absent" : ", of another class"));

@@ -58,7 +58,7 @@ struct CountingSupplier : zetui::pixmill::SupplierInterface
 
 TEST_F(DialogAssembly, EveryControlIsFoundInBothSkins)
 {
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         OpenDialog();
         for (const char* const id : {ids::kUpdateButton, ids::kEnableAllButton, ids::kDisableAllButton,
@@ -191,6 +191,23 @@ TEST_F(DialogAssembly, OnceItIsGoneNothingReachesItAnyMore)
     EXPECT_EQ(shown->progressDialogs, 0);
     EXPECT_TRUE(shown->questions.empty());
     EXPECT_THAT(VstFolders(), ElementsAre(zettesting::ToWide("/somewhere")));
+}
+
+TEST_F(DialogAssembly, ListsThatSomebodyKeepsFindNobodyOnceItIsGone)
+{
+    AddPlugin(L"Delay", L"/a/1.so");
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/somewhere"});
+    OpenDialog();
+    const Ptr<zetui::controls::UI_MultiColumnTree> plugins(&PluginList()), folders(&FolderList());
+    CloseDialog();
+    for (const auto& list : {plugins, folders}) {
+        const QAbstractItemModel& model = *dynamic_cast<QAbstractItemView&>(WidgetOf(*list)).model();
+        ASSERT_EQ(model.rowCount(), 1);
+        for (int column = 0; column < model.columnCount(); ++column)
+            EXPECT_EQ(model.index(0, column).data().toString(), "") << column;
+        list->SelectRow(list->GetRowAt(0).get(), true);
+        HandleEvents();
+    }
 }
 
 TEST_F(DialogAssembly, TheSearchBoxExplainsItselfAndIsNamedForScreenReaders)

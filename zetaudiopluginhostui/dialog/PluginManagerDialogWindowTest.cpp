@@ -70,7 +70,7 @@ TEST_F(DialogWindow, WithSeparateProcessHiddenTheFilterShowsWhileItBeginsBehindT
 
 TEST_F(DialogWindow, AFindControlThatBeginsWithinTheStripHidesWhereverTheStripStands)
 {
-    for (const auto skin : {zetui::skins::Skin::Classic, zetui::skins::Skin::V7}) {
+    for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
         OpenDialog();
         Resize(1200, 500);

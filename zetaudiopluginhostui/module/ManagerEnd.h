@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetui/dialogs/Response.h>
+#include <zetui/dialogs/UI_Dialog.h>
 
 #include "preferences/Preferences.h"
 

@@ -4,8 +4,9 @@
 #include <stdexcept>
 
 #include <pugixml.hpp>
-#include <zetui/skins/Skins.h>
+#include <zetui/archiveddialog/UI_ArchivedDialog.h>
 
+#include "dialog/PluginManagerIds.h"
 #include "module/ModuleResources.h"
 
 namespace zetaudiopluginhostui {
@@ -13,11 +14,6 @@ namespace zetaudiopluginhostui {
 namespace {
 
 constexpr char archiveType[] = "xml";
-
-std::string ArchiveName()
-{
-    return zetui::skins::IsRunningV7OrBeyond() ? "AUDIOPLUGINMANAGER.V7" : "AUDIOPLUGINMANAGER";
-}
 
 pugi::xml_node PairIn(const pugi::xml_node& list, const std::string& key)
 {
@@ -72,7 +68,7 @@ struct DialogArchive::Document
 
 DialogArchive::DialogArchive() : document(std::make_unique<Document>())
 {
-    document->name = ArchiveName();
+    document->name = zetui::ui::ResourceOfArchive(ids::kArchiveName);
     const auto* const own = GetModuleResources();
     if (!own)
         throw std::runtime_error("the module is not initialised");

@@ -125,9 +125,8 @@ void ScanFixture::WaitUntil(const std::function<bool()>& condition)
 std::string ScanFixture::Info(const PluginLocator& plugin, int progress, int total, bool continues,
                               const std::string& subcomponent)
 {
-    return "reply " +
-           zetmarshal::ToJson(zetscanprotocol::BuildScanInfoReply(
-               {plugin.ToString(), zetcore::string::UTF8to16(subcomponent), progress, total, continues}));
+    return "reply " + zetmarshal::ToJson(zetscanprotocol::BuildScanInfoReply(
+                          {plugin, zetcore::string::UTF8to16(subcomponent), progress, total, continues}));
 }
 
 zetaudiofilterhost::PluginLocator ScanFixture::Plugin(const std::string& name) const

@@ -12,6 +12,7 @@ namespace {
 namespace serialization = zetcore::serialization;
 using serialization::Object;
 using serialization::ValuePtr;
+using zetaudiofilterhost::PluginLocator;
 
 constexpr char valueKey[] = "value";
 
@@ -29,6 +30,11 @@ void VisitFields(Info& info, Visit&& visit)
 ValuePtr ToValue(const std::wstring& text)
 {
     return serialization::MakeString(text);
+}
+
+ValuePtr ToValue(const PluginLocator& locator)
+{
+    return serialization::MakeString(locator.ToString());
 }
 
 ValuePtr ToValue(std::int32_t number)
@@ -70,6 +76,13 @@ void Read(const ValuePtr& value, std::string_view key, std::wstring& text)
 {
     text =
         zetcore::string::UTF8to16(serialization::ToStdString(Expect<serialization::Utf8String>(value, key)));
+}
+
+void Read(const ValuePtr& value, std::string_view key, PluginLocator& locator)
+{
+    std::wstring text;
+    Read(value, key, text);
+    locator = PluginLocator::FromString(text);
 }
 
 void Read(const ValuePtr& value, std::string_view key, std::int32_t& number)

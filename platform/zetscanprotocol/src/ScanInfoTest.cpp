@@ -12,6 +12,9 @@ namespace {
 
 using namespace zetcore::serialization;
 
+const zetaudiofilterhost::PluginLocator greeting(zetaudiofilterhost::TechnologyType::VST,
+                                                 L"/vst/gr\u00FC\u00DF.so");
+
 Utf8String Key(const char* key)
 {
     return ToUtf8String(key);
@@ -38,8 +41,7 @@ ValuePtr ReplyWith(const char* key, ValuePtr value)
 
 TEST(ScanInfo, ReadsEveryFieldOfTheRecord)
 {
-    EXPECT_EQ(ReadScanInfoReply(Reply()),
-              (ScanInfo{L"VST|/vst/gr\u00FC\u00DF.so|", L"sub \u00FC", 3, 7, true}));
+    EXPECT_EQ(ReadScanInfoReply(Reply()), (ScanInfo{greeting, L"sub \u00FC", 3, 7, true}));
 }
 
 TEST(ScanInfo, AMissingKeyRaisesMissingKeyExceptionWithItsName)
@@ -145,6 +147,14 @@ TEST(ScanInfo, AStringIsOnlyAUtf8String)
     }
 }
 
+TEST(ScanInfo, ATextThatIsNoLocatorIsAnEmptyOne)
+{
+    for (const char* text : {"", "VST", "/vst/a.so", "VST9|/vst/a.so|"})
+        EXPECT_TRUE(
+            ReadScanInfoReply(ReplyWith("locator", MakeString(std::string_view(text)))).locator.IsEmpty())
+            << text;
+}
+
 TEST(ScanInfo, ContinueIsReadLeniently)
 {
     struct Case
@@ -178,8 +188,7 @@ TEST(ScanInfo, AContinueOfAnyOtherTypeIsABadAnyCast)
 
 TEST(ScanInfo, IsWrittenWithAllFiveKeysInItsOwnTypes)
 {
-    EXPECT_EQ(zetmarshal::ToJson(
-                  BuildScanInfoReply({L"VST|/vst/gr\u00FC\u00DF.so|", L" (sub \u00FC)", 3, 7, true})),
+    EXPECT_EQ(zetmarshal::ToJson(BuildScanInfoReply({greeting, L" (sub \u00FC)", 3, 7, true})),
               "{\"value\":{\"continue\":true,\"locator\":\"VST|/vst/gr\xc3\xbc\xc3\x9f.so|\","
               "\"progress\":3,\"subcomponent\":\" (sub \xc3\xbc)\",\"total\":7}}");
     EXPECT_EQ(zetmarshal::ToJson(BuildScanInfoReply({})),

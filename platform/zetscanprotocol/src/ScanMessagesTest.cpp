@@ -46,9 +46,8 @@ TEST(ScanMessages, WhatOneSideWritesTheOtherReads)
     ReadGetScanInfo(Received(BuildGetScanInfo(), getScanInfoMethod));
     ReadScanOneEntity(Received(BuildScanOneEntity(), scanOneEntityMethod));
 
-    for (const ScanInfo& info : {ScanInfo{},
-                                 {locators[1].ToString(), odd, 1, 2, true},
-                                 {locators[0].ToString(), {}, 0x7FFFFFFF, -0x7FFFFFFF - 1, false}})
+    for (const ScanInfo& info :
+         {ScanInfo{}, {locators[1], odd, 1, 2, true}, {locators[0], {}, 0x7FFFFFFF, -0x7FFFFFFF - 1, false}})
         EXPECT_EQ(ReadScanInfoReply(OverTheWire(BuildScanInfoReply(info))), info);
 }
 

@@ -30,7 +30,7 @@ inline Texts InOrder(const NaturalOrder& order, const Texts& texts, bool ascendi
     return sorted;
 }
 
-/// The collator alone sorts like this.
+/// The order in which the collator alone sorts.
 inline std::vector<int> SortedByCollator(const QLocale& locale, const Texts& texts)
 {
     QCollator collator(locale);

@@ -22,7 +22,7 @@ void TraceProblem(const std::string& text)
     zetcore::debug::TraceLine(1, "zetaudiofilterscan", text);
 }
 
-// Loading a damaged list moves its file aside, which is the host's to do: so what is loaded is a copy.
+// Loading a damaged list moves its file aside. Only the host may do that, so this loads a copy.
 void LoadBanned(const File& file)
 {
     if (!file.Exists())
@@ -32,7 +32,8 @@ void LoadBanned(const File& file)
     FileUtils::ReplaceContent(copy.FullPath(), FileUtils::ReadFile(file), Durability::Handover);
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
     if (!banned.LoadConfiguration(copy))
-        TraceProblem("the banned list " + file.FullPathUTF8() + " is damaged: " + banned.GetLoadError());
+        TraceProblem("the banned list " + file.FullPathUTF8() +
+                     " is damaged: " + banned.GetLoadError()->text);
 }
 
 } // namespace

@@ -56,7 +56,7 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
         zetcore::debug::TraceLine(1, "zetaudiofilterscan", "refused " + from + ": another user's process");
         return false;
     }
-    // Strangers that keep coming cost as little as they can.
+    // Strangers may keep coming, so each of them costs as little as possible.
     if (IsTaken() || !zettransport::MayBeProcess(peer, hostProcess)) {
         zetcore::debug::TraceLine(1, "zetaudiofilterscan",
                                   "refused " + from + ": not the host that started this");

@@ -40,7 +40,7 @@ class Connection
     std::uint16_t Listen();
 
     bool IsTaken() const;
-    /// True from the moment the other side is gone. What it had asked for is of no use any more.
+    /// True from the moment the other side is gone. Its requests are of no use any more.
     bool IsClosed() const;
     /// The oldest request, if there is one.
     std::optional<Request> NextRequest();
@@ -56,7 +56,7 @@ class Connection
     std::shared_ptr<zettransport::Session> session;
     std::unique_ptr<zetmarshal::RPCServer> server;
     bool closed = false;
-    // Last, so that its threads have ended before what they use goes away.
+    // This is the last member: its threads end before the members that they use go away.
     std::shared_ptr<zettransport::SocketTransport> transport;
 };
 

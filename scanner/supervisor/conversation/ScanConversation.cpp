@@ -46,12 +46,12 @@ constexpr char traceCategory[] = "zetaudiofilterscan";
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
 constexpr char hideDisplayKey[] = "zetaudiofilterscan.HideDisplay";
 // Two hosts that scan fast may replace each other's file several times in a row, but not so often.
-constexpr int mostTimesWritten = 20;
-// A result that is gone has been deleted by a host that has read it, or by another one, which does that at
-// the ends of its scan only: a second time is enough.
-constexpr int mostTimesWrittenWhenDeleted = 2;
-// More would not help when the file cannot be written at all.
-constexpr int mostExtraRounds = 20;
+constexpr int maxWrites = 20;
+// A result that is gone was deleted by the host that has read it, or by another host, which deletes it only
+// when its own scan begins or ends. So a second time is enough.
+constexpr int maxWritesWhenDeleted = 2;
+// When the file cannot be written at all, more rounds would not help.
+constexpr int maxExtraRounds = 20;
 constexpr wchar_t logFolder[] = L"scan-logs";
 
 std::vector<zetaudiofilterhost::TechnologyType> TechnologiesThatReplaceShells()
@@ -97,7 +97,7 @@ ValuePtr ScanConversation::Handle(const std::string& method, const Array& params
 
 void ScanConversation::Connect(protocol::ConnectArguments arguments)
 {
-    // From here on the debug database and the lists are the host's.
+    // The debug database and the lists are the host's from here on.
     const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
     Dir::SetPrefDir(preferences);
     LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
@@ -152,11 +152,11 @@ ValuePtr ScanConversation::GetScanInfo()
     int count = 0;
     onlyDelivers = false;
     atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
-    // First, so that it is loaded while the rest goes on.
+    // This comes first, so that the plug-in is loaded while the rest goes on.
     if (atPlugin && engine->WillLoadCurrent())
         entityScanner.Begin(locator);
     LookWhetherResultWasRead();
-    if (!unread.empty() && extraRounds < mostExtraRounds) {
+    if (!unread.empty() && extraRounds < maxExtraRounds) {
         ++extraRounds;
         const std::int32_t done = atPlugin ? progress : total;
         atPlugin = onlyDelivers = true;
@@ -165,7 +165,7 @@ ValuePtr ScanConversation::GetScanInfo()
     if (!atPlugin)
         return protocol::BuildScanInfoReply({{}, {}, total, total, false});
     return protocol::BuildScanInfoReply(
-        {locator.ToString(), zetcore::string::UTF8to16(statusText), progress, count, true});
+        {locator, zetcore::string::UTF8to16(statusText), progress, count, true});
 }
 
 void ScanConversation::ScanOneEntity()
@@ -185,17 +185,17 @@ void ScanConversation::LookWhetherResultWasRead()
 {
     if (!std::exchange(resultIsOut, false))
         return;
-    int most = mostTimesWritten;
+    int max = maxWrites;
     try {
         const File file(connected->resultFilePath);
         if (!file.Exists())
-            most = mostTimesWrittenWhenDeleted;
+            max = maxWritesWhenDeleted;
         else if (zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
             unread.clear();
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
-    std::erase_if(unread, [most](const Unread& each) { return each.timesWritten >= most; });
+    std::erase_if(unread, [max](const Unread& each) { return each.writes >= max; });
     if (unread.empty())
         extraRounds = 0;
     else
@@ -209,7 +209,7 @@ void ScanConversation::WriteResult()
     for (const Unread& each : unread)
         infos.push_back(each.info);
     lastResult.clear();
-    // With a mark of its own: another scanner may find, and write, the very same.
+    // The text has a mark of its own, because another scanner may find, and write, the very same.
     if (!infos.empty())
         lastResult = PluginModuleInfoManager::ToConfigurationText(infos) + "<!-- scanner " +
                      OwnProcessNumber() + ", result " + std::to_string(++resultNumber) + " -->\n";
@@ -218,7 +218,7 @@ void ScanConversation::WriteResult()
         zetcore::filesupport::FileUtils::ReplaceContent(connected->resultFilePath, lastResult,
                                                         zetcore::filesupport::Durability::Handover);
         for (Unread& each : unread)
-            ++each.timesWritten;
+            ++each.writes;
     } catch (const zetcore::filesupport::file_exception& error) {
         // An error reply would end the host's chain of requests and leave its scan waiting. The host cannot
         // save either and tells the user.
@@ -232,8 +232,7 @@ void ScanConversation::RecordFailure(const PluginFailed& failure)
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     zetaudiopluginhost::BanInfo info = failure.Ban();
     info.time = std::chrono::duration_cast<std::chrono::seconds>(now).count();
-    zetcore::debug::TraceLine(1, traceCategory,
-                              zetcore::string::UTF16to8(failure.Locator().ToString()) + " " + info.reason);
+    zetcore::debug::TraceLine(1, traceCategory, NameForLog(failure.Locator()) + " " + info.reason);
     try {
         zetaudiopluginhost::RecordBanReason(connected->bannedSettingsPath, failure.Locator(), info);
     } catch (const std::exception& error) {

@@ -12,9 +12,9 @@
 #include <zetcore/serialization/Value.h>
 #include <zetscanprotocol/ScanRequests.h>
 
+#include "supervisor/log/ScanLog.h"
 #include "supervisor/verdicts/EntityScanner.h"
 #include "supervisor/verdicts/PluginFailed.h"
-#include "supervisor/verdicts/ScanLog.h"
 
 namespace zetaudiofilterscan {
 
@@ -40,19 +40,19 @@ class ScanConversation
     zetcore::serialization::ValuePtr Handle(const std::string& method,
                                             const zetcore::serialization::Array& params);
 
-    /// Leaves the reason where the host looks for it. What goes wrong with that is traced.
+    /// Leaves the reason where the host looks for it. A failure of that is traced.
     void RecordFailure(const PluginFailed& failure);
 
   private:
     void Connect(zetscanprotocol::ConnectArguments arguments);
     void BeginScan(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
-    /// The modules that a VST2 shell may be there as, too: those of the list and those that the registry
-    /// knows.
+    /// Modules that may hold a shell's plug-ins in another format: those of the list, and those that the
+    /// registry knows.
     std::vector<zetaudiofilterhost::PluginLocator> FindKnownModules() const;
     zetcore::serialization::ValuePtr GetScanInfo();
     void ScanOneEntity();
     void WriteResult();
-    /// To be called when the host, which reads the result file between two requests, has had its chance.
+    /// Is called when the host has had its chance: it reads the result file between two requests.
     void LookWhetherResultWasRead();
 
     EntityScanner& entityScanner;
@@ -61,17 +61,18 @@ class ScanConversation
     std::chrono::milliseconds entityLimit{0};
     std::unique_ptr<zetaudiopluginhost::PluginModuleScanner> engine;
     std::int32_t total = 0;
-    /// The modules of the list that a shell's plug-ins may be in, too.
+    /// The modules of the list that may hold a shell's plug-ins in another format.
     std::vector<zetaudiofilterhost::PluginLocator> replacing;
     bool atPlugin = false;
 
-    /// Found and perhaps not read yet: a second host with the same preferences may delete or replace the
-    /// result file before the first has read it. Then there is another round, without a locator, before the
-    /// next plug-in; one where the file is gone, because a host may delete what it has read.
+    /// A record that was found and perhaps not read yet. A second host with the same preferences may delete
+    /// or replace the result file before the first has read it. Then there is another round, without a
+    /// locator, before the next plug-in. When the file is gone there is only one such round, because a host
+    /// may delete what it has read.
     struct Unread
     {
         std::shared_ptr<zetaudiofilterhost::PluginModuleInfo> info;
-        int timesWritten = 0;
+        int writes = 0;
     };
     std::vector<Unread> unread;
     std::string lastResult;

@@ -7,9 +7,9 @@
 
 namespace zetaudiofilterscan {
 
-/// The modules of these technologies that work, by the host's registry file and its journal, and that are not
-/// banned; each once. A file that is missing, damaged or unreadable has none. It stays as it is, because it
-/// is the host's; damage is traced.
+/// The modules of these technologies that work and are not banned, each once, from the host's registry file
+/// and its journal. A file that is missing, damaged or unreadable gives no modules. It stays as it is,
+/// because it is the host's. Damage is traced.
 std::vector<zetaudiofilterhost::PluginLocator>
 WorkingModules(const std::wstring& registryPath,
                const std::vector<zetaudiofilterhost::TechnologyType>& technologies);

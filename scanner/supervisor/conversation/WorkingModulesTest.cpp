@@ -43,7 +43,7 @@ class WorkingModulesTest : public zettesting::HostFixture
     const PluginLocator odd{TechnologyType::VST3, L"/o\"d'd <&> | % \n\t\xDC81\x00E9.vst3"};
 };
 
-TEST_F(WorkingModulesTest, finds_the_working_vst3_modules_that_the_registry_wrote)
+TEST_F(WorkingModulesTest, FindsTheWorkingVst3ModulesThatTheRegistryWrote)
 {
     zettesting::WriteAll(path,
                          PluginModuleInfoManager::ToConfigurationText(
@@ -55,7 +55,7 @@ TEST_F(WorkingModulesTest, finds_the_working_vst3_modules_that_the_registry_wrot
     EXPECT_THAT(Vst3Modules(), ElementsAre(odd, plain));
 }
 
-TEST_F(WorkingModulesTest, leaves_out_what_is_banned)
+TEST_F(WorkingModulesTest, LeavesOutWhatIsBanned)
 {
     const PluginLocator part(TechnologyType::VST3, odd.GetPath(), L"one");
     zettesting::WriteAll(
@@ -68,7 +68,7 @@ TEST_F(WorkingModulesTest, leaves_out_what_is_banned)
     EXPECT_THAT(Vst3Modules(), IsEmpty());
 }
 
-TEST_F(WorkingModulesTest, finds_nothing_in_what_is_no_registry_and_says_so)
+TEST_F(WorkingModulesTest, FindsNothingInWhatIsNoRegistryAndSaysSo)
 {
     zetcore::debug::SetMasterTraceVolume(1);
     for (const char* text :
@@ -83,7 +83,7 @@ TEST_F(WorkingModulesTest, finds_nothing_in_what_is_no_registry_and_says_so)
     }
 }
 
-TEST_F(WorkingModulesTest, takes_a_missing_file_for_an_empty_one)
+TEST_F(WorkingModulesTest, TakesAMissingFileForAnEmptyOne)
 {
     EXPECT_THAT(Vst3Modules(), IsEmpty());
     EXPECT_THAT(*traceLines, IsEmpty());

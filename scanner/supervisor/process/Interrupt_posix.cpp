@@ -49,7 +49,7 @@ bool IsReadableSoon(int descriptor)
 void Interrupt::Set()
 {
     const std::uint64_t one = 1;
-    // It can only fail when it is set already, as often as the counter can count.
+    // The write can only fail when the counter is full, and then the interrupt is set already.
     [[maybe_unused]] const ssize_t written = ::write(system->descriptor.Get(), &one, sizeof one);
 }
 

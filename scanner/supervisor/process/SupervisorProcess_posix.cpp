@@ -28,7 +28,7 @@ void TraceLastError(const std::string& what)
     zetcore::debug::TraceLine(1, "zetaudiofilterscan", what + ": " + std::system_category().message(errno));
 }
 
-/// Never above what there is already.
+/// The limit never rises above the present one.
 void Lower(__rlimit_resource resource, rlim_t most, const char* what)
 {
     rlimit limit{};
@@ -55,7 +55,8 @@ rlim_t RunningTasks()
 
 void SetUpSupervisorProcess()
 {
-    // With the last, a file that may grow no more is an error of the write and not the end.
+    // The last one makes a file that may not grow any more an error of the write, and not the end of the
+    // process.
     for (const int signal : {SIGINT, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_IGN);
     // A host that ignores it would make the workers vanish before their end was seen.

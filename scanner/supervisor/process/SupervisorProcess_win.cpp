@@ -11,7 +11,7 @@ namespace zetaudiofilterscan {
 void SetUpSupervisorProcess()
 {
     ::SetConsoleCtrlHandler(nullptr, TRUE);
-    // Its workers start with this, so that no dialog of the system's comes up whatever happens to them.
+    // The workers inherit this mode, so that the system shows no dialog whatever happens to them.
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
@@ -25,7 +25,7 @@ std::string OwnProcessNumber()
 
 void EndSupervisorProcess(int exitCode)
 {
-    // Not every runtime library writes errors at once.
+    // Some runtime libraries do not write errors at once.
     std::fflush(stderr);
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
     std::_Exit(exitCode);

@@ -13,7 +13,7 @@ struct Saying
     std::string_view first, second;
 };
 
-/// Those of the common libraries for X11 and Wayland.
+/// The messages of the common libraries for X11 and Wayland.
 constexpr std::array sayings{
     Saying{"X connection to ", " broken"},
     Saying{"atal IO error ", " on X server "},

@@ -5,7 +5,7 @@
 namespace zetaudiofilterscan {
 namespace {
 
-TEST(DisplayLoss, is_what_the_libraries_that_talk_to_displays_say_when_it_breaks)
+TEST(DisplayLoss, IsWhatTheLibrariesThatTalkToDisplaysSayWhenItBreaks)
 {
     for (const char* output :
          {"X connection to :0 broken (explicit kill or server shutdown).\r\n",
@@ -22,7 +22,7 @@ TEST(DisplayLoss, is_what_the_libraries_that_talk_to_displays_say_when_it_breaks
         EXPECT_TRUE(TellsOfLostDisplay(output)) << output;
 }
 
-TEST(DisplayLoss, is_nothing_else_that_plugins_say)
+TEST(DisplayLoss, IsNothingElseThatPluginsSay)
 {
     for (const char* output :
          {"", "\n", "segfault", "X Error of failed request:  BadWindow (invalid Window parameter)\n",

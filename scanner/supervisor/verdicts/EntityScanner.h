@@ -4,53 +4,33 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <variant>
-#include <vector>
 
-#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/ScanOutcome.h>
 
 #include "WorkerMessages.h"
 #include "supervisor/process/Interrupt.h"
-#include "supervisor/verdicts/ConnectionClosed.h"
-#include "supervisor/verdicts/PluginFailed.h"
-#include "supervisor/verdicts/ScanLog.h"
-#include "supervisor/verdicts/WorkerFailure.h"
-#include "supervisor/workers/WorkerProcess.h"
+#include "supervisor/verdicts/EntityTrial.h"
+#include "supervisor/verdicts/WorkerListener.h"
+#include "supervisor/workers/Workers.h"
 
 namespace zetaudiofilterscan {
 
-/// Has plug-ins scanned by workers, one at a time, and deals with what plug-ins do to them. Scanning thread.
-///
-/// scanned by the worker in use --answered--> done
-/// worker failed --> once more, alone, in a fresh worker --failed--> `PluginFailed`
-/// (not after too long a time, or what the worker itself says of it, with nothing else loaded:
-/// `PluginFailed`)
-/// passed alone --> a third time, alone --passed--> done
-///                                      --failed--> `PluginFailed`, as flaky
-///
-/// While a plug-in is scanned in a worker that has loaded others, a spare worker is started, so that a
-/// failure does not wait for one.
+class ScanLog;
+
+/// Has plug-ins scanned by workers, each in a trial of its own. Scanning thread.
 class EntityScanner
 {
   public:
-    using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
-
     /// `connectionClosed` is asked whenever the interrupt was set.
-    EntityScanner(Interrupt& interrupt, std::function<bool()> connectionClosed);
-    ~EntityScanner();
-    EntityScanner(const EntityScanner&) = delete;
-    EntityScanner& operator=(const EntityScanner&) = delete;
+    EntityScanner(Interrupt& wake, std::function<bool()> isConnectionClosed);
 
-    /// Starts the first worker, so that it is there when it is needed. A failure is traced, and the first
-    /// entity tries again.
+    /// Starts the first worker, so that it is there when it is needed.
     void StartAhead();
     /// For the entities that follow. `findKnownModules` is called when a worker has met a shell. It and the
     /// log must outlive the scanner, or the next call.
-    void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* log,
-                   FindKnownModules findKnownModules);
+    void Configure(WorkerSettings settings, std::chrono::milliseconds entityLimit, ScanLog* scanLog,
+                   Worker::FindKnownModules findKnownModules);
 
     /// Has a worker begin with the entity that `Scan` will be asked for next, so that it is loaded while the
     /// host still reads that it is next. What comes of it is told by `Scan`.
@@ -63,43 +43,16 @@ class EntityScanner
     void KillWorkers();
 
   private:
-    struct Worker;
-    using Verdict = std::variant<zetaudiopluginhost::ScanOutcome, WorkerFailure>;
-
-    zetaudiopluginhost::ScanOutcome ScanInWorkers(const zetaudiofilterhost::PluginLocator& locator);
-    std::unique_ptr<Worker> StartWorker();
-    void EnsureWorker();
-    void StartSpare();
-    void RequestEntity(const zetaudiofilterhost::PluginLocator& locator);
-    /// Finds out whether a plug-in that has failed fails alone, too. Throws `PluginFailed` for a flaky one.
-    Verdict ConfirmFailure(const zetaudiofilterhost::PluginLocator& locator, const WorkerFailure& first,
-                           const std::vector<zetaudiofilterhost::PluginLocator>& loadedBefore);
-    /// In a worker that has loaded nothing else.
-    Verdict GetVerdictAlone(const zetaudiofilterhost::PluginLocator& locator);
-    /// Takes another worker when one says nothing about the plug-in.
-    Verdict GetVerdict(const zetaudiofilterhost::PluginLocator& locator);
-    bool EndedWithItsDisplay(const Verdict& verdict) const;
-    /// The result is empty when the worker ended before it had begun.
-    std::optional<Verdict> RunInWorker(const zetaudiofilterhost::PluginLocator& locator);
-    Verdict WaitForAnswer(const zetaudiofilterhost::PluginLocator& locator);
-    std::optional<Verdict> ReadReport(const zetaudiofilterhost::PluginLocator& locator);
-    void TellKnownModules();
-    WorkerFailure HowItEnded();
-    WorkerFailure AfterChannelClosed();
+    /// The trial that has begun with the plug-in, else a new one. Throws `NoVerdict`.
+    std::unique_ptr<EntityTrial> TrialOf(const zetaudiofilterhost::PluginLocator& locator);
 
     Interrupt& interrupt;
     std::function<bool()> connectionClosed;
-    WorkerSettings settings;
-    std::chrono::milliseconds entityLimit{0};
     ScanLog* log = nullptr;
-    FindKnownModules findKnownModules;
-    std::unique_ptr<Worker> worker;
-    std::unique_ptr<Worker> spare;
-    std::uint32_t entityNumber = 0;
-    /// Of the module that was begun with last.
-    zetaudiofilterhost::ModuleFileStamp stamp{};
-    /// The worker has been asked for it, and nobody has waited for the answer yet.
-    std::optional<zetaudiofilterhost::PluginLocator> requested;
+    std::optional<WorkerListener> listener;
+    Workers workers;
+    /// Nobody has waited for its outcome yet.
+    std::unique_ptr<EntityTrial> begun;
 };
 
 } // namespace zetaudiofilterscan

@@ -17,11 +17,11 @@ struct WorkerFailure
         Crashed,
         Exited,
         TookTooLong,
-        /// It lost the channel to the supervisor.
+        /// The worker lost the channel to the supervisor.
         ChannelLost,
-        /// It sent something that is no answer.
+        /// The worker sent something that is no answer.
         WrongAnswer,
-        /// It goes on, but says that the plug-in did what it must not, or cannot be used.
+        /// The worker goes on, but says that the plug-in broke a rule or cannot be used.
         Misbehaved,
     };
 
@@ -29,8 +29,8 @@ struct WorkerFailure
     /// The signal, exception or exit code.
     long long code = 0;
     zetaudiopluginhost::ScanPhase phase = zetaudiopluginhost::ScanPhase::None;
-    /// WrongAnswer: what was wrong. Misbehaved: what it did.
-    std::string text;
+    /// For `WrongAnswer` the mistake in the answer, for `Misbehaved` the plug-in's deed.
+    std::string text = {};
     /// TookTooLong: the limit.
     std::chrono::milliseconds limit{0};
     /// Misbehaved: the system did not load it.

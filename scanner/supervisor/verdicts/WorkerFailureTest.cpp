@@ -20,7 +20,7 @@ struct Case
     std::string expected;
 };
 
-TEST(WorkerFailure, says_what_happened_and_when)
+TEST(WorkerFailure, SaysWhatHappenedAndWhen)
 {
     const Case cases[] = {
         {Failure(Kind::Exited, 0, ScanPhase::Entry), "",
@@ -43,7 +43,7 @@ TEST(WorkerFailure, says_what_happened_and_when)
         EXPECT_EQ(DescribeFailure(one.failure, one.lastLine), one.expected);
 }
 
-TEST(WorkerFailure, says_seconds_as_people_do)
+TEST(WorkerFailure, SaysSecondsAsPeopleDo)
 {
     using std::chrono::milliseconds;
     EXPECT_EQ(SecondsText(milliseconds(60000)), "60 seconds");

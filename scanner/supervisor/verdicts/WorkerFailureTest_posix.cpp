@@ -11,7 +11,7 @@ namespace {
 
 using zetaudiopluginhost::ScanPhase;
 
-TEST(WorkerFailure, names_the_signal)
+TEST(WorkerFailure, NamesTheSignal)
 {
     const WorkerFailure failure{WorkerFailure::Kind::Crashed, SIGSEGV, ScanPhase::Load, {}, {}};
     EXPECT_EQ(DescribeFailure(failure, ""), "crashed (segmentation fault) while being loaded");

@@ -11,7 +11,7 @@ namespace {
 
 using zetaudiopluginhost::ScanPhase;
 
-TEST(WorkerFailure, names_the_exception)
+TEST(WorkerFailure, NamesTheException)
 {
     const WorkerFailure failure{
         WorkerFailure::Kind::Crashed, EXCEPTION_ACCESS_VIOLATION, ScanPhase::Load, {}, {}};

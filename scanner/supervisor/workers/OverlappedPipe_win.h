@@ -43,7 +43,7 @@ class OverlappedPipe
     OVERLAPPED writing = {};
     std::array<char, 65536> buffer{};
     std::array<char, 65536> given{};
-    /// Under way, and what follows it.
+    /// The bytes of the write that is under way, and those that follow it.
     std::string beingWritten;
     std::string toWrite;
     bool open = true;

@@ -25,7 +25,7 @@ using Clock = std::chrono::steady_clock;
 
 // The pause between two looks at a process for which the system has no descriptor.
 constexpr std::chrono::milliseconds pollWithoutProcessDescriptor{2};
-// How long the supervisor looks for an answer before it sleeps.
+// The supervisor looks for an answer so long before it sleeps.
 constexpr std::chrono::microseconds lookAround{200};
 // A killed process ends at once, unless the kernel holds it; that must not hold us.
 constexpr std::chrono::seconds maxWaitForKilled{2};
@@ -96,7 +96,7 @@ struct WorkerProcess::System
         return info.si_pid == worker.pid;
     }
 
-    // Until the process has ended or the time is up.
+    // Returns when the process has ended or the time is up.
     bool WaitForEnd(Clock::time_point deadline) const
     {
         while (!HasEnded()) {
@@ -206,7 +206,8 @@ bool WorkerProcess::WaitForEnd(Clock::time_point deadline) const
 ProcessEnd WorkerProcess::Finish()
 {
     const ProcessEnd end = system->KillAndReap();
-    // Only as much as a pipe holds: a child that left the group could go on writing for ever.
+    // This reads only as much as a pipe holds, because a child that left the group could go on writing for
+    // ever.
     for (int buffers = 0; buffers < 32 && system->worker.output.Get() >= 0 && system->ReadOutput();
          ++buffers) {
     }

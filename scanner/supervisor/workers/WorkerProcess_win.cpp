@@ -24,7 +24,7 @@ constexpr UINT killedExitCode = 1;
 ProcessEnd ReadEnd(HANDLE process)
 {
     constexpr DWORD firstException = 0xC0000000;
-    // Those below it: a breakpoint, `abort`, and GCC's C++ exceptions.
+    // These lie below it: a breakpoint, `abort`, and GCC's C++ exceptions.
     constexpr DWORD others[] = {static_cast<DWORD>(EXCEPTION_BREAKPOINT), 0x40000015, 0x20474343};
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);

@@ -20,9 +20,9 @@ struct UnmapPage
 
 struct SpawnedWorker
 {
-    /// Also the number of its group and session.
+    /// The group and the session have the same number.
     pid_t pid = -1;
-    /// Readable when the process has ended; none where the system has no such thing.
+    /// Readable when the process has ended. It is closed where the system has no such descriptor.
     Descriptor process;
     Descriptor channel;
     Descriptor output;

@@ -11,7 +11,7 @@ namespace zetaudiopluginhostui {
 struct PluginListEntry
 {
     zetaudiofilterhost::PluginLocator locator;
-    /// The registry's record; null for a banned plug-in.
+    /// The registry's record. Null for a banned plug-in.
     std::shared_ptr<zetaudiofilterhost::PluginModuleInfo> info;
 };
 

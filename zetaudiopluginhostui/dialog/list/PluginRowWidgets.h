@@ -38,7 +38,7 @@ class PluginRowWidgets
     void Remove(const Row& row);
     void RemoveAll();
 
-    /// The row that holds the control; null when no row does. A control of another class raises the
+    /// The row that holds the control. Null when no row does. A control of another class raises the
     /// invalid-type-conversion error.
     const Row* RowOfCheckbox(const zetui::ui::UI_Node* control) const;
     const Row* RowOfReloadButton(const zetui::ui::UI_Node* control) const;

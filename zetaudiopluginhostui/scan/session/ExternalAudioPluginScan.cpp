@@ -229,7 +229,7 @@ void ExternalAudioPluginScan::OnGetScanInfo(const std::shared_ptr<std::any>& rep
     FaultPoint("host.info-read");
 
     const std::lock_guard lock(mutex);
-    currentLocator = PluginLocator::FromString(info.locator);
+    currentLocator = info.locator;
     if (!currentLocator.GetPath().empty()) {
         const auto reported = std::find(pending.begin(), pending.end(), currentLocator);
         if (reported != pending.end())

@@ -6,7 +6,7 @@
 
 namespace zetaudiofilterhost {
 
-/// Which kinds of audio filters the host offers. Any thread.
+/// The kinds of audio filters that the host offers. Any thread.
 class ZETAUDIOFILTERHOST_API AudioFilterDescriptorManager
 {
   public:

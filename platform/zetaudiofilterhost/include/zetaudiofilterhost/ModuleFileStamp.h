@@ -7,8 +7,8 @@
 
 namespace zetaudiofilterhost {
 
-/// What tells a changed module from an unchanged one: size in bytes and time of the last change (nanoseconds
-/// since 1970, UTC). Both 0 when the module cannot be looked at.
+/// Tells a changed module from an unchanged one: size in bytes and time of the last change (nanoseconds since
+/// 1970, UTC). Both 0 when the module cannot be looked at.
 struct ModuleFileStamp
 {
     std::uint64_t size = 0;

@@ -54,7 +54,7 @@ struct FormatFiles
 struct PluginFormat
 {
     TechnologyType type;
-    /// As it is written in files and shown.
+    /// The name that files hold and users see.
     std::wstring_view name;
     FormatFiles files;
 

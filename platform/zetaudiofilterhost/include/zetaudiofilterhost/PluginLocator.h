@@ -17,7 +17,7 @@ enum class TechnologyType : int
     CLAP = 5,
 };
 
-/// As it is written in files and shown; empty for one that is not among `PluginFormats`.
+/// The name that files hold and users see. It is empty for a technology that is not among `PluginFormats`.
 ZETAUDIOFILTERHOST_API std::wstring TechnologyName(TechnologyType type);
 
 /// Identifies one plug-in: its technology, its module's path, and, inside a module with several, its
@@ -37,10 +37,12 @@ class ZETAUDIOFILTERHOST_API PluginLocator
     const std::wstring& GetPath() const noexcept { return path; }
     const std::wstring& GetSubcomponent() const noexcept { return subcomponent; }
     bool IsEmpty() const noexcept { return path.empty(); }
+    /// True when it has a path and a technology that is among `PluginFormats`. Others have no text form.
+    bool IsValid() const;
     /// The locator of the whole module: the same without the sub-component.
     PluginLocator ModuleLocator() const;
 
-    /// Empty for an empty locator.
+    /// Empty for one that is not valid.
     std::wstring ToString() const;
     /// An empty locator for a text that is not of the form above.
     static PluginLocator FromString(const std::wstring& text);

@@ -12,7 +12,7 @@
 
 namespace zetaudiofilterhost {
 
-/// What a scan found out about a module.
+/// A scan's finding about a module.
 enum class ModuleStatus
 {
     /// It loads; the only status that the registry's iteration shows.
@@ -36,7 +36,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
 {
   public:
     PluginModuleInfo() = default;
-    explicit PluginModuleInfo(PluginLocator locator);
+    explicit PluginModuleInfo(PluginLocator moduleLocator) : locator(std::move(moduleLocator)) {}
 
     const PluginLocator& GetLocator() const noexcept { return locator; }
     const std::wstring& GetName() const noexcept { return name; }
@@ -107,7 +107,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfo
     struct Changes
     {
         std::atomic<std::uint64_t> enabled{0};
-        /// Of everything else but what is unknown.
+        /// Counts the changes of everything else, except of what is unknown.
         std::atomic<std::uint64_t> content{0};
     };
     void CountChangesIn(std::shared_ptr<Changes> counter) { changes = std::move(counter); }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include <zetaudiofilterhost/PluginTechnology.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/signals/Signal.h>
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiofilterhost {
 
@@ -26,7 +28,7 @@ struct BannedModule
     /// The ban does not say that the plug-in is bad, so that every scan tries it again.
     bool triedByEveryScan = false;
 
-    /// Whether a scan is to try the plug-in again, its module being as the stamp says.
+    /// True when a scan is to try the plug-in again. The stamp is the module's present one.
     bool IsDue(const ModuleFileStamp& now) const noexcept
     {
         const ModuleFileStamp unknown;
@@ -80,7 +82,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     struct RecordChanges
     {
         std::uint64_t enabled = 0;
-        /// Of everything else that a record tells.
+        /// Changes of everything else that a record tells.
         std::uint64_t content = 0;
 
         friend bool operator==(const RecordChanges&, const RecordChanges&) = default;
@@ -140,9 +142,6 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     void AddConfiguration(const std::string& utf8Text, bool withFolders);
     /// A configuration text with just these records: what the scanner hands over.
     static std::string ToConfigurationText(const std::vector<InfoPtr>& infos);
-    /// The records in such a text, in its order. No registry is concerned. Throws `std::runtime_error` naming
-    /// the line for a text that is no configuration.
-    static std::vector<InfoPtr> FromConfigurationText(const std::string& utf8Text);
     /// The records of these technologies in a registry file and its journal, whatever their status, ordered
     /// by locator; for a program that only looks. No registry is concerned, nothing is written, and a damaged
     /// file stays where it is. What the file says of other technologies is not read. A missing file has no
@@ -180,7 +179,8 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// `.damaged`, and leaves an empty registry with default folders; false then, and `GetLoadError` says
     /// what was wrong (file name and line). Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
-    std::string GetLoadError() const;
+    /// The damage of the file that was loaded last.
+    std::optional<zetcore::utility::Reason> GetLoadError() const;
 
     /// The full path text of the locator's module, for showing.
     std::wstring GetDisplayStringForLocator(const PluginLocator& locator) const;

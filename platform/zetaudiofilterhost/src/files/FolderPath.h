@@ -8,7 +8,7 @@ namespace zetaudiofilterhost {
 /// link.
 std::wstring NormalisedFolderPath(const std::wstring& path);
 
-/// By their text, part by part, as the file system compares names.
+/// Compares the texts part by part, as the file system compares names.
 bool IsSameFolderPath(const std::wstring& left, const std::wstring& right);
 /// True when `path` names something in `folder`, at any depth, or the folder itself.
 bool IsInsideFolder(const std::wstring& path, const std::wstring& folder);

@@ -33,8 +33,8 @@ ModuleFileStamp GetModuleFileStamp(const PluginLocator& locator)
         return {};
     const ModuleFiles files = FindModuleFiles(locator);
     ModuleFileStamp stamp;
-    if (!files.library.empty())
-        stamp = StampOf(zetcore::filesupport::File(files.library));
+    if (const auto* library = std::get_if<std::wstring>(&files.library))
+        stamp = StampOf(zetcore::filesupport::File(*library));
     if (files.description) {
         const ModuleFileStamp description = StampOf(*files.description);
         stamp.size += description.size;

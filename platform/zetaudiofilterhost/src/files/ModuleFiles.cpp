@@ -60,7 +60,7 @@ class Look
     std::error_code problem;
 };
 
-fs::path FindLibrary(const fs::path& bundle, const BundleLayout& layout, Look& look)
+std::optional<fs::path> FindLibrary(const fs::path& bundle, const BundleLayout& layout, Look& look)
 {
     const fs::path folder = bundle / layout.content / layout.architecture;
     fs::path library = folder / bundle.stem();
@@ -68,14 +68,14 @@ fs::path FindLibrary(const fs::path& bundle, const BundleLayout& layout, Look& l
     if (look.IsFile(library))
         return library;
     const std::vector<fs::path> others = look.FilesIn(folder, layout.libraryExtension);
-    return others.size() == 1 ? others.front() : fs::path();
+    return others.size() == 1 ? std::optional(others.front()) : std::nullopt;
 }
 
-std::string WhyWithoutLibrary(const BundleLayout& layout, const Look& look)
+NoLibrary WhyWithoutLibrary(const BundleLayout& layout, const Look& look)
 {
     if (look.Problem())
-        return "the bundle cannot be read: " + look.Problem().message();
-    return "a bundle without a library for this machine (" + std::string(layout.architecture) + ")";
+        return {"the bundle cannot be read: " + look.Problem().message(), true};
+    return {"a bundle without a library for this machine (" + std::string(layout.architecture) + ")"};
 }
 
 /// Null when it tells none.
@@ -103,15 +103,13 @@ ModuleFiles FindModuleFiles(const PluginLocator& module)
         return files;
     }
     if (!look.IsFolder(path / layout->content) && !look.Problem()) {
-        files.problem = "a folder that is no bundle";
+        files.library = NoLibrary{"a folder that is no bundle"};
         return files;
     }
-    if (const fs::path library = FindLibrary(path, *layout, look); !library.empty()) {
-        files.library = FromNativePath(library);
-    } else {
-        files.problem = WhyWithoutLibrary(*layout, look);
-        files.isUnreadable = static_cast<bool>(look.Problem());
-    }
+    if (const std::optional<fs::path> library = FindLibrary(path, *layout, look))
+        files.library = FromNativePath(*library);
+    else
+        files.library = WhyWithoutLibrary(*layout, look);
     for (const std::string_view place : layout->descriptions) {
         if (const fs::path description = (path / place).make_preferred(); look.IsFile(description)) {
             files.description = zetcore::filesupport::File(FromNativePath(description));

@@ -22,6 +22,18 @@ class ModuleFilesTest : public ::testing::Test
     }
     PluginLocator Locator() const { return {TechnologyType::VST3, ToWide(bundle)}; }
     ModuleFiles Find() const { return FindModuleFiles(Locator()); }
+    std::wstring FoundLibrary() const
+    {
+        const ModuleFiles files = Find();
+        const auto* library = std::get_if<std::wstring>(&files.library);
+        return library ? *library : std::wstring();
+    }
+    NoLibrary Lack() const
+    {
+        const ModuleFiles files = Find();
+        const auto* lack = std::get_if<NoLibrary>(&files.library);
+        return lack ? *lack : NoLibrary();
+    }
     ModuleFileStamp Stamp() const { return GetModuleFileStamp(Locator()); }
     static std::filesystem::path Library(const std::string& stem)
     {
@@ -35,35 +47,35 @@ class ModuleFilesTest : public ::testing::Test
 TEST_F(ModuleFilesTest, TheLibraryHasTheBundlesNameOrIsTheOnlyOne)
 {
     Make(Library("Other"));
-    EXPECT_EQ(Find().library, ToWide(bundle / Library("Other")));
+    EXPECT_EQ(FoundLibrary(), ToWide(bundle / Library("Other")));
     Make(Library("My Pack"));
-    EXPECT_EQ(Find().library, ToWide(bundle / Library("My Pack")));
-    EXPECT_EQ(Find().problem, "");
+    EXPECT_EQ(FoundLibrary(), ToWide(bundle / Library("My Pack")));
+    EXPECT_EQ(Lack().reason, "");
 }
 
 TEST_F(ModuleFilesTest, ABundleForOtherMachinesIsNamed)
 {
     Make("Contents/some-machine/My Pack.so");
-    EXPECT_EQ(Find().library, L"");
-    EXPECT_THAT(Find().problem, HasSubstr(Library("x").parent_path().filename().string()));
-    EXPECT_FALSE(Find().isUnreadable);
+    EXPECT_EQ(FoundLibrary(), L"");
+    EXPECT_THAT(Lack().reason, HasSubstr(Library("x").parent_path().filename().string()));
+    EXPECT_FALSE(Lack().isUnreadable);
     Make(Library("One"));
     Make(Library("Two"));
-    EXPECT_NE(Find().problem, "");
+    EXPECT_NE(Lack().reason, "");
 }
 
 TEST_F(ModuleFilesTest, AFolderWithoutContentsIsNoBundle)
 {
     std::filesystem::create_directories(bundle);
-    EXPECT_EQ(Find().problem, "a folder that is no bundle");
-    EXPECT_FALSE(Find().isUnreadable);
+    EXPECT_EQ(Lack().reason, "a folder that is no bundle");
+    EXPECT_FALSE(Lack().isUnreadable);
 }
 
 TEST_F(ModuleFilesTest, ASingleFileIsItsOwnLibrary)
 {
     zettesting::WriteAll(bundle, "x");
-    EXPECT_EQ(Find().library, ToWide(bundle));
-    EXPECT_EQ(Find().problem, "");
+    EXPECT_EQ(FoundLibrary(), ToWide(bundle));
+    EXPECT_EQ(Lack().reason, "");
     EXPECT_FALSE(Find().description.has_value());
 }
 

@@ -32,7 +32,7 @@ bool HasExtension(const std::wstring& extension, const PluginFormat& format)
     return format.IsOnThisPlatform() && IsSameFileName(extension, format.files.extension);
 }
 
-/// Of a folder that stands for a module, of whatever format.
+/// True for a folder that stands for a module of any format.
 bool IsBundleExtension(const std::wstring& extension)
 {
     return std::ranges::any_of(PluginFormats(), [&extension](const PluginFormat& format) {

@@ -12,9 +12,9 @@ namespace zetaudiofilterhost {
 
 struct FoundPlugin
 {
-    /// As it was reached, links included.
+    /// The path by which it was reached. It may lead through links.
     std::wstring path;
-    /// With every link followed: what tells one file reached twice.
+    /// The path with every link followed. One file that is reached twice has the same.
     std::filesystem::path resolved;
 };
 
@@ -59,7 +59,7 @@ enum class FilePresence
 {
     Present,
     Gone,
-    /// It cannot be told: no permission, a share that is down.
+    /// The system does not tell: there is no permission, or a share is down.
     Unknown,
 };
 /// Looks for a module of the locator's format at its path.

@@ -157,7 +157,7 @@ TEST_P(LoadableFormatTest, AFileWithItsExtensionIsItsModuleAndNoOtherFormats)
     EXPECT_THAT(Search(plugins), ElementsAre(Found(module.filename().string())));
 
     const PluginLocator locator(type, ToWide(module));
-    EXPECT_EQ(FindModuleFiles(locator).library, ToWide(module));
+    EXPECT_EQ(std::get<std::wstring>(FindModuleFiles(locator).library), ToWide(module));
     EXPECT_EQ(GetModuleFileStamp(locator).size, 5u);
     EXPECT_EQ(FindPresence(locator), FilePresence::Present);
     EXPECT_EQ(LocatorOfModuleFile(locator.GetPath()), locator);
@@ -194,7 +194,7 @@ TEST_P(BundledFormatTest, ARenamedBundleKeepsItsLibrary)
     std::filesystem::create_directories(library.parent_path());
     zettesting::WriteAll(library, "123");
     const PluginLocator locator(type, ToWide(bundle));
-    EXPECT_EQ(FindModuleFiles(locator).library, ToWide(library));
+    EXPECT_EQ(std::get<std::wstring>(FindModuleFiles(locator).library), ToWide(library));
     EXPECT_EQ(GetModuleFileStamp(locator).size, 3u);
 }
 

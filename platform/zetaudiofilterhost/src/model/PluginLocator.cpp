@@ -23,12 +23,17 @@ PluginLocator PluginLocator::ModuleLocator() const
     return {technology, path};
 }
 
+bool PluginLocator::IsValid() const
+{
+    return !IsEmpty() && FindPluginFormat(technology);
+}
+
 std::wstring PluginLocator::ToString() const
 {
-    const std::wstring technologyName = TechnologyName(technology);
-    if (IsEmpty() || technologyName.empty())
+    if (!IsValid())
         return {};
-    return technologyName + L'|' + EscapeLocatorPart(path) + L'|' + EscapeLocatorPart(subcomponent);
+    return TechnologyName(technology) + L'|' + EscapeLocatorPart(path) + L'|' +
+           EscapeLocatorPart(subcomponent);
 }
 
 PluginLocator PluginLocator::FromString(const std::wstring& text)

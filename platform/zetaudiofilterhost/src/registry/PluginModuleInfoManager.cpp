@@ -188,7 +188,7 @@ std::string PluginModuleInfoManager::ToConfigurationText(const std::vector<InfoP
 {
     Configuration configuration;
     for (const InfoPtr& info : infos)
-        if (info && !info->GetLocator().ToString().empty())
+        if (info && info->GetLocator().IsValid())
             configuration.modules.push_back(info);
     return WriteConfiguration(configuration);
 }
@@ -211,7 +211,7 @@ void PluginModuleInfoManager::UndoTo(const Copy& copy)
     state->UndoTo(copy);
 }
 
-std::string PluginModuleInfoManager::GetLoadError() const
+std::optional<zetcore::utility::Reason> PluginModuleInfoManager::GetLoadError() const
 {
     zetcore::threads::AssertMainThread();
     return state->loadError;

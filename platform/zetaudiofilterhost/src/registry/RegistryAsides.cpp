@@ -67,7 +67,7 @@ void PluginModuleInfoManager::State::DropAsidesFor(const PluginLocator& locator)
 {
     auto aside = asides.lower_bound(locator.ModuleLocator());
     while (aside != asides.end() && IsOfModule(aside->first, locator)) {
-        // One that is being scanned alone waits for its own result.
+        // A record that is being scanned alone waits for its own result.
         if (aside->second->IsScannedAlone() && aside->first != locator) {
             ++aside;
             continue;

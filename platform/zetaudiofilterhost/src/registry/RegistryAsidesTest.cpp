@@ -1,7 +1,8 @@
-// What a scan does not reach is kept.
+// A record that a scan does not reach is kept.
 #include <functional>
 
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 #include "testing/RegistryFixture.h"
 
@@ -166,7 +167,7 @@ TEST_F(RegistryAsidesTest, WhatHasVanishedGoesForGoodWithItsChoiceRemembered)
     EXPECT_THAT(ReadAll(path), Not(HasSubstr("<aside")));
     Add(L"gone");
     EXPECT_FALSE(Held(registry, Named(L"gone")).IsEnabled());
-    // Only the removal that follows the search is about what it found.
+    // The search's findings count for the removal that follows it, and for no later one.
     registry.RemovePluginLocators({Named(L"gone")});
     EXPECT_THAT(registry.PutBackUnreached(), ElementsAre(Named(L"gone")));
 }
@@ -288,7 +289,8 @@ TEST_F(RegistryAsidesTest, ADamagedAsideIsDamageThatNamesItsLine)
 {
     WriteFile("<module locator=\"VST|/a.so|\"/>\n<aside locator=\"VST|/b.so|\" size=\"big\"/>\n");
     EXPECT_FALSE(registry.LoadConfiguration(file));
-    EXPECT_THAT(registry.GetLoadError(), HasSubstr("line 3: element aside, attribute size: \"big\""));
+    EXPECT_THAT(zettesting::TextOf(registry.GetLoadError()),
+                HasSubstr("line 3: element aside, attribute size: \"big\""));
     EXPECT_TRUE(std::filesystem::exists(path.string() + ".damaged"));
     EXPECT_THAT(registry.PutBackUnreached(), IsEmpty());
 }

@@ -14,7 +14,7 @@ using zettesting::WriteAll;
 using Locators = std::vector<PluginLocator>;
 using InfoPtr = PluginModuleInfoManager::InfoPtr;
 
-/// With VST3 modules, so that the same files are plug-ins on every platform.
+/// Uses VST3 modules, because the same files are then plug-ins on every platform.
 class RegistryBansTest : public RegistryFixture
 {
   protected:
@@ -34,7 +34,7 @@ class RegistryBansTest : public RegistryFixture
     {
         WriteAll(plugins / name, content);
     }
-    /// Of the build that is there now.
+    /// A ban of the build that is there now.
     static BannedModule BanOf(const PluginLocator& locator, bool triedByEveryScan = false)
     {
         return {locator, GetModuleFileStamp(locator), triedByEveryScan};

@@ -1,4 +1,4 @@
-// What is on the medium when a save returns.
+// When a save returns, its content is on the medium.
 #include <gmock/gmock.h>
 #include <zettesting/RecordedFileCalls_posix.h>
 

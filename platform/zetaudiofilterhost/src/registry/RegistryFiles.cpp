@@ -186,7 +186,7 @@ void PluginModuleInfoManager::SaveConfiguration(const File& file, bool withModul
 void PluginModuleInfoManager::BeginIncrementalSaves()
 {
     zetcore::threads::AssertMainThread();
-    // What was changed until now was not recorded one by one, so the first save is a whole one.
+    // Earlier changes were not recorded one by one, so the first save is a whole one.
     if (!state->incremental)
         state->journal.End();
     state->incremental = true;
@@ -217,9 +217,9 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         return true;
     } catch (const ConfigurationError& error) {
         state->Clear();
-        state->loadError = error.what();
+        state->loadError = zetcore::utility::Reason{error.what()};
     }
-    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError);
+    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError->text);
     try {
         FileUtils::KeepAside(file);
     } catch (const file_exception& error) {

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 #include "testing/RegistryFixture.h"
 #include "text/ConfigurationJournal.h"
@@ -33,7 +34,7 @@ TEST_F(RegistryFilesTest, AMissingFileGivesAnEmptyRegistryWithDefaultFolders)
     EXPECT_TRUE(registry.LoadConfiguration(file));
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_FALSE(FoldersOf(registry, TechnologyType::VST).empty());
-    EXPECT_EQ(registry.GetLoadError(), "");
+    EXPECT_EQ(zettesting::TextOf(registry.GetLoadError()), "");
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
@@ -143,9 +144,9 @@ TEST_F(RegistryFilesTest, ADamagedFileIsNamedKeptAsideAndLeavesAnEmptyRegistry)
     WriteAll(path, damaged);
     registry.AddModule(MakeInfo(Vst(L"/old.so")));
     EXPECT_FALSE(registry.LoadConfiguration(file));
-    EXPECT_THAT(registry.GetLoadError(),
+    EXPECT_THAT(zettesting::TextOf(registry.GetLoadError()),
                 HasSubstr("AudioPlugins.xml, line 2: element module, attribute size"));
-    EXPECT_TRUE(HasTraced(registry.GetLoadError()));
+    EXPECT_TRUE(HasTraced(zettesting::TextOf(registry.GetLoadError())));
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_FALSE(FoldersOf(registry, TechnologyType::VST).empty());
     EXPECT_EQ(ReadAll(KeptAside()), damaged);
@@ -154,7 +155,7 @@ TEST_F(RegistryFilesTest, ADamagedFileIsNamedKeptAsideAndLeavesAnEmptyRegistry)
     registry.SaveConfiguration(file, true);
     EXPECT_EQ(ReadAll(KeptAside()), damaged);
     EXPECT_TRUE(registry.LoadConfiguration(file));
-    EXPECT_EQ(registry.GetLoadError(), "");
+    EXPECT_EQ(zettesting::TextOf(registry.GetLoadError()), "");
 }
 
 TEST_F(RegistryFilesTest, AFileCutOffAnywhereIsDamaged)

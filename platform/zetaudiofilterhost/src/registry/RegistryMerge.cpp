@@ -1,4 +1,4 @@
-// What a save does about another program that has written the same file meanwhile.
+// A save first takes in what another program has written to the same file meanwhile.
 #include "registry/RegistryState.h"
 
 #include <algorithm>
@@ -38,7 +38,7 @@ void PluginModuleInfoManager::State::TakeInWhatOthersSaved(const File& file)
     try {
         text = FileUtils::ReadFile(file);
     } catch (const file_exception& error) {
-        // Whether it can be replaced is for the save to find out.
+        // The save itself will find out whether the file can be replaced.
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         return;
     }
@@ -72,7 +72,8 @@ void PluginModuleInfoManager::State::TakeRecordsOf(const State& theirs)
         const auto ours = records.find(locator);
         if (ours != records.end() && TextOf(ours->second.info) == TextOf(record.info))
             continue;
-        // It has put back, or never removed, what is being scanned here: that is no result.
+        // The other program has put back, or never removed, a record that is being scanned here. That is no
+        // result.
         const auto aside = asides.find(locator);
         if (aside != asides.end() && TextOf(aside->second) == TextOf(record.info))
             continue;

@@ -202,7 +202,7 @@ TEST_F(RegistryMergeTest, LoadingDeletesWhatKilledSavesHaveLeft)
 
 TEST_F(RegistryMergeTest, AChoiceOfTheOtherDoesNotOverrideOurs)
 {
-    // What is chosen for a plug-in that is not in the registry at the moment.
+    // The choice for a plug-in that is not in the registry at the moment.
     const auto removeWith = [this](PluginModuleInfoManager& manager, bool isEnabled) {
         Held(manager, Vst(L"/a.so")).SetEnabled(isEnabled);
         std::vector<PluginLocator> vanished;

@@ -9,12 +9,6 @@ using zetcore::filesupport::File;
 using zetcore::filesupport::FileUtils;
 
 std::vector<PluginModuleInfoManager::InfoPtr>
-PluginModuleInfoManager::FromConfigurationText(const std::string& utf8Text)
-{
-    return ReadConfiguration(utf8Text, "plug-in configuration").modules;
-}
-
-std::vector<PluginModuleInfoManager::InfoPtr>
 PluginModuleInfoManager::RecordsInFile(const File& file, const std::vector<TechnologyType>& technologies)
 {
     std::vector<InfoPtr> infos;

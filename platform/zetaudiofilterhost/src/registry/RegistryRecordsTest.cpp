@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "testing/RegistryFixture.h"
+#include "text/ConfigurationText.h"
 
 namespace zetaudiofilterhost {
 
@@ -61,8 +62,8 @@ TEST_F(RegistryRecordsTest, ATextGivesTheRecordsThatItWasMadeOf)
     const auto second = MakeInfo(Vst3(L"/b.vst3"));
     second->SetStatus(ModuleStatus::NotAPlugin);
     second->SetReason("no plug-in");
-    const auto records = PluginModuleInfoManager::FromConfigurationText(
-        PluginModuleInfoManager::ToConfigurationText({second, first}));
+    const auto records =
+        ReadConfiguration(PluginModuleInfoManager::ToConfigurationText({second, first}), "text").modules;
     ASSERT_THAT(LocatorsOf(records), ElementsAre(second->GetLocator(), first->GetLocator()));
     EXPECT_EQ(records[0]->GetStatus(), ModuleStatus::NotAPlugin);
     EXPECT_EQ(records[0]->GetReason(), "no plug-in");
@@ -71,15 +72,14 @@ TEST_F(RegistryRecordsTest, ATextGivesTheRecordsThatItWasMadeOf)
     EXPECT_FALSE(records[1]->IsEnabled());
     EXPECT_EQ(records[1]->GetFileSize(), 5U);
     EXPECT_EQ(records[1]->GetFileTime(), 6);
-    EXPECT_THAT(
-        PluginModuleInfoManager::FromConfigurationText(PluginModuleInfoManager::ToConfigurationText({})),
-        IsEmpty());
+    EXPECT_THAT(ReadConfiguration(PluginModuleInfoManager::ToConfigurationText({}), "text").modules,
+                IsEmpty());
 }
 
 TEST_F(RegistryRecordsTest, ATextThatIsNoConfigurationIsRefusedWithItsLine)
 {
     for (const char* text : {"", "nonsense", "<wrong/>", "<"})
-        EXPECT_THAT(ErrorOf([&] { PluginModuleInfoManager::FromConfigurationText(text); }),
+        EXPECT_THAT(ErrorOf([&] { registry.AddConfiguration(text, false); }),
                     HasSubstr("plug-in configuration, line "))
             << text;
 }

@@ -19,7 +19,7 @@ class RegistrySavesTest : public RegistryFixture
   protected:
     void Add(const std::wstring& name) { registry.AddModule(MakeInfo(Vst(L"/" + name + L".so"), name)); }
     void Save() { registry.SaveConfiguration(file, true); }
-    /// What a program finds that starts now: the whole of what has been saved.
+    /// A program that starts now finds all that has been saved.
     std::vector<std::wstring> Loaded()
     {
         EXPECT_TRUE(loaded.LoadConfiguration(file));

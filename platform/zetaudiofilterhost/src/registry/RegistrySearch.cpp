@@ -108,11 +108,12 @@ enum class Whereabouts
 {
     Known,
     InNoFolder,
-    /// Its file is gone, the folder that held it can be looked at.
+    /// The file is gone, and the folder that held it can be looked at.
     FileGone,
 };
 
-/// Nothing is there, not even a link that leads nowhere: its target may be on a drive that is away.
+/// True when the path is empty. A link that leads nowhere counts as something, because its target may be on a
+/// drive that is away.
 bool HasBeenTakenOut(const std::filesystem::path& path, bool isFolderReached)
 {
     std::error_code error;
@@ -152,7 +153,7 @@ bool IsWorthScanning(const std::vector<InfoPtr>& infos, const PluginLocator& mod
     const ModuleFileStamp unknown, now = GetModuleFileStamp(module);
     return std::any_of(infos.begin(), infos.end(), [&](const InfoPtr& info) {
         const ModuleFileStamp scanned{info->GetFileSize(), info->GetFileTime()};
-        // There was nothing to look at when it was found not to work.
+        // When the module was found not to work, its file could not be looked at.
         if (scanned == unknown)
             return info->GetStatus() != ModuleStatus::Working && now != unknown;
         return scanned != now;
@@ -170,26 +171,26 @@ class Bans
     }
 
     /// Due ones are to be scanned even when nothing else speaks for it.
-    enum class Verdict
+    enum class Standing
     {
         NotBanned,
         Banned,
         Due,
     };
-    Verdict Of(const PluginLocator& module) const
+    Standing Of(const PluginLocator& module) const
     {
         const auto found = byModule.find(module);
         if (found == byModule.end())
-            return Verdict::NotBanned;
+            return Standing::NotBanned;
         const ModuleFileStamp now = GetModuleFileStamp(module);
         bool isDue = false;
         for (const BannedModule& ban : found->second) {
             const bool isThisDue = ban.IsDue(now);
             if (!isThisDue && ban.locator == module)
-                return Verdict::Banned;
+                return Standing::Banned;
             isDue = isDue || isThisDue;
         }
-        return isDue ? Verdict::Due : Verdict::NotBanned;
+        return isDue ? Standing::Due : Standing::NotBanned;
     }
 
   private:
@@ -236,9 +237,9 @@ PluginModuleInfoManager::CollectPotentialPlugins(bool newOnly, std::vector<Plugi
             if (const auto other = knownAs.find(plugin.path);
                 other != knownAs.end() && !knownModules.contains(module))
                 module = PluginLocator(contents.Type(), other->second);
-            const Bans::Verdict verdict = bans.Of(module);
-            if (verdict == Bans::Verdict::Due ||
-                (verdict == Bans::Verdict::NotBanned &&
+            const Bans::Standing standing = bans.Of(module);
+            if (standing == Bans::Standing::Due ||
+                (standing == Bans::Standing::NotBanned &&
                  (!newOnly || IsWorthScanning(state->FindModule(module), module))))
                 potential.push_back(std::move(module));
         }

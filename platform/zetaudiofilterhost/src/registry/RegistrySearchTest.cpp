@@ -14,7 +14,7 @@ using zettesting::ToWide;
 using zettesting::WriteAll;
 using Locators = std::vector<PluginLocator>;
 
-/// What a search for new plug-ins finds and misses, with files that look like VST3 modules.
+/// Searches for new plug-ins among files that look like VST3 modules.
 class RegistrySearchTest : public RegistryFixture
 {
   protected:
@@ -34,7 +34,7 @@ class RegistrySearchTest : public RegistryFixture
         WriteAll(plugins / name, "plug-in");
         return At(name);
     }
-    /// As a scan leaves it.
+    /// Puts a record into the registry as a scan does.
     void AddScanned(const PluginLocator& locator, ModuleStatus status = ModuleStatus::Working)
     {
         const auto info = MakeInfo(locator);
@@ -216,7 +216,7 @@ TEST_F(RegistrySearchTest, ABannedPluginWhoseFileIsGoneIsKnownAndHasVanished)
     Collect(true);
     const PluginLocator sub(TechnologyType::VST3, At("shell.vst3").GetPath(), L"sub");
     EXPECT_THAT(vanished, ElementsAre(At("gone.vst3"), At("shell.vst3"), sub));
-    // As a reload does it: first out of the banned list, then the search.
+    // A reload does the same: the plug-in leaves the banned list, and then the search comes.
     registry.SetBannedLocators({});
     Collect(true);
     EXPECT_THAT(vanished, ElementsAre(At("gone.vst3"), At("shell.vst3"), sub));

@@ -180,7 +180,7 @@ TEST_F(PosixSearchTest, AnUnreadableFolderIsToldAndItsPluginsAreNotLost)
     std::filesystem::remove(plugins / "searchable" / "gone.so");
     using std::filesystem::perms;
     std::filesystem::permissions(plugins / "locked", perms::none);
-    // Its files can be looked at by their names, but which ones there are cannot be read.
+    // Its files can be looked at by their names, but the folder does not tell the names.
     std::filesystem::permissions(plugins / "searchable",
                                  perms::owner_exec | perms::group_exec | perms::others_exec);
     {

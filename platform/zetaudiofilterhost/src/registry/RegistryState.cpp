@@ -136,7 +136,7 @@ void PluginModuleInfoManager::State::Clear()
     }
     unknown = {};
     version = configurationVersion;
-    loadError.clear();
+    loadError.reset();
     damagedPath.clear();
     const std::lock_guard lock(mutex);
     iterationStale = true;
@@ -217,7 +217,7 @@ void PluginModuleInfoManager::State::UndoTo(const Copy& copy)
     std::set<PluginLocator> differing = changed;
     const std::map<PluginLocator, std::string> before = StateTexts();
     std::map<PluginLocator, InfoPtr> others = othersAsides;
-    std::string error = loadError;
+    auto error = loadError;
     std::wstring damaged = damagedPath;
     Configuration content = copy.content;
     for (InfoPtr& aside : content.asides)

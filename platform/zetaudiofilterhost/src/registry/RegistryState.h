@@ -21,11 +21,11 @@ struct PluginModuleInfoManager::Copy
 {
     /// The asides are copies of the registry's own: a scan changes those in place.
     Configuration content;
-    /// By record.
+    /// One for each record, in their order.
     std::vector<bool> enabled;
 };
 
-/// What the registry holds. Main thread, but for what `mutex` guards.
+/// The registry's content. Main thread, except for the members that `mutex` guards.
 struct PluginModuleInfoManager::State
 {
     struct Record
@@ -39,7 +39,7 @@ struct PluginModuleInfoManager::State
         const PluginFormat* format = nullptr;
         std::shared_ptr<PluginTechnology> technology;
         Unknown unknown;
-        /// Of the folders that have any, by path.
+        /// By path, for the folders that have any.
         std::map<std::wstring, Unknown> folderUnknown;
     };
 
@@ -92,11 +92,11 @@ struct PluginModuleInfoManager::State
 
     // Iteration and bans (RegistryBans.cpp).
     void RebuildIteration();
-    /// With the mutex held.
+    /// The caller holds the mutex.
     bool IsBannedLocked(const PluginLocator& locator) const;
-    /// Which due bans these records of scanned modules end.
+    /// The due bans that these records of scanned modules end.
     std::vector<PluginLocator> BansEndedBy(const std::vector<InfoPtr>& results) const;
-    /// Which bans the removal of what has vanished ends.
+    /// The bans that the removal of vanished plug-ins ends.
     std::vector<PluginLocator> BansEndedByRemoving(const std::vector<PluginLocator>& locators) const;
     void TellEnded(const std::vector<PluginLocator>& bans);
 
@@ -109,8 +109,8 @@ struct PluginModuleInfoManager::State
     void NoteSaved();
     void Touch(const PluginLocator& locator);
     std::vector<std::vector<std::wstring>> FolderPaths() const;
-    /// What a scan has found, at once and without a save of its own, so that it is not lost with the process:
-    /// into the journal, as long as the file is as this registry has left it. A failure is traced.
+    /// Writes a scan's findings into the journal at once, so that they are not lost with the process, as long
+    /// as the file is as this registry has left it. A failure is traced.
     void KeepFindings();
     static std::vector<RegistryChange> ReadJournal(const zetcore::filesupport::File& file,
                                                    std::string_view content,
@@ -130,7 +130,7 @@ struct PluginModuleInfoManager::State
     /// Records that this registry has put aside, or found aside in the file that it loaded. A locator with
     /// one has no record; its choice is among the choices.
     std::map<PluginLocator, InfoPtr> asides;
-    /// What another program's scan has aside at the moment: kept in the file for that program.
+    /// Records that another program's scan has aside at the moment. The file keeps them for that program.
     std::map<PluginLocator, InfoPtr> othersAsides;
     /// Put back since the last save: what another program's scan found meanwhile is newer.
     std::set<PluginLocator> putBack;
@@ -138,20 +138,20 @@ struct PluginModuleInfoManager::State
     std::vector<Technology> technologies;
     Unknown unknown;
     std::string version{configurationVersion};
-    std::string loadError;
+    std::optional<zetcore::utility::Reason> loadError;
     /// A damaged file that could not be kept aside: it must be before anything is saved there.
     std::wstring damagedPath;
     PluginInfosChangedSignal infosChanged;
     BansEndedSignal bansEnded;
 
-    /// Of the last search: what has vanished, and whether its file is gone while its folder can be reached.
-    /// Until the first removal after it.
+    /// The plug-ins that the last search did not find any more, and whether the file is gone while its folder
+    /// can be reached. They count until the first removal after it.
     std::map<PluginLocator, bool> vanished;
     std::vector<UnreadableFolder> unreadableFolders;
 
     bool incremental = false;
     ConfigurationJournal journal;
-    /// What the file was when this registry read or wrote it last.
+    /// The file as it was when this registry read or wrote it last.
     struct Known
     {
         std::wstring path;
@@ -159,7 +159,8 @@ struct PluginModuleInfoManager::State
         std::uint64_t journalSize = 0;
     };
     std::optional<Known> known;
-    /// Since then, by this registry; flipped records come in when they are looked for.
+    /// The locators that this registry has changed since then. Flipped records are added when they are looked
+    /// for.
     std::set<PluginLocator> changed;
     std::vector<std::vector<std::wstring>> savedFolderPaths;
     std::shared_ptr<PluginModuleInfo::Changes> recordChanges = std::make_shared<PluginModuleInfo::Changes>();

@@ -32,8 +32,8 @@ class ConfigurationJournal
     static zetcore::filesupport::File FileFor(const zetcore::filesupport::File& base);
     /// 0 when there is none.
     static std::uint64_t SizeBeside(const zetcore::filesupport::File& base);
-    /// The whole entries of the journal that belongs to this content of the base, in order; none when there
-    /// is no such journal. A journal that cannot be read is traced.
+    /// The whole entries, in order, of the journal that belongs to this content of the base. A journal that
+    /// is missing, or belongs to another content, has no entries. A journal that cannot be read is traced.
     static std::vector<std::string> ReadEntries(const zetcore::filesupport::File& base,
                                                 const ContentFingerprint& fingerprint);
     /// To be called before a whole save: should the journal belong to just the content that is to be

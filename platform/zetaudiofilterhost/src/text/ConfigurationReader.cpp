@@ -56,7 +56,7 @@ class Reader
     template<typename Read>
     bool Try(const pugi::xml_node& element, Read&& read);
 
-    /// It names a plug-in of a technology that is not wanted.
+    /// The element names a plug-in of a technology that is not wanted.
     bool IsPassedOver(const pugi::xml_node& element) const;
     TechnologyFolders ReadTechnology(const pugi::xml_node& element);
     void KeepUnknown(Unknown& unknown, const pugi::xml_node& child);
@@ -77,7 +77,7 @@ class Reader
     std::string_view text;
     zetcore::string::LineCounter lines;
     std::string name;
-    /// Of the technologies that are wanted.
+    /// The names of the technologies that are wanted.
     std::vector<std::string> locatorStarts;
     pugi::xml_document document;
     std::string version{configurationVersion};

@@ -17,7 +17,7 @@ namespace zetaudiofilterhost {
 using Unknown = PluginModuleInfo::Unknown;
 using InfoPtr = std::shared_ptr<PluginModuleInfo>;
 
-/// What is remembered of a record that was removed, until it comes back.
+/// The memory of a record that was removed, until it comes back.
 struct RememberedChoice
 {
     bool enabled = true;
@@ -55,7 +55,7 @@ inline constexpr std::string_view configurationVersion = "1.2";
 
 struct Configuration
 {
-    /// Of the file it came from when that is newer than ours, else ours.
+    /// The version of the file that it came from, when that is newer than ours, or else ours.
     std::string version{configurationVersion};
     std::vector<TechnologyFolders> technologies;
     std::vector<InfoPtr> modules;

@@ -15,7 +15,7 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
-/// What stands for each ASCII character; empty for one that stands for itself.
+/// The text that stands for each ASCII character. It is empty for a character that stands for itself.
 constexpr std::array<std::string_view, 128> MakeEscapes()
 {
     std::array<std::string_view, 128> escapes{};

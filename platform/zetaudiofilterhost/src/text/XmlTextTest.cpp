@@ -23,7 +23,7 @@ std::string EscapedWide(std::wstring_view text)
     return xml;
 }
 
-/// What a reader finds in an attribute with this text.
+/// The value that a reader finds in an attribute with this text.
 std::string ReadBack(const std::string& escaped)
 {
     pugi::xml_document document;

@@ -6,10 +6,9 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/Export.h>
 
-/// How the scanner tells the host why a plug-in brought it down: a small XML file beside the banned list,
-/// named as that with
-/// ".reasons" appended. The scanner writes it before it ends; the host reads it when it bans the plug-in, and
-/// takes out what it has saved.
+/// The scanner tells the host why a plug-in brought it down: it writes a small XML file beside the banned
+/// list, with the same name and ".reasons" appended. The scanner writes it before it ends. The host reads it
+/// when it bans the plug-in, and removes the entries that it has saved.
 namespace zetaudiopluginhost {
 
 ZETAUDIOPLUGINHOST_API std::wstring BanReasonsPath(const std::wstring& bannedSettingsPath);
@@ -17,7 +16,7 @@ ZETAUDIOPLUGINHOST_API std::wstring BanReasonsPath(const std::wstring& bannedSet
 ZETAUDIOPLUGINHOST_API void RecordBanReason(const std::wstring& bannedSettingsPath,
                                             const zetaudiofilterhost::PluginLocator& locator,
                                             const BanInfo& info);
-/// Nothing when the file or the entry is missing or malformed. Never throws for bad content.
+/// The result is empty when the file or the entry is missing or malformed. Bad content never throws.
 ZETAUDIOPLUGINHOST_API std::optional<BanInfo> FindBanReason(const std::wstring& bannedSettingsPath,
                                                             const zetaudiofilterhost::PluginLocator& locator);
 

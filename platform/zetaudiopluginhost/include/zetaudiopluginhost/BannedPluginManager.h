@@ -10,6 +10,7 @@
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/Export.h>
 #include <zetcore/filesupport/paths/File.h>
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost {
 
@@ -22,8 +23,8 @@ struct BanInfo
     /// The build of the module that is banned: the ban is due when its file has changed. Both 0 for a ban of
     /// every build, which stays until somebody lifts it.
     zetaudiofilterhost::ModuleFileStamp stamp{};
-    /// None of its code has crashed: the system refused to load it, a library may be missing. Every scan
-    /// tries it again.
+    /// The system refused to load it; a library may be missing, for example. None of its code has crashed, so
+    /// every scan tries it again.
     bool couldNotLoad = false;
 
     friend bool operator==(const BanInfo&, const BanInfo&) = default;
@@ -53,15 +54,15 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     BannedSet::const_iterator BannedBegin() const;
     BannedSet::const_iterator BannedEnd() const;
 
-    /// Bans this build of it: what a scan does with a plug-in that misbehaved. Reason and build are what the
-    /// scanner has recorded (see `BanReasons`), else there is no reason and it is the build that is there
-    /// now. A ban of every build stays one.
+    /// Bans the present build, as a scan does with a plug-in that misbehaved. Reason and build come from the
+    /// scanner's record (see `BanReasons`). Without a record there is no reason, and the build is the one
+    /// that is there now. A ban of every build stays one.
     void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator);
-    /// Bans every build of it: what a user or a host does.
+    /// Bans every build, as a user or a host does.
     void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator, const std::string& reason);
-    /// Bans it as given; an empty reason does not replace one, and no time is now.
+    /// Bans the plug-in as given. An empty reason does not replace an earlier one, and a time of 0 means now.
     void AddBannedPlugin(const zetaudiofilterhost::PluginLocator& locator, const BanInfo& info);
-    /// Nothing happens for one that is not banned.
+    /// Does nothing for a plug-in that is not banned.
     void RemoveBannedPlugin(const zetaudiofilterhost::PluginLocator& locator);
     /// True for a banned locator, and for one whose whole module is banned.
     bool IsBanned(const zetaudiofilterhost::PluginLocator& locator) const;
@@ -78,7 +79,8 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     /// read or written is taken in first, except where this list has changed the same ban. Throws
     /// `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file) const;
-    std::string GetLoadError() const;
+    /// The damage of the file that was loaded last.
+    std::optional<zetcore::utility::Reason> GetLoadError() const;
 
     /// Replaces the unsupported list. False when the file is missing, unreadable or malformed (the list is
     /// then empty).

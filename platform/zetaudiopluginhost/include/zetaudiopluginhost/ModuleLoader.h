@@ -52,7 +52,7 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     PhaseCallback onPhase;
     /// Empty once it has been called.
     FindKnownModules findKnownModules;
-    /// By the shells' technology and comparison name.
+    /// The shells that are replaced: their technology and comparison name.
     std::set<std::pair<zetaudiofilterhost::TechnologyType, std::wstring>> replacedShells;
 };
 

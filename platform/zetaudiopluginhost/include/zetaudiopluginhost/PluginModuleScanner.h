@@ -51,7 +51,7 @@ class ZETAUDIOPLUGINHOST_API PluginModuleScanner
     bool PassOverCurrent();
     void EndScan();
 
-    /// What came of the plug-in before the current one.
+    /// The outcome of the plug-in before the current one.
     const ScanOutcome& LastOutcome() const;
 
   private:

@@ -9,7 +9,7 @@
 
 namespace zetaudiopluginhost {
 
-/// Where in a plug-in's life something happened.
+/// The step in a plug-in's life at which something happened.
 enum class ScanPhase : int
 {
     None,
@@ -23,7 +23,7 @@ enum class ScanPhase : int
     Unload, ///< the system unloads the library
 };
 
-/// What came of scanning one module.
+/// The outcome of scanning one module.
 struct ScanOutcome
 {
     /// The records to keep: one for a plain module, one for each sub-plug-in of a shell, or one that says why
@@ -32,8 +32,8 @@ struct ScanOutcome
     /// True when the module must be banned: it let an exception out, or it is one that cannot be used. Then
     /// `reason` (UTF-8) and `phase` say why.
     bool misbehaved = false;
-    /// Of one that misbehaved: none of its code has run, because the system did not load it. What it lacked
-    /// may be there later.
+    /// True when the module misbehaved only in that the system did not load it. None of its code has run, and
+    /// the library that it lacked may be there later.
     bool couldNotLoad = false;
     std::string reason;
     ScanPhase phase = ScanPhase::None;

@@ -17,10 +17,10 @@ namespace {
 
 constexpr const char* entryName = "plugin";
 constexpr const char* fileVersion = "1.0";
-/// Characters: a screenful, more than people read.
+/// The number of characters in a screenful, which is more than people read.
 constexpr std::size_t maxReason = 8192;
-/// We write two levels. What is nested deeper is written back with an indentation that grows with its square,
-/// and taken apart as deep into the stack.
+/// We write two levels. Elements that are nested deeply cost much: the indentation that is written back grows
+/// with the square of the depth, and the stack grows with the depth when they are deleted.
 constexpr int deepestElement = 64;
 
 bool IsKnownAttribute(std::string_view name)
@@ -30,7 +30,8 @@ bool IsKnownAttribute(std::string_view name)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The first element that is nested too deep; none when there is none. Without recursion: that is what for.
+/// The first element that is nested too deep, or a null node. The walk uses no recursion, because a deep
+/// document would exhaust the stack.
 pugi::xml_node FirstTooDeep(const pugi::xml_node& top)
 {
     int depth = 0;

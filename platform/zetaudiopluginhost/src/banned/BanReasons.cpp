@@ -33,7 +33,7 @@ std::mutex& FileMutex()
     return mutex;
 }
 
-/// Nothing for a file that is missing or malformed. Throws `file_exception`.
+/// A file that is missing or malformed has no entries. Throws `file_exception`.
 std::optional<BanListFile> ReadReasons(const File& file)
 {
     if (!file.Exists())

@@ -14,7 +14,7 @@ using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiofilterhost::TechnologyType;
 
-/// With a real module file.
+/// The module is a real file.
 class BannedBuildTest : public BannedPluginManagerTest
 {
   protected:

@@ -129,7 +129,7 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
         state->Load(file, ParseBanList(text, State::rootName), {});
         return true;
     } catch (const std::runtime_error& damage) {
-        std::string error = zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what();
+        zetcore::utility::Reason error{zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what()};
         zetcore::debug::TraceLine(1, State::traceCategory, file.FullPathUTF8() + ", " + damage.what());
         try {
             FileUtils::KeepAside(file);
@@ -168,7 +168,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
     }
 }
 
-std::string BannedPluginManager::GetLoadError() const
+std::optional<zetcore::utility::Reason> BannedPluginManager::GetLoadError() const
 {
     const std::lock_guard lock(state->mutex);
     return state->loadError;

@@ -7,6 +7,7 @@
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zettesting/TextOf.h>
 
 #include "testing/BannedFixture.h"
 
@@ -75,7 +76,7 @@ TEST_F(BannedPluginManagerTest, TheListComesBackFromItsFile)
 
     BannedPluginManager other;
     EXPECT_TRUE(other.LoadConfiguration(ListFile()));
-    EXPECT_EQ(other.GetLoadError(), "");
+    EXPECT_EQ(zettesting::TextOf(other.GetLoadError()), "");
     EXPECT_EQ(other.GetBanInfo(odd), manager.GetBanInfo(odd));
     EXPECT_EQ(other.GetBanInfo(odd)->reason, "crashed: \"<&>\"\nlast line   caf\xC3\xA9 \xEF\xBF\xBD");
     EXPECT_EQ(std::distance(other.BannedBegin(), other.BannedEnd()), 2);
@@ -96,14 +97,14 @@ TEST_F(BannedPluginManagerTest, ADamagedFileIsNamedWithItsLineAndKeptAside)
     manager.AddBannedPlugin(first, "");
     EXPECT_FALSE(manager.LoadConfiguration(ListFile()));
     EXPECT_THAT(Banned(), IsEmpty());
-    EXPECT_THAT(manager.GetLoadError(), HasSubstr("BannedAudioPlugins.xml, line "));
+    EXPECT_THAT(zettesting::TextOf(manager.GetLoadError()), HasSubstr("BannedAudioPlugins.xml, line "));
     EXPECT_THAT(*traceLines, Contains(HasSubstr("BannedAudioPlugins.xml, line ")));
     EXPECT_FALSE(std::filesystem::exists(ListPath()));
     EXPECT_EQ(zettesting::ReadAll(prefs / "BannedAudioPlugins.xml.damaged"), damaged);
 
     zettesting::WriteAll(ListPath(), "<something/>");
     EXPECT_FALSE(manager.LoadConfiguration(ListFile()));
-    EXPECT_THAT(manager.GetLoadError(), HasSubstr("<something>"));
+    EXPECT_THAT(zettesting::TextOf(manager.GetLoadError()), HasSubstr("<something>"));
 }
 
 TEST_F(BannedPluginManagerTest, WhatANewerVersionHasWrittenSurvivesASave)

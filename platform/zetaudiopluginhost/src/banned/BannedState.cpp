@@ -42,7 +42,7 @@ void BannedPluginManager::State::Add(const PluginLocator& locator, BanInfo info,
         info.time = SecondsSince1970();
     const std::lock_guard lock(mutex);
     if (const auto earlier = bans.find(locator); earlier != bans.end()) {
-        // What is known about a plug-in that is banned already is worth more than nothing.
+        // An earlier reason is worth more than no reason.
         if (info.reason.empty())
             info.reason = earlier->second.info.reason;
         if (ofThisBuild && earlier->second.info.stamp == ModuleFileStamp() &&
@@ -107,7 +107,7 @@ bool BannedPluginManager::State::TakeTheirs(BanListFile& theirs)
         held.insert(entry.locator);
         const auto before = known.find(entry.locator);
         const bool isAnew = before == known.end() || before->second != entry.info;
-        // One that was lifted here stays lifted, unless it was banned there anew.
+        // A ban that was lifted here stays lifted, unless the other program has banned the plug-in anew.
         const bool isTaken = isAnew && (IsAsKnown(entry.locator) || !locators.contains(entry.locator));
         if (!isTaken)
             continue;
@@ -132,7 +132,7 @@ void BannedPluginManager::State::NoteKnown(const File& file, std::map<PluginLoca
     known = std::move(held);
 }
 
-void BannedPluginManager::State::Replace(BanListFile file, std::string error)
+void BannedPluginManager::State::Replace(BanListFile file, std::optional<zetcore::utility::Reason> error)
 {
     const std::lock_guard lock(mutex);
     locators.clear();
@@ -146,7 +146,8 @@ void BannedPluginManager::State::Replace(BanListFile file, std::string error)
     TellRegistry();
 }
 
-void BannedPluginManager::State::Load(const File& file, BanListFile content, std::string error)
+void BannedPluginManager::State::Load(const File& file, BanListFile content,
+                                      std::optional<zetcore::utility::Reason> error)
 {
     std::map<PluginLocator, BanInfo> held;
     for (const BanEntry& entry : content.entries)

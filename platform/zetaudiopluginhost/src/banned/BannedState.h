@@ -13,7 +13,7 @@
 
 namespace zetaudiopluginhost {
 
-/// What the list holds, and what its file held when it was read or written last.
+/// The content of the list, and that of its file when it was read or written last.
 struct BannedPluginManager::State
 {
     using Locator = zetaudiofilterhost::PluginLocator;
@@ -26,12 +26,13 @@ struct BannedPluginManager::State
     /// `ofThisBuild`: a ban of every build, should there be one, stays that.
     void Add(const Locator& locator, BanInfo info, bool ofThisBuild);
     void Remove(const std::vector<Locator>& removed);
-    /// What another program has changed in the file since it was read or written last.
+    /// Takes in the changes that another program has made in the file since it was read or written last.
     void TakeInWhatOthersSaved(const zetcore::filesupport::File& file);
     void NoteKnown(const zetcore::filesupport::File& file, std::map<Locator, BanInfo> held);
-    void Replace(BanListFile file, std::string error);
+    void Replace(BanListFile file, std::optional<zetcore::utility::Reason> error);
     /// The content of the file, which is what the list holds from now on.
-    void Load(const zetcore::filesupport::File& file, BanListFile content, std::string error);
+    void Load(const zetcore::filesupport::File& file, BanListFile content,
+              std::optional<zetcore::utility::Reason> error);
 
     static constexpr const char* rootName = "bannedplugins";
     static constexpr const char* traceCategory = "BannedPluginManager";
@@ -47,13 +48,12 @@ struct BannedPluginManager::State
     std::shared_ptr<const pugi::xml_document> rest;
     std::wstring knownPath;
     std::map<Locator, BanInfo> known;
-    std::string loadError;
+    std::optional<zetcore::utility::Reason> loadError;
     UnsupportedList unsupported;
 
   private:
-    // Under the mutex.
-    /// So that the registry hears of changes in their order. It cannot deadlock: the registry takes its own
-    /// mutex for that, and calls nothing under it.
+    // These are called under the mutex. The registry hears of changes in their order that way. It cannot
+    // deadlock: the registry takes its own mutex and calls nothing under it.
     void TellRegistry() const;
     /// The ban is as the file had it, or as absent as there: another program's change of it is newer.
     bool IsAsKnown(const Locator& locator) const;

@@ -9,6 +9,8 @@
 
 namespace zetaudiopluginhost::clap {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 /// Several times what the largest libraries have: a count beyond it is no count.
@@ -26,15 +28,23 @@ ClapPlugin Copy(const Descriptor& descriptor)
     return plugin;
 }
 
-/// Empty when it can be read.
-std::string WhyNotReadable(const Descriptor* descriptor)
+std::optional<Reason> WhyNotReadable(const Descriptor* descriptor)
 {
     if (descriptor == nullptr)
-        return "has no description";
+        return Reason{"has no description"};
     if (!IsKnown(descriptor->version))
-        return "is described in version " + VersionText(descriptor->version) +
-               " of CLAP, which this system does not know";
-    return {};
+        return Reason{"is described in version " + VersionText(descriptor->version) +
+                      " of CLAP, which this system does not know"};
+    return std::nullopt;
+}
+
+std::optional<Reason> WhyNotUsable(const ClapPlugin& plugin, const std::set<std::wstring>& idsBefore)
+{
+    if (plugin.shownId.empty())
+        return Reason{"has no id"};
+    if (idsBefore.contains(plugin.shownId))
+        return Reason{"has the id of another one"};
+    return std::nullopt;
 }
 
 } // namespace
@@ -55,35 +65,33 @@ ClapPlugins ClapFactory::Describe() const
     for (std::uint32_t i = 0; i < std::min(claimed, maxPlugins); ++i) {
         const Descriptor* descriptor =
             CallPlugin([this, i] { return factory.getPluginDescriptor(&factory, i); });
-        std::string problem = WhyNotReadable(descriptor);
-        if (problem.empty()) {
+        std::optional<Reason> problem = WhyNotReadable(descriptor);
+        if (!problem) {
             ClapPlugin plugin = Copy(*descriptor);
-            if (plugin.shownId.empty())
-                problem = "has no id";
-            else if (!ids.insert(plugin.shownId).second)
-                problem = "has the id of another one";
-            else
+            problem = WhyNotUsable(plugin, ids);
+            ids.insert(plugin.shownId);
+            if (!problem)
                 plugins.usable.push_back(std::move(plugin));
         }
-        if (!problem.empty() && plugins.problem.empty())
-            plugins.problem = "number " + std::to_string(i + 1) + " " + problem;
+        if (problem && !plugins.problem)
+            plugins.problem = Reason{"number " + std::to_string(i + 1) + " " + problem->text};
     }
-    if (claimed > maxPlugins && plugins.problem.empty())
-        plugins.problem = "only the first " + std::to_string(maxPlugins) + " are looked at";
+    if (claimed > maxPlugins && !plugins.problem)
+        plugins.problem = Reason{"only the first " + std::to_string(maxPlugins) + " are looked at"};
     return plugins;
 }
 
-std::string ClapFactory::TryPlugin(const ClapPlugin& plugin) const
+std::optional<Reason> ClapFactory::CreateAndDestroy(const ClapPlugin& plugin) const
 {
     const Plugin* instance =
         CallPlugin([&] { return factory.createPlugin(&factory, &ScanHost(), plugin.id.c_str()); });
     if (instance == nullptr)
-        return "it could not be created";
-    std::string problem;
+        return Reason{"it could not be created"};
+    std::optional<Reason> problem;
     if (instance->init == nullptr || instance->destroy == nullptr)
-        problem = "it lacks functions";
+        problem = Reason{"it lacks functions"};
     else if (!CallPlugin([instance] { return instance->init(instance); }))
-        problem = "it could not be initialised";
+        problem = Reason{"it could not be initialised"};
     if (instance->destroy != nullptr)
         CallPlugin([instance] { instance->destroy(instance); });
     return problem;

@@ -1,17 +1,19 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "clap/ClapAbi.h"
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost::clap {
 
 /// A copy of a descriptor, because a plug-in may change its texts at any time.
 struct ClapPlugin
 {
-    /// As the plug-in wrote it, for asking for an instance.
+    /// The bytes that the plug-in wrote. An instance is asked for with them.
     std::string id;
     /// The same for showing. No two plug-ins of a library have the same one.
     std::wstring shownId;
@@ -24,8 +26,8 @@ struct ClapPlugins
     std::vector<ClapPlugin> usable;
     /// How many the library claims to have.
     std::size_t claimed = 0;
-    /// Why the first of those that are not usable is not; empty when all are.
-    std::string problem;
+    /// Why the first of those that are not usable is not.
+    std::optional<zetcore::utility::Reason> problem;
 };
 
 /// The factory of a loaded library. Every operation throws `PluginThrew` when the plug-in lets one out.
@@ -36,8 +38,8 @@ class ClapFactory
     explicit ClapFactory(const PluginFactory& given);
 
     ClapPlugins Describe() const;
-    /// Creates, initialises and destroys one instance. Empty when it worked, else why not.
-    std::string TryPlugin(const ClapPlugin& plugin) const;
+    /// Creates, initialises and destroys one instance. Gives the reason why it cannot be had.
+    std::optional<zetcore::utility::Reason> CreateAndDestroy(const ClapPlugin& plugin) const;
 
   private:
     const PluginFactory& factory;

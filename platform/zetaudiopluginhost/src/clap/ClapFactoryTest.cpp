@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 #include "clap/ClapHost.h"
 #include "formats/ScanSteps.h"
@@ -13,6 +14,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using zettesting::TextOf;
 
 /// A library in this process that does what a test sets.
 struct FakeLibrary : PluginFactory
@@ -79,8 +81,8 @@ TEST(ClapFactory, CopiesWhatADescriptorSays)
     EXPECT_EQ(plugins.usable[0].vendor, L"Vendor");
     EXPECT_EQ(plugins.usable[0].version, L"1.0");
     EXPECT_THAT(plugins.usable[0].features, IsEmpty());
-    EXPECT_EQ(plugins.problem, "");
-    EXPECT_EQ(factory.TryPlugin(plugins.usable[0]), "");
+    EXPECT_EQ(TextOf(plugins.problem), "");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugins.usable[0])), "");
     EXPECT_EQ(library.createdId, "org.example.changes");
 }
 
@@ -91,7 +93,7 @@ TEST(ClapFactory, AsksForAnInstanceByTheIdAsItIs)
     const ClapFactory factory(library);
     const ClapPlugins plugins = factory.Describe();
     EXPECT_EQ(plugins.usable.at(0).shownId, L"caf\uFFFD");
-    EXPECT_EQ(factory.TryPlugin(plugins.usable[0]), "");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugins.usable[0])), "");
     EXPECT_EQ(library.createdId, " caf\xE9\n");
 }
 
@@ -104,7 +106,7 @@ TEST(ClapFactory, LeavesOutWhatCannotBeUsedAndSaysWhyOfTheFirst)
         const ClapPlugins plugins = ClapFactory(library).Describe();
         EXPECT_EQ(plugins.usable.size(), 1u);
         EXPECT_EQ(plugins.claimed, 2u);
-        return plugins.problem;
+        return TextOf(plugins.problem);
     };
     const Descriptor good = FakeLibrary::Describe("good");
     EXPECT_EQ(problemOf({good, FakeLibrary::Describe("good")}), "number 2 has the id of another one");
@@ -125,7 +127,7 @@ TEST(ClapFactory, DoesNotBelieveACount)
     ClapPlugins plugins = ClapFactory(library).Describe();
     EXPECT_EQ(plugins.usable.size(), 1u);
     EXPECT_EQ(plugins.claimed, 4294967295u);
-    EXPECT_EQ(plugins.problem, "number 2 has no description");
+    EXPECT_EQ(TextOf(plugins.problem), "number 2 has no description");
     EXPECT_EQ(library.asked, 10000u);
 
     library.claimed = 10001;
@@ -137,7 +139,7 @@ TEST(ClapFactory, DoesNotBelieveACount)
         library.descriptors.push_back(FakeLibrary::Describe(id.c_str()));
     plugins = ClapFactory(library).Describe();
     EXPECT_EQ(plugins.usable.size(), 10000u);
-    EXPECT_EQ(plugins.problem, "only the first 10000 are looked at");
+    EXPECT_EQ(TextOf(plugins.problem), "only the first 10000 are looked at");
 
     library.claimed = 0;
     EXPECT_THAT(ClapFactory(library).Describe().usable, IsEmpty());
@@ -148,17 +150,17 @@ TEST(ClapFactory, AnInstanceIsDestroyedOnceWhateverItAnswers)
     FakeLibrary library;
     const ClapFactory factory(library);
     const ClapPlugin plugin = factory.Describe().usable.at(0);
-    EXPECT_EQ(factory.TryPlugin(plugin), "");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "");
     EXPECT_EQ(library.inits, 1);
     EXPECT_EQ(library.destroys, 1);
     EXPECT_EQ(library.host, &ScanHost());
 
     library.initAnswers = false;
-    EXPECT_EQ(factory.TryPlugin(plugin), "it could not be initialised");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it could not be initialised");
     EXPECT_EQ(library.destroys, 2);
 
     library.makesNothing = true;
-    EXPECT_EQ(factory.TryPlugin(plugin), "it could not be created");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it could not be created");
     EXPECT_EQ(library.inits, 2);
     EXPECT_EQ(library.destroys, 2);
 }
@@ -178,11 +180,11 @@ TEST(ClapFactory, FunctionsThatAreMissingAreNotCalled)
     const ClapFactory factory(library);
     const ClapPlugin plugin = factory.Describe().usable.at(0);
     library.plugin.init = nullptr;
-    EXPECT_EQ(factory.TryPlugin(plugin), "it lacks functions");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
     EXPECT_EQ(library.destroys, 1) << "it was made all the same";
     library.plugin.init = &FakeLibrary::Init;
     library.plugin.destroy = nullptr;
-    EXPECT_EQ(factory.TryPlugin(plugin), "it lacks functions");
+    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
     EXPECT_EQ(library.inits, 0);
 }
 
@@ -192,7 +194,7 @@ TEST(ClapFactory, ExceptionsOfThePluginAreTold)
     const ClapFactory factory(library);
     const ClapPlugin plugin = factory.Describe().usable.at(0);
     library.plugin.init = [](const Plugin*) -> bool { throw std::runtime_error("no licence"); };
-    EXPECT_THROW(factory.TryPlugin(plugin), PluginThrew);
+    EXPECT_THROW(factory.CreateAndDestroy(plugin), PluginThrew);
     EXPECT_EQ(library.destroys, 0) << "nothing of it is called any more";
 }
 

@@ -14,6 +14,7 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
+using zetcore::utility::Reason;
 
 namespace {
 
@@ -71,18 +72,18 @@ void Fail(PluginModuleInfo& info, const std::string& reason)
 }
 
 /// "2 of its 5 plug-ins cannot be used: number 3 has no id".
-std::string LeftOut(const ClapPlugins& plugins)
+std::string LeftOut(const ClapPlugins& plugins, const Reason& problem)
 {
     return std::to_string(plugins.claimed - plugins.usable.size()) + " of its " +
-           std::to_string(plugins.claimed) + " plug-ins cannot be used: " + plugins.problem;
+           std::to_string(plugins.claimed) + " plug-ins cannot be used: " + problem.text;
 }
 
 /// The record of the file itself says which of its plug-ins are not there.
-InfoPtr LeftOutInfo(const PluginLocator& module, const ClapPlugins& plugins)
+InfoPtr LeftOutInfo(const PluginLocator& module, const ClapPlugins& plugins, const Reason& problem)
 {
     auto info = std::make_shared<PluginModuleInfo>(module);
     info->SetName(FileStem(module.GetPath()));
-    Fail(*info, LeftOut(plugins));
+    Fail(*info, LeftOut(plugins, problem));
     return info;
 }
 
@@ -97,12 +98,12 @@ InfoPtr AskPlugin(const ModuleQuestions& questions, const ClapFactory& factory, 
     if (questions.options.quickEffectScan)
         return info;
     questions.steps.Enter(ScanPhase::Create);
-    const std::string failure = factory.TryPlugin(plugin);
-    // A ban would be the file's, whose other plug-ins may be good ones.
-    if (!failure.empty() && hasSubcomponent)
-        Fail(*info, failure);
-    else if (!failure.empty())
-        throw PluginUnusable(failure);
+    if (const std::optional<Reason> failure = factory.CreateAndDestroy(plugin)) {
+        if (!hasSubcomponent)
+            throw PluginUnusable(failure->text);
+        // A ban would be the file's, whose other plug-ins may be good ones.
+        Fail(*info, failure->text);
+    }
     return info;
 }
 
@@ -114,7 +115,7 @@ InfoList AskEntered(const ModuleQuestions& questions, const Entry& entry)
     if (plugins.claimed == 0)
         throw PluginUnusable("it has no plug-ins");
     if (plugins.usable.empty())
-        throw PluginUnusable(LeftOut(plugins));
+        throw PluginUnusable(LeftOut(plugins, plugins.problem.value()));
 
     const std::wstring& wanted = questions.locator.GetSubcomponent();
     const bool hasSubcomponents = plugins.claimed > 1 || !wanted.empty();
@@ -125,8 +126,8 @@ InfoList AskEntered(const ModuleQuestions& questions, const Entry& entry)
     }
     if (infos.empty())
         throw PluginMissing("the file does not have this plug-in any more");
-    if (wanted.empty() && !plugins.problem.empty())
-        infos.push_back(LeftOutInfo(questions.locator, plugins));
+    if (wanted.empty() && plugins.problem)
+        infos.push_back(LeftOutInfo(questions.locator, plugins, *plugins.problem));
     return infos;
 }
 
@@ -147,7 +148,7 @@ InfoList AskModule(const ModuleQuestions& questions)
     try {
         infos = AskEntered(questions, entry);
     } catch (const PluginThrew&) {
-        // After an exception out of the plug-in nothing of it is called any more.
+        // The plug-in is not called any more after it let an exception out.
         throw;
     } catch (...) {
         Leave(questions, entry);

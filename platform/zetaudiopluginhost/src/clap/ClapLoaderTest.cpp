@@ -135,7 +135,7 @@ TEST_F(ClapLoaderTest, OneOfSeveralCanBeAskedForAlone)
     EXPECT_EQ(gone.CountEntered(), 0);
     EXPECT_THAT(gone.phases, Not(Contains(ScanPhase::Create)));
 
-    // Of several, this one has stayed.
+    // The file had several plug-ins, and this one has stayed.
     const Asked left = Ask("good/clap_effect", quick, L"audio.marrowlane.reed-delay");
     EXPECT_EQ(left.Only().GetLocator().GetSubcomponent(), L"audio.marrowlane.reed-delay");
     EXPECT_NE(Ask("good/clap_effect", quick, L"another").missing, "");
@@ -187,7 +187,7 @@ TEST_F(ClapLoaderTest, LibrariesThatCannotBeUsedSayWhy)
     const Asked empty = Ask("bad/clap_without_plugins", quick);
     EXPECT_EQ(empty.unusable, "it has no plug-ins");
     EXPECT_EQ(empty.CountEntered(), 0);
-    // It crashes when it is asked anything more.
+    // The plug-in crashes at any further question.
     const Asked refused = Ask("bad/clap_refuses_init", quick);
     EXPECT_EQ(refused.unusable, "its entry function refused");
     EXPECT_THAT(refused.phases, ElementsAre(ScanPhase::Entry));

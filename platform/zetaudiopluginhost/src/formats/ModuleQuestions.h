@@ -14,14 +14,14 @@ namespace zetaudiopluginhost {
 
 using InfoList = std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>>;
 
-/// What questioning a loaded module needs. References outlive the call.
+/// The things that are needed to question a loaded module. The references outlive the call.
 struct ModuleQuestions
 {
     const zetaudiofilterhost::PluginLocator& locator;
     const ScanOptions& options;
     LoadedModule& module;
     ScanSteps& steps;
-    /// Asked for a shell only: whether it is to be left out.
+    /// Says for a shell, and is asked for no other module, whether it is to be left out.
     std::function<bool()> skipsShell;
 };
 

@@ -5,8 +5,9 @@
 
 namespace zetaudiopluginhost {
 
-/// What a plug-in wrote into a text buffer, for showing: up to the first zero, UTF-8 (what is not valid
-/// becomes U+FFFD), without control characters and surrounding spaces, of a length that fits a list.
+/// The text that a plug-in wrote into a buffer, for showing. It ends at the first zero. Bytes that are not
+/// valid UTF-8 become U+FFFD. Control characters and surrounding spaces are left out, and the text is cut to
+/// a length that fits a list.
 std::wstring PluginText(std::string_view buffer);
 /// The same for UTF-16. A maker's factory that widens UTF-8 byte by byte, with the sign bit, gives units of
 /// which each above U+007F is U+FF80 or more: where their low bytes are valid UTF-8, that is the text.

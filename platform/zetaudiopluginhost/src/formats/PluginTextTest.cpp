@@ -25,7 +25,7 @@ TEST(PluginText, Utf16IsReadWithPairsAndWithoutHalfOnes)
     EXPECT_EQ(PluginText(std::u16string_view(halves, 5)), L"a\uFFFDb\uFFFD\uFFFD");
 }
 
-/// As a factory does that has UTF-8 and copies each byte into a wider unit.
+/// Some factories have UTF-8 and copy each byte into a wider unit.
 std::u16string WidenedWithSign(std::string_view bytes)
 {
     std::u16string text;

@@ -47,7 +47,7 @@ std::invoke_result_t<Call> CallPlugin(Call&& call)
     throw PluginThrew(message);
 }
 
-/// Where in a plug-in's life its scan is.
+/// The step in a plug-in's life at which its scan is.
 class ScanSteps
 {
   public:

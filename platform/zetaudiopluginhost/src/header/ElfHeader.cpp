@@ -5,6 +5,8 @@
 
 namespace zetaudiopluginhost {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 // Layouts and numbers of the System V ABI's 64-bit object files; <elf.h> is not there on every platform.
@@ -182,6 +184,13 @@ class DynamicTables
         return text && file.HasText(*text, entry.name);
     }
 
+    /// Looks a name up as the system's loader does. The table holds a header, a Bloom filter (passed over
+    /// here), the buckets and the chains. The name's hash modulo the number of buckets chooses a bucket. The
+    /// bucket holds the index of a symbol, the first one of its chain. The chains have one hash for each
+    /// exported symbol: entry i belongs to symbol `firstSymbol` + i, and symbols below `firstSymbol` are not
+    /// exported. The lowest bit of such a hash is not the hash's: it is set at the last symbol of a chain. So
+    /// hashes are compared without that bit, and equal ones leave the decision to the names. The chain of a
+    /// damaged file may have no end, therefore the steps are counted.
     bool ExportsByGnuHash(const EntryPoint& entry)
     {
         struct
@@ -214,6 +223,7 @@ class DynamicTables
         return false;
     }
 
+    /// Takes only the number of symbols from the older kind of hash table, and looks at each symbol.
     bool ExportsByHash(const EntryPoint& entry)
     {
         struct
@@ -251,51 +261,51 @@ class DynamicTables
 
 } // namespace
 
-std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
-                              const std::vector<EntryPoint>& entryPoints)
+std::optional<Reason> WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
+                                        const std::vector<EntryPoint>& entryPoints)
 {
     unsigned char ident[16] = {};
     if (!file.ReadValue(0, ident))
-        return "truncated";
+        return Reason{"truncated"};
     if (ident[4] == 1)
-        return "32-bit";
+        return Reason{"32-bit"};
     if (ident[4] != 2)
-        return "damaged";
+        return Reason{"damaged"};
     if (ident[5] == 2)
-        return "for another machine (big-endian)";
+        return Reason{"for another machine (big-endian)"};
 
     FileHeader header{};
     if (!file.ReadValue(0, header))
-        return "truncated";
+        return Reason{"truncated"};
     if (header.machine != MachineNumber(machine))
-        return "for another machine (" + MachineName(header.machine) + ")";
+        return Reason{"for another machine (" + MachineName(header.machine) + ")"};
     if (header.type != typeShared)
-        return "a program or an object file, not a library";
+        return Reason{"a program or an object file, not a library"};
     if (header.programHeaderSize != sizeof(ProgramHeader) || header.programHeaderCount == 0 ||
         header.programHeaderCount > maxProgramHeaders)
-        return "damaged";
+        return Reason{"damaged"};
 
     std::vector<ProgramHeader> programHeaders(header.programHeaderCount);
     if (!file.Read(header.programHeaders, programHeaders.data(),
                    programHeaders.size() * sizeof(ProgramHeader)))
-        return "truncated";
+        return Reason{"truncated"};
     for (const ProgramHeader& part : programHeaders) {
         // The system maps what lies behind the end, and the process dies when it is touched.
         if ((part.type == programLoad || part.type == programDynamic) &&
             !file.Contains(part.offset, part.fileSize))
-            return "truncated";
+            return Reason{"truncated"};
     }
 
     DynamicTables tables(file, programHeaders);
     if (!tables.Load())
-        return "damaged";
+        return Reason{"damaged"};
     if (tables.IsProgram())
-        return "a program or an object file, not a library";
+        return Reason{"a program or an object file, not a library"};
     for (const EntryPoint& entry : entryPoints) {
         if (tables.Exports(entry))
-            return {};
+            return std::nullopt;
     }
-    return "no plug-in entry point";
+    return Reason{"no plug-in entry point"};
 }
 
 } // namespace zetaudiopluginhost

@@ -5,6 +5,8 @@
 
 namespace zetaudiopluginhost {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 enum class FileKind
@@ -45,31 +47,31 @@ FileKind KindOf(std::string_view start)
 
 } // namespace
 
-std::string WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
-                           const std::vector<EntryPoint>& entryPoints)
+std::optional<Reason> WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
+                                     const std::vector<EntryPoint>& entryPoints)
 {
     if (file.Size() == 0)
-        return "an empty file";
+        return Reason{"an empty file"};
     std::array<char, 512> start{};
     const std::size_t length = static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), start.size()));
     if (!file.Read(0, start.data(), length))
-        return "truncated";
+        return Reason{"truncated"};
 
     switch (KindOf(std::string_view(start.data(), length))) {
     case FileKind::Elf:
         return target.format == ModuleFormat::Elf ? WhyElfNotLoadable(file, target.machine, entryPoints)
-                                                  : "for another system (ELF)";
+                                                  : Reason{"for another system (ELF)"};
     case FileKind::Pe:
         return target.format == ModuleFormat::Pe ? WhyPeNotLoadable(file, target.machine, entryPoints)
-                                                 : "for another system (Windows)";
+                                                 : Reason{"for another system (Windows)"};
     case FileKind::MachO:
-        return "for another system (macOS)";
+        return Reason{"for another system (macOS)"};
     case FileKind::Text:
-        return "a text file";
+        return Reason{"a text file"};
     case FileKind::Other:
         break;
     }
-    return "not a library";
+    return Reason{"not a library"};
 }
 
 } // namespace zetaudiopluginhost

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <string>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "header/ByteReader.h"
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost {
 
@@ -20,7 +21,7 @@ enum class ModuleMachine
     AArch64,
 };
 
-/// What this process can load.
+/// The kind of library that a process can load.
 struct ModuleTarget
 {
     ModuleFormat format = ModuleFormat::Elf;
@@ -40,16 +41,15 @@ struct EntryPoint
     bool isData = false;
 };
 
-/// Empty when a process of the given kind can load the file and it exports one of the entry points; else why
-/// not, in words ("32-bit", "truncated", "no plug-in entry point"). Reads a few pieces of the file and
-/// believes none of them.
-std::string WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
-                           const std::vector<EntryPoint>& entryPoints);
+/// Why a process of the given kind cannot load the file as a plug-in with one of the entry points: "32-bit",
+/// "truncated", "no plug-in entry point". Reads a few pieces of the file and believes none of them.
+std::optional<zetcore::utility::Reason> WhyNotLoadable(ByteReader& file, const ModuleTarget& target,
+                                                       const std::vector<EntryPoint>& entryPoints);
 
 /// The two formats' own parts, for a file that begins with the format's magic number.
-std::string WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
-                              const std::vector<EntryPoint>& entryPoints);
-std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
-                             const std::vector<EntryPoint>& entryPoints);
+std::optional<zetcore::utility::Reason> WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
+                                                          const std::vector<EntryPoint>& entryPoints);
+std::optional<zetcore::utility::Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
+                                                         const std::vector<EntryPoint>& entryPoints);
 
 } // namespace zetaudiopluginhost

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <zettesting/TemporaryFolder.h>
+#include <zettesting/TextOf.h>
 
 namespace zetaudiopluginhost {
 namespace {
@@ -14,11 +15,11 @@ constexpr ModuleTarget peTarget{ModuleFormat::Pe, ModuleMachine::X86_64};
 const std::vector<EntryPoint> vst2Entries = {"VSTPluginMain", "main"};
 const std::vector<EntryPoint> dataEntries = {{"VSTPluginMain", true}};
 
-std::string Verdict(std::string_view bytes, const ModuleTarget& target = elfTarget,
+std::string Refusal(std::string_view bytes, const ModuleTarget& target = elfTarget,
                     const std::vector<EntryPoint>& entries = vst2Entries)
 {
     MemoryByteReader reader(bytes);
-    return WhyNotLoadable(reader, target, entries);
+    return zettesting::TextOf(WhyNotLoadable(reader, target, entries));
 }
 
 template<class T>
@@ -51,7 +52,7 @@ enum class Lookup
     None,
 };
 
-// Where the parts of the sample library stand; addresses are 0x1000 above the offsets.
+// The offsets of the sample library's parts. Addresses are 0x1000 above the offsets.
 constexpr std::size_t loadHeader = 64, dynamicHeader = 120, dynamicPart = 256, symbolPart = 512;
 constexpr std::size_t namePart = 560, hashPart = 640, elfSize = 704;
 constexpr std::uint64_t addressBase = 0x1000;
@@ -133,41 +134,41 @@ std::string SamplePe(std::string_view exported = "VSTPluginMain")
 
 TEST(ModuleFileHeader, WholeLibrariesWithAnEntryPointAreLoadable)
 {
-    EXPECT_EQ(Verdict(SampleElf("VSTPluginMain", Lookup::GnuHash)), "");
-    EXPECT_EQ(Verdict(SampleElf("main", Lookup::Hash)), "");
-    EXPECT_EQ(Verdict(SampleElf("VSTPluginMain", Lookup::None)), "");
-    EXPECT_EQ(Verdict(SamplePe(), peTarget), "");
-    EXPECT_EQ(Verdict(SamplePe("main"), peTarget), "");
+    EXPECT_EQ(Refusal(SampleElf("VSTPluginMain", Lookup::GnuHash)), "");
+    EXPECT_EQ(Refusal(SampleElf("main", Lookup::Hash)), "");
+    EXPECT_EQ(Refusal(SampleElf("VSTPluginMain", Lookup::None)), "");
+    EXPECT_EQ(Refusal(SamplePe(), peTarget), "");
+    EXPECT_EQ(Refusal(SamplePe("main"), peTarget), "");
 }
 
 TEST(ModuleFileHeader, LibrariesWithoutAnEntryPointAreNoPlugins)
 {
     for (const Lookup lookup : {Lookup::GnuHash, Lookup::Hash, Lookup::None}) {
-        EXPECT_EQ(Verdict(SampleElf("VSTPluginMainly", lookup)), "no plug-in entry point");
-        EXPECT_EQ(Verdict(SampleElf("VSTPlugin", lookup)), "no plug-in entry point");
+        EXPECT_EQ(Refusal(SampleElf("VSTPluginMainly", lookup)), "no plug-in entry point");
+        EXPECT_EQ(Refusal(SampleElf("VSTPlugin", lookup)), "no plug-in entry point");
     }
-    EXPECT_EQ(Verdict(SamplePe("mainly"), peTarget), "no plug-in entry point");
+    EXPECT_EQ(Refusal(SamplePe("mainly"), peTarget), "no plug-in entry point");
     std::string imported = SampleElf();
     Put<std::uint16_t>(imported, symbolPart + 24 + 6, 0);
-    EXPECT_EQ(Verdict(imported), "no plug-in entry point");
+    EXPECT_EQ(Refusal(imported), "no plug-in entry point");
     std::string data = SampleElf();
     Put<std::uint8_t>(data, symbolPart + 24 + 4, 0x11);
-    EXPECT_EQ(Verdict(data), "no plug-in entry point");
+    EXPECT_EQ(Refusal(data), "no plug-in entry point");
 }
 
 TEST(ModuleFileHeader, AnEntryPointThatIsDataIsNoFunctionAndTheOtherWayRound)
 {
     for (const Lookup lookup : {Lookup::GnuHash, Lookup::Hash, Lookup::None}) {
         std::string elf = SampleElf("VSTPluginMain", lookup);
-        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "no plug-in entry point");
+        EXPECT_EQ(Refusal(elf, elfTarget, dataEntries), "no plug-in entry point");
         Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x11);
-        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "");
+        EXPECT_EQ(Refusal(elf, elfTarget, dataEntries), "");
         Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x10);
-        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "") << "a symbol without a type";
+        EXPECT_EQ(Refusal(elf, elfTarget, dataEntries), "") << "a symbol without a type";
         Put<std::uint8_t>(elf, symbolPart + 24 + 4, 0x01);
-        EXPECT_EQ(Verdict(elf, elfTarget, dataEntries), "no plug-in entry point") << "a local one";
+        EXPECT_EQ(Refusal(elf, elfTarget, dataEntries), "no plug-in entry point") << "a local one";
     }
-    EXPECT_EQ(Verdict(SamplePe(), peTarget, dataEntries), "") << "its exports have no type";
+    EXPECT_EQ(Refusal(SamplePe(), peTarget, dataEntries), "") << "its exports have no type";
 }
 
 struct DamageCase
@@ -185,7 +186,7 @@ void ExpectVerdicts(const std::string& whole, const ModuleTarget& target,
     for (const DamageCase& one : cases) {
         std::string bytes = whole;
         std::memcpy(bytes.data() + one.offset, &one.value, one.width);
-        EXPECT_EQ(Verdict(bytes, target), one.verdict) << one.name;
+        EXPECT_EQ(Refusal(bytes, target), one.verdict) << one.name;
     }
 }
 
@@ -213,9 +214,9 @@ TEST(ModuleFileHeader, ElfFilesOfAnotherKindAreNamed)
                     {"no buckets", hashPart, 0, 4, "no plug-in entry point"},
                     {"many bloom words", hashPart + 8, 0xFFFFFFFF, 4, "no plug-in entry point"},
                     {"name outside", symbolPart + 24, 0xFFFFFFFF, 4, "no plug-in entry point"}});
-    EXPECT_EQ(Verdict(SampleElf(), {ModuleFormat::Elf, ModuleMachine::AArch64}),
+    EXPECT_EQ(Refusal(SampleElf(), {ModuleFormat::Elf, ModuleMachine::AArch64}),
               "for another machine (x86_64)");
-    EXPECT_EQ(Verdict(SampleElf(), peTarget), "for another system (ELF)");
+    EXPECT_EQ(Refusal(SampleElf(), peTarget), "for another system (ELF)");
 }
 
 TEST(ModuleFileHeader, APositionIndependentProgramIsNoLibrary)
@@ -223,7 +224,7 @@ TEST(ModuleFileHeader, APositionIndependentProgramIsNoLibrary)
     std::string program = SampleElf();
     Put<std::int64_t>(program, dynamicPart + 64, 0x6FFFFFFB);
     Put<std::uint64_t>(program, dynamicPart + 72, 0x08000000);
-    EXPECT_EQ(Verdict(program), "a program or an object file, not a library");
+    EXPECT_EQ(Refusal(program), "a program or an object file, not a library");
 }
 
 TEST(ModuleFileHeader, PeFilesOfAnotherKindAreNamed)
@@ -243,26 +244,26 @@ TEST(ModuleFileHeader, PeFilesOfAnotherKindAreNamed)
                     {"exports outside", peOptional + 112, 0xFFFFFFFF, 4, "no plug-in entry point"},
                     {"names outside", peRaw + 32, 0xFFFFFFF0, 4, "no plug-in entry point"},
                     {"name outside", peRaw + 64, 0xFFFFFFFF, 4, "no plug-in entry point"}});
-    EXPECT_EQ(Verdict(SamplePe(), elfTarget), "for another system (Windows)");
+    EXPECT_EQ(Refusal(SamplePe(), elfTarget), "for another system (Windows)");
 }
 
 TEST(ModuleFileHeader, OtherFilesAreNamed)
 {
-    EXPECT_EQ(Verdict(""), "an empty file");
-    EXPECT_EQ(Verdict("#!/bin/sh\necho plug-in\n"), "a text file");
-    EXPECT_EQ(Verdict("MZ is how this letter begins", peTarget), "a text file");
-    EXPECT_EQ(Verdict(std::string(600, '\0')), "not a library");
-    EXPECT_EQ(Verdict(std::string_view("\xCF\xFA\xED\xFE\x07\x00\x00\x01", 8)), "for another system (macOS)");
+    EXPECT_EQ(Refusal(""), "an empty file");
+    EXPECT_EQ(Refusal("#!/bin/sh\necho plug-in\n"), "a text file");
+    EXPECT_EQ(Refusal("MZ is how this letter begins", peTarget), "a text file");
+    EXPECT_EQ(Refusal(std::string(600, '\0')), "not a library");
+    EXPECT_EQ(Refusal(std::string_view("\xCF\xFA\xED\xFE\x07\x00\x00\x01", 8)), "for another system (macOS)");
 }
 
 TEST(ModuleFileHeader, EveryTruncationIsRefused)
 {
     const std::string elf = SampleElf();
     for (std::size_t length = 0; length < elf.size(); ++length)
-        EXPECT_NE(Verdict(std::string_view(elf).substr(0, length)), "") << length;
+        EXPECT_NE(Refusal(std::string_view(elf).substr(0, length)), "") << length;
     const std::string pe = SamplePe();
     for (std::size_t length = 0; length < pe.size(); ++length)
-        EXPECT_NE(Verdict(std::string_view(pe).substr(0, length), peTarget), "") << length;
+        EXPECT_NE(Refusal(std::string_view(pe).substr(0, length), peTarget), "") << length;
 }
 
 TEST(ModuleFileHeader, RandomDamageNeverReadsOutsideOrHangs)
@@ -276,7 +277,7 @@ TEST(ModuleFileHeader, RandomDamageNeverReadsOutsideOrHangs)
             std::string bytes = whole;
             for (int change = 0; change < 8; ++change)
                 bytes[random() % bytes.size()] = static_cast<char>(random());
-            refused += Verdict(bytes, target).empty() ? 0 : 1;
+            refused += Refusal(bytes, target).empty() ? 0 : 1;
         }
         EXPECT_GT(refused, 0u);
     }

@@ -6,6 +6,8 @@
 
 namespace zetaudiopluginhost {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 // Layouts and numbers of the PE format's published description.
@@ -101,39 +103,39 @@ bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
 
 } // namespace
 
-std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
-                             const std::vector<EntryPoint>& entryPoints)
+std::optional<Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
+                                       const std::vector<EntryPoint>& entryPoints)
 {
     std::uint32_t peOffset = 0;
     CoffHeader header{};
     if (!file.ReadValue(peOffsetPlace, peOffset) || !file.ReadValue(peOffset, header))
-        return "truncated";
+        return Reason{"truncated"};
     if (header.signature != peSignature)
-        return "not a library";
+        return Reason{"not a library"};
     if (header.machine == 0x14C)
-        return "32-bit";
+        return Reason{"32-bit"};
     if (header.machine != MachineNumber(machine))
-        return "for another machine (" + MachineName(header.machine) + ")";
+        return Reason{"for another machine (" + MachineName(header.machine) + ")"};
     if ((header.characteristics & isDll) == 0)
-        return "a program or an object file, not a library";
+        return Reason{"a program or an object file, not a library"};
 
     const std::uint64_t optional = std::uint64_t{peOffset} + sizeof(CoffHeader);
     std::uint16_t magic = 0;
     if (!file.ReadValue(optional, magic))
-        return "truncated";
+        return Reason{"truncated"};
     if (magic == magicPe32)
-        return "32-bit";
+        return Reason{"32-bit"};
     if (magic != magicPe32Plus || header.sectionCount == 0 || header.sectionCount > maxSections)
-        return "damaged";
+        return Reason{"damaged"};
 
     std::vector<SectionHeader> sections(header.sectionCount);
     if (!file.Read(optional + header.optionalHeaderSize, sections.data(),
                    sections.size() * sizeof(SectionHeader)))
-        return "truncated";
+        return Reason{"truncated"};
     for (const SectionHeader& section : sections) {
         if (section.rawSize != 0 && section.rawOffset != 0 &&
             !file.Contains(section.rawOffset, section.rawSize))
-            return "truncated";
+            return Reason{"truncated"};
     }
 
     std::uint32_t directoryCount = 0;
@@ -141,11 +143,11 @@ std::string WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
     if (header.optionalHeaderSize < exportDirectoryPlace + sizeof(exportDirectory) ||
         !file.ReadValue(optional + directoryCountPlace, directoryCount) ||
         !file.ReadValue(optional + exportDirectoryPlace, exportDirectory))
-        return "damaged";
+        return Reason{"damaged"};
     if (directoryCount == 0 || exportDirectory[0] == 0 ||
         !ExportsOneOf(file, sections, exportDirectory[0], entryPoints))
-        return "no plug-in entry point";
-    return {};
+        return Reason{"no plug-in entry point"};
+    return std::nullopt;
 }
 
 } // namespace zetaudiopluginhost

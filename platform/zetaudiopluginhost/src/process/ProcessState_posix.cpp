@@ -29,7 +29,7 @@ std::string CurrentFolder()
 
 mode_t FileMask()
 {
-    // It can only be read by setting it; the strictest one for that moment.
+    // The mask can only be read by setting it. For that moment it is the strictest one.
     const mode_t mask = umask(077);
     umask(mask);
     return mask;

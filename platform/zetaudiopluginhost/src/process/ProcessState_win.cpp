@@ -39,7 +39,7 @@ std::string CLocale()
 
 SignalHandler HandlerOf(int signal)
 {
-    // It can only be read by setting it.
+    // The handler can only be read by setting it.
     const SignalHandler handler = std::signal(signal, SIG_DFL);
     if (handler != SIG_ERR)
         std::signal(signal, handler);

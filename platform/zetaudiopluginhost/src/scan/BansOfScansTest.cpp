@@ -4,7 +4,7 @@
 
 #include "testing/PluginModuleScannerFixture.h"
 
-// What the engine does with banned plug-ins, and whom it bans.
+// The engine passes over banned plug-ins, and it bans.
 namespace zetaudiopluginhost {
 namespace {
 

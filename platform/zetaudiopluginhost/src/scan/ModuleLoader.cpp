@@ -57,7 +57,6 @@ struct Refusal
     std::string reason;
 };
 
-/// Empty when the library can be loaded as a plug-in of the format.
 std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoader& format)
 {
     const auto notAPlugin = [](std::string reason) {
@@ -79,10 +78,11 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
         return notAPlugin("not a regular file");
     try {
         FileByteReader file(path);
-        std::string reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryPoints);
-        return reason.empty() ? std::nullopt : std::optional(notAPlugin(std::move(reason)));
+        if (const auto reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryPoints))
+            return notAPlugin(reason->text);
+        return std::nullopt;
     } catch (const file_exception& exception) {
-        // It may have been deleted since.
+        // The file may have been deleted since.
         const bool isGone = exception.Cause() == std::errc::no_such_file_or_directory;
         return Refusal{isGone ? ModuleStatus::NotAPlugin : ModuleStatus::Unreadable, exception.what()};
     }
@@ -92,10 +92,10 @@ std::optional<Refusal> WhyNotLoaded(const FormatLoader* format, const zetaudiofi
 {
     if (!format)
         return Refusal{ModuleStatus::NotAPlugin, "a plug-in of a technology that this system does not have"};
-    if (!files.problem.empty())
-        return Refusal{files.isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin,
-                       files.problem};
-    return WhyNotAPlugin(files.library, *format);
+    if (const auto* none = std::get_if<zetaudiofilterhost::NoLibrary>(&files.library))
+        return Refusal{none->isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin,
+                       none->reason};
+    return WhyNotAPlugin(std::get<std::wstring>(files.library), *format);
 }
 
 std::string ExceptionReason(const std::string& message, ScanPhase phase)
@@ -176,7 +176,7 @@ class ModuleVisit
     const ScanOptions& options;
     ScanSteps& steps;
     std::function<bool()> skipsShell;
-    /// Nothing of it is called any more then.
+    /// The module is not called any more after it let an exception out.
     bool hasThrown = false;
 };
 
@@ -239,7 +239,7 @@ bool ModuleLoader::IsShellSkipped(const FormatLoader& format, const PluginLocato
 ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
 {
     const FormatLoader* format = FindFormatLoader(locator.GetTechnologyType());
-    // Before anything is loaded: a file that changes meanwhile is scanned again.
+    // The stamp is taken before anything is loaded: a file that changes meanwhile is scanned again.
     const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
     const zetaudiofilterhost::ModuleFiles files = zetaudiofilterhost::FindModuleFiles(locator);
 
@@ -253,7 +253,7 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         ScanSteps steps(onPhase);
         ModuleVisit visit(locator, *format, options, steps,
                           [this, &locator, format] { return IsShellSkipped(*format, locator); });
-        outcome = visit.Run(files.library);
+        outcome = visit.Run(std::get<std::wstring>(files.library));
     }
     outcome.stamp = stamp;
     for (const auto& info : outcome.infos)

@@ -40,7 +40,7 @@ TEST_F(ModuleLoaderTest, GoodPluginsAreFoundWithWhatTheyTell)
             EXPECT_EQ(zetcore::string::UTF16to8(info.GetVendor()), facts.vendor);
             EXPECT_GT(info.GetFileSize(), 0u);
             EXPECT_GT(info.GetFileTime(), 0);
-            // What kind a shell's plug-in is takes an instance of it.
+            // The kind of a shell's plug-in is known only from an instance.
             if (!facts.inShell || !options.quickEffectScan) {
                 EXPECT_EQ(info.HasAnySynth(), facts.synth) << facts.name;
                 EXPECT_EQ(info.HasAnyNonSynthEffect(), !facts.synth) << facts.name;

@@ -7,7 +7,7 @@
 
 #include "testing/ModuleLoaderFixture.h"
 
-// What is not a plug-in, cannot be read, or cannot be used.
+// Files that are no plug-ins, cannot be read, or cannot be used.
 namespace zetaudiopluginhost {
 namespace {
 

@@ -12,7 +12,8 @@ struct Effect;
 
 using Dispatcher = std::intptr_t (*)(Effect* effect, std::int32_t opcode, std::int32_t index,
                                      std::intptr_t value, void* pointer, float option);
-/// What the plug-in calls in the host. `effect` is null while the entry function has not returned.
+/// The function of the host that the plug-in calls. `effect` is null while the entry function has not
+/// returned.
 using HostCallback = Dispatcher;
 /// The entry function: gives an effect, or null. Its result lives until `EffectClose`.
 using EntryFunction = Effect* (*)(HostCallback host);
@@ -28,7 +29,7 @@ inline constexpr const char* oldEntryName = "main";
 
 /// "VstP", most significant byte first.
 inline constexpr std::int32_t effectMagic = 0x56737450;
-/// What both sides answer when asked which version of the interface they speak.
+/// Both sides answer this when they are asked for the version of the interface that they speak.
 inline constexpr std::intptr_t interfaceVersion = 2400;
 
 /// One plug-in instance, allocated and owned by the plug-in.
@@ -87,7 +88,7 @@ enum EffectFlag : std::int32_t
     EffectCanDoubleReplacing = 1 << 12,
 };
 
-/// What the host asks of a plug-in through `Effect::dispatcher`.
+/// The host's questions to a plug-in through `Effect::dispatcher`.
 enum EffectOpcode : std::int32_t
 {
     EffectOpen = 0,
@@ -108,7 +109,7 @@ enum EffectOpcode : std::int32_t
     EffectShellGetNextPlugin = 70,
 };
 
-/// What a plug-in asks of the host through `HostCallback`.
+/// A plug-in's questions to the host through `HostCallback`.
 enum HostOpcode : std::int32_t
 {
     HostAutomate = 0,

@@ -25,7 +25,8 @@ struct HostState
 {
     std::atomic<std::int32_t> currentId{0};
     std::atomic<const char*> folder{""};
-    /// What a plug-in has been given stays valid: some keep the pointer, in modules that stay loaded.
+    /// A text that a plug-in was given stays valid, because some plug-ins keep the pointer in modules that
+    /// stay loaded.
     std::mutex foldersMutex;
     std::deque<std::string> folders;
 

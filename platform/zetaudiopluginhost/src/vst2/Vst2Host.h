@@ -21,7 +21,7 @@ class Vst2Host
     /// The sub-plug-in that the next entry call is to make; 0 for the module itself.
     static void SetCurrentId(std::int32_t id) noexcept;
 
-    /// What the plug-ins call.
+    /// The function that the plug-ins call.
     static std::intptr_t Answer(Effect* effect, std::int32_t opcode, std::int32_t index, std::intptr_t value,
                                 void* pointer, float option) noexcept;
 };

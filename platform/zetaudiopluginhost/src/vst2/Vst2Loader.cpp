@@ -5,7 +5,6 @@
 #include <zetcore/string/Utf.h>
 
 #include "formats/PluginText.h"
-#include "vst2/ShellNames.h"
 #include "vst2/Vst2Effect.h"
 #include "vst2/Vst2Host.h"
 #include "vst2/Vst2Text.h"
@@ -64,7 +63,7 @@ PluginLocator SubLocator(const PluginLocator& module, std::int32_t id)
     return PluginLocator(module.GetTechnologyType(), module.GetPath(), IdText(id));
 }
 
-/// What the enumeration alone tells: the sub-plug-in's own details take an instance of it.
+/// The record that the enumeration alone gives. Only an instance of the sub-plug-in tells its own details.
 InfoPtr SubInfo(const PluginModuleInfo& shell, const Vst2Effect::SubPlugin& sub)
 {
     auto info = std::make_shared<PluginModuleInfo>(shell);
@@ -110,16 +109,16 @@ InfoList AskShell(const ModuleQuestions& questions, EntryFunction entry, Vst2Eff
                   const PluginModuleInfo& shellInfo)
 {
     std::vector<Vst2Effect::SubPlugin> subs;
-    std::string failure;
+    std::optional<PluginUnusable> failure;
     try {
         subs = shell.SubPlugins();
     } catch (const PluginUnusable& error) {
-        failure = error.what();
+        failure = error;
     }
     questions.steps.Enter(ScanPhase::Close);
     shell.Close();
-    if (!failure.empty())
-        throw PluginUnusable(failure);
+    if (failure)
+        throw *failure;
     InfoList infos;
     for (const Vst2Effect::SubPlugin& sub : subs) {
         const bool isWanted = questions.locator.GetSubcomponent().empty() ||

@@ -17,4 +17,8 @@ std::wstring CategoryText(std::intptr_t category);
 /// The id as the number that the unsupported list uses.
 std::wstring IdText(std::int32_t id);
 
+/// A module's file name as the comparison of a VST2 shell with VST3 modules takes it: without folder and
+/// extension, the markers "VST3", "VST2" and "VST" made alike, ASCII letters in lower case.
+std::wstring ShellComparisonName(const std::wstring& path);
+
 } // namespace zetaudiopluginhost::vst2

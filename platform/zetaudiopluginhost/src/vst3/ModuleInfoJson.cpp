@@ -14,7 +14,7 @@ namespace json = boost::json;
 
 namespace {
 
-/// As many as are taken from a factory, several times what any module has.
+/// The same limit as for a factory. It is several times what any module has.
 constexpr std::size_t maxClasses = 10000;
 /// The format has four levels; the parser's stack grows with them.
 constexpr std::size_t maxDepth = 32;

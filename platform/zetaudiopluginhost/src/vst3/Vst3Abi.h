@@ -60,7 +60,7 @@ struct Uid
             SwapGuidFields();
     }
 
-    /// From an id that a factory gave.
+    /// Reads an id that a factory gave.
     static Uid FromTuid(const char* tuid) noexcept
     {
         Uid uid;
@@ -70,7 +70,7 @@ struct Uid
 
     const char* Data() const noexcept { return bytes.data(); }
     void CopyTo(char* tuid) const noexcept { std::memcpy(tuid, bytes.data(), bytes.size()); }
-    /// Whether `tuid`, 16 bytes, is this id.
+    /// True when `tuid`, 16 bytes, is this id.
     bool Is(const char* tuid) const noexcept { return std::memcmp(tuid, bytes.data(), bytes.size()) == 0; }
     /// The bytes most significant first: what documents and `moduleinfo.json` print, on every platform.
     constexpr std::array<char, 16> PrintedOrder() const noexcept
@@ -273,7 +273,7 @@ class IHostApplication : public FUnknown
     ~IHostApplication() = default;
 };
 
-/// What a plug-in's class says in `category` when it is a plug-in; and its controller, which is not one.
+/// A class whose `category` is the first is a plug-in. The second marks its controller, which is no plug-in.
 inline constexpr const char* audioModuleClass = "Audio Module Class";
 inline constexpr const char* componentControllerClass = "Component Controller Class";
 

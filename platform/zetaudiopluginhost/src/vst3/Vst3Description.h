@@ -16,7 +16,7 @@ struct Vst3Class
     std::wstring subCategories; ///< joined by '|'
 };
 
-/// What a module says about itself, asked from its factory or read from its moduleinfo.json.
+/// A module's own description, from its factory or from its moduleinfo.json.
 struct Vst3Description
 {
     std::wstring vendor;

@@ -9,12 +9,14 @@
 
 namespace zetaudiopluginhost::vst3 {
 
+using zetcore::utility::Reason;
+
 namespace {
 
 /// Several times what any module has: a count beyond it is no count.
 constexpr std::int32_t maxClasses = 10000;
 
-/// What a plug-in fills, with room behind it for one that writes too far.
+/// A record that a plug-in fills. Behind it is room for a plug-in that writes too far.
 template<class Record>
 struct Filled
 {
@@ -68,9 +70,9 @@ void TakeDetails(const Record& record, Vst3Class& found)
     found.subCategories = Text(record.subCategories);
 }
 
-std::string Failure(const char* what, Result result)
+Reason Failure(const char* what, Result result)
 {
-    return std::string(what) + " (result " + std::to_string(result) + ")";
+    return {std::string(what) + " (result " + std::to_string(result) + ")"};
 }
 
 } // namespace
@@ -120,7 +122,7 @@ bool Vst3Factory::TakeClass1(std::int32_t index, Uid& id, Vst3Class& found)
 
 bool Vst3Factory::DescribeClass(std::int32_t index, Uid& id, Vst3Class& found)
 {
-    // The newest interface that answers; an id is found for audio module classes only.
+    // The newest interface that answers is taken. Only audio module classes get an id.
     const bool isAnswered =
         TakeClassW(index, id, found) || TakeClass2(index, id, found) || TakeClass1(index, id, found);
     return isAnswered && !found.id.empty();
@@ -144,7 +146,7 @@ Vst3Description Vst3Factory::Describe(std::vector<Uid>& ids)
     return description;
 }
 
-std::string Vst3Factory::TryComponent(const Uid& id)
+std::optional<Reason> Vst3Factory::CreateAndRelease(const Uid& id)
 {
     void* object = nullptr;
     const Result created =
@@ -156,7 +158,9 @@ std::string Vst3Factory::TryComponent(const Uid& id)
     if (initialized == resultOk)
         CallPlugin([&] { return component->Terminate(); });
     component.Release();
-    return initialized == resultOk ? std::string() : Failure("it could not be initialised", initialized);
+    if (initialized != resultOk)
+        return Failure("it could not be initialised", initialized);
+    return std::nullopt;
 }
 
 void Vst3Factory::Release()

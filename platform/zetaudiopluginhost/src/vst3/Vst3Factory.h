@@ -1,11 +1,12 @@
 #pragma once
 
-#include <string>
+#include <optional>
 #include <vector>
 
 #include "vst3/Vst3Abi.h"
 #include "vst3/Vst3Description.h"
 #include "vst3/Vst3Object.h"
+#include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost::vst3 {
 
@@ -18,8 +19,8 @@ class Vst3Factory
 
     /// The audio module classes; `ids` receives theirs, in the same order.
     Vst3Description Describe(std::vector<Uid>& ids);
-    /// Creates, initialises, terminates and releases one component. Empty when it worked, else why not.
-    std::string TryComponent(const Uid& id);
+    /// Creates, initialises, terminates and releases one component. Gives the reason why it cannot be had.
+    std::optional<zetcore::utility::Reason> CreateAndRelease(const Uid& id);
     void Release();
 
   private:

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <gmock/gmock.h>
+#include <zettesting/TextOf.h>
 
 namespace zetaudiopluginhost::vst3 {
 namespace {
@@ -48,7 +49,7 @@ class OneComponent final : public IComponent
     std::uint32_t references = 0;
 };
 
-/// Its three class records differ in their names, so that the one that was taken shows.
+/// The three class records differ in their names, which shows the one that was taken.
 class TellingFactory final : public IPluginFactory3
 {
   public:
@@ -160,13 +161,14 @@ TEST(Vst3Factory, TerminatesAComponentExactlyWhenItWasInitialised)
 {
     TellingFactory telling;
     Vst3Factory factory(&telling);
-    EXPECT_EQ(factory.TryComponent(Uid(1, 2, 3, 4)), "");
+    EXPECT_EQ(zettesting::TextOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))), "");
     EXPECT_EQ(telling.component.terminated, 1);
     EXPECT_EQ(telling.component.references, 0u);
 
     telling.component.terminated = 0;
     telling.component.initialized = resultFalse;
-    EXPECT_THAT(factory.TryComponent(Uid(1, 2, 3, 4)), testing::HasSubstr("could not be initialised"));
+    EXPECT_THAT(zettesting::TextOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))),
+                testing::HasSubstr("could not be initialised"));
     EXPECT_EQ(telling.component.terminated, 0);
     EXPECT_EQ(telling.component.references, 0u) << "it is released all the same";
 }

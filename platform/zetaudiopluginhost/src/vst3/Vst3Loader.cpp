@@ -16,6 +16,7 @@ namespace zetaudiopluginhost::vst3 {
 using zetaudiofilterhost::ModuleFiles;
 using zetaudiofilterhost::PluginLocator;
 using zetcore::filesupport::FileUtils;
+using zetcore::utility::Reason;
 
 namespace {
 
@@ -47,21 +48,21 @@ IPluginFactory* GetFactory(const LoadedModule& module)
     return CallPlugin([getFactory] { return getFactory(); });
 }
 
-/// Classes that cannot be made are left out. Empty, or why none could be.
-std::string KeepWorkingClasses(Vst3Factory& factory, Vst3Description& description,
-                               const std::vector<Uid>& ids)
+/// Leaves out the classes that cannot be made. Gives the reason why none can.
+std::optional<Reason> KeepWorkingClasses(Vst3Factory& factory, Vst3Description& description,
+                                         const std::vector<Uid>& ids)
 {
-    std::string problem;
+    std::optional<Reason> first;
     std::vector<Vst3Class> working;
     for (std::size_t i = 0; i < ids.size(); ++i) {
-        const std::string failure = factory.TryComponent(ids[i]);
-        if (failure.empty())
+        std::optional<Reason> failure = factory.CreateAndRelease(ids[i]);
+        if (!failure)
             working.push_back(description.classes[i]);
-        else if (problem.empty())
-            problem = failure;
+        else if (!first)
+            first = std::move(failure);
     }
     description.classes = std::move(working);
-    return description.classes.empty() ? problem : std::string();
+    return description.classes.empty() ? first : std::nullopt;
 }
 
 InfoList AskModule(const ModuleQuestions& questions)
@@ -70,7 +71,7 @@ InfoList AskModule(const ModuleQuestions& questions)
     steps.Enter(ScanPhase::Entry);
     if (!EnterModule(questions.module))
         throw PluginUnusable("its entry function refused");
-    std::string problem;
+    std::optional<Reason> problem;
     Vst3Description description;
     if (IPluginFactory* given = GetFactory(questions.module)) {
         steps.Enter(ScanPhase::Query);
@@ -78,7 +79,7 @@ InfoList AskModule(const ModuleQuestions& questions)
         std::vector<Uid> ids;
         description = factory.Describe(ids);
         if (ids.empty()) {
-            problem = "it has no audio module class";
+            problem = Reason{"it has no audio module class"};
         } else if (!questions.options.quickEffectScan) {
             steps.Enter(ScanPhase::Create);
             problem = KeepWorkingClasses(factory, description, ids);
@@ -86,12 +87,12 @@ InfoList AskModule(const ModuleQuestions& questions)
         steps.Enter(ScanPhase::Close);
         factory.Release();
     } else {
-        problem = "its entry function returned nothing";
+        problem = Reason{"its entry function returned nothing"};
     }
     steps.Enter(ScanPhase::Close);
     LeaveModule(questions.module);
-    if (!problem.empty())
-        throw PluginUnusable(problem);
+    if (problem)
+        throw PluginUnusable(problem->text);
     return {MakeVst3Info(questions.locator, description)};
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include <zetaudiofilterhost/PluginLocator.h>
 #include <zetcore/serialization/Value.h>
 
 /// The replies, as the scanner writes and the host reads them. Pure; any thread.
@@ -11,8 +12,8 @@ namespace zetscanprotocol {
 /// How far the scanner is: the record in the reply of GetScanInfo.
 struct ScanInfo
 {
-    /// The text form of the locator that the scanner is at. It is empty when there is none.
-    std::wstring locator;
+    /// The plug-in that the scanner is at. It is empty when there is none, and when its text is no locator.
+    zetaudiofilterhost::PluginLocator locator;
     std::wstring subcomponent;
     /// Entities done in the scanner's current run, of `total`.
     std::int32_t progress = 0;

@@ -49,7 +49,7 @@ bool MakeApplication(Windows& windows)
     if (QCoreApplication::instance() || !IsDisplayAvailable() || !WindowSystemAnswers())
         return false;
     windows.application = std::make_unique<QApplication>(windows.argumentCount, windows.arguments);
-    // The host says when its program ends, not the last of our windows.
+    // A program ends when its host says so, and not with the last of our windows.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     skins::ApplySkin(*windows.application);
     return true;

@@ -1,6 +1,7 @@
 #include "application/Display.h"
 
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@
 namespace zetui::ui {
 namespace {
 
-class PlatformChoice : public testing::TestWithParam<std::pair<const char*, bool>>
+class PlatformChoice : public testing::TestWithParam<std::pair<std::string, bool>>
 {};
 
 TEST_P(PlatformChoice, TellsWhetherAWindowSystemIsNeeded)

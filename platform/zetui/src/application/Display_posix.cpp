@@ -29,7 +29,7 @@ Function* FunctionOf(const Library& library, const char* name)
     return library ? reinterpret_cast<Function*>(::dlsym(library.get(), name)) : nullptr;
 }
 
-/// True also where the library that would know is not there: Qt brings its own way then.
+/// Without the library nobody can be asked, and the answer is true: Qt may have a way of its own.
 bool X11Answers()
 {
     const Library library(::dlopen("libxcb.so.1", RTLD_LAZY | RTLD_LOCAL));

@@ -6,9 +6,9 @@
 namespace zetui::ui {
 
 /// Exceptions must not travel through Qt's event loop. Whatever Qt calls of ours (handlers, callbacks, draw
-/// operations) is called through `CallFromToolkit`, which hands an exception to the innermost `HandlerErrors`
-/// on the stack; that one throws it again once Qt has returned. Where there is none (a host's own event loop)
-/// it is traced. Main thread.
+/// operations) is called through `CallFromToolkit`. That hands an exception to the innermost `HandlerErrors`
+/// on the stack, which throws it again once Qt has returned. In a host's own event loop there may be none,
+/// and the exception is traced. Main thread.
 class HandlerErrors
 {
   public:

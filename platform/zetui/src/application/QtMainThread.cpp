@@ -12,7 +12,7 @@ namespace zetui::ui {
 
 namespace {
 
-/// So that calls which go on posting others leave time for input and drawing.
+/// The limit leaves time for input and drawing, even when calls go on posting others.
 constexpr std::chrono::milliseconds oneTurn{20};
 
 QEvent::Type WakeEventType()
@@ -23,7 +23,7 @@ QEvent::Type WakeEventType()
 
 } // namespace
 
-/// Gets the events that `Wake` posts; at most one is under way.
+/// Receives the events that `Wake` posts. At most one is under way.
 class QtMainThread::Receiver : public QObject
 {
   public:

@@ -9,8 +9,8 @@
 
 namespace zetui::ui {
 
-/// The main thread's queue on Qt's event loop, whoever runs that loop. Made, and let go by its last owner, on
-/// the main thread.
+/// Runs the main thread's queue in Qt's event loop, whoever runs that loop. It is made on the main thread,
+/// and its last owner lets it go there.
 class QtMainThread : public zetcore::threads::MainThreadAdaptor
 {
   public:

@@ -4,7 +4,7 @@
 
 #include "archiveddialog/RoomForTexts.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "screen/DialogPlace.h"
 #include "screen/ParentWindow.h"
 #include "skins/SkinStyle.h"
@@ -53,7 +53,8 @@ void UI_ArchivedDialog::ArchivedState::Show()
 
 void UI_ArchivedDialog::ArchivedState::Hide()
 {
-    // Before the window goes, or the system would give the focus to some other program.
+    // The parent is unlocked before the window goes. Otherwise the system would give the focus to some other
+    // program.
     parentLock.reset();
     if (window)
         window->hide();

@@ -24,7 +24,7 @@ struct UI_ArchivedDialog::ArchivedState
     const pixmill::SupplierInterface* supplier = nullptr;
     WindowVariant parent;
     NodeFactory factory;
-    /// Gone when Qt has deleted it with the parent's window.
+    /// Null when Qt has deleted it with the parent's window.
     QPointer<DialogWindow> window;
     utility::IntrusivePtr<UI_SubView> root;
     utility::IntrusivePtr<controls::UI_TextButton> okButton, cancelButton;

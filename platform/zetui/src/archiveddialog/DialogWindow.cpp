@@ -13,7 +13,7 @@ namespace zetui::ui {
 
 namespace {
 
-/// Nodes' widgets only: what a control is made of is its own business.
+/// Only the widgets of nodes count. A control takes care of the widgets inside it.
 void CollectReadingOrder(const QWidget& parent, std::vector<QWidget*>& order)
 {
     std::vector<QWidget*> children;
@@ -54,7 +54,7 @@ void DialogWindow::reject()
 
 void DialogWindow::closeEvent(QCloseEvent* event)
 {
-    // The answer is the dialog's own: it hides the window when it closes.
+    // The dialog decides. It hides the window when it closes.
     event->ignore();
     reject();
 }

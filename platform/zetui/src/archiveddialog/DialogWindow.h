@@ -13,9 +13,9 @@ class DialogWindow : public QDialog
   public:
     explicit DialogWindow(QWidget* parent);
 
-    /// Return, wherever the focus is, unless the control there takes it.
+    /// Called for Return, wherever the focus is, unless the control there takes the key.
     std::function<void()> confirmed;
-    /// Escape, and the window's close button.
+    /// Called for Escape and for the window's close button.
     std::function<void()> cancelled;
     std::function<void()> sizeChanged;
 
@@ -27,7 +27,7 @@ class DialogWindow : public QDialog
     void resizeEvent(QResizeEvent* event) override;
 };
 
-/// The nodes' widgets below this one that Tab stops at, as they are read: from the top down, and in a row
+/// The widgets of nodes below this one that Tab stops at, in reading order: from the top down, and in a row
 /// from left to right.
 std::vector<QWidget*> ReadingOrder(const QWidget& parent);
 void ArrangeTabOrder(const QWidget& parent);

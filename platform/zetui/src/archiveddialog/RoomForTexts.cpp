@@ -11,7 +11,7 @@ namespace {
 
 using RectF = zetcore::geom::RectT<float>;
 
-/// So much stays of a gap between items, or of a margin, that is wider. In pixels.
+/// A wider gap between items, or a wider margin, may shrink to this. In pixels.
 constexpr float comfortableGap = 12;
 constexpr float comfortableMargin = 24;
 
@@ -19,7 +19,7 @@ constexpr float comfortableMargin = 24;
 struct Segment
 {
     float start, length, needed, mostMargin;
-    /// In the other direction, to tell what stands in the same row or column.
+    /// The extent in the other direction. It tells what stands in the same row or column.
     float crossStart, crossEnd;
     float newStart = 0, newLength = 0;
 
@@ -98,7 +98,7 @@ LayoutSize MakeRoomForTexts(UI_SubView& view)
         UI_Node* const child = view.GetChild(i).get();
         LayoutSize needed;
         if (!child->UI_IsShown()) {
-            // Nobody reads it; it keeps its place, and nothing moves for it.
+            // Nobody reads a hidden text. It keeps its place, and nothing moves for it.
         } else if (NodeAccess::HasNeededSize(child)) {
             const QSizeF text = NodeAccess::NeededSize(child);
             needed = {static_cast<float>(text.width()), static_cast<float>(text.height())};

@@ -29,11 +29,11 @@ namespace zetui::ui {
 
 namespace {
 
-/// So that calls which go on posting others cannot keep a modal phase from its work.
+/// The limit keeps a modal phase from being held up by calls that go on posting others.
 constexpr std::chrono::milliseconds postedCallsLimit{50};
 
-/// On Windows the news that a loop is to end gets lost when events are handled within the handler that ended
-/// it; so it is told again until the loop, which owns the timer, is gone.
+/// On Windows, the request to end a loop gets lost when events are handled within the handler that made it.
+/// The request is repeated until the loop is gone. The loop owns the timer.
 void EndLoop(QEventLoop& loop)
 {
     constexpr std::chrono::milliseconds interval{10};
@@ -43,20 +43,12 @@ void EndLoop(QEventLoop& loop)
     again->start(interval);
 }
 
-std::string ResourceNameOf(std::string archiveName)
-{
-    std::transform(archiveName.begin(), archiveName.end(), archiveName.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    });
-    return archiveName.append(skins::CurrentSkin().archiveSuffix);
-}
-
 utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::ResourceManager* resources,
                                            const std::string& archiveName, const NodeFactory& factory)
 {
     if (!resources)
         zetcore::utility::DoThrowNullPtrException("ResourceManager");
-    const std::string name = ResourceNameOf(archiveName);
+    const std::string name = ResourceOfArchive(archiveName);
     const std::vector<unsigned char> bytes = resources->LoadResource(name, "xml");
     if (bytes.empty())
         throw archive_error("Layout archive \"" + name + "\": there is no such resource");
@@ -65,6 +57,14 @@ utility::IntrusivePtr<UI_SubView> LoadRoot(const utility::ResourceManager* resou
 }
 
 } // namespace
+
+std::string ResourceOfArchive(std::string archiveName)
+{
+    std::transform(archiveName.begin(), archiveName.end(), archiveName.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    });
+    return archiveName.append(skins::CurrentSkin().archiveSuffix);
+}
 
 UI_ArchivedDialog::UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
                                      const utility::ResourceManager* resources,
@@ -130,7 +130,7 @@ void UI_ArchivedDialog::SetOkButton(const utility::IntrusivePtr<controls::UI_Tex
 {
     archived->okButton = button;
     CloseWhenPressed(button, dialogs::UI_DialogViewContainer::kOK);
-    // For its looks; Return is the window's business.
+    // This changes its look only. The window handles Return.
     if (auto* const widget = button ? qobject_cast<QPushButton*>(WidgetOf(button.get())) : nullptr)
         widget->setDefault(true);
 }
@@ -158,7 +158,7 @@ void UI_ArchivedDialog::CloseWhenPressed(const utility::IntrusivePtr<controls::U
             auto* const dialog = static_cast<UI_ArchivedDialog*>(alive.get());
             if (!dialog)
                 return;
-            // The button may have been replaced by another since.
+            // Another button may have taken its place since.
             const auto& state = *dialog->archived;
             const UI_Node* const current = response == dialogs::UI_DialogViewContainer::kOK
                                                ? state.okButton.get()
@@ -265,7 +265,7 @@ void UI_ArchivedDialog::BeginModal()
         archived->window->setWindowModality(Qt::ApplicationModal);
     if (!archived->modeless && !archived->parentLock)
         archived->parentLock = std::make_unique<ParentWindowLock>(*archived->window, archived->parent);
-    // Before it is shown: Qt would choose by itself then.
+    // The focus is set before the window is shown, because Qt would choose by itself then.
     if (!archived->window->focusWidget()) {
         if (const utility::IntrusivePtr<UI_Node> first = GetFirstFocusNode())
             first->UI_GainKeyboardFocus(kFocusChangeProgram);

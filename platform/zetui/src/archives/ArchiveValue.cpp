@@ -47,7 +47,7 @@ class Parser
                          const std::vector<std::pair<std::string_view, std::string_view>>& known) const;
 
     std::string_view xml;
-    /// Every value is asked for its line.
+    /// Mutable, because it remembers where it counted to.
     mutable zetcore::string::LineCounter lines;
     const std::string& resourceName;
 };
@@ -82,7 +82,7 @@ std::vector<pugi::xml_node> Parser::ElementsOf(const pugi::xml_node& parent) con
     return elements;
 }
 
-/// Each known attribute is there, once; an empty value allows any.
+/// Each known attribute must be there, once. An empty value stands for any.
 void Parser::CheckAttributes(const pugi::xml_node& element,
                              const std::vector<std::pair<std::string_view, std::string_view>>& known) const
 {
@@ -190,7 +190,7 @@ std::string Parser::ParseText(const pugi::xml_node& element) const
     if (text.size() > longestArchiveText)
         Fail(element, "a text is longer than " + std::to_string(longestArchiveText) + " bytes");
     const std::wstring wide = zetcore::string::UTF8to16(text);
-    // If wide strings have no room for stray bytes, these have become something else.
+    // If wide strings have no room for stray bytes here, these have become something else.
     if (zetcore::string::UTF16to8(wide) != text)
         Fail(element, "a text is not valid UTF-8");
     for (std::size_t i = 0; i < wide.size(); ++i) {

@@ -36,14 +36,14 @@ struct ArchiveValue
     int line = 0;
 };
 
-/// These bound an archive; beyond them it is refused. A dialog's archive has some 50 kilobytes.
+/// An archive beyond these limits is refused. A dialog's archive has some 50 kilobytes.
 inline constexpr std::size_t largestArchive = std::size_t{4} << 20;
-/// Lists are read recursively; a level of nodes takes six of lists.
+/// Lists are read recursively. One level of nodes takes six levels of lists.
 inline constexpr int deepestArchiveList = 512;
-/// A text becomes one widget's, which must show it.
+/// Each text is shown by one widget.
 inline constexpr std::size_t longestArchiveText = 16384;
 
-/// Names the resource and, from 1, the line.
+/// The message names the resource and the line, which counts from 1.
 [[noreturn]] void ThrowArchiveError(const std::string& resourceName, int line, const std::string& problem);
 
 /// The list in the root of a property map, version 4. Throws `archive_error`.

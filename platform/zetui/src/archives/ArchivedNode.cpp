@@ -6,8 +6,10 @@ namespace zetui::ui {
 
 namespace {
 
-/// Beyond what any window system can show.
+/// No window system can show more.
 constexpr double largestCoordinate = 65536;
+
+constexpr std::string_view sectionName = "sectionName";
 
 constexpr std::int64_t kTypeBounds = 1;
 constexpr std::int64_t kTypeChoice = 2;
@@ -39,9 +41,9 @@ ArchivedNode::ArchivedNode(const ArchiveValue& node, const std::string& resource
     for (const ArchiveValue* const section :
          Counted(ListOf(*sectionList, "sections"), "section", sectionList->line)) {
         const ArchiveList& properties = ListOf(*section, "a section");
-        const ArchiveValue* const name = properties.Find("sectionName");
+        const ArchiveValue* const name = properties.Find(sectionName);
         if (!name || !std::holds_alternative<std::string>(name->value))
-            context.Fail(section->line, "a section has no sectionName");
+            context.Fail(section->line, "a section has no " + std::string(sectionName));
         sections.push_back(&properties);
     }
 
@@ -124,6 +126,16 @@ ArchivedNode::Bounds ArchivedNode::ReadBounds() const
     return {side("left", false), side("top", false), side("width", true), side("height", true)};
 }
 
+void ArchivedNode::AddUnread(std::map<std::string, int>& lineOfProperty) const
+{
+    for (const ArchiveList* const section : sections) {
+        for (const auto& [key, value] : section->pairs) {
+            if (key != sectionName && !read.contains(key))
+                lineOfProperty.emplace(key, value.line);
+        }
+    }
+}
+
 std::vector<const ArchiveValue*> ArchivedNode::Children() const
 {
     const ArchiveValue* const value = Find("children");
@@ -131,8 +143,9 @@ std::vector<const ArchiveValue*> ArchivedNode::Children() const
                  : std::vector<const ArchiveValue*>();
 }
 
-const ArchiveValue* ArchivedNode::Find(std::string_view key) const noexcept
+const ArchiveValue* ArchivedNode::Find(std::string_view key) const
 {
+    read.emplace(key);
     for (const ArchiveList* const section : sections) {
         if (const ArchiveValue* const value = section->Find(key))
             return value;

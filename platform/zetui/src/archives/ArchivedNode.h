@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,15 +15,15 @@ namespace zetui::ui {
 struct ArchiveContext
 {
     const std::string& resourceName;
-    /// The id of the node that is being read; its adapter as long as there is none.
+    /// The id of the node that is being read. It is the adapter until the id is known.
     std::string node;
 
     [[noreturn]] void Fail(int line, const std::string& problem) const;
 };
 
-/// The sections of one archived node, most derived first, with checked access to their properties: the first
+/// The sections of one archived node, most derived first, with checked access to their properties. The first
 /// section that has a property counts. A property of another type than the one asked for raises
-/// `archive_error`; one that is not there leaves the answer as it is.
+/// `archive_error`. Without the property, the answer stays as it is.
 class ArchivedNode
 {
   public:
@@ -48,11 +50,15 @@ class ArchivedNode
     Bounds ReadBounds() const;
     std::vector<const ArchiveValue*> Children() const;
 
+    /// Adds the properties that nobody has read so far, each with the line of its value. A property that is
+    /// in the map keeps its line.
+    void AddUnread(std::map<std::string, int>& lineOfProperty) const;
+
   private:
-    const ArchiveValue* Find(std::string_view key) const noexcept;
+    const ArchiveValue* Find(std::string_view key) const;
     const ArchiveList& ListOf(const ArchiveValue& value, std::string_view name) const;
     std::int64_t IntIn(const ArchiveList& list, std::string_view key, int lineOfList) const;
-    /// The members "prefix-0" to one less than "count".
+    /// The members "prefix-0" up to "prefix-N", as many as "count" says.
     std::vector<const ArchiveValue*> Counted(const ArchiveList& list, std::string_view prefix,
                                              int lineOfList) const;
     void ExpectType(const ArchiveList& list, std::int64_t type, std::string_view name, int lineOfList) const;
@@ -62,6 +68,7 @@ class ArchivedNode
     std::string_view adapter;
     std::string className;
     std::vector<const ArchiveList*> sections;
+    mutable std::set<std::string, std::less<>> read;
 };
 
 } // namespace zetui::ui

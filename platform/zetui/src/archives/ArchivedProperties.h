@@ -16,8 +16,8 @@ void ApplyArchivedProperties(const ArchivedNode& archived, UI_Node& node);
 /// Archived texts are string-table keys in parentheses; other texts are shown as they are.
 std::wstring LocaliseArchivedText(std::string_view text);
 
-/// The icon of a button of an icon's size: the archived one, else the one that its id begins with (in any
-/// letter case; "default" stands for "reset"). Empty when there is none.
+/// The icon of a button that has an icon's size. It is the archived one, otherwise the one that the button's
+/// id begins with, in any letter case ("default" stands for "reset"). Empty when there is none.
 std::string IconOfButton(std::string_view archivedIcon, std::string_view id);
 
 } // namespace zetui::ui

@@ -17,6 +17,8 @@ struct Malformed
     std::string xml;
     /// Parts that the message has.
     std::vector<std::string> says;
+
+    friend void PrintTo(const Malformed& archive, std::ostream* stream) { *stream << archive.name; }
 };
 
 class MalformedArchive : public WindowsFixture, public testing::WithParamInterface<Malformed>

@@ -1,7 +1,9 @@
 #include <zetui/archives/NodeArchive.h>
 
+#include <map>
 #include <string>
 
+#include <zetcore/debug/Trace.h>
 #include <zetcore/threads/MainThread.h>
 
 #include "archives/Adapters.h"
@@ -17,7 +19,7 @@ using NodePtr = utility::IntrusivePtr<UI_Node>;
 
 /// Nodes are built and laid out recursively; dialogs nest them five deep.
 constexpr int deepestNode = 64;
-/// Each becomes a widget; a dialog has fewer than a hundred.
+/// Each node becomes a widget. A dialog has fewer than a hundred.
 constexpr int mostNodes = 10000;
 
 class Loader
@@ -27,6 +29,7 @@ class Loader
     {}
 
     NodePtr Load(const ArchiveValue& value, int depth);
+    void TraceUnread() const;
 
   private:
     NodePtr Make(const ArchivedNode& archived) const;
@@ -34,6 +37,8 @@ class Loader
     const std::string& resourceName;
     const NodeFactory& factory;
     int count = 0;
+    /// The properties that had no effect, with the line where each stands first.
+    std::map<std::string, int> lineOfUnread;
 };
 
 NodePtr Loader::Make(const ArchivedNode& archived) const
@@ -63,9 +68,22 @@ NodePtr Loader::Load(const ArchiveValue& value, int depth)
     auto* const view = dynamic_cast<UI_SubView*>(node.get());
     if (!view && !children.empty())
         archived.Context().Fail(archived.Line(), "cannot have children");
+    // The lines are those of the first node that has a property, so parents come before their children.
+    archived.AddUnread(lineOfUnread);
     for (const ArchiveValue* const child : children)
         view->InsertChild(Load(*child, depth + 1));
     return node;
+}
+
+void Loader::TraceUnread() const
+{
+    std::string names;
+    for (const auto& [property, line] : lineOfUnread)
+        names += (names.empty() ? "" : ", ") + property + " (line " + std::to_string(line) + ")";
+    if (!names.empty())
+        zetcore::debug::TraceLine(3, "zetui",
+                                  "Layout archive \"" + resourceName +
+                                      "\": these properties have no effect in this skin: " + names);
 }
 
 } // namespace
@@ -84,11 +102,13 @@ utility::IntrusivePtr<UI_SubView> LoadNodeArchive(std::string_view xml, const st
     const ArchiveValue* const rootValue = list.Find("root");
     if (!rootValue)
         ThrowArchiveError(resourceName, 1, "there is no root");
-    const NodePtr root = Loader(resourceName, factory).Load(*rootValue, 1);
+    Loader loader(resourceName, factory);
+    const NodePtr root = loader.Load(*rootValue, 1);
     auto* const view = dynamic_cast<UI_SubView*>(root.get());
     if (!view)
         ThrowArchiveError(resourceName, rootValue->line,
                           "node \"" + root->UI_GetID() + "\": the root must be a UI_SubView");
+    loader.TraceUnread();
     return view;
 }
 

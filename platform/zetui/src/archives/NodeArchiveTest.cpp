@@ -1,6 +1,9 @@
 #include <zetui/archives/NodeArchive.h>
 
+#include <algorithm>
+
 #include <zetcore/config/Localizer.h>
+#include <zetcore/debug/Trace.h>
 #include <zetui/controls/UI_Checkbox.h>
 #include <zetui/controls/UI_StaticText.h>
 #include <zetui/controls/UI_TextButton.h>
@@ -173,12 +176,41 @@ TEST_F(NodeArchiveTest, ButtonComponentsAreApplied)
     EXPECT_TRUE(button->GetButtonComponents().quiet);
 }
 
-TEST_F(NodeArchiveTest, UnknownPropertiesAreFine)
+TEST_F(NodeArchiveTest, PropertiesWithoutEffectAreNamedOnceInTheTraceWithTheirFirstLine)
 {
-    EXPECT_TRUE(LoadChild<UI_SubView>(Build::Node(
-        "UI_SubView", "N", someBounds,
-        Build::Pair("springLoaded", "<true/>") + Build::Pair("strokeSize1", "<float>1.5</float>") +
-            Build::Pair("unheard", Build::List(Build::Pair("deep", Build::List("")))))));
+    zetcore::debug::SetMasterTraceVolume(3);
+    const std::string unheard = Build::Pair("springLoaded", "<true/>") +
+                                Build::Pair("unheard", Build::List(Build::Pair("deep", Build::List(""))));
+    const std::string archive = Build::Archive(Build::Node(
+        "UI_SubView", "N", someBounds, unheard,
+        {Build::Node("UI_TextButton", "M", someBounds, unheard + Build::Choice("alignment", "2"))}));
+    LoadNodeArchive(archive, "TEST", {});
+    const auto lineOf = [&archive](const std::string& key) {
+        const auto place = archive.begin() + static_cast<std::ptrdiff_t>(archive.find(">" + key + "<"));
+        return key + " (line " + std::to_string(1 + std::count(archive.begin(), place, '\n')) + ")";
+    };
+    ASSERT_EQ(traceLines->size(), 1U);
+    const std::string expected =
+        "Layout archive \"TEST\": these properties have no effect in this skin: " + lineOf("alignment") +
+        ", " + lineOf("springLoaded") + ", " + lineOf("unheard");
+    EXPECT_NE(traceLines->front().find(expected), std::string::npos) << traceLines->front() << expected;
+}
+
+TEST_F(NodeArchiveClassicTest, ThePropertiesOfOtherSkinsAreNamedInTheTrace)
+{
+    zetcore::debug::SetMasterTraceVolume(3);
+    LoadChild<controls::UI_TextButton>(Build::Node(
+        "UI_TextButton", "N", someBounds, Build::Choice("variant", "3") + Build::Pair("quiet", "<true/>")));
+    ASSERT_EQ(traceLines->size(), 1U);
+    EXPECT_NE(traceLines->front().find("quiet (line "), std::string::npos) << traceLines->front();
+    EXPECT_NE(traceLines->front().find(", variant (line "), std::string::npos) << traceLines->front();
+}
+
+TEST_F(NodeArchiveTest, NothingIsTracedWhereEveryPropertyHasAnEffect)
+{
+    zetcore::debug::SetMasterTraceVolume(9);
+    LoadChild<UI_SubView>(Build::Node("UI_SubView", "N", someBounds, Build::Constraints("1")));
+    EXPECT_TRUE(traceLines->empty()) << traceLines->front();
 }
 
 TEST(ArchivedText, LosesItsParenthesesOnlyAroundAKey)

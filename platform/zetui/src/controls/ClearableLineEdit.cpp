@@ -5,7 +5,7 @@
 
 #include <zetcore/config/Localizer.h>
 
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
 
 namespace zetui::controls {
@@ -28,7 +28,7 @@ ClearableLineEdit::ClearableLineEdit()
     clear->setText(name);
     clear->setToolTip(name);
     connect(clear, &QAction::triggered, this, [this] {
-        // As typed, so that it can be undone; then it is complete.
+        // The text is deleted as by typing, so that the user can undo it. Then the change is complete.
         selectAll();
         del();
         Q_EMIT editingFinished();

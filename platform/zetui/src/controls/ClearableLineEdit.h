@@ -17,12 +17,12 @@ class ClearableLineEdit : public QLineEdit
     QAction* clear;
 };
 
-/// With a magnifier in front, and the searches of late in a menu there.
+/// A field with a magnifier in front. A menu at the magnifier has the latest searches.
 class SearchLineEdit : public ClearableLineEdit
 {
   public:
     explicit SearchLineEdit(bool withMenu);
-    /// The latest search comes first; empty and repeated ones are not kept.
+    /// The latest search comes first. Empty and repeated ones are not kept.
     void Remember(const QString& text);
     const QStringList& Remembered() const noexcept { return searches; }
 

@@ -7,11 +7,11 @@
 
 namespace zetui::controls {
 
-/// The toolkit's font of a size id; a positive `pixels` overrides its size.
+/// The toolkit's font of a size id. A positive `pixels` overrides its size.
 QFont ToolkitFont(int sizeId, float pixels = 0);
 /// In whole pixels, the "&" of mnemonics not counted.
 QSizeF TextSize(const QFontMetricsF& metrics, const QString& text);
-/// Left, right, above and below together: what a button needs around its text.
+/// The room that a button needs around its text: left and right together, above and below together.
 inline constexpr QSizeF buttonMargins(24, 4);
 
 } // namespace zetui::controls

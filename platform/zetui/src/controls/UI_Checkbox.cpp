@@ -7,7 +7,7 @@
 #include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::controls {
 
@@ -38,7 +38,7 @@ int ValueOf(Qt::CheckState state)
 
 struct UI_Checkbox::CheckboxState
 {
-    /// Kept beside the widget's, which goes when Qt deletes it.
+    /// The state is kept here too, because the widget goes when Qt deletes it.
     int value = kUnchecked;
     std::wstring text;
 };
@@ -48,7 +48,7 @@ UI_Checkbox::UI_Checkbox()
 {
     auto* const widget = static_cast<QCheckBox*>(WidgetOf(this));
     QObject::connect(widget, &QCheckBox::clicked, NodeAccess::ConnectionContext(this), [this, widget] {
-        // The user chooses between on and off; only programs say that it is neither.
+        // The user chooses between on and off. Only programs set the third state.
         widget->setTristate(false);
         checkbox->value = ValueOf(widget->checkState());
         ui::CallFromToolkit([this] {

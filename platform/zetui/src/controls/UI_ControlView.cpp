@@ -18,7 +18,7 @@ void Add(MessageFunctions& functions, ui::MessageFunction function)
         functions.push_back(std::move(function));
 }
 
-/// A copy, because a function may add others, or drop the control.
+/// The functions are copied, because one of them may add others or drop the control.
 void Send(const MessageFunctions functions, ui::UI_Message& message)
 {
     for (const ui::MessageFunction& function : functions)

@@ -2,7 +2,7 @@
 
 #include "controls/ClearableLineEdit.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::controls {
 

@@ -4,7 +4,7 @@
 
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::controls {
 
@@ -12,7 +12,8 @@ using ui::NodeAccess;
 
 namespace {
 
-/// Between a text and the edge that it is aligned to: titles stand on the outlines of their sections.
+/// The gap between a text and the edge that it is aligned to. It keeps titles off the outlines of their
+/// sections.
 constexpr int edgeInset = 6;
 
 } // namespace
@@ -23,7 +24,7 @@ UI_StaticText::UI_StaticText() : UI_ControlView(NodeAccess::NewWidget<QLabel>())
     widget->setTextFormat(Qt::PlainText);
     widget->setIndent(edgeInset);
     NodeAccess::SetNeededSize(this, [widget] {
-        // A label that names a control shows its mnemonic, others show their "&".
+        // A label that names a control shows its mnemonic. Others show their "&".
         const QFontMetricsF metrics(widget->fontMetrics());
         if (widget->text().isEmpty())
             return QSizeF(0, 0);

@@ -6,7 +6,7 @@
 #include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
 #include "skins/SkinStyle.h"
 

@@ -5,7 +5,7 @@
 #include "application/HandlerErrors.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::controls {
 

@@ -8,7 +8,7 @@ namespace zetui::dialogs {
 class BarPosition
 {
   public:
-    /// A total of 0 says nothing about the position.
+    /// A total of 0 leaves the position as it is.
     void Move(unsigned long long progress, unsigned long long total)
     {
         if (total > 0)

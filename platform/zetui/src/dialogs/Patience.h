@@ -7,7 +7,7 @@
 
 namespace zetui::dialogs {
 
-/// Says when a dialog whose text stays the same tells how long that has been, and with which words. The
+/// Decides when a dialog whose text stays the same tells how long that has been, and in which words. The
 /// caller brings the time.
 class Patience
 {
@@ -17,16 +17,16 @@ class Patience
 
     /// Without a function it says nothing.
     void Set(std::chrono::seconds after, Text text);
-    /// The dialog's text is a new one since `now`.
+    /// To be called when the dialog has a new text since `now`.
     void Restart(Clock::time_point now);
-    /// The words that are to be shown from `now` on; nothing when those of the last call still hold.
+    /// The words to show from `now` on. Empty when the words of the last call still hold.
     std::optional<std::string> Ask(Clock::time_point now);
 
   private:
     std::chrono::seconds limit{0};
     Text words;
     Clock::time_point since{};
-    /// The seconds that the last words told.
+    /// The number of seconds in the last words.
     std::optional<std::chrono::seconds> told;
 };
 

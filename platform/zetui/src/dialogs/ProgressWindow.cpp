@@ -15,7 +15,6 @@
 #include <zetcore/config/Localizer.h>
 
 #include "pixmill/QtConversions.h"
-#include "pixmill/QtText.h"
 
 namespace zetui::dialogs {
 
@@ -25,7 +24,8 @@ constexpr int windowWidth = 460;
 constexpr int margin = 20;
 constexpr int barHeight = 6;
 constexpr std::chrono::milliseconds frameTime{33};
-/// The same for every total: rounding to one total's counts and then to another's would move the bar back.
+/// The bar's own total, whatever the counts' total is. Rounding to one total and then to another would move
+/// the bar back.
 constexpr int barSteps = 100'000;
 
 QString Localized(std::string_view key)
@@ -38,7 +38,7 @@ QString Localized(std::string_view key)
 PathLabel::PathLabel(QWidget* parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
-    // A line's height, also while it is empty, so that nothing jumps.
+    // The label keeps a line's height while it is empty, so that nothing jumps.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 

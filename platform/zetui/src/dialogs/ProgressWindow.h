@@ -16,7 +16,7 @@ namespace zetui::dialogs {
 inline constexpr int kDialogButtonWidth = 84;
 inline constexpr int kDialogButtonHeight = 23;
 
-/// One line, a path and what follows it. Where both do not fit, the path is shortened in its middle; screen
+/// One line: a path and what follows it. Where both do not fit, the path is shortened in its middle. Screen
 /// readers get all of it.
 class PathLabel : public QLabel
 {
@@ -29,16 +29,16 @@ class PathLabel : public QLabel
     QSize minimumSizeHint() const override;
 
   protected:
-    /// All of the text as a tooltip, where it is shortened.
+    /// A shortened text is a tooltip as a whole.
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    /// The last characters of the text: never cut.
+    /// The last characters of the text, which are never cut.
     qsizetype endLength = 0;
 };
 
-/// The window of a progress dialog. It does not close by itself: it notes that the user wants to cancel.
+/// The window of a progress dialog. It does not close by itself, but notes that the user wants to cancel.
 class ProgressWindow : public QDialog
 {
   public:
@@ -48,7 +48,7 @@ class ProgressWindow : public QDialog
     void SetExtraText(const QString& path, const QString& end);
     /// A total of 0 is a busy bar.
     void SetProgress(unsigned long long progress, unsigned long long total);
-    /// The bar is full, and so is the count where there is one.
+    /// Makes the bar full, and the count where there is one.
     void Fill();
     /// True when the user asked to cancel since the last call.
     bool TakeCancelled();

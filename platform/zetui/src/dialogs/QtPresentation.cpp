@@ -18,7 +18,6 @@
 #include "dialogs/QtProgress.h"
 #include "dialogs/QueuedCallsTimer.h"
 #include "pixmill/QtConversions.h"
-#include "pixmill/QtText.h"
 #include "screen/ParentWindow.h"
 #include "skins/SkinStyle.h"
 
@@ -61,7 +60,7 @@ QMessageBox::Icon IconOf(int icon)
     }
 }
 
-/// Closing the window gives this answer.
+/// The answer of a window that the user closes.
 int ClosingAnswer(const Question& question)
 {
     if (question.buttonSet & kCancel)
@@ -69,7 +68,7 @@ int ClosingAnswer(const Question& question)
     return question.buttonSet & kNo ? kNo : question.defaultButton;
 }
 
-/// Room around the texts, and a width below which a window looks lost.
+/// Gives the texts room, and the window a width at which it does not look lost.
 void LayOut(QMessageBox& box)
 {
     constexpr int margin = 20, narrowest = 320;
@@ -77,7 +76,8 @@ void LayOut(QMessageBox& box)
     if (!grid)
         return;
     if (auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-        // Beside the icon, a single line stands in its middle, and the first of several near its top.
+        // Beside the icon, a single line stands in its middle. The first of several lines stands near its
+        // top.
         const QFontMetrics metrics = label->fontMetrics();
         const int iconHeight = box.iconPixmap().deviceIndependentSize().toSize().height();
         const bool oneLine =
@@ -100,7 +100,7 @@ void LayOut(QMessageBox& box)
     grid->addItem(new QSpacerItem(narrowest - 2 * margin, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// On the heap and deleted here, unless its parent goes first while it is open.
+/// Owns a dialog on the heap. A parent that goes while the dialog is open deletes it first.
 template<typename Dialog>
 class DialogOwner
 {

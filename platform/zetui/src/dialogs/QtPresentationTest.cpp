@@ -22,7 +22,7 @@
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "testing/WindowsFixture.h"
 
 namespace zetui::dialogs {
@@ -157,7 +157,7 @@ TEST_F(ModalDialogs, AlertsHaveTitlePlainTextAndIcon)
 TEST_F(ModalDialogs, NoTextOfAnAlertIsCut)
 {
     const std::wstring message = L"/usr/lib/vst/broken.so\n\nThis plug-in stopped, and the scanner ended.";
-    for (const skins::Skin skin : {skins::Skin::Classic, skins::Skin::V7}) {
+    for (const skins::Skin skin : skins::AllSkins()) {
         skins::SetSkin(skin);
         User<QMessageBox>([](QMessageBox& box) {
             auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));

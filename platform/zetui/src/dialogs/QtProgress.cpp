@@ -19,11 +19,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// How long waiting for events may take. Short, because calls may be posted that wake no loop of Qt.
+/// The longest wait for events. It is short, because calls may be posted that wake no loop of Qt.
 constexpr std::chrono::milliseconds longestWait{10};
-/// How long posted calls may keep the window waiting.
+/// The longest time that posted calls may keep the window waiting.
 constexpr std::chrono::milliseconds postedCallsLimit{50};
-/// How long a window system may take to put the window on the screen before work goes on without it.
+/// The longest time that a window system may take to put the window on the screen. After that, work goes on
+/// without it.
 constexpr std::chrono::milliseconds exposeLimit{200};
 
 void WaitForEvents()
@@ -51,7 +52,7 @@ void QtProgress::Show(const std::string& title, const std::string& text, bool ca
     lock.emplace(*window, parent);
     window->show();
     changed = true;
-    // Work that blocks may follow at once: the window must be there before.
+    // Work that blocks may follow at once, so the window must be there before.
     const auto deadline = Clock::now() + exposeLimit;
     while (window && !window->windowHandle()->isExposed() && Clock::now() < deadline)
         WaitForEvents();
@@ -98,7 +99,7 @@ void QtProgress::Hide()
     if (ProgressWindow* const old = window.data()) {
         window.clear();
         old->hide();
-        // Later, because this may be a handler of its own.
+        // It is deleted later, because this may be a handler of its own.
         old->deleteLater();
     }
 }

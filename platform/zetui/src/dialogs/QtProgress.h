@@ -30,7 +30,7 @@ class QtProgress : public ProgressPresentation
     void Repaint();
 
     const ui::WindowVariant parent;
-    /// Null while it is not shown, and when its parent has taken it along.
+    /// Null while it is not shown, and when its parent has deleted it.
     QPointer<ProgressWindow> window;
     std::optional<ui::ParentWindowLock> lock;
     bool changed = false;

@@ -7,7 +7,7 @@
 
 namespace zetui::dialogs {
 
-/// Runs what is posted to the main thread for as long as it lives, in whatever loop of Qt: a host may have
+/// Runs what is posted to the main thread for as long as it lives, in any loop of Qt. A host may have
 /// registered an event loop that does not run meanwhile.
 class QueuedCallsTimer
 {
@@ -15,7 +15,7 @@ class QueuedCallsTimer
     QueuedCallsTimer()
     {
         QObject::connect(&timer, &QTimer::timeout, [] {
-            // With a limit, so that calls which go on posting others leave time for the window.
+            // The limit leaves the window time, even when calls go on posting others.
             zetcore::threads::RunQueuedCalls(std::chrono::steady_clock::now() +
                                              std::chrono::milliseconds(50));
         });

@@ -18,7 +18,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Redrawing more often tells nobody more; the same time is how soon Ctrl-C is noticed.
+/// Redrawing more often would tell nobody more. Ctrl-C is noticed within this time, too.
 constexpr std::chrono::milliseconds redrawInterval{50};
 constexpr std::chrono::milliseconds pollInterval{2};
 
@@ -32,7 +32,7 @@ void WaitForPostedCalls(Clock::duration atMost)
         loop->WaitAndRun(until);
         return;
     }
-    // No loop of ours that could be woken.
+    // No loop of ours runs here that could be woken.
     if (!threads::RunQueuedCalls(until))
         std::this_thread::sleep_for(pollInterval);
 }
@@ -120,7 +120,7 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
             Draw();
             return;
         }
-        // The last step's own line said what came before it.
+        // The last step has a line of its own, which said what came before it.
         line.text.clear();
         line.extraText.clear();
         WriteOnce(FormatPlainLine(line) + "\n");
@@ -147,7 +147,7 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
     }
 
   private:
-    /// Drawn when events are processed, so that what changes together appears together.
+    /// The line is drawn when events are processed, so that changes made together appear together.
     void Changed() { dirty = !state->quiet && state->terminal; }
 
     void DrawIfDue()

@@ -71,7 +71,7 @@ std::string FormatProgressLine(const ProgressLine& line, int columns)
     position.Move(line.progress, line.total);
     const double part = position.Part();
 
-    // The fullest one that leaves the detail enough to say what it is about.
+    // The fullest form counts that leaves the detail enough room to be understood.
     std::array<std::string, 4> heads;
     if (line.total == 0) {
         heads = {title, title, title, ""};

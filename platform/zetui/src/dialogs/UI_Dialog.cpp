@@ -17,7 +17,7 @@ void UI_Dialog::SetPostCloseCallback(PostCloseCallback callback)
 
 bool UI_Dialog::CallPostClose(Response response)
 {
-    // A copy, because the callback may set another one.
+    // The callback is copied, because it may set another one.
     const PostCloseCallback callback = postClose;
     return callback && callback(response);
 }

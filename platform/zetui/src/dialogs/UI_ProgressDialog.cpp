@@ -15,7 +15,7 @@ using zetcore::debug::FaultDelay;
 
 namespace {
 
-/// So that calls which go on posting others cannot keep a modal phase from its work.
+/// The limit keeps a modal phase from being held up by calls that go on posting others.
 constexpr std::chrono::milliseconds postedCallsLimit{50};
 
 } // namespace
@@ -159,7 +159,7 @@ void UI_ProgressDialog::ProcessEvents(bool wait)
 
 void UI_ProgressDialog::ShowPatience()
 {
-    // An empty extra text says nothing that could go on.
+    // An empty extra text says nothing whose duration could be told.
     if (!visible || closedWith || extraText.empty())
         return;
     if (const auto words = patience->Ask(Patience::Clock::now() + FaultDelay("dialog.patience")))

@@ -36,7 +36,7 @@ void PlaceConstrained(Span& span, float growth)
         span.start += growth;
 }
 
-/// Lengths along the axis that grow: what flexible children cover, overlaps counted once.
+/// The lengths along the axis that grow: those that flexible children cover, with overlaps counted once.
 std::vector<std::pair<float, float>> FlexibleStretches(const Spans& spans)
 {
     std::vector<std::pair<float, float>> covered;
@@ -55,7 +55,7 @@ std::vector<std::pair<float, float>> FlexibleStretches(const Spans& spans)
     return merged;
 }
 
-/// How much of the flexible stretches lies before the place.
+/// The part of the flexible stretches that lies before the place.
 float CoveredBefore(const std::vector<std::pair<float, float>>& stretches, float place)
 {
     float covered = 0;

@@ -22,6 +22,8 @@ struct Case
     AutoLayout layout;
     unsigned constraints;
     RectF frame, expected;
+
+    friend void PrintTo(const Case& given, std::ostream* stream) { *stream << given.name; }
 };
 
 /// One child in a view that grows from 100 x 100 to 150 x 120.

@@ -19,7 +19,7 @@ namespace {
 
 constexpr char supplierProperty[] = "zetuiSupplier";
 
-/// Qt's own limit of a widget's size, for positions too.
+/// Qt's own limit of a widget's size. It bounds positions here, too.
 int WholePixels(float value)
 {
     constexpr float limit = QWIDGETSIZE_MAX;
@@ -82,7 +82,7 @@ void NodeAccess::SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame)
         return;
     UI_Node::NodeState& state = *node->node;
     state.frame = frame;
-    // Edges, not sizes, are rounded, so that neighbours stay neighbours.
+    // Edges are rounded, and not sizes, so that neighbours stay neighbours.
     const int left = WholePixels(frame.left);
     const int top = WholePixels(frame.top);
     state.pixels = QRect(left, top, std::max(0, WholePixels(frame.left + frame.width) - left),

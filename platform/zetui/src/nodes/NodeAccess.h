@@ -16,11 +16,10 @@
 
 namespace zetui::ui {
 
-/// The toolkit's own way to what is behind nodes. Main thread.
-///
-/// A node owns its widget until Qt deletes it (with the widget's parent); from then on the node is inert:
-/// `WidgetOf` is null and its operations do nothing. A node that dies deletes its widget when control is back
-/// in the event loop, so that a handler may drop the node whose event it handles.
+/// The toolkit's own way to what is behind nodes. Main thread. A node owns its widget until Qt deletes the
+/// widget with its parent. From then on `WidgetOf` is null, and the node's operations do nothing. A node that
+/// dies deletes its widget when control is back in the event loop, so that a handler may drop the node whose
+/// event it handles.
 struct NodeAccess
 {
     /// Null when Qt has deleted it.
@@ -30,8 +29,8 @@ struct NodeAccess
     /// The node of the widget or of its nearest ancestor that has one, or null.
     static UI_Node* NearestNode(const QWidget* widget);
 
-    /// A widget to hand to a node's constructor, which takes it. Throws `std::runtime_error` where there are
-    /// no windows (a widget would end the program).
+    /// Makes a widget for a node's constructor, which takes it. Throws `std::runtime_error` where there are
+    /// no windows, because a widget would end the program there.
     template<typename Widget, typename... Arguments>
     static void* NewWidget(Arguments&&... arguments)
     {
@@ -40,13 +39,13 @@ struct NodeAccess
     }
     static void RequireWindows();
 
-    /// Puts the node's widget into a widget that is not (or not directly) its parent node's, shown or hidden
-    /// as the node's flag says. `parentNode` (null: none) is what `UI_GetParentNode` gives; it does not hold
-    /// the node.
+    /// Puts the node's widget into a widget that is not (or not directly) its parent node's. It is shown or
+    /// hidden as the node's flag says. `UI_GetParentNode` gives `parentNode` then, which may be null and does
+    /// not hold the node.
     static void Embed(UI_Node* node, QWidget* into, UI_SubView* parentNode);
-    /// Takes it out again; the widget is then in no window.
+    /// Takes the node's widget out again. The widget is then in no window.
     static void TakeOut(UI_Node* node);
-    /// The widget has been moved by a layout of its own: nothing that the automatic layout must remember.
+    /// Moves the widget by a layout of its own. The automatic layout does not remember the place.
     static void SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame);
 
     /// Places the node as its layout archive says, and remembers the place.
@@ -56,23 +55,25 @@ struct NodeAccess
 
     /// The children's frames and constraints, in order.
     static std::vector<LayoutChild> LayoutChildrenOf(const UI_SubView* view);
-    /// The children have been placed by somebody else: the automatic layout starts from their places.
+    /// To be called when somebody else has placed the children. The automatic layout starts from their
+    /// places.
     static void ForgetLayout(UI_SubView* view);
-    /// The children are where they belong in a view of this size.
+    /// Says that the children are where they belong in a view of this size.
     static void SetLaidOutSize(UI_SubView* view, LayoutSize size);
 
-    /// For connections that must end with the node: dies first of all that it has.
+    /// The context of connections that must end with the node. It dies before all else that the node has.
     static QObject* ConnectionContext(const UI_Node* node) noexcept;
-    /// The size that the node's text needs; for the pass that makes room for texts. None: any size will do.
+    /// Sets the size that the node's text needs, for the pass that makes room for texts. A null function
+    /// means that any size will do.
     static void SetNeededSize(UI_Node* node, std::function<QSizeF()> neededSize);
     static bool HasNeededSize(const UI_Node* node) noexcept;
     static QSizeF NeededSize(const UI_Node* node);
 
-    /// The drawing supplier of the window that the widget is in; null stands for the toolkit's own.
+    /// The drawing supplier of the widget's window. Null stands for the toolkit's own.
     static const pixmill::SupplierInterface* SupplierOf(const QWidget* widget);
     static void SetSupplier(QWidget* window, const pixmill::SupplierInterface* supplier);
 
-    /// Reports the size to the node when it is not the one that was reported last.
+    /// Tells the node its size, unless it was told the same size last.
     static void ReportSize(UI_Node* node);
 };
 

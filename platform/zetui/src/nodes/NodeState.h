@@ -15,7 +15,7 @@
 
 namespace zetui::ui {
 
-/// Under this name a widget knows its node (a `UI_Node*` as `void*`).
+/// The name of the widget's property that holds its node (a `UI_Node*` as `void*`).
 inline constexpr char nodeProperty[] = "zetuiNode";
 
 /// Follows the size of a node's widget, and is the context of the node's connections.
@@ -35,12 +35,12 @@ struct UI_Node::NodeState
     QPointer<QWidget> widget;
     std::unique_ptr<NodeEvents> events;
     UI_SubView* parent = nullptr;
-    /// The frame as it was set, and the whole pixels that it became: what is read back is what was set, as
-    /// long as nobody else has moved the widget.
+    /// The frame as it was set, and the whole pixels that it became. As long as nobody else moves the widget,
+    /// the frame is read back as it was set.
     RectF frame;
     QRect pixels;
     RectF reportedSize;
-    /// Its place in its layout archive; without one, empty.
+    /// The node's place in its layout archive; empty without one.
     std::optional<RectF> archivedFrame;
     bool shown = true;
     std::wstring tooltip;

@@ -4,7 +4,8 @@
 
 namespace zetui::ui {
 
-/// The widget of a node that brings none of its own: drawn by `UI_Draw`, its keys to `UI_DoKeyboardEvent`.
+/// The widget of a node that brings none of its own. `UI_Draw` draws it, and `UI_DoKeyboardEvent` gets its
+/// keys.
 class NodeWidget : public QWidget
 {
   public:

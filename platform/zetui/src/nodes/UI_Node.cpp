@@ -11,7 +11,7 @@
 #include "nodes/NodeAccess.h"
 #include "nodes/NodeState.h"
 #include "nodes/NodeWidget.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::ui {
 
@@ -60,8 +60,8 @@ UI_Node::~UI_Node()
     if (!widget)
         return;
     widget->setProperty(nodeProperty, QVariant());
-    // Later, because a handler may have dropped the node whose widget is delivering the event. Without
-    // application object a widget cannot be deleted any more.
+    // The widget is deleted later, because a handler may have dropped the node whose widget is delivering the
+    // event. Without an application object, a widget cannot be deleted any more.
     if (QCoreApplication::instance()) {
         widget->hide();
         widget->deleteLater();
@@ -123,7 +123,7 @@ void UI_Node::UI_Show(bool show)
 {
     zetcore::threads::AssertMainThread();
     node->shown = show;
-    // A widget without parent would become a window.
+    // Shown without a parent, a widget would become a window.
     if (QWidget* const widget = node->widget; widget && widget->parentWidget())
         widget->setVisible(show);
 }

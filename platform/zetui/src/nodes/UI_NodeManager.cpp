@@ -36,7 +36,7 @@ struct UI_NodeManager::State : public QObject
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool Ask(QKeyEvent& event);
     bool IsRegistered(const KeyboardEventFilter* filter) const;
-    /// The application object may be younger than the first filter, and be replaced.
+    /// The application object may be younger than the first filter, and may be replaced.
     void WatchApplication();
 
     std::vector<Entry> filters;
@@ -58,7 +58,7 @@ bool UI_NodeManager::State::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress || filters.empty() || QApplication::activePopupWidget())
         return false;
-    // A key that nobody takes is offered to every parent in turn; only the first time counts.
+    // A key that nobody takes is offered to every parent in turn. Only the first time counts.
     const QObject* const first = QApplication::focusWidget()
                                      ? static_cast<QObject*>(QApplication::focusWidget())
                                      : static_cast<QObject*>(QApplication::activeWindow());
@@ -81,7 +81,7 @@ bool UI_NodeManager::State::Ask(QKeyEvent& event)
 {
     const KeyboardEvent key = KeyboardEventOf(event);
     const utility::IntrusivePtr<UI_Node> target(TheOne().GetFocusNode());
-    // A copy, because a filter may add and remove filters.
+    // The filters are copied, because one may add and remove filters.
     const std::vector<Entry> asked(filters.rbegin(), filters.rend());
     for (const Entry& entry : asked) {
         if (!IsRegistered(entry.filter))
@@ -121,7 +121,7 @@ void UI_NodeManager::AddKeyboardEventFilterNode(KeyboardEventFilter* filter, boo
 
 void UI_NodeManager::RemoveKeyboardEventFilterNode(KeyboardEventFilter* filter)
 {
-    // The youngest of its registrations, so that each adding has its removing.
+    // The filter's youngest registration goes, so that each adding has its removing.
     auto& filters = state->filters;
     const auto found = std::find_if(filters.rbegin(), filters.rend(),
                                     [filter](const auto& entry) { return entry.filter == filter; });

@@ -23,7 +23,7 @@ UI_SubView::~UI_SubView()
         child->node->parent = nullptr;
         const WeakKey key = child->GetWeakKey();
         child = nullptr;
-        // Somebody else holds the child: its widget must not go with ours.
+        // Somebody else holds the child, so its widget must not go with ours.
         if (const auto alive = Lock(key))
             NodeAccess::TakeOut(static_cast<UI_Node*>(alive.get()));
     }
@@ -119,7 +119,7 @@ void UI_SubView::UI_SizeChanged(const RectF& bounds)
         view->reference = ViewState::Reference{from, NodeAccess::LayoutChildrenOf(this)};
     const ViewState::Reference& start = *view->reference;
     const std::vector<RectF> frames = LayOutChildren(view->layout, start.size, to, start.children);
-    // A copy, because a child that is told of its size may remove itself.
+    // The children are copied, because a child that is told its size may remove itself.
     const auto children = view->children;
     for (std::size_t i = 0; i < children.size(); ++i)
         NodeAccess::SetFrameByLayout(children[i].get(), frames[i]);

@@ -23,7 +23,7 @@ struct UI_SubView::ViewState
     std::vector<utility::IntrusivePtr<UI_Node>> children;
     AutoLayout layout;
     unsigned constraints = 0;
-    /// For which the children are laid out.
+    /// The size for which the children are laid out.
     LayoutSize size;
     std::optional<Reference> reference;
 };

@@ -18,8 +18,8 @@ namespace zetui::pixmill {
 
 namespace {
 
-/// Asking the system for a font costs more than measuring a text, and lists measure thousands. A child of
-/// the application object, because fonts must not outlive it.
+/// Asking the system for a font costs more than measuring a text, and lists measure thousands. The cache is a
+/// child of the application object, because fonts must not outlive it.
 class WidthsCache : public QObject
 {
   public:
@@ -28,13 +28,13 @@ class WidthsCache : public QObject
         connect(application, &QGuiApplication::fontDatabaseChanged, this, [this] { families.clear(); });
     }
     std::map<std::pair<std::string, float>, TextWidths> byFont;
-    /// True for a family that the system has: it takes long to tell.
+    /// True for a family that the system has. Asking the system takes long.
     std::map<std::string, bool> families;
 };
 
 WidthsCache& Cache()
 {
-    /// Takes the cache along where this library is unloaded before the application ends.
+    /// Deletes the cache when this library is unloaded before the application ends.
     struct Holder
     {
         ~Holder() { delete cache.data(); }
@@ -72,7 +72,7 @@ bool HasFamily(const std::string& name)
     return families.emplace(name, has).first->second;
 }
 
-/// A text may be cut at these places: never inside what is read as one character.
+/// The places where a text may be cut. They are never inside what is read as one character.
 std::vector<qsizetype> CharacterStarts(const QString& text)
 {
     std::vector<qsizetype> starts;
@@ -142,7 +142,7 @@ float GetFontBaseline(const Font& font, float cellHeight)
         return cellHeight;
     const QFontMetricsF& metrics = WidthsOf(font).Metrics();
     const qreal height = metrics.ascent() + metrics.descent();
-    // On a whole pixel, where glyphs are sharp.
+    // The baseline is on a whole pixel, where glyphs are sharp.
     return static_cast<float>(std::round((static_cast<qreal>(cellHeight) - height) / 2 + metrics.ascent()));
 }
 

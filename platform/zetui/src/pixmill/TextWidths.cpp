@@ -8,7 +8,7 @@ namespace {
 
 constexpr wchar_t first = L' ', last = L'~';
 constexpr std::size_t count = last - first + 1;
-/// Stands for the end of the text.
+/// This character stands for the end of the text.
 constexpr wchar_t end = last + 1;
 constexpr float unknown = -1;
 

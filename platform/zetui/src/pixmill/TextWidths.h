@@ -9,15 +9,15 @@
 namespace zetui::pixmill {
 
 /// Measures texts in one font. Shaping a text costs microseconds, too much for lists that measure all of
-/// their cells; so what consists of ASCII characters is added up from the widths of its pairs of neighbours,
-/// kerning and ligatures of two included. Must not outlive the application object. Main thread.
+/// their cells. So a text of ASCII characters is measured by adding up its pairs of neighbours, with kerning
+/// and ligatures of two. It must not outlive the application object. Main thread.
 class TextWidths
 {
   public:
     explicit TextWidths(const QFont& font);
 
     const QFontMetricsF& Metrics() const noexcept { return metrics; }
-    /// In pixels; of the text as it is displayed.
+    /// The width in pixels of the text as it is displayed.
     double WidthOf(std::wstring_view text) const;
 
   private:
@@ -25,7 +25,8 @@ class TextWidths
     double Advance(wchar_t character, wchar_t next) const;
 
     QFontMetricsF metrics;
-    /// From the start of a character to the start of the next, by both; below 0 where it is not known yet.
+    /// The distance from the start of a character to the start of the next, by both. It is below 0 while it
+    /// is not known.
     mutable std::vector<float> advances;
 };
 

@@ -12,7 +12,8 @@ namespace zetui::ui {
 
 namespace {
 
-/// A screen's corner is the same in both; from there on, its scale counts.
+/// Converts a place in the window system's pixels to Qt's units. A screen's corner is the same in both. From
+/// the corner on, the screen's scale counts.
 QRect InQtsUnits(const QRect& native)
 {
     for (const QScreen* const screen : QGuiApplication::screens()) {

@@ -8,12 +8,12 @@
 
 namespace zetui::ui {
 
-/// The place of a window with content of this size that nobody has placed: in the middle of its parent, or of
-/// the screen, and within reach.
+/// The place of a window with content of this size that nobody has placed. It is in the middle of its parent,
+/// or of the screen, and within reach.
 QRect CentredOnParent(QSize content, WindowVariant parent);
-/// In the middle of the main screen, and no larger than it has room.
+/// The place in the middle of the main screen. It is no larger than there is room.
 QRect InMiddleOfScreen(QSize content);
-/// The place itself, or one within reach on today's screens.
+/// The place itself if the user can reach it on today's screens, otherwise one that the user can reach.
 QRect OnScreen(const zetcore::geom::RectT<int>& content);
 
 } // namespace zetui::ui

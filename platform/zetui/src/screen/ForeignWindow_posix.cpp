@@ -33,7 +33,8 @@ bool EnableForeignWindow(HWND, bool)
     return false;
 }
 
-// Asked here, because Qt's object for a foreign window has no place, whether the window exists or not.
+// The window system is asked, because Qt's object for a foreign window has no place, whether the window
+// exists or not.
 std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window)
 {
     xcb_connection_t* const connection = Connection();
@@ -47,7 +48,7 @@ std::optional<zetcore::geom::RectT<int>> ForeignWindowPlace(HWND window)
     if (!size)
         return std::nullopt;
     problem = nullptr;
-    // Its own coordinates are those inside its frame.
+    // The window's own coordinates are those inside its frame.
     const Reply<xcb_translate_coordinates_reply_t> corner(xcb_translate_coordinates_reply(
         connection, xcb_translate_coordinates(connection, id, size->root, 0, 0), &problem));
     const Reply<xcb_generic_error_t> cornerProblem(problem);

@@ -23,8 +23,8 @@ bool IsForeign(WindowVariant window)
     return !window.IsEmpty() && !QWidget::find(IdOf(window));
 }
 
-/// Makes a foreign window the owner of a dialog while it lives. Showing the dialog takes owners away that are
-/// none of the toolkit's windows, so that it is done again after each showing.
+/// Makes a foreign window the owner of a dialog while this lives. Showing the dialog takes away an owner that
+/// is no window of the toolkit, so the owner is set again after each showing.
 class ForeignOwner : public QObject
 {
   public:
@@ -35,7 +35,7 @@ class ForeignOwner : public QObject
     }
     ~ForeignOwner() override
     {
-        // Else the dialog's window would be destroyed with the other one.
+        // Otherwise the dialog's window would be destroyed with the other one.
         Set(nullptr);
     }
 
@@ -83,9 +83,10 @@ ParentWindowLock::ParentWindowLock(QWidget& dialog, WindowVariant parent)
     dialog.setWindowModality(parent.IsEmpty() ? Qt::ApplicationModal : Qt::WindowModal);
     if (!IsForeign(parent))
         return;
-    // No window of this application: nothing else of it may be used while the dialog is open.
+    // The parent is no window of this application, so that nothing else of the application may be used while
+    // the dialog is open.
     dialog.setWindowModality(Qt::ApplicationModal);
-    // A window that is gone must not become the parent: its number may be another program's next.
+    // A window that is gone must not become the parent, because its number may be another program's next.
     if (ForeignWindowPlace(parent.Native())) {
         foreign.reset(QWindow::fromWinId(IdOf(parent)));
         if (foreign) {

@@ -10,16 +10,17 @@ class QWindow;
 
 namespace zetui::ui {
 
-/// The window of this application behind a native handle; null for a foreign one. Where there is no handle,
+/// The window of this application behind a native handle; null for a foreign window. Without a handle, it is
 /// the window that is in use, if any.
 QWidget* FindParentWidget(WindowVariant parent);
 
-/// Moves a dialog that is not shown yet to the middle of a foreign parent; with others Qt does so by itself.
+/// Moves a dialog that is not shown yet to the middle of a foreign parent. Qt does so by itself for other
+/// parents.
 void PlaceOnForeignParent(QWidget& dialog, WindowVariant parent);
 
-/// Ties a dialog to the window that it is to be opened for, while it lives: the dialog is modal to it. A
-/// foreign window becomes the dialog's transient parent and takes no input; a window of this application
-/// should be the dialog's parent widget.
+/// Ties a dialog to the window that it is to be opened for, and makes it modal to that window, for as long as
+/// this lives. A foreign window becomes the dialog's transient parent and takes no input. A window of this
+/// application should be the dialog's parent widget.
 class ParentWindowLock
 {
   public:

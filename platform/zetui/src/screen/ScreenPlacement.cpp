@@ -11,11 +11,11 @@ using RectI = zetcore::geom::RectT<int>;
 
 /// Room for a title bar.
 constexpr std::int64_t titleHeight = 32;
-/// As much of a title bar as can be taken hold of with the mouse.
+/// The part of a title bar that the mouse needs to take hold of it.
 constexpr std::int64_t reachableWidth = 96;
 constexpr std::int64_t reachableHeight = 16;
 
-/// Saved places may hold any number.
+/// Saved places may hold any number, so sides are counted in 64 bits.
 struct Area
 {
     std::int64_t left, top, right, bottom;
@@ -39,7 +39,7 @@ std::int64_t Outside(std::int64_t place, std::int64_t from, std::int64_t to)
     return std::max<std::int64_t>({from - place, place - to, 0});
 }
 
-/// From the content's middle to the screen, along both sides.
+/// The distance from the content's middle to the screen, along both sides.
 std::int64_t Distance(const Area& content, const Area& screen)
 {
     return Outside((content.left + content.right) / 2, screen.left, screen.right) +

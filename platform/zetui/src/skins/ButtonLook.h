@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zetui/skins/ButtonVariant.h>
+#include <zetui/skins/Skins.h>
 
 #include "skins/SkinColors.h"
 
@@ -24,7 +24,7 @@ struct ButtonColors
 {
     /// A fill or an outline whose alpha is 0 is not drawn.
     pixmill::Color fill, outline, text;
-    /// The fill is the accent colour, so that an icon takes the text's colour on that.
+    /// The fill is the accent colour. An icon on it takes the colour of text on the accent colour.
     bool isAccented = false;
 };
 

@@ -109,7 +109,7 @@ void PaintCheckBox(QPainter& painter, const QRectF& rect, const SkinRecord& skin
     if (marked)
         PaintTick(painter, box, ToQt(state.enabled ? colors.accentText : colors.disabledText), mark);
     if (state.focused)
-        // The focus colour would not stand out from a full box.
+        // Around a full box, the focus colour would not stand out.
         Outline(painter, box.adjusted(-1, -1, 1, 1), radius + 1, ToQt(marked ? colors.text : colors.focus),
                 2);
 }
@@ -143,7 +143,7 @@ void PaintProgress(QPainter& painter, const QRectF& rect, const SkinRecord& skin
         full &= rect;
     } else {
         full.setWidth(rect.width() * std::min(part, 1.0));
-        // Something that has begun is seen.
+        // Progress that has begun can be seen.
         if (part > 0)
             full.setWidth(std::min(std::max(full.width(), 2 * radius), rect.width()));
     }

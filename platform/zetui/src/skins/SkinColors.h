@@ -18,13 +18,13 @@ struct SkinColors
 {
     using Color = pixmill::Color;
 
-    /// Surfaces: of windows, of fields and lists, of every other row, of column headers, of tooltips.
+    /// Surfaces: windows, fields and lists, every other row, column headers, tooltips.
     Color window, base, alternateBase, header, tooltip;
     Color text, disabledText, placeholder, tooltipText, link;
-    /// Lines: around buttons, around what is typed into or ticked, around sections, around and inside tables.
+    /// Lines: around buttons, around fields and boxes, around sections, around and inside tables.
     Color outline, fieldOutline, sectionOutline, tableOutline, gridLine;
     Color button, buttonHover, buttonPressed;
-    /// Of the classic skin's button that Return presses.
+    /// The button that Return presses, in a skin that shows it by its face.
     Color defaultButton;
     Color accent, accentHover, accentPressed, accentText;
     Color selection, selectionText, inactiveSelection, inactiveSelectionText;
@@ -32,16 +32,16 @@ struct SkinColors
     Color hoverRow;
     /// The empty part of progress bars, and the handle of scroll bars.
     Color groove, handle;
-    /// For a refusal or a destruction, for a caution, and for the surface behind a text that says that
-    /// something has failed.
+    /// A refusal or a destruction, a caution, and the surface behind a text that says that something has
+    /// failed.
     Color negative, caution, negativeSurface;
 };
 
 const SkinColors& ColorsOf(Skin skin, bool dark);
-/// Of the skin and scheme in use.
+/// The colours of the skin and scheme in use.
 const SkinColors& CurrentColors();
 
-/// The contrast ratio of the Web Content Accessibility Guidelines, 1 to 21. Alpha is not looked at.
+/// The contrast ratio of the Web Content Accessibility Guidelines, 1 to 21. It does not look at alpha.
 double ContrastRatio(const pixmill::Color& one, const pixmill::Color& other);
 
 } // namespace zetui::skins

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "testing/PrintSkin.h"
+
 namespace zetui::skins {
 namespace {
 
@@ -87,10 +89,9 @@ TEST_P(Contrast, OfWhatIsDrawnIsEnoughToSeeIt)
 }
 
 INSTANTIATE_TEST_SUITE_P(Skins, Contrast,
-                         ::testing::Combine(::testing::Values(Skin::Classic, Skin::V7), ::testing::Bool()),
+                         ::testing::Combine(::testing::ValuesIn(AllSkins()), ::testing::Bool()),
                          [](const auto& parameters) {
-                             return std::string(std::get<0>(parameters.param) == Skin::Classic ? "Classic"
-                                                                                               : "V7") +
+                             return NameOf(std::get<0>(parameters.param)) +
                                     (std::get<1>(parameters.param) ? "Dark" : "Light");
                          });
 

@@ -10,7 +10,7 @@
 #include "skins/SkinProxyStyle.h"
 #include "skins/SkinStyle.h"
 
-// Qt's options are put into the words of `ControlPainting`.
+// The style's drawing: it puts Qt's options into the words of `ControlPainting`.
 namespace zetui::skins {
 
 namespace {
@@ -33,7 +33,7 @@ ButtonLook LookOf(const QStyleOptionButton& option, const QWidget* widget, const
     return look;
 }
 
-/// 0 to 1 and again.
+/// Goes from 0 to 1 and begins again.
 double BusyPhase()
 {
     constexpr std::chrono::milliseconds period{1500};

@@ -71,7 +71,7 @@ constexpr std::array lineIcons{
     LineIcon{"clear", &DrawClear},
 };
 
-/// The stem and the dot that notes and cautions have, from top to bottom; a note's is upside down.
+/// Draws the stem and the dot of notes and cautions between top and bottom. A note has its dot on top.
 void DrawMark(QPainter& painter, const QColor& color, qreal top, qreal bottom, bool dotOnTop)
 {
     constexpr qreal dot = 0.95, gap = 2.1;
@@ -184,7 +184,7 @@ bool PaintIcon(QPainter& painter, std::string_view name, const QRectF& rect, con
 QIcon MakeIcon(std::string_view name)
 {
     const auto named = [name](const auto& icon) { return icon.name == name; };
-    // The tables' own texts, because the engine keeps the name.
+    // The name is taken from the tables, because the engine keeps a view of it.
     if (const auto* const line = std::ranges::find_if(lineIcons, named); line != lineIcons.end())
         return QIcon(new Engine(line->name));
     if (const auto* const alert = std::ranges::find_if(alertIcons, named); alert != alertIcons.end())

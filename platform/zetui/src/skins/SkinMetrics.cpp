@@ -4,15 +4,15 @@
 
 #include "skins/SkinProxyStyle.h"
 
-// Sizes and places: how much room the skins give to what they draw.
+// The style's sizes and places: the room that the skins give to what they draw.
 namespace zetui::skins {
 
 namespace {
 
-/// Between a label and the focus frame around it.
+/// The gap between a label and the focus frame around it.
 constexpr int focusGap = 3;
 
-/// The groove is the whole bar: there are no arrow buttons.
+/// The groove is the whole bar, because there are no arrow buttons.
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest)
 {
     const QRect& bar = option.rect;
@@ -68,7 +68,7 @@ QRect SkinProxyStyle::subElementRect(SubElement element, const QStyleOption* opt
     }
     case SE_CheckBoxFocusRect: {
         const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
-        // Without a label the ring around the box says it all.
+        // Without a label, the ring around the box is enough.
         if (!button || button->text.isEmpty())
             return {};
         const QRect label = QProxyStyle::subElementRect(SE_CheckBoxContents, option, widget);
@@ -116,7 +116,7 @@ QSize SkinProxyStyle::sizeFromContents(ContentsType type, const QStyleOption* op
     }
     case CT_HeaderSection: {
         const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        // The margin counts on all sides there.
+        // Qt counts the margin on all sides.
         return {size.width(), std::max(size.height() - 2 * sizes.headerMargin + 6, sizes.headerHeight)};
     }
     case CT_CheckBox:
@@ -174,7 +174,7 @@ int SkinProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const 
     case SH_DitherDisabledText:
         return 0;
     case SH_MessageBox_TextInteractionFlags:
-        // The text can be copied, and does not become a stop of the Tab key.
+        // The text can be copied, but the Tab key does not stop at it.
         return Qt::TextSelectableByMouse;
     default:
         return QProxyStyle::styleHint(hint, option, widget, result);

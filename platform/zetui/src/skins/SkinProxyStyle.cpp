@@ -39,8 +39,8 @@ bool HasFrame(const QStyleOption& option)
     return frame && frame->lineWidth > 0;
 }
 
-/// True for a widget that reacts to the pointer: a click between the arrows of the platform's style would
-/// reach it.
+/// True for a widget that reacts to the pointer. The platform's style would let a click between its arrows
+/// through to the widget.
 bool ReactsToPointer(const QWidget* widget)
 {
     return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
@@ -87,7 +87,7 @@ void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption*
         }
         break;
     case PE_PanelScrollAreaCorner:
-        // As the grooves of the scroll bars that meet there.
+        // The corner looks like the grooves of the scroll bars that meet there.
         painter->fillRect(option->rect, ScrollGrooveColor(skin, colors));
         return;
     case PE_IndicatorHeaderArrow:

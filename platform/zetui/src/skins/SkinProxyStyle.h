@@ -7,8 +7,8 @@
 
 namespace zetui::skins {
 
-/// A skin as a style: Fusion, with the controls that our windows are made of drawn by `ControlPainting`.
-/// Colours are those of the scheme at the time of drawing.
+/// A skin as a style. It is Fusion, but `ControlPainting` draws the controls that our windows are made of, in
+/// the colours of the scheme at the time of drawing.
 class SkinProxyStyle : public QProxyStyle
 {
   public:

@@ -19,7 +19,7 @@ inline constexpr double roundEnds = std::numeric_limits<double>::infinity();
 struct Radii
 {
     double corner, checkBox;
-    /// Of progress bars and of the handles of scroll bars.
+    /// The radius of progress bars and of the handles of scroll bars.
     double bar;
 };
 
@@ -28,14 +28,14 @@ struct ControlSizes
 {
     int buttonHeight, buttonPadding, fieldHeight, fieldPadding, checkBox;
     int scrollBar;
-    /// Between the handle of a scroll bar and the bar's long sides.
+    /// The gap between the handle of a scroll bar and the bar's long sides.
     int scrollHandleMargin;
     int headerHeight, headerMargin;
-    /// Of the line between two column titles: between its ends and the header's edges.
+    /// The gap between the ends of a line between two column titles and the header's edges.
     int headerLineInset;
     double focusFrameWidth;
-    /// Around the face of a button that has the focus: this much of the background stays between the face and
-    /// the outer edge of the focus ring. 0 for a ring on the face itself.
+    /// On a button with the focus, the face keeps this much room to the outer edge of the focus ring. It is 0
+    /// for a ring on the face itself.
     int buttonFocusRoom;
 };
 
@@ -43,7 +43,7 @@ struct ControlSizes
 struct SkinRecord
 {
     Skin skin;
-    /// For command lines; small letters.
+    /// The word for command lines, in small letters.
     std::string_view name;
     /// The resource of a layout archive is named after the archive, with this behind the name.
     std::string_view archiveSuffix;
@@ -55,12 +55,12 @@ struct SkinRecord
     Radii radii;
     ControlSizes controls;
     ListSizes list;
-    /// A line below each row of a list.
+    /// There is a line below each row of a list.
     bool hasRowLines;
-    /// Layout archives say how each button looks; the button that Return presses does not stand out by itself
+    /// Layout archives say how each button looks. The button that Return presses does not stand out by itself
     /// then.
     bool hasButtonVariants;
-    /// Buttons with this width and height show an icon; 0 in a skin without icons on buttons.
+    /// Buttons with this width and height show an icon. It is 0 in a skin without icons on buttons.
     float iconButtonSide;
     ButtonColors (*buttonColors)(const SkinColors&, const ButtonLook&);
 };

@@ -74,7 +74,8 @@ class ApplicationSkin : public QObject
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::ThemeChange && !std::exchange(asking, true))
-            // Later, because asking changes the palette, which must not happen while it is being told.
+            // The desktop is asked later, because asking changes the palette, which must not happen while the
+            // change is being told.
             QMetaObject::invokeMethod(
                 this, [this] { AskDesktop(); }, Qt::QueuedConnection);
         return QObject::eventFilter(watched, event);

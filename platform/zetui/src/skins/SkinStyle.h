@@ -10,7 +10,7 @@ class QWidget;
 
 #include "skins/SkinRecord.h"
 
-/// How the skins reach the windows. Main thread.
+/// Puts the skins on the windows. Main thread.
 namespace zetui::skins {
 
 /// Dynamic properties of a `QPushButton`, for skins in which archives say how buttons look: a `ButtonVariant`
@@ -21,10 +21,10 @@ inline constexpr char kQuietProperty[] = "zetQuiet";
 /// Gives an application that is ours the chosen skin: style, palette, font. From then on it follows
 /// `SetSkin`, `SetScheme` and the desktop's palette.
 void ApplySkin(QApplication& application);
-/// Gives the application its own look back; nothing when it wears none of ours.
+/// Gives the application its own look back. Does nothing when it has none of our skins.
 void RemoveSkin();
-/// Dresses one window, with what is in it now and later, inside an application of another look. Nothing where
-/// the application wears the skin already.
+/// Puts the skin on one window, with what is in it now and later, inside an application of another look. Does
+/// nothing where the application has the skin already.
 void DressWindow(QWidget& window);
 
 QPalette MakePalette(const SkinColors& colors);

@@ -20,7 +20,7 @@ struct Choice
     Scheme scheme = Scheme::FollowDesktop;
 };
 
-/// The host has chosen this; `SetSkin` and `SetScheme` put it back.
+/// The host's choice. `SetSkin` and `SetScheme` change it.
 Choice& Chosen()
 {
     static Choice choice;

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <initializer_list>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -16,11 +18,12 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <zetui/pixmill/Pixmill.h>
-#include <zetui/skins/ButtonVariant.h>
 
 #include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
+#include "skins/SkinRecord.h"
 #include "skins/SkinStyle.h"
+#include "testing/PrintSkin.h"
 #include "testing/WindowsFixture.h"
 
 namespace zetui::skins {
@@ -42,11 +45,23 @@ TEST_F(Skins, TheHostChoosesSkinAndScheme)
     EXPECT_FALSE(IsDark());
 }
 
+TEST_F(Skins, TheTableHasEachSkinOnceAndUnderANameOfItsOwn)
+{
+    std::set<std::string> names;
+    for (const Skin skin : AllSkins()) {
+        EXPECT_EQ(RecordOf(skin).skin, skin);
+        EXPECT_TRUE(names.insert(NameOf(skin)).second) << NameOf(skin);
+    }
+    EXPECT_TRUE(names.contains("classic"));
+    EXPECT_TRUE(names.contains("v7"));
+    EXPECT_THROW(SetSkin(static_cast<Skin>(77)), std::invalid_argument);
+}
+
 TEST_F(Skins, ColoursAndFontsFollowTheChoice)
 {
     for (const bool dark : {false, true}) {
         SetScheme(dark ? Scheme::Dark : Scheme::Light);
-        for (const Skin skin : {Skin::Classic, Skin::V7}) {
+        for (const Skin skin : AllSkins()) {
             SetSkin(skin);
             EXPECT_EQ(utilities::GetDefaultTextColor(), ColorsOf(skin, dark).text);
             EXPECT_EQ(utilities::GetDefaultTextDisabledColor(), ColorsOf(skin, dark).disabledText);
@@ -59,7 +74,7 @@ TEST_F(Skins, ColoursAndFontsFollowTheChoice)
     }
     EXPECT_FALSE(ui::GetFontName(0).empty());
     EXPECT_EQ(pixmill::ValidateFontName(ui::GetFontName(0)), ui::GetFontName(0));
-    for (const Skin skin : {Skin::Classic, Skin::V7}) {
+    for (const Skin skin : AllSkins()) {
         SetSkin(skin);
         EXPECT_GE(ui::GetFontSize(0), 11);
         EXPECT_GT(ui::GetFontSize(1), ui::GetFontSize(0));
@@ -69,7 +84,7 @@ TEST_F(Skins, ColoursAndFontsFollowTheChoice)
 
 TEST_F(Skins, AnApplicationThatIsOursWearsTheSkinAndFollowsTheChoice)
 {
-    for (const Skin skin : {Skin::Classic, Skin::V7})
+    for (const Skin skin : AllSkins())
         for (const Scheme scheme : {Scheme::Dark, Scheme::Light}) {
             SetSkin(skin);
             SetScheme(scheme);
@@ -138,7 +153,7 @@ TEST_F(Skins, TakingASkinOffGivesTheApplicationItsLookBack)
     EXPECT_EQ(QApplication::font(), font);
 }
 
-/// In each skin and scheme.
+/// These tests run in each skin and scheme.
 class SkinLook : public WindowsFixture, public ::testing::WithParamInterface<std::tuple<Skin, Scheme>>
 {
   protected:
@@ -187,7 +202,8 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
         const QImage without = widget->grab().toImage();
         widget->setFocus(Qt::TabFocusReason);
         ASSERT_TRUE(widget->hasFocus());
-        // About the outline of the smallest thing that has a focus, the box of a check box.
+        // The box of a check box is the smallest thing that has a focus. Its outline has about so many
+        // pixels.
         EXPECT_GE(VisibleDifference(without, widget->grab().toImage()), 30)
             << widget->metaObject()->className();
     }
@@ -216,6 +232,8 @@ TEST_P(SkinLook, TheCornerWhereTwoScrollBarsMeetLooksLikeTheirGrooves)
     const QRect corner(down.left(), across.top(), down.width(), across.height());
     ASSERT_FALSE(corner.intersects(down) || corner.intersects(across));
     const QImage picture = area.grab().toImage();
+    const SkinRecord& record = CurrentSkin();
+    EXPECT_EQ(picture.pixelColor(down.center()), pixmill::ToQt(CurrentColors().*record.scrollGroove));
     for (int y = corner.top(); y <= corner.bottom(); ++y)
         for (int x = corner.left(); x <= corner.right(); ++x)
             ASSERT_EQ(picture.pixel(x, y), picture.pixel(down.center())) << x << ", " << y;
@@ -225,16 +243,16 @@ TEST_P(SkinLook, TheButtonThatReturnPressesStandsOut)
 {
     QWidget window;
     QPushButton ok(QStringLiteral("OK"), &window), other(QStringLiteral("OK"), &window);
-    // In V7 the archive says by its variant which one it is.
+    // In a skin with button variants, the archive says by the variant which one it is.
+    const bool hasVariants = RecordOf(std::get<0>(GetParam())).hasButtonVariants;
     ok.setProperty(kVariantProperty,
-                   static_cast<int>(std::get<0>(GetParam()) == Skin::V7 ? ButtonVariant::Accent
-                                                                        : ButtonVariant::Primary));
+                   static_cast<int>(hasVariants ? ButtonVariant::Accent : ButtonVariant::Primary));
     other.setProperty(kVariantProperty, static_cast<int>(ButtonVariant::Primary));
     ok.setDefault(true);
     for (QPushButton* const button : {&ok, &other})
         button->resize(77, 24);
     const QImage plain = other.grab().toImage(), standingOut = ok.grab().toImage();
-    // By its outline and by its face.
+    // The outline differs, and the face.
     int different = 0;
     for (int y = 0; y < plain.height(); ++y) {
         for (int x = 0; x < plain.width(); ++x) {
@@ -294,11 +312,10 @@ TEST_P(SkinLook, TheWholeScrollBarScrolls)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SkinLook,
-                         ::testing::Combine(::testing::Values(Skin::Classic, Skin::V7),
+                         ::testing::Combine(::testing::ValuesIn(AllSkins()),
                                             ::testing::Values(Scheme::Light, Scheme::Dark)),
                          [](const auto& parameters) {
-                             return std::string(std::get<0>(parameters.param) == Skin::Classic ? "Classic"
-                                                                                               : "V7") +
+                             return NameOf(std::get<0>(parameters.param)) +
                                     (std::get<1>(parameters.param) == Scheme::Dark ? "Dark" : "Light");
                          });
 

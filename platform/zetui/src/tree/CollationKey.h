@@ -6,7 +6,7 @@
 
 namespace zetui::controls {
 
-/// A text made ready to be compared with many others, as the collator compares them.
+/// A text that has been made ready to be compared with many others, as the collator compares them.
 class CollationKey
 {
   public:
@@ -15,7 +15,7 @@ class CollationKey
     CollationKey(CollationKey&&) noexcept;
     CollationKey& operator=(CollationKey&&) noexcept;
 
-    /// Less than, equal to or greater than 0. Both are of the same collator.
+    /// Less than, equal to or greater than 0. Both keys are of the same collator.
     int Compare(const CollationKey& other) const;
 
   private:

@@ -6,7 +6,8 @@
 
 namespace zetui::controls {
 
-/// The system's sort key. It is one of bytes, while Qt's compares two of them at a time, the second first.
+/// The system's sort key, which is a string of bytes. Qt's own key compares two of its bytes at a time with
+/// the second first, and so puts texts into a wrong order.
 struct CollationKey::Key
 {
     std::string bytes;

@@ -41,7 +41,7 @@ void LastColumn::Update()
 
 void LastColumn::OnResized(int column, int from, int to)
 {
-    // Dragged to the left, its edge has a way to go until it is where the column ends by itself.
+    // A column whose edge is dragged to the left is still wider than its own width for a while.
     if (column == widened)
         ownWidth = to > from ? to : std::min(ownWidth, to);
     Update();

@@ -12,25 +12,26 @@
 
 namespace zetui::controls {
 
-/// The order in which people expect names and versions: letters by the user's locale, case apart, accented
-/// ones near their letter, numbers by value ("2.10" after "2.9"). Main thread.
+/// The order in which people expect names and versions: letters by the user's locale, without regard to case,
+/// accented ones near their letter, and numbers by value ("2.10" after "2.9"). Main thread.
 ///
-/// The collator decides. Texts of ASCII characters alone, which most are, are sorted by keys of our own in
-/// which each character has the place that the collator gives it: the same order at a fraction of the time.
+/// The collator decides. Most texts have ASCII characters alone. These are sorted by keys of our own, in
+/// which each character has the place that the collator gives it: the order is the same and costs a fraction
+/// of the time. Other texts are sorted by the collator's keys, and put between them.
 class NaturalOrder
 {
   public:
     explicit NaturalOrder(const QLocale& locale = UserLocale());
 
     using TextOf = std::function<std::wstring(int index)>;
-    /// The indexes 0 to `count` - 1 in the order of their texts; equal texts by index, in both directions.
-    /// Each text is asked for once.
+    /// The indexes 0 to `count` - 1 in the order of their texts. Equal texts are in the order of their
+    /// indexes, in both directions. Each text is asked for once.
     std::vector<int> Sorted(int count, const TextOf& textOf, bool ascending) const;
 
-    /// False in locales in which some pair of ASCII letters sorts as a letter of its own.
+    /// False in a locale in which some pair of ASCII letters sorts as a letter of its own.
     bool SortsAsciiByCharacter() const noexcept { return asciiByCharacter; }
 
-    /// The system's; English where that is the "C" locale, which knows neither case nor numbers.
+    /// The system's locale. It is English where the system's is "C", which knows neither case nor numbers.
     static QLocale UserLocale();
 
   private:
@@ -43,7 +44,7 @@ class NaturalOrder
     std::vector<int> Merged(const Keys& keys, bool ascending) const;
 
     QCollator collator;
-    /// The place of each ASCII character among the others, from 1; 0 for those that do not count.
+    /// The rank of each ASCII character among the others, from 1. It is 0 for those that do not count.
     std::array<std::uint8_t, 128> ranks{};
     bool asciiByCharacter = false;
 };

@@ -4,7 +4,7 @@
 
 namespace zetui::controls {
 
-/// The parts of a tree know this of each other, beyond their public operations.
+/// Operations on rows and headers that only the parts of a tree use.
 struct TreeAccess
 {
     using TreeState = UI_MultiColumnTree::TreeState;

@@ -70,7 +70,8 @@ void TreeCells::Drop(VisibleRow& left)
         QWidget* const widget = ui::WidgetOf(cell.get());
         if (!widget)
             continue;
-        // Hidden, it would hand the focus to whatever control comes next in the window.
+        // A focused control that is hidden hands the focus to the next control in the window, so the list
+        // takes it first.
         if (view && QApplication::focusWidget() && widget->isAncestorOf(QApplication::focusWidget()))
             view->setFocus(Qt::OtherFocusReason);
         ui::NodeAccess::TakeOut(cell.get());
@@ -92,7 +93,7 @@ TreeCells::CellView TreeCells::ViewAt(UI_MultiColumnTreeRow& row, int position)
         cell = utility::MakeIntrusive<ui::UI_SubView>();
         QWidget* const widget = ui::WidgetOf(cell.get());
         widget->installEventFilter(this);
-        // So that the list sees the mouse move over it.
+        // The list must see the mouse move over the control.
         widget->setMouseTracking(true);
         PlaceView(*shown, position);
         ui::NodeAccess::Embed(cell.get(), state.view->viewport(), &state.owner);
@@ -132,7 +133,8 @@ void TreeCells::Place()
     }
 }
 
-/// Cells' controls leave the window's Tab order: in the list, Tab is the list's.
+/// Takes the controls of cells out of the window's Tab order, because the list itself moves the focus among
+/// them.
 void TreeCells::Adopt(const UI_MultiColumnTreeRow* row)
 {
     const VisibleRow* const shown = Find(row);

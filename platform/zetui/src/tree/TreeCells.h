@@ -12,7 +12,7 @@
 namespace zetui::controls {
 
 /// The rows in the visible area, and the views in their cells. Cell views belong to a position, not to a
-/// column: the view at position 0 is in the first cell that is shown, whichever column that is.
+/// column: the view at position 0 is in the first cell that is shown, of whatever column that is.
 class TreeCells : public QObject
 {
   public:
@@ -26,20 +26,21 @@ class TreeCells : public QObject
 
     bool IsVisible(const UI_MultiColumnTreeRow* row) const noexcept;
     std::size_t VisibleCount() const noexcept { return visible.size(); }
-    /// Makes these the visible rows; calls back for each that left and each that came.
+    /// Makes these the visible rows, and calls back for each that left and each that came.
     void SetVisible(std::vector<RowPtr> rows, const std::function<void(const RowPtr&)>& changed, bool renew);
-    /// No row is visible any more; nobody is called.
+    /// Makes no row visible, and calls nobody.
     void Clear();
-    /// Made when there is none yet and the row is visible. Null for a position that there is not.
+    /// The view of a cell. It is made when there is none yet and the row is visible. Null for a position that
+    /// does not exist.
     CellView ViewAt(UI_MultiColumnTreeRow& row, int position);
-    /// Null where none has been made.
+    /// The view of a cell; null where none has been made.
     QWidget* WidgetAt(const UI_MultiColumnTreeRow* row, int position) const;
     /// Puts the cell views where their cells are.
     void Place();
 
     /// The controls in a row's cells that can have the focus, from left to right.
     std::vector<QWidget*> ControlsOf(const UI_MultiColumnTreeRow* row) const;
-    /// The row and position of the cell that holds the widget; -1 for the position when none does.
+    /// The row and position of the cell that holds the widget. The position is -1 when no cell does.
     std::pair<RowPtr, int> CellOf(const QWidget* widget) const;
     /// True when a control in some cell has the keyboard focus.
     bool HaveFocus() const;

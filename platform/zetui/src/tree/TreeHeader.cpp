@@ -22,7 +22,7 @@ void TreeHeader::mousePressEvent(QMouseEvent* event)
     QHeaderView::mousePressEvent(event);
 }
 
-/// Moves happen when the button is let go.
+/// A column moves when the mouse button is let go.
 void TreeHeader::mouseReleaseEvent(QMouseEvent* event)
 {
     std::vector<int> order;

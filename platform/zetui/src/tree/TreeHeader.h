@@ -6,8 +6,8 @@
 
 namespace zetui::controls {
 
-/// The titles of a tree. Columns may keep their place: they cannot be dragged, and no other column can be
-/// dragged past them.
+/// The titles of a tree. A column may keep its place: it cannot be dragged, and no other column can be
+/// dragged past it.
 class TreeHeader final : public QHeaderView
 {
   public:

@@ -7,7 +7,7 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "tree/TreeState.h"
 
 namespace zetui::controls {
@@ -150,7 +150,8 @@ int TreeKeyboard::Destination(int key, int current) const
 void TreeKeyboard::MoveTo(int place, bool extend)
 {
     const TreeState::SelectionChange change(state);
-    // Before the selection changes, so that who is told of it finds the row's cells.
+    // The row is brought into sight before the selection changes, so that those who are told of it find the
+    // row's cells.
     state.view->ShowPlace(place);
     if (extend && state.options.multipleSelections) {
         if (anchor < 0)
@@ -211,7 +212,7 @@ bool TreeKeyboard::JumpToText(const QString& text)
     const bool goesOn = sinceTyped.isValid() && !sinceTyped.hasExpired(QApplication::keyboardInputInterval());
     typed = goesOn ? typed + text : text;
     sinceTyped.start();
-    // The same letter again and again goes from row to row.
+    // The same letter, typed again and again, goes from row to row.
     const bool oneLetter = typed.count(typed.front(), Qt::CaseInsensitive) == typed.size();
     const QString sought = oneLetter ? typed.left(1) : typed;
     const int start = CurrentPlace() + (oneLetter ? 1 : 0);

@@ -9,7 +9,7 @@ class QKeyEvent;
 
 namespace zetui::controls {
 
-/// Keys in a tree do this, whether the list or a control in one of its cells has the focus.
+/// Handles the keys of a tree, whether the list or a control in one of its cells has the focus.
 class TreeKeyboard
 {
   public:
@@ -17,14 +17,15 @@ class TreeKeyboard
 
     explicit TreeKeyboard(TreeState& state);
 
-    /// True when the key was the list's.
+    /// True when the list has handled the key.
     bool Press(const QKeyEvent& event);
-    /// The keys that the list takes from a control in its cells: those that move the selection.
+    /// True for a key that the list takes from a control in its cells, because it moves the selection.
     bool PressInControl(const QKeyEvent& event);
-    /// Moves the focus among the controls of the selected row. Past the last one it leaves the list, before
-    /// the first one it is the list's own. False when there was nothing to do: the list itself is left.
+    /// Moves the focus among the controls of the selected row. Behind the last one it leaves the list, and
+    /// before the first one the list itself gets it. False when the focus must leave the list, and this has
+    /// not done it.
     bool MoveThroughControls(bool forward);
-    /// Shift extends the selection from this place.
+    /// The place from which Shift extends the selection.
     void SetAnchor(int place) noexcept { anchor = place; }
     int Anchor() const noexcept { return anchor; }
 

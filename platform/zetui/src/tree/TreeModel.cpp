@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 #include "tree/TreeAccess.h"
 
 namespace zetui::controls {

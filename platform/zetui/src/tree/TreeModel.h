@@ -17,15 +17,16 @@ struct TreeColumn
 {
     unsigned id;
     std::wstring title;
-    /// Cannot be dragged to another place.
+    /// The user cannot drag it to another place.
     bool keepsPlace = false;
 };
 
-/// The rows of a tree as they are shown, for the item view. Holds no text and does not hold the rows.
+/// The rows of a tree as they are shown, for the item view. The model has no texts, and does not hold the
+/// rows.
 class TreeModel final : public QAbstractTableModel
 {
   public:
-    /// Asked for as a column: what a row as a whole is called.
+    /// As a column, this number asks for the name of the whole row.
     static constexpr int rowHeaderColumn = -1;
     /// Tells what a cell shows, by place from the top, column and role.
     using CellData = std::function<QVariant(int place, int column, int role)>;
@@ -40,14 +41,14 @@ class TreeModel final : public QAbstractTableModel
         columns[static_cast<std::size_t>(column)].keepsPlace = keeps;
     }
     bool KeepsPlace(int column) const { return columns[static_cast<std::size_t>(column)].keepsPlace; }
-    /// -1 when there is none.
+    /// The index of the column; -1 when there is none.
     int ColumnOfId(unsigned id) const noexcept;
 
-    /// Shows exactly these rows, from the top. The view forgets its selection.
+    /// Shows exactly these rows, from the top. The view loses its selection.
     void Show(std::vector<UI_MultiColumnTreeRow*> rows);
     const std::vector<UI_MultiColumnTreeRow*>& Shown() const noexcept { return shown; }
     UI_MultiColumnTreeRow* RowAt(int place) const noexcept;
-    /// -1 for a row that is not shown.
+    /// The row's place; -1 for a row that is not shown.
     int PlaceOf(const UI_MultiColumnTreeRow* row) const noexcept;
     void SetRowsSelectable(bool selectable) noexcept { rowsSelectable = selectable; }
     bool IsSelectable(int place) const noexcept;
@@ -62,7 +63,7 @@ class TreeModel final : public QAbstractTableModel
     CellData cellData;
     std::vector<TreeColumn> columns;
     std::vector<UI_MultiColumnTreeRow*> shown;
-    /// By a row's place in fill order.
+    /// The places of the rows, by their places in fill order.
     std::vector<int> places;
     bool rowsSelectable = true;
 };

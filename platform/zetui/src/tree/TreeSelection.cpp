@@ -154,7 +154,7 @@ void TreeState::TellOfSelection()
     toldRows = std::move(selected);
     toldCellRow = selectedCell >= 0 ? cellRow : nullptr;
     toldCell = selectedCell;
-    // The control of another cell must not go on to take keys.
+    // The control of another cell must not keep the keys.
     if ((rowsChanged || cellChanged) && view && cells.HaveFocus())
         view->setFocus(Qt::OtherFocusReason);
     if (rowsChanged && rowsSelectionChanged)

@@ -39,7 +39,7 @@ std::vector<UI_MultiColumnTreeRow*> TreeState::RowsToShow()
     return next;
 }
 
-/// Empty when it cannot be done: a row without text is better than a list without rows.
+/// Empty when the texts cannot be had. A list in fill order is better than a list without rows.
 std::vector<UI_MultiColumnTreeRow*> TreeState::RowsSorted(int position)
 {
     const SortedBy by{sortColumn, position, sortAscending};

@@ -11,7 +11,7 @@
 #include <zetcore/utility/NullPtrException.h>
 
 #include "application/HandlerErrors.h"
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 namespace zetui::controls {
 
@@ -51,7 +51,8 @@ void TreeState::RemoveAllRows()
     if (view && !model.Shown().empty())
         keptScroll = view->verticalScrollBar()->value();
     cells.Clear();
-    // Kept until the model has let them go; whoever else holds one has a row without tree.
+    // The rows are kept until the model has let them go. A row that somebody else holds has no tree from now
+    // on.
     const std::vector<RowPtr> removed = std::exchange(rows, {});
     for (const RowPtr& row : removed)
         TreeAccess::Detach(*row);
@@ -101,6 +102,16 @@ void TreeState::Flush()
         UpdateVisibleRows(false);
 }
 
+/// Replaces the rows that the view shows, and hides from the user that it did.
+///
+/// The model is reset, because moving 100,000 rows one by one would take seconds. A reset makes the view
+/// forget its selection, its current cell and its scroll position. So these are read before it, by row and
+/// not by place, and put back after it at the places where the rows are now. Neighbours become one range,
+/// since a selection of many single rows is slow. Rows that are gone are in no list of rows, and drop out.
+///
+/// Meanwhile `flushing` keeps what the view tells in between from starting another layout, and
+/// `SelectionChange` keeps it from being told: in the end the callback hears of a change only if there is
+/// one. Which rows are in sight is asked last, when the view has been laid out.
 void TreeState::Show(std::vector<UI_MultiColumnTreeRow*> next)
 {
     const SelectionChange change(*this);

@@ -30,9 +30,9 @@ struct TreeOptions
 };
 
 /// The inside of a tree: its rows in fill order, the model and view that show them, and what is still to be
-/// done with them. Rows that are appended are "pending" until they are shown, which happens at once: at the
-/// end of the deferred layout, at the next question that depends on it, or when control is back in the event
-/// loop, whichever comes first. Main thread.
+/// done with them. Rows that are appended are "pending" until they are shown. That happens at the end of the
+/// deferred layout, at the next question that depends on it, or when control is back in the event loop,
+/// whichever comes first. Main thread.
 struct UI_MultiColumnTree::TreeState
 {
     TreeState(UI_MultiColumnTree& owner, TreeView& view, unsigned columns, float rowHeight);
@@ -48,10 +48,10 @@ struct UI_MultiColumnTree::TreeState
     void EndDeferred();
     /// Does what is pending, unless layout is put off.
     void Flush();
-    /// Tells of the rows that came into the visible area and left it. `renewCells`: all of them leave and
-    /// come again, since their cells are no longer what they were.
+    /// Tells of the rows that came into the visible area and left it. With `renewCells`, all of them leave
+    /// and come again, since their cells are no longer what they were.
     void UpdateVisibleRows(bool renewCells);
-    /// The same when control is back in the event loop, once.
+    /// Does the same when control is back in the event loop, once.
     void UpdateVisibleRowsLater();
 
     void ScrollToTop();
@@ -63,7 +63,7 @@ struct UI_MultiColumnTree::TreeState
     int ColumnAtPosition(int position) const;
     int PositionOfColumn(int column) const;
     void ResetColumns(unsigned count);
-    /// Screen readers and type-ahead get these.
+    /// The text for screen readers and type-ahead.
     std::wstring CellText(const RowPtr& row, int position) const;
     std::wstring CellTooltip(const RowPtr& row, int position) const;
     /// The position of the column that names a row.
@@ -76,12 +76,14 @@ struct UI_MultiColumnTree::TreeState
     /// Selects the rows between two places and no other.
     void SelectRange(int from, int to);
     bool IsSelected(int place) const;
-    /// Selects one row and no other (none for -1), and the cell at this position in it (none for -1).
+    /// Selects the row at this place and no other, and in it the cell at this position. -1 selects no row, or
+    /// no cell.
     void SelectOnly(int place, int cell);
     void SetSelectedCell(int cell);
     void DeselectAll();
     void ApplySelectionOptions();
-    /// While one lives, changes of the selection are gathered; its end tells of them.
+    /// While one of these lives, changes of the selection are gathered. The end of the last one tells of
+    /// them.
     class SelectionChange
     {
       public:
@@ -109,7 +111,7 @@ struct UI_MultiColumnTree::TreeState
     unsigned sortColumn = 0;
     bool sortAscending = true;
     int selectedCell = -1;
-    /// The last column of a tree without header leaves so much free at the right edge.
+    /// The room that the last column of a tree without header leaves at the right edge.
     std::optional<float> rightMargin;
 
     DrawCellOfRowCallback drawCell;
@@ -123,7 +125,7 @@ struct UI_MultiColumnTree::TreeState
     QVariant CellData(int place, int column, int role);
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
     std::vector<UI_MultiColumnTreeRow*> RowsSorted(int position);
-    /// Empty when it is not known of some row.
+    /// The rows in their known order; empty when it is not known of some row.
     std::vector<UI_MultiColumnTreeRow*> RowsInKnownOrder() const;
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
@@ -133,7 +135,7 @@ struct UI_MultiColumnTree::TreeState
     int deferred = 0;
     bool rowsPending = false, sortPending = false, visibilityPending = false, renewPending = false;
     bool flushing = false, updatingVisibleRows = false, showsSortIndicator = false;
-    /// The scroll place when the rows were removed; kept for the rows that come instead.
+    /// The scroll position when the rows were removed. The rows that come instead get it.
     std::optional<int> keptScroll;
     int selectionChanges = 0;
     bool selectionChanged = false;
@@ -141,7 +143,8 @@ struct UI_MultiColumnTree::TreeState
     const UI_MultiColumnTreeRow* toldCellRow = nullptr;
     int toldCell = -1;
     std::unique_ptr<NaturalOrder> order;
-    /// As they were sorted last, and by what. Some may be gone: told from others by their own place alone.
+    /// The rows as they were sorted last, and by what. Some may be gone, and only their places tell them from
+    /// others.
     std::vector<const UI_MultiColumnTreeRow*> sortedRows;
     struct SortedBy
     {

@@ -71,7 +71,7 @@ void TreeView::ConnectHeader()
             tree->UpdateVisibleRowsLater();
     });
     connect(header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
-        // Qt has fitted what is seen, which is not the column's own width where it is widened.
+        // Qt has fitted the column as it is seen. A widened column is not as wide as its own width.
         if (lastColumn.IsWidened(column))
             lastColumn.SetWidth(
                 column, std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)));
@@ -167,7 +167,7 @@ void TreeView::showEvent(QShowEvent* event)
 
 void TreeView::resizeEvent(QResizeEvent* event)
 {
-    // Before Qt looks whether the columns need a scroll bar.
+    // The columns are updated before Qt looks whether they need a scroll bar.
     lastColumn.Update();
     QTableView::resizeEvent(event);
     if (!tree)

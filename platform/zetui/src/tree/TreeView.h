@@ -11,8 +11,8 @@
 
 namespace zetui::controls {
 
-/// The widget of a tree: Qt's table view, drawn by the tree's callback. Its vertical header is there for the
-/// geometry of the rows alone. May live a little longer than its tree.
+/// The widget of a tree. It is Qt's table view, drawn by the tree's callback. The vertical header is there
+/// only for the geometry of the rows. The widget may live a little longer than its tree.
 class TreeView final : public QTableView
 {
   public:
@@ -21,20 +21,21 @@ class TreeView final : public QTableView
     TreeView();
     ~TreeView() override;
 
-    /// Null: the tree is gone.
+    /// Null when the tree is gone.
     void SetTree(TreeState* state);
     int RowHeight() const;
-    /// Scrolls as little as needed, so that the row is seen whole.
+    /// Scrolls as little as is needed to see the whole row.
     void ShowPlace(int place);
     void ShowColumn(int column);
-    /// The first and last row in the visible area; none visible: the second is before the first.
+    /// The first and the last row in the visible area. When no row is visible, the second is before the
+    /// first.
     std::pair<int, int> PlacesInSight() const;
-    /// Room for columns, also while the view has not been shown yet.
+    /// The width for columns. It is right even while the view has not been shown yet.
     float ContentWidth() const;
     LastColumn& Last() noexcept { return lastColumn; }
     /// Lays out now what Qt would lay out later.
     void LayOut();
-    /// Leaves the list in the Tab order, from whichever of its controls has the focus.
+    /// Moves the focus out of the list in the Tab order, from whichever of its controls has it.
     bool Leave(bool forward);
 
   protected:

@@ -12,7 +12,6 @@
 #include "application/HandlerErrors.h"
 #include "nodes/NodeAccess.h"
 #include "pixmill/QtConversions.h"
-#include "pixmill/QtText.h"
 #include "skins/SkinRecord.h"
 #include "tree/TreeState.h"
 
@@ -20,7 +19,7 @@ namespace zetui::controls {
 
 namespace {
 
-/// Inside the rectangle, on whole pixels.
+/// Draws a frame inside the rectangle, on whole pixels.
 void DrawFrame(QPainter& painter, const QRect& rect, const QColor& color, int width)
 {
     for (int i = 0; i < width; ++i) {
@@ -107,7 +106,8 @@ void TreeView::PaintEmptyText(QPainter& painter)
                      pixmill::ToQString(tree->EmptyText()));
 }
 
-/// The selected cell, else the selected row, else where the keyboard would begin.
+/// The rectangle of the selected cell, otherwise of the selected row, otherwise of the place where the
+/// keyboard would begin.
 void TreeView::PaintFocus(QPainter& painter)
 {
     const QColor color = pixmill::ToQt(skins::CurrentColors().focus);

@@ -49,7 +49,7 @@ float UI_MultiColumnTree::GetRowHeight() const
     return tree->rowHeight;
 }
 
-// Rows are a flat list whether or not they might have children.
+// Rows are a flat list, whether or not they might have children.
 void UI_MultiColumnTree::SetAllowChildren(bool) {}
 
 void UI_MultiColumnTree::SetIndicateFocus(bool indicate)

@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include "skins/SkinColors.h"
+#include "testing/PrintSkin.h"
 #include "testing/TreeFixture.h"
 
 namespace zetui::controls {
@@ -184,7 +185,7 @@ TEST_F(TreeWithoutRows, SaysWhyThereAreNone)
     EXPECT_EQ(view.viewport()->grab().toImage().pixel(5, 5), blank.pixel(5, 5));
 }
 
-/// In each skin and scheme.
+/// These tests run in each skin and scheme.
 class TreeFocus : public TreeFixture,
                   public testing::WithParamInterface<std::tuple<skins::Skin, skins::Scheme>>
 {
@@ -196,7 +197,7 @@ class TreeFocus : public TreeFixture,
         MakeColumns();
         tree->SetSupportUserSelectableCells(true);
     }
-    /// Of the list's pixels, those that people see change when the list gets the focus.
+    /// The number of the list's pixels that people see change when the list gets the focus.
     int SeenOfTheFocus()
     {
         before.setFocus();
@@ -233,11 +234,10 @@ TEST_P(TreeFocus, IsSeenWithoutRowsWithoutSelectionInARowAndInACell)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TreeFocus,
-                         testing::Combine(testing::Values(skins::Skin::Classic, skins::Skin::V7),
+                         testing::Combine(testing::ValuesIn(skins::AllSkins()),
                                           testing::Values(skins::Scheme::Light, skins::Scheme::Dark)),
                          [](const auto& given) {
-                             return std::string(std::get<0>(given.param) == skins::Skin::Classic ? "Classic"
-                                                                                                 : "V7") +
+                             return NameOf(std::get<0>(given.param)) +
                                     (std::get<1>(given.param) == skins::Scheme::Dark ? "Dark" : "Light");
                          });
 

@@ -14,20 +14,20 @@ struct CloseLibrary
 };
 using Library = std::unique_ptr<void, CloseLibrary>;
 
-/// A handle of the module that is loaded at this address, without loading anything.
+/// A handle of the module that is loaded at this address. Nothing is loaded for it.
 Library OpenLoaded(ModuleHandle module, Dl_info& info)
 {
     if (!module || !::dladdr(module, &info))
         return nullptr;
     Library library(::dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD));
-    // The program itself is not found by its file name.
+    // The program itself cannot be found by its file name.
     return library ? std::move(library) : Library(::dlopen(nullptr, RTLD_LAZY));
 }
 
 const EmbeddedResource* FindTable(void* library, const void* loadAddress)
 {
     void* const table = ::dlsym(library, "zetModuleResources");
-    // The lookup goes on into the libraries that the module uses; their tables are not the module's.
+    // The lookup goes on into the libraries that the module uses. Their tables are not the module's.
     Dl_info owner{};
     if (!table || !::dladdr(table, &owner) || owner.dli_fbase != loadAddress)
         return nullptr;

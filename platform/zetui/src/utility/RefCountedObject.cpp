@@ -4,7 +4,8 @@ namespace zetui::utility {
 
 namespace {
 
-/// So many references that those which a destructor takes for a moment do not delete the object again.
+/// The count while the destructor runs. It is so large that references which the destructor takes for a
+/// moment do not delete the object again.
 constexpr int beingDeleted = 1 << 30;
 
 } // namespace

@@ -10,7 +10,7 @@ struct RefCountedObjectWithWeakPtr::WeakTarget
 
 RefCountedObjectWithWeakPtr::~RefCountedObjectWithWeakPtr()
 {
-    // For objects that nobody ever referred to, whose constructor failed, for example.
+    // Needed for objects that nobody ever referred to, such as one whose constructor failed.
     RefCountedObjectWithWeakPtr::BeforeDeletion();
 }
 

@@ -5,7 +5,7 @@
 
 #include <zetcore/geom/RectT.h>
 #include <zetui/Export.h>
-#include <zetui/archives/NodeFactory.h>
+#include <zetui/archives/NodeArchive.h>
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/dialogs/UI_Dialog.h>
 #include <zetui/nodes/UI_NodeManager.h>
@@ -23,16 +23,19 @@ struct PointF
 };
 using DialogFlags = unsigned;
 
-/// A window whose controls come from a layout archive. "Name" is the resource "NAME" of type "xml", or
-/// "NAME.V7" in the V7 skin. A modal dialog disables the parent while it is open. Return presses the OK
-/// button, Escape the cancel button (or closes with the cancel response). Main thread.
+/// The resource of a layout archive, which is of type "xml": "NAME" for "Name", and in most skins the skin's
+/// suffix behind it, such as "NAME.V7".
+ZETUI_API std::string ResourceOfArchive(std::string archiveName);
+
+/// A window whose controls come from a layout archive. A modal dialog disables the parent while it is open.
+/// Return presses the OK button, Escape the cancel button (or closes with the cancel response). Main thread.
 class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEventFilter
 {
   public:
     using RectF = zetcore::geom::RectT<float>;
     using RectI = zetcore::geom::RectT<int>;
 
-    /// `resizable`, `hasTitleBar`; `origin` (0, 0) centres it on the parent; `modeless` windows do not block.
+    /// An `origin` of (0, 0) centres the window on its parent. A `modeless` window does not block its parent.
     /// The resource manager and the supplier are not owned. Throws `archive_error` for an archive that is
     /// missing or malformed.
     UI_ArchivedDialog(const pixmill::SupplierInterface* supplier, const utility::ResourceManager* resources,
@@ -44,17 +47,18 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
     utility::IntrusivePtr<UI_Node> GetNodeForID(const std::string& id) const;
     UI_SubView* GetRootView() const noexcept;
     const pixmill::SupplierInterface* GetSupplier() const noexcept;
-    /// The window's native handle; for alerts on top of it.
+    /// The window's native handle, so that alerts can stand on top of it.
     HWND GetNativeWindow() const;
 
     void SetOkButton(const utility::IntrusivePtr<controls::UI_TextButton>& button);
     void SetCancelButton(const utility::IntrusivePtr<controls::UI_TextButton>& button);
     void SetMinimumSize(float width, float height);
-    /// The whole window on the screen: position and size of its content. With `keepOnScreen`, moved back
-    /// where it would be out of sight.
+    /// The position and size of the window's content on the screen. With `keepOnScreen`, a window that would
+    /// be out of sight is moved back.
     void UI_SetGlobalStructureRect(const RectI& rect, bool keepOnScreen);
     RectI UI_GetGlobalStructureRect() const;
-    /// Gets the focus when the modal run starts: the first node of the Tab order unless set.
+    /// This node gets the focus when the modal run starts. Unless it is set, the first node of the Tab order
+    /// does.
     void SetFirstFocusNode(const utility::IntrusivePtr<UI_Node>& node);
     utility::IntrusivePtr<UI_Node> GetFirstFocusNode() const;
     /// Closes with this response; the modal run returns it.
@@ -69,15 +73,15 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
     void PostClose() override;
     Response RunModal() override;
 
-    /// The content's size has changed: the automatic layout runs.
+    /// Called when the content's size has changed. The base runs the automatic layout.
     virtual void UI_SizeChanged(const RectF& bounds);
     bool UI_DoPreKeyboardEvent(UI_Node* target, const KeyboardEvent& event) override;
 
   protected:
     ~UI_ArchivedDialog() override;
-    /// Gives every node its archived place, the texts of those that show the room that they need, and the
-    /// window the size for it. The constructor has done it; a dialog that then hides controls or shows others
-    /// does it again before it places anything itself.
+    /// Gives every node its archived place, gives those with texts the room that they need, and makes the
+    /// window large enough for that. The constructor has done it. A dialog that then hides controls, or shows
+    /// others, does it again before it places anything itself.
     void FitToTexts();
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zetui/skins/ButtonVariant.h>
+#include <zetui/skins/Skins.h>
 
 namespace zetui::controls {
 
@@ -15,7 +15,7 @@ struct ButtonComponents
     {}
 
     Variant variant = Variant::Primary;
-    /// Without a frame until it is pointed at.
+    /// The button has no frame until the mouse is over it.
     bool quiet = false;
 };
 

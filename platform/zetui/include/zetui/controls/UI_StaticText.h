@@ -22,8 +22,8 @@ class ZETUI_API UI_StaticText : public UI_ControlView
     void SetText(const std::wstring& text);
     std::wstring GetText() const;
     void SetAlignment(int alignment);
-    /// The control that the text names: its mnemonic ("&" before a letter) goes there, and screen readers say
-    /// the text for it.
+    /// The control that the text names. The text's mnemonic ("&" before a letter) leads to it, and screen
+    /// readers read the text as its name.
     void SetBuddy(UI_Node* control);
 
   protected:

@@ -11,9 +11,9 @@
 
 namespace zetui::controls {
 
-/// A push button with a text. In the V7 skin, one whose archived size is an icon's (24 by 24) shows its
-/// archived icon or the one of its id, with its text as tooltip and accessible name. "&" before a letter
-/// makes it the mnemonic. Sends `UI_ButtonChangedMessage`.
+/// A push button with a text. In a skin with icons, a button whose archived size is an icon's shows its
+/// archived icon or the one of its id; its text is then the tooltip and the accessible name. "&" before a
+/// letter makes that letter the mnemonic. Sends `UI_ButtonChangedMessage`.
 class ZETUI_API UI_TextButton : public UI_ControlView
 {
   public:
@@ -26,7 +26,7 @@ class ZETUI_API UI_TextButton : public UI_ControlView
     /// Shows the icon instead of the text: "add", "remove", "reset", "ok" or "cancel"; an empty name goes
     /// back to the text.
     void SetIcon(const std::string& name);
-    /// Presses and releases it.
+    /// Presses and releases the button.
     void Click();
 
     /// The width and height that a button with this text needs.

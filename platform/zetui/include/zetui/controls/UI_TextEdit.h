@@ -21,7 +21,7 @@ class ZETUI_API UI_TextEdit : public UI_ControlView
     ~UI_TextEdit() override;
 };
 
-/// With a button that empties it.
+/// A field with a button that empties it.
 class ZETUI_API UI_ClearButtonTextEdit : public UI_TextEdit
 {
   public:
@@ -35,11 +35,11 @@ class ZETUI_API UI_ClearButtonTextEdit : public UI_TextEdit
     ~UI_ClearButtonTextEdit() override;
 };
 
-/// With a magnifier and a prompt in front, so that it explains itself without a label.
+/// A field with a magnifier and a prompt in front, so that it explains itself without a label.
 class ZETUI_API UI_SearchBox : public UI_ClearButtonTextEdit
 {
   public:
-    /// `withMenu`: a menu at the magnifier; `searchOnReturnOnly`: no interactive messages.
+    /// `withMenu` gives the magnifier a menu. With `searchOnReturnOnly` there are no interactive messages.
     UI_SearchBox(bool withMenu, bool searchOnReturnOnly);
     void SetPrompt(const std::wstring& prompt);
 

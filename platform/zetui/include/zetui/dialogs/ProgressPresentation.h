@@ -18,18 +18,18 @@ class ZETUI_API ProgressPresentation
     virtual ~ProgressPresentation();
     virtual void Show(const std::string& title, const std::string& text, bool cancellable) = 0;
     virtual void SetExtraText(const std::string& text) = 0;
-    /// The extra text, and behind it, in brackets, how long it has been the same. Here: one extra text of
-    /// both.
+    /// Shows the extra text and, behind it in brackets, how long it has been the same. The base makes one
+    /// extra text of both.
     virtual void SetPatience(const std::string& extraText, const std::string& patience);
-    /// A total of 0 is a busy bar. The counts are shown as they are; the bar stays where it was when they go
-    /// back.
+    /// A total of 0 is a busy bar. The counts are shown as they are, and the bar stays where it was when they
+    /// go back.
     virtual void SetProgress(unsigned long long progress, unsigned long long total,
                              const std::string& text) = 0;
-    /// All is done: what `Hide` takes away next ends with a full bar. Here: nothing.
+    /// Called when all is done: the bar is full when `Hide` takes it away. The base does nothing.
     virtual void Finish();
     virtual void Hide() = 0;
-    /// Deals with pending input and repaints; with `wait`, sleeps for a moment when there is nothing to do.
-    /// True when the user asked to cancel since the last call.
+    /// Deals with pending input and repaints. With `wait`, it sleeps for a moment when there is nothing to
+    /// do. True when the user asked to cancel since the last call.
     virtual bool ProcessEvents(bool wait) = 0;
 };
 
@@ -39,8 +39,8 @@ enum class AlertKind
     Caution,
 };
 
-/// The question of a message box; buttons and icons as in `messagebox`. `buttonSet` has at least one known
-/// button, and `defaultButton` is one of the set.
+/// The question of a message box. Its buttons and icons are those of `messagebox`. `buttonSet` has at least
+/// one known button, and `defaultButton` is one of the set.
 struct Question
 {
     std::string title, message;
@@ -49,8 +49,8 @@ struct Question
     int icon = 0;
 };
 
-/// Texts are UTF-8 and shown as they are. The parent is the window that a dialog belongs to and blocks; none
-/// stands for the whole application.
+/// Texts are UTF-8 and shown as they are. A dialog belongs to its parent window and blocks it; without a
+/// parent it blocks the whole application.
 class ZETUI_API Presentation
 {
   public:
@@ -59,15 +59,15 @@ class ZETUI_API Presentation
     /// Returns when the user has dismissed it.
     virtual void ShowAlert(AlertKind kind, const std::string& title, const std::string& message,
                            ui::WindowVariant parent) = 0;
-    /// The button that was pressed. Here: shows the message as an alert and takes the default button, because
-    /// nobody can be asked.
+    /// The button that was pressed. The base shows the message as an alert and takes the default button,
+    /// because nobody can be asked.
     virtual int Ask(const Question& question, ui::WindowVariant parent);
-    /// The folder that the user chose, empty when there is none. Here: none.
+    /// The folder that the user chose; empty when the user chose none, as in the base.
     virtual std::wstring ChooseFolder(const std::wstring& title, ui::WindowVariant parent);
 };
 
-/// The presentation in use; never null: the terminal's on standard error unless a program installed another.
-/// Main thread.
+/// The presentation in use. It is never null: unless a program installed another, it is the terminal's on
+/// standard error. Main thread.
 ZETUI_API std::shared_ptr<Presentation> GetPresentation();
 /// Null goes back to the default.
 ZETUI_API void SetPresentation(std::shared_ptr<Presentation> presentation);

@@ -27,7 +27,7 @@ class ZETUI_API TerminalPresentation : public Presentation
         unsigned long long lastTotal = 0;
     };
 
-    /// The time by which it redraws the line; tests hand in their own.
+    /// The clock by which it redraws the line. Tests bring their own.
     using Now = std::function<std::chrono::steady_clock::time_point()>;
 
     /// The stream is not owned. `quiet` shows alerts only.

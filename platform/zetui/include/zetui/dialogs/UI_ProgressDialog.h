@@ -22,8 +22,8 @@ class Patience;
 class ZETUI_API UI_ProgressDialog : public UI_Dialog
 {
   public:
-    /// `indeterminate`: starts as a busy bar; `cancellable`: has a cancel button; `closeWhenFull`: closes
-    /// itself when progress reaches the total.
+    /// With `indeterminate` it starts as a busy bar. With `cancellable` it has a cancel button. With
+    /// `closeWhenFull` it closes itself when progress reaches the total.
     UI_ProgressDialog(const pixmill::SupplierInterface* supplier, const std::string& title,
                       const std::string& text, ui::WindowVariant parent, bool indeterminate, bool cancellable,
                       bool closeWhenFull);
@@ -64,7 +64,7 @@ class ZETUI_API UI_ProgressDialog : public UI_Dialog
     std::unique_ptr<Patience> patience;
     std::unique_ptr<ProgressPresentation> shown;
     bool visible = false;
-    /// How many calls of the presentation are under way: it must not be destroyed meanwhile.
+    /// The number of calls of the presentation that are under way. It must not be destroyed meanwhile.
     int processing = 0;
     std::optional<Response> closedWith;
 };

@@ -9,7 +9,7 @@
 /// Alerts that block until the user has dismissed them. Texts are shown as they are. Main thread.
 namespace zetui::dialogs::messagebox {
 
-/// Buttons, as flags of a set and as the answer.
+/// The buttons. They are flags of a set, and one of them is the answer.
 inline constexpr int kOK = 1;
 inline constexpr int kCancel = 2;
 inline constexpr int kYes = 16;
@@ -24,9 +24,9 @@ enum Icon : int
     kIconStop = 3,
 };
 
-/// Asks, and returns the button that was pressed. Closing the window answers with cancel, or no, or (where
-/// the set has neither) the default button. Without a display nobody can be asked: the default button is the
-/// answer.
+/// Asks, and returns the button that was pressed. Closing the window answers with cancel, with no, or, where
+/// the set has neither, with the default button. Without a display nobody can be asked, and the default
+/// button is the answer.
 ZETUI_API int Messagebox(const pixmill::SupplierInterface* supplier, const std::wstring& title,
                          const std::wstring& message, ui::WindowVariant parent, int buttonSet,
                          int defaultButton, int icon);

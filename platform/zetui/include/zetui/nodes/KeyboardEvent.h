@@ -15,7 +15,7 @@ class KeyboardEvent
     bool IsShiftDown() const noexcept { return shiftDown; }
     bool IsControlDown() const noexcept { return controlDown; }
     bool IsAltDown() const noexcept { return altDown; }
-    /// The toolkit's own event, while it is being delivered; for the toolkit.
+    /// The toolkit's own event, which exists while it is being delivered. Only the toolkit uses it.
     void* NativeEvent() const noexcept { return native; }
 
   private:

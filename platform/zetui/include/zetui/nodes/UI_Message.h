@@ -39,7 +39,7 @@ class ZETUI_API UI_ButtonChangedMessage : public UI_ControlChangedMessage
     ~UI_ButtonChangedMessage() override;
 };
 
-/// A change under way: every character typed.
+/// A step of a change, such as every character typed.
 class ZETUI_API UI_InteractiveControlChangedMessage : public UI_Message
 {
   public:
@@ -62,8 +62,8 @@ MessageFunction BindMessageFunction(Object* object, void (Object::*member)(Messa
     });
 }
 
-/// The same through the object's weak key: nothing is called once the object is gone, and it stays alive
-/// during the call.
+/// The same through the object's weak key. Nothing is called once the object is gone, and the object stays
+/// alive during the call.
 template<typename Object, typename Message>
 MessageFunction BindMessageFunctionWeakly(Object* object, void (Object::*member)(Message*))
 {

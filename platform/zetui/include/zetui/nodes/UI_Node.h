@@ -16,11 +16,10 @@ namespace zetui::ui {
 
 class UI_SubView;
 
-/// One element of a window, drawn and driven by the toolkit. Held by intrusive pointers; its parent holds
-/// one. All of the user interface runs on the main thread.
-///
-/// Frames: the flag of `UI_GetLocalRectF` chooses the coordinates: true for the parent's (where the node is),
-/// false for the node's own (left and top are 0).
+/// One element of a window, drawn and driven by the toolkit. Nodes are held by intrusive pointers, one of
+/// which is the parent's. All of the user interface runs on the main thread. The flag of `UI_GetLocalRectF`
+/// chooses the coordinates: true for the parent's, which say where the node is, false for the node's own, in
+/// which left and top are 0.
 class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
 {
   public:
@@ -40,7 +39,7 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
 
     void UI_Show(bool show);
     void UI_Hide(bool hide) { UI_Show(!hide); }
-    /// Its own flag, whatever its parents' are.
+    /// The node's own flag, whatever its parents' flags are.
     bool UI_IsShown() const;
     void UI_SetEnabled(bool enable);
     void UI_SetDisabled(bool disable) { UI_SetEnabled(!disable); }
@@ -48,7 +47,7 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     bool UI_IsEnabled() const;
     void UI_SetTooltip(const std::wstring& text);
     std::wstring UI_GetTooltip() const;
-    /// Screen readers say this; when it is not set, the control's own text.
+    /// Screen readers say this name. Unless it is set, they say the control's own text.
     void UI_SetAccessibleName(const std::wstring& name);
 
     /// Null for a root and for a node that is in no window.
@@ -56,20 +55,21 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     /// With `orChild`, also true when a descendant has it.
     bool UI_HasKeyboardFocus(bool orChild) const;
     void UI_GainKeyboardFocus(FocusChangeReason reason);
-    /// Takes part in the Tab order.
+    /// Says whether the node takes part in the Tab order.
     virtual void SetWantsKeyboardFocus(bool wants);
     void UI_Redraw();
 
     /// Draws the node below its children. The base draws its background, if it has one.
     virtual void UI_Draw(pixmill::Pixmill* context);
-    /// The node's own size has changed (in its own coordinates). The base lays out children where it has any.
+    /// Called when the node's size has changed, with its bounds in its own coordinates. The base lays out the
+    /// children, if there are any.
     virtual void UI_SizeChanged(const RectF& bounds);
-    /// True when the node has dealt with the event. Called for keys that the focus within it has left; nodes
-    /// that bring a widget of their own say themselves which keys they hand on.
+    /// True when the node has dealt with the event. Called for keys that nothing with the focus within the
+    /// node has taken. A node with a widget of its own decides itself which keys it hands on.
     virtual bool UI_DoKeyboardEvent(UI_Node* target, const KeyboardEvent& event);
 
-    /// The toolkit's object behind the node (a `QWidget*`); for the toolkit, for tests and for hosts that
-    /// know.
+    /// The toolkit's object behind the node (a `QWidget*`). It is for the toolkit, for tests, and for hosts
+    /// that know the toolkit.
     void* NativeWidget() const noexcept;
 
   protected:

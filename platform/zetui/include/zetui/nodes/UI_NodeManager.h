@@ -22,7 +22,7 @@ class ZETUI_API KeyboardEventFilter
 class ZETUI_API UI_NodeManager
 {
   public:
-    /// Never null; made on first use. `forTests` gives a fresh one, without filters.
+    /// Never null; made on first use. With `forTests`, it is a fresh one without filters.
     static UI_NodeManager* Get(bool forTests);
     /// The last one added is asked first. With `onlyWhenFocused`, a filter that is a node is asked only while
     /// it or a descendant has the focus.

@@ -10,14 +10,15 @@
 
 namespace zetui::ui {
 
-/// How a view lays out its children when its size changes; the flags of the layout archive (docs/files.md
-/// says what they do together). A layout starts from where the children were last placed by somebody, so that
-/// a view that shrinks and grows again gets its old look back.
+/// How a view lays out its children when its size changes. These are the flags of the layout archive, and
+/// docs/files.md says what they do together. A layout starts from where the children were last placed, so
+/// that a view that shrinks and grows again gets its old look back.
 struct AutoLayout
 {
-    /// Off: children stay where they are.
+    /// When it is off, children stay where they are.
     bool enabled = false;
-    /// The direction along which children are arranged; across it they keep their constraints.
+    /// Children are arranged beside each other, and not below each other. Across that direction they keep
+    /// their constraints.
     bool horizontal = false;
     /// Children keep their distances to the view's edges.
     bool maintainMargins = false;
@@ -26,7 +27,8 @@ struct AutoLayout
     bool layoutChildren = true;
 };
 
-/// These sides of a node keep their distance to its parent's, and these sizes stay; the archive's bit set.
+/// The bits of the archive's constraints: these sides of a node keep their distance to the parent's, and
+/// these sizes stay.
 enum Constraint : unsigned
 {
     kConstraintLeft = 1,
@@ -48,7 +50,7 @@ class ZETUI_API UI_SubView : public UI_Node
     void RemoveChild(UI_Node* child);
     std::size_t ChildCount() const noexcept;
     utility::IntrusivePtr<UI_Node> GetChild(std::size_t index) const;
-    /// Depth first, this node included; null when there is none.
+    /// Searches depth first and begins with this node. Null when there is no such node.
     utility::IntrusivePtr<UI_Node> FindNodeForID(const std::string& id);
 
     void SetAutoLayout(const AutoLayout& layout);

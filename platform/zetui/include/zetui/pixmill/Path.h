@@ -29,7 +29,7 @@ class ZETUI_API Path
 
 namespace zetui::utils {
 
-/// Something for each of the four edges.
+/// A value for each of the four edges.
 template<typename T>
 struct FourEdgeTupleT
 {

@@ -10,8 +10,8 @@
 
 namespace zetui::pixmill {
 
-/// A drawing context on a surface (a window or an image), in the coordinates of the view that is drawn. Valid
-/// during the draw call only. Main thread.
+/// A drawing context on a surface (a window or an image), in the coordinates of the view that is drawn. It is
+/// valid during the draw call only. Main thread.
 class ZETUI_API Pixmill
 {
   public:
@@ -54,7 +54,7 @@ ZETUI_API float GetTextWidth(const Font& font, const std::wstring& text);
 /// The text as it fits into the width, with an ellipsis where it was cut.
 ZETUI_API std::wstring TruncateString(const Font& font, const std::wstring& text, TextTruncation truncation,
                                       float width);
-/// From the top of a cell of this height to the baseline of a text that is centred in it.
+/// The distance from the top of a cell of this height to the baseline of a text that is centred in it.
 ZETUI_API float GetFontBaseline(const Font& font, float cellHeight);
 
 } // namespace zetui::pixmill

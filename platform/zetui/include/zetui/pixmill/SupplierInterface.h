@@ -15,7 +15,7 @@ class ZETUI_API SupplierInterface
     virtual PenP CreatePen(const Color& color, float width) const;
 };
 
-/// The toolkit's own.
+/// The toolkit's own supplier.
 ZETUI_API const SupplierInterface& DefaultSupplier();
 
 } // namespace zetui::pixmill

@@ -11,27 +11,27 @@ namespace zetui::skins {
 struct ListSizes
 {
     float rowHeight;
-    /// Left and right of a text, so that it stands below its column's title.
+    /// Above and below a text, and left and right of it. The second puts texts below their column's title.
     std::pair<float, float> cellPadding;
-    /// Left of a checkbox.
+    /// The gap left of a checkbox.
     float checkboxInset;
-    /// The height of a button; without one, as much as the row has left by `roomAroundButton`.
+    /// The height of a button. Without one, the button is as high as the row less `roomAroundButton`.
     std::optional<float> buttonHeight;
-    /// Above and below a button together.
+    /// The room above and below a button, both together.
     float roomAroundButton;
-    /// Right of a button.
+    /// The gap right of a button.
     float buttonInset;
-    /// Between a text and the button behind it.
+    /// The gap between a text and the button behind it.
     float buttonGap;
-    /// How far the surface behind a failure's text reaches beyond the text, left and right.
+    /// The surface behind a failure's text reaches beyond the text by this much, left and right.
     float surfaceBesideText;
-    /// Above and below that surface.
+    /// The room above that surface, and below it.
     float roomAroundSurface;
 
     float ButtonHeight(float height) const { return buttonHeight.value_or(height - roomAroundButton); }
 };
 
-/// Those of the skin in use.
+/// The sizes of the skin in use.
 ZETUI_API const ListSizes& GetListSizes();
 
 } // namespace zetui::skins

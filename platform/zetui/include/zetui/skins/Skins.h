@@ -16,14 +16,23 @@ enum class Skin
     V7,
 };
 
-/// Before any window is open. V7 unless it is called.
+/// Call it before any window is open. Without a call the skin is V7.
 ZETUI_API void SetSkin(Skin skin);
 ZETUI_API Skin GetSkin();
 ZETUI_API bool IsRunningV7OrBeyond();
-/// The oldest first.
+/// All skins, the oldest first.
 ZETUI_API std::vector<Skin> AllSkins();
-/// In small letters, as users type it.
+/// The skin's name in small letters, as users type it.
 ZETUI_API std::string NameOf(Skin skin);
+
+/// How a button looks, in skins that tell buttons apart.
+enum class ButtonVariant : int
+{
+    Primary = 0,
+    Secondary = 1,
+    Negative = 2,
+    Accent = 3,
+};
 
 enum class Scheme
 {
@@ -40,11 +49,11 @@ namespace zetui::skins::utilities {
 
 ZETUI_API pixmill::Color GetDefaultTextColor();
 ZETUI_API pixmill::Color GetDefaultTextDisabledColor();
-/// Behind a text in the default colour that says that something has failed.
+/// The surface behind a text that says that something has failed. The text has the default colour.
 ZETUI_API pixmill::Color GetFailureSurfaceColor();
-/// Of the line around a section of a window.
+/// The colour of the line around a section of a window.
 ZETUI_API pixmill::Color GetBoxOutlineColor();
-/// Of what has round corners.
+/// The radius of the corners of buttons and fields.
 ZETUI_API float GetCornerRadius();
 
 } // namespace zetui::skins::utilities
@@ -52,7 +61,7 @@ ZETUI_API float GetCornerRadius();
 namespace zetui::ui {
 
 class ThemeProvider;
-/// Stands for the current theme; may be null.
+/// Null stands for the current theme.
 ZETUI_API const ThemeProvider* GetDefaultThemeProvider();
 
 /// Colour of the outline around a section (`GetColor`).

@@ -18,16 +18,14 @@ namespace zetui::controls {
 /// Flags of `UI_MultiColumnTree::Init`; none are needed.
 using TreeFlags = unsigned;
 
-/// A list of rows with columns, drawn by callbacks, with controls in its cells. Row widgets are made for
-/// visible rows only, by the row-visibility callback, so that its cost does not grow with the number of rows.
-/// Rows appended without a deferred-layout guard are shown when control is back in the event loop, or when
-/// somebody asks for their place. Exceptions of callbacks do not get lost in the toolkit: the modal run that
-/// is going on throws them again. Main thread.
-///
-/// Keyboard: arrows, Page Up and Down, Home and End select rows (Left and Right select cells, where cells may
-/// be selected); typed letters jump to the next row whose text in the second (or only) column begins with
-/// them; Tab moves through the controls of the selected row's cells and then leaves the list; Space toggles
-/// the checkbox in its first cell.
+/// A list of rows with columns, drawn by callbacks, with controls in its cells. The row-visibility callback
+/// makes the controls for visible rows only, so that their cost does not grow with the number of rows. Rows
+/// that are appended without a deferred-layout guard are shown when control is back in the event loop, or
+/// when somebody asks for their place. The modal run that is going on throws the exceptions of callbacks
+/// again. Main thread. Arrows, Page Up and Down, Home and End select rows; Left and Right select cells, where
+/// cells may be selected. Typed letters lead to the next row whose text in the second (or only) column begins
+/// with them. Tab moves through the controls in the selected row and then leaves the list. Space toggles the
+/// checkbox in the row's first cell.
 class ZETUI_API UI_MultiColumnTree : public UI_ControlView
 {
   public:
@@ -55,7 +53,7 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetSupportNonArrowKeysToSelectRow(bool support);
     void SetSupportUserSelectableRows(bool support);
     void SetSupportUserSelectableCells(bool support);
-    /// For a tree without header. Columns have the ids 0, 1 and so on.
+    /// Sets the columns of a tree without header. They get the ids 0, 1 and so on.
     void SetNumberOfColumns(int count);
     void SetColumnWidth(int column, float width);
     float GetContentViewWidth() const;
@@ -70,30 +68,30 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetRowVisibilityChangedCallback(RowCallback callback);
     void SetCellSelectionChangedCallback(std::function<void()> callback);
     /// The text by which a cell is sorted. Texts are compared as people expect: letters by the user's locale,
-    /// case apart, numbers by value; equal ones keep their fill order.
+    /// without regard to case, and numbers by value. Equal ones keep their fill order.
     void SetCellSortDataFunction(CellSortDataFunction function);
-    /// The text that screen readers and type-ahead get for a cell; the sort data where it is not set.
+    /// The text of a cell for screen readers and type-ahead. Unless it is set, they get the sort data.
     void SetCellTextFunction(CellSortDataFunction function);
-    /// The tooltip of a cell; none where it is not set or empty.
+    /// The tooltip of a cell. An empty text shows no tooltip.
     void SetCellTooltipFunction(CellSortDataFunction function);
 
-    /// Says in the middle of the list why there is nothing, while it has no rows. Is no row itself.
+    /// While the list has no rows, this text says in its middle why. It is no row.
     void SetEmptyText(const std::wstring& text);
 
-    /// Tells of a selection that goes with them, but not of rows that were visible.
+    /// The callback hears of a selection that goes with the rows, but not that visible rows are gone.
     void RemoveAllRows();
-    /// Appends in fill order. Only top-level rows are supported: `parent` must be null. `sortLater`: its
-    /// place is found by the next `SortTree` or at the end of the deferred layout.
+    /// Appends a row in fill order. Rows have no parents here, so `parent` must be null. With `sortLater`,
+    /// the row's place is found by the next `SortTree` or at the end of the deferred layout.
     void AppendRow(const RowPtr& row, UI_MultiColumnTreeRow* parent, bool sortLater);
     RowPtr CreateAndAppendRow();
-    /// Sorts by the header's sort column; without one, fill order.
+    /// Sorts by the header's sort column. Without a sort column, rows stand in fill order.
     void SortTree();
-    /// The sort data of some row has changed. Until somebody says so (or sorts, or sets another column,
-    /// direction or function), rows that have been sorted keep their order among each other when they are
-    /// removed and appended again, and nobody is asked for their data.
+    /// Says that the sort data of some row has changed. Until somebody says so, or sorts, or sets another
+    /// column, direction or function, rows that have been sorted keep their order when they are removed and
+    /// appended again, and nobody is asked for their data.
     void ForgetSortedPlaces();
     int GetRowCount() const;
-    /// As shown, from the top.
+    /// The row at this place, counted from the top as shown.
     RowPtr GetRowAt(int place) const;
     bool IsRowVisible(const UI_MultiColumnTreeRow* row) const;
     void ScrollToTop(bool redraw);

@@ -10,13 +10,13 @@ namespace zetui::controls {
 
 class UI_MultiColumnTree;
 
-/// The titles above a tree: moved and resized by dragging, sorted by a click, fitted by a double click on a
-/// title's right edge. Columns have ids of their own; a cell index (position) is the column's place as the
-/// header shows it.
+/// The titles above a tree. Dragging moves and resizes columns, a click sorts by one, and a double click on a
+/// title's right edge fits it. Columns have ids of their own. A cell index (position) is the column's place
+/// as the header shows it.
 class ZETUI_API UI_MultiColumnTreeHeaderRow : public utility::RefCountedObject
 {
   public:
-    /// Becomes the tree's header, which holds it.
+    /// The row becomes the tree's header, and the tree holds it.
     explicit UI_MultiColumnTreeHeaderRow(UI_MultiColumnTree* tree);
 
     void AppendColumn(const std::wstring& title, unsigned id);
@@ -24,26 +24,28 @@ class ZETUI_API UI_MultiColumnTreeHeaderRow : public utility::RefCountedObject
     /// The id of the column at a position; 0 for a position that there is not.
     unsigned GetColumnAt(int position) const;
     std::wstring GetColumnTitle(unsigned id) const;
-    /// In pixels; without what the last column takes beyond its own width. Unknown ids: nothing, and 0.
+    /// The width in pixels, without what the last column takes beyond its own width. For an unknown id,
+    /// setting does nothing and the width is 0.
     void SetColumnWidth(unsigned id, float width);
     float GetColumnWidth(unsigned id) const;
     /// The last column, as the header shows them, is at least as wide as it was made, and takes what the
     /// others leave free. Off unless it is called.
     void SetLastColumnTakesFreeWidth(bool takes);
-    /// The user can neither drag this column to another place nor another column past it: for columns whose
-    /// cells hold controls, which belong to a position. Unknown ids: nothing.
+    /// The user can neither drag this column to another place nor another column past it. Columns with
+    /// controls in their cells need it, because the controls belong to a position. An unknown id does
+    /// nothing.
     void SetColumnKeepsPlace(unsigned id, bool keeps);
-    /// Moves a column to a position, also one that keeps its place when it is dragged.
+    /// Moves a column to a position, even a column that the user cannot drag.
     void MoveColumn(unsigned id, int position);
 
-    /// 0: unsorted (fill order). Sorting happens with `UI_MultiColumnTree::SortTree`, and at once after a
-    /// click.
+    /// The id 0 means unsorted, which is fill order. Rows are sorted by `UI_MultiColumnTree::SortTree`, and
+    /// at once after a click.
     void SetSortColumn(unsigned id);
     unsigned GetSortColumn() const;
     void SetSortDirection(bool ascending);
     bool IsSortDirectionAscending() const;
 
-    /// Asked on a double click on the title's right edge.
+    /// Called on a double click on the title's right edge.
     void SetColumnBestFitWidthCallback(std::function<float(unsigned id)> callback);
 
   protected:

@@ -11,20 +11,20 @@ namespace zetui::controls {
 
 class UI_MultiColumnTree;
 
-/// One row of a tree. It carries no data of its own: the tree's callbacks give its texts. Small; a list may
-/// have 100,000 of them.
+/// One row of a tree. It has no data of its own, because the tree's callbacks give its texts. Rows are small,
+/// since a list may have 100,000 of them.
 class ZETUI_API UI_MultiColumnTreeRow : public utility::RefCountedObject
 {
   public:
-    /// `selectable` rows can be selected. Null: `AppendRow` attaches it.
+    /// Rows that are `selectable` can be selected. A row may have no tree yet: `AppendRow` attaches it.
     explicit UI_MultiColumnTreeRow(bool selectable, UI_MultiColumnTree* tree = nullptr);
 
     UI_MultiColumnTree* GetTree() const noexcept { return tree; }
     bool IsSelectable() const noexcept { return selectable; }
-    /// The view in the row's cell at this position (0 is the first cell that the header shows), into which
-    /// controls may be inserted. Made on first use; kept while the row is visible. Its coordinates are the
-    /// cell's. Null for a position that there is not, and for a row in no tree; an empty one that nobody
-    /// keeps while the row is not visible.
+    /// The view in the row's cell at this position, into which controls may be inserted. Position 0 is the
+    /// first cell that the header shows. The view is made on first use and kept while the row is visible;
+    /// while it is not, the answer is an empty view that nobody keeps. Its coordinates are the cell's. Null
+    /// for a position that does not exist, and for a row in no tree.
     utility::IntrusivePtr<ui::UI_SubView> GetCellView(int position);
 
   protected:
@@ -34,9 +34,9 @@ class ZETUI_API UI_MultiColumnTreeRow : public utility::RefCountedObject
     friend class UI_MultiColumnTree;
     friend struct TreeAccess;
     UI_MultiColumnTree* tree;
-    /// Its place in fill order; the tree's.
+    /// The row's place in fill order. The tree sets it.
     int index = -1;
-    /// Among the rows that were sorted last; the tree's.
+    /// The row's place among the rows that were sorted last. The tree sets it.
     int sortedPlace = -1;
     bool selectable;
 };

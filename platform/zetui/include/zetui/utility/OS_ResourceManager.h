@@ -13,7 +13,7 @@ namespace zetui::utility {
 using ModuleHandle = void*;
 
 /// One entry of the table that a shared object exports as `zetModuleResources` where the system has no
-/// resources of its own; an entry without name ends it.
+/// resources of its own. An entry without name ends the table.
 struct EmbeddedResource
 {
     const char* name;

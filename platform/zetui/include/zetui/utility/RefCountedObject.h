@@ -6,7 +6,7 @@
 
 namespace zetui::utility {
 
-/// Counts the references on itself and deletes itself with the last one. Starts with none.
+/// Counts the references on itself and deletes itself with the last one. It starts with no reference.
 class ZETUI_API RefCountedObject
 {
   public:
@@ -18,7 +18,7 @@ class ZETUI_API RefCountedObject
     RefCountedObject(const RefCountedObject&) = delete;
     RefCountedObject& operator=(const RefCountedObject&) = delete;
     virtual ~RefCountedObject();
-    /// The last reference has been given up: the destructor runs next.
+    /// Called when the last reference has been given up. The destructor runs next.
     virtual void BeforeDeletion() noexcept;
     bool IsBeingDeleted() const noexcept;
 

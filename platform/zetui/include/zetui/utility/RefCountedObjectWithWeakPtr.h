@@ -14,11 +14,11 @@ class ZETUI_API RefCountedObjectWithWeakPtr : public RefCountedObject
 {
   public:
     struct WeakTarget;
-    /// Outlives the object; copies are cheap.
+    /// The key outlives the object. Copies are cheap.
     using WeakKey = std::shared_ptr<WeakTarget>;
 
     WeakKey GetWeakKey();
-    /// A reference on the object, or null when it is gone (or on its way).
+    /// A reference on the object; null when the object is gone, or when its destructor runs.
     static IntrusivePtr<RefCountedObjectWithWeakPtr> Lock(const WeakKey& key);
 
   protected:

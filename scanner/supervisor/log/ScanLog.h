@@ -6,14 +6,13 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
-#include <zetcore/string/OutputTail.h>
 
 namespace zetaudiofilterscan {
 
-/// Keeps the output of plug-ins while they are scanned (standard output and error) and the scanner's notes
-/// about them: one file for each run of the scanner, made when there is something to write, in a folder of
-/// which the newest files are kept. A flood of output does not fill the disk. Scanning thread. Nothing
-/// throws: a log that cannot be written is traced once, and the scan goes on without.
+/// A file with the output of plug-ins while they are scanned (see `EntityOutput`) and the scanner's notes
+/// about them: one for each run of the scanner, made when there is something to write, in a folder of which
+/// the newest files are kept. A flood of output does not fill the disk. Scanning thread. Nothing throws: a
+/// log that cannot be written is traced once, and the scan goes on without.
 class ScanLog
 {
   public:
@@ -24,36 +23,35 @@ class ScanLog
     /// moment.
     ScanLog(std::wstring folder, std::string nameEnd);
 
-    /// The output that follows is this plug-in's.
-    void BeginEntity(const zetaudiofilterhost::PluginLocator& locator);
+    /// A line that says whose output follows.
+    void Heading(const std::string& line);
     /// Any bytes, cut anywhere.
     void Output(std::string_view bytes);
     /// A line of the scanner's own.
     void Note(const std::string& line);
 
-    /// The end of what came since `BeginEntity`.
-    const std::string& Tail() const noexcept { return tail.Text(); }
-    /// The last line with anything on it since `BeginEntity`, as it came.
-    std::string LastLine() const { return tail.LastLine(); }
     /// Empty while nothing has been written.
     const std::wstring& Path() const noexcept { return path; }
 
   private:
+    void WriteLine(const char* mark, const std::string& line);
     void Write(std::string_view bytes);
     void Open();
 
     std::wstring folder;
     std::string nameEnd;
     std::wstring path;
-    std::string entity;
-    bool entityNamed = false;
     bool atLineStart = true;
     bool failed = false;
     std::size_t written = 0;
-    zetcore::string::OutputTail tail;
 };
 
-/// Those of the names that are logs and go beyond the newest `keep`, oldest first.
+/// The plug-in in a line of the log or the trace (UTF-8).
+std::string NameForLog(const zetaudiofilterhost::PluginLocator& locator);
+/// The last ones of them, separated by commas, after the number of those before.
+std::string NamesForLog(const std::vector<zetaudiofilterhost::PluginLocator>& locators);
+
+/// The names of the logs that go beyond the newest `keep`, oldest first. Other names are passed over.
 std::vector<std::wstring> SurplusLogs(std::vector<std::wstring> names, std::size_t keep);
 
 } // namespace zetaudiofilterscan

@@ -1,4 +1,4 @@
-#include "supervisor/verdicts/ScanLog.h"
+#include "supervisor/log/ScanLog.h"
 
 #include <algorithm>
 #include <chrono>
@@ -58,29 +58,27 @@ ScanLog::ScanLog(std::wstring folderPath, std::string end)
     : folder(std::move(folderPath)), nameEnd(std::move(end))
 {}
 
-void ScanLog::BeginEntity(const zetaudiofilterhost::PluginLocator& locator)
+void ScanLog::Heading(const std::string& line)
 {
-    entity = zetcore::string::UTF16to8(locator.ToString());
-    entityNamed = false;
-    tail.Clear();
+    WriteLine("== ", line);
 }
 
 void ScanLog::Output(std::string_view bytes)
 {
     if (bytes.empty())
         return;
-    tail.Append(bytes);
-    if (!entityNamed && !entity.empty()) {
-        entityNamed = true;
-        Write((atLineStart ? "== " : "\n== ") + entity + "\n");
-    }
     Write(bytes);
     atLineStart = bytes.back() == '\n';
 }
 
 void ScanLog::Note(const std::string& line)
 {
-    Write((atLineStart ? "-- " : "\n-- ") + line + "\n");
+    WriteLine("-- ", line);
+}
+
+void ScanLog::WriteLine(const char* mark, const std::string& line)
+{
+    Write((atLineStart ? "" : "\n") + (mark + line) + "\n");
     atLineStart = true;
 }
 
@@ -107,6 +105,23 @@ void ScanLog::Open()
     DeleteSurplus(folder);
     const std::string name = TimeStamp() + "-" + nameEnd;
     path = File(Dir(folder), namePrefix + zetcore::string::AsciiToUTF16(name) + nameSuffix).FullPath();
+}
+
+std::string NameForLog(const zetaudiofilterhost::PluginLocator& locator)
+{
+    return zetcore::string::UTF16to8(locator.ToString());
+}
+
+std::string NamesForLog(const std::vector<zetaudiofilterhost::PluginLocator>& locators)
+{
+    constexpr std::size_t most = 20;
+    std::string text;
+    const std::size_t first = locators.size() - std::min(locators.size(), most);
+    if (first > 0)
+        text = std::to_string(first) + " others, ";
+    for (std::size_t index = first; index < locators.size(); ++index)
+        text += (index > first ? ", " : "") + NameForLog(locators[index]);
+    return text;
 }
 
 std::vector<std::wstring> SurplusLogs(std::vector<std::wstring> names, std::size_t keep)

@@ -1,4 +1,4 @@
-#include "supervisor/verdicts/ScanLog.h"
+#include "supervisor/log/ScanLog.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,9 +11,6 @@
 namespace zetaudiofilterscan {
 namespace {
 
-using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::TechnologyType;
-
 class ScanLogTest : public zettesting::HostFixture
 {
   protected:
@@ -21,57 +18,36 @@ class ScanLogTest : public zettesting::HostFixture
     ScanLog log{zettesting::ToWide(logs), "17"};
 
     std::string Text() const { return zettesting::ReadAll(zetcore::string::UTF16to8(log.Path())); }
-    static PluginLocator Plugin(const wchar_t* path) { return {TechnologyType::VST, path}; }
 };
 
-TEST_F(ScanLogTest, makes_no_file_while_there_is_nothing_to_write)
+TEST_F(ScanLogTest, MakesNoFileWhileThereIsNothingToWrite)
 {
-    log.BeginEntity(Plugin(L"/a.so"));
     log.Output("");
     EXPECT_FALSE(std::filesystem::exists(logs));
     EXPECT_TRUE(log.Path().empty());
 }
 
-TEST_F(ScanLogTest, says_whose_output_it_is)
+TEST_F(ScanLogTest, BeginsItsOwnLinesOnNewLines)
 {
-    log.BeginEntity(Plugin(L"/a.so"));
+    log.Heading("a");
     log.Output("one\ntw");
-    log.Output("o");
-    log.BeginEntity(Plugin(L"/silent.so"));
-    log.BeginEntity(Plugin(L"/b.so"));
+    log.Note("b");
     log.Output("three\n");
-    log.Note("four");
-    EXPECT_EQ(Text(), "== VST|/a.so|\none\ntwo\n== VST|/b.so|\nthree\n-- four\n");
+    log.Heading("c");
+    EXPECT_EQ(Text(), "== a\none\ntw\n-- b\nthree\n== c\n");
 }
 
-TEST_F(ScanLogTest, knows_the_last_line_of_the_plugin)
+TEST_F(ScanLogTest, StopsAtItsLimit)
 {
-    log.BeginEntity(Plugin(L"/a.so"));
-    EXPECT_EQ(log.LastLine(), "");
-    log.Output("first\nsecond\r\n \n");
-    EXPECT_EQ(log.LastLine(), "second");
-    log.Output("thi");
-    log.Output("rd");
-    EXPECT_EQ(log.LastLine(), "third");
-    log.Output(std::string(100000, 'x') + "\nlast");
-    EXPECT_EQ(log.LastLine(), "last");
-    log.BeginEntity(Plugin(L"/b.so"));
-    EXPECT_EQ(log.LastLine(), "");
-}
-
-TEST_F(ScanLogTest, stops_at_its_limit)
-{
-    log.BeginEntity(Plugin(L"/a.so"));
     const std::string block(65536, '~');
     for (std::size_t bytes = 0; bytes < 2 * ScanLog::maxBytes; bytes += block.size())
         log.Output(block);
     log.Output("\nthe end");
     EXPECT_LE(Text().size(), ScanLog::maxBytes + 200);
     EXPECT_NE(Text().find("reached its limit"), std::string::npos);
-    EXPECT_EQ(log.LastLine(), "the end");
 }
 
-TEST_F(ScanLogTest, keeps_the_newest_files_and_those_that_are_not_its_own)
+TEST_F(ScanLogTest, KeepsTheNewestFilesAndThoseThatAreNotItsOwn)
 {
     std::filesystem::create_directories(logs);
     for (int i = 10; i < 40; ++i)
@@ -88,15 +64,13 @@ TEST_F(ScanLogTest, keeps_the_newest_files_and_those_that_are_not_its_own)
     EXPECT_EQ(Text(), "-- new\n");
 }
 
-TEST_F(ScanLogTest, traces_once_and_goes_on_when_it_cannot_write)
+TEST_F(ScanLogTest, TracesOnceAndGoesOnWhenItCannotWrite)
 {
     zettesting::WriteAll(logs, "a file where the folder should be");
     zetcore::debug::SetMasterTraceVolume(1);
-    log.BeginEntity(Plugin(L"/a.so"));
     log.Output("one\n");
     log.Output("two\n");
     EXPECT_EQ(traceLines->size(), 1U);
-    EXPECT_EQ(log.LastLine(), "two");
 }
 
 } // namespace

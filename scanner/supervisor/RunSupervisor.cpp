@@ -1,4 +1,4 @@
-#include "Supervisor.h"
+#include "RunSupervisor.h"
 
 #include <algorithm>
 #include <atomic>
@@ -23,7 +23,6 @@
 #include "supervisor/process/HostProcess.h"
 #include "supervisor/process/Interrupt.h"
 #include "supervisor/process/SupervisorProcess.h"
-#include "supervisor/verdicts/ConnectionClosed.h"
 #include "supervisor/verdicts/EntityScanner.h"
 #include "supervisor/verdicts/PluginFailed.h"
 
@@ -36,7 +35,7 @@ namespace {
 
 constexpr char connectTimeoutKey[] = "zetaudiofilterscan.ConnectTimeoutSeconds";
 constexpr std::chrono::seconds defaultConnectTimeout{90};
-// How often a supervisor without a connection looks whether its host is still there.
+// The pause between two looks for the host, while there is no connection.
 constexpr std::chrono::seconds lookForHost{1};
 
 std::uint32_t* MapPortBlock(MemoryMappedFile& block)
@@ -60,7 +59,7 @@ class Supervisor
         FaultPoint("supervisor.listening");
         std::atomic_ref<std::uint32_t>(block[zetscanprotocol::portWord]).store(port);
         FaultPoint("supervisor.port-told");
-        // It starts while the host connects.
+        // The worker starts while the host connects.
         entities.StartAhead();
         const auto limit = zetcore::debug::TimeFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
         const auto deadline = Clock::now() + limit;
@@ -136,7 +135,7 @@ void RunSupervisor()
     const std::uint64_t host = HostProcessNumber();
     SetUpSupervisorProcess();
     FaultPoint("supervisor.started");
-    // Until the host says where its preferences are, the debug database comes from the environment alone.
+    // The debug database comes from the environment alone until the host says where its preferences are.
     MemoryMappedFile mapping;
     std::uint32_t* block = nullptr;
     try {

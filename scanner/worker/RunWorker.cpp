@@ -1,4 +1,4 @@
-#include "Worker.h"
+#include "RunWorker.h"
 
 #include <cstdio>
 #include <exception>
@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
@@ -17,7 +16,6 @@
 
 #include "ExitCodes.h"
 #include "WorkerChannel.h"
-#include "WorkerDisplay.h"
 #include "WorkerMessages.h"
 #include "WorkerPrivileges.h"
 #include "WorkerProcessSetup.h"
@@ -26,23 +24,15 @@ namespace zetaudiofilterscan {
 
 namespace {
 
-using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::ModuleLoader;
-using zetaudiopluginhost::ScanOutcome;
 using zetaudiopluginhost::ScanPhase;
 using zetcore::debug::FaultPoint;
 
 void SendOrEnd(WorkerChannel& channel, const WorkerReport& report)
 {
-    // Never write into something else that a plug-in has opened at the channel's place.
+    // A plug-in may have opened something else in the channel's place. The worker must never write into that.
     if (!channel.IsIntact() || !channel.Write(EncodeReport(report)))
         EndWorkerProcess(exitChannelLost);
-}
-
-void TraceLack(const std::string& lack)
-{
-    if (!lack.empty())
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", lack);
 }
 
 std::vector<zetaudiofilterhost::PluginLocator> AskForKnownModules(WorkerChannel& channel)
@@ -66,7 +56,8 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
     zetcore::debug::SetMasterTraceVolume(settings.traceVolume);
     ChooseDisplay(settings.hideDisplay);
     if (settings.refuseNetwork)
-        TraceLack(RefuseNetwork());
+        if (const auto problem = RefuseNetwork())
+            zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
         page.phase = static_cast<std::uint32_t>(phase);
     });
@@ -79,9 +70,7 @@ EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLo
     page.phase = static_cast<std::uint32_t>(ScanPhase::None);
     page.entity = request.number;
     FaultPoint("worker.entity");
-    const ScanOutcome outcome = loader.Scan(request.locator);
-    return {request.number, outcome.misbehaved, outcome.couldNotLoad,
-            outcome.phase,  outcome.reason,     PluginModuleInfoManager::ToConfigurationText(outcome.infos)};
+    return {request.number, loader.Scan(request.locator)};
 }
 
 void Answer(WorkerChannel& channel, const EntityAnswer& answer)

@@ -1,4 +1,4 @@
-#include "pixmill/QtText.h"
+#include "pixmill/QtConversions.h"
 
 #include <gtest/gtest.h>
 #include <zetcore/string/Utf.h>

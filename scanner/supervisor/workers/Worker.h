@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include <zetaudiofilterhost/PluginLocator.h>
+
+#include "WorkerMessages.h"
+#include "supervisor/workers/WorkerProcess.h"
+
+namespace zetaudiofilterscan {
+
+class EntityOutput;
+
+/// A worker, what it has been told and what it has loaded. Scanning thread.
+class Worker
+{
+  public:
+    using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
+
+    /// Starts its process. Throws `std::system_error`.
+    Worker();
+
+    /// Sends the settings, once.
+    void Configure(const WorkerSettings& settings);
+    /// The settings that it has and the modules that it was told of belong to a list that is no more.
+    void ForgetSettings() noexcept;
+
+    /// Asks for the outcome of a plug-in. What the worker writes from now on goes to `pluginOutput`, until
+    /// `Rest`.
+    void Request(const zetaudiofilterhost::PluginLocator& locator, EntityOutput& pluginOutput);
+    /// The number of the last request, which stands in the answer to it.
+    std::uint32_t RequestNumber() const noexcept { return requestNumber; }
+    /// True when the worker has begun with what it was asked for last.
+    bool HasBegun() const noexcept { return process.Entity() == requestNumber; }
+    /// Answers the worker's question; `find` may take long. Throws `std::runtime_error` when the question was
+    /// answered before: a plug-in that has written itself into the channel must not collect many long lists.
+    void TellKnownModules(const FindKnownModules& find);
+    void Rest() noexcept { output = nullptr; }
+
+    void NoteLoaded(const zetaudiofilterhost::PluginLocator& locator) { loaded.push_back(locator); }
+    /// The plug-ins that it has loaded, in order. A failure may have to do with any of them.
+    const std::vector<zetaudiofilterhost::PluginLocator>& Loaded() const noexcept { return loaded; }
+
+    WorkerProcess& Process() noexcept { return process; }
+
+  private:
+    EntityOutput* output = nullptr;
+    WorkerProcess process;
+    bool hasSettings = false;
+    bool hasKnownModules = false;
+    std::uint32_t requestNumber = 0;
+    std::vector<zetaudiofilterhost::PluginLocator> loaded;
+};
+
+} // namespace zetaudiofilterscan

@@ -1,7 +1,0 @@
-#include "WorkerDisplay.h"
-
-namespace zetaudiofilterscan {
-
-void ChooseDisplay(bool) {}
-
-} // namespace zetaudiofilterscan
