@@ -15,6 +15,10 @@
 namespace {
 
 using namespace zetcore::debug;
+using zetcore::string::ParseEntry;
+using zetcore::string::SplitText;
+using zetcore::string::TextEntry;
+using zetcore::string::Trim;
 
 std::string Expected(std::string_view text, std::string_view key)
 {
