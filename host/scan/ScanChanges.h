@@ -27,7 +27,7 @@ struct ScanChanges
 {
     /// These work now. Before, they did not work or were not in the list.
     std::vector<ChangedPlugin> added;
-    /// Those plug-ins of `added` that were banned before.
+    /// The plug-ins of `added` that were banned before.
     std::vector<ChangedPlugin> restored;
     /// These worked before and work now, but their file or version has changed.
     std::vector<ChangedPlugin> updated;

@@ -15,7 +15,7 @@ namespace {
 
 using zetaudiofilterhost::PluginModuleInfoManager;
 
-/// Nothing when the content cannot be read. The user is not told of that: only a save that fails counts.
+/// Empty when the content cannot be read. The user is not told of that: only a save that fails counts.
 std::optional<std::uint64_t> RegistryFileDigest()
 {
     try {

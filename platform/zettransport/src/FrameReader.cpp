@@ -81,7 +81,7 @@ FrameReader::FrameReader(std::size_t headerLimit, std::size_t frameLimit)
 
 void FrameReader::Append(std::string_view bytes)
 {
-    // What is left moves to the front only now, and not after each frame. So a chunk of many frames takes
+    // The rest moves to the front only now, and not after each frame. So a chunk of many frames takes
     // time in proportion to its length.
     if (begin > 0) {
         buffer.erase(0, begin);

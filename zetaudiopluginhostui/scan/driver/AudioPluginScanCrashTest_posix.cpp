@@ -41,7 +41,7 @@ TEST_F(ScanDeathTest, EverythingFoundSoFarIsSavedBeforeTheNextPluginIsLoaded)
     const auto b = MakeFile("b.so");
     const auto c = MakeFile("c.so");
     const auto other = MakeKnownFile("other.so");
-    // What is found is kept at once. Only the save keeps a choice that the user makes meanwhile.
+    // A scan keeps each result at once. Only the save keeps a choice that the user makes meanwhile.
     int step = 0;
     shown.onStep = [&] {
         if (++step == 3)

@@ -93,7 +93,7 @@ TEST_F(ModuleVerdictTest, APluginThatTheSystemDoesNotLoadMisbehavesWithTheSystem
                                  LocatorOf(zettesting::TestPlugin("bad/missing_library"))));
 }
 
-/// What a file that may not be read is to the administrator, who may read all.
+/// The administrator may read every file, so a fault refuses to read this one.
 class UnreadableModuleTest : public ModuleVerdictTest
 {
   protected:

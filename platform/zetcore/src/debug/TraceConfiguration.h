@@ -7,7 +7,7 @@
 
 namespace zetcore::debug {
 
-/// What `ZET_TRACE` says: "volume=N;file=PATH;off=CATEGORY,CATEGORY".
+/// The content of the variable `ZET_TRACE`: "volume=N;file=PATH;off=CATEGORY,CATEGORY".
 struct TraceConfiguration
 {
     std::optional<int> volume;

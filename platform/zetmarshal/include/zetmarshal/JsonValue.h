@@ -8,7 +8,7 @@
 #include <zetmarshal/Export.h>
 
 /// Writes serialised values as JSON text, and reads them. Integers from -2^63 to 2^64 - 1 cross exactly.
-/// Those that fit a signed 64-bit number come back as `long long`, larger ones as `unsigned long long`.
+/// Integers that fit a signed 64-bit number come back as `long long`, larger ones as `unsigned long long`.
 namespace zetmarshal {
 
 /// Deeper nesting is refused, because reading and destroying a value takes stack for each level. The
