@@ -43,7 +43,6 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
                                 });
 
     bool started = false;
-    std::string problem;
     try {
         started = externalScan->StartScan(
             Preferences::RegistryFile().FullPath(), Preferences::BannedListFile().FullPath(),

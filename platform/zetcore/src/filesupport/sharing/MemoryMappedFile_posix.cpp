@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <exception>
-#include <stdexcept>
 #include <system_error>
 
 #include <fcntl.h>
@@ -110,8 +109,7 @@ bool MemoryMappedFile::Init(const std::string& name, std::size_t size, int flags
 {
     mapping.reset();
     try {
-        if (const std::string reason = RefuseBlock(name, size, flags); !reason.empty())
-            throw std::invalid_argument("Cannot map the block \"" + name + "\": " + reason);
+        CheckBlock(name, size, flags);
         const File file(commondirs::RuntimeDir(), std::wstring(name.begin(), name.end()));
         mapping = std::make_unique<Mapping>(
             Request{file.FullPath(), size, (flags & Write) != 0, (flags & Create) != 0});

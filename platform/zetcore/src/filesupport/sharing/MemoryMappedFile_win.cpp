@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <exception>
-#include <stdexcept>
 #include <system_error>
 
 #include <windows.h>
@@ -91,8 +90,7 @@ bool MemoryMappedFile::Init(const std::string& name, std::size_t size, int flags
 {
     mapping.reset();
     try {
-        if (const std::string reason = RefuseBlock(name, size, flags); !reason.empty())
-            throw std::invalid_argument("Cannot map the block \"" + name + "\": " + reason);
+        CheckBlock(name, size, flags);
         mapping = std::make_unique<Mapping>(name, size, flags);
         return true;
     } catch (const std::exception& error) {

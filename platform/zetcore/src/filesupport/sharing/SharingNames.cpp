@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <stdexcept>
 
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/utility/Fnv1a.h>
@@ -30,19 +31,21 @@ bool IsBlockName(const std::string& name)
            });
 }
 
-std::string RefuseBlock(const std::string& name, std::size_t size, int flags)
+void CheckBlock(const std::string& name, std::size_t size, int flags)
 {
+    const auto refuse = [&name](const std::string& reason) {
+        throw std::invalid_argument("Cannot map the block \"" + name + "\": " + reason);
+    };
     constexpr std::size_t largest = std::size_t{1} << 30;
     constexpr int known = MemoryMappedFile::CreateLocked;
     if (!IsBlockName(name))
-        return "the name is not usable";
+        refuse("the name is not usable");
     if (size == 0 || size > largest)
-        return "a size of " + std::to_string(size) + " bytes is not usable";
+        refuse("a size of " + std::to_string(size) + " bytes is not usable");
     if ((flags & ~known) != 0 || (flags & MemoryMappedFile::Read) == 0)
-        return "flags " + std::to_string(flags) + " are not known";
+        refuse("flags " + std::to_string(flags) + " are not known");
     if ((flags & MemoryMappedFile::Create) != 0 && (flags & MemoryMappedFile::Write) == 0)
-        return "a block cannot be created for reading only";
-    return {};
+        refuse("a block cannot be created for reading only");
 }
 
 } // namespace zetcore::filesupport

@@ -17,7 +17,7 @@ File LockFileFor(const File& file);
 /// for a kernel object.
 bool IsBlockName(const std::string& name);
 
-/// Says why the arguments of `MemoryMappedFile::Init` are wrong. Empty when they are right.
-std::string RefuseBlock(const std::string& name, std::size_t size, int flags);
+/// Throws `std::invalid_argument` when these cannot be the arguments of `MemoryMappedFile::Init`.
+void CheckBlock(const std::string& name, std::size_t size, int flags);
 
 } // namespace zetcore::filesupport
