@@ -309,8 +309,11 @@ TEST_F(BadPlugins, OneThatCouldNotBeLoadedWorksOnceTheSystemFindsWhatItLacked)
 {
     const auto plugin = Install("bad/missing_library", "lacking");
     EXPECT_EQ(Scan().banned, Strings{plugin.string()});
-    EXPECT_THAT(FindListed(plugin)->reason, testing::AllOf(testing::HasSubstr("could not be loaded"),
-                                                           testing::HasSubstr("zet_not_found")));
+    // Windows does not say which library it has not found.
+    const bool systemNamesIt = zettesting::ModuleSuffix() != ".dll";
+    EXPECT_THAT(FindListed(plugin)->reason,
+                testing::AllOf(testing::HasSubstr("could not be loaded"),
+                               testing::HasSubstr(systemNamesIt ? "zet_not_found" : ": ")));
     LetTheSystemLookIn(zettesting::TestPluginsFolder() / "not_found");
     const ScanSummary summary = Scan();
     EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
