@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <boost/json/basic_parser_impl.hpp>
+#include <boost/system/error_code.hpp>
 #include <zetcore/string/ParseNumber.h>
 #include <zetmarshal/JsonValue.h>
 
@@ -11,6 +12,7 @@ namespace zetmarshal {
 
 using namespace zetcore::serialization;
 namespace json = boost::json;
+using boost::system::error_code;
 
 namespace {
 
@@ -25,37 +27,37 @@ class ValueBuilder
 
     ValuePtr Take() { return std::move(root); }
 
-    bool on_document_begin(json::error_code&) { return true; }
-    bool on_document_end(json::error_code&) { return true; }
-    bool on_object_begin(json::error_code& error) { return Count(error) && Open(MakeValue(Object())); }
-    bool on_object_end(std::size_t, json::error_code&) { return Close(); }
-    bool on_array_begin(json::error_code& error) { return Count(error) && Open(MakeValue(Array())); }
-    bool on_array_end(std::size_t, json::error_code&) { return Close(); }
-    bool on_key_part(json::string_view part, std::size_t, json::error_code&) { return Gather(part); }
-    bool on_key(json::string_view part, std::size_t, json::error_code&)
+    bool on_document_begin(error_code&) { return true; }
+    bool on_document_end(error_code&) { return true; }
+    bool on_object_begin(error_code& error) { return Count(error) && Open(MakeValue(Object())); }
+    bool on_object_end(std::size_t, error_code&) { return Close(); }
+    bool on_array_begin(error_code& error) { return Count(error) && Open(MakeValue(Array())); }
+    bool on_array_end(std::size_t, error_code&) { return Close(); }
+    bool on_key_part(json::string_view part, std::size_t, error_code&) { return Gather(part); }
+    bool on_key(json::string_view part, std::size_t, error_code&)
     {
         Gather(part);
         open.back().key = TakeText();
         return true;
     }
-    bool on_string_part(json::string_view part, std::size_t, json::error_code&) { return Gather(part); }
-    bool on_string(json::string_view part, std::size_t, json::error_code& error)
+    bool on_string_part(json::string_view part, std::size_t, error_code&) { return Gather(part); }
+    bool on_string(json::string_view part, std::size_t, error_code& error)
     {
         Gather(part);
         return Count(error) && Add(MakeValue(TakeText()));
     }
-    bool on_number_part(json::string_view part, json::error_code&) { return Gather(part); }
-    bool on_int64(std::int64_t number, json::string_view, json::error_code& error)
+    bool on_number_part(json::string_view part, error_code&) { return Gather(part); }
+    bool on_int64(std::int64_t number, json::string_view, error_code& error)
     {
         text.clear();
         return Count(error) && Add(MakeValue(static_cast<long long>(number)));
     }
-    bool on_uint64(std::uint64_t number, json::string_view, json::error_code& error)
+    bool on_uint64(std::uint64_t number, json::string_view, error_code& error)
     {
         text.clear();
         return Count(error) && Add(MakeValue(static_cast<unsigned long long>(number)));
     }
-    bool on_double(double, json::string_view part, json::error_code& error)
+    bool on_double(double, json::string_view part, error_code& error)
     {
         Gather(part);
         // Boost's own conversion is sometimes wrong in the last bit.
@@ -68,10 +70,10 @@ class ValueBuilder
         }
         return Count(error) && Add(MakeValue(*number));
     }
-    bool on_bool(bool value, json::error_code& error) { return Count(error) && Add(MakeValue(value)); }
-    bool on_null(json::error_code& error) { return Count(error) && Add(std::make_shared<Value>()); }
-    bool on_comment_part(json::string_view, json::error_code&) { return true; }
-    bool on_comment(json::string_view, json::error_code&) { return true; }
+    bool on_bool(bool value, error_code& error) { return Count(error) && Add(MakeValue(value)); }
+    bool on_null(error_code& error) { return Count(error) && Add(std::make_shared<Value>()); }
+    bool on_comment_part(json::string_view, error_code&) { return true; }
+    bool on_comment(json::string_view, error_code&) { return true; }
 
   private:
     struct Container
@@ -82,7 +84,7 @@ class ValueBuilder
         Utf8String key;
     };
 
-    bool Count(json::error_code& error)
+    bool Count(error_code& error)
     {
         if (++count <= maxJsonValues)
             return true;
@@ -126,7 +128,7 @@ class ValueBuilder
     std::size_t count = 0;
 };
 
-std::string Describe(const json::error_code& error)
+std::string Describe(const error_code& error)
 {
     if (error == json::error::too_deep)
         return "it is nested deeper than " + std::to_string(maxJsonDepth);
@@ -150,7 +152,7 @@ ValuePtr FromJson(std::string_view text)
     // File names cross as they are, and some of them are no valid Unicode.
     options.allow_invalid_utf8 = true;
     json::basic_parser<ValueBuilder> parser(options);
-    json::error_code error;
+    error_code error;
     const std::size_t read = parser.write_some(false, text.data(), text.size(), error);
     if (!error && read < text.size())
         error = json::error::extra_data;

@@ -11,6 +11,7 @@
 #include <zetcore/string/Utf.h>
 
 #include "RPCMessage.h"
+#include "TraceCategory.h"
 
 namespace zetmarshal {
 
@@ -19,11 +20,9 @@ using zettransport::Session;
 
 namespace {
 
-constexpr char category[] = "zetmarshal";
-
 void TraceIgnored(const std::string& what)
 {
-    zetcore::debug::TraceLine(3, category, "Ignored " + what);
+    zetcore::debug::TraceLine(3, traceCategory, "Ignored " + what);
 }
 
 struct ErrorReply

@@ -9,6 +9,7 @@
 #include <zetcore/debug/Trace.h>
 
 #include "RPCMessage.h"
+#include "TraceCategory.h"
 
 namespace zetmarshal {
 
@@ -16,8 +17,6 @@ using namespace zetcore::serialization;
 using zettransport::Session;
 
 namespace {
-
-constexpr char category[] = "zetmarshal";
 
 bool IsGoodId(const Value& id)
 {
@@ -68,7 +67,8 @@ class Responder final : public RPCResponder
             if (id)
                 Fail(RPCErrorCode::InternalError, "the request was not answered");
         } catch (const std::exception& error) {
-            zetcore::debug::TraceLine(1, category, std::string("Cannot answer a request: ") + error.what());
+            zetcore::debug::TraceLine(1, traceCategory,
+                                      std::string("Cannot answer a request: ") + error.what());
         }
     }
 
@@ -94,7 +94,7 @@ class Responder final : public RPCResponder
   private:
     void ReplyError(RPCErrorCode code, const std::string& message)
     {
-        zetcore::debug::TraceLine(3, category, "Request failed: " + message);
+        zetcore::debug::TraceLine(3, traceCategory, "Request failed: " + message);
         if (id)
             Reply(ErrorText(id, code, message));
     }
@@ -182,7 +182,7 @@ void RPCServer::State::OnFrame(const std::string& frame)
     if (message.isBatch)
         RefuseWhole("batches are not supported");
     else if (!message.method && (message.result || message.error))
-        zetcore::debug::TraceLine(3, category, "Ignored a reply sent to a server");
+        zetcore::debug::TraceLine(3, traceCategory, "Ignored a reply sent to a server");
     else if (message.id && !IsGoodId(*message.id))
         RefuseWhole("the id must be a number, a string or null");
     else

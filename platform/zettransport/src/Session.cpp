@@ -7,14 +7,9 @@
 #include <zetcore/debug/Trace.h>
 
 #include "FrameReader.h"
+#include "TraceCategory.h"
 
 namespace zettransport {
-
-namespace {
-
-constexpr char category[] = "zettransport";
-
-} // namespace
 
 struct Session::State
 {
@@ -119,7 +114,7 @@ void Session::Abort(const std::string& reason)
 {
     if (!state->MarkClosedByOther())
         return;
-    zetcore::debug::TraceLine(1, category, "Session closed: " + reason);
+    zetcore::debug::TraceLine(1, traceCategory, "Session closed: " + reason);
     state->stream->Post([self = shared_from_this()] { State::CallBackIfDue(*self); });
     state->stream->Close();
 }
@@ -171,8 +166,9 @@ void Session::State::OnStreamClosed(Session& session, std::error_code error)
 {
     if (!session.state->MarkClosedByOther())
         return;
-    zetcore::debug::TraceLine(
-        4, category, "Session closed by the other side" + (error ? ": " + error.message() : std::string()));
+    zetcore::debug::TraceLine(4, traceCategory,
+                              "Session closed by the other side" +
+                                  (error ? ": " + error.message() : std::string()));
     CallBackIfDue(session);
 }
 
@@ -189,9 +185,10 @@ void Session::State::CallBackIfDue(Session& session)
     }
     try {
         if (const TransportError result = callback(session.shared_from_this()); result != 0)
-            zetcore::debug::TraceLine(2, category, "The close callback returned " + std::to_string(result));
+            zetcore::debug::TraceLine(2, traceCategory,
+                                      "The close callback returned " + std::to_string(result));
     } catch (const std::exception& error) {
-        zetcore::debug::TraceLine(1, category, std::string("The close callback threw: ") + error.what());
+        zetcore::debug::TraceLine(1, traceCategory, std::string("The close callback threw: ") + error.what());
     }
 }
 

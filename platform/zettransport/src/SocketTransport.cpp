@@ -16,6 +16,7 @@
 #include "SocketListener.h"
 #include "SocketStream.h"
 #include "SocketSystem.h"
+#include "TraceCategory.h"
 
 namespace zettransport {
 
@@ -25,7 +26,6 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr char category[] = "zettransport";
 constexpr std::chrono::milliseconds connectLimit{10000};
 
 std::vector<tcp::endpoint> Resolve(const std::string& host, std::uint16_t port)
@@ -96,7 +96,7 @@ struct SocketTransport::State
             if (handler(session, peer))
                 return;
         } catch (const std::exception& failure) {
-            zetcore::debug::TraceLine(1, category,
+            zetcore::debug::TraceLine(1, traceCategory,
                                       std::string("The accept handler threw: ") + failure.what());
         }
         session->Close();
@@ -149,7 +149,7 @@ std::shared_ptr<Session> SocketTransport::ClientStart(const std::string& host, s
     } catch (const std::exception& error) {
         problem = error.what();
     }
-    zetcore::debug::TraceLine(1, category,
+    zetcore::debug::TraceLine(1, traceCategory,
                               "Cannot connect to " + host + " port " + std::to_string(port) + ": " + problem);
     return nullptr;
 }

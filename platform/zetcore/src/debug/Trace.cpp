@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/ResetTrace.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/EnvironmentVariable.h>
 

@@ -1,4 +1,5 @@
 #include <zetcore/debug/DeferredTrace.h>
+#include <zetcore/debug/ResetTrace.h>
 #include <zetcore/debug/Trace.h>
 
 #include <thread>

@@ -9,7 +9,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 namespace {
 
 using ::testing::ElementsAre;
@@ -264,4 +264,4 @@ TEST_F(SignalTest, ThreadsRaiseAndConnectAtOnce)
 }
 
 } // namespace
-} // namespace zetcore::signals
+} // namespace zetcore::events

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 
 struct ConnectedSlot
 {
@@ -90,4 +90,4 @@ void Connection::Disconnect()
         list->Replace([&](auto& slots) { std::erase(slots, connected); });
 }
 
-} // namespace zetcore::signals
+} // namespace zetcore::events

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include <zetcore/debug/Trace.h>
+#include <zetcore/threads/ClearQueuedCalls.h>
 
 #include "threads/QueuedCalls.h"
 #include "utility/Immortal.h"

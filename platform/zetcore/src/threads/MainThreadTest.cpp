@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/threads/ClearQueuedCalls.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zettesting/HostFixture.h>
 

@@ -1,3 +1,4 @@
+#include <zetcore/threads/ClearQueuedCalls.h>
 #include <zetcore/threads/PlainEventLoop.h>
 
 #include <future>

@@ -43,7 +43,5 @@ using TraceSink = std::function<void(int level, std::string_view category, std::
 /// traces calls it, several at once, and trace holds no lock then. A call that is under way when the sink is
 /// replaced goes on to its end.
 ZETCORE_API void SetTraceSink(TraceSink sink);
-/// Sets volume, categories and sink as they were at program start; for tests.
-ZETCORE_API void ResetTrace();
 
 } // namespace zetcore::debug

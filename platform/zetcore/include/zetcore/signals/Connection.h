@@ -4,7 +4,7 @@
 
 #include <zetcore/Export.h>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 
 struct ConnectedSlot;
 
@@ -29,4 +29,4 @@ class ZETCORE_API Connection
     std::weak_ptr<ConnectedSlot> slot;
 };
 
-} // namespace zetcore::signals
+} // namespace zetcore::events

@@ -4,7 +4,7 @@
 
 #include <zetcore/signals/Connection.h>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 
 /// A connection that ends with this object. Movable, not copyable.
 class ScopedConnection
@@ -30,4 +30,4 @@ class ScopedConnection
     Connection connection;
 };
 
-} // namespace zetcore::signals
+} // namespace zetcore::events

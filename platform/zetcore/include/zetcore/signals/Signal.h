@@ -8,7 +8,7 @@
 #include <zetcore/signals/SlotList.h>
 #include <zetcore/utility/NullPtrException.h>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 
 /// A signal without result. Slots run on the thread that raises it, in the order of connection. Any thread
 /// may raise it, connect and disconnect, slots themselves included: a slot that is connected while the signal
@@ -26,19 +26,19 @@ class Signal
     {
         if (!slot)
             utility::DoThrowNullPtrException("Signal::Slot");
-        return slots.Add(std::make_shared<const Slot>(std::move(slot)));
+        return list.Add(std::make_shared<const Slot>(std::move(slot)));
     }
 
     /// Raises the signal.
     void operator()(Arguments... arguments) const
     {
-        slots.ForEach([&](const void* slot) { (*static_cast<const Slot*>(slot))(arguments...); });
+        list.ForEach([&](const void* slot) { (*static_cast<const Slot*>(slot))(arguments...); });
     }
 
-    bool IsEmpty() const { return slots.IsEmpty(); }
+    bool IsEmpty() const { return list.IsEmpty(); }
 
   private:
-    SlotList slots;
+    SlotList list;
 };
 
-} // namespace zetcore::signals
+} // namespace zetcore::events

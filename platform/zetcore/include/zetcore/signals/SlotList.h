@@ -6,7 +6,7 @@
 #include <zetcore/Export.h>
 #include <zetcore/signals/Connection.h>
 
-namespace zetcore::signals {
+namespace zetcore::events {
 
 /// The part of a signal that does not depend on the arguments of its slots. Any thread; no lock is held while
 /// a slot is called or destroyed.
@@ -31,4 +31,4 @@ class ZETCORE_API SlotList
     std::shared_ptr<State> state;
 };
 
-} // namespace zetcore::signals
+} // namespace zetcore::events

@@ -55,7 +55,5 @@ inline void AssertMainThread(const char* operation = __builtin_FUNCTION())
 /// Returns true when any ran. Adaptors call it on the main thread.
 ZETCORE_API bool RunQueuedCalls(std::chrono::steady_clock::time_point deadline);
 ZETCORE_API bool HasQueuedCalls();
-/// Drops all queued calls; for tests.
-ZETCORE_API void ClearQueuedCalls();
 
 } // namespace zetcore::threads

@@ -7,8 +7,8 @@
 namespace zetcore::utility {
 
 /// The pauses of one wait that looks again and again. Each call pauses the thread: first for 50 microseconds,
-/// then longer and longer up to two milliseconds. So a short wait ends at once, and a long one costs no
-/// processor.
+/// then for an eighth of all pauses before, up to two milliseconds. So a wait lasts hardly longer than it has
+/// to, and a long one costs no processor.
 class ZETCORE_API Backoff
 {
   public:
@@ -18,6 +18,7 @@ class ZETCORE_API Backoff
 
   private:
     std::chrono::microseconds next{50};
+    std::chrono::microseconds waited{0};
 };
 
 } // namespace zetcore::utility

@@ -4,7 +4,8 @@
 
 namespace zetcore::debug {
 
-/// Announces the place and stops this process, if the pipe is still there to be taken.
+/// Announces the place and stops this process, if the pipe is still there to be taken. Windows knows no
+/// stopped processes: there the pipe is a file, and the process is killed at once.
 void AnnounceAndStop(std::string_view place);
 [[noreturn]] void KillOwnProcess();
 

@@ -1,16 +1,29 @@
 #include "debug/faults/FaultProcess.h"
 
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 #include <windows.h>
 
+#include <zetcore/utility/EnvironmentVariable.h>
+
 namespace zetcore::debug {
 
-void AnnounceAndStop(std::string_view)
+void AnnounceAndStop(std::string_view place)
 {
-    // This is not traced, because trace has places of its own.
-    std::fputs("ZET_FAULT: this system does not let a process stop itself: the place is passed\n", stderr);
+    const auto variable = utility::EnvironmentVariable("ZET_FAULT_PIPE");
+    if (!variable)
+        return;
+    const std::filesystem::path pipe(*variable);
+    const std::filesystem::path taken(*variable + L".taken");
+    std::error_code error;
+    std::filesystem::rename(pipe, taken, error);
+    if (error)
+        return;
+    std::ofstream(taken) << place << " " << ::GetCurrentProcessId() << "\n";
+    KillOwnProcess();
 }
 
 void KillOwnProcess()

@@ -20,7 +20,7 @@ namespace zetcore::filesupport {
 
 namespace {
 
-constexpr const char* operation = "write";
+constexpr const char* writeOperation = "write";
 
 std::filesystem::path FolderOf(const std::filesystem::path& file)
 {
@@ -104,7 +104,10 @@ class Replacement
             Fail(error);
     }
 
-    [[noreturn]] void Fail(std::error_code cause) const { throw file_exception(operation, shownName, cause); }
+    [[noreturn]] void Fail(std::error_code cause) const
+    {
+        throw file_exception(writeOperation, shownName, cause);
+    }
 
     std::filesystem::path FollowLinks(std::filesystem::path path) const
     {
@@ -166,7 +169,7 @@ class Replacement
 
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability)
 {
-    Replacement replacement(ToCheckedPath(operation, path), path);
+    Replacement replacement(ToCheckedPath(writeOperation, path), path);
     replacement.Write(bytes, durability);
     replacement.Commit(durability);
     if (debug::FaultsAreOn())

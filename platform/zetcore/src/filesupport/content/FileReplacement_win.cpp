@@ -21,7 +21,7 @@ namespace zetcore::filesupport {
 
 namespace {
 
-constexpr const char* operation = "write";
+constexpr const char* writeOperation = "write";
 
 /// Returns the file that a link leads to, or the path itself when it is no link or leads nowhere.
 std::filesystem::path FollowLinks(const std::filesystem::path& path)
@@ -141,21 +141,21 @@ class TemporaryFile
 
 void ReplaceWholeFile(const std::wstring& path, std::string_view bytes, Durability durability)
 {
-    const std::filesystem::path target = FollowLinks(ToCheckedPath(operation, path));
+    const std::filesystem::path target = FollowLinks(ToCheckedPath(writeOperation, path));
     std::error_code missing;
     if (ReadFileStatus(target, missing).kind == FileKind::Folder && !missing)
-        throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
+        throw file_exception(writeOperation, path, std::make_error_code(std::errc::is_a_directory));
     const DWORD attributes = ::GetFileAttributesW(SystemPath(target).c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
-        throw file_exception(operation, path, std::make_error_code(std::errc::permission_denied));
+        throw file_exception(writeOperation, path, std::make_error_code(std::errc::permission_denied));
 
     TemporaryFile temporary(target.parent_path() / string::AsciiToUTF16(MakeTemporaryName()));
     if (!temporary.IsOpen())
-        throw file_exception(operation, path, LastSystemError());
+        throw file_exception(writeOperation, path, LastSystemError());
     if (const std::error_code error = temporary.Write(bytes, durability))
-        throw file_exception(operation, path, error);
+        throw file_exception(writeOperation, path, error);
     if (const std::error_code error = temporary.MoveTo(target, durability))
-        throw file_exception(operation, path, error);
+        throw file_exception(writeOperation, path, error);
 }
 
 } // namespace zetcore::filesupport

@@ -1,6 +1,7 @@
 #include <zetcore/filesupport/content/FileUtils.h>
 
 #include <algorithm>
+#include <mutex>
 #include <random>
 #include <sstream>
 
@@ -16,8 +17,11 @@ namespace zetcore::filesupport {
 
 std::string MakeTemporaryName()
 {
-    std::random_device random;
+    // A new device asks the processor what it can do, which takes long in a virtual machine.
+    static std::mutex mutex;
+    static std::random_device random;
     std::ostringstream name;
+    const std::lock_guard lock(mutex);
     name << ".zet-" << std::hex << random() << '-' << random() << ".tmp";
     return name.str();
 }

@@ -16,7 +16,7 @@ namespace zetcore::filesupport {
 
 namespace {
 
-constexpr const char* operation = "read";
+constexpr const char* readOperation = "read";
 
 class FileStream : public IPlatformByteStream
 {
@@ -25,14 +25,14 @@ class FileStream : public IPlatformByteStream
     {
         // Somebody may have put a pipe there. Without O_NONBLOCK, opening it would wait for its writer.
         descriptor =
-            Descriptor(::open(ToCheckedPath(operation, path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+            Descriptor(::open(ToCheckedPath(readOperation, path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!descriptor.IsOpen())
-            throw file_exception(operation, path, LastSystemError());
+            throw file_exception(readOperation, path, LastSystemError());
         const struct stat status = Status();
         if (S_ISDIR(status.st_mode))
-            throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
+            throw file_exception(readOperation, path, std::make_error_code(std::errc::is_a_directory));
         if (!S_ISREG(status.st_mode))
-            throw file_exception(operation, path, std::make_error_code(std::errc::not_supported));
+            throw file_exception(readOperation, path, std::make_error_code(std::errc::not_supported));
     }
 
     std::uint64_t Length() const override { return static_cast<std::uint64_t>(Status().st_size); }
@@ -44,7 +44,7 @@ class FileStream : public IPlatformByteStream
             if (got >= 0)
                 return static_cast<std::size_t>(got);
             if (errno != EINTR)
-                throw file_exception(operation, path, LastSystemError());
+                throw file_exception(readOperation, path, LastSystemError());
         }
     }
 
@@ -54,7 +54,7 @@ class FileStream : public IPlatformByteStream
         struct stat status
         {};
         if (::fstat(descriptor.Get(), &status) != 0)
-            throw file_exception(operation, path, LastSystemError());
+            throw file_exception(readOperation, path, LastSystemError());
         return status;
     }
 

@@ -13,30 +13,30 @@ namespace zetcore::filesupport {
 
 namespace {
 
-constexpr const char* operation = "read";
+constexpr const char* readOperation = "read";
 
 class FileStream : public IPlatformByteStream
 {
   public:
     explicit FileStream(std::wstring filePath) : path(std::move(filePath))
     {
-        const std::filesystem::path native = ToCheckedPath(operation, path);
+        const std::filesystem::path native = ToCheckedPath(readOperation, path);
         std::error_code error;
         // Windows answers "access denied" when a folder is opened, which would send the user the wrong way.
         if (ReadFileStatus(native, error).kind == FileKind::Folder && !error)
-            throw file_exception(operation, path, std::make_error_code(std::errc::is_a_directory));
+            throw file_exception(readOperation, path, std::make_error_code(std::errc::is_a_directory));
         handle = OpenShared(native, GENERIC_READ);
         if (!handle.IsOpen())
-            throw file_exception(operation, path, LastSystemError());
+            throw file_exception(readOperation, path, LastSystemError());
         if (::GetFileType(handle.Get()) != FILE_TYPE_DISK)
-            throw file_exception(operation, path, std::make_error_code(std::errc::not_supported));
+            throw file_exception(readOperation, path, std::make_error_code(std::errc::not_supported));
     }
 
     std::uint64_t Length() const override
     {
         LARGE_INTEGER size{};
         if (::GetFileSizeEx(handle.Get(), &size) == 0)
-            throw file_exception(operation, path, LastSystemError());
+            throw file_exception(readOperation, path, LastSystemError());
         return static_cast<std::uint64_t>(size.QuadPart);
     }
 
@@ -46,7 +46,7 @@ class FileStream : public IPlatformByteStream
         DWORD got = 0;
         if (::ReadFile(handle.Get(), buffer, static_cast<DWORD>(std::min(size, largestRead)), &got,
                        nullptr) == 0)
-            throw file_exception(operation, path, LastSystemError());
+            throw file_exception(readOperation, path, LastSystemError());
         return got;
     }
 

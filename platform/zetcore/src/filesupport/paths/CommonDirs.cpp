@@ -36,6 +36,13 @@ void SetExecutableDir(const std::wstring& path)
     state.path = std::move(absolute);
 }
 
+bool IsExecutableDirSet()
+{
+    auto& state = utility::Immortal<ChosenExecutableDir>();
+    const std::lock_guard lock(state.mutex);
+    return !state.path.empty();
+}
+
 Dir HomeDir()
 {
     return Dir(FindHomeFolder());

@@ -65,6 +65,22 @@ TEST_F(DirTest, TheHostChoosesThePreferencesFolder)
     EXPECT_TRUE(std::filesystem::is_directory(folder / "new" / "prefs"));
 }
 
+TEST_F(DirTest, ARelativePreferencesFolderStaysWhereItWasWhenItWasSet)
+{
+    struct CurrentFolder
+    {
+        ~CurrentFolder() { std::filesystem::current_path(before); }
+        const std::filesystem::path before = std::filesystem::current_path();
+    } const restored;
+    std::filesystem::create_directory(folder / "elsewhere");
+    std::filesystem::current_path(folder.Path());
+    const std::filesystem::path here = std::filesystem::current_path();
+    Dir::SetPrefDir(L"relative");
+    std::filesystem::current_path(folder / "elsewhere");
+    EXPECT_EQ(Dir::PrefDir().FullPath(), ToWide(here / "relative"));
+    EXPECT_TRUE(std::filesystem::is_directory(here / "relative"));
+}
+
 TEST_F(DirTest, APreferencesFolderThatCannotBeMadeFailsWhenItIsWrittenTo)
 {
     zettesting::WriteAll(folder / "file", "x");

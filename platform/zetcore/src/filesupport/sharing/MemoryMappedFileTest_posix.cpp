@@ -15,13 +15,13 @@
 namespace zetcore::filesupport {
 namespace {
 
-constexpr const char* blockName = "ZetCoreTestBlock";
+constexpr const char* blockOnDisk = "ZetCoreTestBlock";
 using std::chrono::milliseconds;
 
 class MemoryMappedFileTestPosix : public zettesting::HostFixture
 {
   protected:
-    std::filesystem::path BlockFile() const { return folder / "runtime" / blockName; }
+    std::filesystem::path BlockFile() const { return folder / "runtime" / blockOnDisk; }
 
     Descriptor OpenBlockFile() const { return Descriptor(::open(BlockFile().c_str(), O_RDWR | O_CLOEXEC)); }
 
@@ -34,7 +34,7 @@ class MemoryMappedFileTestPosix : public zettesting::HostFixture
 TEST_F(MemoryMappedFileTestPosix, TheBlockIsAPrivateFileInTheRuntimeFolder)
 {
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     struct stat status
     {};
     ASSERT_EQ(::stat(BlockFile().c_str(), &status), 0);
@@ -47,7 +47,7 @@ TEST_F(MemoryMappedFileTestPosix, ABlockThatOthersCouldReadIsMadePrivate)
     zettesting::WriteAll(BlockFile(), "12345678");
     ::chmod(BlockFile().c_str(), 0666);
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     struct stat status
     {};
     ASSERT_EQ(::stat(BlockFile().c_str(), &status), 0);
@@ -57,10 +57,10 @@ TEST_F(MemoryMappedFileTestPosix, ABlockThatOthersCouldReadIsMadePrivate)
 TEST_F(MemoryMappedFileTestPosix, TheLockIsHeldFromInitUntilTheHandleIsClosed)
 {
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     EXPECT_TRUE(IsLocked());
     MemoryMappedFile server;
-    ASSERT_TRUE(server.Init(blockName, 8, MemoryMappedFile::OpenShared));
+    ASSERT_TRUE(server.Init(blockOnDisk, 8, MemoryMappedFile::OpenShared));
     block.CloseFileHandleIfPossible();
     EXPECT_FALSE(IsLocked());
 }
@@ -69,7 +69,7 @@ TEST_F(MemoryMappedFileTestPosix, DestroyingTheBlockGivesTheLockUp)
 {
     {
         MemoryMappedFile block;
-        ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+        ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     }
     EXPECT_FALSE(IsLocked());
 }
@@ -77,7 +77,7 @@ TEST_F(MemoryMappedFileTestPosix, DestroyingTheBlockGivesTheLockUp)
 TEST_F(MemoryMappedFileTestPosix, WaitingForALockEndsAtItsLimit)
 {
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     const Descriptor other = OpenBlockFile();
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(LockWithin(other.Get(), milliseconds(20)), std::errc::timed_out);
@@ -88,11 +88,11 @@ TEST_F(MemoryMappedFileTestPosix, WaitingForALockEndsAtItsLimit)
 TEST_F(MemoryMappedFileTestPosix, ProcessesShareTheBytes)
 {
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     std::memcpy(block.GetAddress(), "volume", 6);
     ForkedChild server([] {
         MemoryMappedFile opened;
-        if (!opened.Init(blockName, 8, MemoryMappedFile::OpenShared))
+        if (!opened.Init(blockOnDisk, 8, MemoryMappedFile::OpenShared))
             return 1;
         if (std::memcmp(opened.GetAddress(), "volume", 6) != 0)
             return 2;
@@ -108,7 +108,7 @@ TEST_F(MemoryMappedFileTestPosix, TwoProgramsThatStartAtTheSameMomentTakeTurns)
     const auto takeTurn = [](ForkedChild::Channel& channel) {
         channel.Send('s');
         MemoryMappedFile block;
-        if (!block.Init(blockName, 8, MemoryMappedFile::CreateLocked))
+        if (!block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked))
             return 1;
         channel.Send('L');
         // We hold the lock, so nobody else writes the port.
@@ -138,7 +138,7 @@ TEST_F(MemoryMappedFileTestPosix, AProgramThatDiesLosesItsLock)
 {
     ForkedChild holder([](ForkedChild::Channel& channel) {
         MemoryMappedFile block;
-        if (!block.Init(blockName, 8, MemoryMappedFile::CreateLocked))
+        if (!block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked))
             return 1;
         channel.Send('L');
         channel.Receive();
@@ -148,13 +148,13 @@ TEST_F(MemoryMappedFileTestPosix, AProgramThatDiesLosesItsLock)
     EXPECT_TRUE(IsLocked());
     holder.Kill();
     MemoryMappedFile block;
-    EXPECT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    EXPECT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
 }
 
 TEST_F(MemoryMappedFileTestPosix, AStartedProgramDoesNotInheritTheHandle)
 {
     MemoryMappedFile block;
-    ASSERT_TRUE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    ASSERT_TRUE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     bool found = false;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         std::error_code closedMeanwhile;
@@ -177,16 +177,16 @@ TEST_F(MemoryMappedFileTestPosix, LinksAndOtherThingsUnderTheNameAreRefused)
     zettesting::WriteAll(folder / "victim", "12345678");
     std::filesystem::create_symlink(folder / "victim", BlockFile());
     MemoryMappedFile block;
-    EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
-    EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::OpenShared));
+    EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
+    EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::OpenShared));
     EXPECT_EQ(zettesting::ReadAll(folder / "victim"), "12345678");
 
     std::filesystem::remove(BlockFile());
     ASSERT_EQ(::mkfifo(BlockFile().c_str(), 0600), 0);
-    EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
     std::filesystem::remove(BlockFile());
     std::filesystem::create_directory(BlockFile());
-    EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
+    EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
 }
 
 TEST_F(MemoryMappedFileTestPosix, AnotherUsersFileIsRefused)
@@ -196,8 +196,8 @@ TEST_F(MemoryMappedFileTestPosix, AnotherUsersFileIsRefused)
     if (::geteuid() == 0) {
         ASSERT_EQ(::chown(BlockFile().c_str(), other, other), 0);
         MemoryMappedFile block;
-        EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::CreateLocked));
-        EXPECT_FALSE(block.Init(blockName, 8, MemoryMappedFile::OpenShared));
+        EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::CreateLocked));
+        EXPECT_FALSE(block.Init(blockOnDisk, 8, MemoryMappedFile::OpenShared));
     } else {
         // This needs a file that is not ours, and we cannot give a file away. The system's own files in /proc
         // are such files.

@@ -7,10 +7,12 @@
 
 namespace zetcore::filesupport::commondirs {
 
-/// Returns the folder of the running program, or the one that `SetExecutableDir` set: a host that keeps the
-/// scanner elsewhere says so there. An empty path goes back to the default. Any thread.
+/// Returns the folder of the running program, or the one that `SetExecutableDir` set. String tables, a
+/// default plug-in folder and the scanner are looked for there. An empty path goes back to the default. Any
+/// thread.
 ZETCORE_API Dir ExecutableDir();
 ZETCORE_API void SetExecutableDir(const std::wstring& path);
+ZETCORE_API bool IsExecutableDirSet();
 
 /// Returns the user's home folder, which is empty when the user has none.
 ZETCORE_API Dir HomeDir();

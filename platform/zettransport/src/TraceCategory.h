@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zettransport {
+
+/// The category of this library's lines in the trace.
+inline constexpr char traceCategory[] = "zettransport";
+
+} // namespace zettransport
