@@ -5,6 +5,8 @@
 
 #include <zetcore/string/Utf.h>
 
+#include "WireValues.h"
+
 namespace zetscanprotocol {
 
 namespace {
@@ -25,26 +27,6 @@ void VisitFields(Info& info, Visit&& visit)
     visit("progress", info.progress);
     visit("total", info.total);
     visit("continue", info.continues);
-}
-
-ValuePtr ToValue(const std::wstring& text)
-{
-    return serialization::MakeString(text);
-}
-
-ValuePtr ToValue(const PluginLocator& locator)
-{
-    return serialization::MakeString(locator.ToString());
-}
-
-ValuePtr ToValue(std::int32_t number)
-{
-    return serialization::MakeValue<long long>(number);
-}
-
-ValuePtr ToValue(bool flag)
-{
-    return serialization::MakeValue(flag);
 }
 
 /// The standard error, which names nothing, with the name of what has the wrong type.

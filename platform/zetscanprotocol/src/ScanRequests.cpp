@@ -8,6 +8,8 @@
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "WireValues.h"
+
 namespace zetscanprotocol {
 
 namespace serialization = zetcore::serialization;
@@ -30,16 +32,6 @@ void VisitArguments(Arguments& arguments, Visit&& visit)
     visit(arguments.resultFilePath, "scan result file path");
     visit(arguments.disableVST2ShellSkipping, "disable VST2 shell skipping");
     visit(arguments.quickEffectScan, "quick effect scan");
-}
-
-ValuePtr ToValue(const std::wstring& text)
-{
-    return serialization::MakeString(text);
-}
-
-ValuePtr ToValue(bool flag)
-{
-    return serialization::MakeValue(flag);
 }
 
 serialization::Call CallWithoutArguments(const char* method)

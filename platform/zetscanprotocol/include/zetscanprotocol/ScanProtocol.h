@@ -34,4 +34,9 @@ inline constexpr wchar_t resultFileSuffix[] = L".scan";
 inline constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
 inline constexpr std::chrono::seconds defaultEntityTimeout{60};
 
+/// The entry of the debug database that says how many plug-ins the scanner loads at the same time, from 1 to
+/// `mostWorkers`. Without it, the scanner chooses.
+inline constexpr char workersKey[] = "zetaudiofilterscan.Workers";
+inline constexpr unsigned mostWorkers = 16;
+
 } // namespace zetscanprotocol
