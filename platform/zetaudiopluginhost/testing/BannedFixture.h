@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zettesting/HostFixture.h>
 
@@ -12,10 +13,10 @@ namespace zetaudiopluginhost {
 class BannedPluginManagerTest : public zettesting::HostFixture
 {
   protected:
-    BannedPluginManagerTest() { zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset(); }
+    BannedPluginManagerTest() { ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance()); }
     ~BannedPluginManagerTest() override
     {
-        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
+        ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance());
     }
 
     zetcore::filesupport::File ListFile() const

@@ -33,7 +33,7 @@ class ModuleLoaderFixture : public zettesting::HostFixture
     }
     static const zetaudiofilterhost::PluginModuleInfo& Only(const ScanOutcome& outcome)
     {
-        EXPECT_FALSE(outcome.misbehaved) << outcome.reason;
+        EXPECT_FALSE(outcome.misbehaved) << WordFailures({outcome.failure});
         if (outcome.infos.size() != 1)
             throw std::runtime_error(std::to_string(outcome.infos.size()) + " records");
         return *outcome.infos.front();

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/PluginModuleScanner.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/TestPlugins.h>
@@ -23,8 +25,8 @@ class PluginModuleScannerFixture : public zettesting::HostFixture
 
     static void Reset()
     {
-        BannedPluginManager::GetInstance()->Reset();
-        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
+        ResetBannedPlugins(*BannedPluginManager::GetInstance());
+        ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance());
     }
     static zetaudiofilterhost::PluginLocator Vst2(const char* plugin)
     {

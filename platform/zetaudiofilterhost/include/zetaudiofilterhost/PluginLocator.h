@@ -10,7 +10,7 @@ namespace zetaudiofilterhost {
 /// The codes that hosts know the technologies by. `PluginFormats` says everything else about them.
 enum class TechnologyType : int
 {
-    None = 0,
+    Unknown = 0,
     VST = 2,
     VST3 = 3,
     AU = 4,
@@ -52,7 +52,7 @@ class ZETAUDIOFILTERHOST_API PluginLocator
                                                                    const PluginLocator&);
 
   private:
-    TechnologyType technology = TechnologyType::None;
+    TechnologyType technology = TechnologyType::Unknown;
     std::wstring path;
     std::wstring subcomponent;
 };

@@ -55,8 +55,8 @@ struct UnreadableFolder
 class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
 {
   public:
-    using PluginInfosChangedSignal = zetcore::signals::Signal<>;
-    using BansEndedSignal = zetcore::signals::Signal<const std::vector<PluginLocator>&>;
+    using PluginInfosChangedSignal = zetcore::events::Signal<>;
+    using BansEndedSignal = zetcore::events::Signal<const std::vector<PluginLocator>&>;
     using InfoPtr = std::shared_ptr<PluginModuleInfo>;
     /// Random access; valid until the registry changes. Setting a record's enabled flag is no such change.
     using PluginInfoIterator = std::vector<InfoPtr>::const_iterator;
@@ -194,10 +194,11 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// whose file is gone while its folder can be reached. The list of banned plug-ins takes them out.
     BansEndedSignal& GetBansEndedSignal() noexcept;
 
-    /// Empty, as at program start; for tests.
+  private:
+    friend ZETAUDIOFILTERHOST_API void ResetRegistry(PluginModuleInfoManager& registry);
+
     void Reset();
 
-  private:
     struct State;
     std::unique_ptr<State> state;
 };

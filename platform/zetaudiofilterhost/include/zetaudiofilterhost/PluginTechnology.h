@@ -15,7 +15,7 @@ namespace zetaudiofilterhost {
 class ZETAUDIOFILTERHOST_API PluginTechnology : public std::enable_shared_from_this<PluginTechnology>
 {
   public:
-    using DirectoriesChangedSignal = zetcore::signals::Signal<std::shared_ptr<PluginTechnology>>;
+    using DirectoriesChangedSignal = zetcore::events::Signal<std::shared_ptr<PluginTechnology>>;
     using DirectoryIterator = std::vector<std::wstring>::const_iterator;
 
     explicit PluginTechnology(TechnologyType type);
@@ -26,7 +26,8 @@ class ZETAUDIOFILTERHOST_API PluginTechnology : public std::enable_shared_from_t
     DirectoryIterator DirectoryEnd() const noexcept { return directories.end(); }
 
     /// Adds what is not there yet (a folder is kept once, however its path is written: trailing separators
-    /// and "." apart). Raises the signal once when anything changed.
+    /// and "." apart). Relative paths are made absolute at once. Raises the signal once when anything
+    /// changed.
     void AddPluginDirectories(const std::vector<std::wstring>& paths);
     void RemovePluginDirectories(const std::vector<std::wstring>& paths);
     void SetPluginDirectories(const std::vector<std::wstring>& paths);

@@ -1,6 +1,8 @@
 #include "files/FolderPath.h"
 
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include <zetcore/filesupport/paths/NativePath.h>
 
@@ -28,6 +30,19 @@ std::filesystem::path Normalised(const std::wstring& path)
 std::wstring NormalisedFolderPath(const std::wstring& path)
 {
     return FromNativePath(Normalised(path));
+}
+
+std::wstring AbsoluteFolderPath(const std::wstring& path)
+{
+    if (path.empty())
+        return path;
+    std::filesystem::path native = ToNativePath(path);
+    std::error_code error;
+    // A path from the root without a drive stays, because it was written so on another system.
+    if (!native.has_root_directory())
+        if (std::filesystem::path absolute = std::filesystem::absolute(native, error); !error)
+            native = std::move(absolute);
+    return NormalisedFolderPath(FromNativePath(native));
 }
 
 bool IsSameFolderPath(const std::wstring& left, const std::wstring& right)

@@ -3,26 +3,16 @@
 #include <algorithm>
 
 #include <zetaudiofilterhost/ModuleFiles.h>
-#include <zetcore/filesupport/paths/File.h>
-#include <zetcore/filesupport/paths/FileException.h>
-#include <zetcore/filesupport/paths/NativePath.h>
+#include <zetcore/filesupport/paths/FileFacts.h>
 
 namespace zetaudiofilterhost {
-
-using zetcore::filesupport::ToNativePath;
 
 namespace {
 
 ModuleFileStamp StampOf(const zetcore::filesupport::File& file)
 {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(ToNativePath(file.FullPath()), error))
-        return {};
-    try {
-        return {file.Size(), file.ModificationTime()};
-    } catch (const zetcore::filesupport::file_exception&) {
-        return {};
-    }
+    const auto facts = FindFileFacts(file).value_or(zetcore::filesupport::FileFacts());
+    return {facts.size, facts.modificationTime};
 }
 
 } // namespace

@@ -257,13 +257,13 @@ TEST(LocatorOfModuleFile, GoesByTheExtensionAndByBundlesAround)
         {"/p" + suffix + "/a.vst3", TechnologyType::VST3, "/p" + suffix + "/a.vst3"},
         {"//p/./a.vst3//x/", TechnologyType::VST3, "//p/./a.vst3"},
         {"a" + suffix, TechnologyType::VST, "a" + suffix},
-        {"/p/a" + suffix + "/", TechnologyType::None, ""},
-        {"/home/u/.vst3", TechnologyType::None, ""},
-        {"/p/vst3", TechnologyType::None, ""},
-        {"/p/a.txt", TechnologyType::None, ""},
-        {"/p/a", TechnologyType::None, ""},
-        {"/p" + suffix + "/a", TechnologyType::None, ""},
-        {"", TechnologyType::None, ""},
+        {"/p/a" + suffix + "/", TechnologyType::Unknown, ""},
+        {"/home/u/.vst3", TechnologyType::Unknown, ""},
+        {"/p/vst3", TechnologyType::Unknown, ""},
+        {"/p/a.txt", TechnologyType::Unknown, ""},
+        {"/p/a", TechnologyType::Unknown, ""},
+        {"/p" + suffix + "/a", TechnologyType::Unknown, ""},
+        {"", TechnologyType::Unknown, ""},
     };
     for (const auto& each : cases)
         EXPECT_EQ(LocatorOfModuleFile(ToWide(each.path)), PluginLocator(each.type, ToWide(each.module)))

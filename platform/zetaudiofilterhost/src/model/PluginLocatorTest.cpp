@@ -114,7 +114,7 @@ TEST(PluginLocator, WithoutPathOrTechnologyItHasNoText)
 {
     EXPECT_EQ(PluginLocator().ToString(), L"");
     EXPECT_EQ(PluginLocator(TechnologyType::VST, L"").ToString(), L"");
-    EXPECT_EQ(PluginLocator(TechnologyType::None, L"/a.so").ToString(), L"");
+    EXPECT_EQ(PluginLocator(TechnologyType::Unknown, L"/a.so").ToString(), L"");
     EXPECT_TRUE(PluginLocator().IsEmpty());
 }
 

@@ -11,7 +11,7 @@ namespace {
 void AppendNew(std::vector<std::wstring>& folders, const std::vector<std::wstring>& paths)
 {
     for (const std::wstring& path : paths) {
-        std::wstring folder = NormalisedFolderPath(path);
+        std::wstring folder = AbsoluteFolderPath(path);
         const auto isSame = [&folder](const std::wstring& other) { return IsSameFolderPath(other, folder); };
         if (!folder.empty() && std::none_of(folders.begin(), folders.end(), isSame))
             folders.push_back(std::move(folder));
@@ -33,8 +33,9 @@ void PluginTechnology::AddPluginDirectories(const std::vector<std::wstring>& pat
 void PluginTechnology::RemovePluginDirectories(const std::vector<std::wstring>& paths)
 {
     const auto isGiven = [&paths](const std::wstring& folder) {
-        return std::any_of(paths.begin(), paths.end(),
-                           [&folder](const std::wstring& path) { return IsSameFolderPath(path, folder); });
+        return std::any_of(paths.begin(), paths.end(), [&folder](const std::wstring& path) {
+            return IsSameFolderPath(AbsoluteFolderPath(path), folder);
+        });
     };
     if (std::erase_if(directories, isGiven) > 0)
         directoriesChanged(shared_from_this());

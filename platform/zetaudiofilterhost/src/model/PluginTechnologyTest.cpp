@@ -1,8 +1,11 @@
 #include <zetaudiofilterhost/PluginTechnology.h>
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 #include "files/FolderPath.h"
 
@@ -75,6 +78,17 @@ TEST_F(PluginTechnologyTest, RemovesFoldersHoweverTheyAreWritten)
     EXPECT_EQ(changes, 2);
     technology->RemovePluginDirectories({L"/unknown"});
     EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PluginTechnologyTest, RelativeFoldersAreAbsoluteAtOnce)
+{
+    const auto here = std::filesystem::current_path();
+    technology->SetPluginDirectories({L"plugins/", L"./more", L"/a"});
+    EXPECT_EQ(Folders(), (std::vector<std::wstring>{zetcore::filesupport::FromNativePath(here / "plugins"),
+                                                    zetcore::filesupport::FromNativePath(here / "more"),
+                                                    Kept({L"/a"})[0]}));
+    technology->RemovePluginDirectories({L"more"});
+    EXPECT_EQ(Folders().size(), 2u);
 }
 
 TEST_F(PluginTechnologyTest, SettingTheSameFoldersChangesNothing)

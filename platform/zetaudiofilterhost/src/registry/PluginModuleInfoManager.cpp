@@ -1,5 +1,7 @@
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 
+#include <zetaudiofilterhost/ResetRegistry.h>
+
 #include "registry/RegistryState.h"
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/Utf.h>
@@ -242,6 +244,11 @@ void PluginModuleInfoManager::Reset()
     const std::lock_guard lock(state->mutex);
     state->banned.clear();
     state->everBanned.clear();
+}
+
+void ResetRegistry(PluginModuleInfoManager& registry)
+{
+    registry.Reset();
 }
 
 } // namespace zetaudiofilterhost

@@ -7,6 +7,7 @@
 
 #include "testing/RegistryFixture.h"
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 
 namespace zetaudiofilterhost {
 
@@ -83,11 +84,11 @@ TEST_F(PluginModuleInfoManagerTest, RecordsThatNameNothingAreNotAdded)
 {
     registry.AddModule(nullptr);
     Add(PluginLocator(), L"empty");
-    Add({TechnologyType::None, L"/a.so"}, L"no technology");
+    Add({TechnologyType::Unknown, L"/a.so"}, L"no technology");
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_TRUE(HasTraced("a record without technology or path is not added"));
-    registry.AddConfiguration(Text({nullptr, MakeInfo({TechnologyType::None, L"/a"}), MakeInfo(Vst(L"/b"))}),
-                              false);
+    registry.AddConfiguration(
+        Text({nullptr, MakeInfo({TechnologyType::Unknown, L"/a"}), MakeInfo(Vst(L"/b"))}), false);
     EXPECT_EQ(registry.RecordCount(), 1u);
 }
 
@@ -264,7 +265,7 @@ TEST_F(PluginModuleInfoManagerTest, ResetEmptiesEverything)
     Add(Vst(L"/a.so"), L"A", false);
     registry.ResetToDefaultFolders();
     registry.SetBannedLocators({BannedModule{Vst(L"/a.so")}});
-    registry.Reset();
+    ResetRegistry(registry);
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_THAT(FoldersOf(registry, TechnologyType::VST), IsEmpty());
     EXPECT_TRUE(Add(Vst(L"/a.so"), L"A")->IsEnabled());

@@ -2,6 +2,7 @@
 #include <functional>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zettesting/TextOf.h>
 
 #include "testing/RegistryFixture.h"
@@ -135,7 +136,7 @@ TEST_F(RegistryAsidesTest, SubComponentsOfOneShellThatAreScannedOneByOneWaitForT
                                  info->SetScannedAlone(false);
                                  registry.AddModule(info);
                              })}) {
-        registry.Reset();
+        ResetRegistry(registry);
         registry.AddModule(MakeInfo(one, L"one"));
         registry.AddModule(MakeInfo(two, L"two"));
         registry.RemovePluginLocators({one, two});

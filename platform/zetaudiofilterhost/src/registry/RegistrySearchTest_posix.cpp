@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "testing/RegistryFixture.h"
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 
 namespace zetaudiofilterhost {
@@ -103,7 +104,7 @@ TEST_F(PosixSearchTest, AFolderWithAnOddNameComesBackFromTheFile)
     const auto odd = MakeFile("odd\n\xFF%|/a.so");
     Folders().SetPluginDirectories({ToWide(plugins / "odd\n\xFF%|")});
     registry.SaveConfiguration(file, true);
-    registry.Reset();
+    ResetRegistry(registry);
     ASSERT_TRUE(registry.LoadConfiguration(file));
     EXPECT_THAT(Collect(), ElementsAre(odd));
 }

@@ -191,7 +191,7 @@ Configuration Reader::ReadWhole()
             understood = Try(child, [&] { configuration.choices.push_back(ReadChoice(child)); });
         } else if (kind == "technology") {
             TechnologyFolders technology = ReadTechnology(child);
-            understood = technology.type != TechnologyType::None;
+            understood = technology.type != TechnologyType::Unknown;
             if (understood)
                 configuration.technologies.push_back(std::move(technology));
         }

@@ -34,7 +34,7 @@ struct PluginFolder
 
 struct TechnologyFolders
 {
-    TechnologyType type = TechnologyType::None;
+    TechnologyType type = TechnologyType::Unknown;
     std::vector<PluginFolder> folders;
     Unknown unknown;
 };

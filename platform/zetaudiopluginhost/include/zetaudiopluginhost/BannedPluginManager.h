@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -9,15 +10,16 @@
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiopluginhost/Export.h>
+#include <zetaudiopluginhost/PluginFailure.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/utility/Reason.h>
 
 namespace zetaudiopluginhost {
 
-/// Why and when a plug-in was banned. The reason is UTF-8, for people; empty when it is not known. The time
-/// is in seconds since 1970 (UTC).
+/// Why and when a plug-in was banned. The time is in seconds since 1970 (UTC).
 struct BanInfo
 {
+    /// UTF-8, for people; empty when it is not known. Where there are facts, their English words.
     std::string reason;
     std::int64_t time = 0;
     /// The build of the module that is banned: the ban is due when its file has changed. Both 0 for a ban of
@@ -26,9 +28,17 @@ struct BanInfo
     /// The system refused to load it; a library may be missing, for example. None of its code has crashed, so
     /// every scan tries it again.
     bool couldNotLoad = false;
+    /// The reason as facts. Empty for a reason that somebody wrote, and in files of older versions.
+    PluginFailures failures = {};
 
     friend bool operator==(const BanInfo&, const BanInfo&) = default;
 };
+
+/// A ban with these facts and their words. The time is not set.
+ZETAUDIOPLUGINHOST_API BanInfo BanFor(PluginFailures failures, zetaudiofilterhost::ModuleFileStamp stamp = {},
+                                      bool couldNotLoad = false);
+/// The reason in the language of the table, or as it was written where there are no facts.
+ZETAUDIOPLUGINHOST_API std::string WordReason(const BanInfo& ban, const zetcore::config::Localizer& language);
 
 /// The plug-ins that must not be loaded: the banned ones, each with a reason, and the list of plug-ins known
 /// to be unsupported. Every change is told to the registry, which then leaves the banned ones out; bans that
@@ -75,12 +85,23 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     /// kept aside as `.damaged`, and leaves an empty list (false, and `GetLoadError` names file and line).
     /// Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
+    /// The same for a process that only looks: a damaged file stays where it is.
+    bool LoadConfigurationOfOther(const zetcore::filesupport::File& file);
     /// Atomic replacement. What another program has added to the file, changed or lifted since it was last
     /// read or written is taken in first, except where this list has changed the same ban. Throws
     /// `file_exception`.
     void SaveConfiguration(const zetcore::filesupport::File& file) const;
+    /// The plug-ins that the file bans. Unlike `LoadConfiguration` it changes neither this list nor the file,
+    /// not even a damaged one: that is empty, as is a missing file. Throws `file_exception` when an existing
+    /// file cannot be read.
+    static BannedSet PeekAtConfiguration(const zetcore::filesupport::File& file);
     /// The damage of the file that was loaded last.
     std::optional<zetcore::utility::Reason> GetLoadError() const;
+    /// The bans in a file, for a program that only looks: no list is concerned, nothing is written, and a
+    /// damaged file stays where it is. A missing file has no bans. Throws `std::runtime_error` naming file
+    /// and line for a damaged one, `file_exception` when it cannot be read.
+    static std::map<zetaudiofilterhost::PluginLocator, BanInfo>
+    BansInFile(const zetcore::filesupport::File& file);
 
     /// Replaces the unsupported list. False when the file is missing, unreadable or malformed (the list is
     /// then empty).
@@ -89,10 +110,11 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     bool IsUnsupportedFile(const std::wstring& fileName) const;
     bool IsUnsupported(const std::wstring& fileName, std::uint32_t uniqueId, std::int64_t version) const;
 
-    /// Empty, as at program start; for tests.
+  private:
+    friend ZETAUDIOPLUGINHOST_API void ResetBannedPlugins(BannedPluginManager& list);
+
     void Reset();
 
-  private:
     struct State;
     std::unique_ptr<State> state;
 };

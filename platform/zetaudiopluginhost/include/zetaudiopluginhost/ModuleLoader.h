@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -12,10 +14,7 @@
 namespace zetaudiopluginhost {
 
 struct FormatLoader;
-
-/// When something happened, for reasons that people read: "while being loaded", "in its entry function" and
-/// so on.
-ZETAUDIOPLUGINHOST_API const char* ScanPhaseText(ScanPhase phase);
+class SharedLibraries;
 
 /// Loads one module into this process, asks it what it is, and unloads it. Current folder, locale, signal and
 /// terminate handlers, floating-point mode and the mask for new files are put back after it; whatever else it
@@ -29,6 +28,16 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     using PhaseCallback = std::function<void(ScanPhase)>;
 
     ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback);
+    ~ModuleLoader();
+    ModuleLoader(const ModuleLoader&) = delete;
+    ModuleLoader& operator=(const ModuleLoader&) = delete;
+
+    /// From now on the libraries that modules bring along stay loaded until the process ends: for a process
+    /// that does nothing but scan.
+    void KeepSharedLibraries();
+    /// For a process that goes on after the scan: only the system's libraries stay until it ends. A plug-in's
+    /// own stay as long as the modules that follow are in the same folder, and as this object lives.
+    void KeepSystemLibraries();
 
     /// Modules of this technology can be why a shell of another one is skipped.
     static bool ReplacesShells(zetaudiofilterhost::TechnologyType type);
@@ -43,13 +52,17 @@ class ZETAUDIOPLUGINHOST_API ModuleLoader
     /// (it does not load, gives nothing, has no plug-in class) has misbehaved.
     /// A shell's sub-plug-ins have their unique id, in decimal, as sub-component; a locator with a
     /// sub-component gives that one's record only.
-    ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator);
+    /// `next` is the module that will be scanned after it, when that is known.
+    ScanOutcome Scan(const zetaudiofilterhost::PluginLocator& locator,
+                     const std::optional<zetaudiofilterhost::PluginLocator>& next = std::nullopt);
 
   private:
     bool IsShellSkipped(const FormatLoader& format, const zetaudiofilterhost::PluginLocator& shell);
 
     ScanOptions options;
     PhaseCallback onPhase;
+    /// Null when they go with their modules.
+    std::unique_ptr<SharedLibraries> sharedLibraries;
     /// Empty once it has been called.
     FindKnownModules findKnownModules;
     /// The shells that are replaced: their technology and comparison name.

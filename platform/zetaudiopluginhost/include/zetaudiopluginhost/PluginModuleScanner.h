@@ -42,8 +42,6 @@ class ZETAUDIOPLUGINHOST_API PluginModuleScanner
     /// left, and after `EndScan`.
     bool GetCurrentProgressInfo(zetaudiofilterhost::PluginLocator& locator, std::string& statusText,
                                 int& progress, int& total);
-    /// False when the current plug-in will be passed over, and when nothing is left.
-    bool WillLoadCurrent() const;
     /// Scans the current plug-in and moves on. False when the scan is complete.
     bool ContinueScan();
     /// Moves on without having scanned the current plug-in: nothing comes of it. False when the scan is

@@ -1,27 +1,13 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginModuleInfo.h>
+#include <zetaudiopluginhost/PluginFailure.h>
 
 namespace zetaudiopluginhost {
-
-/// The step in a plug-in's life at which something happened.
-enum class ScanPhase : int
-{
-    None,
-    Load,   ///< the system loads the library and runs its initialisers
-    Entry,  ///< its entry function
-    Open,   ///< the call that opens what its entry function has made
-    Query,  ///< questions about name, vendor, classes, sub-plug-ins
-    Create, ///< creating and initialising a component (full effect scan)
-    Start,  ///< switching it on and off again (full effect scan)
-    Close,  ///< closing what was opened
-    Unload, ///< the system unloads the library
-};
 
 /// The outcome of scanning one module.
 struct ScanOutcome
@@ -30,13 +16,12 @@ struct ScanOutcome
     /// there is none. Empty when the module misbehaved.
     std::vector<std::shared_ptr<zetaudiofilterhost::PluginModuleInfo>> infos;
     /// True when the module must be banned: it let an exception out, or it is one that cannot be used. Then
-    /// `reason` (UTF-8) and `phase` say why.
+    /// `failure` says why.
     bool misbehaved = false;
     /// True when the module misbehaved only in that the system did not load it. None of its code has run, and
     /// the library that it lacked may be there later.
     bool couldNotLoad = false;
-    std::string reason;
-    ScanPhase phase = ScanPhase::None;
+    PluginFailure failure;
     /// The module's file when the scan of it began.
     zetaudiofilterhost::ModuleFileStamp stamp{};
 };

@@ -8,6 +8,8 @@
 #include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 
+#include "banned/FailureElement.h"
+
 namespace zetaudiopluginhost {
 
 using zetaudiofilterhost::PluginLocator;
@@ -22,6 +24,11 @@ constexpr std::size_t maxReason = 8192;
 /// We write two levels. Elements that are nested deeply cost much: the indentation that is written back grows
 /// with the square of the depth, and the stack grows with the depth when they are deleted.
 constexpr int deepestElement = 64;
+
+constexpr bool IsPrintableAscii(char character)
+{
+    return character >= 0x20 && character < 0x7F;
+}
 
 bool IsKnownAttribute(std::string_view name)
 {
@@ -56,7 +63,23 @@ bool HasUnknownParts(const pugi::xml_node& node)
         if (!IsKnownAttribute(attribute.name()))
             return true;
     }
-    return node.first_child() != nullptr;
+    const auto children = node.children();
+    if (!std::all_of(children.begin(), children.end(), IsPlainFailure))
+        return true;
+    // These are of a kind that only a newer version knows.
+    return node.first_child() && ReadFailures(node).empty();
+}
+
+/// The facts, unless the words beside them say something else: an older version that bans the plug-in anew
+/// changes the words only.
+void TakeFailures(const pugi::xml_node& node, BanInfo& info)
+{
+    PluginFailures failures = ReadFailures(node);
+    const std::string words = CleanReason(WordFailures(failures));
+    if (info.reason.empty())
+        info.reason = words;
+    if (info.reason == words)
+        info.failures = std::move(failures);
 }
 
 template<typename Number>
@@ -105,6 +128,9 @@ void WriteEntry(pugi::xml_node& root, const BanEntry& entry)
     SetAttribute(node, "filesize", std::to_string(info.stamp.size), info.stamp.size != 0);
     SetAttribute(node, "filetime", std::to_string(info.stamp.time), info.stamp.time != 0);
     SetAttribute(node, "couldnotload", info.couldNotLoad ? "true" : "false", info.couldNotLoad);
+    // An element that was read keeps failures that only a newer version understands.
+    if (info.failures != ReadFailures(node))
+        WriteFailures(node, info.failures);
 }
 
 } // namespace
@@ -146,6 +172,7 @@ BanListFile ParseBanList(std::string_view text, const char* rootName)
         entry.info.time = node.attribute("time").as_llong();
         entry.info.stamp = ReadStamp(node);
         entry.info.couldNotLoad = std::string_view(node.attribute("couldnotload").value()) == "true";
+        TakeFailures(node, entry.info);
         if (HasUnknownParts(node))
             entry.original = CopyOf(node);
         file.entries.push_back(std::move(entry));
@@ -175,8 +202,19 @@ std::string WriteBanList(const BanListFile& file, const char* rootName)
     return text.str();
 }
 
+BanInfo CleanBan(const BanInfo& info)
+{
+    BanInfo cleaned = info;
+    cleaned.failures = CleanFailures(info.failures);
+    cleaned.reason = CleanReason(info.failures.empty() ? info.reason : WordFailures(cleaned.failures));
+    return cleaned;
+}
+
 std::string CleanReason(std::string_view reason)
 {
+    // Nearly all reasons are plain already, and a list of thousands is read often.
+    if (reason.size() <= maxReason && std::ranges::all_of(reason, IsPrintableAscii))
+        return std::string(reason);
     std::wstring cleaned;
     for (const wchar_t unit : UTF8to16(reason.substr(0, maxReason * 4))) {
         if (cleaned.size() >= maxReason)

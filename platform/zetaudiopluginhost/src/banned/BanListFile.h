@@ -25,7 +25,9 @@ struct BanEntry
 ///     <?xml version="1.0" encoding="UTF-8"?>
 ///     <bannedplugins version="1.0">
 ///         <plugin locator="VST|/usr/lib/vst/Bad.so|" reason="why" time="1700000000"
-///                 filesize="4096" filetime="1690000000000000000" couldnotload="true"/>
+///                 filesize="4096" filetime="1690000000000000000" couldnotload="true">
+///             <failure kind="couldnotload" phase="load" detail="why"/>
+///         </plugin>
 ///     </bannedplugins>
 struct BanListFile
 {
@@ -40,6 +42,9 @@ std::string WriteBanList(const BanListFile& file, const char* rootName);
 
 /// The line, counted from 1, in which the byte at `offset` stands.
 std::size_t LineOfOffset(std::string_view text, std::size_t offset);
+
+/// Takes facts and words over as they come back from a file. Facts come before other words.
+BanInfo CleanBan(const BanInfo& info);
 
 /// Valid UTF-8 without control characters other than line ends and tabs, of a length that people read.
 std::string CleanReason(std::string_view reason);

@@ -71,8 +71,7 @@ void RecordBanReason(const std::wstring& bannedSettingsPath, const PluginLocator
     auto entry = FindEntry(list, locator);
     if (entry == list.entries.end())
         entry = list.entries.insert(entry, BanEntry{locator, {}, nullptr});
-    entry->info = info;
-    entry->info.reason = CleanReason(info.reason);
+    entry->info = CleanBan(info);
     FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, rootName), Durability::ProcessCrash);
 }
 
@@ -108,6 +107,22 @@ void ForgetBanReasons(const std::wstring& bannedSettingsPath, const std::vector<
         file.Delete();
     else if (removed > 0)
         FileUtils::ReplaceContent(file.FullPath(), WriteBanList(*list, rootName), Durability::ProcessCrash);
+}
+
+std::string ToBanReasonsText(const std::vector<BanReason>& reasons)
+{
+    BanListFile list;
+    for (const BanReason& reason : reasons)
+        list.entries.push_back({reason.locator, CleanBan(reason.info), nullptr});
+    return WriteBanList(list, rootName);
+}
+
+std::vector<BanReason> FromBanReasonsText(std::string_view text)
+{
+    std::vector<BanReason> reasons;
+    for (BanEntry& entry : ParseBanList(text, rootName).entries)
+        reasons.push_back({std::move(entry.locator), std::move(entry.info)});
+    return reasons;
 }
 
 } // namespace zetaudiopluginhost

@@ -1,6 +1,7 @@
 // Bans of one build of a file, and lists of which two programs have one file.
 #include <gmock/gmock.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 
 #include "testing/BannedFixture.h"
 
@@ -163,7 +164,7 @@ TEST_F(BannedBuildTest, TheRegistryIsToldWhichBuildIsBannedAndEndsTheBanOfAnothe
 {
     BannedPluginManager& list = *BannedPluginManager::GetInstance();
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
-    list.Reset();
+    ResetBannedPlugins(list);
     const auto give = [&] {
         const auto info = std::make_shared<PluginModuleInfo>(module);
         info->SetFileStamp(Stamp().size, Stamp().time);
@@ -186,7 +187,7 @@ TEST_F(BannedBuildTest, TheRegistryIsToldWhichBuildIsBannedAndEndsTheBanOfAnothe
     list.SaveConfiguration(ListFile());
     EXPECT_THAT(zettesting::ReadAll(ListPath()), Not(HasSubstr("a.vst3")));
     EXPECT_THAT(zettesting::ReadAll(ListPath()), HasSubstr("another"));
-    list.Reset();
+    ResetBannedPlugins(list);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/debug/DeferredTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/content/FileUtils.h>
@@ -28,12 +29,22 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using namespace zetcore::filesupport;
 
+BanInfo BanFor(PluginFailures failures, ModuleFileStamp stamp, bool couldNotLoad)
+{
+    return {WordFailures(failures), 0, stamp, couldNotLoad, std::move(failures)};
+}
+
+std::string WordReason(const BanInfo& ban, const zetcore::config::Localizer& language)
+{
+    return ban.failures.empty() ? ban.reason : WordFailures(ban.failures, language);
+}
+
 BannedPluginManager* BannedPluginManager::GetInstance()
 {
     // The registry is made first, so that it outlives what tells it of changes.
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     static BannedPluginManager manager;
-    static const zetcore::signals::ScopedConnection connection = registry.GetBansEndedSignal().Connect(
+    static const zetcore::events::ScopedConnection connection = registry.GetBansEndedSignal().Connect(
         [](const std::vector<PluginLocator>& ended) { manager.state->Remove(ended); });
     return &manager;
 }
@@ -79,9 +90,7 @@ void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator, const st
 
 void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator, const BanInfo& info)
 {
-    BanInfo cleaned = info;
-    cleaned.reason = CleanReason(info.reason);
-    state->Add(locator, std::move(cleaned), false);
+    state->Add(locator, CleanBan(info), false);
 }
 
 void BannedPluginManager::RemoveBannedPlugin(const PluginLocator& locator)
@@ -118,7 +127,34 @@ std::optional<BanInfo> BannedPluginManager::GetBanInfo(const PluginLocator& loca
     return found == state->bans.end() ? std::nullopt : std::optional(found->second.info);
 }
 
+std::map<PluginLocator, BanInfo> BannedPluginManager::BansInFile(const File& file)
+{
+    std::map<PluginLocator, BanInfo> bans;
+    if (!file.Exists())
+        return bans;
+    const std::string text = FileUtils::ReadFile(file, State::maxFileSize);
+    try {
+        for (BanEntry& entry : ParseBanList(text, State::rootName).entries)
+            bans.insert_or_assign(std::move(entry.locator), std::move(entry.info));
+    } catch (const std::runtime_error& damage) {
+        throw std::runtime_error(file.FullPathUTF8() + ", " + damage.what());
+    }
+    return bans;
+}
+
 bool BannedPluginManager::LoadConfiguration(const File& file)
+{
+    if (LoadConfigurationOfOther(file))
+        return true;
+    try {
+        FileUtils::KeepAside(file);
+    } catch (const file_exception& notKept) {
+        zetcore::debug::TraceLine(1, State::traceCategory, notKept.what());
+    }
+    return false;
+}
+
+bool BannedPluginManager::LoadConfigurationOfOther(const File& file)
 {
     if (!file.Exists()) {
         state->Load(file, {}, {});
@@ -131,14 +167,24 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
     } catch (const std::runtime_error& damage) {
         zetcore::utility::Reason error{zetcore::string::UTF16to8(file.GetTitle()) + ", " + damage.what()};
         zetcore::debug::TraceLine(1, State::traceCategory, file.FullPathUTF8() + ", " + damage.what());
-        try {
-            FileUtils::KeepAside(file);
-        } catch (const file_exception& notKept) {
-            zetcore::debug::TraceLine(1, State::traceCategory, notKept.what());
-        }
         state->Load(file, {}, std::move(error));
         return false;
     }
+}
+
+BannedPluginManager::BannedSet BannedPluginManager::PeekAtConfiguration(const File& file)
+{
+    BannedSet banned;
+    if (!file.Exists())
+        return banned;
+    const std::string text = FileUtils::ReadFile(file, State::maxFileSize);
+    try {
+        for (const BanEntry& entry : ParseBanList(text, State::rootName).entries)
+            banned.insert(entry.locator);
+    } catch (const std::runtime_error&) {
+        // The program that loads the file says what is wrong with it.
+    }
+    return banned;
 }
 
 void BannedPluginManager::SaveConfiguration(const File& file) const
@@ -159,8 +205,9 @@ void BannedPluginManager::SaveConfiguration(const File& file) const
             held.emplace(locator, ban.info);
         }
     }
-    FileUtils::ReplaceContent(file.FullPath(), WriteBanList(list, State::rootName), Durability::PowerCut);
-    state->NoteKnown(file, std::move(held));
+    std::string text = WriteBanList(list, State::rootName);
+    FileUtils::ReplaceContent(file.FullPath(), text, Durability::PowerCut);
+    state->NoteKnown(file, std::move(held), std::move(text));
     try {
         ForgetBanReasons(file.FullPath(), saved);
     } catch (const file_exception& error) {
@@ -212,7 +259,13 @@ void BannedPluginManager::Reset()
     const std::lock_guard lock(state->mutex);
     state->knownPath.clear();
     state->known.clear();
+    state->knownText.clear();
     state->unsupported = {};
+}
+
+void ResetBannedPlugins(BannedPluginManager& list)
+{
+    list.Reset();
 }
 
 } // namespace zetaudiopluginhost

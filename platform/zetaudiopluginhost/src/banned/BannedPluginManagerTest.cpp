@@ -1,10 +1,13 @@
 #include <zetaudiopluginhost/BannedPluginManager.h>
 
+#include <algorithm>
+#include <set>
 #include <thread>
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zettesting/TextOf.h>
@@ -27,6 +30,20 @@ TEST_F(BannedPluginManagerTest, TheFilesHaveTheNamesThatTheHostLooksFor)
     EXPECT_EQ(BannedPluginManager::GetPermanentBannedSettingsFileName(), L"UnsupportedAudioPlugins.xml");
 }
 
+TEST_F(BannedPluginManagerTest, AProgramThatOnlyLooksReadsBansAndLeavesADamagedFileWhereItIs)
+{
+    EXPECT_THAT(BannedPluginManager::BansInFile(ListFile()), IsEmpty());
+    manager.AddBannedPlugin(first, "why");
+    manager.SaveConfiguration(ListFile());
+    const auto bans = BannedPluginManager::BansInFile(ListFile());
+    EXPECT_THAT(bans, ElementsAre(Pair(first, *manager.GetBanInfo(first))));
+
+    zettesting::WriteAll(ListPath(), "no list");
+    EXPECT_THAT([this] { BannedPluginManager::BansInFile(ListFile()); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("BannedAudioPlugins.xml, line 1")));
+    EXPECT_TRUE(ListFile().Exists());
+}
+
 TEST_F(BannedPluginManagerTest, BannedPluginsAreIteratedInOrderAndOnce)
 {
     manager.AddBannedPlugin(second, "later");
@@ -41,6 +58,40 @@ TEST_F(BannedPluginManagerTest, BannedPluginsAreIteratedInOrderAndOnce)
     manager.RemoveBannedPlugin(first);
     manager.RemoveBannedPlugin(sub);
     EXPECT_THAT(Banned(), ElementsAre(second));
+}
+
+TEST_F(BannedPluginManagerTest, TheFileTellsNothingOfTheOrderInWhichPluginsWereBanned)
+{
+    BanInfo info;
+    info.reason = "crashed";
+    info.time = 1'700'000'000;
+    std::vector<PluginLocator> locators{first, second, sub};
+    std::sort(locators.begin(), locators.end());
+    std::set<std::string> texts;
+    do {
+        BannedPluginManager each;
+        ListFile().Delete();
+        for (const PluginLocator& locator : locators)
+            each.AddBannedPlugin(locator, info);
+        each.SaveConfiguration(ListFile());
+        texts.insert(zettesting::ReadAll(prefs / "BannedAudioPlugins.xml"));
+    } while (std::next_permutation(locators.begin(), locators.end()));
+    EXPECT_THAT(texts, ElementsAre(HasSubstr("crashed")));
+}
+
+TEST_F(BannedPluginManagerTest, ALookAtTheFileChangesNeitherTheListNorTheFile)
+{
+    EXPECT_THAT(BannedPluginManager::PeekAtConfiguration(ListFile()), IsEmpty());
+    manager.AddBannedPlugin(first, "why");
+    manager.AddBannedPlugin(sub, "why");
+    manager.SaveConfiguration(ListFile());
+    manager.RemoveBannedPlugin(sub);
+    EXPECT_THAT(BannedPluginManager::PeekAtConfiguration(ListFile()), UnorderedElementsAre(first, sub));
+    EXPECT_THAT(Banned(), ElementsAre(first));
+
+    zettesting::WriteAll(prefs / "BannedAudioPlugins.xml", "<bannedplugins");
+    EXPECT_THAT(BannedPluginManager::PeekAtConfiguration(ListFile()), IsEmpty());
+    EXPECT_EQ(zettesting::ReadAll(prefs / "BannedAudioPlugins.xml"), "<bannedplugins");
 }
 
 TEST_F(BannedPluginManagerTest, ABannedModuleBansItsSubPluginsAndNotTheOtherWayRound)
@@ -63,7 +114,7 @@ TEST_F(BannedPluginManagerTest, TheRegistryLeavesBannedPluginsOutAtOnce)
     manager.RemoveBannedPlugin(first);
     EXPECT_EQ(shown(), 1);
     manager.AddBannedPlugin(first, "");
-    manager.Reset();
+    ResetBannedPlugins(manager);
     EXPECT_EQ(shown(), 1);
 }
 

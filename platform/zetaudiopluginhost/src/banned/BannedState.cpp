@@ -43,8 +43,10 @@ void BannedPluginManager::State::Add(const PluginLocator& locator, BanInfo info,
     const std::lock_guard lock(mutex);
     if (const auto earlier = bans.find(locator); earlier != bans.end()) {
         // An earlier reason is worth more than no reason.
-        if (info.reason.empty())
+        if (info.reason.empty()) {
             info.reason = earlier->second.info.reason;
+            info.failures = earlier->second.info.failures;
+        }
         if (ofThisBuild && earlier->second.info.stamp == ModuleFileStamp() &&
             !earlier->second.info.couldNotLoad) {
             info.stamp = {};
@@ -85,7 +87,10 @@ void BannedPluginManager::State::TakeInWhatOthersSaved(const File& file)
         return;
     BanListFile theirs;
     try {
-        theirs = ParseBanList(FileUtils::ReadFile(file, maxFileSize), rootName);
+        const std::string text = FileUtils::ReadFile(file, maxFileSize);
+        if (IsKnown(text))
+            return;
+        theirs = ParseBanList(text, rootName);
     } catch (const file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
         return;
@@ -97,6 +102,12 @@ void BannedPluginManager::State::TakeInWhatOthersSaved(const File& file)
     const std::lock_guard lock(mutex);
     if (TakeTheirs(theirs))
         TellRegistry();
+}
+
+bool BannedPluginManager::State::IsKnown(const std::string& text) const
+{
+    const std::lock_guard lock(mutex);
+    return !knownText.empty() && text == knownText;
 }
 
 bool BannedPluginManager::State::TakeTheirs(BanListFile& theirs)
@@ -125,10 +136,12 @@ bool BannedPluginManager::State::TakeTheirs(BanListFile& theirs)
     return isChanged;
 }
 
-void BannedPluginManager::State::NoteKnown(const File& file, std::map<PluginLocator, BanInfo> held)
+void BannedPluginManager::State::NoteKnown(const File& file, std::map<PluginLocator, BanInfo> held,
+                                           std::string text)
 {
     const std::lock_guard lock(mutex);
     knownPath = file.FullPath();
+    knownText = std::move(text);
     known = std::move(held);
 }
 
@@ -153,7 +166,7 @@ void BannedPluginManager::State::Load(const File& file, BanListFile content,
     for (const BanEntry& entry : content.entries)
         held.insert_or_assign(entry.locator, entry.info);
     Replace(std::move(content), std::move(error));
-    NoteKnown(file, std::move(held));
+    NoteKnown(file, std::move(held), {});
 }
 
 } // namespace zetaudiopluginhost

@@ -28,7 +28,8 @@ struct BannedPluginManager::State
     void Remove(const std::vector<Locator>& removed);
     /// Takes in the changes that another program has made in the file since it was read or written last.
     void TakeInWhatOthersSaved(const zetcore::filesupport::File& file);
-    void NoteKnown(const zetcore::filesupport::File& file, std::map<Locator, BanInfo> held);
+    /// `text`: the whole file, or empty when it is not at hand.
+    void NoteKnown(const zetcore::filesupport::File& file, std::map<Locator, BanInfo> held, std::string text);
     void Replace(BanListFile file, std::optional<zetcore::utility::Reason> error);
     /// The content of the file, which is what the list holds from now on.
     void Load(const zetcore::filesupport::File& file, BanListFile content,
@@ -48,10 +49,14 @@ struct BannedPluginManager::State
     std::shared_ptr<const pugi::xml_document> rest;
     std::wstring knownPath;
     std::map<Locator, BanInfo> known;
+    /// A file that still says this need not be understood again.
+    std::string knownText;
     std::optional<zetcore::utility::Reason> loadError;
     UnsupportedList unsupported;
 
   private:
+    /// The file is as it was written last.
+    bool IsKnown(const std::string& text) const;
     // These are called under the mutex. The registry hears of changes in their order that way. It cannot
     // deadlock: the registry takes its own mutex and calls nothing under it.
     void TellRegistry() const;

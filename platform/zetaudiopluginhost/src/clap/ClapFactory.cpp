@@ -9,7 +9,7 @@
 
 namespace zetaudiopluginhost::clap {
 
-using zetcore::utility::Reason;
+using Kind = PluginFailure::Kind;
 
 namespace {
 
@@ -28,22 +28,22 @@ ClapPlugin Copy(const Descriptor& descriptor)
     return plugin;
 }
 
-std::optional<Reason> WhyNotReadable(const Descriptor* descriptor)
+std::optional<PluginFailure> WhyNotReadable(const Descriptor* descriptor)
 {
     if (descriptor == nullptr)
-        return Reason{"has no description"};
+        return PluginFailure{.kind = Kind::PluginsWithoutDescription};
     if (!IsKnown(descriptor->version))
-        return Reason{"is described in version " + VersionText(descriptor->version) +
-                      " of CLAP, which this system does not know"};
+        return PluginFailure{.kind = Kind::PluginsOfUnknownVersion,
+                             .details = {VersionText(descriptor->version)}};
     return std::nullopt;
 }
 
-std::optional<Reason> WhyNotUsable(const ClapPlugin& plugin, const std::set<std::wstring>& idsBefore)
+std::optional<PluginFailure> WhyNotUsable(const ClapPlugin& plugin, const std::set<std::wstring>& idsBefore)
 {
     if (plugin.shownId.empty())
-        return Reason{"has no id"};
+        return PluginFailure{.kind = Kind::PluginsWithoutId};
     if (idsBefore.contains(plugin.shownId))
-        return Reason{"has the id of another one"};
+        return PluginFailure{.kind = Kind::PluginsWithOneId};
     return std::nullopt;
 }
 
@@ -53,7 +53,7 @@ ClapFactory::ClapFactory(const PluginFactory& given) : factory(given)
 {
     if (factory.getPluginCount == nullptr || factory.getPluginDescriptor == nullptr ||
         factory.createPlugin == nullptr)
-        throw PluginUnusable("its plug-in factory lacks functions");
+        throw PluginUnusable({.kind = Kind::FactoryLacksFunctions});
 }
 
 ClapPlugins ClapFactory::Describe() const
@@ -65,7 +65,7 @@ ClapPlugins ClapFactory::Describe() const
     for (std::uint32_t i = 0; i < std::min(claimed, maxPlugins); ++i) {
         const Descriptor* descriptor =
             CallPlugin([this, i] { return factory.getPluginDescriptor(&factory, i); });
-        std::optional<Reason> problem = WhyNotReadable(descriptor);
+        std::optional<PluginFailure> problem = WhyNotReadable(descriptor);
         if (!problem) {
             ClapPlugin plugin = Copy(*descriptor);
             problem = WhyNotUsable(plugin, ids);
@@ -73,25 +73,32 @@ ClapPlugins ClapFactory::Describe() const
             if (!problem)
                 plugins.usable.push_back(std::move(plugin));
         }
-        if (problem && !plugins.problem)
-            plugins.problem = Reason{"number " + std::to_string(i + 1) + " " + problem->text};
+        if (problem && !plugins.problem) {
+            problem->details.insert(problem->details.begin(), std::to_string(i + 1));
+            plugins.problem = std::move(problem);
+        }
     }
     if (claimed > maxPlugins && !plugins.problem)
-        plugins.problem = Reason{"only the first " + std::to_string(maxPlugins) + " are looked at"};
+        plugins.problem =
+            PluginFailure{.kind = Kind::TooManyPlugins, .details = {std::to_string(maxPlugins)}};
+    if (plugins.problem)
+        plugins.problem->details.insert(
+            plugins.problem->details.begin(),
+            {std::to_string(claimed - plugins.usable.size()), std::to_string(claimed)});
     return plugins;
 }
 
-std::optional<Reason> ClapFactory::CreateAndDestroy(const ClapPlugin& plugin) const
+std::optional<PluginFailure> ClapFactory::CreateAndDestroy(const ClapPlugin& plugin) const
 {
     const Plugin* instance =
         CallPlugin([&] { return factory.createPlugin(&factory, &ScanHost(), plugin.id.c_str()); });
     if (instance == nullptr)
-        return Reason{"it could not be created"};
-    std::optional<Reason> problem;
+        return PluginFailure{.kind = Kind::NotCreated};
+    std::optional<PluginFailure> problem;
     if (instance->init == nullptr || instance->destroy == nullptr)
-        problem = Reason{"it lacks functions"};
+        problem = PluginFailure{.kind = Kind::LacksFunctions};
     else if (!CallPlugin([instance] { return instance->init(instance); }))
-        problem = Reason{"it could not be initialised"};
+        problem = PluginFailure{.kind = Kind::NotInitialised};
     if (instance->destroy != nullptr)
         CallPlugin([instance] { instance->destroy(instance); });
     return problem;

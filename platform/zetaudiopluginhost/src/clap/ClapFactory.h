@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "clap/ClapAbi.h"
-#include <zetcore/utility/Reason.h>
+#include <zetaudiopluginhost/PluginFailure.h>
 
 namespace zetaudiopluginhost::clap {
 
@@ -26,8 +26,8 @@ struct ClapPlugins
     std::vector<ClapPlugin> usable;
     /// How many the library claims to have.
     std::size_t claimed = 0;
-    /// Why the first of those that are not usable is not.
-    std::optional<zetcore::utility::Reason> problem;
+    /// Why the first of those that are not usable is not, and how many are not.
+    std::optional<PluginFailure> problem;
 };
 
 /// The factory of a loaded library. Every operation throws `PluginThrew` when the plug-in lets one out.
@@ -39,7 +39,7 @@ class ClapFactory
 
     ClapPlugins Describe() const;
     /// Creates, initialises and destroys one instance. Gives the reason why it cannot be had.
-    std::optional<zetcore::utility::Reason> CreateAndDestroy(const ClapPlugin& plugin) const;
+    std::optional<PluginFailure> CreateAndDestroy(const ClapPlugin& plugin) const;
 
   private:
     const PluginFactory& factory;

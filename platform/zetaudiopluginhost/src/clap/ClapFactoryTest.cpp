@@ -4,17 +4,16 @@
 #include <stdexcept>
 
 #include <gmock/gmock.h>
-#include <zettesting/TextOf.h>
 
 #include "clap/ClapHost.h"
 #include "formats/ScanSteps.h"
+#include "testing/WordsOf.h"
 
 namespace zetaudiopluginhost::clap {
 namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-using zettesting::TextOf;
 
 /// A library in this process that does what a test sets.
 struct FakeLibrary : PluginFactory
@@ -81,8 +80,8 @@ TEST(ClapFactory, CopiesWhatADescriptorSays)
     EXPECT_EQ(plugins.usable[0].vendor, L"Vendor");
     EXPECT_EQ(plugins.usable[0].version, L"1.0");
     EXPECT_THAT(plugins.usable[0].features, IsEmpty());
-    EXPECT_EQ(TextOf(plugins.problem), "");
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugins.usable[0])), "");
+    EXPECT_EQ(WordsOf(plugins.problem), "");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugins.usable[0])), "");
     EXPECT_EQ(library.createdId, "org.example.changes");
 }
 
@@ -93,7 +92,7 @@ TEST(ClapFactory, AsksForAnInstanceByTheIdAsItIs)
     const ClapFactory factory(library);
     const ClapPlugins plugins = factory.Describe();
     EXPECT_EQ(plugins.usable.at(0).shownId, L"caf\uFFFD");
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugins.usable[0])), "");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugins.usable[0])), "");
     EXPECT_EQ(library.createdId, " caf\xE9\n");
 }
 
@@ -106,18 +105,22 @@ TEST(ClapFactory, LeavesOutWhatCannotBeUsedAndSaysWhyOfTheFirst)
         const ClapPlugins plugins = ClapFactory(library).Describe();
         EXPECT_EQ(plugins.usable.size(), 1u);
         EXPECT_EQ(plugins.claimed, 2u);
-        return TextOf(plugins.problem);
+        return WordsOf(plugins.problem);
     };
     const Descriptor good = FakeLibrary::Describe("good");
-    EXPECT_EQ(problemOf({good, FakeLibrary::Describe("good")}), "number 2 has the id of another one");
-    EXPECT_EQ(problemOf({good, FakeLibrary::Describe(" good\n")}), "number 2 has the id of another one");
-    EXPECT_EQ(problemOf({FakeLibrary::Describe(nullptr), good}), "number 1 has no id");
-    EXPECT_EQ(problemOf({FakeLibrary::Describe(" "), good}), "number 1 has no id");
-    EXPECT_EQ(problemOf({good}), "number 2 has no description");
+    EXPECT_EQ(problemOf({good, FakeLibrary::Describe("good")}),
+              "1 of its 2 plug-ins cannot be used: number 2 has the id of another one");
+    EXPECT_EQ(problemOf({good, FakeLibrary::Describe(" good\n")}),
+              "1 of its 2 plug-ins cannot be used: number 2 has the id of another one");
+    EXPECT_EQ(problemOf({FakeLibrary::Describe(nullptr), good}),
+              "1 of its 2 plug-ins cannot be used: number 1 has no id");
+    EXPECT_EQ(problemOf({FakeLibrary::Describe(" "), good}),
+              "1 of its 2 plug-ins cannot be used: number 1 has no id");
+    EXPECT_EQ(problemOf({good}), "1 of its 2 plug-ins cannot be used: number 2 has no description");
     Descriptor unknown = FakeLibrary::Describe("from elsewhere");
     unknown.version = {2, 0, 1};
-    EXPECT_EQ(problemOf({unknown, good}),
-              "number 1 is described in version 2.0.1 of CLAP, which this system does not know");
+    EXPECT_EQ(problemOf({unknown, good}), "1 of its 2 plug-ins cannot be used: number 1 is described in "
+                                          "version 2.0.1 of CLAP, which this system does not know");
 }
 
 TEST(ClapFactory, DoesNotBelieveACount)
@@ -127,7 +130,8 @@ TEST(ClapFactory, DoesNotBelieveACount)
     ClapPlugins plugins = ClapFactory(library).Describe();
     EXPECT_EQ(plugins.usable.size(), 1u);
     EXPECT_EQ(plugins.claimed, 4294967295u);
-    EXPECT_EQ(TextOf(plugins.problem), "number 2 has no description");
+    EXPECT_EQ(WordsOf(plugins.problem),
+              "4294967294 of its 4294967295 plug-ins cannot be used: number 2 has no description");
     EXPECT_EQ(library.asked, 10000u);
 
     library.claimed = 10001;
@@ -139,7 +143,8 @@ TEST(ClapFactory, DoesNotBelieveACount)
         library.descriptors.push_back(FakeLibrary::Describe(id.c_str()));
     plugins = ClapFactory(library).Describe();
     EXPECT_EQ(plugins.usable.size(), 10000u);
-    EXPECT_EQ(TextOf(plugins.problem), "only the first 10000 are looked at");
+    EXPECT_EQ(WordsOf(plugins.problem),
+              "1 of its 10001 plug-ins cannot be used: only the first 10000 are looked at");
 
     library.claimed = 0;
     EXPECT_THAT(ClapFactory(library).Describe().usable, IsEmpty());
@@ -150,17 +155,17 @@ TEST(ClapFactory, AnInstanceIsDestroyedOnceWhateverItAnswers)
     FakeLibrary library;
     const ClapFactory factory(library);
     const ClapPlugin plugin = factory.Describe().usable.at(0);
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugin)), "");
     EXPECT_EQ(library.inits, 1);
     EXPECT_EQ(library.destroys, 1);
     EXPECT_EQ(library.host, &ScanHost());
 
     library.initAnswers = false;
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it could not be initialised");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugin)), "it could not be initialised");
     EXPECT_EQ(library.destroys, 2);
 
     library.makesNothing = true;
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it could not be created");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugin)), "it could not be created");
     EXPECT_EQ(library.inits, 2);
     EXPECT_EQ(library.destroys, 2);
 }
@@ -180,11 +185,11 @@ TEST(ClapFactory, FunctionsThatAreMissingAreNotCalled)
     const ClapFactory factory(library);
     const ClapPlugin plugin = factory.Describe().usable.at(0);
     library.plugin.init = nullptr;
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
     EXPECT_EQ(library.destroys, 1) << "it was made all the same";
     library.plugin.init = &FakeLibrary::Init;
     library.plugin.destroy = nullptr;
-    EXPECT_EQ(TextOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
+    EXPECT_EQ(WordsOf(factory.CreateAndDestroy(plugin)), "it lacks functions");
     EXPECT_EQ(library.inits, 0);
 }
 

@@ -14,7 +14,7 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
-using zetcore::utility::Reason;
+using Kind = PluginFailure::Kind;
 
 namespace {
 
@@ -24,13 +24,12 @@ const Entry& FindEntry(const LoadedModule& module)
 {
     const auto* entry = module.Find<const Entry*>(entryName);
     if (entry == nullptr)
-        throw PluginUnusable("no plug-in entry point");
+        throw PluginUnusable({.kind = Kind::NoEntryPoint});
     // The version first: of another one, the rest of the record may be anything.
     if (!IsKnown(entry->version))
-        throw PluginUnusable("it was built for version " + VersionText(entry->version) +
-                             " of CLAP, which this system does not know");
+        throw PluginUnusable({.kind = Kind::UnknownClapVersion, .details = {VersionText(entry->version)}});
     if (entry->init == nullptr || entry->deinit == nullptr || entry->getFactory == nullptr)
-        throw PluginUnusable("its entry point lacks functions");
+        throw PluginUnusable({.kind = Kind::EntryLacksFunctions});
     return *entry;
 }
 
@@ -38,7 +37,7 @@ ClapFactory GetFactory(const Entry& entry)
 {
     const void* factory = CallPlugin([&entry] { return entry.getFactory(pluginFactoryId); });
     if (factory == nullptr)
-        throw PluginUnusable("it has no plug-in factory");
+        throw PluginUnusable({.kind = Kind::NoFactory});
     return ClapFactory(*static_cast<const PluginFactory*>(factory));
 }
 
@@ -65,25 +64,18 @@ InfoPtr MakeInfo(const PluginLocator& locator, const ClapPlugin& plugin)
     return info;
 }
 
-void Fail(PluginModuleInfo& info, const std::string& reason)
+void Fail(PluginModuleInfo& info, const PluginFailure& failure)
 {
     info.SetStatus(ModuleStatus::Failed);
-    info.SetReason(reason);
-}
-
-/// "2 of its 5 plug-ins cannot be used: number 3 has no id".
-std::string LeftOut(const ClapPlugins& plugins, const Reason& problem)
-{
-    return std::to_string(plugins.claimed - plugins.usable.size()) + " of its " +
-           std::to_string(plugins.claimed) + " plug-ins cannot be used: " + problem.text;
+    info.SetReason(WordFailures({failure}));
 }
 
 /// The record of the file itself says which of its plug-ins are not there.
-InfoPtr LeftOutInfo(const PluginLocator& module, const ClapPlugins& plugins, const Reason& problem)
+InfoPtr LeftOutInfo(const PluginLocator& module, const PluginFailure& problem)
 {
     auto info = std::make_shared<PluginModuleInfo>(module);
     info->SetName(FileStem(module.GetPath()));
-    Fail(*info, LeftOut(plugins, problem));
+    Fail(*info, problem);
     return info;
 }
 
@@ -98,11 +90,11 @@ InfoPtr AskPlugin(const ModuleQuestions& questions, const ClapFactory& factory, 
     if (questions.options.quickEffectScan)
         return info;
     questions.steps.Enter(ScanPhase::Create);
-    if (const std::optional<Reason> failure = factory.CreateAndDestroy(plugin)) {
+    if (const std::optional<PluginFailure> failure = factory.CreateAndDestroy(plugin)) {
         if (!hasSubcomponent)
-            throw PluginUnusable(failure->text);
+            throw PluginUnusable(*failure);
         // A ban would be the file's, whose other plug-ins may be good ones.
-        Fail(*info, failure->text);
+        Fail(*info, *failure);
     }
     return info;
 }
@@ -113,9 +105,9 @@ InfoList AskEntered(const ModuleQuestions& questions, const Entry& entry)
     questions.steps.Enter(ScanPhase::Query);
     const ClapPlugins plugins = factory.Describe();
     if (plugins.claimed == 0)
-        throw PluginUnusable("it has no plug-ins");
+        throw PluginUnusable({.kind = Kind::NoPlugins});
     if (plugins.usable.empty())
-        throw PluginUnusable(LeftOut(plugins, plugins.problem.value()));
+        throw PluginUnusable(plugins.problem.value());
 
     const std::wstring& wanted = questions.locator.GetSubcomponent();
     const bool hasSubcomponents = plugins.claimed > 1 || !wanted.empty();
@@ -127,7 +119,7 @@ InfoList AskEntered(const ModuleQuestions& questions, const Entry& entry)
     if (infos.empty())
         throw PluginMissing("the file does not have this plug-in any more");
     if (wanted.empty() && plugins.problem)
-        infos.push_back(LeftOutInfo(questions.locator, plugins, *plugins.problem));
+        infos.push_back(LeftOutInfo(questions.locator, *plugins.problem));
     return infos;
 }
 
@@ -143,7 +135,7 @@ InfoList AskModule(const ModuleQuestions& questions)
     questions.steps.Enter(ScanPhase::Entry);
     const std::string path = zetcore::string::UTF16to8(questions.locator.GetPath());
     if (!CallPlugin([&] { return entry.init(path.c_str()); }))
-        throw PluginUnusable("its entry function refused");
+        throw PluginUnusable({.kind = Kind::EntryRefused});
     InfoList infos;
     try {
         infos = AskEntered(questions, entry);

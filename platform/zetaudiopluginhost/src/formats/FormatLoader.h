@@ -14,8 +14,8 @@ namespace zetaudiopluginhost {
 /// A format's shells are left out of a scan when their plug-ins are there in another format, too.
 struct ShellReplacement
 {
-    /// The other format. `None` means that shells are never left out.
-    zetaudiofilterhost::TechnologyType by = zetaudiofilterhost::TechnologyType::None;
+    /// The other format. `Unknown` means that shells are never left out.
+    zetaudiofilterhost::TechnologyType by = zetaudiofilterhost::TechnologyType::Unknown;
     /// A shell and a module of the other format are one product when they have the same.
     std::wstring (*comparisonName)(const std::wstring& path) = nullptr;
 };

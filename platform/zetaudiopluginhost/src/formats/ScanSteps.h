@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include <zetaudiopluginhost/ScanOutcome.h>
 
@@ -17,11 +18,17 @@ class PluginThrew : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// A plug-in is one but cannot be used; the message (UTF-8) is the reason why it is banned.
+/// A plug-in is one but cannot be used, and is banned for that. The phase is not set.
 class PluginUnusable : public std::runtime_error
 {
   public:
-    using std::runtime_error::runtime_error;
+    explicit PluginUnusable(PluginFailure why)
+        : std::runtime_error(WordFailures({why})), failure(std::move(why))
+    {}
+    const PluginFailure& Failure() const noexcept { return failure; }
+
+  private:
+    PluginFailure failure;
 };
 
 /// The shell is a good one, but the plug-in that was asked for is not in it (any more).
@@ -66,7 +73,7 @@ class ScanSteps
 
   private:
     const std::function<void(ScanPhase)>& onPhase;
-    ScanPhase phase = ScanPhase::None;
+    ScanPhase phase = ScanPhase::Unknown;
 };
 
 } // namespace zetaudiopluginhost

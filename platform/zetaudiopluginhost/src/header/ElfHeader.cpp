@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
+
 namespace zetaudiopluginhost {
 
 using zetcore::utility::Reason;
@@ -55,7 +57,7 @@ constexpr std::uint16_t maxProgramHeaders = 1024;
 constexpr std::uint64_t maxDynamicEntries = 4096;
 constexpr std::uint64_t maxSymbols = 1 << 20;
 
-std::string MachineName(std::uint16_t machine)
+std::string ElfMachineName(std::uint16_t machine)
 {
     switch (machine) {
     case 3:
@@ -80,7 +82,7 @@ std::string MachineName(std::uint16_t machine)
     }
 }
 
-std::uint16_t MachineNumber(ModuleMachine machine)
+std::uint16_t ElfMachineNumber(ModuleMachine machine)
 {
     return machine == ModuleMachine::X86_64 ? 62 : 183;
 }
@@ -266,46 +268,46 @@ std::optional<Reason> WhyElfNotLoadable(ByteReader& file, ModuleMachine machine,
 {
     unsigned char ident[16] = {};
     if (!file.ReadValue(0, ident))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
     if (ident[4] == 1)
-        return Reason{"32-bit"};
+        return Reason{reasons::InEnglish(reasons::is32Bit)};
     if (ident[4] != 2)
-        return Reason{"damaged"};
+        return Reason{reasons::InEnglish(reasons::damaged)};
     if (ident[5] == 2)
-        return Reason{"for another machine (big-endian)"};
+        return Reason{reasons::InEnglish(reasons::otherMachine, {"big-endian"})};
 
     FileHeader header{};
     if (!file.ReadValue(0, header))
-        return Reason{"truncated"};
-    if (header.machine != MachineNumber(machine))
-        return Reason{"for another machine (" + MachineName(header.machine) + ")"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
+    if (header.machine != ElfMachineNumber(machine))
+        return Reason{reasons::InEnglish(reasons::otherMachine, {ElfMachineName(header.machine)})};
     if (header.type != typeShared)
-        return Reason{"a program or an object file, not a library"};
+        return Reason{reasons::InEnglish(reasons::programFile)};
     if (header.programHeaderSize != sizeof(ProgramHeader) || header.programHeaderCount == 0 ||
         header.programHeaderCount > maxProgramHeaders)
-        return Reason{"damaged"};
+        return Reason{reasons::InEnglish(reasons::damaged)};
 
     std::vector<ProgramHeader> programHeaders(header.programHeaderCount);
     if (!file.Read(header.programHeaders, programHeaders.data(),
                    programHeaders.size() * sizeof(ProgramHeader)))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
     for (const ProgramHeader& part : programHeaders) {
         // The system maps what lies behind the end, and the process dies when it is touched.
         if ((part.type == programLoad || part.type == programDynamic) &&
             !file.Contains(part.offset, part.fileSize))
-            return Reason{"truncated"};
+            return Reason{reasons::InEnglish(reasons::truncated)};
     }
 
     DynamicTables tables(file, programHeaders);
     if (!tables.Load())
-        return Reason{"damaged"};
+        return Reason{reasons::InEnglish(reasons::damaged)};
     if (tables.IsProgram())
-        return Reason{"a program or an object file, not a library"};
+        return Reason{reasons::InEnglish(reasons::programFile)};
     for (const EntryPoint& entry : entryPoints) {
         if (tables.Exports(entry))
             return std::nullopt;
     }
-    return Reason{"no plug-in entry point"};
+    return Reason{reasons::InEnglish(reasons::noEntryPoint)};
 }
 
 } // namespace zetaudiopluginhost

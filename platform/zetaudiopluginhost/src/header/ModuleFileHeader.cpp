@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
+
 namespace zetaudiopluginhost {
 
 using zetcore::utility::Reason;
@@ -51,27 +53,28 @@ std::optional<Reason> WhyNotLoadable(ByteReader& file, const ModuleTarget& targe
                                      const std::vector<EntryPoint>& entryPoints)
 {
     if (file.Size() == 0)
-        return Reason{"an empty file"};
+        return Reason{reasons::InEnglish(reasons::emptyFile)};
     std::array<char, 512> start{};
     const std::size_t length = static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), start.size()));
     if (!file.Read(0, start.data(), length))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
 
     switch (KindOf(std::string_view(start.data(), length))) {
     case FileKind::Elf:
         return target.format == ModuleFormat::Elf ? WhyElfNotLoadable(file, target.machine, entryPoints)
-                                                  : Reason{"for another system (ELF)"};
+                                                  : Reason{reasons::InEnglish(reasons::otherSystem, {"ELF"})};
     case FileKind::Pe:
-        return target.format == ModuleFormat::Pe ? WhyPeNotLoadable(file, target.machine, entryPoints)
-                                                 : Reason{"for another system (Windows)"};
+        return target.format == ModuleFormat::Pe
+                   ? WhyPeNotLoadable(file, target.machine, entryPoints)
+                   : Reason{reasons::InEnglish(reasons::otherSystem, {"Windows"})};
     case FileKind::MachO:
-        return Reason{"for another system (macOS)"};
+        return Reason{reasons::InEnglish(reasons::otherSystem, {"macOS"})};
     case FileKind::Text:
-        return Reason{"a text file"};
+        return Reason{reasons::InEnglish(reasons::textFile)};
     case FileKind::Other:
         break;
     }
-    return Reason{"not a library"};
+    return Reason{reasons::InEnglish(reasons::noLibrary)};
 }
 
 } // namespace zetaudiopluginhost

@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
+
 namespace zetaudiopluginhost {
 
 using zetcore::utility::Reason;
@@ -47,7 +49,7 @@ constexpr std::uint64_t directoryCountPlace = 108, exportDirectoryPlace = 112;
 constexpr std::uint16_t maxSections = 96;
 constexpr std::uint32_t maxNames = 1 << 17;
 
-std::string MachineName(std::uint16_t machine)
+std::string PeMachineName(std::uint16_t machine)
 {
     switch (machine) {
     case 0x8664:
@@ -64,7 +66,7 @@ std::string MachineName(std::uint16_t machine)
     }
 }
 
-std::uint16_t MachineNumber(ModuleMachine machine)
+std::uint16_t PeMachineNumber(ModuleMachine machine)
 {
     return machine == ModuleMachine::X86_64 ? 0x8664 : 0xAA64;
 }
@@ -109,33 +111,33 @@ std::optional<Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
     std::uint32_t peOffset = 0;
     CoffHeader header{};
     if (!file.ReadValue(peOffsetPlace, peOffset) || !file.ReadValue(peOffset, header))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
     if (header.signature != peSignature)
-        return Reason{"not a library"};
+        return Reason{reasons::InEnglish(reasons::noLibrary)};
     if (header.machine == 0x14C)
-        return Reason{"32-bit"};
-    if (header.machine != MachineNumber(machine))
-        return Reason{"for another machine (" + MachineName(header.machine) + ")"};
+        return Reason{reasons::InEnglish(reasons::is32Bit)};
+    if (header.machine != PeMachineNumber(machine))
+        return Reason{reasons::InEnglish(reasons::otherMachine, {PeMachineName(header.machine)})};
     if ((header.characteristics & isDll) == 0)
-        return Reason{"a program or an object file, not a library"};
+        return Reason{reasons::InEnglish(reasons::programFile)};
 
     const std::uint64_t optional = std::uint64_t{peOffset} + sizeof(CoffHeader);
     std::uint16_t magic = 0;
     if (!file.ReadValue(optional, magic))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
     if (magic == magicPe32)
-        return Reason{"32-bit"};
+        return Reason{reasons::InEnglish(reasons::is32Bit)};
     if (magic != magicPe32Plus || header.sectionCount == 0 || header.sectionCount > maxSections)
-        return Reason{"damaged"};
+        return Reason{reasons::InEnglish(reasons::damaged)};
 
     std::vector<SectionHeader> sections(header.sectionCount);
     if (!file.Read(optional + header.optionalHeaderSize, sections.data(),
                    sections.size() * sizeof(SectionHeader)))
-        return Reason{"truncated"};
+        return Reason{reasons::InEnglish(reasons::truncated)};
     for (const SectionHeader& section : sections) {
         if (section.rawSize != 0 && section.rawOffset != 0 &&
             !file.Contains(section.rawOffset, section.rawSize))
-            return Reason{"truncated"};
+            return Reason{reasons::InEnglish(reasons::truncated)};
     }
 
     std::uint32_t directoryCount = 0;
@@ -143,10 +145,10 @@ std::optional<Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
     if (header.optionalHeaderSize < exportDirectoryPlace + sizeof(exportDirectory) ||
         !file.ReadValue(optional + directoryCountPlace, directoryCount) ||
         !file.ReadValue(optional + exportDirectoryPlace, exportDirectory))
-        return Reason{"damaged"};
+        return Reason{reasons::InEnglish(reasons::damaged)};
     if (directoryCount == 0 || exportDirectory[0] == 0 ||
         !ExportsOneOf(file, sections, exportDirectory[0], entryPoints))
-        return Reason{"no plug-in entry point"};
+        return Reason{reasons::InEnglish(reasons::noEntryPoint)};
     return std::nullopt;
 }
 

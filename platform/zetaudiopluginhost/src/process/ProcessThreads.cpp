@@ -2,21 +2,26 @@
 
 #include <algorithm>
 #include <chrono>
-#include <thread>
+
+#include <zetcore/utility/Backoff.h>
 
 namespace zetaudiopluginhost {
 
-bool HasNewThreads(const std::vector<std::uint64_t>& before)
+bool HasNewThreads(const std::vector<std::uint64_t>& before,
+                   const std::function<std::vector<std::uint64_t>()>& list)
 {
     // A thread that has been joined may be listed for a moment longer.
-    constexpr int attempts = 20;
-    for (int i = 0; i < attempts; ++i) {
-        const std::vector<std::uint64_t> now = ProcessThreads();
+    constexpr std::chrono::milliseconds longest{20};
+    const auto end = std::chrono::steady_clock::now() + longest;
+    bool isLast = false;
+    for (zetcore::utility::Backoff pause;; pause()) {
+        const std::vector<std::uint64_t> now = list();
         if (std::includes(before.begin(), before.end(), now.begin(), now.end()))
             return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (isLast)
+            return true;
+        isLast = std::chrono::steady_clock::now() >= end;
     }
-    return true;
 }
 
 } // namespace zetaudiopluginhost

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiopluginhost/ScanRules.h>
 #include <zetcore/filesupport/paths/Dir.h>
 
 #include "testing/PluginModuleScannerFixture.h"
@@ -74,7 +75,7 @@ TEST_F(BansOfScansTest, ABanOfAnotherBuildIsTriedAgainAndEndsWhenThePluginPasses
         banned.AddBannedPlugin(locator, BanInfo{"an older build crashed", 1, {1, 2}, false});
     PluginModuleScanner scanner({good, bad}, false, true, false);
     scanner.BeginScan();
-    EXPECT_TRUE(scanner.WillLoadCurrent());
+    EXPECT_FALSE(OutcomeWithoutLoading(good));
     EXPECT_THAT(RunAll(scanner), ElementsAre(good, bad));
     EXPECT_FALSE(banned.IsBanned(good));
     ASSERT_NE(registry.Find(good), nullptr);
@@ -104,7 +105,8 @@ TEST_F(BansOfScansTest, ABanOfTheBuildThatIsThereStays)
     banned.AddBannedPlugin(good, BanInfo{"crashed", 1, zetaudiofilterhost::GetModuleFileStamp(good), false});
     PluginModuleScanner scanner({good}, false, true, false);
     scanner.BeginScan();
-    EXPECT_FALSE(scanner.WillLoadCurrent());
+    ASSERT_TRUE(OutcomeWithoutLoading(good));
+    EXPECT_THAT(OutcomeWithoutLoading(good)->infos, IsEmpty());
     RunAll(scanner);
     EXPECT_TRUE(banned.IsBanned(good));
     EXPECT_EQ(registry.Find(good), nullptr);

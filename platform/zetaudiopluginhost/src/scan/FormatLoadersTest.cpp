@@ -35,8 +35,8 @@ void PrintTo(const Facts& facts, std::ostream* stream)
 
 const std::vector<Facts> allFacts{
     {TechnologyType::VST, {"VSTPluginMain", "main"}, false, TechnologyType::VST3, true},
-    {TechnologyType::VST3, {"GetPluginFactory"}, true, TechnologyType::None, false},
-    {TechnologyType::CLAP, {"clap_entry"}, false, TechnologyType::None, false},
+    {TechnologyType::VST3, {"GetPluginFactory"}, true, TechnologyType::Unknown, false},
+    {TechnologyType::CLAP, {"clap_entry"}, false, TechnologyType::Unknown, false},
 };
 
 TEST(FormatLoaders, EveryFormatOfThisPlatformHasOneAndNoOther)
@@ -66,7 +66,7 @@ TEST_P(FormatLoaderTest, TheRowSaysHowTheFormatIsAsked)
     EXPECT_NE(loader->ask, nullptr);
     EXPECT_EQ(loader->describe != nullptr, facts.hasDescriptions);
     EXPECT_EQ(loader->shells.by, facts.shellsAreReplacedBy);
-    EXPECT_EQ(loader->shells.comparisonName != nullptr, facts.shellsAreReplacedBy != TechnologyType::None);
+    EXPECT_EQ(loader->shells.comparisonName != nullptr, facts.shellsAreReplacedBy != TechnologyType::Unknown);
     EXPECT_EQ(loader->hasNumericIds, facts.hasNumericIds);
 }
 
@@ -107,7 +107,7 @@ class UnknownTechnology : public ModuleLoaderFixture
 TEST_F(UnknownTechnology, IsNotTakenForOneThatCanBeLoaded)
 {
     const std::wstring path = zettesting::ToWide(zettesting::TestPlugin("good/vst2_effect"));
-    for (const auto type : {TechnologyType::None, TechnologyType::AU, static_cast<TechnologyType>(99)}) {
+    for (const auto type : {TechnologyType::Unknown, TechnologyType::AU, static_cast<TechnologyType>(99)}) {
         ModuleLoader loader({}, [this](ScanPhase phase) { phases.push_back(phase); });
         const ScanOutcome outcome = loader.Scan({type, path});
         EXPECT_EQ(Only(outcome).GetStatus(), ModuleStatus::NotAPlugin);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <zetaudiofilterhost/ModuleFileStamp.h>
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/filesupport/paths/NativePath.h>
@@ -16,6 +17,7 @@
 #include "process/LoadedModule.h"
 #include "process/ProcessState.h"
 #include "process/ProcessThreads.h"
+#include "process/SharedLibraries.h"
 #include "scan/FormatLoaders.h"
 
 namespace zetaudiopluginhost {
@@ -28,6 +30,8 @@ using zetcore::filesupport::File;
 using zetcore::filesupport::file_exception;
 
 namespace {
+
+using Kind = PluginFailure::Kind;
 
 constexpr const char* traceCategory = "ModuleLoader";
 
@@ -67,15 +71,15 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
     const std::filesystem::file_status status =
         std::filesystem::status(zetcore::filesupport::ToNativePath(path), error);
     if (status.type() == std::filesystem::file_type::not_found)
-        return notAPlugin("the file does not exist");
+        return notAPlugin(reasons::InEnglish(reasons::missing));
     if (error == std::errc::too_many_symbolic_link_levels)
-        return notAPlugin("a link that leads nowhere");
+        return notAPlugin(reasons::InEnglish(reasons::deadLink));
     if (error)
         return Refusal{ModuleStatus::Unreadable, file_exception("read", path, error).what()};
     if (std::filesystem::is_directory(status))
-        return notAPlugin("a folder");
+        return notAPlugin(reasons::InEnglish(reasons::folder));
     if (!std::filesystem::is_regular_file(status))
-        return notAPlugin("not a regular file");
+        return notAPlugin(reasons::InEnglish(reasons::noRegularFile));
     try {
         FileByteReader file(path);
         if (const auto reason = WhyNotLoadable(file, NativeModuleTarget(), format.entryPoints))
@@ -91,17 +95,16 @@ std::optional<Refusal> WhyNotAPlugin(const std::wstring& path, const FormatLoade
 std::optional<Refusal> WhyNotLoaded(const FormatLoader* format, const zetaudiofilterhost::ModuleFiles& files)
 {
     if (!format)
-        return Refusal{ModuleStatus::NotAPlugin, "a plug-in of a technology that this system does not have"};
+        return Refusal{ModuleStatus::NotAPlugin, reasons::InEnglish(reasons::otherTechnology)};
     if (const auto* none = std::get_if<zetaudiofilterhost::NoLibrary>(&files.library))
         return Refusal{none->isUnreadable ? ModuleStatus::Unreadable : ModuleStatus::NotAPlugin,
                        none->reason};
     return WhyNotAPlugin(std::get<std::wstring>(files.library), *format);
 }
 
-std::string ExceptionReason(const std::string& message, ScanPhase phase)
+bool AreNeighbours(const PluginLocator& one, const PluginLocator& other)
 {
-    const std::string text = ReasonText(message);
-    return "threw an exception " + (text.empty() ? std::string() : "(" + text + ") ") + ScanPhaseText(phase);
+    return File(one.GetPath()).GetParent().FullPath() == File(other.GetPath()).GetParent().FullPath();
 }
 
 /// One visit of a module to this process.
@@ -109,9 +112,9 @@ class ModuleVisit
 {
   public:
     ModuleVisit(const PluginLocator& module, const FormatLoader& formatLoader, const ScanOptions& scanOptions,
-                ScanSteps& scanSteps, std::function<bool()> isShellSkipped)
+                ScanSteps& scanSteps, std::function<bool()> isShellSkipped, SharedLibraries* keptLibraries)
         : locator(module), format(formatLoader), options(scanOptions), steps(scanSteps),
-          skipsShell(std::move(isShellSkipped))
+          skipsShell(std::move(isShellSkipped)), sharedLibraries(keptLibraries)
     {}
 
     ScanOutcome Run(const std::wstring& library)
@@ -124,7 +127,7 @@ class ModuleVisit
             module.emplace(library);
         } catch (const ModuleLoadError& error) {
             state.Restore();
-            ScanOutcome outcome = Unusable("could not be loaded: " + ReasonText(error.what()));
+            ScanOutcome outcome = Unusable({.kind = Kind::CouldNotLoad, .details = {error.what()}});
             outcome.couldNotLoad = !error.CodeHasRun();
             return outcome;
         }
@@ -138,6 +141,8 @@ class ModuleVisit
                                           ": stays loaded, because it left threads running");
             return outcome;
         }
+        if (sharedLibraries)
+            sharedLibraries->KeepAllBut(library);
         steps.Enter(ScanPhase::Unload);
         module->Unload();
         state.Restore();
@@ -152,22 +157,24 @@ class ModuleVisit
         try {
             outcome.infos = format.ask(questions);
         } catch (const PluginUnusable& error) {
-            return Unusable(ReasonText(error.what()));
+            return Unusable(error.Failure());
         } catch (const PluginMissing& error) {
             return OneRecord(FailureInfo(locator, ModuleStatus::NotAPlugin, error.what()));
         } catch (const PluginThrew& exception) {
             hasThrown = true;
-            return Unusable(ExceptionReason(exception.what(), steps.Phase()));
+            return Unusable({.kind = Kind::Threw, .details = {exception.what()}});
         }
         return outcome;
     }
 
-    ScanOutcome Unusable(const std::string& reason) const
+    ScanOutcome Unusable(PluginFailure failure) const
     {
+        failure.phase = steps.Phase();
+        for (std::string& detail : failure.details)
+            detail = ReasonText(detail);
         ScanOutcome outcome;
         outcome.misbehaved = true;
-        outcome.phase = steps.Phase();
-        outcome.reason = reason;
+        outcome.failure = std::move(failure);
         return outcome;
     }
 
@@ -176,44 +183,32 @@ class ModuleVisit
     const ScanOptions& options;
     ScanSteps& steps;
     std::function<bool()> skipsShell;
+    SharedLibraries* sharedLibraries;
     /// The module is not called any more after it let an exception out.
     bool hasThrown = false;
 };
 
 } // namespace
 
-const char* ScanPhaseText(ScanPhase phase)
-{
-    switch (phase) {
-    case ScanPhase::None:
-        break;
-    case ScanPhase::Load:
-        return "while being loaded";
-    case ScanPhase::Entry:
-        return "in its entry function";
-    case ScanPhase::Open:
-        return "while being opened";
-    case ScanPhase::Query:
-        return "while being asked what it is";
-    case ScanPhase::Create:
-        return "while a component was being created";
-    case ScanPhase::Start:
-        return "while being started and stopped";
-    case ScanPhase::Close:
-        return "while being closed";
-    case ScanPhase::Unload:
-        return "while being unloaded";
-    }
-    return "while being scanned";
-}
-
 ModuleLoader::ModuleLoader(ScanOptions scanOptions, PhaseCallback phaseCallback)
     : options(scanOptions), onPhase(std::move(phaseCallback))
 {}
 
+ModuleLoader::~ModuleLoader() = default;
+
+void ModuleLoader::KeepSharedLibraries()
+{
+    sharedLibraries = std::make_unique<SharedLibraries>(SharedLibraries::Keeps::All);
+}
+
+void ModuleLoader::KeepSystemLibraries()
+{
+    sharedLibraries = std::make_unique<SharedLibraries>(SharedLibraries::Keeps::Systems);
+}
+
 bool ModuleLoader::ReplacesShells(TechnologyType type)
 {
-    return type != TechnologyType::None &&
+    return type != TechnologyType::Unknown &&
            std::ranges::any_of(FormatLoaders(),
                                [type](const FormatLoader& each) { return each.shells.by == type; });
 }
@@ -236,7 +231,7 @@ bool ModuleLoader::IsShellSkipped(const FormatLoader& format, const PluginLocato
     return replacedShells.contains({format.type, format.shells.comparisonName(shell.GetPath())});
 }
 
-ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
+ScanOutcome ModuleLoader::Scan(const PluginLocator& locator, const std::optional<PluginLocator>& next)
 {
     const FormatLoader* format = FindFormatLoader(locator.GetTechnologyType());
     // The stamp is taken before anything is loaded: a file that changes meanwhile is scanned again.
@@ -251,9 +246,15 @@ ScanOutcome ModuleLoader::Scan(const PluginLocator& locator)
         outcome.infos = std::move(*described);
     } else {
         ScanSteps steps(onPhase);
-        ModuleVisit visit(locator, *format, options, steps,
-                          [this, &locator, format] { return IsShellSkipped(*format, locator); });
+        ModuleVisit visit(
+            locator, *format, options, steps,
+            [this, &locator, format] { return IsShellSkipped(*format, locator); }, sharedLibraries.get());
         outcome = visit.Run(std::get<std::wstring>(files.library));
+        if (sharedLibraries && !(next && AreNeighbours(locator, *next))) {
+            const ProcessState state;
+            sharedLibraries->LetGo();
+            state.Restore();
+        }
     }
     outcome.stamp = stamp;
     for (const auto& info : outcome.infos)

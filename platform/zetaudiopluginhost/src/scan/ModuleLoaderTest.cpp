@@ -29,7 +29,7 @@ TEST_F(ModuleLoaderTest, GoodPluginsAreFoundWithWhatTheyTell)
             if (facts.plugin == "good/vst3_several_classes")
                 continue;
             const ScanOutcome outcome = Scan(facts.plugin.c_str(), options);
-            ASSERT_FALSE(outcome.misbehaved) << facts.plugin << outcome.reason;
+            ASSERT_FALSE(outcome.misbehaved) << facts.plugin << WordFailures({outcome.failure});
             const std::wstring id = zetcore::string::UTF8to16(facts.uniqueId);
             const auto found = std::find_if(outcome.infos.begin(), outcome.infos.end(),
                                             [&id](const auto& info) { return info->GetUniqueId() == id; });
@@ -81,10 +81,6 @@ TEST_F(ModuleLoaderTest, ThePhasesAreToldInOrder)
     Scan("good/vst3_without_moduleinfo", full);
     EXPECT_THAT(phases, ElementsAre(ScanPhase::Load, ScanPhase::Entry, ScanPhase::Query, ScanPhase::Create,
                                     ScanPhase::Close, ScanPhase::Unload));
-    EXPECT_STREQ(ScanPhaseText(ScanPhase::Open), "while being opened");
-    EXPECT_STREQ(ScanPhaseText(ScanPhase::Start), "while being started and stopped");
-    EXPECT_STREQ(ScanPhaseText(ScanPhase::Create), "while a component was being created");
-    EXPECT_STREQ(ScanPhaseText(ScanPhase::Unload), "while being unloaded");
 }
 
 TEST_F(ModuleLoaderTest, EachPluginOfAShellIsOpenedAndStartedInTheFullScan)

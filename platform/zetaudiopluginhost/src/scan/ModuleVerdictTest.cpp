@@ -73,8 +73,8 @@ TEST_F(ModuleVerdictTest, PluginsThatCannotBeUsedMisbehaveAndSayWhy)
         const ScanOutcome outcome = Scan(each.plugin);
         EXPECT_TRUE(outcome.misbehaved) << each.plugin;
         EXPECT_FALSE(outcome.couldNotLoad) << each.plugin;
-        EXPECT_EQ(outcome.reason, each.reason);
-        EXPECT_EQ(outcome.phase, each.phase) << each.plugin;
+        EXPECT_EQ(WordFailures({outcome.failure}), each.reason);
+        EXPECT_EQ(outcome.failure.phase, each.phase) << each.plugin;
         EXPECT_THAT(outcome.infos, IsEmpty()) << each.plugin;
         EXPECT_GT(outcome.stamp.size, 0u) << each.plugin;
         EXPECT_THAT(phases, Contains(ScanPhase::Unload)) << each.plugin;
@@ -86,8 +86,8 @@ TEST_F(ModuleVerdictTest, APluginThatTheSystemDoesNotLoadMisbehavesWithTheSystem
     const ScanOutcome outcome = Scan("bad/missing_library");
     EXPECT_TRUE(outcome.misbehaved);
     EXPECT_TRUE(outcome.couldNotLoad);
-    EXPECT_THAT(outcome.reason, StartsWith("could not be loaded: "));
-    EXPECT_EQ(outcome.phase, ScanPhase::Load);
+    EXPECT_THAT(WordFailures({outcome.failure}), StartsWith("could not be loaded: "));
+    EXPECT_EQ(outcome.failure.phase, ScanPhase::Load);
     EXPECT_THAT(phases, ElementsAre(ScanPhase::Load));
     EXPECT_EQ(outcome.stamp, zetaudiofilterhost::GetModuleFileStamp(
                                  LocatorOf(zettesting::TestPlugin("bad/missing_library"))));
@@ -127,8 +127,9 @@ TEST_F(ModuleVerdictTest, AnExceptionIsMisbehaviourWithItsMessageAndPhase)
     const ScanOutcome outcome = Scan("bad/throws_exception");
     EXPECT_TRUE(outcome.misbehaved);
     EXPECT_THAT(outcome.infos, IsEmpty());
-    EXPECT_EQ(outcome.phase, ScanPhase::Entry);
-    EXPECT_EQ(outcome.reason, "threw an exception (the plug-in gave up) in its entry function");
+    EXPECT_EQ(outcome.failure.phase, ScanPhase::Entry);
+    EXPECT_EQ(WordFailures({outcome.failure}),
+              "threw an exception (the plug-in gave up) in its entry function");
     EXPECT_THAT(phases, Not(Contains(ScanPhase::Unload)));
 }
 

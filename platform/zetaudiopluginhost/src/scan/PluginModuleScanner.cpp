@@ -1,97 +1,34 @@
 #include <zetaudiopluginhost/PluginModuleScanner.h>
 
 #include <optional>
+#include <utility>
 
-#include <zetaudiofilterhost/ModuleFileStamp.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
+#include <zetaudiopluginhost/ScanRules.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/FileException.h>
-#include <zetcore/string/ParseNumber.h>
-#include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
-
-#include "formats/PluginText.h"
-#include "scan/FormatLoaders.h"
 
 namespace zetaudiopluginhost {
 
-using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
-using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
 
 namespace {
 
-constexpr const char* traceCategory = "PluginModuleScanner";
-constexpr const char* unsupportedReason = "it is on the list of unsupported plug-ins";
-
-/// Shown directly behind the module's path.
-std::string StatusText(const PluginLocator& locator)
-{
-    const std::string subcomponent = zetcore::string::UTF16to8(locator.GetSubcomponent());
-    return subcomponent.empty() ? std::string() : " (" + subcomponent + ")";
-}
-
-/// The unique id of a format that the list of unsupported plug-ins is about.
-std::optional<std::uint32_t> NumericId(const PluginModuleInfo& info)
-{
-    const FormatLoader* format = FindFormatLoader(info.GetLocator().GetTechnologyType());
-    if (!format || !format->hasNumericIds)
-        return std::nullopt;
-    return zetcore::string::ParseNumber<std::uint32_t>(zetcore::string::UTF16to8(info.GetUniqueId()));
-}
-
-ScanOutcome RefusedFile(const PluginLocator& locator)
-{
-    auto info = std::make_shared<PluginModuleInfo>(locator);
-    info->SetName(FileStem(locator.GetPath()));
-    info->SetStatus(ModuleStatus::Skipped);
-    info->SetReason(unsupportedReason);
-    const zetaudiofilterhost::ModuleFileStamp stamp = zetaudiofilterhost::GetModuleFileStamp(locator);
-    info->SetFileStamp(stamp.size, stamp.time);
-    ScanOutcome outcome;
-    outcome.infos.push_back(std::move(info));
-    return outcome;
-}
-
-void RefuseUnsupported(const std::wstring& fileName, ScanOutcome& outcome)
-{
-    for (const auto& info : outcome.infos) {
-        if (info->GetStatus() != ModuleStatus::Working)
-            continue;
-        const std::optional<std::uint32_t> id = NumericId(*info);
-        if (id &&
-            BannedPluginManager::GetInstance()->IsUnsupported(fileName, *id, info->GetNumericVersion())) {
-            info->SetStatus(ModuleStatus::Skipped);
-            info->SetReason(unsupportedReason);
-        }
-    }
-}
-
-/// Banned, and nothing has changed that a scan should try it again for.
-bool StaysBanned(const PluginLocator& locator)
-{
-    const BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    return banned.IsBanned(locator) && !banned.IsDueAgain(locator);
-}
-
-bool IsUnsupportedFile(const PluginLocator& locator)
-{
-    return BannedPluginManager::GetInstance()->IsUnsupportedFile(File(locator.GetPath()).GetTitle());
-}
-
+constexpr const char* scanCategory = "PluginModuleScanner";
 void Ban(const PluginLocator& locator, const ScanOutcome& outcome)
 {
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    banned.AddBannedPlugin(locator, BanInfo{outcome.reason, 0, outcome.stamp, outcome.couldNotLoad});
+    banned.AddBannedPlugin(locator, BanFor({outcome.failure}, outcome.stamp, outcome.couldNotLoad));
     try {
         banned.SaveConfiguration(File(Dir::PrefDir(), BannedPluginManager::GetSettingsFileName()));
     } catch (const zetcore::filesupport::file_exception& error) {
-        zetcore::debug::TraceLine(1, traceCategory, error.what());
+        zetcore::debug::TraceLine(1, scanCategory, error.what());
     }
 }
 
@@ -132,26 +69,25 @@ struct PluginModuleScanner::State
         return known;
     }
 
+    std::optional<PluginLocator> Next() const
+    {
+        return current + 1 < locators.size() ? std::optional(locators[current + 1]) : std::nullopt;
+    }
+
     void UseThisProcess()
     {
         auto loader = std::make_shared<ModuleLoader>(options, ModuleLoader::PhaseCallback());
         loader->SetKnownModules([this] { return KnownModules(); });
-        entityScan = [loader](const PluginLocator& locator) { return loader->Scan(locator); };
+        loader->KeepSystemLibraries();
+        entityScan = [this, loader](const PluginLocator& locator) { return loader->Scan(locator, Next()); };
     }
 
     ScanOutcome ScanOne(const PluginLocator& locator) const
     {
-        if (StaysBanned(locator))
-            return {};
-        ScanOutcome outcome;
-        if (IsUnsupportedFile(locator)) {
-            outcome = RefusedFile(locator);
-        } else {
-            outcome = entityScan(locator);
-            RefuseUnsupported(File(locator.GetPath()).GetTitle(), outcome);
-        }
-        for (const auto& info : outcome.infos)
-            info->SetScannedAlone(!locator.GetSubcomponent().empty());
+        if (std::optional<ScanOutcome> outcome = OutcomeWithoutLoading(locator))
+            return std::move(*outcome);
+        ScanOutcome outcome = entityScan(locator);
+        CompleteOutcome(locator, outcome);
         return outcome;
     }
 };
@@ -170,7 +106,7 @@ PluginModuleScanner::~PluginModuleScanner()
     try {
         EndScan();
     } catch (const std::exception& error) {
-        zetcore::debug::TraceLine(1, traceCategory, error.what());
+        zetcore::debug::TraceLine(1, scanCategory, error.what());
     }
 }
 
@@ -198,18 +134,10 @@ bool PluginModuleScanner::GetCurrentProgressInfo(PluginLocator& locator, std::st
     if (!state->isScanning || state->current >= state->locators.size())
         return false;
     locator = state->locators[state->current];
-    statusText = StatusText(locator);
+    statusText = SubcomponentText(locator);
     progress = static_cast<int>(state->current);
     total = static_cast<int>(state->locators.size());
     return true;
-}
-
-bool PluginModuleScanner::WillLoadCurrent() const
-{
-    if (!state->isScanning || state->current >= state->locators.size())
-        return false;
-    const PluginLocator& locator = state->locators[state->current];
-    return !StaysBanned(locator) && !IsUnsupportedFile(locator);
 }
 
 bool PluginModuleScanner::ContinueScan()

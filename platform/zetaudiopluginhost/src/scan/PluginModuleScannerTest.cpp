@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ScanRules.h>
 #include <zetcore/filesupport/paths/Dir.h>
 
 #include "testing/PluginModuleScannerFixture.h"
@@ -102,15 +104,14 @@ TEST_F(PluginModuleScannerTest, SaysBeforehandWhetherThePluginWillBeLoaded)
 {
     BannedPluginManager::GetInstance()->AddBannedPlugin(third.ModuleLocator(), "crashed");
     Unsupported("<plugin filename=\"A.SO\"/>");
-    PluginModuleScanner scanner({first, second, third}, false, true, true);
-    scanner.SetEntityScan(Recording());
-    EXPECT_FALSE(scanner.WillLoadCurrent());
-    scanner.BeginScan();
-    for (const bool loaded : {false, true, false}) {
-        EXPECT_EQ(scanner.WillLoadCurrent(), loaded);
-        scanner.ContinueScan();
-    }
-    EXPECT_FALSE(scanner.WillLoadCurrent());
+    const std::optional<ScanOutcome> unsupported = OutcomeWithoutLoading(first);
+    ASSERT_TRUE(unsupported);
+    ASSERT_EQ(unsupported->infos.size(), 1u);
+    EXPECT_EQ(unsupported->infos[0]->GetStatus(), zetaudiofilterhost::ModuleStatus::Skipped);
+    EXPECT_FALSE(OutcomeWithoutLoading(second));
+    const std::optional<ScanOutcome> ofBanned = OutcomeWithoutLoading(third);
+    ASSERT_TRUE(ofBanned);
+    EXPECT_THAT(ofBanned->infos, IsEmpty());
 }
 
 TEST_F(PluginModuleScannerTest, UnsupportedIdsAndVersionsAreAppliedAfterTheQuestions)
@@ -210,7 +211,7 @@ TEST_F(PluginModuleScannerTest, SavesDuringTheScanAreWholeAfterIt)
         while (scanner.ContinueScan());
     }
     registry.SaveConfiguration(file, true);
-    registry.Reset();
+    ResetRegistry(registry);
     ASSERT_TRUE(registry.LoadConfiguration(file));
     EXPECT_EQ(registry.RecordCount(), locators.size());
 }

@@ -10,19 +10,19 @@ namespace zetaudiopluginhost::vst2 {
 
 namespace {
 
+using Kind = PluginFailure::Kind;
+
 /// Several times what the largest shells have: one that goes on never ends.
 constexpr std::size_t maxSubPlugins = 10000;
-constexpr float sampleRate = 44100;
-constexpr std::intptr_t blockSize = 512;
 
 } // namespace
 
 Vst2Effect::Vst2Effect(EntryFunction entry) : effect(CallPlugin([entry] { return entry(&Vst2Host::Answer); }))
 {
     if (effect == nullptr)
-        throw PluginUnusable("its entry function returned nothing");
+        throw PluginUnusable({.kind = Kind::EntryGaveNothing});
     if (effect->magic != effectMagic || effect->dispatcher == nullptr)
-        throw PluginUnusable("its entry function returned something that is no VST plug-in");
+        throw PluginUnusable({.kind = Kind::EntryGaveNoPlugin});
 }
 
 std::intptr_t Vst2Effect::Ask(std::int32_t opcode, void* pointer, std::intptr_t value, float option)
@@ -68,7 +68,7 @@ std::vector<Vst2Effect::SubPlugin> Vst2Effect::SubPlugins()
         if (id == 0)
             return found;
         if (!ids.insert(id).second || ids.size() > maxSubPlugins)
-            throw PluginUnusable("it is a shell that never ends its list of plug-ins");
+            throw PluginUnusable({.kind = Kind::EndlessShell});
         found.push_back({id, std::move(name)});
     }
 }
@@ -80,8 +80,8 @@ void Vst2Effect::Open()
 
 void Vst2Effect::StartAndStop()
 {
-    Ask(EffectSetSampleRate, nullptr, 0, sampleRate);
-    Ask(EffectSetBlockSize, nullptr, blockSize);
+    Ask(EffectSetSampleRate, nullptr, 0, Vst2Host::sampleRate);
+    Ask(EffectSetBlockSize, nullptr, Vst2Host::blockSize);
     Ask(EffectMainsChanged, nullptr, 1);
     Ask(EffectMainsChanged, nullptr, 0);
 }

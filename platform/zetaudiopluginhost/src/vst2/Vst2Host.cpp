@@ -17,8 +17,6 @@ namespace zetaudiopluginhost::vst2 {
 
 namespace {
 
-constexpr std::intptr_t sampleRate = 44100;
-constexpr std::intptr_t blockSize = 512;
 constexpr std::intptr_t hostVersion = 1000;
 
 struct HostState
@@ -75,7 +73,7 @@ std::intptr_t CurrentTime()
     // One for each thread that asks: plug-ins own it until they ask again.
     thread_local TimeInfo time;
     time = {};
-    time.sampleRate = static_cast<double>(sampleRate);
+    time.sampleRate = Vst2Host::sampleRate;
     time.tempo = 120;
     time.timeSignatureNumerator = 4;
     time.timeSignatureDenominator = 4;

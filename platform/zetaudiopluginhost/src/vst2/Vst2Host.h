@@ -12,6 +12,9 @@ namespace zetaudiopluginhost::vst2 {
 class Vst2Host
 {
   public:
+    /// The setup that plug-ins are told, and that they are told again when they ask.
+    static constexpr std::int32_t sampleRate = 44100, blockSize = 512;
+
     /// Says whose turn it is: the folder that plug-ins are told as theirs.
     explicit Vst2Host(const std::wstring& modulePath);
     ~Vst2Host();

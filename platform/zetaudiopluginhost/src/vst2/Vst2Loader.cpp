@@ -18,6 +18,7 @@ using zetaudiofilterhost::TechnologyType;
 
 namespace {
 
+using Kind = PluginFailure::Kind;
 using InfoPtr = std::shared_ptr<PluginModuleInfo>;
 
 EntryFunction FindEntry(const LoadedModule& module)
@@ -26,7 +27,7 @@ EntryFunction FindEntry(const LoadedModule& module)
         return entry;
     if (const auto entry = module.Find<EntryFunction>(oldEntryName))
         return entry;
-    throw PluginUnusable("no plug-in entry point");
+    throw PluginUnusable({.kind = Kind::NoEntryPoint});
 }
 
 void TakeTexts(Vst2Effect& effect, PluginModuleInfo& info)
@@ -130,7 +131,7 @@ InfoList AskShell(const ModuleQuestions& questions, EntryFunction entry, Vst2Eff
                                                           : RunSubPlugin(questions, entry, listed, sub.id));
     }
     if (subs.empty())
-        throw PluginUnusable("it is a shell without plug-ins");
+        throw PluginUnusable({.kind = Kind::ShellWithoutPlugins});
     if (infos.empty())
         throw PluginMissing("the shell does not have this plug-in any more");
     return infos;

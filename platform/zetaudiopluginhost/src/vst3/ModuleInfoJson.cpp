@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include <boost/json/src.hpp>
+#include <boost/system/error_code.hpp>
 
 #include "formats/PluginText.h"
 #include "vst3/Vst3Abi.h"
@@ -14,8 +15,6 @@ namespace json = boost::json;
 
 namespace {
 
-/// The same limit as for a factory. It is several times what any module has.
-constexpr std::size_t maxClasses = 10000;
 /// The format has four levels; the parser's stack grows with them.
 constexpr std::size_t maxDepth = 32;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -31,7 +30,7 @@ json::value Parse(std::string_view text)
         text.remove_prefix(byteOrderMark.size());
 
     json::stream_parser parser(json::storage_ptr(), options);
-    json::error_code error;
+    boost::system::error_code error;
     parser.write(text.data(), text.size(), error);
     if (!error)
         parser.finish(error);
@@ -110,7 +109,7 @@ Vst3Description ParseModuleInfo(std::string_view text)
         if (found.id.empty() || found.name.empty())
             throw std::runtime_error("a class has no \"CID\" or no \"Name\"");
         description.classes.push_back(std::move(found));
-        if (description.classes.size() > maxClasses)
+        if (description.classes.size() > mostVst3Classes)
             throw std::runtime_error("it has too many classes");
     }
     if (description.classes.empty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ struct Vst3Class
     std::wstring name, vendor, version;
     std::wstring subCategories; ///< joined by '|'
 };
+
+/// Several times what any module has: a count beyond it is no count.
+constexpr std::int32_t mostVst3Classes = 10000;
 
 /// A module's own description, from its factory or from its moduleinfo.json.
 struct Vst3Description

@@ -9,12 +9,9 @@
 
 namespace zetaudiopluginhost::vst3 {
 
-using zetcore::utility::Reason;
+using Kind = PluginFailure::Kind;
 
 namespace {
-
-/// Several times what any module has: a count beyond it is no count.
-constexpr std::int32_t maxClasses = 10000;
 
 /// A record that a plug-in fills. Behind it is room for a plug-in that writes too far.
 template<class Record>
@@ -70,9 +67,9 @@ void TakeDetails(const Record& record, Vst3Class& found)
     found.subCategories = Text(record.subCategories);
 }
 
-Reason Failure(const char* what, Result result)
+PluginFailure Failure(Kind kind, Result result)
 {
-    return {std::string(what) + " (result " + std::to_string(result) + ")"};
+    return {.kind = kind, .details = {std::to_string(result)}};
 }
 
 } // namespace
@@ -135,7 +132,7 @@ Vst3Description Vst3Factory::Describe(std::vector<Uid>& ids)
     if (CallPlugin([&] { return factory->GetFactoryInfo(&filled.record); }) == resultOk)
         description.vendor = Text(filled.record.vendor);
     const std::int32_t count = CallPlugin([this] { return factory->CountClasses(); });
-    for (std::int32_t i = 0; i < std::min(count, maxClasses); ++i) {
+    for (std::int32_t i = 0; i < std::min(count, mostVst3Classes); ++i) {
         Uid id;
         Vst3Class found;
         if (DescribeClass(i, id, found)) {
@@ -146,20 +143,20 @@ Vst3Description Vst3Factory::Describe(std::vector<Uid>& ids)
     return description;
 }
 
-std::optional<Reason> Vst3Factory::CreateAndRelease(const Uid& id)
+std::optional<PluginFailure> Vst3Factory::CreateAndRelease(const Uid& id)
 {
     void* object = nullptr;
     const Result created =
         CallPlugin([&] { return factory->CreateInstance(id.Data(), IComponent::iid.Data(), &object); });
     if (created != resultOk || object == nullptr)
-        return Failure("it could not be created", created);
+        return Failure(Kind::NotCreatedResult, created);
     Vst3Object<IComponent> component(object);
     const Result initialized = CallPlugin([&] { return component->Initialize(&Vst3Host::Instance()); });
     if (initialized == resultOk)
         CallPlugin([&] { return component->Terminate(); });
     component.Release();
     if (initialized != resultOk)
-        return Failure("it could not be initialised", initialized);
+        return Failure(Kind::NotInitialisedResult, initialized);
     return std::nullopt;
 }
 

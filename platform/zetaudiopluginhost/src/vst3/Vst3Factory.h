@@ -6,7 +6,7 @@
 #include "vst3/Vst3Abi.h"
 #include "vst3/Vst3Description.h"
 #include "vst3/Vst3Object.h"
-#include <zetcore/utility/Reason.h>
+#include <zetaudiopluginhost/PluginFailure.h>
 
 namespace zetaudiopluginhost::vst3 {
 
@@ -20,7 +20,7 @@ class Vst3Factory
     /// The audio module classes; `ids` receives theirs, in the same order.
     Vst3Description Describe(std::vector<Uid>& ids);
     /// Creates, initialises, terminates and releases one component. Gives the reason why it cannot be had.
-    std::optional<zetcore::utility::Reason> CreateAndRelease(const Uid& id);
+    std::optional<PluginFailure> CreateAndRelease(const Uid& id);
     void Release();
 
   private:

@@ -4,7 +4,8 @@
 #include <limits>
 
 #include <gmock/gmock.h>
-#include <zettesting/TextOf.h>
+
+#include "testing/WordsOf.h"
 
 namespace zetaudiopluginhost::vst3 {
 namespace {
@@ -161,13 +162,13 @@ TEST(Vst3Factory, TerminatesAComponentExactlyWhenItWasInitialised)
 {
     TellingFactory telling;
     Vst3Factory factory(&telling);
-    EXPECT_EQ(zettesting::TextOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))), "");
+    EXPECT_EQ(WordsOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))), "");
     EXPECT_EQ(telling.component.terminated, 1);
     EXPECT_EQ(telling.component.references, 0u);
 
     telling.component.terminated = 0;
     telling.component.initialized = resultFalse;
-    EXPECT_THAT(zettesting::TextOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))),
+    EXPECT_THAT(WordsOf(factory.CreateAndRelease(Uid(1, 2, 3, 4))),
                 testing::HasSubstr("could not be initialised"));
     EXPECT_EQ(telling.component.terminated, 0);
     EXPECT_EQ(telling.component.references, 0u) << "it is released all the same";

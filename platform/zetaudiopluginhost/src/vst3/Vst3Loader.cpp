@@ -16,7 +16,7 @@ namespace zetaudiopluginhost::vst3 {
 using zetaudiofilterhost::ModuleFiles;
 using zetaudiofilterhost::PluginLocator;
 using zetcore::filesupport::FileUtils;
-using zetcore::utility::Reason;
+using Kind = PluginFailure::Kind;
 
 namespace {
 
@@ -44,18 +44,18 @@ IPluginFactory* GetFactory(const LoadedModule& module)
 {
     const auto getFactory = module.Find<GetPluginFactoryFunction>(factoryEntryName);
     if (getFactory == nullptr)
-        throw PluginUnusable("no plug-in entry point");
+        throw PluginUnusable({.kind = Kind::NoEntryPoint});
     return CallPlugin([getFactory] { return getFactory(); });
 }
 
 /// Leaves out the classes that cannot be made. Gives the reason why none can.
-std::optional<Reason> KeepWorkingClasses(Vst3Factory& factory, Vst3Description& description,
-                                         const std::vector<Uid>& ids)
+std::optional<PluginFailure> KeepWorkingClasses(Vst3Factory& factory, Vst3Description& description,
+                                                const std::vector<Uid>& ids)
 {
-    std::optional<Reason> first;
+    std::optional<PluginFailure> first;
     std::vector<Vst3Class> working;
     for (std::size_t i = 0; i < ids.size(); ++i) {
-        std::optional<Reason> failure = factory.CreateAndRelease(ids[i]);
+        std::optional<PluginFailure> failure = factory.CreateAndRelease(ids[i]);
         if (!failure)
             working.push_back(description.classes[i]);
         else if (!first)
@@ -70,8 +70,8 @@ InfoList AskModule(const ModuleQuestions& questions)
     ScanSteps& steps = questions.steps;
     steps.Enter(ScanPhase::Entry);
     if (!EnterModule(questions.module))
-        throw PluginUnusable("its entry function refused");
-    std::optional<Reason> problem;
+        throw PluginUnusable({.kind = Kind::EntryRefused});
+    std::optional<PluginFailure> problem;
     Vst3Description description;
     if (IPluginFactory* given = GetFactory(questions.module)) {
         steps.Enter(ScanPhase::Query);
@@ -79,7 +79,7 @@ InfoList AskModule(const ModuleQuestions& questions)
         std::vector<Uid> ids;
         description = factory.Describe(ids);
         if (ids.empty()) {
-            problem = Reason{"it has no audio module class"};
+            problem = PluginFailure{.kind = Kind::NoAudioClass};
         } else if (!questions.options.quickEffectScan) {
             steps.Enter(ScanPhase::Create);
             problem = KeepWorkingClasses(factory, description, ids);
@@ -87,12 +87,12 @@ InfoList AskModule(const ModuleQuestions& questions)
         steps.Enter(ScanPhase::Close);
         factory.Release();
     } else {
-        problem = Reason{"its entry function returned nothing"};
+        problem = PluginFailure{.kind = Kind::EntryGaveNothing};
     }
     steps.Enter(ScanPhase::Close);
     LeaveModule(questions.module);
     if (problem)
-        throw PluginUnusable(problem->text);
+        throw PluginUnusable(*problem);
     return {MakeVst3Info(questions.locator, description)};
 }
 
