@@ -12,6 +12,18 @@
 
 namespace zetui {
 
+/// Handles events until the condition holds; false when it takes too long.
+inline bool WaitUntil(const std::function<bool()>& condition)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    return true;
+}
+
 /// Real windows and widgets without a screen, fresh for each test, in a chosen look.
 class WindowsFixture : public zettesting::HostFixture
 {
@@ -29,20 +41,10 @@ class WindowsFixture : public zettesting::HostFixture
         skins::SetScheme(skins::Scheme::FollowDesktop);
     }
 
-    /// Handles events until the condition holds; false when it takes too long.
-    static bool WaitUntil(const std::function<bool()>& condition)
-    {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > deadline)
-                return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
-        return true;
-    }
-
   private:
     zettesting::ScopedEnvironment platform{"QT_QPA_PLATFORM", "offscreen"};
+    /// The look of the tester's own desktop is none of the tests' business.
+    zettesting::ScopedEnvironment noBus{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus"};
 };
 
 } // namespace zetui

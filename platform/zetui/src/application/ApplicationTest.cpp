@@ -1,10 +1,13 @@
 #include <zetui/application/Application.h>
 
 #include <chrono>
+#include <clocale>
+#include <string>
 #include <thread>
 
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
+#include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/ProgressPresentation.h>
 
 #include <QApplication>
@@ -42,6 +45,36 @@ TEST_F(ApplicationTest, MakesAnApplicationWhereThereIsNone)
     EXPECT_EQ(threads::GetRegisteredMainThread(), nullptr);
     TerminateWindows();
     EXPECT_TRUE(InitializeWindows());
+}
+
+TEST_F(ApplicationTest, TheProgramHasTheHostsNameOrItsOwnAndNeverTheToolkits)
+{
+    const std::wstring before = zetcore::utility::GetClientName();
+    TerminateWindows();
+    zetcore::utility::SetClientName(L"H\u00f6st");
+    ASSERT_TRUE(InitializeWindows());
+    EXPECT_EQ(QCoreApplication::applicationName().toStdWString(), L"H\u00f6st");
+    TerminateWindows();
+    EXPECT_EQ(QGuiApplication::desktopFileName(), "") << "a host is not shown as another program";
+    SetProgramName(L"List of Things", L"org.example.Things");
+    ASSERT_TRUE(InitializeWindows());
+    EXPECT_EQ(QCoreApplication::applicationName(), "List of Things");
+    EXPECT_EQ(QGuiApplication::desktopFileName(), "org.example.Things");
+    TerminateWindows();
+    EXPECT_EQ(QGuiApplication::desktopFileName(), "");
+    SetProgramName({});
+    zetcore::utility::SetClientName(before);
+}
+
+TEST_F(QtHostTest, TheProcessKeepsItsLocale)
+{
+    const zettesting::ScopedEnvironment user("LC_ALL", "C.UTF-8");
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "C");
+    ASSERT_TRUE(InitializeWindows());
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
+    TerminateWindows();
+    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST_F(ApplicationTest, TheLastWindowDoesNotEndTheHostsLoop)

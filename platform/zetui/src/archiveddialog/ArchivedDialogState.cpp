@@ -1,7 +1,9 @@
 #include "archiveddialog/ArchivedDialogState.h"
 
 #include <cmath>
+#include <utility>
 
+#include "archiveddialog/Mnemonics.h"
 #include "archiveddialog/RoomForTexts.h"
 #include "nodes/NodeAccess.h"
 #include "pixmill/QtConversions.h"
@@ -11,7 +13,7 @@
 
 namespace zetui::ui {
 
-UI_ArchivedDialog::ArchivedState::ArchivedState() = default;
+UI_ArchivedDialog::ArchivedState::ArchivedState(const std::string& archiveName) : remembered(archiveName) {}
 
 UI_ArchivedDialog::ArchivedState::~ArchivedState() = default;
 
@@ -20,6 +22,7 @@ void UI_ArchivedDialog::ArchivedState::MakeWindow(const std::wstring& title, boo
     window = new DialogWindow(FindParentWidget(parent));
     window->setWindowTitle(pixmill::ToQString(title));
     window->setWindowFlag(Qt::FramelessWindowHint, !hasTitleBar);
+    window->setWindowFlag(Qt::WindowMaximizeButtonHint, resizable && hasTitleBar);
     NodeAccess::SetSupplier(window, supplier);
     NodeAccess::Embed(root.get(), window, nullptr);
     skins::DressWindow(*window);
@@ -41,11 +44,25 @@ void UI_ArchivedDialog::ArchivedState::FitToTexts() const
     ArrangeTabOrder(*window);
 }
 
+void UI_ArchivedDialog::ArchivedState::GiveMnemonics() const
+{
+    if (!window)
+        return;
+    const UI_Node* const without[] = {okButton.get(), cancelButton.get()};
+    AssignMnemonics(*root, without);
+}
+
 void UI_ArchivedDialog::ArchivedState::Show()
 {
+    // The program may have changed texts since.
+    if (!window->isVisible())
+        GiveMnemonics();
     if (!placed)
         window->setGeometry(CentredOnParent(window->size(), parent));
     placed = true;
+    // The program has made the columns of its lists by now.
+    if (!std::exchange(restored, true))
+        remembered.Restore(*root, *window);
     window->show();
     window->raise();
     window->activateWindow();
@@ -56,8 +73,11 @@ void UI_ArchivedDialog::ArchivedState::Hide()
     // The parent is unlocked before the window goes. Otherwise the system would give the focus to some other
     // program.
     parentLock.reset();
-    if (window)
-        window->hide();
+    if (!window)
+        return;
+    if (window->isVisible() && root)
+        remembered.Remember(*root, *window);
+    window->hide();
 }
 
 } // namespace zetui::ui

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <QPointer>
 #include <QSize>
@@ -9,6 +10,7 @@
 #include <zetui/archiveddialog/UI_ArchivedDialog.h>
 
 #include "archiveddialog/DialogWindow.h"
+#include "archiveddialog/RememberedControls.h"
 
 class QEventLoop;
 
@@ -18,7 +20,7 @@ class ParentWindowLock;
 
 struct UI_ArchivedDialog::ArchivedState
 {
-    ArchivedState();
+    explicit ArchivedState(const std::string& archiveName);
     ~ArchivedState();
 
     const pixmill::SupplierInterface* supplier = nullptr;
@@ -34,12 +36,16 @@ struct UI_ArchivedDialog::ArchivedState
     QEventLoop* loop = nullptr;
     bool modeless = false, resizable = true;
     bool placed = false;
+    RememberedControls remembered;
+    bool restored = false;
     QSize reportedSize{-1, -1};
     std::optional<Response> closedWith;
     Response result = dialogs::UI_DialogViewContainer::kCancel;
 
     void MakeWindow(const std::wstring& title, bool hasTitleBar, PointF origin);
     void FitToTexts() const;
+    /// The OK and the cancel button go without, because Return and Escape press them.
+    void GiveMnemonics() const;
     void Show();
     void Hide();
 };

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 
 #include "application/HandlerErrors.h"
+#include "dialogs/HeldKeys.h"
 #include "nodes/NodeAccess.h"
 
 namespace zetui::ui {
@@ -61,6 +62,8 @@ void DialogWindow::closeEvent(QCloseEvent* event)
 
 void DialogWindow::keyPressEvent(QKeyEvent* event)
 {
+    if (dialogs::IsHeldAnswer(*event))
+        return;
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
         QDialog::keyPressEvent(event);
         return;

@@ -13,7 +13,7 @@ class DialogWindow : public QDialog
   public:
     explicit DialogWindow(QWidget* parent);
 
-    /// Called for Return, wherever the focus is, unless the control there takes the key.
+    /// Called for Return, unless the control with the focus takes the key, as buttons do.
     std::function<void()> confirmed;
     /// Called for Escape and for the window's close button.
     std::function<void()> cancelled;

@@ -15,6 +15,7 @@
 
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
+#include <zetui/archiveddialog/ControlStore.h>
 #include <zetui/archives/NodeArchive.h>
 
 #include "application/HandlerErrors.h"
@@ -71,7 +72,7 @@ UI_ArchivedDialog::UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
                                      const std::string& archiveName, const std::wstring& title,
                                      WindowVariant parent, bool resizable, bool hasTitleBar, PointF origin,
                                      NodeFactory factory, bool modeless, DialogFlags)
-    : archived(std::make_unique<ArchivedState>())
+    : archived(std::make_unique<ArchivedState>(archiveName))
 {
     NodeAccess::RequireWindows();
     archived->supplier = supplier;
@@ -81,6 +82,7 @@ UI_ArchivedDialog::UI_ArchivedDialog(const pixmill::SupplierInterface* supplier,
     archived->resizable = resizable;
     archived->root = LoadRoot(resources, archiveName, archived->factory);
     archived->MakeWindow(title, hasTitleBar, origin);
+    archived->GiveMnemonics();
     archived->FitToTexts();
     archived->window->confirmed = [this] {
         if (archived->okButton)
@@ -133,12 +135,14 @@ void UI_ArchivedDialog::SetOkButton(const utility::IntrusivePtr<controls::UI_Tex
     // This changes its look only. The window handles Return.
     if (auto* const widget = button ? qobject_cast<QPushButton*>(WidgetOf(button.get())) : nullptr)
         widget->setDefault(true);
+    archived->GiveMnemonics();
 }
 
 void UI_ArchivedDialog::SetCancelButton(const utility::IntrusivePtr<controls::UI_TextButton>& button)
 {
     archived->cancelButton = button;
     CloseWhenPressed(button, dialogs::UI_DialogViewContainer::kCancel);
+    archived->GiveMnemonics();
 }
 
 void UI_ArchivedDialog::FitToTexts()
@@ -194,7 +198,9 @@ UI_ArchivedDialog::RectI UI_ArchivedDialog::UI_GetGlobalStructureRect() const
 {
     if (!archived->window)
         return {};
-    const QRect rect = archived->window->geometry();
+    // A store remembers that the window is maximised, and its place when it is not is remembered here.
+    const bool asItIs = !archived->window->isMaximized() || !GetControlStore();
+    const QRect rect = asItIs ? archived->window->geometry() : archived->window->normalGeometry();
     return {rect.left(), rect.top(), rect.width(), rect.height()};
 }
 
@@ -320,6 +326,7 @@ UI_ArchivedDialog::Response UI_ArchivedDialog::RunModal()
 void UI_ArchivedDialog::UI_SizeChanged(const RectF& bounds)
 {
     NodeAccess::SetFrameByLayout(archived->root.get(), {0, 0, bounds.width, bounds.height});
+    NodeAccess::MakeWayBelow(archived->root.get());
 }
 
 void UI_ArchivedDialog::ReportSize()

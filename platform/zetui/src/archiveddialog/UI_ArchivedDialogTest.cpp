@@ -71,9 +71,80 @@ TEST_F(UI_ArchivedDialogTest, TheButtonsEndTheModalRun)
     EXPECT_EQ(dialog->GetResult(), UI_DialogViewContainer::kCancel);
 }
 
-TEST_F(UI_ArchivedDialogTest, ReturnIsOkWhereverTheFocusIs)
+TEST_F(UI_ArchivedDialogTest, ReturnPressesTheButtonWithTheFocus)
 {
-    for (const char* id : {"Long", "Check", "Field", "CancelButton"}) {
+    const auto dialog = MakeIntrusive<TestDialog>(resources);
+    int pressed = 0;
+    dynamic_cast<controls::UI_TextButton&>(*dialog->GetNodeForID("Long"))
+        .NotifyWhenChanged(
+            std::make_shared<std::function<void(UI_Message*)>>([&](UI_Message*) { ++pressed; }));
+    EXPECT_EQ(Run(*dialog,
+                  [&] {
+                      dialog->GetNodeForID("Long")->UI_GainKeyboardFocus(kFocusChangeTab);
+                      Key(Qt::Key_Return);
+                      Key(Qt::Key_Enter);
+                      EXPECT_EQ(pressed, 2);
+                      EXPECT_TRUE(dialog->UI_IsShown());
+                      dialog->GetNodeForID("CancelButton")->UI_GainKeyboardFocus(kFocusChangeTab);
+                      Key(Qt::Key_Return);
+                  }),
+              UI_DialogViewContainer::kCancel);
+    const auto another = MakeIntrusive<TestDialog>(resources);
+    EXPECT_EQ(Run(*another,
+                  [&] {
+                      another->GetNodeForID("OKButton")->UI_GainKeyboardFocus(kFocusChangeTab);
+                      Key(Qt::Key_Enter);
+                  }),
+              UI_DialogViewContainer::kOK);
+}
+
+TEST_F(UI_ArchivedDialogTest, KeysThatAreKeptDownAnswerNothing)
+{
+    const auto dialog = MakeIntrusive<TestDialog>(resources);
+    int pressed = 0;
+    dynamic_cast<controls::UI_TextButton&>(*dialog->GetNodeForID("Long"))
+        .NotifyWhenChanged(
+            std::make_shared<std::function<void(UI_Message*)>>([&](UI_Message*) { ++pressed; }));
+    const auto hold = [](int key) {
+        QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+        QApplication::sendEvent(QApplication::focusWidget(), &repeated);
+    };
+    Run(*dialog, [&] {
+        for (const char* id : {"Long", "Check", "Field"}) {
+            dialog->GetNodeForID(id)->UI_GainKeyboardFocus(kFocusChangeTab);
+            for (const int key : {int(Qt::Key_Return), int(Qt::Key_Enter), int(Qt::Key_Escape)}) {
+                hold(key);
+                EXPECT_FALSE(dialog->GetResult()) << id;
+                EXPECT_TRUE(dialog->UI_IsShown()) << id;
+            }
+        }
+        EXPECT_EQ(pressed, 0);
+        Key(Qt::Key_Escape);
+    });
+}
+
+TEST_F(UI_ArchivedDialogTest, TheButtonThatReturnPressesIsTheDefaultButton)
+{
+    const auto dialog = MakeIntrusive<TestDialog>(resources);
+    const auto isDefault = [&](const char* id) {
+        return dynamic_cast<QPushButton&>(*dialog->Widget(id)).isDefault();
+    };
+    Run(*dialog, [&] {
+        dialog->GetNodeForID("Field")->UI_GainKeyboardFocus(kFocusChangeTab);
+        EXPECT_TRUE(isDefault("OKButton"));
+        dialog->GetNodeForID("Long")->UI_GainKeyboardFocus(kFocusChangeTab);
+        EXPECT_TRUE(isDefault("Long"));
+        EXPECT_FALSE(isDefault("OKButton"));
+        dialog->GetNodeForID("Check")->UI_GainKeyboardFocus(kFocusChangeTab);
+        EXPECT_FALSE(isDefault("Long"));
+        EXPECT_TRUE(isDefault("OKButton"));
+        Key(Qt::Key_Escape);
+    });
+}
+
+TEST_F(UI_ArchivedDialogTest, ReturnIsOkWhereTheFocusIsOnNoButton)
+{
+    for (const char* id : {"Check", "Field"}) {
         const auto dialog = MakeIntrusive<TestDialog>(resources);
         EXPECT_EQ(Run(*dialog,
                       [&] {

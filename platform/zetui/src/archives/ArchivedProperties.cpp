@@ -15,6 +15,7 @@
 #include <zetui/controls/UI_TextEdit.h>
 #include <zetui/nodes/UI_SubView.h>
 
+#include "controls/OwnText.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
 #include "skins/SkinRecord.h"
@@ -28,6 +29,20 @@ std::wstring ReadLocalised(const ArchivedNode& archived, std::string_view key)
     std::string text;
     archived.ReadText(key, text);
     return LocaliseArchivedText(text);
+}
+
+/// A mnemonic may be one of its letters where the translation has none.
+void KeepOriginal(const ArchivedNode& archived, const UI_Node& node)
+{
+    std::string text;
+    archived.ReadText("text", text);
+    const std::size_t start = text.find('=');
+    if (!text.starts_with("($$$/") || start == std::string::npos)
+        return;
+    text.erase(0, start + 1);
+    if (text.ends_with(')'))
+        text.pop_back();
+    WidgetOf(&node)->setProperty(controls::kOriginalTextProperty, QString::fromStdString(text));
 }
 
 void Apply(const ArchivedNode& archived, UI_SubView& view)
@@ -47,6 +62,7 @@ void Apply(const ArchivedNode& archived, UI_SubView& view)
 void Apply(const ArchivedNode& archived, controls::UI_TextButton& button)
 {
     button.SetText(ReadLocalised(archived, "text"));
+    KeepOriginal(archived, button);
     const skins::SkinRecord& skin = skins::CurrentSkin();
     if (!skin.hasButtonVariants)
         return;
@@ -69,6 +85,7 @@ void Apply(const ArchivedNode& archived, controls::UI_TextButton& button)
 void Apply(const ArchivedNode& archived, controls::UI_Checkbox& checkbox)
 {
     checkbox.SetText(ReadLocalised(archived, "text"));
+    KeepOriginal(archived, checkbox);
     bool checked = false;
     archived.ReadBool("checked", checked);
     checkbox.SetChecked(checked);
@@ -77,6 +94,7 @@ void Apply(const ArchivedNode& archived, controls::UI_Checkbox& checkbox)
 void Apply(const ArchivedNode& archived, controls::UI_StaticText& text)
 {
     text.SetText(ReadLocalised(archived, "text"));
+    KeepOriginal(archived, text);
     int alignment = controls::UI_StaticText::kAlignLeft;
     archived.ReadChoice("alignment", alignment);
     text.SetAlignment(alignment);

@@ -9,7 +9,7 @@ namespace {
 
 using Build = ArchiveBuilder;
 
-const std::string someBounds = Build::Bounds("1", "2.5", "30", "40");
+const std::string soundBounds = Build::Bounds("1", "2.5", "30", "40");
 
 struct Malformed
 {
@@ -37,7 +37,7 @@ TEST_P(MalformedArchive, IsRefusedWithResourceLineAndNode)
     }
 }
 
-std::string Root(const std::string& properties, const std::string& bounds = someBounds)
+std::string Root(const std::string& properties, const std::string& bounds = soundBounds)
 {
     return Build::Archive(Build::Node("UI_SubView", "Root", bounds, properties));
 }
@@ -49,9 +49,9 @@ std::string Map(const std::string& pairs)
 
 std::string Nested(int depth)
 {
-    std::string node = Build::Node("UI_SubView", "Leaf", someBounds);
+    std::string node = Build::Node("UI_SubView", "Leaf", soundBounds);
     for (int i = 1; i < depth; ++i)
-        node = Build::Node("UI_SubView", "N", someBounds, "", {node});
+        node = Build::Node("UI_SubView", "N", soundBounds, "", {node});
     return Build::Archive(node);
 }
 
@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"UINodeArchive"}},
         Malformed{"noRoot", Map(Build::Pair("UINodeArchive", Build::Unsigned("1"))), {"no root"}},
         Malformed{"rootIsNoView",
-                  Build::Archive(Build::Node("UI_Node", "Root", someBounds)),
+                  Build::Archive(Build::Node("UI_Node", "Root", soundBounds)),
                   {nodeName, "UI_SubView"}},
         Malformed{"rootIsNoList",
                   Map(Build::Pair("UINodeArchive", Build::Unsigned("1")) + Build::Pair("root", "<true/>")),
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"deepLists", NestedLists(deepestArchiveList + 1), {"deep"}},
         Malformed{"deepNodes", Nested(65), {"nested too deep", "node \"Leaf\""}},
         Malformed{"unknownAdapter",
-                  Build::Archive(Build::Node("Unheard", "Root", someBounds)),
+                  Build::Archive(Build::Node("Unheard", "Root", soundBounds)),
                   {nodeName, "Unheard"}},
         Malformed{"noBounds", Root("", ""), {nodeName, "bounds"}},
         Malformed{"boundsOfOtherType",
@@ -181,25 +181,25 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"sectionWithoutName",
                   NodeOf(adapter + Build::Pair("sections", Build::Counted("section", {Build::List("")}))),
                   {"sectionName"}},
-        Malformed{
-            "noId",
-            NodeOf(adapter + Build::Pair("sections",
-                                         Build::Counted("section", {Build::Section("UI_Node", someBounds)}))),
-            {"no id"}},
+        Malformed{"noId",
+                  NodeOf(adapter +
+                         Build::Pair("sections",
+                                     Build::Counted("section", {Build::Section("UI_Node", soundBounds)}))),
+                  {"no id"}},
         Malformed{"childrenOfALeaf",
-                  Build::Archive(Build::Node("UI_SubView", "Root", someBounds, "",
-                                             {Build::Node("UI_Node", "Leaf", someBounds, "",
-                                                          {Build::Node("UI_Node", "Child", someBounds)})})),
+                  Build::Archive(Build::Node("UI_SubView", "Root", soundBounds, "",
+                                             {Build::Node("UI_Node", "Leaf", soundBounds, "",
+                                                          {Build::Node("UI_Node", "Child", soundBounds)})})),
                   {"node \"Leaf\"", "children"}},
         Malformed{"badVariant",
-                  Build::Archive(Build::Node("UI_SubView", "Root", someBounds, "",
-                                             {Build::Node("UI_TextButton", "Button", someBounds,
+                  Build::Archive(Build::Node("UI_SubView", "Root", soundBounds, "",
+                                             {Build::Node("UI_TextButton", "Button", soundBounds,
                                                           Build::Choice("variant", "4"))})),
                   {"node \"Button\"", "variant"}},
         Malformed{"choiceWithoutNumber",
                   Build::Archive(Build::Node(
-                      "UI_SubView", "Root", someBounds, "",
-                      {Build::Node("UI_StaticText", "Text", someBounds,
+                      "UI_SubView", "Root", soundBounds, "",
+                      {Build::Node("UI_StaticText", "Text", soundBounds,
                                    Build::Pair("alignment",
                                                Build::List(Build::Pair(".aptype", Build::Signed("2")))))})),
                   {"node \"Text\"", "selected"}}),

@@ -1,11 +1,10 @@
 #include "controls/ClearableLineEdit.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QMenu>
 
-#include <zetcore/config/Localizer.h>
-
-#include "pixmill/QtConversions.h"
+#include "pixmill/LocalizedText.h"
 #include "skins/SkinIcons.h"
 
 namespace zetui::controls {
@@ -14,27 +13,35 @@ namespace {
 
 constexpr qsizetype rememberedSearches = 10;
 
-QString Localized(const char* key)
-{
-    return pixmill::ToQString(zetcore::config::Localizer::Get().LocalizeWide(key));
-}
-
 } // namespace
 
 ClearableLineEdit::ClearableLineEdit()
     : clear(addAction(skins::MakeIcon("clear"), QLineEdit::TrailingPosition))
 {
-    const QString name = Localized("$$$/zetui/SearchBox/Clear=Clear");
+    const QString name = pixmill::LocalizedText("$$$/zetui/SearchBox/Clear=Clear");
     clear->setText(name);
     clear->setToolTip(name);
-    connect(clear, &QAction::triggered, this, [this] {
-        // The text is deleted as by typing, so that the user can undo it. Then the change is complete.
-        selectAll();
-        del();
-        Q_EMIT editingFinished();
-    });
+    connect(clear, &QAction::triggered, this, [this] { Clear(); });
     connect(this, &QLineEdit::textChanged, this, [this] { UpdateClearButton(); });
     UpdateClearButton();
+}
+
+void ClearableLineEdit::Clear()
+{
+    selectAll();
+    del();
+    Q_EMIT editingFinished();
+}
+
+void ClearableLineEdit::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier || text().isEmpty() ||
+        isReadOnly()) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    Clear();
 }
 
 void ClearableLineEdit::UpdateClearButton()
@@ -45,7 +52,7 @@ void ClearableLineEdit::UpdateClearButton()
 SearchLineEdit::SearchLineEdit(bool withMenu)
     : magnifier(addAction(skins::MakeIcon("search"), QLineEdit::LeadingPosition))
 {
-    const QString name = Localized("$$$/zetui/SearchBox/Prompt=Search");
+    const QString name = pixmill::LocalizedText("$$$/zetui/SearchBox/Prompt=Search");
     magnifier->setText(name);
     magnifier->setToolTip(QString());
     setPlaceholderText(name);

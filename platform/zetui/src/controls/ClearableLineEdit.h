@@ -4,7 +4,8 @@
 
 namespace zetui::controls {
 
-/// A line of text with a button behind it that empties it, as the user would by deleting.
+/// A line of text with a button behind it that empties it, as the user would by deleting. Escape does so,
+/// too.
 class ClearableLineEdit : public QLineEdit
 {
   public:
@@ -13,7 +14,14 @@ class ClearableLineEdit : public QLineEdit
     void UpdateClearButton();
     const QAction* ClearAction() const noexcept { return clear; }
 
+  protected:
+    /// Escape empties the line. In an empty line it is the window's.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
+    /// Deletes the text as by typing, so that the user can undo it. Then the change is complete.
+    void Clear();
+
     QAction* clear;
 };
 

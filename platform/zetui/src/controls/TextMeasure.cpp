@@ -15,6 +15,13 @@ QFont ToolkitFont(int sizeId, float pixels)
     return font;
 }
 
+QString WithoutMnemonic(QString text)
+{
+    return text.replace(QStringLiteral("&&"), QStringLiteral("\x01"))
+        .remove(QLatin1Char('&'))
+        .replace(QLatin1Char('\x01'), QLatin1Char('&'));
+}
+
 QSizeF TextSize(const QFontMetricsF& metrics, const QString& text)
 {
     const QSizeF size = metrics.size(Qt::TextShowMnemonic, text);

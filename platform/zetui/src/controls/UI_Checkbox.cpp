@@ -5,6 +5,8 @@
 #include <QCheckBox>
 
 #include "application/HandlerErrors.h"
+#include "controls/AccessibleButton.h"
+#include "controls/OwnText.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
 #include "pixmill/QtConversions.h"
@@ -59,6 +61,7 @@ UI_Checkbox::UI_Checkbox()
     NodeAccess::SetNeededSize(this, [widget] {
         return QSizeF(widget->sizeHint().width(), TextSize(widget->fontMetrics(), widget->text()).height());
     });
+    UseAccessibleButtons();
 }
 
 UI_Checkbox::~UI_Checkbox() = default;
@@ -81,8 +84,10 @@ int UI_Checkbox::GetValue() const
 void UI_Checkbox::SetText(const std::wstring& text)
 {
     checkbox->text = text;
-    if (auto* const widget = static_cast<QCheckBox*>(WidgetOf(this)))
+    if (auto* const widget = static_cast<QCheckBox*>(WidgetOf(this))) {
+        TakeMnemonicAway(*widget);
         widget->setText(pixmill::ToQString(text));
+    }
 }
 
 std::wstring UI_Checkbox::GetText() const

@@ -79,6 +79,23 @@ TEST_F(UI_CheckboxTest, ScreenReadersGetNameRoleAndState)
     EXPECT_EQ(accessible->role(), QAccessible::CheckBox);
     EXPECT_TRUE(accessible->state().checked);
     EXPECT_EQ(checkbox->GetText(), L"Separate process");
+    checkbox->SetValue(UI_Checkbox::kMixed);
+    EXPECT_TRUE(accessible->state().checkStateMixed);
+}
+
+TEST_F(UI_CheckboxTest, AScreenReaderTogglesItAsAClickDoes)
+{
+    const auto checkbox = Open<UI_Checkbox>();
+    int changes = 0;
+    checkbox->NotifyWhenChanged(Do([&](ui::UI_Message*) { ++changes; }));
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(Widget(checkbox));
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(checkbox->GetValue(), UI_Checkbox::kChecked);
+    EXPECT_TRUE(accessible->state().checked);
+    EXPECT_EQ(changes, 1);
+    checkbox->UI_SetEnabled(false);
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(checkbox->GetValue(), UI_Checkbox::kChecked);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 
+#include "controls/OwnText.h"
 #include "controls/TextMeasure.h"
 #include "nodes/NodeAccess.h"
 #include "pixmill/QtConversions.h"
@@ -38,14 +39,16 @@ UI_StaticText::~UI_StaticText() = default;
 
 void UI_StaticText::SetText(const std::wstring& text)
 {
-    if (auto* const widget = static_cast<QLabel*>(WidgetOf(this)))
+    if (auto* const widget = static_cast<QLabel*>(WidgetOf(this))) {
+        TakeMnemonicAway(*widget);
         widget->setText(pixmill::ToQString(text));
+    }
 }
 
 std::wstring UI_StaticText::GetText() const
 {
     const auto* const widget = static_cast<QLabel*>(WidgetOf(this));
-    return widget ? pixmill::ToWide(widget->text()) : std::wstring();
+    return widget ? pixmill::ToWide(OwnText(*widget)) : std::wstring();
 }
 
 void UI_StaticText::SetAlignment(int alignment)

@@ -4,7 +4,10 @@
 #include <QStyle>
 
 #include "application/HandlerErrors.h"
+#include "controls/AccessibleButton.h"
+#include "controls/OwnText.h"
 #include "controls/TextMeasure.h"
+#include "dialogs/HeldKeys.h"
 #include "nodes/NodeAccess.h"
 #include "pixmill/QtConversions.h"
 #include "skins/SkinIcons.h"
@@ -17,13 +20,6 @@ using ui::NodeAccess;
 namespace {
 
 constexpr QSize iconSize(16, 16);
-
-QString WithoutMnemonic(QString text)
-{
-    return text.replace(QStringLiteral("&&"), QStringLiteral("\x01"))
-        .remove(QLatin1Char('&'))
-        .replace(QLatin1Char('\x01'), QLatin1Char('&'));
-}
 
 } // namespace
 
@@ -44,6 +40,7 @@ void UI_TextButton::ButtonState::Present(UI_TextButton& node)
     auto* const widget = static_cast<QPushButton*>(WidgetOf(&node));
     if (!widget)
         return;
+    TakeMnemonicAway(*widget);
     const QString shown = pixmill::ToQString(text);
     const QIcon picture = icon.empty() ? QIcon() : skins::MakeIcon(icon);
     widget->setIcon(picture);
@@ -60,7 +57,9 @@ UI_TextButton::UI_TextButton()
     : UI_ControlView(NodeAccess::NewWidget<QPushButton>()), button(std::make_unique<ButtonState>())
 {
     auto* const widget = static_cast<QPushButton*>(WidgetOf(this));
-    widget->setAutoDefault(false);
+    // Return presses the button that has the focus, which then looks like the default button.
+    widget->setAutoDefault(true);
+    new dialogs::HeldAnswerFilter(widget);
     widget->setIconSize(iconSize);
     QObject::connect(widget, &QPushButton::clicked, NodeAccess::ConnectionContext(this), [this] {
         ui::CallFromToolkit([this] {
@@ -73,6 +72,7 @@ UI_TextButton::UI_TextButton()
                                        : QSizeF(0, 0);
     });
     SetButtonComponents({});
+    UseAccessibleButtons();
 }
 
 UI_TextButton::~UI_TextButton() = default;

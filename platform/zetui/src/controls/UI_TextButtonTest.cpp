@@ -93,6 +93,7 @@ TEST_F(UI_TextButtonTest, WithAnIconItsTextIsTooltipAndName)
     const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(Widget(button));
     EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Remove & forget"));
     EXPECT_EQ(accessible->role(), QAccessible::Button);
+    EXPECT_EQ(accessible->text(QAccessible::Description), QString()) << "it would be the name again";
     EXPECT_EQ(button->GetText(), L"&Remove && forget");
     button->SetIcon("");
     EXPECT_EQ(Widget(button)->text(), QStringLiteral("&Remove && forget"));
@@ -106,6 +107,40 @@ TEST_F(UI_TextButtonTest, ANameOfItsOwnStaysBesideAText)
     button->SetText(L"Reload");
     EXPECT_EQ(QAccessible::queryAccessibleInterface(Widget(button))->text(QAccessible::Name),
               QStringLiteral("Reload Reverb"));
+}
+
+TEST_F(UI_TextButtonTest, AScreenReaderDoesNotReadTheMarkOfALetter)
+{
+    const auto button = Open<UI_TextButton>();
+    button->SetText(L"Fish && &Chips");
+    QAccessibleInterface* const read = QAccessible::queryAccessibleInterface(Widget(button));
+    EXPECT_EQ(read->text(QAccessible::Name), QStringLiteral("Fish & Chips"));
+    EXPECT_NE(read->text(QAccessible::Accelerator), QString());
+}
+
+TEST_F(UI_TextButtonTest, AScreenReadersPressIsAClickThatIsAnsweredFirst)
+{
+    const auto button = Open<UI_TextButton>();
+    button->SetText(L"&Scan");
+    button->UI_SetTooltip(L"Looks for plug-ins");
+    bool pressed = false;
+    button->NotifyWhenChanged(Do([&](ui::UI_Message*) { pressed = true; }));
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(Widget(button));
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Scan"));
+    EXPECT_EQ(accessible->text(QAccessible::Description), QStringLiteral("Looks for plug-ins"));
+    button->UI_SetTooltip(L"Scan");
+    EXPECT_EQ(accessible->text(QAccessible::Description), QString()) << "the name says it";
+    EXPECT_EQ(accessible->text(QAccessible::Accelerator),
+              QKeySequence(Qt::ALT | Qt::Key_S).toString(QKeySequence::NativeText));
+    QAccessibleActionInterface* const action = accessible->actionInterface();
+    const QString press = QAccessibleActionInterface::pressAction();
+    ASSERT_EQ(action->actionNames().value(0), press);
+    action->doAction(press);
+    EXPECT_FALSE(pressed);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(pressed);
+    button->UI_SetEnabled(false);
+    EXPECT_FALSE(action->actionNames().contains(press));
 }
 
 TEST_F(UI_TextButtonTest, AnUnknownIconLeavesTheText)

@@ -1,6 +1,8 @@
 #include <zetui/controls/UI_TextEdit.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 
@@ -98,6 +100,27 @@ TEST_F(UI_TextEditTest, ClearingIsAChangeByTheUserThatIsComplete)
     EXPECT_EQ(committed, (Texts{L""}));
     QTest::keyClick(Widget(*edit), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(edit->GetValue(), L"x");
+}
+
+TEST_F(UI_TextEditTest, EscapeClearsAsTheButtonDoesAndIsTheWindowsInAnEmptyField)
+{
+    const auto edit = Open<UI_SearchBox>(false, false);
+    Watch(*edit);
+    QTest::keyClicks(Widget(*edit), QStringLiteral("x"));
+    const auto escapeIsTaken = [&](Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Escape, modifiers);
+        QApplication::sendEvent(Widget(*edit), &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(escapeIsTaken(Qt::ShiftModifier));
+    EXPECT_EQ(edit->GetValue(), L"x");
+    EXPECT_TRUE(escapeIsTaken());
+    EXPECT_EQ(edit->GetValue(), L"");
+    EXPECT_EQ(typed, (Texts{L"x", L""}));
+    EXPECT_EQ(committed, (Texts{L""}));
+    EXPECT_FALSE(escapeIsTaken());
+    QTest::keyClick(Widget(*edit), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(edit->GetValue(), L"x") << "the user can take it back";
 }
 
 TEST_F(UI_TextEditTest, ASearchBoxExplainsItself)

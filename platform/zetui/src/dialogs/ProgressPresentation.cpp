@@ -27,6 +27,11 @@ void ProgressPresentation::SetPatience(const std::string& extraText, const std::
 
 void ProgressPresentation::Finish() {}
 
+bool ProgressPresentation::RunsTheQueue() const
+{
+    return false;
+}
+
 Presentation::~Presentation() = default;
 
 int Presentation::Ask(const Question& question, ui::WindowVariant parent)
@@ -34,6 +39,11 @@ int Presentation::Ask(const Question& question, ui::WindowVariant parent)
     const bool alarming = question.icon == messagebox::kIconCaution || question.icon == messagebox::kIconStop;
     ShowAlert(alarming ? AlertKind::Caution : AlertKind::Note, question.title, question.message, parent);
     return question.defaultButton;
+}
+
+void Presentation::ShowText(const std::string& title, const std::string& text, ui::WindowVariant parent)
+{
+    ShowAlert(AlertKind::Note, title, text, parent);
 }
 
 std::wstring Presentation::ChooseFolder(const std::wstring&, ui::WindowVariant)

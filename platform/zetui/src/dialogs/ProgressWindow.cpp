@@ -14,6 +14,8 @@
 #include <QVBoxLayout>
 #include <zetcore/config/Localizer.h>
 
+#include "dialogs/HeldKeys.h"
+#include "pixmill/LocalizedText.h"
 #include "pixmill/QtConversions.h"
 
 namespace zetui::dialogs {
@@ -27,11 +29,6 @@ constexpr std::chrono::milliseconds frameTime{33};
 /// The bar's own total, whatever the counts' total is. Rounding to one total and then to another would move
 /// the bar back.
 constexpr int barSteps = 100'000;
-
-QString Localized(std::string_view key)
-{
-    return pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(key));
-}
 
 } // namespace
 
@@ -114,9 +111,9 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& title, bool canBe
     lastLine->setContentsMargins(0, 4, 0, 0);
     lastLine->addWidget(count, 1);
     if (cancellable) {
-        auto* const cancel = new QPushButton(Localized("$$$/zetui/Dialog/Cancel=Cancel"), this);
-        // Return must not throw away what has been done so far.
-        cancel->setAutoDefault(false);
+        auto* const cancel = new QPushButton(pixmill::LocalizedText("$$$/zetui/Dialog/Cancel=Cancel"), this);
+        // The Return that has started all this must not end it.
+        new HeldAnswerFilter(cancel);
         cancel->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
         connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
         lastLine->addWidget(cancel);

@@ -8,15 +8,20 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
+#include <QListView>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <zetcore/config/Localizer.h>
+#include <QTreeView>
 #include <zetui/dialogs/messagebox.h>
 
+#include "dialogs/HeldKeys.h"
 #include "dialogs/QtProgress.h"
 #include "dialogs/QueuedCallsTimer.h"
+#include "dialogs/TextWindow.h"
+#include "pixmill/LocalizedText.h"
 #include "pixmill/QtConversions.h"
 #include "screen/ParentWindow.h"
 #include "skins/SkinStyle.h"
@@ -40,11 +45,6 @@ constexpr std::array buttonKinds{
     ButtonKind{kNo, QMessageBox::NoRole, "$$$/zetui/Dialog/No=&No"},
     ButtonKind{kCancel, QMessageBox::RejectRole, "$$$/zetui/Dialog/Cancel=Cancel"},
 };
-
-QString Localized(std::string_view key)
-{
-    return pixmill::DisplayLines(zetcore::config::Localizer::Get().Localize(key));
-}
 
 QMessageBox::Icon IconOf(int icon)
 {
@@ -100,12 +100,36 @@ void LayOut(QMessageBox& box)
     grid->addItem(new QSpacerItem(narrowest - 2 * margin, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+/// Gives the parts of Qt's own chooser their room, and leaves out what is of no use for folders. The choosers
+/// of desktops have no such parts.
+void LayOut(QFileDialog& chooser)
+{
+    for (const char* const name : {"fileTypeLabel", "fileTypeCombo"})
+        if (auto* const part = chooser.findChild<QWidget*>(QString::fromLatin1(name)))
+            part->hide();
+    if (auto* const files = chooser.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setStretchLastSection(true);
+        files->header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+    if (auto* const places = chooser.findChild<QListView*>(QStringLiteral("sidebar"))) {
+        constexpr int iconAndMargins = 48, widest = 240;
+        int width = places->width();
+        for (int row = 0; row < places->model()->rowCount(); ++row)
+            width = std::max(width, iconAndMargins + places->fontMetrics().horizontalAdvance(
+                                                         places->model()->index(row, 0).data().toString()));
+        places->setMinimumWidth(std::min(width, widest));
+    }
+}
+
 /// Owns a dialog on the heap. A parent that goes while the dialog is open deletes it first.
 template<typename Dialog>
 class DialogOwner
 {
   public:
-    explicit DialogOwner(QWidget* parent) : dialog(new Dialog(parent)) {}
+    template<typename... Arguments>
+    explicit DialogOwner(QWidget* parent, const Arguments&... arguments)
+        : dialog(new Dialog(parent, arguments...))
+    {}
     ~DialogOwner() { delete dialog.data(); }
     DialogOwner(const DialogOwner&) = delete;
     DialogOwner& operator=(const DialogOwner&) = delete;
@@ -144,17 +168,19 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
     box->setText(pixmill::DisplayLines(question.message));
     box->setIcon(IconOf(question.icon));
 
+    new HeldAnswerFilter(&*box);
     const int closingAnswer = ClosingAnswer(question);
     std::vector<std::pair<QAbstractButton*, int>> answers;
     for (const ButtonKind& kind : buttonKinds) {
         if ((question.buttonSet & kind.flag) == 0)
             continue;
-        QPushButton* const button = box->addButton(Localized(kind.key), kind.role);
+        QPushButton* const button = box->addButton(pixmill::LocalizedText(kind.key), kind.role);
         button->setMinimumSize(kDialogButtonWidth, kDialogButtonHeight);
         if (kind.flag == question.defaultButton)
             box->setDefaultButton(button);
         if (kind.flag == closingAnswer)
             box->setEscapeButton(button);
+        new HeldAnswerFilter(button);
         answers.emplace_back(button, kind.flag);
     }
 
@@ -171,19 +197,35 @@ int QtPresentation::Ask(const Question& question, ui::WindowVariant parent)
     return pressed == answers.end() ? closingAnswer : pressed->second;
 }
 
+void QtPresentation::ShowText(const std::string& title, const std::string& text, ui::WindowVariant parent)
+{
+    const DialogOwner<TextWindow> window(ui::FindParentWidget(parent), pixmill::DisplayLines(title),
+                                         pixmill::DisplayLines(text));
+    skins::DressWindow(*window);
+    ui::PlaceOnForeignParent(*window, parent);
+    const QueuedCallsTimer queuedCalls;
+    const ui::ParentWindowLock lock(*window, parent);
+    window->exec();
+}
+
 std::wstring QtPresentation::ChooseFolder(const std::wstring& title, ui::WindowVariant parent)
 {
     const DialogOwner<QFileDialog> chooser(ui::FindParentWidget(parent));
     chooser->setWindowTitle(pixmill::DisplayText(title));
     chooser->setFileMode(QFileDialog::Directory);
     chooser->setOption(QFileDialog::ShowDirsOnly);
-    chooser->setLabelText(QFileDialog::Accept, Localized("$$$/zetui/FolderChooser/Choose=&Choose"));
-    chooser->setLabelText(QFileDialog::Reject, Localized("$$$/zetui/Dialog/Cancel=Cancel"));
-    chooser->setLabelText(QFileDialog::LookIn, Localized("$$$/zetui/FolderChooser/LookIn=Look in:"));
-    chooser->setLabelText(QFileDialog::FileName, Localized("$$$/zetui/FolderChooser/Folder=Folder:"));
+    // Some desktops' own choosers show an ampersand as it stands.
+    chooser->setLabelText(QFileDialog::Accept,
+                          pixmill::LocalizedText("$$$/zetui/FolderChooser/ChooseFolder=Choose"));
+    chooser->setLabelText(QFileDialog::Reject, pixmill::LocalizedText("$$$/zetui/Dialog/Cancel=Cancel"));
+    chooser->setLabelText(QFileDialog::LookIn,
+                          pixmill::LocalizedText("$$$/zetui/FolderChooser/LookIn=Look in:"));
+    chooser->setLabelText(QFileDialog::FileName,
+                          pixmill::LocalizedText("$$$/zetui/FolderChooser/Folder=Folder:"));
     chooser->setDirectory(lastFolder.empty() ? QDir::homePath() : pixmill::ToQString(lastFolder));
 
     skins::DressWindow(*chooser);
+    LayOut(*chooser);
     ui::PlaceOnForeignParent(*chooser, parent);
     const QueuedCallsTimer queuedCalls;
     const ui::ParentWindowLock lock(*chooser, parent);

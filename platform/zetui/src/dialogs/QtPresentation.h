@@ -15,6 +15,7 @@ class QtPresentation : public Presentation
     void ShowAlert(AlertKind kind, const std::string& title, const std::string& message,
                    ui::WindowVariant parent) override;
     int Ask(const Question& question, ui::WindowVariant parent) override;
+    void ShowText(const std::string& title, const std::string& text, ui::WindowVariant parent) override;
     std::wstring ChooseFolder(const std::wstring& title, ui::WindowVariant parent) override;
 
   private:

@@ -8,20 +8,27 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
 
+#include "dialogs/TextWindow.h"
 #include "pixmill/QtConversions.h"
 #include "testing/WindowsFixture.h"
 
@@ -41,7 +48,7 @@ class ModalDialogs : public WindowsFixture
     {
         userCame = false;
         QObject::connect(&eyes, &QTimer::timeout, [this, act = std::move(act)] {
-            auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            auto* const dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
             if (!dialog || !dialog->isActiveWindow() || userCame)
                 return;
             userCame = true;
@@ -87,6 +94,42 @@ TEST_F(ModalDialogs, AClickAnswersWithItsButton)
             QTest::mouseClick(button, Qt::LeftButton);
         });
         EXPECT_EQ(Ask(one.buttons, kNo), one.answer) << one.click;
+    }
+}
+
+TEST_F(ModalDialogs, AReturnOrEscapeThatIsKeptDownAnswersNothing)
+{
+    User<QMessageBox>([](QMessageBox& box) {
+        for (const int key : {static_cast<int>(Qt::Key_Return), static_cast<int>(Qt::Key_Escape)}) {
+            QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(box.focusWidget() ? box.focusWidget() : &box, &held);
+            EXPECT_TRUE(box.isVisible());
+        }
+        QTest::keyClick(box.defaultButton(), Qt::Key_Return);
+    });
+    EXPECT_EQ(Ask(kYesNo, kYes), kYes);
+}
+
+TEST_F(ModalDialogs, ALongTextCanBeSelectedAndCopiedAndIsClosedByKeysAndButton)
+{
+    const std::function<void(TextWindow&)> ways[] = {
+        [](TextWindow& window) { QTest::keyClick(&window, Qt::Key_Escape); },
+        [](TextWindow& window) { QTest::keyClick(window.focusWidget(), Qt::Key_Return); },
+        [](TextWindow& window) { QTest::mouseClick(window.findChild<QPushButton*>(), Qt::LeftButton); },
+    };
+    for (const auto& way : ways) {
+        User<TextWindow>([&](TextWindow& window) {
+            EXPECT_EQ(window.windowTitle(), QStringLiteral("The log"));
+            QPlainTextEdit& text = window.Text();
+            EXPECT_EQ(text.toPlainText(), QStringLiteral("first\nsecond"));
+            EXPECT_TRUE(text.isReadOnly());
+            EXPECT_EQ(window.focusWidget(), &text);
+            QTest::keyClick(&text, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(&text, Qt::Key_C, Qt::ControlModifier);
+            EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("first\nsecond"));
+            way(window);
+        });
+        messagebox::ShowText(L"The log", L"first\nsecond", {});
     }
 }
 
@@ -260,7 +303,7 @@ TEST_F(ModalDialogs, TheFolderChooserSpeaksTheLanguageOfTheTable)
 {
     using zetcore::config::Localizer;
     const std::shared_ptr<void> defaultTexts(nullptr, [](void*) { Localizer::Get().Reset(); });
-    Localizer::Get().LoadTableFromText("\"$$$/zetui/FolderChooser/Choose\"=\"&W\xC3\xA4hlen\"\n"
+    Localizer::Get().LoadTableFromText("\"$$$/zetui/FolderChooser/ChooseFolder\"=\"W\xC3\xA4hlen\"\n"
                                        "\"$$$/zetui/FolderChooser/LookIn\"=\"Suchen in:\"\n"
                                        "\"$$$/zetui/FolderChooser/Folder\"=\"Ordner:\"\n"
                                        "\"$$$/zetui/Dialog/Cancel\"=\"Abbrechen\"\n",
@@ -271,8 +314,30 @@ TEST_F(ModalDialogs, TheFolderChooserSpeaksTheLanguageOfTheTable)
         EXPECT_EQ(dialog.labelText(QFileDialog::FileName), QStringLiteral("Ordner:"));
         auto* const buttons = dialog.findChild<QDialogButtonBox*>();
         ASSERT_NE(buttons, nullptr);
-        EXPECT_EQ(buttons->button(QDialogButtonBox::Open)->text(), QString::fromUtf8("&W\xC3\xA4hlen"));
+        EXPECT_EQ(buttons->button(QDialogButtonBox::Open)->text(), QString::fromUtf8("W\xC3\xA4hlen"))
+            << "not a letter more: some choosers show an ampersand as it stands";
         EXPECT_EQ(buttons->button(QDialogButtonBox::Cancel)->text(), QStringLiteral("Abbrechen"));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_FALSE(chooser.RunModal());
+}
+
+TEST_F(ModalDialogs, TheFolderChooserHasRoomForItsTextsAndAsksForNoTypeOfFile)
+{
+    OS_FolderChooserDialog chooser{ui::WindowVariant()};
+    User<QFileDialog>([](QFileDialog& dialog) {
+        for (const char* const name : {"fileTypeLabel", "fileTypeCombo"})
+            EXPECT_FALSE(dialog.findChild<QWidget*>(QString::fromLatin1(name))->isVisible()) << name;
+        const auto& files = *dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+        const QHeaderView& titles = *files.header();
+        EXPECT_GE(titles.length(), titles.viewport()->width()) << "the last one takes the rest";
+        EXPECT_TRUE(titles.defaultAlignment().testFlag(Qt::AlignVCenter));
+        const auto& places = *dialog.findChild<QListView*>(QStringLiteral("sidebar"));
+        for (int row = 0; row < places.model()->rowCount(); ++row) {
+            const QModelIndex place = places.model()->index(row, 0);
+            EXPECT_LE(places.sizeHintForIndex(place).width(), places.viewport()->width())
+                << place.data().toString().toStdString();
+        }
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     EXPECT_FALSE(chooser.RunModal());

@@ -20,9 +20,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// The longest wait for events. It is short, because calls may be posted that wake no loop of Qt.
-constexpr std::chrono::milliseconds longestWait{10};
+constexpr std::chrono::milliseconds wakeInterval{10};
 /// The longest time that posted calls may keep the window waiting.
-constexpr std::chrono::milliseconds postedCallsLimit{50};
+constexpr std::chrono::milliseconds queuedCallsLimit{50};
 /// The longest time that a window system may take to put the window on the screen. After that, work goes on
 /// without it.
 constexpr std::chrono::milliseconds exposeLimit{200};
@@ -31,7 +31,7 @@ void WaitForEvents()
 {
     QTimer wake;
     wake.setSingleShot(true);
-    wake.start(longestWait);
+    wake.start(wakeInterval);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
@@ -106,7 +106,7 @@ void QtProgress::Hide()
 
 bool QtProgress::ProcessEvents(bool wait)
 {
-    if (wait && !zetcore::threads::RunQueuedCalls(Clock::now() + postedCallsLimit))
+    if (wait && !zetcore::threads::RunQueuedCalls(Clock::now() + queuedCallsLimit))
         WaitForEvents();
     else
         QCoreApplication::processEvents();

@@ -25,6 +25,7 @@ class QtProgress : public ProgressPresentation
     void Finish() override;
     void Hide() override;
     bool ProcessEvents(bool wait) override;
+    bool RunsTheQueue() const override { return true; }
 
   private:
     void Repaint();

@@ -2,7 +2,10 @@
 #include <functional>
 #include <thread>
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QTest>
+#include <zetcore/threads/ClearQueuedCalls.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 
@@ -24,9 +27,13 @@ TEST_F(ProgressInAWindow, AClickOnCancelClosesTheModalPhaseWithTheCancelResponse
     dialog->EndModal();
 }
 
-TEST_F(ProgressInAWindow, EscapeSpaceAndClosingTheWindowCancelAndReturnDoesNot)
+TEST_F(ProgressInAWindow, EscapeSpaceReturnAndClosingTheWindowCancelButNotAReturnThatIsKeptDown)
 {
     const auto press = [](Qt::Key key) { QTest::keyClick(Window()->focusWidget(), key); };
+    const auto hold = [](const char* text) {
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, text, true);
+        QApplication::sendEvent(Window()->focusWidget(), &repeated);
+    };
     struct Case
     {
         const char* name;
@@ -36,7 +43,8 @@ TEST_F(ProgressInAWindow, EscapeSpaceAndClosingTheWindowCancelAndReturnDoesNot)
     for (const Case& one :
          {Case{"Escape", [&] { press(Qt::Key_Escape); }, {0}},
           Case{"Space", [&] { press(Qt::Key_Space); }, {0}}, Case{"close", [] { Window()->close(); }, {0}},
-          Case{"Return", [&] { press(Qt::Key_Return); }, {}}}) {
+          Case{"Return", [&] { press(Qt::Key_Return); }, {0}},
+          Case{"Enter", [&] { press(Qt::Key_Enter); }, {0}}, Case{"held Return", [&] { hold("\r"); }, {}}}) {
         responses.clear();
         const auto dialog = Make();
         Listen(*dialog);

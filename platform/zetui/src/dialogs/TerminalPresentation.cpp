@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <optional>
-#include <thread>
 #include <utility>
 
-#include <zetcore/threads/MainThread.h>
-#include <zetcore/threads/PlainEventLoop.h>
-
+#include "dialogs/PostedCalls.h"
 #include "dialogs/Terminal.h"
 #include "dialogs/TerminalText.h"
 
@@ -20,22 +17,6 @@ using Clock = std::chrono::steady_clock;
 
 /// Redrawing more often would tell nobody more. Ctrl-C is noticed within this time, too.
 constexpr std::chrono::milliseconds redrawInterval{50};
-constexpr std::chrono::milliseconds pollInterval{2};
-
-/// Sleeps until something is posted to this thread, and runs it.
-void WaitForPostedCalls(Clock::duration atMost)
-{
-    namespace threads = zetcore::threads;
-    const auto until = Clock::now() + atMost;
-    if (const auto loop =
-            std::dynamic_pointer_cast<threads::PlainEventLoop>(threads::GetRegisteredMainThread())) {
-        loop->WaitAndRun(until);
-        return;
-    }
-    // No loop of ours runs here that could be woken.
-    if (!threads::RunQueuedCalls(until))
-        std::this_thread::sleep_for(pollInterval);
-}
 
 } // namespace
 
@@ -132,6 +113,8 @@ class TerminalPresentation::State::Progress : public ProgressPresentation
         dirty = false;
         state->ClearLine();
     }
+
+    bool RunsTheQueue() const override { return true; }
 
     bool ProcessEvents(bool wait) override
     {

@@ -17,15 +17,22 @@ std::atomic<int> presses{0};
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
 int watches = 0;
-struct sigaction before;
 
-void OnInterrupt(int)
+/// Ctrl-C, and what service managers and parent programs send.
+struct WatchedSignal
+{
+    int number;
+    struct sigaction before;
+};
+WatchedSignal watched[] = {{SIGINT, {}}, {SIGTERM, {}}};
+
+void OnInterrupt(int number)
 {
     if (presses.fetch_add(1) > 0) {
         struct sigaction standard = {};
         standard.sa_handler = SIG_DFL;
-        ::sigaction(SIGINT, &standard, nullptr);
-        ::raise(SIGINT); // delivered when this handler returns
+        ::sigaction(number, &standard, nullptr);
+        ::raise(number); // delivered when this handler returns
         return;
     }
     pending = true;
@@ -53,19 +60,23 @@ InterruptWatch::InterruptWatch()
         return;
     pending = false;
     presses = 0;
-    ::sigaction(SIGINT, nullptr, &before);
-    if (before.sa_handler == SIG_IGN)
-        return;
-    struct sigaction ours = {};
-    ours.sa_handler = OnInterrupt;
-    ours.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &ours, nullptr);
+    for (WatchedSignal& signal : watched) {
+        ::sigaction(signal.number, nullptr, &signal.before);
+        if (signal.before.sa_handler == SIG_IGN)
+            continue;
+        struct sigaction ours = {};
+        ours.sa_handler = OnInterrupt;
+        ours.sa_flags = SA_RESTART;
+        ::sigaction(signal.number, &ours, nullptr);
+    }
 }
 
 InterruptWatch::~InterruptWatch()
 {
-    if (--watches == 0)
-        ::sigaction(SIGINT, &before, nullptr);
+    if (--watches > 0)
+        return;
+    for (const WatchedSignal& signal : watched)
+        ::sigaction(signal.number, &signal.before, nullptr);
 }
 
 bool InterruptWatch::Take()

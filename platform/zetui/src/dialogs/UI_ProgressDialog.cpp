@@ -8,6 +8,7 @@
 #include <zetui/utility/IntrusivePtr.h>
 
 #include "dialogs/Patience.h"
+#include "dialogs/PostedCalls.h"
 
 namespace zetui::dialogs {
 
@@ -17,6 +18,9 @@ namespace {
 
 /// The limit keeps a modal phase from being held up by calls that go on posting others.
 constexpr std::chrono::milliseconds postedCallsLimit{50};
+/// The longest wait for posted calls in the place of a presentation that does not wait for them. The user's
+/// cancelling is noticed within this time.
+constexpr std::chrono::milliseconds longestWait{20};
 
 } // namespace
 
@@ -129,8 +133,11 @@ UI_Dialog::Response UI_ProgressDialog::RunModal()
     zetcore::threads::AssertMainThread();
     const utility::IntrusivePtr<UI_ProgressDialog> self(this);
     UI_Show(true);
-    while (!closedWith)
+    while (!closedWith) {
         ProcessEvents(true);
+        if (!closedWith && !(shown && shown->RunsTheQueue()))
+            WaitForPostedCalls(longestWait);
+    }
     const Response response = *closedWith;
     FinishClosing();
     return response;

@@ -1,6 +1,7 @@
 #include <zetui/dialogs/UI_ProgressDialog.h>
 
 #include <functional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -142,6 +143,46 @@ TEST_F(ProgressDialog, CancelInTheModalPhaseClosesItOnceWithTheCancelResponse)
     dialog->EndModal();
     EXPECT_EQ(responses, std::vector<UI_Dialog::Response>{UI_DialogViewContainer::kCancel});
     EXPECT_EQ(calls, (Calls{"show Title,,cancellable", "hide"})) << "no full bar";
+}
+
+/// All that a presentation must have.
+class IdlePresentation : public Presentation
+{
+  public:
+    std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant) override
+    {
+        return std::make_unique<Idle>();
+    }
+    void ShowAlert(AlertKind, const std::string&, const std::string&, ui::WindowVariant) override {}
+
+  private:
+    class Idle : public ProgressPresentation
+    {
+        void Show(const std::string&, const std::string&, bool) override {}
+        void SetExtraText(const std::string&) override {}
+        void SetProgress(unsigned long long, unsigned long long, const std::string&) override {}
+        void Hide() override {}
+        bool ProcessEvents(bool) override { return false; }
+    };
+};
+
+TEST_F(ProgressDialog, APresentationThatDoesNothingDoesNotHangTheModalRun)
+{
+    SetPresentation(std::make_shared<IdlePresentation>());
+    const auto dialog = Make();
+    std::thread worker(
+        [&dialog] { zetcore::threads::AsyncCallFromMainThread([&dialog] { dialog->PostClose(); }, 0); });
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kOK);
+    worker.join();
+}
+
+TEST_F(ProgressDialog, ItDoesNotHangWithoutAnEventLoopEither)
+{
+    zetcore::threads::RegisterMainThread(nullptr);
+    SetPresentation(std::make_shared<IdlePresentation>());
+    const auto dialog = Make();
+    zetcore::threads::AsyncCallFromMainThread([&dialog] { dialog->PostClose(); }, 0);
+    EXPECT_EQ(dialog->RunModal(), UI_DialogViewContainer::kOK);
 }
 
 TEST_F(ProgressDialog, TheModalRunEndsWithTheOkResponseWhenAPostedCallClosesIt)

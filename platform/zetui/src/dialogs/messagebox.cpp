@@ -56,4 +56,10 @@ void ShowCaution(const pixmill::SupplierInterface*, const std::wstring& title, c
     Show(AlertKind::Caution, title, message, parent);
 }
 
+void ShowText(const std::wstring& title, const std::wstring& text, ui::WindowVariant parent)
+{
+    zetcore::threads::AssertMainThread();
+    GetPresentation()->ShowText(zetcore::string::UTF16to8(title), zetcore::string::UTF16to8(text), parent);
+}
+
 } // namespace zetui::dialogs::messagebox

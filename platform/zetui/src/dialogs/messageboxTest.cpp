@@ -13,7 +13,7 @@
 namespace zetui::dialogs {
 namespace {
 
-class Recorder : public Presentation
+class AlertRecorder : public Presentation
 {
   public:
     std::unique_ptr<ProgressPresentation> CreateProgress(ui::WindowVariant) override { return nullptr; }
@@ -37,7 +37,7 @@ class MessageBox : public ::testing::Test
     MessageBox() { SetPresentation(recorder); }
     ~MessageBox() override { SetPresentation(nullptr); }
 
-    std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
+    std::shared_ptr<AlertRecorder> recorder = std::make_shared<AlertRecorder>();
 };
 
 TEST_F(MessageBox, NotesAndCautionsGoToThePresentationInUseAsUtf8)

@@ -119,13 +119,41 @@ void Place(Spans& spans, const Axis& axis)
     }
 }
 
+/// The gap between what sticks to the left edge and what gives way to it.
+constexpr float leastGap = 6;
+
+/// Makes these children begin no earlier than the place. False, and nothing has changed, when there is no
+/// room for them.
+bool Squeeze(std::vector<RectF>& frames, const std::vector<LayoutChild>& children,
+             const std::vector<std::size_t>& those, float place)
+{
+    std::vector<RectF> squeezed = frames;
+    float endBefore = place;
+    for (const std::size_t index : those) {
+        RectF& frame = squeezed[index];
+        if (index != those.front())
+            place += std::max(0.0F, frame.left - endBefore);
+        endBefore = frame.left + frame.width;
+        const float shift = std::max(0.0F, place - frame.left);
+        const float spare = std::max(0.0F, frame.width - children[index].leastWidth.value_or(frame.width));
+        frame.left += shift;
+        frame.width -= std::min(shift, spare);
+        place = frame.left + frame.width;
+    }
+    constexpr float tolerance = 0.01F;
+    if (place > endBefore + tolerance)
+        return false;
+    frames = std::move(squeezed);
+    return true;
+}
+
 } // namespace
 
 std::vector<RectF> LayOutChildren(const AutoLayout& layout, LayoutSize from, LayoutSize to,
                                   const std::vector<LayoutChild>& children)
 {
     Spans across, down;
-    for (const auto& [frame, constraints] : children) {
+    for (const auto& [frame, constraints, leastWidth] : children) {
         across.push_back({frame.left, frame.width, (constraints & kConstraintLeft) != 0,
                           (constraints & kConstraintRight) != 0, (constraints & kConstraintFixedWidth) != 0});
         down.push_back({frame.top, frame.height, (constraints & kConstraintTop) != 0,
@@ -137,10 +165,42 @@ std::vector<RectF> LayOutChildren(const AutoLayout& layout, LayoutSize from, Lay
         Place(down,
               {from.height, to.height, !layout.horizontal, layout.scaleChildren, layout.maintainMargins});
     }
-    std::vector<RectF> frames;
-    frames.reserve(children.size());
+    std::vector<LayoutChild> placed = children;
     for (std::size_t i = 0; i < children.size(); ++i)
-        frames.push_back({across[i].start, down[i].start, across[i].length, down[i].length});
+        placed[i].frame = {across[i].start, down[i].start, across[i].length, down[i].length};
+    return GiveWay(layout, placed);
+}
+
+std::vector<RectF> GiveWay(const AutoLayout& layout, const std::vector<LayoutChild>& children)
+{
+    std::vector<RectF> frames;
+    std::vector<std::size_t> atRight;
+    std::optional<float> taken;
+    for (const LayoutChild& child : children) {
+        const bool left = (child.constraints & kConstraintLeft) != 0;
+        const bool right = (child.constraints & kConstraintRight) != 0;
+        if (left && !right)
+            taken = std::max(taken.value_or(0), child.frame.left + child.frame.width);
+        else if (right && !left)
+            atRight.push_back(frames.size());
+        frames.push_back(child.frame);
+    }
+    if (!layout.enabled || !layout.layoutChildren || !layout.horizontal || !taken)
+        return frames;
+    std::stable_sort(atRight.begin(), atRight.end(), [&frames](std::size_t one, std::size_t other) {
+        return frames[one].left < frames[other].left;
+    });
+    for (std::size_t first = 0; first < atRight.size(); ++first) {
+        const std::vector<std::size_t> those(atRight.begin() + static_cast<std::ptrdiff_t>(first),
+                                             atRight.end());
+        if (!Squeeze(frames, children, those, *taken + leastGap))
+            continue;
+        for (std::size_t gone = 0; gone < first; ++gone) {
+            RectF& frame = frames[atRight[gone]];
+            frame.left = std::min(frame.left, *taken - frame.width);
+        }
+        break;
+    }
     return frames;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <zetcore/geom/RectT.h>
@@ -17,6 +18,8 @@ struct LayoutChild
 {
     zetcore::geom::RectT<float> frame;
     unsigned constraints = 0;
+    /// The least width with which the child is still of use. It gives way down to it. Empty: it gives no way.
+    std::optional<float> leastWidth = std::nullopt;
 };
 
 /// The places of the children of a view of size `from` when its size is `to`. In each direction:
@@ -29,8 +32,18 @@ struct LayoutChild
 ///   do not). Without margins everything is scaled in proportion. Fixed sizes stay.
 /// - Where children are not scaled: with margins kept, a child keeps its distance to the nearer side;
 ///   otherwise it stays.
+///
+/// When children that keep their distance to the right would then lie on those that keep theirs to the left,
+/// they give way (`GiveWay`).
 std::vector<zetcore::geom::RectT<float>> LayOutChildren(const AutoLayout& layout, LayoutSize from,
                                                         LayoutSize to,
                                                         const std::vector<LayoutChild>& children);
+
+/// Moves the children that stick to the right edge out of the way of those that stick to the left one. From
+/// the left, each one becomes narrower and then moves, as long as all of them stay left of where the last one
+/// ends. One that finds no room goes behind those of the left edge, so that the others have its room. When
+/// none finds room, all stay. Only the children of a horizontal layout give way.
+std::vector<zetcore::geom::RectT<float>> GiveWay(const AutoLayout& layout,
+                                                 const std::vector<LayoutChild>& children);
 
 } // namespace zetui::ui

@@ -145,5 +145,59 @@ TEST(AutomaticLayout, AViewThatWasEmptyKeepsItsChildren)
     EXPECT_TRUE(LayOutChildren(kStack, {0, 0}, {100, 100}, {}).empty());
 }
 
+constexpr unsigned kAtLeft = kConstraintLeft | kConstraintFixedWidth;
+constexpr unsigned kAtRight = kConstraintRight | kConstraintFixedWidth;
+
+/// A strip of buttons 200 wide, a label of 50 whose text needs 40, and a field of 150 that is of use at 100,
+/// in a view 500 wide.
+std::vector<RectF> Strip(float width)
+{
+    return LayOutChildren(kRow, {500, 20}, {width, 20},
+                          {{{0, 0, 200, 20}, kAtLeft},
+                           {{290, 0, 50, 20}, kAtRight, 40.0F},
+                           {{344, 0, 150, 20}, kAtRight, 100.0F}});
+}
+
+TEST(GiveWay, TheFieldGetsTheRestBesideTheButtonsAndTheLabel)
+{
+    struct Widths
+    {
+        float width;
+        RectF label, field;
+    };
+    for (const Widths& each :
+         {Widths{520, {310, 0, 50, 20}, {364, 0, 150, 20}}, Widths{416, {206, 0, 50, 20}, {260, 0, 150, 20}},
+          // The label gives the room around its text first.
+          Widths{410, {206, 0, 44, 20}, {254, 0, 150, 20}}, Widths{376, {206, 0, 40, 20}, {250, 0, 120, 20}},
+          Widths{356, {206, 0, 40, 20}, {250, 0, 100, 20}},
+          // Now the label goes, and the field has its room.
+          Widths{355, {145, 0, 50, 20}, {206, 0, 143, 20}}, Widths{312, {102, 0, 50, 20}, {206, 0, 100, 20}},
+          // There is room for neither.
+          Widths{311, {101, 0, 50, 20}, {155, 0, 150, 20}}}) {
+        const auto frames = Strip(each.width);
+        EXPECT_EQ(frames[0], (RectF{0, 0, 200, 20})) << each.width;
+        EXPECT_EQ(frames[1], each.label) << each.width;
+        EXPECT_EQ(frames[2], each.field) << each.width;
+    }
+}
+
+TEST(GiveWay, WhatFindsNoRoomLiesBehindWhatIsThere)
+{
+    const auto frames = Strip(355);
+    EXPECT_LE(frames[1].left + frames[1].width, 200);
+}
+
+TEST(GiveWay, OnlyInAHorizontalLayoutThatIsOn)
+{
+    const std::vector<LayoutChild> children{{{0, 0, 80, 20}, kAtLeft}, {{40, 0, 60, 20}, kAtRight, 10.0F}};
+    EXPECT_EQ(GiveWay(kRow, children)[1], (RectF{86, 0, 14, 20}));
+    EXPECT_EQ(GiveWay(kStack, children)[1], children[1].frame);
+    EXPECT_EQ(GiveWay({.enabled = false, .horizontal = true}, children)[1], children[1].frame);
+    EXPECT_EQ(GiveWay({.enabled = true, .horizontal = true, .layoutChildren = false}, children)[1],
+              children[1].frame);
+    EXPECT_EQ(GiveWay(kRow, {{{0, 0, 80, 20}, 0}, children[1]})[1], children[1].frame)
+        << "nothing sticks to the left";
+}
+
 } // namespace
 } // namespace zetui::ui

@@ -10,12 +10,16 @@
 #include <zetui/application/Application.h>
 #include <zetui/nodes/UI_NodeManager.h>
 
+#include "nodes/AccessibleNode.h"
 #include "nodes/NodeState.h"
 #include "nodes/ViewState.h"
 
 namespace zetui::ui {
 
 namespace {
+
+/// A field may have any width. Fewer pixels than these would hardly show what is in it.
+constexpr float leastField = 100;
 
 constexpr char supplierProperty[] = "zetuiSupplier";
 
@@ -53,6 +57,7 @@ void NodeAccess::RequireWindows()
         throw std::runtime_error("There is no display to open windows on");
     // The application object may be a new one, whose keys nobody filters yet.
     UI_NodeManager::Get(false);
+    UseAccessibleNodes();
 }
 
 void NodeAccess::Embed(UI_Node* node, QWidget* into, UI_SubView* parentNode)
@@ -64,12 +69,20 @@ void NodeAccess::Embed(UI_Node* node, QWidget* into, UI_SubView* parentNode)
         widget->setGeometry(frame);
         widget->setVisible(node->node->shown);
     }
+    if (QWidget* const companion = node->node->companion) {
+        const QRect frame = companion->geometry();
+        companion->setParent(into);
+        companion->setGeometry(frame);
+        companion->setVisible(node->node->shown);
+    }
 }
 
 void NodeAccess::TakeOut(UI_Node* node)
 {
     node->node->parent = nullptr;
-    if (QWidget* const widget = WidgetOf(node)) {
+    for (QWidget* const widget : {WidgetOf(node), node->node->companion.data()}) {
+        if (!widget)
+            continue;
         widget->hide();
         widget->setParent(nullptr);
     }
@@ -87,6 +100,8 @@ void NodeAccess::SetFrameByLayout(UI_Node* node, const UI_Node::RectF& frame)
     const int top = WholePixels(frame.top);
     state.pixels = QRect(left, top, std::max(0, WholePixels(frame.left + frame.width) - left),
                          std::max(0, WholePixels(frame.top + frame.height) - top));
+    if (state.companion)
+        state.pixels = state.placeCompanion(state.pixels);
     widget->setGeometry(state.pixels);
     ReportSize(node);
 }
@@ -116,7 +131,12 @@ std::vector<LayoutChild> NodeAccess::LayoutChildrenOf(const UI_SubView* view)
     std::vector<LayoutChild> children;
     for (const auto& child : view->view->children) {
         const auto* const inner = dynamic_cast<const UI_SubView*>(child.get());
-        children.push_back({child->UI_GetLocalRectF(true), inner ? inner->GetConstraints() : 0});
+        LayoutChild item{child->UI_GetLocalRectF(true), inner ? inner->GetConstraints() : 0};
+        if (HasNeededSize(child.get())) {
+            const auto needed = static_cast<float>(NeededSize(child.get()).width());
+            item.leastWidth = needed > 0 ? needed : leastField;
+        }
+        children.push_back(item);
     }
     return children;
 }
@@ -124,6 +144,26 @@ std::vector<LayoutChild> NodeAccess::LayoutChildrenOf(const UI_SubView* view)
 void NodeAccess::ForgetLayout(UI_SubView* view)
 {
     view->view->reference.reset();
+}
+
+void NodeAccess::MakeWayBelow(UI_SubView* view)
+{
+    UI_SubView::ViewState& state = *view->view;
+    const auto children = state.children;
+    if (!state.reference) {
+        std::vector<LayoutChild> placed = LayoutChildrenOf(view);
+        const std::vector<UI_Node::RectF> frames = GiveWay(state.layout, placed);
+        for (std::size_t i = 0; i < frames.size(); ++i) {
+            if (frames[i] == placed[i].frame)
+                continue;
+            state.reference = UI_SubView::ViewState::Reference{state.size, placed};
+            SetFrameByLayout(children[i].get(), frames[i]);
+        }
+    }
+    for (const auto& child : children) {
+        if (auto* const inner = dynamic_cast<UI_SubView*>(child.get()))
+            MakeWayBelow(inner);
+    }
 }
 
 void NodeAccess::SetLaidOutSize(UI_SubView* view, LayoutSize size)
@@ -150,6 +190,37 @@ bool NodeAccess::HasNeededSize(const UI_Node* node) noexcept
 QSizeF NodeAccess::NeededSize(const UI_Node* node)
 {
     return HasNeededSize(node) ? node->node->neededSize() : QSizeF(0, 0);
+}
+
+void NodeAccess::SetCompanion(UI_Node* node, QWidget* companion,
+                              std::function<QRect(const QRect& whole)> place)
+{
+    UI_Node::NodeState& state = *node->node;
+    delete state.companion;
+    state.companion = companion;
+    state.placeCompanion = std::move(place);
+    const QWidget* const widget = WidgetOf(node);
+    if (companion && widget && widget->parentWidget()) {
+        companion->setParent(widget->parentWidget());
+        companion->setVisible(state.shown);
+    }
+    PlaceCompanion(node);
+}
+
+void NodeAccess::PlaceCompanion(UI_Node* node)
+{
+    SetFrameByLayout(node, node->UI_GetLocalRectF(true));
+}
+
+void NodeAccess::SetAccessibleStandIn(UI_Node* node, std::function<QAccessibleInterface*()> standIn)
+{
+    node->node->accessibleStandIn = std::move(standIn);
+}
+
+QAccessibleInterface* NodeAccess::AccessibleStandIn(const QWidget* widget)
+{
+    const UI_Node* const node = NodeOf(widget);
+    return node && node->node->accessibleStandIn ? node->node->accessibleStandIn() : nullptr;
 }
 
 const pixmill::SupplierInterface* NodeAccess::SupplierOf(const QWidget* widget)

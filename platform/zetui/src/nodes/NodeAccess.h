@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include <QAccessible>
 #include <QObject>
 #include <QSizeF>
 #include <QWidget>
@@ -58,6 +59,9 @@ struct NodeAccess
     /// To be called when somebody else has placed the children. The automatic layout starts from their
     /// places.
     static void ForgetLayout(UI_SubView* view);
+    /// Lets children give way to each other in the views below this one in which somebody has placed them
+    /// since the last layout.
+    static void MakeWayBelow(UI_SubView* view);
     /// Says that the children are where they belong in a view of this size.
     static void SetLaidOutSize(UI_SubView* view, LayoutSize size);
 
@@ -68,6 +72,19 @@ struct NodeAccess
     static void SetNeededSize(UI_Node* node, std::function<QSizeF()> neededSize);
     static bool HasNeededSize(const UI_Node* node) noexcept;
     static QSizeF NeededSize(const UI_Node* node);
+
+    /// Gives the node a second widget, which it then owns. The two have the node's place, parent and
+    /// visibility together: `place` puts the companion into its part of the node's place, in the parent's
+    /// coordinates, and returns the part that is left for the node's own widget.
+    static void SetCompanion(UI_Node* node, QWidget* companion,
+                             std::function<QRect(const QRect& whole)> place);
+    /// To be called when the companion needs more room, or less.
+    static void PlaceCompanion(UI_Node* node);
+    /// Says what screen readers see in the place of a view: its children are children of that. A null
+    /// function means the view itself.
+    static void SetAccessibleStandIn(UI_Node* node, std::function<QAccessibleInterface*()> standIn);
+    /// Null when nothing stands in for the widget.
+    static QAccessibleInterface* AccessibleStandIn(const QWidget* widget);
 
     /// The drawing supplier of the widget's window. Null stands for the toolkit's own.
     static const pixmill::SupplierInterface* SupplierOf(const QWidget* widget);

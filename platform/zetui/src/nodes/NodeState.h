@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include <QAccessible>
 #include <QObject>
 #include <QPointer>
 #include <QRect>
@@ -45,6 +46,11 @@ struct UI_Node::NodeState
     bool shown = true;
     std::wstring tooltip;
     std::function<QSizeF()> neededSize;
+    /// A widget beside the node's own, and the function that places it: it takes its part of the node's place
+    /// and returns the rest.
+    QPointer<QWidget> companion;
+    std::function<QRect(const QRect& place)> placeCompanion;
+    std::function<QAccessibleInterface*()> accessibleStandIn;
 };
 
 } // namespace zetui::ui

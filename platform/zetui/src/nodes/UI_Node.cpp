@@ -56,15 +56,15 @@ UI_Node::UI_Node(void* nativeWidget)
 UI_Node::~UI_Node()
 {
     node->events.reset();
-    QWidget* const widget = node->widget;
-    if (!widget)
-        return;
-    widget->setProperty(nodeProperty, QVariant());
-    // The widget is deleted later, because a handler may have dropped the node whose widget is delivering the
-    // event. Without an application object, a widget cannot be deleted any more.
-    if (QCoreApplication::instance()) {
-        widget->hide();
-        widget->deleteLater();
+    if (QWidget* const widget = node->widget)
+        widget->setProperty(nodeProperty, QVariant());
+    for (QWidget* const widget : {node->widget.data(), node->companion.data()}) {
+        // The widget is deleted later, because a handler may have dropped the node whose widget is delivering
+        // the event. Without an application object, a widget cannot be deleted any more.
+        if (widget && QCoreApplication::instance()) {
+            widget->hide();
+            widget->deleteLater();
+        }
     }
 }
 
@@ -123,9 +123,11 @@ void UI_Node::UI_Show(bool show)
 {
     zetcore::threads::AssertMainThread();
     node->shown = show;
-    // Shown without a parent, a widget would become a window.
-    if (QWidget* const widget = node->widget; widget && widget->parentWidget())
-        widget->setVisible(show);
+    for (QWidget* const widget : {node->widget.data(), node->companion.data()}) {
+        // Shown without a parent, a widget would become a window.
+        if (widget && widget->parentWidget())
+            widget->setVisible(show);
+    }
 }
 
 bool UI_Node::UI_IsShown() const
@@ -163,6 +165,12 @@ void UI_Node::UI_SetAccessibleName(const std::wstring& name)
 {
     if (QWidget* const widget = node->widget)
         widget->setAccessibleName(pixmill::ToQString(name));
+}
+
+void UI_Node::UI_SetAccessibleDescription(const std::wstring& description)
+{
+    if (QWidget* const widget = node->widget)
+        widget->setAccessibleDescription(pixmill::ToQString(description));
 }
 
 UI_SubView* UI_Node::UI_GetParentNode() const noexcept

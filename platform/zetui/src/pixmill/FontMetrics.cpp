@@ -83,6 +83,12 @@ std::vector<qsizetype> CharacterStarts(const QString& text)
     return starts;
 }
 
+bool IsPath(const std::wstring& text)
+{
+    const bool hasDrive = text.size() > 2 && text[1] == L':' && (text[2] == L'\\' || text[2] == L'/');
+    return text.starts_with(L'/') || text.starts_with(L"\\\\") || hasDrive;
+}
+
 /// The text with an ellipsis and this many of its characters.
 QString Shortened(const QString& text, const std::vector<qsizetype>& starts, TextTruncation truncation,
                   std::size_t kept)
@@ -115,8 +121,11 @@ float GetTextWidth(const Font& font, const std::wstring& text)
 std::wstring TruncateString(const Font& font, const std::wstring& text, TextTruncation truncation,
                             float width)
 {
-    if (truncation == TextTruncation::None || text.empty() || !CanMeasure())
+    if (truncation == TextTruncation::Never || text.empty() || !CanMeasure())
         return text;
+    // Many paths begin alike, and their ends tell them apart.
+    if (truncation == TextTruncation::End && IsPath(text))
+        truncation = TextTruncation::Middle;
     const TextWidths& widths = WidthsOf(font);
     if (widths.WidthOf(text) <= static_cast<double>(width))
         return text;

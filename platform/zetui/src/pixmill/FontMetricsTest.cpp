@@ -62,7 +62,7 @@ TEST_F(Text, ThatFitsStaysAsItIs)
 {
     const std::wstring odd = std::wstring(L"a\tb") + wchar_t{0xDC80};
     for (const TextTruncation style :
-         {TextTruncation::None, TextTruncation::Beginning, TextTruncation::End, TextTruncation::Middle}) {
+         {TextTruncation::Never, TextTruncation::Beginning, TextTruncation::End, TextTruncation::Middle}) {
         EXPECT_EQ(TruncateString(font, L"Reverb", style, Width(L"Reverb")), L"Reverb");
         EXPECT_EQ(TruncateString(font, L"", style, -1), L"");
         EXPECT_EQ(TruncateString(font, odd, style, 1000), odd);
@@ -79,7 +79,11 @@ TEST_F(Text, IsCutWhereTheStyleSays)
     for (const Case& one : {Case{TextTruncation::End, L"abcdefghij", L"abcde\u2026"},
                             Case{TextTruncation::Beginning, L"abcdefghij", L"\u2026fghij"},
                             Case{TextTruncation::Middle, L"abcdefghij", L"abc\u2026ij"},
-                            Case{TextTruncation::None, L"abcdefghij", L"abcdefghij"},
+                            Case{TextTruncation::Never, L"abcdefghij", L"abcdefghij"},
+                            Case{TextTruncation::End, L"/abcdefghij", L"/ab\u2026ij"},
+                            Case{TextTruncation::End, L"C:\\abcdefgij", L"C:\\\u2026ij"},
+                            Case{TextTruncation::End, L"\\\\abcdefgij", L"\\\\a\u2026ij"},
+                            Case{TextTruncation::End, L"a/bcdefghij", L"a/bcd\u2026"},
                             Case{static_cast<TextTruncation>(99), L"abcdefghij", L"abcde\u2026"}})
         EXPECT_EQ(Cut(one.text, one.style, one.expected), one.expected);
 }

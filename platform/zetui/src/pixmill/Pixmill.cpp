@@ -1,10 +1,13 @@
 #include <zetui/pixmill/Pixmill.h>
 
+#include <algorithm>
+
 #include <QPainter>
 #include <QPen>
 #include <zetcore/utility/NullPtrException.h>
 #include <zetui/pixmill/Path.h>
 
+#include "pixmill/PixelGrid.h"
 #include "pixmill/QtConversions.h"
 
 namespace zetui::pixmill {
@@ -21,6 +24,22 @@ QPainter& PainterOf(void* painter)
 QRectF ToQt(const zetcore::geom::RectT<float>& rect)
 {
     return {rect.left, rect.top, rect.width, rect.height};
+}
+
+QRectF BoundsOf(const Path& path)
+{
+    QRectF bounds;
+    for (bool first = true; const Path::Segment& segment : path.Segments()) {
+        const QRectF line =
+            QRectF(QPointF(segment.fromX, segment.fromY), QPointF(segment.toX, segment.toY)).normalized();
+        bounds =
+            first ? line
+                  : QRectF(QPointF(std::min(bounds.left(), line.left()), std::min(bounds.top(), line.top())),
+                           QPointF(std::max(bounds.right(), line.right()),
+                                   std::max(bounds.bottom(), line.bottom())));
+        first = false;
+    }
+    return bounds;
 }
 
 } // namespace
@@ -48,12 +67,24 @@ void Pixmill::StrokePath(const PathP& path, const PenP& pen)
     if (!(pen->width > 0))
         return;
     QPainter& target = PainterOf(painter);
+    const QColor color = ToQt(pen->color);
+    const qreal width = pen->width, half = width / 2;
+    const QRectF bounds = BoundsOf(*path);
     target.save();
-    // Square caps close the corners of rectangles.
-    target.setPen(
-        QPen(ToQt(pen->color), static_cast<qreal>(pen->width), Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    for (const Path::Segment& segment : path->Segments())
-        target.drawLine(QPointF(segment.fromX, segment.fromY), QPointF(segment.toX, segment.toY));
+    target.setPen(QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    for (const Path::Segment& segment : path->Segments()) {
+        const QPointF from(segment.fromX, segment.fromY), to(segment.toX, segment.toY);
+        const bool lies = from.y() == to.y(), stands = from.x() == to.x();
+        if (!lies && !stands) {
+            target.drawLine(from, to);
+            continue;
+        }
+        // The line is longer by its width, as square caps make it: they close the corners of rectangles.
+        const QRectF line = QRectF(from, to).normalized().adjusted(-half, -half, half, half);
+        const bool atEnd = lies ? from.y() == bounds.bottom() && bounds.height() > 0
+                                : from.x() == bounds.right() && bounds.width() > 0;
+        PaintStraightLine(target, line, color, atEnd);
+    }
     target.restore();
 }
 

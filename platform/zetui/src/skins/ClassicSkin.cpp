@@ -4,14 +4,14 @@ namespace zetui::skins {
 
 namespace {
 
-constexpr SkinColors light{
+constexpr SkinColors classicLight{
     .window = Rgb(0xF0F0F0),
     .base = Rgb(0xFFFFFF),
     .alternateBase = Rgb(0xF6F7F8),
     .header = Rgb(0xF4F4F4),
     .tooltip = Rgb(0xFFFFFF),
     .text = Rgb(0x1C1C1E),
-    .disabledText = Rgb(0x85858A),
+    .disabledText = Rgb(0x6C6C71),
     .placeholder = Rgb(0x66666B),
     .tooltipText = Rgb(0x1C1C1E),
     .link = Rgb(0x1F5FA8),
@@ -41,14 +41,14 @@ constexpr SkinColors light{
     .negativeSurface = Rgb(0xF9DAD6),
 };
 
-constexpr SkinColors dark{
+constexpr SkinColors classicDark{
     .window = Rgb(0x353537),
     .base = Rgb(0x262628),
     .alternateBase = Rgb(0x2B2B2D),
     .header = Rgb(0x303032),
     .tooltip = Rgb(0x1E1E20),
     .text = Rgb(0xE6E6E8),
-    .disabledText = Rgb(0x8F8F94),
+    .disabledText = Rgb(0x9E9EA3),
     .placeholder = Rgb(0xA2A2A8),
     .tooltipText = Rgb(0xE6E6E8),
     .link = Rgb(0x7DB4F5),
@@ -78,7 +78,7 @@ constexpr SkinColors dark{
     .negativeSurface = Rgb(0x6B2F2B),
 };
 
-ButtonColors ColorsOfButton(const SkinColors& colors, const ButtonLook& look)
+ButtonColors ClassicButtonColors(const SkinColors& colors, const ButtonLook& look)
 {
     const ControlState& state = look.state;
     if (!state.enabled)
@@ -97,8 +97,8 @@ const SkinRecord& ClassicSkin()
         .skin = Skin::Classic,
         .name = "classic",
         .archiveSuffix = "",
-        .light = light,
-        .dark = dark,
+        .light = classicLight,
+        .dark = classicDark,
         .scrollGroove = &SkinColors::window,
         .boxOutline = [] { return ui::GetColor(ui::kSectionOutlineColor); },
         .fontSize = 11,
@@ -127,7 +127,7 @@ const SkinRecord& ClassicSkin()
         .hasRowLines = false,
         .hasButtonVariants = false,
         .iconButtonSide = 0,
-        .buttonColors = &ColorsOfButton,
+        .buttonColors = &ClassicButtonColors,
     };
     return skin;
 }

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPen>
 
+#include "pixmill/PixelGrid.h"
 #include "pixmill/QtConversions.h"
 
 namespace zetui::skins {
@@ -35,17 +36,18 @@ void Fill(QPainter& painter, const QRectF& rect, qreal radius, const QColor& col
 {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    painter.drawRoundedRect(rect, radius, radius);
+    painter.drawRoundedRect(pixmill::OnWholePixels(painter, rect), radius, radius);
 }
 
 /// A line along the inside of the rectangle.
 void Outline(QPainter& painter, const QRectF& rect, qreal radius, const QColor& color, qreal width)
 {
-    painter.setPen(QPen(color, width));
+    const qreal thick = pixmill::WholeWidth(painter, width), half = thick / 2;
+    painter.setPen(QPen(color, thick));
     painter.setBrush(Qt::NoBrush);
-    const qreal half = width / 2;
     const qreal middle = std::max(radius - half, 0.0);
-    painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), middle, middle);
+    painter.drawRoundedRect(pixmill::OnWholePixels(painter, rect).adjusted(half, half, -half, -half), middle,
+                            middle);
 }
 
 QColor Faded(const Color& color, double opacity)

@@ -1,11 +1,14 @@
 #include <chrono>
 
+#include <QAbstractScrollArea>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOption>
 
+#include "pixmill/PixelGrid.h"
 #include "pixmill/QtConversions.h"
 #include "skins/ControlPainting.h"
+#include "skins/LineOfText.h"
 #include "skins/SkinColors.h"
 #include "skins/SkinProxyStyle.h"
 #include "skins/SkinStyle.h"
@@ -41,7 +44,35 @@ double BusyPhase()
     return std::chrono::duration<double, std::milli>(now % period) / period;
 }
 
+/// True for the bar of a text that has no surface of its own.
+bool IsOnWindowsSurface(const QWidget* bar)
+{
+    const QWidget* const container = bar ? bar->parentWidget() : nullptr;
+    const auto* const area =
+        qobject_cast<const QAbstractScrollArea*>(container ? container->parentWidget() : nullptr);
+    return area && !area->viewport()->autoFillBackground();
+}
+
 } // namespace
+
+void SkinProxyStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette,
+                                  bool enabled, const QString& text, QPalette::ColorRole role) const
+{
+    if (text.isEmpty() || text.contains(u'\n') || (flags & (Qt::TextWordWrap | Qt::TextWrapAnywhere))) {
+        QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
+        return;
+    }
+    LineOfText line{text};
+    if (flags & (Qt::TextShowMnemonic | Qt::TextHideMnemonic))
+        line = WithoutMarks(text);
+    if (flags & Qt::TextHideMnemonic)
+        line.letter = -1;
+    const QPen before = painter->pen();
+    if (role != QPalette::NoRole)
+        painter->setPen(QPen(palette.brush(role), before.widthF()));
+    PaintLineOfText(*painter, rect, Qt::Alignment(flags), line);
+    painter->setPen(before);
+}
 
 void SkinProxyStyle::DrawPushButton(const QStyleOptionButton& option, QPainter& painter,
                                     const QWidget* widget) const
@@ -69,6 +100,9 @@ void SkinProxyStyle::DrawCheckBox(const QStyleOptionButton& option, QPainter& pa
 {
     QStyleOptionButton part(option);
     part.rect = proxy()->subElementRect(SE_CheckBoxIndicator, &option, widget);
+    // In a low row there is no room around the box, so that the ring takes the box's edge.
+    if (option.state.testFlag(State_HasFocus))
+        part.rect &= option.rect;
     proxy()->drawPrimitive(PE_IndicatorCheckBox, &part, &painter, widget);
     part.rect = proxy()->subElementRect(SE_CheckBoxContents, &option, widget);
     proxy()->drawControl(CE_CheckBoxLabel, &part, &painter, widget);
@@ -121,21 +155,25 @@ void SkinProxyStyle::DrawHeaderSection(const QStyleOption& option, QPainter& pai
     const bool hovered = option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled);
     painter.fillRect(
         rect, pixmill::ToQt(pressed ? colors.buttonPressed : (hovered ? colors.hoverRow : colors.header)));
-    painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), pixmill::ToQt(colors.tableOutline));
+    pixmill::PaintStraightLine(painter, QRect(rect.left(), rect.bottom(), rect.width(), 1),
+                               pixmill::ToQt(colors.tableOutline), true);
     const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(&option);
     const bool isLast = header && (header->position == QStyleOptionHeader::End ||
                                    header->position == QStyleOptionHeader::OnlyOneSection);
     if (isLast && widget && rect.right() >= widget->rect().right())
         return;
     const int inset = skin.controls.headerLineInset;
-    painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 1 - 2 * inset),
-                     pixmill::ToQt(colors.tableOutline));
+    pixmill::PaintStraightLine(painter,
+                               QRect(rect.right(), rect.top() + inset, 1, rect.height() - 1 - 2 * inset),
+                               pixmill::ToQt(colors.tableOutline), true);
 }
 
-void SkinProxyStyle::DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const
+void SkinProxyStyle::DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
+                                   const QWidget* bar) const
 {
     const SkinColors& colors = CurrentColors();
-    painter.fillRect(option.rect, ScrollGrooveColor(skin, colors));
+    painter.fillRect(option.rect, IsOnWindowsSurface(bar) ? pixmill::ToQt(colors.window)
+                                                          : ScrollGrooveColor(skin, colors));
     if (option.maximum <= option.minimum)
         return;
     ControlState state;

@@ -2,6 +2,7 @@
 
 #include <QStyleOption>
 
+#include "skins/MnemonicCues.h"
 #include "skins/SkinProxyStyle.h"
 
 // The style's sizes and places: the room that the skins give to what they draw.
@@ -171,8 +172,12 @@ int SkinProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const 
     case SH_MessageBox_CenterButtons:
     case SH_ScrollBar_Transient:
     case SH_EtchDisabledText:
+    case SH_Widget_Animate:
+    case SH_Widget_Animation_Duration:
     case SH_DitherDisabledText:
         return 0;
+    case SH_UnderlineShortcut:
+        return MnemonicCues::AreShownFor(widget) ? 1 : 0;
     case SH_MessageBox_TextInteractionFlags:
         // The text can be copied, but the Tab key does not stop at it.
         return Qt::TextSelectableByMouse;

@@ -8,8 +8,10 @@
 #include <QScrollBar>
 #include <QStyleOption>
 
+#include "pixmill/PixelGrid.h"
 #include "pixmill/QtConversions.h"
 #include "skins/ControlPainting.h"
+#include "skins/MnemonicCues.h"
 #include "skins/SkinColors.h"
 #include "skins/SkinIcons.h"
 
@@ -47,11 +49,24 @@ bool ReactsToPointer(const QWidget* widget)
            qobject_cast<const QScrollBar*>(widget) || qobject_cast<const QHeaderView*>(widget);
 }
 
+/// At a broken scale the frame is thinner than its room. The rest belongs to the surface inside.
+void FillRoomOfFrame(QPainter& painter, const QRectF& rect, const QColor& color)
+{
+    const QRectF room = pixmill::OnWholePixels(painter, rect);
+    const QRectF inside = pixmill::OnWholePixels(painter, rect.adjusted(1, 1, -1, -1));
+    painter.fillRect(QRectF(room.topLeft(), QPointF(room.right(), inside.top())), color);
+    painter.fillRect(QRectF(QPointF(room.left(), inside.bottom()), room.bottomRight()), color);
+    painter.fillRect(QRectF(QPointF(room.left(), inside.top()), inside.bottomLeft()), color);
+    painter.fillRect(QRectF(inside.topRight(), QPointF(room.right(), inside.bottom())), color);
+}
+
 } // namespace
 
 SkinProxyStyle::SkinProxyStyle(const SkinRecord& drawnSkin)
     : QProxyStyle(QStringLiteral("Fusion")), skin(drawnSkin)
-{}
+{
+    MnemonicCues::Follow();
+}
 
 void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                    const QWidget* widget) const
@@ -77,15 +92,18 @@ void SkinProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption*
         return;
     case PE_Frame:
         if (qobject_cast<const QAbstractScrollArea*>(widget)) {
-            painter->save();
             const bool focused = option->state.testFlag(State_HasFocus);
-            painter->setPen(pixmill::ToQt(focused ? colors.focus : colors.tableOutline));
-            painter->setBrush(Qt::NoBrush);
-            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-            painter->restore();
+            FillRoomOfFrame(*painter, rect, pixmill::ToQt(colors.base));
+            pixmill::PaintFrame(*painter, rect, pixmill::ToQt(focused ? colors.focus : colors.tableOutline),
+                                1);
             return;
         }
         break;
+    case PE_PanelMenu:
+        // A menu stands before a list, so that its edge must be seen.
+        painter->fillRect(rect, pixmill::ToQt(colors.base));
+        pixmill::PaintFrame(*painter, rect, pixmill::ToQt(colors.fieldOutline), 1);
+        return;
     case PE_PanelScrollAreaCorner:
         // The corner looks like the grooves of the scroll bars that meet there.
         painter->fillRect(option->rect, ScrollGrooveColor(skin, colors));
@@ -131,10 +149,21 @@ void SkinProxyStyle::drawControl(ControlElement element, const QStyleOption* opt
     case CE_HeaderSection:
         DrawHeaderSection(*option, *painter, widget);
         return;
+    case CE_MenuItem:
+        if (const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty()) {
+            const QRect& place = option->rect;
+            pixmill::PaintStraightLine(*painter,
+                                       QRect(place.left() + 4, place.center().y(), place.width() - 8, 1),
+                                       pixmill::ToQt(CurrentColors().outline), false);
+            return;
+        }
+        break;
     case CE_HeaderEmptyArea:
         painter->fillRect(option->rect, pixmill::ToQt(CurrentColors().header));
-        painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
-                          pixmill::ToQt(CurrentColors().tableOutline));
+        pixmill::PaintStraightLine(*painter,
+                                   QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                                   pixmill::ToQt(CurrentColors().tableOutline), true);
         return;
     default:
         break;
@@ -147,7 +176,7 @@ void SkinProxyStyle::drawComplexControl(ComplexControl control, const QStyleOpti
 {
     const auto* const slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_ScrollBar && slider)
-        DrawScrollBar(*slider, *painter);
+        DrawScrollBar(*slider, *painter, widget);
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }

@@ -20,6 +20,8 @@ class SkinProxyStyle : public QProxyStyle
                      const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
+                      const QString& text, QPalette::ColorRole role) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
     QRect subElementRect(SubElement element, const QStyleOption* option,
@@ -41,7 +43,7 @@ class SkinProxyStyle : public QProxyStyle
     void DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const;
     void DrawHeader(const QStyleOptionHeader& option, QPainter& painter, const QWidget* widget) const;
     void DrawHeaderSection(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
-    void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter) const;
+    void DrawScrollBar(const QStyleOptionSlider& option, QPainter& painter, const QWidget* bar) const;
 
     const SkinRecord& skin;
 };

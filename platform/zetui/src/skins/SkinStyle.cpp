@@ -39,9 +39,10 @@ class ApplicationSkin : public QObject
   public:
     explicit ApplicationSkin(QApplication& dressed)
         : QObject(&dressed), application(dressed), ownStyle(QApplication::style()->name()),
-          ownPalette(QApplication::palette()), ownFont(QApplication::font())
+          ownPalette(QApplication::palette()), ownFont(QApplication::font()),
+          desktop([this] { AskDesktop(); })
     {
-        dark = SystemAsksForDark().value_or(IsDarkPalette(ownPalette));
+        dark = desktop.AsksForDark().value_or(IsDarkPalette(ownPalette));
         application.installEventFilter(this);
     }
 
@@ -86,7 +87,7 @@ class ApplicationSkin : public QObject
     {
         // Without ours, the application's palette is the desktop's.
         QApplication::setPalette(QPalette());
-        dark = SystemAsksForDark().value_or(IsDarkPalette(QApplication::palette()));
+        dark = desktop.AsksForDark().value_or(IsDarkPalette(QApplication::palette()));
         Apply();
         asking = false;
     }
@@ -95,6 +96,7 @@ class ApplicationSkin : public QObject
     const QString ownStyle;
     const QPalette ownPalette;
     const QFont ownFont;
+    const DesktopScheme desktop;
     /// Null before the first time.
     const SkinRecord* skin = nullptr;
     bool dark = false;
@@ -115,8 +117,6 @@ class WindowSkin : public QObject
     explicit WindowSkin(QWidget& window) : QObject(&window), style(MakeStyle(CurrentSkin()).release())
     {
         style->setParent(this);
-        window.setPalette(MakePalette(CurrentColors()));
-        window.setFont(SkinFont(window.font()));
         Dress(window);
     }
 
@@ -134,6 +134,11 @@ class WindowSkin : public QObject
         if (widget.style() == style)
             return;
         widget.setStyle(style);
+        // Menus and tooltips are windows, and inherit neither colours nor font.
+        if (widget.isWindow()) {
+            widget.setPalette(MakePalette(CurrentColors()));
+            widget.setFont(SkinFont(widget.font()));
+        }
         widget.installEventFilter(this);
         for (QObject* const child : widget.children())
             if (auto* const childWidget = qobject_cast<QWidget*>(child))
@@ -178,7 +183,7 @@ QPalette MakePalette(const SkinColors& colors)
                                            QPalette::HighlightedText, QPalette::PlaceholderText})
         palette.setColor(QPalette::Disabled, role, ToQt(colors.disabledText));
     palette.setColor(QPalette::Disabled, QPalette::Base, ToQt(colors.window));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, ToQt(colors.inactiveSelection));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, ToQt(colors.hoverRow));
     return palette;
 }
 

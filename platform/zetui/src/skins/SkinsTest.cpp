@@ -11,7 +11,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QImage>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -20,6 +23,7 @@
 #include <zetui/pixmill/Pixmill.h>
 
 #include "pixmill/QtConversions.h"
+#include "skins/ControlPainting.h"
 #include "skins/SkinIcons.h"
 #include "skins/SkinRecord.h"
 #include "skins/SkinStyle.h"
@@ -139,6 +143,30 @@ TEST_F(Skins, AHostsOwnLookStaysAndOnlyOurWindowsAreDressed)
     EXPECT_EQ(QApplication::palette(), hosts);
 }
 
+TEST_F(Skins, AMenuOfADressedWindowHasItsColoursFontAndEdge)
+{
+    RemoveSkin();
+    SetScheme(Scheme::Dark);
+    for (const Skin skin : AllSkins()) {
+        SetSkin(skin);
+        QWidget window;
+        QWidget inside(&window);
+        DressWindow(window);
+        window.show();
+        QMenu menu(&inside);
+        menu.addAction(QStringLiteral("Copy"));
+        menu.popup(QPoint());
+        EXPECT_EQ(menu.style(), window.style());
+        EXPECT_EQ(menu.palette().color(QPalette::Window), pixmill::ToQt(CurrentColors().window));
+        EXPECT_EQ(menu.palette().color(QPalette::WindowText), pixmill::ToQt(CurrentColors().text));
+        EXPECT_EQ(menu.font(), window.font());
+        const QImage picture = menu.grab().toImage();
+        const int middle = picture.height() / 2;
+        EXPECT_EQ(picture.pixel(picture.width() - 4, middle), pixmill::ToQt(CurrentColors().base).rgb());
+        EXPECT_EQ(picture.pixel(0, middle), pixmill::ToQt(CurrentColors().fieldOutline).rgb());
+    }
+}
+
 TEST_F(Skins, TakingASkinOffGivesTheApplicationItsLookBack)
 {
     const QString ours = QApplication::style()->name();
@@ -206,6 +234,43 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
         // pixels.
         EXPECT_GE(VisibleDifference(without, widget->grab().toImage()), 30)
             << widget->metaObject()->className();
+    }
+}
+
+TEST_P(SkinLook, TheRingOfABoxInALowRowIsEven)
+{
+    QWidget window;
+    QPushButton elsewhere(&window);
+    QCheckBox box(&window);
+    for (const bool checked : {false, true}) {
+        box.setChecked(checked);
+        box.setGeometry(30, 30, 40, 14);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(WaitUntil([&] { return window.isActiveWindow(); }));
+        box.setFocus(Qt::TabFocusReason);
+        const QImage image = box.grab().toImage();
+        const SkinColors& colors = CurrentColors();
+        const QColor ring = pixmill::ToQt(checked ? colors.text : colors.focus);
+        const auto thickness = [&](int x, int y, int stepX, int stepY) {
+            int count = 0;
+            for (; image.valid(x, y) && (count == 0 || image.pixelColor(x, y) == ring);
+                 x += stepX, y += stepY)
+                count += image.pixelColor(x, y) == ring;
+            return count;
+        };
+        const int middle = 7;
+        int left = 0, right = 0;
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, middle) == ring) {
+                left = right == 0 ? x : left;
+                right = x;
+            }
+        const int across = (left + right) / 2;
+        EXPECT_EQ(thickness(0, middle, 1, 0), 2);
+        EXPECT_EQ(thickness(image.width() - 1, middle, -1, 0), 2);
+        EXPECT_EQ(thickness(across, 0, 0, 1), 2);
+        EXPECT_EQ(thickness(across, image.height() - 1, 0, -1), 2);
     }
 }
 
@@ -318,6 +383,18 @@ INSTANTIATE_TEST_SUITE_P(All, SkinLook,
                              return NameOf(std::get<0>(parameters.param)) +
                                     (std::get<1>(parameters.param) == Scheme::Dark ? "Dark" : "Light");
                          });
+
+TEST_F(Skins, NothingIsAnimated)
+{
+    for (const Skin skin : AllSkins()) {
+        SetSkin(skin);
+        EXPECT_EQ(QApplication::style()->styleHint(QStyle::SH_Widget_Animate), 0);
+        EXPECT_EQ(QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration), 0);
+    }
+    for (const Qt::UIEffect effect : {Qt::UI_AnimateMenu, Qt::UI_FadeMenu, Qt::UI_AnimateCombo,
+                                      Qt::UI_AnimateTooltip, Qt::UI_FadeTooltip, Qt::UI_AnimateToolBox})
+        EXPECT_FALSE(QApplication::isEffectEnabled(effect)) << effect;
+}
 
 TEST_F(Skins, V7ControlsAre24PixelsHigh)
 {

@@ -4,14 +4,14 @@ namespace zetui::skins {
 
 namespace {
 
-constexpr SkinColors light{
+constexpr SkinColors v7Light{
     .window = Rgb(0xF8F8F9),
     .base = Rgb(0xFFFFFF),
     .alternateBase = Rgb(0xFFFFFF),
     .header = Rgb(0xFFFFFF),
     .tooltip = Rgb(0x27272A),
     .text = Rgb(0x222226),
-    .disabledText = Rgb(0x8C8C93),
+    .disabledText = Rgb(0x696970),
     .placeholder = Rgb(0x6B6B73),
     .tooltipText = Rgb(0xF5F5F6),
     .link = Rgb(0x0F5FC7),
@@ -36,19 +36,19 @@ constexpr SkinColors light{
     .hoverRow = Rgb(0xF3F4F6),
     .groove = Rgb(0xE3E3E7),
     .handle = Rgb(0xB9B9C0),
-    .negative = Rgb(0xC7251A),
+    .negative = Rgb(0xAD2016),
     .caution = Rgb(0xE8A200),
     .negativeSurface = Rgb(0xFAD9D5),
 };
 
-constexpr SkinColors dark{
+constexpr SkinColors v7Dark{
     .window = Rgb(0x232326),
     .base = Rgb(0x1B1B1D),
     .alternateBase = Rgb(0x1B1B1D),
     .header = Rgb(0x1F1F22),
     .tooltip = Rgb(0x3C3C41),
     .text = Rgb(0xEAEAED),
-    .disabledText = Rgb(0x808087),
+    .disabledText = Rgb(0x929299),
     .placeholder = Rgb(0x9797A0),
     .tooltipText = Rgb(0xF5F5F6),
     .link = Rgb(0x78B0FF),
@@ -73,14 +73,14 @@ constexpr SkinColors dark{
     .hoverRow = Rgb(0x252529),
     .groove = Rgb(0x3A3A3F),
     .handle = Rgb(0x5D5D65),
-    .negative = Rgb(0xFF7D70),
+    .negative = Rgb(0xFFAEA1),
     .caution = Rgb(0xF5B93A),
     .negativeSurface = Rgb(0x5C2925),
 };
 
 constexpr pixmill::Color none{0, 0, 0, 0};
 
-ButtonColors ColorsOfButton(const SkinColors& colors, const ButtonLook& look)
+ButtonColors V7ButtonColors(const SkinColors& colors, const ButtonLook& look)
 {
     const ControlState& state = look.state;
     const bool framed = look.variant == ButtonVariant::Secondary || look.variant == ButtonVariant::Negative;
@@ -110,8 +110,8 @@ const SkinRecord& V7Skin()
         .skin = Skin::V7,
         .name = "v7",
         .archiveSuffix = ".V7",
-        .light = light,
-        .dark = dark,
+        .light = v7Light,
+        .dark = v7Dark,
         .scrollGroove = &SkinColors::base,
         .boxOutline =
             [] {
@@ -145,7 +145,7 @@ const SkinRecord& V7Skin()
         .hasRowLines = true,
         .hasButtonVariants = true,
         .iconButtonSide = 24,
-        .buttonColors = &ColorsOfButton,
+        .buttonColors = &V7ButtonColors,
     };
     return skin;
 }

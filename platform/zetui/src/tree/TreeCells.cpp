@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QChildEvent>
 #include <QHeaderView>
@@ -10,6 +11,7 @@
 
 #include "application/HandlerErrors.h"
 #include "nodes/NodeAccess.h"
+#include "tree/AccessibleTree.h"
 #include "tree/TreeState.h"
 
 namespace zetui::controls {
@@ -74,6 +76,7 @@ void TreeCells::Drop(VisibleRow& left)
         // takes it first.
         if (view && QApplication::focusWidget() && widget->isAncestorOf(QApplication::focusWidget()))
             view->setFocus(Qt::OtherFocusReason);
+        ui::NodeAccess::SetAccessibleStandIn(cell.get(), {});
         ui::NodeAccess::TakeOut(cell.get());
     }
     left.views.clear();
@@ -96,17 +99,30 @@ TreeCells::CellView TreeCells::ViewAt(UI_MultiColumnTreeRow& row, int position)
         // The list must see the mouse move over the control.
         widget->setMouseTracking(true);
         PlaceView(*shown, position);
+        ui::NodeAccess::SetAccessibleStandIn(cell.get(), [this, widget] { return AccessibleCellOf(widget); });
         ui::NodeAccess::Embed(cell.get(), state.view->viewport(), &state.owner);
     }
     return cell;
 }
 
-QWidget* TreeCells::WidgetAt(const UI_MultiColumnTreeRow* row, int position) const
+TreeCells::CellView TreeCells::ShownViewAt(const UI_MultiColumnTreeRow* row, int position) const
 {
     const VisibleRow* const shown = row ? Find(row) : nullptr;
     if (!shown || position < 0 || position >= static_cast<int>(shown->views.size()))
         return nullptr;
-    const CellView& cell = shown->views[static_cast<std::size_t>(position)];
+    return shown->views[static_cast<std::size_t>(position)];
+}
+
+QAccessibleInterface* TreeCells::AccessibleCellOf(const QWidget* widget) const
+{
+    const auto [row, position] = CellOf(widget);
+    const AccessibleTree* const table = row ? AccessibleTree::Of(state.view) : nullptr;
+    return table ? table->cellAt(state.model.PlaceOf(row.get()), position) : nullptr;
+}
+
+QWidget* TreeCells::WidgetAt(const UI_MultiColumnTreeRow* row, int position) const
+{
+    const CellView cell = ShownViewAt(row, position);
     return cell && cell->ChildCount() > 0 ? ui::WidgetOf(cell->GetChild(0).get()) : nullptr;
 }
 
@@ -147,8 +163,24 @@ void TreeCells::Adopt(const UI_MultiColumnTreeRow* row)
         for (QWidget* const control : widget->findChildren<QWidget*>()) {
             if (control->focusPolicy() & Qt::TabFocus)
                 control->setFocusPolicy(Qt::ClickFocus);
+            if (const auto* const button = dynamic_cast<QAbstractButton*>(control))
+                connect(button, &QAbstractButton::toggled, this, [this, button] { TellOfToggle(*button); });
         }
     }
+}
+
+/// A screen reader says of a cell what its box shows.
+void TreeCells::TellOfToggle(const QAbstractButton& box) const
+{
+    QAccessibleInterface* const cell = QAccessible::isActive() ? AccessibleCellOf(&box) : nullptr;
+    if (!cell)
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent toggled(cell, changed);
+    QAccessible::updateAccessibility(&toggled);
+    QAccessibleEvent renamed(cell, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&renamed);
 }
 
 std::vector<QWidget*> TreeCells::ControlsOf(const UI_MultiColumnTreeRow* row) const
@@ -181,10 +213,24 @@ std::pair<TreeCells::RowPtr, int> TreeCells::CellOf(const QWidget* widget) const
     return {nullptr, -1};
 }
 
+bool TreeCells::HasFocusIn(const UI_MultiColumnTreeRow* row, int position) const
+{
+    const auto [focusRow, focusPosition] = CellOf(QApplication::focusWidget());
+    return focusRow && focusRow.get() == row && focusPosition == position;
+}
+
 bool TreeCells::HaveFocus() const
 {
     const QWidget* const focus = QApplication::focusWidget();
     return focus && CellOf(focus).first;
+}
+
+/// The details are those of the row that has the keyboard, however it came there.
+void TreeCells::SelectFocusedRow(const RowPtr& row, int position)
+{
+    const int place = state.model.PlaceOf(row.get());
+    if (place >= 0 && !state.IsSelected(place))
+        state.SelectOnly(place, position);
 }
 
 bool TreeCells::eventFilter(QObject* watched, QEvent* event)
@@ -196,7 +242,9 @@ bool TreeCells::eventFilter(QObject* watched, QEvent* event)
         return false;
     }
     auto* const control = dynamic_cast<QWidget*>(watched);
-    if (!control || (event->type() != QEvent::KeyPress && event->type() != QEvent::MouseButtonPress))
+    const bool isFocus = event->type() == QEvent::FocusIn;
+    if (!control ||
+        (!isFocus && event->type() != QEvent::KeyPress && event->type() != QEvent::MouseButtonPress))
         return false;
     const auto [row, position] = CellOf(control);
     if (!row || position < 0 || ui::NodeAccess::NodeOf(control->parentWidget()) == &state.owner)
@@ -204,7 +252,9 @@ bool TreeCells::eventFilter(QObject* watched, QEvent* event)
     const QPointer<QWidget> alive(control);
     bool taken = false;
     ui::CallFromToolkit([&, shownRow = row, cell = position] {
-        if (event->type() == QEvent::KeyPress) {
+        if (isFocus) {
+            SelectFocusedRow(shownRow, cell);
+        } else if (event->type() == QEvent::KeyPress) {
             const bool typing = control->testAttribute(Qt::WA_InputMethodEnabled);
             taken = !typing && state.keyboard.PressInControl(*static_cast<QKeyEvent*>(event));
         } else if (static_cast<QMouseEvent*>(event)->modifiers() == Qt::NoModifier) {

@@ -3,11 +3,14 @@
 #include <functional>
 #include <vector>
 
+#include <QAccessible>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
 
 #include <zetui/tree/UI_MultiColumnTree.h>
+
+class QAbstractButton;
 
 namespace zetui::controls {
 
@@ -33,7 +36,9 @@ class TreeCells : public QObject
     /// The view of a cell. It is made when there is none yet and the row is visible. Null for a position that
     /// does not exist.
     CellView ViewAt(UI_MultiColumnTreeRow& row, int position);
-    /// The view of a cell; null where none has been made.
+    /// The view of a cell. Null where none has been made.
+    CellView ShownViewAt(const UI_MultiColumnTreeRow* row, int position) const;
+    /// The control in a cell. Null where none has been made.
     QWidget* WidgetAt(const UI_MultiColumnTreeRow* row, int position) const;
     /// Puts the cell views where their cells are.
     void Place();
@@ -44,6 +49,8 @@ class TreeCells : public QObject
     std::pair<RowPtr, int> CellOf(const QWidget* widget) const;
     /// True when a control in some cell has the keyboard focus.
     bool HaveFocus() const;
+    /// True when the control in this cell has it.
+    bool HasFocusIn(const UI_MultiColumnTreeRow* row, int position) const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -55,8 +62,12 @@ class TreeCells : public QObject
     };
     const VisibleRow* Find(const UI_MultiColumnTreeRow* row) const noexcept;
     void Drop(VisibleRow& left);
+    void SelectFocusedRow(const RowPtr& row, int position);
     void Adopt(const UI_MultiColumnTreeRow* row);
     void PlaceView(const VisibleRow& row, int position);
+    /// Null when the widget is in no cell.
+    QAccessibleInterface* AccessibleCellOf(const QWidget* widget) const;
+    void TellOfToggle(const QAbstractButton& box) const;
 
     TreeState& state;
     std::vector<VisibleRow> visible;

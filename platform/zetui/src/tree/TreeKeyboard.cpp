@@ -64,7 +64,11 @@ bool TreeKeyboard::Press(const QKeyEvent& event)
     }
     const bool control = event.modifiers().testFlag(Qt::ControlModifier);
     if (event.key() == Qt::Key_Space)
-        return (!control && ToggleFirstCell()) || ToggleRow(control);
+        return (!control && PressFirstControl()) || ToggleRow(control);
+    if (OpensMenu(event))
+        return OpenMenu();
+    if (event.key() == Qt::Key_Delete && event.modifiers() == Qt::NoModifier)
+        return Delete();
     const QString text = event.text();
     const bool types = !text.isEmpty() && text.front().isPrint() && !(event.modifiers() & commandKeys);
     return types && JumpToText(text);
@@ -73,7 +77,7 @@ bool TreeKeyboard::Press(const QKeyEvent& event)
 bool TreeKeyboard::PressInControl(const QKeyEvent& event)
 {
     state.Flush();
-    return Navigate(event);
+    return Navigate(event) || (OpensMenu(event) && OpenMenu());
 }
 
 int TreeKeyboard::CurrentPlace() const
@@ -177,17 +181,49 @@ bool TreeKeyboard::MoveCell(int step)
     return true;
 }
 
-bool TreeKeyboard::ToggleFirstCell()
+int TreeKeyboard::FramedPlace() const
 {
-    const int place = CurrentPlace();
+    if (const int current = CurrentPlace(); current >= 0)
+        return current;
+    const auto [first, last] = state.view->PlacesInSight();
+    return last < first ? -1 : first;
+}
+
+bool TreeKeyboard::Enter()
+{
+    state.Flush();
+    const int place = FramedPlace();
+    if (place < 0)
+        return false;
+    if (state.IsSelected(place))
+        state.view->ShowPlace(place);
+    else
+        MoveTo(place, false);
+    return true;
+}
+
+bool TreeKeyboard::PressFirstControl()
+{
+    const int place = FramedPlace();
     if (place < 0)
         return false;
     state.view->ShowPlace(place);
-    auto* const button = dynamic_cast<QAbstractButton*>(state.cells.WidgetAt(state.model.RowAt(place), 0));
-    if (!button || !button->isCheckable())
+    for (QWidget* const control : state.cells.ControlsOf(state.model.RowAt(place))) {
+        if (auto* const button = dynamic_cast<QAbstractButton*>(control)) {
+            button->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool TreeKeyboard::Delete() const
+{
+    if (!state.deletePressed || state.FirstSelectedPlace() < 0)
         return false;
-    if (button->isEnabled())
-        button->click();
+    // The callback may set another one.
+    const std::function<void()> callback = state.deletePressed;
+    callback();
     return true;
 }
 

@@ -25,6 +25,13 @@ class TreeKeyboard
     /// before the first one the list itself gets it. False when the focus must leave the list, and this has
     /// not done it.
     bool MoveThroughControls(bool forward);
+    /// Selects the framed row and brings it into sight. False when there is none.
+    bool Enter();
+    /// Opens the menu of the framed row.
+    bool OpenMenu();
+    /// The place of the row that has the focus frame while the list has the focus: the selected one,
+    /// otherwise the one where the keyboard would begin. -1 without rows in sight.
+    int FramedPlace() const;
     /// The place from which Shift extends the selection.
     void SetAnchor(int place) noexcept { anchor = place; }
     int Anchor() const noexcept { return anchor; }
@@ -34,8 +41,10 @@ class TreeKeyboard
     int Destination(int key, int current) const;
     void MoveTo(int place, bool extend);
     bool MoveCell(int step);
-    bool ToggleFirstCell();
+    bool PressFirstControl();
     bool ToggleRow(bool control);
+    bool Delete() const;
+    static bool OpensMenu(const QKeyEvent& event);
     bool JumpToText(const QString& text);
     int CurrentPlace() const;
 

@@ -155,8 +155,9 @@ void TreeState::TellOfSelection()
     toldCellRow = selectedCell >= 0 ? cellRow : nullptr;
     toldCell = selectedCell;
     // The control of another cell must not keep the keys.
-    if ((rowsChanged || cellChanged) && view && cells.HaveFocus())
+    if ((rowsChanged || cellChanged) && view && cells.HaveFocus() && !cells.HasFocusIn(cellRow, selectedCell))
         view->setFocus(Qt::OtherFocusReason);
+    UpdateDetails();
     if (rowsChanged && rowsSelectionChanged)
         ui::CallFromToolkit([this] { rowsSelectionChanged(); });
     if (cellChanged && cellSelectionChanged)

@@ -11,9 +11,23 @@ using TreeState = UI_MultiColumnTree::TreeState;
 
 void TreeState::RequestSort()
 {
+    if (sortColumn == 0)
+        SortByUsualColumn();
     sortPending = true;
     ForgetSortedPlaces();
     Flush();
+}
+
+/// An order that nobody has chosen is the one that a title explains: by the names of the rows. A list
+/// without titles stays in fill order.
+void TreeState::SortByUsualColumn()
+{
+    const int column = ColumnAtPosition(NamePosition());
+    if (!header || column < 0)
+        return;
+    sortColumn = model.Columns()[static_cast<std::size_t>(column)].id;
+    sortAscending = true;
+    ShowSortIndicator();
 }
 
 std::vector<UI_MultiColumnTreeRow*> TreeState::RowsToShow()

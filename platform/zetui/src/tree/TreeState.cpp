@@ -41,6 +41,8 @@ TreeState::~TreeState()
         TreeAccess::ForgetTree(*header);
     if (view)
         view->SetTree(nullptr);
+    if (foot)
+        foot->SetNotice({}, {}, {});
 }
 
 void TreeState::RemoveAllRows()
@@ -250,6 +252,18 @@ std::wstring TreeState::CellTooltip(const RowPtr& row, int position) const
     return cellTooltip && row && position >= 0 ? cellTooltip(row, position) : std::wstring();
 }
 
+CellControl TreeState::ControlAt(const RowPtr& row, int position) const
+{
+    using Kind = CellControl::Kind;
+    if (const auto* const button = dynamic_cast<QAbstractButton*>(cells.WidgetAt(row.get(), position)))
+        return {button->isCheckable() ? Kind::Checkbox : Kind::Button, button->isEnabled(),
+                button->isChecked()};
+    CellControl control;
+    if (cellControl && row && position >= 0 && !cells.IsVisible(row.get()))
+        ui::CallFromToolkit([&] { control = cellControl(row, position); });
+    return control;
+}
+
 int TreeState::NamePosition() const
 {
     return PositionOfColumn(model.columnCount() > 1 ? 1 : 0);
@@ -265,15 +279,11 @@ QVariant TreeState::CellData(int place, int column, int role)
         if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) {
             data = pixmill::ToQString(CellText(row, position));
         } else if (role == Qt::ToolTipRole && !wholeRow) {
-            if (const std::wstring text = CellTooltip(row, position); !text.empty())
+            if (const std::wstring text = TooltipAt(row, position); !text.empty())
                 data = pixmill::PlainForTooltip(text);
         } else if (role == Qt::AccessibleDescriptionRole && !wholeRow) {
             if (const std::wstring text = CellTooltip(row, position); !text.empty())
                 data = pixmill::ToQString(text);
-        } else if (role == Qt::CheckStateRole && !wholeRow) {
-            const auto* const button = dynamic_cast<QAbstractButton*>(cells.WidgetAt(row.get(), position));
-            if (button && button->isCheckable())
-                data = button->isChecked() ? Qt::Checked : Qt::Unchecked;
         }
     });
     return data;

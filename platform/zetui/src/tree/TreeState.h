@@ -12,6 +12,7 @@
 #include "tree/NaturalOrder.h"
 #include "tree/TreeAccess.h"
 #include "tree/TreeCells.h"
+#include "tree/TreeFoot.h"
 #include "tree/TreeKeyboard.h"
 #include "tree/TreeModel.h"
 #include "tree/TreeView.h"
@@ -57,6 +58,9 @@ struct UI_MultiColumnTree::TreeState
     void ScrollToTop();
     /// Shown in the place of rows while there are none.
     void SetEmptyText(const std::wstring& text);
+    void SetDetails(std::function<std::wstring(RowPtr)> function, const std::wstring& name,
+                    const std::wstring& prompt);
+    void SetNotice(const std::wstring& text, const std::wstring& command, std::function<void()> pressed);
     const std::wstring& EmptyText() const noexcept { return emptyText; }
 
     RowPtr Hold(const UI_MultiColumnTreeRow* row) const;
@@ -66,6 +70,10 @@ struct UI_MultiColumnTree::TreeState
     /// The text for screen readers and type-ahead.
     std::wstring CellText(const RowPtr& row, int position) const;
     std::wstring CellTooltip(const RowPtr& row, int position) const;
+    /// The whole text of a cell that shows a part of it, and the cell's own tooltip.
+    std::wstring TooltipAt(const RowPtr& row, int position) const;
+    /// The control that is in a cell, or will be when its row comes into sight.
+    CellControl ControlAt(const RowPtr& row, int position) const;
     /// The position of the column that names a row.
     int NamePosition() const;
 
@@ -101,6 +109,8 @@ struct UI_MultiColumnTree::TreeState
 
     UI_MultiColumnTree& owner;
     QPointer<TreeView> view;
+    /// Null until there is something to say in it. The node owns it.
+    QPointer<TreeFoot> foot;
     TreeOptions options;
     TreeModel model;
     TreeCells cells;
@@ -117,11 +127,16 @@ struct UI_MultiColumnTree::TreeState
     DrawCellOfRowCallback drawCell;
     std::function<void()> rowsSelectionChanged;
     RowCallback rowVisibilityChanged;
-    std::function<void()> cellSelectionChanged;
+    std::function<void()> cellSelectionChanged, deletePressed;
+    std::function<UI_ContextMenu(RowPtr)> rowMenu;
     CellSortDataFunction sortData, cellText, cellTooltip;
+    std::function<std::wstring(RowPtr)> rowDetails;
+    std::function<std::wstring(RowPtr, int cellIndex, float cellWidth)> cutText;
+    CellControlFunction cellControl;
     std::function<float(unsigned id)> bestFitWidth;
 
   private:
+    void SortByUsualColumn();
     QVariant CellData(int place, int column, int role);
     std::vector<UI_MultiColumnTreeRow*> RowsToShow();
     std::vector<UI_MultiColumnTreeRow*> RowsSorted(int position);
@@ -130,6 +145,8 @@ struct UI_MultiColumnTree::TreeState
     void Show(std::vector<UI_MultiColumnTreeRow*> next);
     void TellOfSelection();
     void DescribeEmptiness() const;
+    void UpdateDetails();
+    TreeFoot& RequireFoot();
     std::vector<RowPtr> RowsInSight() const;
 
     int deferred = 0;

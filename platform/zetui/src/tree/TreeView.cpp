@@ -11,6 +11,7 @@
 #include <QScrollBar>
 
 #include "application/HandlerErrors.h"
+#include "tree/AccessibleTree.h"
 #include "tree/TreeHeader.h"
 #include "tree/TreeState.h"
 
@@ -32,6 +33,8 @@ TreeView::TreeView()
     setWordWrap(false);
     setCornerButtonEnabled(false);
     setTabKeyNavigation(false);
+    // Rows are brought into sight by those who want it, and not by each change of the current one.
+    setAutoScroll(false);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setMouseTracking(true);
     verticalHeader()->hide();
@@ -39,8 +42,11 @@ TreeView::TreeView()
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     setHorizontalHeader(
         new TreeHeader(this, [this](int column) { return tree && tree->model.KeepsPlace(column); }));
+    // The controls in its cells are placed by its own width.
+    lastColumn.SetKeepsWidth([this](int column) { return tree && tree->model.KeepsPlace(column); });
     horizontalHeader()->setMinimumSectionSize(smallestColumn);
     horizontalHeader()->hide();
+    UseAccessibleTrees();
 }
 
 TreeView::~TreeView() = default;
@@ -71,10 +77,10 @@ void TreeView::ConnectHeader()
             tree->UpdateVisibleRowsLater();
     });
     connect(header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
-        // Qt has fitted the column as it is seen. A widened column is not as wide as its own width.
-        if (lastColumn.IsWidened(column))
-            lastColumn.SetWidth(
-                column, std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)));
+        // Qt has fitted the column as it is seen, with both paddings. Its own width counts one of them.
+        const int shown = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
+        lastColumn.FitWidth(column, shown - OtherPadding(), OtherPadding());
+        lastColumn.Choose(column);
     });
     connect(header, &QHeaderView::sectionCountChanged, this, [this] { lastColumn.Update(); });
     connect(header, &QHeaderView::sectionMoved, this, [this] {
@@ -145,6 +151,11 @@ float TreeView::ContentWidth() const
     return static_cast<float>(std::max(0, room));
 }
 
+int TreeView::OtherPadding()
+{
+    return static_cast<int>(std::ceil(UI_MultiColumnTree::GetDefaultCellPadding().second));
+}
+
 int TreeView::sizeHintForColumn(int column) const
 {
     float width = 0;
@@ -152,6 +163,9 @@ int TreeView::sizeHintForColumn(int column) const
         ui::CallFromToolkit(
             [&] { width = tree->bestFitWidth(tree->model.Columns()[static_cast<std::size_t>(column)].id); });
     }
+    // The best fit counts one padding, and the text stands between two.
+    if (width > 0)
+        width += static_cast<float>(OtherPadding());
     return static_cast<int>(std::ceil(width));
 }
 
@@ -169,9 +183,15 @@ void TreeView::resizeEvent(QResizeEvent* event)
 {
     // The columns are updated before Qt looks whether they need a scroll bar.
     lastColumn.Update();
+    const int selected = tree ? tree->FirstSelectedPlace() : -1;
+    const bool wasInSight = selected >= 0 && RowRect(selected).bottom() < event->oldSize().height() &&
+                            RowRect(selected).top() >= 0;
     QTableView::resizeEvent(event);
     if (!tree)
         return;
+    // A row that the user has scrolled away stays away.
+    if (wasInSight)
+        ShowPlace(selected);
     if (const int columns = tree->model.columnCount(); tree->rightMargin && columns > 0) {
         const int room = viewport()->width() - horizontalHeader()->sectionPosition(columns - 1);
         const int width = room - static_cast<int>(std::lround(*tree->rightMargin));
@@ -200,7 +220,29 @@ bool TreeView::focusNextPrevChild(bool next)
     bool moved = false;
     if (tree && !leaving)
         ui::CallFromToolkit([&] { moved = tree->keyboard.MoveThroughControls(next); });
+    if (!moved && !leaving && !next && hasFocus() && Header().CanHaveFocus()) {
+        Header().setFocus(Qt::BacktabFocusReason);
+        return true;
+    }
     return moved || QTableView::focusNextPrevChild(next);
+}
+
+TreeHeader& TreeView::Header() const
+{
+    return static_cast<TreeHeader&>(*horizontalHeader());
+}
+
+bool TreeView::FocusRows()
+{
+    leaving = true;
+    setFocus(Qt::TabFocusReason);
+    leaving = false;
+    return true;
+}
+
+bool TreeView::EnterRows()
+{
+    return tree && tree->owner.EnterRows();
 }
 
 bool TreeView::Leave(bool forward)
@@ -306,7 +348,40 @@ void TreeView::SetHoverPlace(int place)
 void TreeView::focusInEvent(QFocusEvent* event)
 {
     QTableView::focusInEvent(event);
+    // The titles come before the rows. A dialog that opens tells its focus widget of a Tab that was none.
+    if (event->reason() == Qt::TabFocusReason && hasFocus() && !leaving && Header().CanHaveFocus()) {
+        Header().setFocus(Qt::TabFocusReason);
+        return;
+    }
     viewport()->update();
+    // Qt tells of the list itself when this is done, and what it tells last counts.
+    QMetaObject::invokeMethod(this, &TreeView::TellOfFocus, Qt::QueuedConnection);
+}
+
+void TreeView::TellOfFocus()
+{
+    if (!QAccessible::isActive() || !hasFocus())
+        return;
+    const AccessibleTree* const table = AccessibleTree::Of(this);
+    if (QAccessibleInterface* const cell = table ? table->FocusedCell() : nullptr) {
+        QAccessibleEvent focus(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&focus);
+    }
+}
+
+void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    TellOfFocus();
+}
+
+void TreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected);
+    if (QAccessible::isActive()) {
+        QAccessibleEvent change(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&change);
+    }
 }
 
 void TreeView::focusOutEvent(QFocusEvent* event)

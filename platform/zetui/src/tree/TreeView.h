@@ -11,6 +11,8 @@
 
 namespace zetui::controls {
 
+class TreeHeader;
+
 /// The widget of a tree. It is Qt's table view, drawn by the tree's callback. The vertical header is there
 /// only for the geometry of the rows. The widget may live a little longer than its tree.
 class TreeView final : public QTableView
@@ -23,6 +25,7 @@ class TreeView final : public QTableView
 
     /// Null when the tree is gone.
     void SetTree(TreeState* state);
+    TreeState* Tree() const noexcept { return tree; }
     int RowHeight() const;
     /// Scrolls as little as is needed to see the whole row.
     void ShowPlace(int place);
@@ -32,6 +35,18 @@ class TreeView final : public QTableView
     std::pair<int, int> PlacesInSight() const;
     /// The width for columns. It is right even while the view has not been shown yet.
     float ContentWidth() const;
+    /// The width that the column's texts need, as far as the tree's owner says.
+    int NeededWidth(int column) const { return sizeHintForColumn(column); }
+    /// Moves the focus from the titles to the rows.
+    bool FocusRows();
+    /// The same, and selects the row where the keyboard begins. False without rows.
+    bool EnterRows();
+    /// Opens the menu of the row at this place.
+    void OpenMenuAt(int place, const QPoint& onScreen, bool byKeyboard);
+    /// The point of the viewport where a menu opens by the keyboard.
+    QPoint MenuPoint(int place) const;
+    /// The padding that a best fit does not count.
+    static int OtherPadding();
     LastColumn& Last() noexcept { return lastColumn; }
     /// Lays out now what Qt would lay out later.
     void LayOut();
@@ -49,9 +64,13 @@ class TreeView final : public QTableView
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    // Qt's own would tell screen readers of children that its table has and ours has not.
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     bool focusNextPrevChild(bool next) override;
 
   private:
@@ -65,6 +84,9 @@ class TreeView final : public QTableView
     void SetHoverPlace(int place);
     QRect RowRect(int place) const;
     void ConnectHeader();
+    /// Tells screen readers which cell has the focus.
+    void TellOfFocus();
+    TreeHeader& Header() const;
 
     TreeState* tree = nullptr;
     LastColumn lastColumn{*this};

@@ -11,24 +11,12 @@
 
 #include "application/HandlerErrors.h"
 #include "nodes/NodeAccess.h"
+#include "pixmill/PixelGrid.h"
 #include "pixmill/QtConversions.h"
 #include "skins/SkinRecord.h"
 #include "tree/TreeState.h"
 
 namespace zetui::controls {
-
-namespace {
-
-/// Draws a frame inside the rectangle, on whole pixels.
-void DrawFrame(QPainter& painter, const QRect& rect, const QColor& color, int width)
-{
-    for (int i = 0; i < width; ++i) {
-        painter.setPen(color);
-        painter.drawRect(rect.adjusted(i, i, -i - 1, -i - 1));
-    }
-}
-
-} // namespace
 
 void TreeView::paintEvent(QPaintEvent* event)
 {
@@ -57,6 +45,9 @@ bool TreeView::HasFocusWithin() const
 QColor TreeView::RowColor(int place) const
 {
     const skins::SkinColors& colors = skins::CurrentColors();
+    // The texts of a list that is switched off are too pale for a selection behind them.
+    if (tree->IsSelected(place) && !isEnabled())
+        return pixmill::ToQt(colors.hoverRow);
     if (tree->IsSelected(place))
         return pixmill::ToQt(HasFocusWithin() ? colors.selection : colors.inactiveSelection);
     if (place == hoverPlace && isEnabled())
@@ -69,8 +60,8 @@ void TreeView::PaintRow(QPainter& painter, int place, const QRect& exposed)
     painter.fillRect(exposed, RowColor(place));
     const QRect row = RowRect(place);
     if (skins::CurrentSkin().hasRowLines)
-        painter.fillRect(QRect(row.left(), row.bottom(), row.width(), 1) & exposed,
-                         pixmill::ToQt(skins::CurrentColors().gridLine));
+        pixmill::PaintStraightLine(painter, QRect(row.left(), row.bottom(), row.width(), 1),
+                                   pixmill::ToQt(skins::CurrentColors().gridLine), true);
     if (tree->drawCell)
         PaintCells(painter, place, row, exposed);
 }
@@ -107,27 +98,22 @@ void TreeView::PaintEmptyText(QPainter& painter)
 }
 
 /// The rectangle of the selected cell, otherwise of the selected row, otherwise of the place where the
-/// keyboard would begin.
+/// keyboard would begin. The frame around the whole list, which the style draws, has the same colour then.
 void TreeView::PaintFocus(QPainter& painter)
 {
     const QColor color = pixmill::ToQt(skins::CurrentColors().focus);
-    if (tree->options.indicateFocus)
-        DrawFrame(painter, viewport()->rect(), color, 2);
-    const int selected =
-        tree->IsSelected(currentIndex().row()) ? currentIndex().row() : tree->FirstSelectedPlace();
-    if (selected < 0 && tree->options.indicateFocus)
+    const bool anySelected = tree->FirstSelectedPlace() >= 0;
+    if (!anySelected && tree->options.indicateFocus)
         return;
-    const auto [first, last] = PlacesInSight();
-    if (selected < 0 && last < first) {
-        DrawFrame(painter, viewport()->rect(), color, 1);
+    const int framed = tree->keyboard.FramedPlace();
+    if (framed < 0)
         return;
-    }
-    QRect focus = RowRect(selected >= 0 ? selected : first);
-    if (const int column = tree->ColumnAtPosition(tree->selectedCell); selected >= 0 && column >= 0) {
+    QRect focus = RowRect(framed);
+    if (const int column = tree->ColumnAtPosition(tree->selectedCell); anySelected && column >= 0) {
         focus.setLeft(columnViewportPosition(column));
         focus.setWidth(columnWidth(column));
     }
-    DrawFrame(painter, focus, color, 1);
+    pixmill::PaintFrame(painter, focus, color, 1);
 }
 
 } // namespace zetui::controls

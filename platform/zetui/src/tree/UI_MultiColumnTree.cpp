@@ -18,12 +18,6 @@
 
 namespace zetui::controls {
 
-namespace {
-
-constexpr int tabKey = 9;
-
-} // namespace
-
 UI_MultiColumnTree::UI_MultiColumnTree(unsigned columns, float rowHeight)
     : UI_ControlView(ui::NodeAccess::NewWidget<TreeView>()),
       tree(
@@ -162,6 +156,41 @@ void UI_MultiColumnTree::SetCellTooltipFunction(CellSortDataFunction function)
     tree->cellTooltip = std::move(function);
 }
 
+void UI_MultiColumnTree::SetCutTextFunction(
+    std::function<std::wstring(RowPtr, int cellIndex, float cellWidth)> function)
+{
+    tree->cutText = std::move(function);
+}
+
+void UI_MultiColumnTree::SetRowDetailsFunction(std::function<std::wstring(RowPtr)> function,
+                                               const std::wstring& name, const std::wstring& prompt)
+{
+    zetcore::threads::AssertMainThread();
+    tree->SetDetails(std::move(function), name, prompt);
+}
+
+void UI_MultiColumnTree::SetNotice(const std::wstring& text, const std::wstring& command,
+                                   std::function<void()> pressed)
+{
+    zetcore::threads::AssertMainThread();
+    tree->SetNotice(text, command, std::move(pressed));
+}
+
+void UI_MultiColumnTree::SetCellControlFunction(CellControlFunction function)
+{
+    tree->cellControl = std::move(function);
+}
+
+void UI_MultiColumnTree::SetRowMenuFunction(std::function<UI_ContextMenu(RowPtr)> function)
+{
+    tree->rowMenu = std::move(function);
+}
+
+void UI_MultiColumnTree::SetDeleteCallback(std::function<void()> callback)
+{
+    tree->deletePressed = std::move(callback);
+}
+
 void UI_MultiColumnTree::SetEmptyText(const std::wstring& text)
 {
     tree->SetEmptyText(text);
@@ -211,6 +240,13 @@ UI_MultiColumnTree::RowPtr UI_MultiColumnTree::GetRowAt(int place) const
     zetcore::threads::AssertMainThread();
     tree->Flush();
     return tree->Hold(tree->model.RowAt(place));
+}
+
+int UI_MultiColumnTree::GetPlaceOfRow(const UI_MultiColumnTreeRow* row) const
+{
+    zetcore::threads::AssertMainThread();
+    tree->Flush();
+    return row && row->GetTree() == this ? tree->model.PlaceOf(row) : -1;
 }
 
 bool UI_MultiColumnTree::IsRowVisible(const UI_MultiColumnTreeRow* row) const
@@ -271,9 +307,19 @@ void UI_MultiColumnTree::SelectCell(const UI_MultiColumnTreeRow* row, int positi
         tree->SelectOnly(place, cell);
 }
 
+bool UI_MultiColumnTree::EnterRows()
+{
+    zetcore::threads::AssertMainThread();
+    if (!tree->view || tree->rows.empty())
+        return false;
+    // A field that loses the focus may tell of a text that changes the rows.
+    UI_GainKeyboardFocus(ui::kFocusChangeProgram);
+    return tree->keyboard.Enter();
+}
+
 bool UI_MultiColumnTree::UI_DoKeyboardEvent(ui::UI_Node* target, const ui::KeyboardEvent& event)
 {
-    if (event.GetOSCode() == tabKey && !event.IsControlDown() && !event.IsAltDown())
+    if (event.GetOSCode() == ui::kTabKey && !event.IsControlDown() && !event.IsAltDown())
         return tree->keyboard.MoveThroughControls(!event.IsShiftDown());
     return UI_ControlView::UI_DoKeyboardEvent(target, event);
 }

@@ -1,9 +1,9 @@
 // Who may move and widen the columns of a tree, and what is there without rows.
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QImage>
+#include <QToolTip>
 
-#include "skins/SkinColors.h"
-#include "testing/PrintSkin.h"
 #include "testing/TreeFixture.h"
 
 namespace zetui::controls {
@@ -148,6 +148,125 @@ TEST_F(TreeColumns, OneThatKeepsItsPlaceCannotBeDraggedNorPassed)
     EXPECT_EQ(header->GetColumnAt(0), onColumn);
 }
 
+TEST_F(TreeColumns, OneGivesWayAndComesBackUnlessTheUserHasChosenItsWidth)
+{
+    header->SetColumnGivesWay(versionColumn, 40);
+    header->SetLastColumnTakesFreeWidth(true);
+    header->SetColumnWidth(versionColumn, 300);
+    Show();
+    Widen(320);
+    EXPECT_EQ(ShownWidth(nameColumn), 150);
+    EXPECT_EQ(ShownWidth(versionColumn), FreeFor(versionColumn));
+    EXPECT_FALSE(Scrolls());
+    EXPECT_EQ(header->GetColumnWidth(versionColumn), 300) << "its own width stays";
+    Widen(220);
+    EXPECT_EQ(ShownWidth(versionColumn), 40);
+    EXPECT_TRUE(WaitUntil([this] { return Scrolls(); }));
+    Widen(600);
+    EXPECT_EQ(ShownWidth(versionColumn), FreeFor(versionColumn));
+    Widen(400);
+    const QPoint edge = RightEdge(nameColumn);
+    Drag(titles->viewport(), edge, edge + QPoint(300, 0));
+    EXPECT_EQ(ShownWidth(nameColumn), 450) << "the user wants it so wide";
+}
+
+TEST_F(TreeColumns, AFittedOneIsShownWithItsSecondPadding)
+{
+    Show();
+    const int padding = static_cast<int>(UI_MultiColumnTree::GetDefaultCellPadding().second);
+    header->FitColumn(nameColumn, 120);
+    EXPECT_EQ(header->GetColumnWidth(nameColumn), 120);
+    EXPECT_EQ(ShownWidth(nameColumn), 120 + padding);
+    header->SetColumnWidth(nameColumn, 130);
+    EXPECT_EQ(ShownWidth(nameColumn), 130);
+    header->FitColumn(77, 100);
+    EXPECT_EQ(header->GetColumnWidth(77), 0);
+}
+
+TEST_F(TreeColumns, ATitleThatIsCutShowsItselfWholeInATooltip)
+{
+    const std::wstring longTitle = L"A title that is longer than its column";
+    header->AppendColumn(longTitle, 4);
+    header->SetColumnWidth(4, 60);
+    Show();
+    const auto pointAt = [this](unsigned id) {
+        QHelpEvent help(QEvent::ToolTip, Title(id), titles->viewport()->mapToGlobal(Title(id)));
+        QApplication::sendEvent(titles->viewport(), &help);
+    };
+    pointAt(nameColumn);
+    EXPECT_FALSE(QToolTip::isVisible()) << "that title has room";
+    pointAt(4);
+    EXPECT_TRUE(QToolTip::isVisible());
+    EXPECT_EQ(QToolTip::text().toStdWString(), longTitle);
+    pointAt(nameColumn);
+    EXPECT_TRUE(WaitUntil([] { return !QToolTip::isVisible(); }));
+    header->SetColumnWidth(4, 390);
+    pointAt(4);
+    EXPECT_FALSE(QToolTip::isVisible());
+}
+
+TEST_F(TreeColumns, OneThatIsDraggedShowsWhereItWouldGoAndWhereItMayNot)
+{
+    header->SetColumnKeepsPlace(onColumn, true);
+    Show();
+    QWidget* const pad = titles->viewport();
+    const auto line = [&]() -> QWidget* {
+        for (QObject* const child : pad->children())
+            if (auto* const widget = qobject_cast<QWidget*>(child); widget && widget->isVisible())
+                return widget;
+        return nullptr;
+    };
+    const auto moveTo = [&](const QPoint& at) {
+        SendMouse(pad, QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton);
+    };
+    SendMouse(pad, QEvent::MouseButtonPress, Title(versionColumn), Qt::LeftButton, Qt::LeftButton);
+    moveTo(Title(versionColumn) - QPoint(20, 0));
+    EXPECT_EQ(pad->cursor().shape(), Qt::ClosedHandCursor);
+    EXPECT_FALSE(line()) << "it would stay";
+    moveTo(Title(nameColumn) - QPoint(10, 0));
+    EXPECT_EQ(pad->cursor().shape(), Qt::ClosedHandCursor);
+    ASSERT_TRUE(line());
+    EXPECT_NEAR(line()->geometry().center().x(), titles->sectionViewportPosition(nameColumn - 1), 2);
+    moveTo(Title(onColumn) - QPoint(10, 0));
+    EXPECT_EQ(pad->cursor().shape(), Qt::ForbiddenCursor);
+    EXPECT_FALSE(line());
+    const std::vector<unsigned> order = Order();
+    int moves = 0;
+    QObject::connect(titles, &QHeaderView::sectionMoved, titles, [&moves] { ++moves; });
+    SendMouse(pad, QEvent::MouseButtonRelease, Title(onColumn) - QPoint(10, 0), Qt::LeftButton, Qt::NoButton);
+    EXPECT_EQ(Order(), order);
+    EXPECT_EQ(moves, 0) << "nothing snaps back";
+    EXPECT_NE(pad->cursor().shape(), Qt::ForbiddenCursor);
+    EXPECT_EQ(header->GetSortColumn(), 0U) << "a drag is no click";
+    SendMouse(pad, QEvent::MouseButtonPress, Title(onColumn), Qt::LeftButton, Qt::LeftButton);
+    moveTo(Title(nameColumn));
+    EXPECT_EQ(pad->cursor().shape(), Qt::ForbiddenCursor) << "it keeps its place";
+    SendMouse(pad, QEvent::MouseButtonRelease, Title(nameColumn), Qt::LeftButton, Qt::NoButton);
+    EXPECT_EQ(Order(), order);
+}
+
+TEST_F(TreeColumns, ACutTextIsInTheTooltipBeforeTheCellsOwn)
+{
+    Fill(2);
+    tree->SetCutTextFunction([this](const RowPtr& row, int position, float width) {
+        return header->GetColumnAt(position) == nameColumn && width < 100 ? entries[row.get()].name : L"";
+    });
+    tree->SetCellTooltipFunction([](const RowPtr&, int) { return std::wstring(L"more"); });
+    Show();
+    const auto tooltip = [this] { return view.model()->index(1, 1).data(Qt::ToolTipRole).toString(); };
+    EXPECT_TRUE(tooltip().contains(QStringLiteral("more")));
+    EXPECT_FALSE(tooltip().contains(QStringLiteral("Plug-In")));
+    header->SetColumnWidth(nameColumn, 60);
+    EXPECT_TRUE(tooltip().contains(QStringLiteral("Plug-In")));
+    EXPECT_LT(tooltip().indexOf(QStringLiteral("Plug-In")), tooltip().indexOf(QStringLiteral("more")));
+    EXPECT_FALSE(view.model()
+                     ->index(1, 1)
+                     .data(Qt::AccessibleDescriptionRole)
+                     .toString()
+                     .contains(QStringLiteral("Plug-In")))
+        << "a screen reader has read the cell's text already";
+}
+
 class TreeWithoutRows : public TreeColumns
 {
   protected:
@@ -184,62 +303,6 @@ TEST_F(TreeWithoutRows, SaysWhyThereAreNone)
     view.clearFocus();
     EXPECT_EQ(view.viewport()->grab().toImage().pixel(5, 5), blank.pixel(5, 5));
 }
-
-/// These tests run in each skin and scheme.
-class TreeFocus : public TreeFixture,
-                  public testing::WithParamInterface<std::tuple<skins::Skin, skins::Scheme>>
-{
-  protected:
-    TreeFocus()
-    {
-        skins::SetSkin(std::get<0>(GetParam()));
-        skins::SetScheme(std::get<1>(GetParam()));
-        MakeColumns();
-        tree->SetSupportUserSelectableCells(true);
-    }
-    /// The number of the list's pixels that people see change when the list gets the focus.
-    int SeenOfTheFocus()
-    {
-        before.setFocus();
-        const QImage without = view.grab().toImage();
-        view.setFocus();
-        EXPECT_TRUE(view.hasFocus());
-        const QImage with = view.grab().toImage();
-        int count = 0;
-        for (int y = 0; y < with.height(); ++y)
-            for (int x = 0; x < with.width(); ++x)
-                count += skins::ContrastRatio(ColorAt(with, x, y), ColorAt(without, x, y)) >= 2;
-        return count;
-    }
-    static pixmill::Color ColorAt(const QImage& image, int x, int y)
-    {
-        const QColor color = image.pixelColor(x, y);
-        return {static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
-                static_cast<std::uint8_t>(color.blue()), 255};
-    }
-};
-
-TEST_P(TreeFocus, IsSeenWithoutRowsWithoutSelectionInARowAndInACell)
-{
-    Show();
-    EXPECT_GE(SeenOfTheFocus(), 400) << "no rows";
-    Fill(50);
-    EXPECT_GE(SeenOfTheFocus(), 400) << "no selection";
-    tree->SelectRow(tree->GetRowAt(2).get(), true);
-    EXPECT_GE(SeenOfTheFocus(), 400) << "a row";
-    const QImage row = view.grab().toImage();
-    tree->SelectCell(tree->GetRowAt(2).get(), 1);
-    EXPECT_GE(SeenOfTheFocus(), 200) << "a cell";
-    EXPECT_NE(view.grab().toImage(), row);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, TreeFocus,
-                         testing::Combine(testing::ValuesIn(skins::AllSkins()),
-                                          testing::Values(skins::Scheme::Light, skins::Scheme::Dark)),
-                         [](const auto& given) {
-                             return NameOf(std::get<0>(given.param)) +
-                                    (std::get<1>(given.param) == skins::Scheme::Dark ? "Dark" : "Light");
-                         });
 
 } // namespace
 } // namespace zetui::controls

@@ -40,7 +40,11 @@ TEST_F(UI_MultiColumnTreeControlsTest, MovesWithTabThroughTheControlsOfTheSelect
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), &view);
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), view.horizontalHeader()) << "the titles come before the rows";
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), &before);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), view.horizontalHeader());
     Press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), &view);
     Press(Qt::Key_Tab);
@@ -50,6 +54,22 @@ TEST_F(UI_MultiColumnTreeControlsTest, MovesWithTabThroughTheControlsOfTheSelect
     EXPECT_EQ(QApplication::focusWidget(), CheckboxAt(2));
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), &view);
+}
+
+TEST_F(UI_MultiColumnTreeControlsTest, SelectsTheRowWhoseControlGetsTheKeyboardInAnyWay)
+{
+    Fill(30);
+    Show();
+    QWidget* const button = ButtonAt(4);
+    button->setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(SelectedNames(), (Names{L"Plug-In 4"}));
+    EXPECT_EQ(QApplication::focusWidget(), button) << "it keeps the keyboard";
+    CheckboxAt(2)->setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(SelectedNames(), (Names{L"Plug-In 2"}));
+    tree->SetSupportMultipleSelections(true);
+    tree->SelectRow(tree->GetRowAt(5).get(), true);
+    CheckboxAt(5)->setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(SelectedNames().size(), 2U) << "it is among the selected ones";
 }
 
 TEST_F(UI_MultiColumnTreeControlsTest, LeavesWithTabWhenNoRowIsSelected)

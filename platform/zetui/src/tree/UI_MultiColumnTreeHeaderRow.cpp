@@ -78,6 +78,21 @@ void UI_MultiColumnTreeHeaderRow::SetLastColumnTakesFreeWidth(bool takes)
         TreeAccess::StateOf(*tree).view->Last().SetTakesFreeWidth(takes);
 }
 
+void UI_MultiColumnTreeHeaderRow::FitColumn(unsigned id, float width)
+{
+    const int column = tree ? TreeAccess::StateOf(*tree).model.ColumnOfId(id) : -1;
+    if (column >= 0 && TreeAccess::StateOf(*tree).view)
+        TreeAccess::StateOf(*tree).view->Last().FitWidth(
+            column, std::max(0, static_cast<int>(std::lround(width))), TreeView::OtherPadding());
+}
+
+void UI_MultiColumnTreeHeaderRow::SetColumnGivesWay(unsigned id, float least)
+{
+    if (tree && TreeAccess::StateOf(*tree).view)
+        TreeAccess::StateOf(*tree).view->Last().SetGivesWay(TreeAccess::StateOf(*tree).model.ColumnOfId(id),
+                                                            static_cast<int>(std::lround(least)));
+}
+
 void UI_MultiColumnTreeHeaderRow::SetColumnKeepsPlace(unsigned id, bool keeps)
 {
     const int column = tree ? TreeAccess::StateOf(*tree).model.ColumnOfId(id) : -1;
@@ -93,6 +108,29 @@ void UI_MultiColumnTreeHeaderRow::MoveColumn(unsigned id, int position)
     const int from = state.PositionOfColumn(state.model.ColumnOfId(id));
     if (from >= 0 && position >= 0 && position < state.model.columnCount())
         state.view->horizontalHeader()->moveSection(from, position);
+}
+
+std::vector<unsigned> UI_MultiColumnTreeHeaderRow::GetColumnOrder() const
+{
+    std::vector<unsigned> order;
+    for (int position = 0; position < GetColumnCount(); ++position)
+        order.push_back(GetColumnAt(position));
+    return order;
+}
+
+bool UI_MultiColumnTreeHeaderRow::SetColumnOrder(const std::vector<unsigned>& ids)
+{
+    const std::vector<unsigned> order = GetColumnOrder();
+    if (!std::is_permutation(ids.begin(), ids.end(), order.begin(), order.end()))
+        return false;
+    for (std::size_t position = 0; position < ids.size(); ++position) {
+        const TreeModel& model = TreeAccess::StateOf(*tree).model;
+        if (ids[position] != order[position] && model.KeepsPlace(model.ColumnOfId(order[position])))
+            return false;
+    }
+    for (std::size_t position = 0; position < ids.size(); ++position)
+        MoveColumn(ids[position], static_cast<int>(position));
+    return true;
 }
 
 void UI_MultiColumnTreeHeaderRow::SetSortColumn(unsigned id)

@@ -290,5 +290,24 @@ TEST_F(UI_MultiColumnTreeSelectionTest, LeavesTheKeysOfItsWindowToIt)
     EXPECT_FALSE(find.isAccepted());
 }
 
+TEST_F(UI_MultiColumnTreeSelectionTest, ASelectedRowInSightStaysInSightWhenTheListGetsLower)
+{
+    Fill(50);
+    Show();
+    const auto inSight = [this](int place) {
+        const int top = view.rowViewportPosition(place);
+        return top >= 0 && top + rowHeight <= view.viewport()->height();
+    };
+    const int last = view.rowAt(view.viewport()->height() - rowHeight);
+    ClickCell(last, 1);
+    ASSERT_TRUE(inSight(last));
+    view.resize(400, 120);
+    EXPECT_TRUE(inSight(last));
+    view.verticalScrollBar()->setValue(0);
+    ASSERT_FALSE(inSight(last));
+    view.resize(400, 110);
+    EXPECT_EQ(view.verticalScrollBar()->value(), 0) << "a row that the user has scrolled away stays away";
+}
+
 } // namespace
 } // namespace zetui::controls

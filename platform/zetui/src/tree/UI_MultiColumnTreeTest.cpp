@@ -25,13 +25,37 @@ class UI_MultiColumnTreeTest : public TreeFixture
     }
 };
 
-TEST_F(UI_MultiColumnTreeTest, ShowsRowsInFillOrderWhileNoColumnSorts)
+TEST_F(UI_MultiColumnTreeTest, ShowsRowsInFillOrderUntilItIsSorted)
 {
     Fill(Names{L"b", L"c", L"a"});
     EXPECT_EQ(ShownNames(), (Names{L"b", L"c", L"a"}));
-    tree->SortTree();
-    EXPECT_EQ(ShownNames(), (Names{L"b", L"c", L"a"}));
     EXPECT_EQ(sortDataCalls, 0);
+}
+
+TEST_F(UI_MultiColumnTreeTest, SortsByTheNamesWhileNobodyHasChosenAColumn)
+{
+    header->SetSortDirection(false);
+    tree->SortTree();
+    Fill(Names{L"b", L"c", L"a"});
+    EXPECT_EQ(ShownNames(), (Names{L"a", L"b", L"c"}));
+    EXPECT_EQ(header->GetSortColumn(), nameColumn);
+    EXPECT_TRUE(header->IsSortDirectionAscending());
+    EXPECT_EQ(view.horizontalHeader()->sortIndicatorSection(), 1) << "an arrow explains the order";
+    EXPECT_EQ(view.horizontalHeader()->sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+TEST_F(UI_MultiColumnTreeTest, AListWithoutTitlesStaysInFillOrder)
+{
+    const auto folders = utility::MakeIntrusive<UI_MultiColumnTree>(1U, 20.0F);
+    folders->SetCellTextFunction([this](RowPtr row, int) { return entries[row.get()].name; });
+    std::vector<RowPtr> rows;
+    for (const wchar_t* const name : {L"b", L"a"}) {
+        rows.push_back(folders->CreateAndAppendRow());
+        entries[rows.back().get()] = {name, L""};
+    }
+    folders->SortTree();
+    EXPECT_EQ(folders->GetRowAt(0), rows[0]);
+    EXPECT_EQ(folders->GetRowAt(1), rows[1]);
 }
 
 TEST_F(UI_MultiColumnTreeTest, SortsNewRowsWhenTheDeferredLayoutEnds)
@@ -95,7 +119,8 @@ TEST_F(UI_MultiColumnTreeTest, ShowsTheSortThatAProgramSetsAndSortsWhenItIsAsked
     header->SetSortColumn(77);
     EXPECT_EQ(header->GetSortColumn(), 0U);
     tree->SortTree();
-    EXPECT_EQ(ShownNames(), (Names{L"a", L"b"}));
+    EXPECT_EQ(ShownNames(), (Names{L"a", L"b"})) << "as if none had been chosen";
+    EXPECT_EQ(header->GetSortColumn(), nameColumn);
 }
 
 TEST_F(UI_MultiColumnTreeTest, ShowsTheRowsWhoseSortDataFailsInFillOrder)

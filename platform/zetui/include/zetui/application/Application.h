@@ -8,6 +8,11 @@
 /// The toolkit's application object and event loop. Main thread.
 namespace zetui::ui {
 
+/// Says how the program calls itself to taskbars, window managers and screen readers. Without it, that is the
+/// host's name (`zetcore::utility::GetClientName`). To be called before `InitializeWindows`; an application
+/// object of the host's own keeps its name. `desktopFile` is the name of the program's desktop file, without
+/// its ending, which tells desktops with Wayland the window's icon.
+ZETUI_API void SetProgramName(const std::wstring& name, const std::wstring& desktopFile = {});
 /// Makes the application object when the process has none, registers the toolkit's event loop as the main
 /// thread's (`zetcore::threads`) when none is registered, and installs the presentation with windows. False
 /// where there is no display to open windows on; the terminal presentation stays then. A host keeps an

@@ -28,7 +28,9 @@ using DialogFlags = unsigned;
 ZETUI_API std::string ResourceOfArchive(std::string archiveName);
 
 /// A window whose controls come from a layout archive. A modal dialog disables the parent while it is open.
-/// Return presses the OK button, Escape the cancel button (or closes with the cancel response). Main thread.
+/// Return presses the button that has the focus; elsewhere, where the control has no use for it, it presses
+/// the OK button. Escape presses the cancel button (or closes with the cancel response). Neither acts again
+/// while it is kept down. Main thread.
 class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEventFilter
 {
   public:
@@ -54,7 +56,8 @@ class ZETUI_API UI_ArchivedDialog : public dialogs::UI_Dialog, public KeyboardEv
     void SetCancelButton(const utility::IntrusivePtr<controls::UI_TextButton>& button);
     void SetMinimumSize(float width, float height);
     /// The position and size of the window's content on the screen. With `keepOnScreen`, a window that would
-    /// be out of sight is moved back.
+    /// be out of sight is moved back. With a `ControlStore`, which remembers that a window was maximised, a
+    /// maximised window tells the place that it has when it is not.
     void UI_SetGlobalStructureRect(const RectI& rect, bool keepOnScreen);
     RectI UI_GetGlobalStructureRect() const;
     /// This node gets the focus when the modal run starts. Unless it is set, the first node of the Tab order

@@ -21,7 +21,7 @@ class ZETUI_API UI_TextEdit : public UI_ControlView
     ~UI_TextEdit() override;
 };
 
-/// A field with a button that empties it.
+/// A field with a button that empties it. Escape empties it, too.
 class ZETUI_API UI_ClearButtonTextEdit : public UI_TextEdit
 {
   public:

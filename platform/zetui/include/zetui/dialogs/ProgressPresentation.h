@@ -28,9 +28,13 @@ class ZETUI_API ProgressPresentation
     /// Called when all is done: the bar is full when `Hide` takes it away. The base does nothing.
     virtual void Finish();
     virtual void Hide() = 0;
-    /// Deals with pending input and repaints. With `wait`, it sleeps for a moment when there is nothing to
-    /// do. True when the user asked to cancel since the last call.
+    /// Deals with pending input and repaints. With `wait`, it may sleep for a moment when there is nothing to
+    /// do. True when the user asked to cancel since the last call. The dialog runs the main thread's queue
+    /// and waits for it: a presentation has to do neither.
     virtual bool ProcessEvents(bool wait) = 0;
+    /// True for a presentation whose `ProcessEvents` runs the main thread's queue and waits, because it has
+    /// an event loop of its own to wait in. The dialog then leaves both to it. The base says no.
+    virtual bool RunsTheQueue() const;
 };
 
 enum class AlertKind
@@ -62,6 +66,8 @@ class ZETUI_API Presentation
     /// The button that was pressed. The base shows the message as an alert and takes the default button,
     /// because nobody can be asked.
     virtual int Ask(const Question& question, ui::WindowVariant parent);
+    /// Shows a text of any length, which the user can select and copy. The base shows it as a note.
+    virtual void ShowText(const std::string& title, const std::string& text, ui::WindowVariant parent);
     /// The folder that the user chose; empty when the user chose none, as in the base.
     virtual std::wstring ChooseFolder(const std::wstring& title, ui::WindowVariant parent);
 };

@@ -13,7 +13,7 @@ namespace zetui::dialogs {
 
 /// Progress and alerts in a terminal: one line that redraws itself (bar, count, percentage, what is being
 /// done), or, where the stream is no terminal, a plain line for each step. Ctrl-C is the cancel button while
-/// a progress dialog is open. Main thread.
+/// a progress dialog is open, and so is SIGTERM. Main thread.
 class ZETUI_API TerminalPresentation : public Presentation
 {
   public:

@@ -36,4 +36,7 @@ ZETUI_API void ShowNote(const pixmill::SupplierInterface* supplier, const std::w
 ZETUI_API void ShowCaution(const pixmill::SupplierInterface* supplier, const std::wstring& title,
                            const std::wstring& message, ui::WindowVariant parent);
 
+/// A text of any length in a window of its own, in which the user can select and copy it.
+ZETUI_API void ShowText(const std::wstring& title, const std::wstring& text, ui::WindowVariant parent);
+
 } // namespace zetui::dialogs::messagebox

@@ -49,6 +49,8 @@ class ZETUI_API UI_Node : public utility::RefCountedObjectWithWeakPtr
     std::wstring UI_GetTooltip() const;
     /// Screen readers say this name. Unless it is set, they say the control's own text.
     void UI_SetAccessibleName(const std::wstring& name);
+    /// Screen readers say it after the name. Without it they say the tooltip.
+    void UI_SetAccessibleDescription(const std::wstring& description);
 
     /// Null for a root and for a node that is in no window.
     UI_SubView* UI_GetParentNode() const noexcept;

@@ -24,7 +24,7 @@ struct Font
 /// How a text that is too long is shortened, by the number that callers pass through.
 enum class TextTruncation : int
 {
-    None = 0,
+    Never = 0,
     Beginning = 1,
     End = 2,
     Middle = 3,

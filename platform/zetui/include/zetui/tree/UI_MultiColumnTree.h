@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <zetui/Export.h>
+#include <zetui/controls/UI_ContextMenu.h>
 #include <zetui/controls/UI_ControlView.h>
 #include <zetui/pixmill/Pixmill.h>
 #include <zetui/tree/UI_MultiColumnTreeHeaderRow.h>
@@ -18,14 +19,29 @@ namespace zetui::controls {
 /// Flags of `UI_MultiColumnTree::Init`; none are needed.
 using TreeFlags = unsigned;
 
+/// The control that the row-visibility callback puts into a cell.
+struct CellControl
+{
+    enum class Kind
+    {
+        Empty,
+        Checkbox,
+        Button
+    };
+    Kind kind = Kind::Empty;
+    bool enabled = false;
+    bool checked = false;
+};
+
 /// A list of rows with columns, drawn by callbacks, with controls in its cells. The row-visibility callback
 /// makes the controls for visible rows only, so that their cost does not grow with the number of rows. Rows
 /// that are appended without a deferred-layout guard are shown when control is back in the event loop, or
 /// when somebody asks for their place. The modal run that is going on throws the exceptions of callbacks
 /// again. Main thread. Arrows, Page Up and Down, Home and End select rows; Left and Right select cells, where
 /// cells may be selected. Typed letters lead to the next row whose text in the second (or only) column begins
-/// with them. Tab moves through the controls in the selected row and then leaves the list. Space toggles the
-/// checkbox in the row's first cell.
+/// with them. Tab moves through the controls in the selected row and then leaves the list. Space presses the
+/// first control of the row that has the focus frame and selects the row; a control that is disabled is
+/// passed over.
 class ZETUI_API UI_MultiColumnTree : public UI_ControlView
 {
   public:
@@ -34,6 +50,7 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     using DrawCellOfRowCallback = std::function<void(pixmill::Pixmill*, RowPtr, int cellIndex, RectF)>;
     using RowCallback = std::function<void(RowPtr)>;
     using CellSortDataFunction = std::function<std::wstring(RowPtr, int cellIndex)>;
+    using CellControlFunction = std::function<CellControl(RowPtr, int cellIndex)>;
 
     UI_MultiColumnTree(unsigned columns, float rowHeight);
 
@@ -49,7 +66,7 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetSupportDeselectAllOnEmptyTreeClick(bool support);
     void SetSupportMultipleSelections(bool support);
     void SetWantsKeyboardFocus(bool wants) override;
-    /// Space selects the current row where it does not toggle the first cell's checkbox.
+    /// Space selects the current row where it has no control to press.
     void SetSupportNonArrowKeysToSelectRow(bool support);
     void SetSupportUserSelectableRows(bool support);
     void SetSupportUserSelectableCells(bool support);
@@ -74,6 +91,29 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     void SetCellTextFunction(CellSortDataFunction function);
     /// The tooltip of a cell. An empty text shows no tooltip.
     void SetCellTooltipFunction(CellSortDataFunction function);
+    /// The whole text of a cell that is so wide and shows only a part of it; empty when it shows all. It
+    /// comes into the tooltip before the cell's own.
+    void SetCutTextFunction(std::function<std::wstring(RowPtr, int cellIndex, float cellWidth)> function);
+
+    /// The foot of the list, which takes its room from the list's own. It says more about the row that is
+    /// selected, or the first of several: the text may have several lines, and the user can select, copy and
+    /// scroll it. `name` is the text's name for screen readers, and `prompt` stands there while there is no
+    /// text. A null function takes the text away. The function is asked when the selection has changed and
+    /// when rows have been filled in.
+    void SetRowDetailsFunction(std::function<std::wstring(RowPtr)> function, const std::wstring& name = {},
+                               const std::wstring& prompt = {});
+    /// A notice about the list, at its foot, with a button that calls `pressed`. An empty text takes it away.
+    void SetNotice(const std::wstring& text, const std::wstring& command = {},
+                   std::function<void()> pressed = {});
+
+    /// Tells of the controls of rows that are out of sight. They do not exist, but a screen reader finds them
+    /// in their cells all the same, and works them.
+    void SetCellControlFunction(CellControlFunction function);
+    /// Gives the context menu of a row, which the right mouse button opens at the pointer, and the Menu key
+    /// and Shift+F10 at the row with the focus frame. The row is selected then.
+    void SetRowMenuFunction(std::function<UI_ContextMenu(RowPtr)> function);
+    /// Called for the Delete key while rows are selected.
+    void SetDeleteCallback(std::function<void()> callback);
 
     /// While the list has no rows, this text says in its middle why. It is no row.
     void SetEmptyText(const std::wstring& text);
@@ -84,7 +124,8 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     /// the row's place is found by the next `SortTree` or at the end of the deferred layout.
     void AppendRow(const RowPtr& row, UI_MultiColumnTreeRow* parent, bool sortLater);
     RowPtr CreateAndAppendRow();
-    /// Sorts by the header's sort column. Without a sort column, rows stand in fill order.
+    /// Sorts by the header's sort column. A header that has none yet sorts by the column that names the rows,
+    /// ascending, from now on. Without a header, rows stand in fill order.
     void SortTree();
     /// Says that the sort data of some row has changed. Until somebody says so, or sorts, or sets another
     /// column, direction or function, rows that have been sorted keep their order when they are removed and
@@ -93,6 +134,8 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     int GetRowCount() const;
     /// The row at this place, counted from the top as shown.
     RowPtr GetRowAt(int place) const;
+    /// The place of a row as shown; -1 for a row that is not in the list.
+    int GetPlaceOfRow(const UI_MultiColumnTreeRow* row) const;
     bool IsRowVisible(const UI_MultiColumnTreeRow* row) const;
     void ScrollToTop(bool redraw);
     void ScrollToRow(const UI_MultiColumnTreeRow* row);
@@ -104,6 +147,10 @@ class ZETUI_API UI_MultiColumnTree : public UI_ControlView
     /// The position of the selected cell in the selected row, -1 when none is selected.
     int GetSelectedCellOfSelectedRow() const;
     void SelectCell(const UI_MultiColumnTreeRow* row, int position);
+
+    /// Gives the list the keyboard focus, with the selected row in sight. Where no row is selected, the first
+    /// one in sight is. Without rows it does nothing, and the answer is false.
+    bool EnterRows();
 
     bool UI_DoKeyboardEvent(ui::UI_Node* target, const ui::KeyboardEvent& event) override;
 
