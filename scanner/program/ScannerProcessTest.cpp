@@ -116,6 +116,8 @@ TEST_F(ScannerProcess, EndsAtOnceWhenTheConnectionClosesWhileAPluginHangs)
 
 TEST_F(ScannerProcess, GivesUpAHostThatSendsAndSendsWhileAPluginHangs)
 {
+    // A slow machine may need more than a minute for all that is sent.
+    WriteDebugDatabase("zetaudiofilterscan.EntityTimeoutSeconds = 5000\n");
     ScannerClient client(prefs);
     client.StartScan({Plugin("bad/loops_forever")});
     ASSERT_TRUE(client.GetScanInfo().continues);
@@ -298,7 +300,9 @@ TEST_F(ScannerProcess, LeavesDamagedListsOfTheHostWhereTheyAre)
     EXPECT_EQ(zettesting::ReadAll(client.SettingsPath()), "<damaged");
     EXPECT_FALSE(std::filesystem::exists(client.BannedPath().string() + ".damaged"));
     for (const auto& entry : std::filesystem::directory_iterator(folder / "runtime"))
-        EXPECT_FALSE(entry.is_directory()) << entry.path();
+        EXPECT_TRUE(!entry.is_directory() ||
+                    entry.path().filename().string().starts_with("zetaudiofilterscan-home-"))
+            << entry.path();
 }
 
 TEST_F(ScannerProcess, RequestsThatComeAllAtOnceAreAnsweredInOrder)

@@ -17,13 +17,19 @@ bool ReadNumber(std::string_view text, std::uint64_t& number)
 
 std::vector<std::string> WorkerArguments::ToArguments() const
 {
-    return {option, std::to_string(channel), std::to_string(page), std::to_string(parentProcess)};
+    std::vector<std::string> arguments{option, std::to_string(channel), std::to_string(page),
+                                       std::to_string(parentProcess)};
+    if (makesCopies)
+        arguments.push_back(copiesOption);
+    return arguments;
 }
 
 std::optional<WorkerArguments> WorkerArguments::Read(const std::vector<std::string_view>& arguments)
 {
     WorkerArguments result;
-    if (arguments.size() != 4 || arguments[0] != option || !ReadNumber(arguments[1], result.channel) ||
+    result.makesCopies = arguments.size() == 5 && arguments[4] == copiesOption;
+    const std::size_t count = result.makesCopies ? 5 : 4;
+    if (arguments.size() != count || arguments[0] != option || !ReadNumber(arguments[1], result.channel) ||
         !ReadNumber(arguments[2], result.page) || !ReadNumber(arguments[3], result.parentProcess))
         return std::nullopt;
     return result;

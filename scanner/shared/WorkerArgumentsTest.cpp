@@ -18,6 +18,17 @@ TEST(WorkerArguments, ComeBackFromTheCommandLine)
     EXPECT_EQ(read->channel, 3U);
     EXPECT_EQ(read->page, 18446744073709551615U);
     EXPECT_EQ(read->parentProcess, 4711U);
+    EXPECT_FALSE(read->makesCopies);
+}
+
+TEST(WorkerArguments, SayThatTheProcessMakesCopies)
+{
+    const auto read = Read(WorkerArguments{3, 4, 4711, true}.ToArguments());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->channel, 3U);
+    EXPECT_EQ(read->page, 4U);
+    EXPECT_EQ(read->parentProcess, 4711U);
+    EXPECT_TRUE(read->makesCopies);
 }
 
 TEST(WorkerArguments, AnythingElseIsNoWorker)
@@ -27,6 +38,8 @@ TEST(WorkerArguments, AnythingElseIsNoWorker)
                                                        {"--worker"},
                                                        {"--worker", "3", "4"},
                                                        {"--worker", "3", "4", "5", "6"},
+                                                       {"--worker", "3", "4", "--copies"},
+                                                       {"--worker", "3", "4", "5", "--copies", "6"},
                                                        {"--worker", "3", "4", "-1"},
                                                        {"--worker", "3", "", "5"},
                                                        {"--worker", "3x", "4", "5"},

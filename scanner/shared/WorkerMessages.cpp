@@ -11,6 +11,7 @@ namespace zetaudiofilterscan {
 using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
+using zetaudiopluginhost::PluginFailure;
 using zetaudiopluginhost::ScanPhase;
 
 namespace {
@@ -70,6 +71,26 @@ std::shared_ptr<PluginModuleInfo> ReadRecord(MessageReader& reader)
     return info;
 }
 
+/// Writes what a worker can say of itself. The supervisor adds the rest.
+void Write(MessageWriter& writer, const PluginFailure& failure)
+{
+    writer.Choice(failure.kind);
+    writer.Choice(failure.phase);
+    writer.Size(failure.details.size());
+    for (const std::string& detail : failure.details)
+        writer.Text(detail);
+}
+
+PluginFailure ReadFailure(MessageReader& reader)
+{
+    PluginFailure failure;
+    failure.kind = reader.Choice("kind of failure", PluginFailure::lastKind);
+    failure.phase = reader.Choice("phase", ScanPhase::Unload);
+    for (std::uint32_t left = reader.Size("number of details"); left > 0; --left)
+        failure.details.push_back(reader.Text("detail"));
+    return failure;
+}
+
 std::string Encode(const WorkerSettings& settings)
 {
     MessageWriter writer = Begin(Tag::Settings);
@@ -78,6 +99,10 @@ std::string Encode(const WorkerSettings& settings)
     writer.Flag(settings.options.disableShellSkipping);
     writer.Flag(settings.options.quickEffectScan);
     writer.Flag(settings.refuseNetwork);
+    writer.Flag(settings.refuseWriting);
+    writer.Size(settings.writable.size());
+    for (const std::wstring& path : settings.writable)
+        writer.Wide(path);
     writer.Flag(settings.hideDisplay);
     return writer.Take();
 }
@@ -87,6 +112,7 @@ std::string Encode(const EntityRequest& request)
     MessageWriter writer = Begin(Tag::Entity);
     writer.Integer(request.number);
     writer.Locator(request.locator);
+    writer.Flag(request.onOneProcessor);
     return writer.Take();
 }
 
@@ -110,8 +136,7 @@ std::string Encode(const EntityAnswer& answer)
     writer.Integer(answer.number);
     writer.Flag(answer.outcome.misbehaved);
     writer.Flag(answer.outcome.couldNotLoad);
-    writer.Choice(answer.outcome.phase);
-    writer.Text(answer.outcome.reason);
+    Write(writer, answer.outcome.failure);
     writer.Size(answer.outcome.infos.size());
     for (const auto& info : answer.outcome.infos)
         Write(writer, *info);
@@ -135,6 +160,9 @@ WorkerSettings ReadSettings(MessageReader& reader)
     settings.options.disableShellSkipping = reader.Flag("disable shell skipping");
     settings.options.quickEffectScan = reader.Flag("quick effect scan");
     settings.refuseNetwork = reader.Flag("refuse network");
+    settings.refuseWriting = reader.Flag("refuse writing");
+    for (std::uint32_t left = reader.Size("number of writable folders"); left > 0; --left)
+        settings.writable.push_back(reader.Wide("writable folder"));
     settings.hideDisplay = reader.Flag("hide display");
     return settings;
 }
@@ -154,6 +182,7 @@ EntityRequest ReadRequest(MessageReader& reader)
     if (request.number == 0)
         MessageReader::Wrong("entity number");
     request.locator = reader.Locator("locator");
+    request.onOneProcessor = reader.Flag("on one processor");
     return request;
 }
 
@@ -164,8 +193,7 @@ EntityAnswer ReadAnswer(MessageReader& reader)
     answer.outcome.misbehaved = reader.Flag("misbehaved");
     // The flag means something only for a plug-in that misbehaved.
     answer.outcome.couldNotLoad = reader.Flag("could not load") && answer.outcome.misbehaved;
-    answer.outcome.phase = reader.Choice("phase", ScanPhase::Unload);
-    answer.outcome.reason = reader.Text("reason");
+    answer.outcome.failure = ReadFailure(reader);
     for (std::uint32_t left = reader.Size("number of records"); left > 0; --left)
         answer.outcome.infos.push_back(ReadRecord(reader));
     return answer;
@@ -237,7 +265,7 @@ WorkerReport DecodeReport(std::string_view message)
 ScanPhase PhaseFromNumber(std::uint32_t number) noexcept
 {
     return number <= static_cast<std::uint32_t>(ScanPhase::Unload) ? static_cast<ScanPhase>(number)
-                                                                   : ScanPhase::None;
+                                                                   : ScanPhase::Unknown;
 }
 
 } // namespace zetaudiofilterscan

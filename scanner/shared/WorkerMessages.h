@@ -22,6 +22,10 @@ struct WorkerSettings
     zetaudiopluginhost::ScanOptions options;
     /// Plug-ins get no network. Once it was refused, the worker cannot have it back.
     bool refuseNetwork = true;
+    /// Plug-ins can write to their own home (`PluginHome`) and to these files and folders only. Once it was
+    /// refused, the worker cannot have it back, and later exceptions have no effect.
+    bool refuseWriting = true;
+    std::vector<std::wstring> writable;
     /// Plug-ins find no display, also where the host has one.
     bool hideDisplay = false;
 };
@@ -32,6 +36,8 @@ struct EntityRequest
     /// Comes back in the answer and stands in the worker's page while the entity is scanned. Not 0.
     std::uint32_t number = 0;
     zetaudiofilterhost::PluginLocator locator;
+    /// The plug-in and the threads that it starts share one processor.
+    bool onOneProcessor = false;
 };
 
 /// The answer to `KnownModulesQuestion`: the modules that may be why a shell is skipped.
@@ -70,7 +76,7 @@ std::string EncodeReport(const WorkerReport& report);
 WorkerCommand DecodeCommand(std::string_view message);
 WorkerReport DecodeReport(std::string_view message);
 
-/// The phase with this number; `None` for a number that is no phase.
+/// The phase with this number; `Unknown` for a number that is no phase.
 zetaudiopluginhost::ScanPhase PhaseFromNumber(std::uint32_t number) noexcept;
 
 } // namespace zetaudiofilterscan

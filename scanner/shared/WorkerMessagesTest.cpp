@@ -12,6 +12,7 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 using zetaudiofilterhost::TechnologyType;
+using zetaudiopluginhost::PluginFailure;
 using zetaudiopluginhost::ScanOutcome;
 using zetaudiopluginhost::ScanPhase;
 
@@ -39,8 +40,9 @@ EntityAnswer SomeAnswer()
     ScanOutcome outcome;
     outcome.misbehaved = true;
     outcome.couldNotLoad = true;
-    outcome.phase = ScanPhase::Unload;
-    outcome.reason = "it said \"no\"\n";
+    outcome.failure = {.kind = PluginFailure::lastKind,
+                       .phase = ScanPhase::Unload,
+                       .details = {"it said \"no\"\n", "", "2"}};
     outcome.infos = {SomeRecord(), std::make_shared<PluginModuleInfo>(
                                        PluginLocator(TechnologyType::VST, oddLocator.GetPath()))};
     return {7, outcome};
@@ -53,6 +55,8 @@ TEST(WorkerMessages, SettingsComeBackAsTheyWere)
     settings.traceVolume = -3;
     settings.options = {true, false};
     settings.refuseNetwork = false;
+    settings.refuseWriting = false;
+    settings.writable = {L"/one", L"/odd \xDCFF"};
     settings.hideDisplay = true;
 
     const auto decoded = std::get<WorkerSettings>(DecodeCommand(EncodeCommand(settings)));
@@ -61,14 +65,20 @@ TEST(WorkerMessages, SettingsComeBackAsTheyWere)
     EXPECT_TRUE(decoded.options.disableShellSkipping);
     EXPECT_FALSE(decoded.options.quickEffectScan);
     EXPECT_FALSE(decoded.refuseNetwork);
+    EXPECT_FALSE(decoded.refuseWriting);
+    EXPECT_EQ(decoded.writable, settings.writable);
     EXPECT_TRUE(decoded.hideDisplay);
 }
 
 TEST(WorkerMessages, ARequestComesBackAsItWas)
 {
-    const auto decoded = std::get<EntityRequest>(DecodeCommand(EncodeCommand(EntityRequest{42, oddLocator})));
-    EXPECT_EQ(decoded.number, 42U);
-    EXPECT_EQ(decoded.locator, oddLocator);
+    for (const bool onOneProcessor : {false, true}) {
+        const EntityRequest request{42, oddLocator, onOneProcessor};
+        const auto decoded = std::get<EntityRequest>(DecodeCommand(EncodeCommand(request)));
+        EXPECT_EQ(decoded.number, 42U);
+        EXPECT_EQ(decoded.locator, oddLocator);
+        EXPECT_EQ(decoded.onOneProcessor, onOneProcessor);
+    }
 }
 
 TEST(WorkerMessages, ALocatorComesBackWithEveryUnit)
@@ -84,7 +94,7 @@ TEST(WorkerMessages, ALocatorComesBackWithEveryUnit)
 TEST(WorkerMessages, ALocatorWithoutPathOrTechnologyIsRefused)
 {
     for (const PluginLocator& locator : {PluginLocator(), PluginLocator(TechnologyType::VST, L""),
-                                         PluginLocator(TechnologyType::None, L"/a")})
+                                         PluginLocator(TechnologyType::Unknown, L"/a")})
         EXPECT_THROW(DecodeCommand(EncodeCommand(EntityRequest{1, locator})), std::runtime_error);
 }
 
@@ -102,8 +112,7 @@ TEST(WorkerMessages, AnAnswerComesBackAsItWas)
     EXPECT_EQ(decoded.number, 7U);
     EXPECT_TRUE(decoded.outcome.misbehaved);
     EXPECT_TRUE(decoded.outcome.couldNotLoad);
-    EXPECT_EQ(decoded.outcome.phase, ScanPhase::Unload);
-    EXPECT_EQ(decoded.outcome.reason, SomeAnswer().outcome.reason);
+    EXPECT_EQ(decoded.outcome.failure, SomeAnswer().outcome.failure);
     ASSERT_EQ(decoded.outcome.infos.size(), 2U);
     EXPECT_EQ(decoded.outcome.infos[1]->GetLocator(), SomeAnswer().outcome.infos[1]->GetLocator());
     EXPECT_EQ(decoded.outcome.infos[1]->GetStatus(), ModuleStatus::Working);
@@ -168,7 +177,7 @@ TEST(WorkerMessages, ALengthBeyondTheMessageIsRefused)
 TEST(WorkerMessages, AFlagOrPhaseThatDoesNotExistIsRefusedByName)
 {
     const auto refusal = [](std::string message, std::size_t place) -> std::string {
-        message[place] = '\x09';
+        message[place] = '\x7F';
         try {
             DecodeReport(message);
         } catch (const std::runtime_error& error) {
@@ -180,7 +189,8 @@ TEST(WorkerMessages, AFlagOrPhaseThatDoesNotExistIsRefusedByName)
     EXPECT_EQ(refusal(message, 0), "wrong value: kind");
     EXPECT_EQ(refusal(message, 5), "wrong value: misbehaved");
     EXPECT_EQ(refusal(message, 6), "wrong value: could not load");
-    EXPECT_EQ(refusal(message, 7), "wrong value: phase");
+    EXPECT_EQ(refusal(message, 7), "wrong value: kind of failure");
+    EXPECT_EQ(refusal(message, 8), "wrong value: phase");
 }
 
 TEST(WorkerMessages, WhatGoesToAWorkerIsNoReportAndTheOtherWayRound)
@@ -192,8 +202,8 @@ TEST(WorkerMessages, WhatGoesToAWorkerIsNoReportAndTheOtherWayRound)
 TEST(WorkerMessages, ANumberThatIsNoPhaseIsNone)
 {
     EXPECT_EQ(PhaseFromNumber(static_cast<std::uint32_t>(ScanPhase::Unload)), ScanPhase::Unload);
-    EXPECT_EQ(PhaseFromNumber(static_cast<std::uint32_t>(ScanPhase::Unload) + 1), ScanPhase::None);
-    EXPECT_EQ(PhaseFromNumber(0xFFFFFFFF), ScanPhase::None);
+    EXPECT_EQ(PhaseFromNumber(static_cast<std::uint32_t>(ScanPhase::Unload) + 1), ScanPhase::Unknown);
+    EXPECT_EQ(PhaseFromNumber(0xFFFFFFFF), ScanPhase::Unknown);
 }
 
 } // namespace

@@ -19,11 +19,14 @@
 
 #include "ExitCodes.h"
 #include "supervisor/conversation/Connection.h"
+#include "supervisor/conversation/PluginFiles.h"
 #include "supervisor/conversation/ScanConversation.h"
+#include "supervisor/lookahead/AheadScanner.h"
+#include "supervisor/lookahead/CulpritMemory.h"
 #include "supervisor/process/HostProcess.h"
 #include "supervisor/process/Interrupt.h"
+#include "supervisor/process/ProcessIdentity.h"
 #include "supervisor/process/SupervisorProcess.h"
-#include "supervisor/verdicts/EntityScanner.h"
 #include "supervisor/verdicts/PluginFailed.h"
 
 namespace zetaudiofilterscan {
@@ -49,8 +52,7 @@ class Supervisor
 {
   public:
     explicit Supervisor(std::uint64_t host)
-        : hostProcess(host), connection(interrupt, host),
-          entities(interrupt, [this] { return connection.IsClosed(); }), conversation(entities)
+        : hostProcess(host), connection(interrupt, host), conversation(scanner, host)
     {}
 
     [[noreturn]] void Run(std::uint32_t* block)
@@ -59,20 +61,25 @@ class Supervisor
         FaultPoint("supervisor.listening");
         std::atomic_ref<std::uint32_t>(block[zetscanprotocol::portWord]).store(port);
         FaultPoint("supervisor.port-told");
-        // The worker starts while the host connects.
-        entities.StartAhead();
+        // A worker starts while the host connects, unless this scanner is there for what the last one has
+        // found out.
+        if (!CulpritMemory::IsThereFor(IdentifyHost(hostProcess)))
+            scanner.StartAhead();
         const auto limit = zetcore::debug::TimeFromDebugDatabase(connectTimeoutKey, defaultConnectTimeout);
         const auto deadline = Clock::now() + limit;
         for (;;) {
             interrupt.Reset();
-            if (connection.IsClosed())
+            if (connection.IsClosed()) {
+                FaultPoint("supervisor.closed");
+                conversation.Abandon();
                 End(exitConnectionClosed);
-            if (const std::optional<Request> request = connection.NextRequest())
-                Answer(*request);
-            else if (NobodyComes(deadline))
+            }
+            scanner.Work();
+            if (AnswersRequest())
+                continue;
+            if (NobodyComes(deadline))
                 End(exitNobodyConnected);
-            else
-                interrupt.WaitUntil(NextLook(deadline));
+            scanner.Wait(interrupt, NextLook(deadline));
         }
     }
 
@@ -92,40 +99,56 @@ class Supervisor
                                     : std::min(deadline, Clock::now() + lookForHost);
     }
 
-    void Answer(const Request& request)
+    /// False when there is nothing to answer, or nothing to answer it with yet.
+    bool AnswersRequest()
     {
+        const bool isNew = !request;
+        if (isNew)
+            request = connection.NextRequest();
+        if (!request)
+            return false;
         try {
-            const auto value = conversation.Handle(request.method, request.params);
+            if (isNew)
+                conversation.Take(request->method, request->params);
+            const auto value = conversation.Reply();
+            if (!value)
+                return false;
             FaultPoint("supervisor.answering");
-            request.responder->Succeed(value);
+            request->responder->Succeed(*value);
             FaultPoint("supervisor.answered");
-        } catch (const ConnectionClosed&) {
-            End(exitConnectionClosed);
         } catch (const PluginFailed& failure) {
             // The request stays unanswered: to the host, the scanner has died on this plug-in.
-            entities.KillWorkers();
+            scanner.KillWorkers();
             FaultPoint("supervisor.failed");
             conversation.RecordFailure(failure);
             FaultPoint("supervisor.failure-told");
             End(exitPluginFailed);
         } catch (const zetmarshal::RPCError& error) {
-            request.responder->Fail(error.Code(), error.what());
+            request->responder->Fail(error.Code(), error.what());
         } catch (const std::exception& error) {
-            request.responder->Fail(zetmarshal::RPCErrorCode::InternalError, error.what());
+            request->responder->Fail(zetmarshal::RPCErrorCode::InternalError, error.what());
         }
+        request.reset();
+        return true;
     }
 
     [[noreturn]] void End(int exitCode)
     {
-        entities.KillWorkers();
+        // The host may kill this process at any moment. While there are workers, their guards would then
+        // remove the files; what a worker makes meanwhile is removed after it.
+        RemovePluginFiles();
+        scanner.KillWorkers();
+        RemovePluginFiles();
         EndSupervisorProcess(exitCode);
     }
 
     const std::uint64_t hostProcess;
     Interrupt interrupt;
     Connection connection;
-    EntityScanner entities;
+    AheadScanner scanner;
     ScanConversation conversation;
+    /// Taken up and not answered yet.
+    std::optional<Request> request;
 };
 
 } // namespace

@@ -211,7 +211,9 @@ WholeScan ScanAll(const std::filesystem::path& prefs, const std::vector<PluginLo
         ++scan.scannersStarted;
         client.StartScan(pending);
         for (ScanInfo info = client.GetScanInfo(); info.continues; info = client.GetScanInfo()) {
-            scan.reported.push_back(info.locator);
+            // Without a locator the host waits for a plug-in, or reads results once more.
+            if (!info.locator.GetPath().empty())
+                scan.reported.push_back(info.locator);
             std::erase(pending, info.locator);
             if (client.ScanOneEntity().closed) {
                 const auto reason =

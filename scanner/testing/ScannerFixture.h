@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/process/OwnProcess.h>
+#include <zetscanprotocol/ScanRelay.h>
 #include <zettesting/ChildProcess.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
@@ -16,7 +18,15 @@ namespace zetaudiofilterscan {
 class ScannerFixture : public zettesting::HostFixture
 {
   protected:
-    ~ScannerFixture() override { EXPECT_THAT(LeftProcesses(), testing::IsEmpty()); }
+    /// With one worker plug-ins are scanned, and told, in the order of the list.
+    explicit ScannerFixture(int workersAtOnce = 1) : workers(workersAtOnce) { WriteDebugDatabase(""); }
+    ~ScannerFixture() override
+    {
+        EXPECT_THAT(LeftProcesses(), testing::IsEmpty());
+        // A host does so after its scan. On Windows a program's tests are one process, with one runtime
+        // folder.
+        zetscanprotocol::DeleteRelayOf(zetcore::process::OwnProcessNumber());
+    }
 
     /// The scanner's processes that still run after a while; the runtime folder is this test's alone.
     std::vector<std::string> LeftProcesses() const
@@ -32,9 +42,11 @@ class ScannerFixture : public zettesting::HostFixture
     {
         return LocatorOf(zettesting::TestPlugin(name));
     }
-    void WriteDebugDatabase(std::string_view text) const
+    /// Lines beside the number of workers.
+    void WriteDebugDatabase(const std::string& text) const
     {
-        zettesting::WriteAll(prefs / "DebugDatabase.txt", text);
+        zettesting::WriteAll(prefs / "DebugDatabase.txt",
+                             "zetaudiofilterscan.Workers = " + std::to_string(workers) + "\n" + text);
     }
     /// The logs of all scanners, with the plug-ins' output.
     std::string ScanLogs() const
@@ -45,6 +57,8 @@ class ScannerFixture : public zettesting::HostFixture
                 logs += zettesting::ReadAll(entry.path());
         return logs;
     }
+
+    const int workers;
 
   private:
     zettesting::NoDisplay noDisplay;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,9 +14,15 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 
 #include "ExitCodes.h"
+#include "FileGuard.h"
+#include "OneProcessor.h"
+#include "PluginHome.h"
+#include "RefusalNotes.h"
 #include "WorkerChannel.h"
+#include "WorkerCopies.h"
 #include "WorkerMessages.h"
 #include "WorkerPrivileges.h"
 #include "WorkerProcessSetup.h"
@@ -44,7 +51,20 @@ std::vector<zetaudiofilterhost::PluginLocator> AskForKnownModules(WorkerChannel&
     return std::get<KnownModules>(DecodeCommand(*message)).locators;
 }
 
-void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional<ModuleLoader>& loader)
+void RefuseWritingElsewhere(const std::vector<std::wstring>& writable, std::uint64_t supervisor)
+{
+    const std::filesystem::path home = PluginHomePath(supervisor);
+    SetVariables(PluginHomeVariables(home));
+    std::vector<std::string> except{home.string()};
+    for (const std::wstring& path : writable)
+        except.push_back(zetcore::filesupport::ToNativePath(path).string());
+    if (const auto problem = RefuseWriting(except, FileGuardVersion()))
+        zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
+    NoteRefusals();
+}
+
+void Apply(const WorkerSettings& settings, std::uint64_t supervisor, WorkerChannel& channel,
+           std::optional<ModuleLoader>& loader)
 {
     zetcore::filesupport::Dir::SetPrefDir(settings.preferencesFolder);
     // One line at a time, whatever threads trace.
@@ -58,18 +78,24 @@ void Apply(const WorkerSettings& settings, WorkerChannel& channel, std::optional
     if (settings.refuseNetwork)
         if (const auto problem = RefuseNetwork())
             zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
+    if (settings.refuseWriting && !loader)
+        RefuseWritingElsewhere(settings.writable, supervisor);
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
         page.phase = static_cast<std::uint32_t>(phase);
     });
+    loader->KeepSharedLibraries();
     loader->SetKnownModules([&channel] { return AskForKnownModules(channel); });
     FaultPoint("worker.settings");
 }
 
 EntityAnswer ScanEntity(const EntityRequest& request, WorkerPage& page, ModuleLoader& loader)
 {
-    page.phase = static_cast<std::uint32_t>(ScanPhase::None);
+    page.phase = static_cast<std::uint32_t>(ScanPhase::Unknown);
     page.entity = request.number;
     FaultPoint("worker.entity");
+    std::optional<OneProcessor> oneProcessor;
+    if (request.onOneProcessor)
+        oneProcessor.emplace();
     return {request.number, loader.Scan(request.locator)};
 }
 
@@ -80,13 +106,13 @@ void Answer(WorkerChannel& channel, const EntityAnswer& answer)
     FaultPoint("worker.answered");
 }
 
-void Serve(WorkerChannel& channel)
+void Serve(std::uint64_t supervisor, WorkerChannel& channel)
 {
     std::optional<ModuleLoader> loader;
     while (const std::optional<std::string> message = channel.Read()) {
         const WorkerCommand command = DecodeCommand(*message);
         if (const auto* settings = std::get_if<WorkerSettings>(&command))
-            Apply(*settings, channel, loader);
+            Apply(*settings, supervisor, channel, loader);
         else if (loader)
             Answer(channel, ScanEntity(std::get<EntityRequest>(command), channel.Page(), *loader));
     }
@@ -96,11 +122,15 @@ void Serve(WorkerChannel& channel)
 
 void RunWorker(const WorkerArguments& arguments)
 {
+    if (arguments.makesCopies)
+        MakeCopies(arguments);
     SetUpWorkerProcess(arguments.parentProcess);
     try {
         FaultPoint("worker.started");
+        if (const auto problem = RefuseToEnd(arguments.parentProcess))
+            zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
         WorkerChannel channel(arguments);
-        Serve(channel);
+        Serve(arguments.parentProcess, channel);
         EndWorkerProcess(channel.IsIntact() ? exitConnectionClosed : exitChannelLost);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zetaudiofilterscan: worker: %s\n", error.what());

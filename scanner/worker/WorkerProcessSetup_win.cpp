@@ -24,6 +24,22 @@ LONG WINAPI EndWithException(EXCEPTION_POINTERS* pointers)
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// Is asked before all other handlers. After a stack overflow there may be too little stack to find the filter
+// above, where the whole stack was in use from the start, and then the process would end with no code of its
+// own. With more stack a plug-in's own handler comes first.
+LONG CALLBACK EndWithoutStack(EXCEPTION_POINTERS* pointers)
+{
+    constexpr ULONG_PTR enoughForTheFilter = 16 * 1024;
+    if (pointers->ExceptionRecord->ExceptionCode != EXCEPTION_STACK_OVERFLOW)
+        return EXCEPTION_CONTINUE_SEARCH;
+    ULONG_PTR lowest = 0;
+    ULONG_PTR highest = 0;
+    ::GetCurrentThreadStackLimits(&lowest, &highest);
+    if (reinterpret_cast<ULONG_PTR>(&lowest) - lowest < enoughForTheFilter)
+        ::TerminateProcess(::GetCurrentProcess(), EXCEPTION_STACK_OVERFLOW);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
 } // namespace
 
 // The supervisor puts the worker into a job, which ends the worker with its parent.
@@ -33,6 +49,8 @@ void SetUpWorkerProcess(std::uint64_t)
     ::_set_error_mode(_OUT_TO_STDERR);
     std::signal(SIGABRT, &EndAborted);
     ::SetUnhandledExceptionFilter(&EndWithException);
+    constexpr ULONG first = 1;
+    ::AddVectoredExceptionHandler(first, &EndWithoutStack);
     // A stack overflow leaves two pages by default, too few to find the filter above through a deep stack.
     ULONG stackForTheFilter = 64 * 1024;
     ::SetThreadStackGuarantee(&stackForTheFilter);
@@ -41,6 +59,9 @@ void SetUpWorkerProcess(std::uint64_t)
 }
 
 void ChooseDisplay(bool) {}
+
+// There is no home for plug-ins that they would have to find.
+void SetVariables(const std::vector<std::pair<std::string, std::string>>&) {}
 
 void EndWorkerProcess(int exitCode)
 {

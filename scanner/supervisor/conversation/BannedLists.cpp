@@ -4,16 +4,12 @@
 
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetcore/debug/Trace.h>
-#include <zetcore/filesupport/content/FileUtils.h>
-
-#include "supervisor/process/PrivateFolder.h"
+#include <zetcore/filesupport/paths/File.h>
 
 namespace zetaudiofilterscan {
 
 using zetaudiopluginhost::BannedPluginManager;
-using zetcore::filesupport::Durability;
 using zetcore::filesupport::File;
-using zetcore::filesupport::FileUtils;
 
 namespace {
 
@@ -22,26 +18,13 @@ void TraceProblem(const std::string& text)
     zetcore::debug::TraceLine(1, "zetaudiofilterscan", text);
 }
 
-// Loading a damaged list moves its file aside. Only the host may do that, so this loads a copy.
-void LoadBanned(const File& file)
-{
-    if (!file.Exists())
-        return;
-    const PrivateFolder folder;
-    const File copy(folder.Folder(), file.GetTitle());
-    FileUtils::ReplaceContent(copy.FullPath(), FileUtils::ReadFile(file), Durability::Handover);
-    BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    if (!banned.LoadConfiguration(copy))
-        TraceProblem("the banned list " + file.FullPathUTF8() +
-                     " is damaged: " + banned.GetLoadError()->text);
-}
-
 } // namespace
 
 void LoadBannedLists(const std::wstring& bannedPath, const std::wstring& permanentBannedPath)
 {
     try {
-        LoadBanned(File(bannedPath));
+        // It traces what is wrong with the list. Only the host may move a damaged one aside.
+        BannedPluginManager::GetInstance()->LoadConfigurationOfOther(File(bannedPath));
     } catch (const std::exception& error) {
         TraceProblem(error.what());
     }

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <thread>
 #include <utility>
 
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BanReasons.h>
 #include <zetaudiopluginhost/ModuleLoader.h>
+#include <zetaudiopluginhost/ScanRules.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zetcore/debug/Trace.h>
@@ -17,14 +19,20 @@
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/process/OwnProcess.h>
 #include <zetcore/string/Utf.h>
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanInfo.h>
+#include <zetscanprotocol/ScanLogFormat.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
 #include "supervisor/conversation/BannedLists.h"
+#include "supervisor/conversation/PluginFiles.h"
+#include "supervisor/conversation/WorkerCount.h"
 #include "supervisor/conversation/WorkingModules.h"
-#include "supervisor/process/SupervisorProcess.h"
+#include "supervisor/log/TraceCategory.h"
+#include "supervisor/process/ProcessIdentity.h"
+#include "supervisor/process/SystemMemory.h"
 
 namespace zetaudiofilterscan {
 
@@ -35,6 +43,7 @@ using zetaudiopluginhost::ModuleLoader;
 using zetcore::debug::FaultPoint;
 using zetcore::filesupport::Dir;
 using zetcore::filesupport::File;
+using zetcore::process::OwnProcessNumber;
 using zetcore::serialization::Array;
 using zetcore::serialization::ValuePtr;
 using zetmarshal::RPCError;
@@ -42,17 +51,16 @@ using zetmarshal::RPCErrorCode;
 
 namespace {
 
-constexpr char traceCategory[] = "zetaudiofilterscan";
 constexpr char refuseNetworkKey[] = "zetaudiofilterscan.RefuseNetwork";
 constexpr char hideDisplayKey[] = "zetaudiofilterscan.HideDisplay";
+constexpr char memoryLimitKey[] = "zetaudiofilterscan.MemoryLimitMB";
 // Two hosts that scan fast may replace each other's file several times in a row, but not so often.
 constexpr int maxWrites = 20;
 // A result that is gone was deleted by the host that has read it, or by another host, which deletes it only
 // when its own scan begins or ends. So a second time is enough.
-constexpr int maxWritesWhenDeleted = 2;
+constexpr int maxTimesGone = 2;
 // When the file cannot be written at all, more rounds would not help.
 constexpr int maxExtraRounds = 20;
-constexpr wchar_t logFolder[] = L"scan-logs";
 
 std::vector<zetaudiofilterhost::TechnologyType> TechnologiesThatReplaceShells()
 {
@@ -71,27 +79,42 @@ void Require(bool inOrder, const char* message)
 
 } // namespace
 
-ScanConversation::ScanConversation(EntityScanner& scanner) : entityScanner(scanner) {}
+ScanConversation::ScanConversation(AheadScanner& aheadScanner, std::uint64_t host)
+    : scanner(aheadScanner), hostProcess(host)
+{}
 
 ScanConversation::~ScanConversation() = default;
 
-ValuePtr ScanConversation::Handle(const std::string& method, const Array& params)
+void ScanConversation::Take(const std::string& method, const Array& params)
 {
     if (method == protocol::connectMethod) {
         Require(!connected, "Connect has been done already");
         Connect(protocol::ReadConnect(params));
+        asked = Asked::Done;
     } else if (method == protocol::beginScanMethod) {
         Require(connected.has_value(), "BeginScanForPlugins must follow Connect");
         BeginScan(protocol::ReadBeginScanForPlugins(params));
+        asked = Asked::Done;
     } else if (method == protocol::getScanInfoMethod) {
-        Require(engine != nullptr, "GetScanInfo must follow BeginScanForPlugins");
+        Require(hasList, "GetScanInfo must follow BeginScanForPlugins");
         protocol::ReadGetScanInfo(params);
-        return GetScanInfo();
+        LookWhetherResultWasRead();
+        asked = Asked::WhatIsNext;
     } else {
-        Require(atPlugin, "ScanOneEntity must follow a GetScanInfo whose \"continue\" is true");
+        Require(round != Round::None, "ScanOneEntity must follow a GetScanInfo whose \"continue\" is true");
         protocol::ReadScanOneEntity(params);
-        ScanOneEntity();
+        if (round == Round::Plugin)
+            FaultPoint("supervisor.entity");
+        asked = Asked::ToScan;
     }
+}
+
+std::optional<ValuePtr> ScanConversation::Reply()
+{
+    if (asked == Asked::WhatIsNext)
+        return GetScanInfo();
+    if (asked == Asked::ToScan && !ScanOneEntity())
+        return std::nullopt;
     return protocol::BuildDoneReply();
 }
 
@@ -100,10 +123,12 @@ void ScanConversation::Connect(protocol::ConnectArguments arguments)
     // The debug database and the lists are the host's from here on.
     const std::wstring preferences = File(arguments.pluginSettingsPath).GetParent().FullPath();
     Dir::SetPrefDir(preferences);
-    LoadBannedLists(arguments.bannedSettingsPath, arguments.permanentBannedSettingsPath);
     entityLimit =
         zetcore::debug::TimeFromDebugDatabase(protocol::entityTimeoutKey, protocol::defaultEntityTimeout);
-    log = std::make_unique<ScanLog>(File(Dir(preferences), logFolder).FullPath(), OwnProcessNumber());
+    log = std::make_unique<ScanLog>(File(Dir(preferences), zetscanprotocol::logFolder).FullPath(),
+                                    std::to_string(OwnProcessNumber()));
+    memory = std::make_unique<CulpritMemory>(IdentifyHost(hostProcess), arguments.pluginSettingsPath,
+                                             IdentifyProcess(OwnProcessNumber()));
     connected = std::move(arguments);
     FaultPoint("supervisor.connected");
 }
@@ -118,84 +143,109 @@ std::vector<PluginLocator> ScanConversation::FindKnownModules() const
 
 void ScanConversation::BeginScan(const std::vector<PluginLocator>& locators)
 {
-    WorkerSettings settings;
+    AheadScanner::Task task;
+    task.locators = locators;
+    WorkerSettings& settings = task.terms.settings;
     settings.preferencesFolder = Dir::PrefDir().FullPath();
     settings.traceVolume = zetcore::debug::GetMasterTraceVolume();
     settings.options = {connected->disableVST2ShellSkipping, connected->quickEffectScan};
     auto& debugDatabase = zetcore::debug::DebugDatabase::Instance();
     settings.refuseNetwork = debugDatabase.GetEntry(refuseNetworkKey, "true") != "false";
+    DecidePluginFiles(settings, *log);
+    if (settings.refuseWriting)
+        task.terms.beforeFirstTrial = [this] { MakePluginFiles(*log); };
     settings.hideDisplay = debugDatabase.IsOn(hideDisplayKey, false);
+    // A scanner that only tells what the one before it has found out needs no lists, which may be long.
+    if (!hasBannedLists)
+        task.beforeFirstLook = [this] {
+            LoadBannedLists(connected->bannedSettingsPath, connected->permanentBannedSettingsPath);
+            hasBannedLists = true;
+        };
+    task.terms.entityLimit = entityLimit;
+    task.terms.findKnownModules = [this] { return FindKnownModules(); };
+    const SystemMemory systemMemory = GetSystemMemory();
+    task.terms.memoryLimit = MemoryLimit(debugDatabase.GetEntry(memoryLimitKey, ""), systemMemory.total);
+    task.workers = WorkerCount(debugDatabase.GetEntry(protocol::workersKey, ""),
+                               std::thread::hardware_concurrency(), systemMemory.available);
     replacing.clear();
     std::ranges::copy_if(locators, std::back_inserter(replacing), [](const PluginLocator& locator) {
         return ModuleLoader::ReplacesShells(locator.GetTechnologyType());
     });
-    entityScanner.Configure(std::move(settings), entityLimit, log.get(),
-                            [this] { return FindKnownModules(); });
 
-    engine = std::make_unique<zetaudiopluginhost::PluginModuleScanner>(
-        locators, connected->disableVST2ShellSkipping, connected->quickEffectScan, true);
-    engine->SetEntityScan([this](const PluginLocator& locator) { return entityScanner.Scan(locator); });
-    engine->BeginScan();
+    hasList = true;
     total = static_cast<std::int32_t>(locators.size());
-    atPlugin = false;
+    done = 0;
+    round = Round::None;
     unread.clear();
     resultIsOut = false;
     extraRounds = 0;
+    scanner.Begin(std::move(task), *log, *memory);
     FaultPoint("supervisor.list");
 }
 
-ValuePtr ScanConversation::GetScanInfo()
+std::optional<ValuePtr> ScanConversation::GetScanInfo()
 {
-    PluginLocator locator;
-    std::string statusText;
-    int progress = 0;
-    int count = 0;
-    onlyDelivers = false;
-    atPlugin = engine->GetCurrentProgressInfo(locator, statusText, progress, count);
-    // This comes first, so that the plug-in is loaded while the rest goes on.
-    if (atPlugin && engine->WillLoadCurrent())
-        entityScanner.Begin(locator);
-    LookWhetherResultWasRead();
+    using Says = LookAhead::Announcement::Kind;
     if (!unread.empty() && extraRounds < maxExtraRounds) {
         ++extraRounds;
-        const std::int32_t done = atPlugin ? progress : total;
-        atPlugin = onlyDelivers = true;
+        round = Round::Delivery;
         return protocol::BuildScanInfoReply({{}, {}, done, total, true});
     }
-    if (!atPlugin)
-        return protocol::BuildScanInfoReply({{}, {}, total, total, false});
-    return protocol::BuildScanInfoReply(
-        {locator, zetcore::string::UTF8to16(statusText), progress, count, true});
+    const std::optional<AheadScanner::Announcement> next = scanner.AnnounceNext();
+    if (!next)
+        return std::nullopt;
+    done = static_cast<std::int32_t>(next->done);
+    const auto sub = zetcore::string::UTF8to16(zetaudiopluginhost::SubcomponentText(next->locator));
+    if (next->kind == Says::Next) {
+        round = Round::Plugin;
+        return protocol::BuildScanInfoReply({next->locator, sub, done, total, true});
+    }
+    if (next->kind == Says::WaitsFor) {
+        FaultPoint("supervisor.waiting-told");
+        round = Round::Wait;
+        const auto path = zetcore::string::ForDisplay(next->locator.GetPath());
+        return protocol::BuildScanInfoReply({{}, path + sub, done, total, true});
+    }
+    round = Round::None;
+    memory->Forget();
+    return protocol::BuildScanInfoReply({{}, {}, total, total, false});
 }
 
-void ScanConversation::ScanOneEntity()
+// True when it is done.
+bool ScanConversation::ScanOneEntity()
 {
-    if (!onlyDelivers) {
-        FaultPoint("supervisor.entity");
-        engine->ContinueScan();
+    if (round == Round::Wait && !scanner.IsWaitOver())
+        return false;
+    if (round == Round::Plugin) {
+        const std::optional<zetaudiopluginhost::ScanOutcome> outcome = scanner.TakeAnswer();
+        if (!outcome)
+            return false;
         FaultPoint("supervisor.scanned");
-        for (const auto& info : engine->LastOutcome().infos)
+        ++done;
+        for (const auto& info : outcome->infos)
             unread.push_back({info});
     }
-    atPlugin = false;
+    round = Round::None;
     WriteResult();
+    return true;
 }
 
 void ScanConversation::LookWhetherResultWasRead()
 {
     if (!std::exchange(resultIsOut, false))
         return;
-    int max = maxWrites;
     try {
         const File file(connected->resultFilePath);
         if (!file.Exists())
-            max = maxWritesWhenDeleted;
+            std::ranges::for_each(unread, [](Unread& each) { ++each.timesGone; });
         else if (zetcore::filesupport::FileUtils::ReadFile(file) == lastResult)
             unread.clear();
     } catch (const zetcore::filesupport::file_exception& error) {
         zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
-    std::erase_if(unread, [max](const Unread& each) { return each.writes >= max; });
+    std::erase_if(unread, [](const Unread& each) {
+        return each.writes >= maxWrites || each.timesGone >= maxTimesGone;
+    });
     if (unread.empty())
         extraRounds = 0;
     else
@@ -212,7 +262,8 @@ void ScanConversation::WriteResult()
     // The text has a mark of its own, because another scanner may find, and write, the very same.
     if (!infos.empty())
         lastResult = PluginModuleInfoManager::ToConfigurationText(infos) + "<!-- scanner " +
-                     OwnProcessNumber() + ", result " + std::to_string(++resultNumber) + " -->\n";
+                     std::to_string(OwnProcessNumber()) + ", result " + std::to_string(++resultNumber) +
+                     " -->\n";
     resultIsOut = true;
     try {
         zetcore::filesupport::FileUtils::ReplaceContent(connected->resultFilePath, lastResult,
@@ -227,8 +278,15 @@ void ScanConversation::WriteResult()
     }
 }
 
+void ScanConversation::Abandon()
+{
+    if (memory)
+        memory->Forget();
+}
+
 void ScanConversation::RecordFailure(const PluginFailed& failure)
 {
+    scanner.LeaveCulprits();
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     zetaudiopluginhost::BanInfo info = failure.Ban();
     info.time = std::chrono::duration_cast<std::chrono::seconds>(now).count();

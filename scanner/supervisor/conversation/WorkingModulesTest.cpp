@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/debug/Trace.h>
 #include <zettesting/HostFixture.h>
 
@@ -31,7 +32,7 @@ std::shared_ptr<PluginModuleInfo> Record(const PluginLocator& locator,
 class WorkingModulesTest : public zettesting::HostFixture
 {
   protected:
-    ~WorkingModulesTest() override { BannedPluginManager::GetInstance()->Reset(); }
+    ~WorkingModulesTest() override { ResetBannedPlugins(*BannedPluginManager::GetInstance()); }
 
     std::vector<PluginLocator> Vst3Modules() const
     {

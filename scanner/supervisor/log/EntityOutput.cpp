@@ -5,22 +5,16 @@
 namespace zetaudiofilterscan {
 
 EntityOutput::EntityOutput(ScanLog& scanLog, const zetaudiofilterhost::PluginLocator& locator)
-    : log(scanLog), plugin(locator)
+    : log(scanLog), name(NameForLog(locator))
 {}
-
-void EntityOutput::Restart()
-{
-    hasHeading = false;
-    tail.Clear();
-}
 
 void EntityOutput::Take(std::string_view bytes)
 {
     if (bytes.empty())
         return;
     tail.Append(bytes);
-    if (!hasHeading)
-        log.Heading(NameForLog(plugin));
+    if (!hasHeading || log.LastHeading() != name)
+        log.Heading(name);
     hasHeading = true;
     log.Output(bytes);
 }

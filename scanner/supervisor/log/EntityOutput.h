@@ -10,16 +10,15 @@ namespace zetaudiofilterscan {
 
 class ScanLog;
 
-/// The output of one plug-in (standard output and error) while it is scanned. It goes into the log, under the
-/// plug-in's name, and its end is kept for the verdict. Scanning thread.
+/// The output of one trial of a plug-in (standard output and error). It goes into the log, under the
+/// plug-in's name, which is written again when another plug-in has written meanwhile, and its end is kept for
+/// the verdict. Scanning thread.
 class EntityOutput
 {
   public:
     /// The log outlives it.
     EntityOutput(ScanLog& scanLog, const zetaudiofilterhost::PluginLocator& locator);
 
-    /// The plug-in is scanned once more: what follows gets a heading of its own.
-    void Restart();
     /// Any bytes, cut anywhere.
     void Take(std::string_view bytes);
 
@@ -30,7 +29,7 @@ class EntityOutput
 
   private:
     ScanLog& log;
-    zetaudiofilterhost::PluginLocator plugin;
+    std::string name;
     bool hasHeading = false;
     zetcore::string::OutputTail tail;
 };

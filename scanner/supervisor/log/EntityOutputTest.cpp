@@ -36,9 +36,21 @@ TEST_F(EntityOutputTest, SaysWhoseOutputItIs)
     EntityOutput second(log, Plugin(L"/b.so"));
     second.Take("three\n");
     log.Note("four");
-    second.Restart();
-    second.Take("five\n");
+    EntityOutput again(log, Plugin(L"/b.so"));
+    again.Take("five\n");
     EXPECT_EQ(Text(), "== VST|/a.so|\none\ntwo\n== VST|/b.so|\nthree\n-- four\n== VST|/b.so|\nfive\n");
+}
+
+TEST_F(EntityOutputTest, SaysItAgainWhenSeveralPluginsTakeTurns)
+{
+    EntityOutput second(log, Plugin(L"/b.so"));
+    output.Take("one\n");
+    output.Take("two\n");
+    second.Take("thr");
+    output.Take("four\n");
+    second.Take("ee\n");
+    EXPECT_EQ(Text(), "== VST|/a.so|\none\ntwo\n== VST|/b.so|\nthr\n== VST|/a.so|\nfour\n"
+                      "== VST|/b.so|\nee\n");
 }
 
 TEST_F(EntityOutputTest, KnowsTheLastLineOfThePlugin)
@@ -51,8 +63,6 @@ TEST_F(EntityOutputTest, KnowsTheLastLineOfThePlugin)
     EXPECT_EQ(output.LastLine(), "third");
     output.Take(std::string(100000, 'x') + "\nlast");
     EXPECT_EQ(output.LastLine(), "last");
-    output.Restart();
-    EXPECT_EQ(output.LastLine(), "");
 }
 
 TEST_F(EntityOutputTest, KnowsTheLastLineWhenTheLogIsFullToo)

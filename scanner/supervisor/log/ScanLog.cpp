@@ -11,6 +11,7 @@
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
+#include <zetscanprotocol/ScanLogFormat.h>
 
 namespace zetaudiofilterscan {
 
@@ -22,8 +23,6 @@ using zetcore::filesupport::ToNativePath;
 
 namespace {
 
-constexpr wchar_t namePrefix[] = L"scan-";
-constexpr wchar_t nameSuffix[] = L".log";
 // Sorts by time: "20240131-235959-123".
 std::string TimeStamp()
 {
@@ -60,7 +59,8 @@ ScanLog::ScanLog(std::wstring folderPath, std::string end)
 
 void ScanLog::Heading(const std::string& line)
 {
-    WriteLine("== ", line);
+    lastHeading = line;
+    WriteLine(zetscanprotocol::logHeadingMark, line);
 }
 
 void ScanLog::Output(std::string_view bytes)
@@ -73,7 +73,7 @@ void ScanLog::Output(std::string_view bytes)
 
 void ScanLog::Note(const std::string& line)
 {
-    WriteLine("-- ", line);
+    WriteLine(zetscanprotocol::logNoteMark, line);
 }
 
 void ScanLog::WriteLine(const char* mark, const std::string& line)
@@ -104,7 +104,10 @@ void ScanLog::Open()
     Dir(folder).Create();
     DeleteSurplus(folder);
     const std::string name = TimeStamp() + "-" + nameEnd;
-    path = File(Dir(folder), namePrefix + zetcore::string::AsciiToUTF16(name) + nameSuffix).FullPath();
+    path =
+        File(Dir(folder), std::wstring(zetscanprotocol::logNamePrefix) + zetcore::string::AsciiToUTF16(name) +
+                              std::wstring(zetscanprotocol::logNameSuffix))
+            .FullPath();
 }
 
 std::string NameForLog(const zetaudiofilterhost::PluginLocator& locator)
@@ -126,9 +129,7 @@ std::string NamesForLog(const std::vector<zetaudiofilterhost::PluginLocator>& lo
 
 std::vector<std::wstring> SurplusLogs(std::vector<std::wstring> names, std::size_t keep)
 {
-    std::erase_if(names, [](const std::wstring& name) {
-        return !name.starts_with(namePrefix) || !name.ends_with(nameSuffix);
-    });
+    std::erase_if(names, [](const std::wstring& name) { return !zetscanprotocol::IsLogName(name); });
     std::ranges::sort(names);
     names.resize(names.size() - std::min(names.size(), keep));
     return names;

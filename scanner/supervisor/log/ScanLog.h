@@ -25,6 +25,8 @@ class ScanLog
 
     /// A line that says whose output follows.
     void Heading(const std::string& line);
+    /// The last writer, so that several can take turns.
+    const std::string& LastHeading() const noexcept { return lastHeading; }
     /// Any bytes, cut anywhere.
     void Output(std::string_view bytes);
     /// A line of the scanner's own.
@@ -41,6 +43,7 @@ class ScanLog
     std::wstring folder;
     std::string nameEnd;
     std::wstring path;
+    std::string lastHeading;
     bool atLineStart = true;
     bool failed = false;
     std::size_t written = 0;

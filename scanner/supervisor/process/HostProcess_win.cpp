@@ -1,17 +1,32 @@
 #include "supervisor/process/HostProcess.h"
 
+#include <optional>
+
+#include "supervisor/process/ProcessIdentity.h"
+
 namespace zetaudiofilterscan {
 
-// A parent's number may be another process's by now, so that nothing is built on it here: the connection
-// tells of the host's end, and without one the time limit does.
+namespace {
+
+/// The host as it was at the first call. Later its number may be another process's.
+const std::optional<ProcessIdentity>& Host()
+{
+    static const std::optional<ProcessIdentity> host = IdentifyHost(0);
+    return host;
+}
+
+} // namespace
+
+// The parent's number alone tells nothing here, because it may be another process's by now.
 std::uint64_t HostProcessNumber()
 {
+    Host();
     return 0;
 }
 
 bool HostProcessHasEnded(std::uint64_t)
 {
-    return false;
+    return Host() && IdentifyProcess(Host()->number) != Host();
 }
 
 bool HostProcessIsWaiting(std::uint64_t)

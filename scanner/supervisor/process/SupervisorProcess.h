@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace zetaudiofilterscan {
 
 /// Keeps signals that are meant for the host from ending the scanner: those that a terminal sends to all of
@@ -13,9 +11,6 @@ void SetUpSupervisorProcess();
 /// open files and processes are bounded, widely enough for any plug-in, and not for one that runs wild. What
 /// cannot be had is traced.
 void GiveUpPrivileges();
-
-/// The number that the system gives this process.
-std::string OwnProcessNumber();
 
 /// Ends the process at once. Connections close, nothing is answered any more, no thread is waited for.
 [[noreturn]] void EndSupervisorProcess(int exitCode);

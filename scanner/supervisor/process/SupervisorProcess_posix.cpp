@@ -5,6 +5,7 @@
 #include <charconv>
 #include <csignal>
 #include <fstream>
+#include <string>
 #include <system_error>
 
 #include <fcntl.h>
@@ -55,12 +56,18 @@ rlim_t RunningTasks()
 
 void SetUpSupervisorProcess()
 {
+    // Service managers send SIGTERM to every process of a service. The host ends the scan then, and the
+    // connection's end is the end of this process; ending sooner would look like the plug-in's fault.
     // The last one makes a file that may not grow any more an error of the write, and not the end of the
     // process.
-    for (const int signal : {SIGINT, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_IGN);
     // A host that ignores it would make the workers vanish before their end was seen.
     std::signal(SIGCHLD, SIG_DFL);
+    // A process that a plug-in has started becomes this process's child when its worker ends, so that its end
+    // can be waited for.
+    if (::prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) != 0)
+        TraceLastError("the processes of plug-ins cannot be waited for");
     // If the host has left one of these closed, a socket of ours would get its number, and everything that
     // is printed.
     for (int descriptor = 0; descriptor >= 0 && descriptor <= STDERR_FILENO;)
@@ -79,11 +86,6 @@ void GiveUpPrivileges()
         zetcore::debug::TraceLine(
             1, "zetaudiofilterscan",
             "processes cannot be limited: /proc/loadavg does not tell how many there are");
-}
-
-std::string OwnProcessNumber()
-{
-    return std::to_string(::getpid());
 }
 
 void EndSupervisorProcess(int exitCode)

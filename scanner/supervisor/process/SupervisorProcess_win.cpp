@@ -18,11 +18,6 @@ void SetUpSupervisorProcess()
 // The job that holds the workers ends whatever they start; nothing else can be given up here.
 void GiveUpPrivileges() {}
 
-std::string OwnProcessNumber()
-{
-    return std::to_string(::GetCurrentProcessId());
-}
-
 void EndSupervisorProcess(int exitCode)
 {
     // Some runtime libraries do not write errors at once.

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-#include "supervisor/workers/WorkerSpawn_win.h"
+#include "supervisor/workers/SpawnedWorker_win.h"
 
 namespace zetaudiofilterscan {
 
@@ -24,6 +24,7 @@ class OverlappedPipe
     bool IsOpen() const noexcept { return open; }
     /// Set when `Read` has something to give, or has found the end.
     HANDLE ReadEvent() const noexcept { return readEvent.Get(); }
+    bool IsWriting() const noexcept { return writeUnderWay; }
     /// Set when a write has been done.
     HANDLE WriteEvent() const noexcept { return writeEvent.Get(); }
 

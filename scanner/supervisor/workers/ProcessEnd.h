@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace zetaudiofilterscan {
 
 /// How a process ended, as the system tells it.
@@ -12,8 +10,5 @@ struct ProcessEnd
     /// The signal, the exception's code or the exit code.
     long long code = 0;
 };
-
-/// The system's words for a signal or exception: "segmentation fault", or its number.
-std::string CrashText(long long code);
 
 } // namespace zetaudiofilterscan

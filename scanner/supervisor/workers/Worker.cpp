@@ -6,8 +6,8 @@
 
 namespace zetaudiofilterscan {
 
-Worker::Worker()
-    : process([this](std::string_view bytes) {
+Worker::Worker(WorkerSpawner& spawner)
+    : process(spawner, [this](std::string_view bytes) {
           if (output)
               output->Take(bytes);
       })
@@ -26,10 +26,11 @@ void Worker::ForgetSettings() noexcept
     hasSettings = hasKnownModules = false;
 }
 
-void Worker::Request(const zetaudiofilterhost::PluginLocator& locator, EntityOutput& pluginOutput)
+void Worker::Request(const zetaudiofilterhost::PluginLocator& locator, bool onOneProcessor,
+                     EntityOutput& pluginOutput)
 {
     output = &pluginOutput;
-    process.Send(EncodeCommand(EntityRequest{++requestNumber, locator}));
+    process.Send(EncodeCommand(EntityRequest{++requestNumber, locator, onOneProcessor}));
 }
 
 void Worker::TellKnownModules(const FindKnownModules& find)

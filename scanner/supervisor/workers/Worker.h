@@ -13,14 +13,14 @@ namespace zetaudiofilterscan {
 
 class EntityOutput;
 
-/// A worker, what it has been told and what it has loaded. Scanning thread.
+/// A worker and what it has been told. Scanning thread.
 class Worker
 {
   public:
     using FindKnownModules = std::function<std::vector<zetaudiofilterhost::PluginLocator>()>;
 
     /// Starts its process. Throws `std::system_error`.
-    Worker();
+    explicit Worker(WorkerSpawner& spawner);
 
     /// Sends the settings, once.
     void Configure(const WorkerSettings& settings);
@@ -29,7 +29,8 @@ class Worker
 
     /// Asks for the outcome of a plug-in. What the worker writes from now on goes to `pluginOutput`, until
     /// `Rest`.
-    void Request(const zetaudiofilterhost::PluginLocator& locator, EntityOutput& pluginOutput);
+    void Request(const zetaudiofilterhost::PluginLocator& locator, bool onOneProcessor,
+                 EntityOutput& pluginOutput);
     /// The number of the last request, which stands in the answer to it.
     std::uint32_t RequestNumber() const noexcept { return requestNumber; }
     /// True when the worker has begun with what it was asked for last.
@@ -39,10 +40,6 @@ class Worker
     void TellKnownModules(const FindKnownModules& find);
     void Rest() noexcept { output = nullptr; }
 
-    void NoteLoaded(const zetaudiofilterhost::PluginLocator& locator) { loaded.push_back(locator); }
-    /// The plug-ins that it has loaded, in order. A failure may have to do with any of them.
-    const std::vector<zetaudiofilterhost::PluginLocator>& Loaded() const noexcept { return loaded; }
-
     WorkerProcess& Process() noexcept { return process; }
 
   private:
@@ -51,7 +48,6 @@ class Worker
     bool hasSettings = false;
     bool hasKnownModules = false;
     std::uint32_t requestNumber = 0;
-    std::vector<zetaudiofilterhost::PluginLocator> loaded;
 };
 
 } // namespace zetaudiofilterscan

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,6 +14,8 @@
 #include "supervisor/workers/ProcessEnd.h"
 
 namespace zetaudiofilterscan {
+
+class WorkerSpawner;
 
 /// One worker: a process of this same program, the channel to it, its shared page and its output. Owned by
 /// the scanning thread, on which all of it is called; that must be the process's main thread, because the
@@ -29,13 +34,13 @@ class WorkerProcess
         Ended,
         /// It has closed its end of the channel, or the channel broke.
         ChannelClosed,
-        /// The interrupt is set.
-        Interrupted,
-        DeadlinePassed,
     };
 
+    /// As many can be waited for at once.
+    static constexpr std::size_t mostAtOnce = 20;
+
     /// Starts it; it waits for its first message. Throws `std::system_error`.
-    explicit WorkerProcess(OutputHandler output);
+    WorkerProcess(WorkerSpawner& spawner, OutputHandler output);
     /// Kills it, with every process of its group, and takes it off the system's list.
     ~WorkerProcess();
     WorkerProcess(const WorkerProcess&) = delete;
@@ -43,24 +48,36 @@ class WorkerProcess
 
     /// Queues a message and sends what can be sent; the rest goes out while waiting.
     void Send(std::string_view message);
-    /// Output is handed on meanwhile. Throws `std::length_error` when the worker announces a message that is
-    /// too long.
-    Event Wait(const Interrupt& interrupt, std::chrono::steady_clock::time_point deadline);
+    /// Waits until something has happened to one of them, the interrupt is set, or the deadline has come. It
+    /// may return earlier. Output is handed on meanwhile. For `lookAround` it looks without sleeping, because
+    /// to wake a sleeping thread can take longer than to load a plug-in.
+    static void WaitForAny(std::span<WorkerProcess* const> processes, const Interrupt& interrupt,
+                           std::chrono::steady_clock::time_point deadline,
+                           std::chrono::microseconds lookAround);
+    /// Reads what has come since the last wait, for a caller that was busy meanwhile. It does not wait.
+    void ReadNow();
+    /// The next thing that has happened to it; it does not wait. To be called until the result is empty
+    /// before the next wait. Throws `std::length_error` when the worker announces a message that is too long.
+    std::optional<Event> TakeEvent();
     std::string TakeMessage();
-    /// True when the process has ended. It does not wait.
-    bool HasEnded() const;
-    /// Waits for its end and nothing else; true when it has ended.
-    bool WaitForEnd(std::chrono::steady_clock::time_point deadline) const;
 
+    /// Begins to kill it and its group, and does not wait for that.
+    void BeginKill() noexcept;
     /// Kills what is left of it and its group, hands on its last output, and says how the process ended: by
-    /// itself, when it had ended before the call. Call once, last.
+    /// itself, when it had ended before the call. Later calls say the same.
     ProcessEnd Finish();
 
     /// The words of its page; never to be trusted.
     std::uint32_t Entity() const noexcept;
     std::uint32_t Phase() const noexcept;
+    /// Bytes of memory that the process has of its own; 0 when the system does not tell.
+    std::uint64_t MemoryInUse() const;
 
   private:
+    /// The last output is read so often at most, because somebody may go on writing for ever. It is more than
+    /// a pipe holds.
+    static constexpr int mostBuffersLeft = 32;
+
     struct System;
     std::unique_ptr<System> system;
 };

@@ -3,19 +3,25 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <fstream>
+#include <string>
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <zetcore/utility/Backoff.h>
+
 #include "Frames.h"
 #include "WorkerPage.h"
 #include "supervisor/process/InterruptSystem_posix.h"
-#include "supervisor/workers/WorkerSpawn_posix.h"
+#include "supervisor/workers/SpawnedWorker_posix.h"
+#include "supervisor/workers/WorkerSpawner.h"
 
 namespace zetaudiofilterscan {
 
@@ -25,10 +31,10 @@ using Clock = std::chrono::steady_clock;
 
 // The pause between two looks at a process for which the system has no descriptor.
 constexpr std::chrono::milliseconds pollWithoutProcessDescriptor{2};
-// The supervisor looks for an answer so long before it sleeps.
-constexpr std::chrono::microseconds lookAround{200};
 // A killed process ends at once, unless the kernel holds it; that must not hold us.
 constexpr std::chrono::seconds maxWaitForKilled{2};
+// The same for what its plug-ins have started.
+constexpr std::chrono::milliseconds maxWaitForGroup{200};
 
 } // namespace
 
@@ -40,7 +46,9 @@ struct WorkerProcess::System
     std::string message;
     std::string outgoing;
     bool channelOpen = true;
+    bool saysItEnded = false;
     bool reaped = false;
+    ProcessEnd end;
 
     // Reads at most one buffer, so that a flood cannot keep us from looking at the clock. False at the end.
     bool ReadOutput()
@@ -108,36 +116,77 @@ struct WorkerProcess::System
         return true;
     }
 
+    // The entries of one worker in a list for `poll`: its process, channel and output.
+    static constexpr std::size_t entriesOfEach = 3;
+
+    void AddTo(std::vector<pollfd>& entries) const
+    {
+        const auto channelEvents = static_cast<short>(outgoing.empty() ? POLLIN : POLLIN | POLLOUT);
+        entries.push_back({worker.process.Get(), POLLIN, 0});
+        entries.push_back({channelOpen ? worker.channel.Get() : -1, channelEvents, 0});
+        entries.push_back({worker.output.Get(), POLLIN, 0});
+    }
+
+    void Look(std::span<const pollfd, entriesOfEach> entries)
+    {
+        saysItEnded = saysItEnded || entries[0].revents != 0;
+        if (entries[2].revents)
+            ReadOutput();
+        if (entries[1].revents & POLLOUT)
+            WriteChannel();
+        if (entries[1].revents & ~POLLOUT)
+            ReadChannel();
+    }
+
+    // Saves a question to the system for each worker that only has an answer.
+    bool MayHaveEnded() const { return saysItEnded || !channelOpen || worker.process.Get() < 0; }
+
     Clock::time_point NextLook() const
     {
         return worker.process.Get() >= 0 ? Clock::time_point::max()
                                          : Clock::now() + pollWithoutProcessDescriptor;
     }
 
+    // A helper process that a plug-in has started must not die in the middle of another plug-in's trial. The
+    // orphans of a worker are the supervisor's children, because it has asked for that.
+    void WaitForGroup(Clock::time_point deadline) const
+    {
+        zetcore::utility::Backoff pause;
+        while (Clock::now() < deadline) {
+            const pid_t collected = ::waitpid(-worker.pid, nullptr, WNOHANG | __WALL);
+            if (collected < 0)
+                return;
+            if (collected == 0)
+                pause();
+        }
+    }
+
     // The group is killed while its leader is still on the system's list: its number cannot be another's.
     ProcessEnd KillAndReap()
     {
+        if (reaped)
+            return end;
         ::kill(-worker.pid, SIGKILL);
         int status = 0;
-        if (WaitForEnd(Clock::now() + maxWaitForKilled))
-            ::waitpid(worker.pid, &status, 0);
+        if (WaitForEnd(Clock::now() + maxWaitForKilled) && ::waitpid(worker.pid, &status, 0) == worker.pid)
+            WaitForGroup(Clock::now() + maxWaitForGroup);
         reaped = true;
-        if (WIFSIGNALED(status))
-            return {true, WTERMSIG(status)};
-        return {false, WEXITSTATUS(status)};
+        end =
+            WIFSIGNALED(status) ? ProcessEnd{true, WTERMSIG(status)} : ProcessEnd{false, WEXITSTATUS(status)};
+        return end;
     }
 };
 
-WorkerProcess::WorkerProcess(OutputHandler output) : system(std::make_unique<System>())
+WorkerProcess::WorkerProcess(WorkerSpawner& spawner, OutputHandler output)
+    : system(std::make_unique<System>())
 {
     system->output = std::move(output);
-    system->worker = SpawnWorker();
+    system->worker = spawner.Spawn();
 }
 
 WorkerProcess::~WorkerProcess()
 {
-    if (!system->reaped)
-        system->KillAndReap();
+    system->KillAndReap();
 }
 
 void WorkerProcess::Send(std::string_view message)
@@ -146,46 +195,50 @@ void WorkerProcess::Send(std::string_view message)
     system->WriteChannel();
 }
 
-WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time_point deadline)
+void WorkerProcess::WaitForAny(std::span<WorkerProcess* const> processes, const Interrupt& interrupt,
+                               Clock::time_point deadline, std::chrono::microseconds lookAround)
+{
+    std::vector<pollfd> entries{{interrupt.GetSystem().descriptor.Get(), POLLIN, 0}};
+    for (const WorkerProcess* process : processes) {
+        process->system->AddTo(entries);
+        deadline = std::min(deadline, process->system->NextLook());
+    }
+    const auto lookAroundUntil = Clock::now() + lookAround;
+    while (::poll(entries.data(), entries.size(), 0) <= 0) {
+        if (Clock::now() >= lookAroundUntil) {
+            ::poll(entries.data(), entries.size(), PollTimeout(deadline));
+            break;
+        }
+        std::this_thread::yield();
+    }
+    auto its = entries.begin() + 1;
+    for (WorkerProcess* process : processes) {
+        process->system->Look(std::span<const pollfd, System::entriesOfEach>(its, System::entriesOfEach));
+        its += System::entriesOfEach;
+    }
+}
+
+void WorkerProcess::ReadNow()
+{
+    system->ReadOutput();
+    if (system->channelOpen)
+        system->ReadChannel();
+}
+
+std::optional<WorkerProcess::Event> WorkerProcess::TakeEvent()
 {
     System& self = *system;
-    const auto lookAroundUntil = Clock::now() + lookAround;
-    for (;;) {
-        if (Clock::now() >= deadline)
-            return Event::DeadlinePassed;
-        if (self.TakeFrame())
-            return Event::Message;
-        if (self.HasEnded()) {
-            while (self.channelOpen && self.ReadChannel())
-                if (self.TakeFrame())
-                    return Event::Message;
-            return Event::Ended;
-        }
-        if (!self.channelOpen)
-            return Event::ChannelClosed;
-
-        const auto channelEvents = static_cast<short>(self.outgoing.empty() ? POLLIN : POLLIN | POLLOUT);
-        std::array<pollfd, 4> entries{{{interrupt.GetSystem().descriptor.Get(), POLLIN, 0},
-                                       {self.worker.process.Get(), POLLIN, 0},
-                                       {self.worker.channel.Get(), channelEvents, 0},
-                                       {self.worker.output.Get(), POLLIN, 0}}};
-        // Most plug-ins are quick, and to wake a sleeping thread can take longer than to load one of them.
-        const bool looksAround = Clock::now() < lookAroundUntil;
-        const int timeout = looksAround ? 0 : PollTimeout(std::min(deadline, self.NextLook()));
-        if (::poll(entries.data(), entries.size(), timeout) <= 0) {
-            if (looksAround)
-                std::this_thread::yield();
-            continue;
-        }
-        if (entries[3].revents)
-            self.ReadOutput();
-        if (entries[2].revents & POLLOUT)
-            self.WriteChannel();
-        if (entries[2].revents & ~POLLOUT)
-            self.ReadChannel();
-        if (entries[0].revents)
-            return Event::Interrupted;
+    if (self.TakeFrame())
+        return Event::Message;
+    if (self.MayHaveEnded() && self.HasEnded()) {
+        while (self.channelOpen && self.ReadChannel())
+            if (self.TakeFrame())
+                return Event::Message;
+        return Event::Ended;
     }
+    if (!self.channelOpen)
+        return Event::ChannelClosed;
+    return std::nullopt;
 }
 
 std::string WorkerProcess::TakeMessage()
@@ -193,23 +246,18 @@ std::string WorkerProcess::TakeMessage()
     return std::move(system->message);
 }
 
-bool WorkerProcess::HasEnded() const
+void WorkerProcess::BeginKill() noexcept
 {
-    return system->HasEnded();
-}
-
-bool WorkerProcess::WaitForEnd(Clock::time_point deadline) const
-{
-    return system->WaitForEnd(deadline);
+    if (!system->reaped)
+        ::kill(-system->worker.pid, SIGKILL);
 }
 
 ProcessEnd WorkerProcess::Finish()
 {
     const ProcessEnd end = system->KillAndReap();
-    // This reads only as much as a pipe holds, because a child that left the group could go on writing for
-    // ever.
-    for (int buffers = 0; buffers < 32 && system->worker.output.Get() >= 0 && system->ReadOutput();
-         ++buffers) {
+    // A child that left the group may still write.
+    for (int buffers = 0;
+         buffers < mostBuffersLeft && system->worker.output.Get() >= 0 && system->ReadOutput(); ++buffers) {
     }
     return end;
 }
@@ -222,6 +270,18 @@ std::uint32_t WorkerProcess::Entity() const noexcept
 std::uint32_t WorkerProcess::Phase() const noexcept
 {
     return system->worker.page->phase;
+}
+
+std::uint64_t WorkerProcess::MemoryInUse() const
+{
+    // The words of the file are counts of pages: all, in memory, and of those, shared with files.
+    std::ifstream file("/proc/" + std::to_string(system->worker.pid) + "/statm");
+    std::uint64_t all = 0;
+    std::uint64_t resident = 0;
+    std::uint64_t shared = 0;
+    if (!(file >> all >> resident >> shared) || shared > resident)
+        return 0;
+    return (resident - shared) * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
 }
 
 } // namespace zetaudiofilterscan

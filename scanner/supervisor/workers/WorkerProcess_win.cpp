@@ -4,12 +4,18 @@
 #include <array>
 #include <optional>
 #include <utility>
+#include <vector>
+
+#include <windows.h>
+
+#include <psapi.h>
 
 #include "Frames.h"
 #include "WorkerPage.h"
 #include "supervisor/process/InterruptSystem_win.h"
 #include "supervisor/workers/OverlappedPipe_win.h"
-#include "supervisor/workers/WorkerSpawn_win.h"
+#include "supervisor/workers/SpawnedWorker_win.h"
+#include "supervisor/workers/WorkerSpawner.h"
 
 namespace zetaudiofilterscan {
 
@@ -36,8 +42,8 @@ ProcessEnd ReadEnd(HANDLE process)
 
 struct WorkerProcess::System
 {
-    explicit System(OutputHandler handler)
-        : output(std::move(handler)), worker(SpawnWorker()), channel(std::move(worker.channel)),
+    System(WorkerSpawner& spawner, OutputHandler handler)
+        : output(std::move(handler)), worker(spawner.Spawn()), channel(std::move(worker.channel)),
           outputPipe(std::move(worker.output))
     {}
 
@@ -83,7 +89,9 @@ struct WorkerProcess::System
     }
 };
 
-WorkerProcess::WorkerProcess(OutputHandler output) : system(std::make_unique<System>(std::move(output))) {}
+WorkerProcess::WorkerProcess(WorkerSpawner& spawner, OutputHandler output)
+    : system(std::make_unique<System>(spawner, std::move(output)))
+{}
 
 WorkerProcess::~WorkerProcess()
 {
@@ -96,32 +104,61 @@ void WorkerProcess::Send(std::string_view message)
     system->channel.Write(MakeFrame(message));
 }
 
-WorkerProcess::Event WorkerProcess::Wait(const Interrupt& interrupt, Clock::time_point deadline)
+void WorkerProcess::WaitForAny(std::span<WorkerProcess* const> processes, const Interrupt& interrupt,
+                               Clock::time_point deadline, std::chrono::microseconds)
+{
+    // The system waits for so many things at once. A pipe that is being written to has an event of its own;
+    // where there is no room for it, it is looked at in a moment.
+    constexpr std::size_t most = MAXIMUM_WAIT_OBJECTS;
+    constexpr std::chrono::milliseconds moment{5};
+    std::vector<HANDLE> handles{interrupt.GetSystem().event.Get()};
+    std::vector<HANDLE> ofWrites;
+    for (const WorkerProcess* process : processes) {
+        const System& each = *process->system;
+        handles.push_back(each.worker.process.Get());
+        if (each.channel.IsOpen())
+            handles.push_back(each.channel.ReadEvent());
+        if (each.outputPipe.IsOpen())
+            handles.push_back(each.outputPipe.ReadEvent());
+        if (each.channel.IsWriting())
+            ofWrites.push_back(each.channel.WriteEvent());
+    }
+    for (const HANDLE write : ofWrites) {
+        if (handles.size() < most)
+            handles.push_back(write);
+        else
+            deadline = std::min(deadline, Clock::now() + moment);
+    }
+    ::WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), FALSE,
+                             WaitTimeout(deadline));
+    for (const WorkerProcess* process : processes) {
+        process->system->channel.ContinueWriting();
+        process->system->ReadOutput();
+        process->system->ReadChannel();
+    }
+}
+
+void WorkerProcess::ReadNow()
+{
+    system->ReadOutput();
+    system->ReadChannel();
+}
+
+std::optional<WorkerProcess::Event> WorkerProcess::TakeEvent()
 {
     System& self = *system;
-    for (;;) {
-        if (Clock::now() >= deadline)
-            return Event::DeadlinePassed;
+    if (self.TakeFrame())
+        return Event::Message;
+    // Messages that it sent before its end come first.
+    const bool ended = self.HasEnded();
+    while (self.ReadChannel())
         if (self.TakeFrame())
             return Event::Message;
-        const bool ended = self.HasEnded();
-        if (self.ReadChannel())
-            continue;
-        if (ended)
-            return Event::Ended;
-        if (!self.channel.IsOpen())
-            return Event::ChannelClosed;
-
-        std::array<HANDLE, 5> handles{interrupt.GetSystem().event.Get(), self.worker.process.Get(),
-                                      self.channel.ReadEvent(), self.channel.WriteEvent(),
-                                      self.outputPipe.ReadEvent()};
-        const auto count = static_cast<DWORD>(self.outputPipe.IsOpen() ? handles.size() : handles.size() - 1);
-        const DWORD result = ::WaitForMultipleObjects(count, handles.data(), FALSE, WaitTimeout(deadline));
-        self.channel.ContinueWriting();
-        self.ReadOutput();
-        if (result == WAIT_OBJECT_0)
-            return Event::Interrupted;
-    }
+    if (ended)
+        return Event::Ended;
+    if (!self.channel.IsOpen())
+        return Event::ChannelClosed;
+    return std::nullopt;
 }
 
 std::string WorkerProcess::TakeMessage()
@@ -129,20 +166,16 @@ std::string WorkerProcess::TakeMessage()
     return std::move(system->message);
 }
 
-bool WorkerProcess::HasEnded() const
+void WorkerProcess::BeginKill() noexcept
 {
-    return system->HasEnded();
-}
-
-bool WorkerProcess::WaitForEnd(Clock::time_point deadline) const
-{
-    return ::WaitForSingleObject(system->worker.process.Get(), WaitTimeout(deadline)) == WAIT_OBJECT_0;
+    if (!system->finished)
+        ::TerminateJobObject(system->worker.job.Get(), killedExitCode);
 }
 
 ProcessEnd WorkerProcess::Finish()
 {
     const ProcessEnd end = system->Kill();
-    for (int buffers = 0; buffers < 32 && system->ReadOutput(); ++buffers) {
+    for (int buffers = 0; buffers < mostBuffersLeft && system->ReadOutput(); ++buffers) {
     }
     return end;
 }
@@ -155,6 +188,17 @@ std::uint32_t WorkerProcess::Entity() const noexcept
 std::uint32_t WorkerProcess::Phase() const noexcept
 {
     return system->worker.page->phase;
+}
+
+std::uint64_t WorkerProcess::MemoryInUse() const
+{
+    PROCESS_MEMORY_COUNTERS_EX counters = {};
+    counters.cb = sizeof counters;
+    const bool told = ::GetProcessMemoryInfo(system->worker.process.Get(),
+                                             reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                                             sizeof counters) != FALSE;
+    // A system that does not count the private memory of others still knows what they have in memory.
+    return told ? std::max<std::uint64_t>(counters.PrivateUsage, counters.WorkingSetSize) : 0;
 }
 
 } // namespace zetaudiofilterscan

@@ -1,0 +1,12 @@
+#include "OneProcessor.h"
+
+namespace zetaudiofilterscan {
+
+struct OneProcessor::Before
+{};
+
+OneProcessor::OneProcessor() = default;
+
+OneProcessor::~OneProcessor() = default;
+
+} // namespace zetaudiofilterscan

@@ -1,0 +1,7 @@
+#include "RefusalNotes.h"
+
+namespace zetaudiofilterscan {
+
+void NoteRefusals() {}
+
+} // namespace zetaudiofilterscan
