@@ -5,6 +5,7 @@
 #include <regex>
 
 #include <gmock/gmock.h>
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/config/Localizer.h>
 #include <zettesting/TemporaryFolder.h>
 
@@ -157,6 +158,22 @@ TEST_P(StringTable, EndsTextsAsTheDefaultsEnd)
     ForEachText([](const std::string& english, const std::string& text) {
         EXPECT_EQ(End(text), End(english)) << text;
     });
+}
+
+TEST_P(StringTable, SaysInItsLanguageEachReasonThatWasWrittenDownInEnglish)
+{
+    int reasons = 0;
+    for (const auto& [key, defaults] : Texts()) {
+        if (!key.starts_with("$$$/AudioPluginManager/Reason/"))
+            continue;
+        ++reasons;
+        const Strings arguments{"/one/x.so", "2", "three"};
+        const std::string english = Localizer().Localize(key + "=" + *defaults.begin(), arguments);
+        EXPECT_EQ(zetaudiopluginhost::reasons::InLanguage(english, Localizer::Get()),
+                  Localizer::Get().Localize(key, arguments))
+            << key;
+    }
+    EXPECT_GT(reasons, 80);
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, StringTable, testing::ValuesIn(languages), NameOfLanguage);

@@ -33,7 +33,6 @@ constexpr char messageKey[] =
     "$$$/AudioPluginManager/PluginScanError=An error occurred when scanning the plug-in '@PLUGINNAME' that "
     "caused Sondrel to shut down. This plug-in has been disabled and will be omitted from future scans until "
     "it is manually enabled in Sondrel's Audio Plug-In Manager dialog.";
-constexpr char banReason[] = "brought the host down when it was scanned in the host's own process";
 /// No locator is as long as this. The first part of a longer text might name another plug-in.
 constexpr std::uint64_t longestMarker = std::uint64_t{1} << 20;
 
@@ -131,10 +130,10 @@ void CrashRecovery::BanAndNotify(const PluginLocator& plugin)
 {
     preferences.Try([&plugin] {
         // An update may mend it, so only the build that is there now is banned.
-        zetaudiopluginhost::BanInfo ban;
-        ban.reason = banReason;
-        ban.stamp = zetaudiofilterhost::GetModuleFileStamp(plugin);
-        BannedPluginManager::GetInstance()->AddBannedPlugin(plugin, ban);
+        using zetaudiopluginhost::PluginFailure;
+        BannedPluginManager::GetInstance()->AddBannedPlugin(
+            plugin, zetaudiopluginhost::BanFor({{.kind = PluginFailure::Kind::EndedTheHost}},
+                                               zetaudiofilterhost::GetModuleFileStamp(plugin)));
     });
     preferences.SaveBannedList();
     preferences.TellUserOnce();

@@ -103,7 +103,8 @@ TEST_F(CrashRecoveryTest, ADamagedUnsupportedListIsWrittenAgainAndWhatItHeldIsKe
 TEST_F(CrashRecoveryTest, WithoutTheResourceAnEmptyUnsupportedListIsWritten)
 {
     Terminate();
-    EXPECT_THAT(Start(), IsEmpty());
+    CrashRecovery(nullptr, nullptr).Run();
+    EXPECT_THAT(shown.calls, IsEmpty());
     EXPECT_TRUE(std::filesystem::exists(unsupportedList));
     EXPECT_EQ(zettesting::ReadAll(unsupportedList), "");
     Initialize();
@@ -111,6 +112,19 @@ TEST_F(CrashRecoveryTest, WithoutTheResourceAnEmptyUnsupportedListIsWritten)
     EXPECT_EQ(zettesting::ReadAll(unsupportedList), Resource());
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(unsupportedList).concat(".damaged")))
         << "there is nothing to keep of an empty file";
+}
+
+TEST_F(CrashRecoveryTest, AHostThatForgetsToInitializeIsToldSo)
+{
+    Terminate();
+    try {
+        Start();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const zetcore::utility::null_ptr_exception& error) {
+        EXPECT_THAT(error.what(), ::testing::HasSubstr("CheckForCrashedPluginsAndNotifyUser: call "
+                                                       "zetaudiopluginhostui::Initialize() first"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(unsupportedList));
 }
 
 TEST_F(CrashRecoveryTest, TheBannedListAndTheRegistryAreLoaded)

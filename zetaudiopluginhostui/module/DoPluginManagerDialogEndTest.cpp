@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
-using zetcore::signals::ScopedConnection;
+using zetcore::events::ScopedConnection;
 
 class DoPluginManagerDialogEnd : public ManagerRunFixture
 {

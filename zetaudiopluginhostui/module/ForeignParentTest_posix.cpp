@@ -11,7 +11,9 @@
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/filesupport/paths/Dir.h>
@@ -88,8 +90,8 @@ class ForeignParent : public zettesting::HostFixture
 
     static void ForgetAll()
     {
-        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance());
+        ResetBannedPlugins(*zetaudiopluginhost::BannedPluginManager::GetInstance());
     }
     /// Calls with the next modal window, other than `past`, that the X server has drawn.
     static void Act(std::function<void(QWidget&)> user, const QWidget* past = nullptr)

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
@@ -53,7 +54,7 @@ TEST_F(MainThreadRuleDeathTest, TheRegistrysOperationsAreForTheMainThread)
 {
     EXPECT_DEATH(OnAnotherThread([this] { registry.PluginInfoBegin(); }),
                  "PluginInfoBegin was called on another thread");
-    EXPECT_DEATH(OnAnotherThread([this] { registry.Reset(); }), "Reset was called on another thread");
+    EXPECT_DEATH(OnAnotherThread([this] { ResetRegistry(registry); }), "Reset was called on another thread");
     EXPECT_DEATH(OnAnotherThread([] { BannedPluginManager::GetInstance()->BannedBegin(); }),
                  "BannedBegin was called on another thread");
 }

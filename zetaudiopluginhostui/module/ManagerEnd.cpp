@@ -47,6 +47,17 @@ void TakeBack(Preferences& preferences, const PluginModuleInfoManager::Copy& cop
 
 } // namespace
 
+void TakeBackManagerRun(const PluginModuleInfoManager::Copy& copy, Preferences& preferences)
+{
+    try {
+        TakeBack(preferences, copy);
+    } catch (const std::exception& error) {
+        zetcore::debug::TraceLine(1, "AudioPluginManager", error.what());
+    } catch (...) {
+        zetcore::debug::TraceLine(1, "AudioPluginManager", "An unknown exception ended the way back");
+    }
+}
+
 bool EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
                    const PluginModuleInfoManager::Copy& copy, Preferences& preferences)
 {

@@ -17,4 +17,9 @@ namespace zetaudiopluginhostui {
 bool EndManagerRun(zetui::dialogs::UI_DialogViewContainer::Response response,
                    const zetaudiofilterhost::PluginModuleInfoManager::Copy& copy, Preferences& preferences);
 
+/// Takes back what the dialog has changed when an exception is on its way to the host, which no other may
+/// replace. Main thread.
+void TakeBackManagerRun(const zetaudiofilterhost::PluginModuleInfoManager::Copy& copy,
+                        Preferences& preferences);
+
 } // namespace zetaudiopluginhostui

@@ -1,9 +1,11 @@
 #include "module/ManagerEnd.h"
 
 #include <memory>
+#include <stdexcept>
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zettesting/HostFixture.h>
 
 namespace zetaudiopluginhostui {
@@ -19,12 +21,12 @@ class ManagerEndTest : public zettesting::HostFixture
   protected:
     ManagerEndTest()
     {
-        registry.Reset();
+        ResetRegistry(registry);
         registry.AddModule(std::make_shared<PluginModuleInfo>(plugin));
         preferences.SaveRegistry();
         copy = registry.MakeCopy();
     }
-    ~ManagerEndTest() override { registry.Reset(); }
+    ~ManagerEndTest() override { ResetRegistry(registry); }
 
     bool IsEnabled() const { return registry.Find(plugin) && registry.Find(plugin)->IsEnabled(); }
 
@@ -37,7 +39,7 @@ class ManagerEndTest : public zettesting::HostFixture
 TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
 {
     int changes = 0;
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         registry.GetPluginInfosChangedSignal().Connect([&] { ++changes; });
     for (const int response : {-1, 0, 2, 3, 1000}) {
         registry.Find(plugin)->SetEnabled(false);
@@ -50,6 +52,18 @@ TEST_F(ManagerEndTest, EveryResponseButOkTakesBackAndIsToldToNobody)
     EXPECT_TRUE(EndManagerRun(1, *copy, preferences));
     EXPECT_FALSE(IsEnabled());
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ManagerEndTest, AnExceptionOnItsWayTakesTheChangesBackAndNoOtherReplacesIt)
+{
+    registry.Find(plugin)->SetEnabled(false);
+    TakeBackManagerRun(*copy, preferences);
+    EXPECT_TRUE(IsEnabled());
+    const auto vst = registry.GetPluginTechnology(TechnologyType::VST);
+    vst->AddPluginDirectories({L"/added/by/the/user"});
+    const zetcore::events::ScopedConnection connection = vst->GetDirectoriesChangedSignal().Connect(
+        [](const auto&) { throw std::range_error("of the host"); });
+    EXPECT_NO_THROW(TakeBackManagerRun(*copy, preferences));
 }
 
 TEST_F(ManagerEndTest, AFileThatAnotherProgramHasTakenAwayLeavesTheDefaultFolders)

@@ -1,8 +1,10 @@
 #include <zetaudiopluginhostui/Module.h>
 
 #include <memory>
+#include <string>
 
 #include <zetcore/threads/MainThread.h>
+#include <zetcore/utility/NullPtrException.h>
 
 #include "module/ModuleHandle.h"
 #include "module/ModuleResources.h"
@@ -50,6 +52,15 @@ zetui::utility::OS_ResourceManager* GetModuleResources()
 {
     zetcore::threads::AssertMainThread();
     return State().resources.get();
+}
+
+zetui::utility::OS_ResourceManager* RequireModuleResources(const char* operation)
+{
+    auto* const resources = GetModuleResources();
+    if (!resources)
+        throw zetcore::utility::null_ptr_exception(std::string("OS_ResourceManager (") + operation +
+                                                   ": call zetaudiopluginhostui::Initialize() first)");
+    return resources;
 }
 
 } // namespace zetaudiopluginhostui

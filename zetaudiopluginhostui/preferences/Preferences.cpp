@@ -22,7 +22,7 @@ using filesupport::File;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
 
-constexpr char messageKey[] =
+constexpr char accessMessageKey[] =
     "$$$/AudioPluginManager/PreferenceAccessError=Unable to load third-party audio plug-ins. @0 is unable to "
     "access your Preferences folder. Your user account may not have access rights, or the folder may have "
     "been set to Read Only. Please check your permissions and try again.";
@@ -36,7 +36,7 @@ void ShowCaution(const zetui::pixmill::SupplierInterface* supplier, HWND parent)
 {
     const std::wstring clientName = zetcore::utility::GetClientName();
     zetui::dialogs::messagebox::ShowCaution(
-        supplier, clientName, zetcore::config::Localizer::Get().LocalizeWide(messageKey, {clientName}),
+        supplier, clientName, zetcore::config::Localizer::Get().LocalizeWide(accessMessageKey, {clientName}),
         zetui::ui::WindowVariant(parent));
 }
 

@@ -4,7 +4,9 @@
 
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/utility/ClientName.h>
 #include <zettesting/HostFixture.h>
@@ -28,8 +30,8 @@ class PreferencesTest : public zettesting::HostFixture
 
     static void Forget()
     {
-        PluginModuleInfoManager::GetInstance()->Reset();
-        BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(*PluginModuleInfoManager::GetInstance());
+        ResetBannedPlugins(*BannedPluginManager::GetInstance());
         BannedPluginManager::GetInstance()->LoadStaticConfiguration(zetcore::filesupport::File());
     }
     /// No file can be written there from now on.

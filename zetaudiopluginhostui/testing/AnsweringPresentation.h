@@ -30,6 +30,8 @@ class AnsweringPresentation
         std::string title, message;
     };
     std::vector<Alert> alerts;
+    /// The windows with long texts.
+    std::vector<Alert> texts;
     std::vector<zetui::dialogs::Question> questions;
     /// The titles of the folder choosers.
     std::vector<std::wstring> choosers;
@@ -40,6 +42,8 @@ class AnsweringPresentation
     std::wstring chosenFolder;
     /// Called while the chooser is open.
     std::function<void()> onChoose;
+    /// Called when a progress dialog comes.
+    std::function<void()> onProgress;
     /// Called for each alert.
     std::function<void()> onAlert;
 
@@ -55,6 +59,8 @@ class AnsweringPresentation
         {
             ++owner.progressDialogs;
             owner.parents.push_back(parent);
+            if (owner.onProgress)
+                owner.onProgress();
             return real->CreateProgress(parent);
         }
         void ShowAlert(zetui::dialogs::AlertKind, const std::string& title, const std::string& message,
@@ -70,6 +76,12 @@ class AnsweringPresentation
             owner.parents.push_back(parent);
             owner.questions.push_back(question);
             return owner.answer;
+        }
+        void ShowText(const std::string& title, const std::string& text,
+                      zetui::ui::WindowVariant parent) override
+        {
+            owner.texts.push_back({title, text});
+            owner.parents.push_back(parent);
         }
         std::wstring ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant parent) override
         {

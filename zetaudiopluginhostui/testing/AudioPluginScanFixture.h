@@ -123,7 +123,7 @@ class AudioPluginScanFixture : public ScanFixture
     /// How the scan had ended when the signal was raised last.
     ScanEnd atSignal;
     std::function<void()> onSignal;
-    zetcore::signals::ScopedConnection connection;
+    zetcore::events::ScopedConnection connection;
     const PluginLocator none;
     std::shared_ptr<AudioPluginScan> scan = std::make_shared<AudioPluginScan>(nullptr);
 };

@@ -6,7 +6,9 @@
 
 #include <zetaudiofilterhost/PluginLocator.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/string/Utf.h>
@@ -68,8 +70,8 @@ class CrashRecoveryFixture : public zettesting::HostFixture
     }
     static void ForgetAll()
     {
-        PluginModuleInfoManager::GetInstance()->Reset();
-        BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(*PluginModuleInfoManager::GetInstance());
+        ResetBannedPlugins(*BannedPluginManager::GetInstance());
         BannedPluginManager::GetInstance()->LoadStaticConfiguration(zetcore::filesupport::File());
     }
 

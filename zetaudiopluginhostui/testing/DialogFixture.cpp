@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QTest>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetui/application/Application.h>
 
@@ -26,8 +28,8 @@ namespace {
 
 void EmptyTheLists()
 {
-    zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
-    zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+    ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance());
+    ResetBannedPlugins(*zetaudiopluginhost::BannedPluginManager::GetInstance());
     zetaudiofilterhost::AudioFilterDescriptorManager::GetInstance()->SetSynthsEnabled(true);
 }
 
@@ -36,7 +38,10 @@ void EmptyTheLists()
 DialogFixture::DialogFixture(zetui::skins::Skin skin)
 {
     EmptyTheLists();
-    zetui::skins::SetSkin(skin);
+    // The same tests run on a window system and in the other skin, too.
+    if (qEnvironmentVariableIsSet("ZET_TEST_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", qgetenv("ZET_TEST_PLATFORM"));
+    zetui::skins::SetSkin(qgetenv("ZET_TEST_SKIN") == "v7" ? zetui::skins::Skin::V7 : skin);
     zetui::skins::SetScheme(zetui::skins::Scheme::Light);
     EXPECT_TRUE(zetui::ui::InitializeWindows());
     shown = std::make_unique<AnsweringPresentation>();

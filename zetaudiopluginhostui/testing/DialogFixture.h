@@ -111,6 +111,8 @@ class DialogFixture : public zettesting::HostFixture
 
   private:
     zettesting::ScopedEnvironment platform{"QT_QPA_PLATFORM", "offscreen"};
+    /// The file manager of the tester's own desktop is none of the tests' business.
+    zettesting::ScopedEnvironment noBus{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus"};
 };
 
 /// The dialog in the V7 skin.

@@ -12,7 +12,9 @@
 #include <QApplication>
 #include <QTest>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
 #include <zetcore/filesupport/paths/Dir.h>
@@ -37,8 +39,8 @@ class ManagerRunFixture : public zettesting::HostFixture
 
     ManagerRunFixture() : platform("QT_QPA_PLATFORM", "offscreen")
     {
-        registry.Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(registry);
+        ResetBannedPlugins(*zetaudiopluginhost::BannedPluginManager::GetInstance());
         EXPECT_TRUE(zetui::ui::InitializeWindows());
         shown.emplace();
         Initialize();
@@ -48,8 +50,8 @@ class ManagerRunFixture : public zettesting::HostFixture
         Terminate();
         shown.reset();
         zetui::ui::TerminateWindows();
-        registry.Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(registry);
+        ResetBannedPlugins(*zetaudiopluginhost::BannedPluginManager::GetInstance());
     }
 
     /// Opens the manager, lets the user act, and returns the manager's answer.

@@ -4,7 +4,9 @@
 #include <fstream>
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/serialization/Value.h>
@@ -45,14 +47,14 @@ ScanFixture::ScanFixture()
             if (level == 6 && category == "ExternalAudioPluginScan")
                 log->lines.emplace_back(text);
         });
-    PluginModuleInfoManager::GetInstance()->Reset();
-    BannedPluginManager::GetInstance()->Reset();
+    ResetRegistry(*PluginModuleInfoManager::GetInstance());
+    ResetBannedPlugins(*BannedPluginManager::GetInstance());
 }
 
 ScanFixture::~ScanFixture()
 {
-    PluginModuleInfoManager::GetInstance()->Reset();
-    BannedPluginManager::GetInstance()->Reset();
+    ResetRegistry(*PluginModuleInfoManager::GetInstance());
+    ResetBannedPlugins(*BannedPluginManager::GetInstance());
 }
 
 void ScanFixture::Script(int number, const std::vector<std::string>& lines)

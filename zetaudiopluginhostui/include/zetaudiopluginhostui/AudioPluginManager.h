@@ -23,7 +23,7 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginManager
     /// is written first. A scan marker that is still there names the plug-in that brought the host down: that
     /// plug-in is banned, and the user is told. The call returns when every alert has been dismissed. The
     /// supplier is not owned; null is allowed for both. Throws `file_exception` when an existing file cannot
-    /// be read.
+    /// be read, and the null-pointer error before `Initialize`.
     void CheckForCrashedPluginsAndNotifyUser(const zetui::pixmill::SupplierInterface* supplier, HWND parent);
 
     /// Runs the modal Audio Plug-In Manager. Windows are initialised first if need be.
@@ -37,7 +37,7 @@ class ZETAUDIOPLUGINHOSTUI_API AudioPluginManager
     /// A preferences folder that cannot be written is told to the user once, after the dialog. After OK, only
     /// the save decides that. Throws `std::runtime_error` where there is no display, and the null-pointer
     /// error before `Initialize`. Exceptions other than `file_exception` that leave a load or a save (those
-    /// of a host's slot, for example) pass.
+    /// of a host's slot, for example) pass. One that ends the dialog takes the changes back, as Cancel does.
     bool DoPluginManagerDialog(const zetui::pixmill::SupplierInterface* supplier,
                                AudioPluginManagerSettings& settings, HWND parent);
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,13 +27,14 @@ class Preferences;
 /// Scans audio plug-ins with a progress dialog, in this process or in the scanner process. Each call of
 /// `ScanForPlugins` blocks the main thread until the scan is over, and leaves the registry saved.
 ///
-/// Make the object with a shared pointer. Without one the scanner process cannot be used, and the
-/// null-pointer error says so. On another thread than the main one, `ScanForPlugins` throws
-/// `std::logic_error`. Both are refused before anything is touched.
+/// A shared pointer may own the object, and the host may then drop it while the scan runs; without one it
+/// must outlive the scan. On another thread than the main one, `ScanForPlugins` throws `std::logic_error`
+/// before anything is touched.
 ///
-/// An exception of the host's own may leave a scan, from a slot or from the presentation that shows the
-/// progress. Then the registry is saved too, all plug-ins that were not reached are put back, and the changed
-/// signal is not raised.
+/// An exception of the host's own may leave a scan, from a slot, from the progress callback, or from the
+/// presentation that shows the progress, whichever of its operations it was. Then the scanner is ended, the
+/// registry is saved too, all plug-ins that were not reached are put back, and the changed signal is not
+/// raised.
 class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::EnableSharedAs<AudioPluginScan>
 {
   public:
@@ -57,6 +61,22 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
                          const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                          bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess);
 
+    /// Called on the main thread before each plug-in, whichever process scans it, with the number of plug-ins
+    /// that are done and that there are. What is known of the plug-in before it is then in the registry and
+    /// in the banned list. A scanner process with several workers tells a plug-in when its result is there.
+    /// Null ends it.
+    using ProgressCallback = std::function<void(const zetaudiofilterhost::PluginLocator& plugin,
+                                                std::size_t done, std::size_t total)>;
+    ZETAUDIOPLUGINHOSTUI_API void SetProgressCallback(ProgressCallback callback);
+
+    /// The scanner program is looked for beside the running program, beside this module's library, and where
+    /// the installation puts programs, in this order. A host that keeps it elsewhere says so here. An empty
+    /// path goes back to the search; a relative one is made absolute at once. Where the host has called
+    /// `commondirs::SetExecutableDir`, the program is looked for there only. Any thread.
+    ZETAUDIOPLUGINHOSTUI_API static void SetScannerDir(const std::wstring& path);
+    /// The program that a scan would start; it need not exist. Any thread.
+    ZETAUDIOPLUGINHOSTUI_API static zetcore::filesupport::File GetScannerProgram();
+
     /// How this object's last scan ended; `Done` before the first. Main thread.
     ZETAUDIOPLUGINHOSTUI_API const ScanEnd& GetEnd() const;
     /// How this process's last scan ended, whoever ran it. It is known before the registry's changed signal
@@ -76,7 +96,7 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     friend class AudioPluginScanAccess;
     using ProgressDialogPtr = zetui::utility::IntrusivePtr<zetui::dialogs::UI_ProgressDialog>;
 
-    ZETAUDIOPLUGINHOSTUI_LOCAL void CheckThatItMayScan(bool useSeparateProcess);
+    ZETAUDIOPLUGINHOSTUI_LOCAL static void CheckThatItMayScan();
     ZETAUDIOPLUGINHOSTUI_LOCAL void Scan(Preferences& preferences, HWND parent,
                                          const std::vector<zetaudiofilterhost::PluginLocator>& plugins,
                                          bool disableVST2ShellSkipping, bool quickEffectScan,
@@ -95,6 +115,8 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     ExternalScanProgressCallback(const zetaudiofilterhost::PluginLocator& plugin,
                                  const std::string& statusText, int progress, int total,
                                  ProgressDialogPtr progressDialog);
+    ZETAUDIOPLUGINHOSTUI_LOCAL void TellProgress(const zetaudiofilterhost::PluginLocator& plugin,
+                                                 int progress, int total) const;
     /// Puts back what was not reached and saves, before an exception leaves the scan.
     ZETAUDIOPLUGINHOSTUI_LOCAL void KeepWhatIsThere(Preferences& preferences, const std::string& reason);
     ZETAUDIOPLUGINHOSTUI_LOCAL bool
@@ -104,6 +126,9 @@ class ZETAUDIOPLUGINHOSTUI_TYPE AudioPluginScan : public zetcore::utility::Enabl
     const zetui::pixmill::SupplierInterface* supplier;
     std::shared_ptr<ExternalAudioPluginScan> externalScan;
     bool cancelled = false;
+    /// The exception of the host's progress callback or presentation, from a call that was posted.
+    std::exception_ptr hostError;
+    ProgressCallback progressCallback;
     /// False when the current plug-in must not be loaded, because an older marker cannot be removed.
     bool mayLoad = true;
     /// Why a plug-in of this scan must not be loaded, if that was so for any.

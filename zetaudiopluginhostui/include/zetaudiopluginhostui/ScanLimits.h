@@ -12,4 +12,10 @@ inline constexpr char restartLimitKey[] = "zetaudiopluginhostui.MostFruitlessRes
 /// variable `ZET_DEBUG_DATABASE`, which it gets from the host, goes before that file.
 inline constexpr char entityTimeoutKey[] = "zetaudiofilterscan.EntityTimeoutSeconds";
 
+/// The scanner process loads so many plug-ins at the same time, each in a process of its own, as this entry
+/// of its debug database says: from 1 to `mostWorkers`. Without it, the scanner chooses: twice the number of
+/// processors, at least 4, and less when memory is short.
+inline constexpr char workersKey[] = "zetaudiofilterscan.Workers";
+inline constexpr unsigned mostWorkers = 16;
+
 } // namespace zetaudiopluginhostui

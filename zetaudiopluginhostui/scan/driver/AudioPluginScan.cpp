@@ -1,18 +1,23 @@
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
+#include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/threads/MainThread.h>
-#include <zetcore/utility/NullPtrException.h>
 
 #include "preferences/Preferences.h"
 #include "scan/driver/ScanMarker.h"
+#include "scan/launch/ScannerPlace.h"
 #include "scan/session/ExternalAudioPluginScan.h"
 
 namespace zetaudiopluginhostui {
@@ -40,6 +45,18 @@ LastScan& TheLastScan()
     return scan;
 }
 
+/// The same plug-in with an absolute path, because the current folder may change later. A path from the root
+/// stays exactly as it is, and so does a name that is no path: that of a format which has no files here.
+PluginLocator AbsoluteLocator(const PluginLocator& plugin)
+{
+    const auto* format = zetaudiofilterhost::FindPluginFormat(plugin.GetTechnologyType());
+    if (plugin.IsEmpty() || !format || !format->IsOnThisPlatform() ||
+        filesupport::ToNativePath(plugin.GetPath()).has_root_directory())
+        return plugin;
+    return {plugin.GetTechnologyType(), filesupport::Dir(plugin.GetPath()).FullPath(),
+            plugin.GetSubcomponent()};
+}
+
 } // namespace
 
 AudioPluginScan::AudioPluginScan(const zetui::pixmill::SupplierInterface* drawingSupplier)
@@ -51,6 +68,32 @@ AudioPluginScan::AudioPluginScan(const AudioPluginScan&) = default;
 AudioPluginScan& AudioPluginScan::operator=(const AudioPluginScan&) = default;
 
 AudioPluginScan::~AudioPluginScan() = default;
+
+void AudioPluginScan::SetProgressCallback(ProgressCallback callback)
+{
+    zetcore::threads::AssertMainThread();
+    progressCallback = std::move(callback);
+}
+
+void AudioPluginScan::SetScannerDir(const std::wstring& path)
+{
+    SetScannerFolder(path);
+}
+
+filesupport::File AudioPluginScan::GetScannerProgram()
+{
+    return FindScannerProgram();
+}
+
+void AudioPluginScan::TellProgress(const PluginLocator& plugin, int progress, int total) const
+{
+    // The callback may set another one.
+    const ProgressCallback callback = progressCallback;
+    // A scanner may claim any number.
+    if (callback && !plugin.GetPath().empty())
+        callback(plugin, static_cast<std::size_t>(std::max(progress, 0)),
+                 static_cast<std::size_t>(std::max(total, 0)));
+}
 
 const ScanEnd& AudioPluginScan::GetEnd() const
 {
@@ -90,7 +133,7 @@ filesupport::File AudioPluginScan::GetLastScannedPluginPath()
 void AudioPluginScan::ScanForPlugins(HWND parent, bool rescanExisting, bool disableVST2ShellSkipping,
                                      bool quickEffectScan, bool useSeparateProcess)
 {
-    CheckThatItMayScan(useSeparateProcess);
+    CheckThatItMayScan();
     std::vector<PluginLocator> vanished;
     const auto candidates =
         PluginModuleInfoManager::GetInstance()->CollectPotentialPlugins(!rescanExisting, vanished);
@@ -103,7 +146,9 @@ void AudioPluginScan::ScanForPlugins(HWND parent, const std::vector<PluginLocato
                                      bool useSeparateProcess)
 {
     Preferences preferences(supplier, parent);
-    Scan(preferences, parent, plugins, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
+    std::vector<PluginLocator> absolute;
+    std::ranges::transform(plugins, std::back_inserter(absolute), AbsoluteLocator);
+    Scan(preferences, parent, absolute, disableVST2ShellSkipping, quickEffectScan, useSeparateProcess);
 }
 
 void AudioPluginScan::ScanForPluginsWithin(Preferences& operation, HWND parent,
@@ -118,10 +163,14 @@ void AudioPluginScan::ScanForPluginsWithin(Preferences& operation, HWND parent,
 void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vector<PluginLocator>& plugins,
                            bool disableVST2ShellSkipping, bool quickEffectScan, bool useSeparateProcess)
 {
-    CheckThatItMayScan(useSeparateProcess);
+    CheckThatItMayScan();
     // The host may drop its last pointer to this object while the progress is shown.
-    const auto self = SharedThis();
+    auto self = SharedThis();
+    // An object of the host's own stays until this returns. What refers to it weakly finds nobody afterwards.
+    if (!self)
+        self = std::shared_ptr<AudioPluginScan>(this, [](AudioPluginScan*) {});
     cancelled = false;
+    hostError = nullptr;
     markerProblem.reset();
     SetEnd({});
     ++TheLastScan().count;
@@ -149,20 +198,18 @@ void AudioPluginScan::Scan(Preferences& preferences, HWND parent, const std::vec
         KeepWhatIsThere(preferences, error.what());
         throw;
     } catch (...) {
-        KeepWhatIsThere(preferences, "An unknown exception ended the scan");
+        KeepWhatIsThere(preferences, zetaudiopluginhost::reasons::InEnglish(
+                                         zetaudiopluginhost::reasons::unknownException));
         throw;
     }
     preferences.TellUser();
 }
 
-void AudioPluginScan::CheckThatItMayScan(bool useSeparateProcess)
+void AudioPluginScan::CheckThatItMayScan()
 {
     if (zetcore::threads::GetRegisteredMainThread() && !zetcore::threads::IsMainThread())
         throw std::logic_error("AudioPluginScan::ScanForPlugins must be called on the main thread, the one "
                                "that called RegisterMainThread");
-    // The session refers to this object weakly. Without that it could never close the dialog.
-    if (useSeparateProcess && !SharedThis())
-        zetcore::utility::DoThrowNullPtrException("AudioPluginScan");
 }
 
 void AudioPluginScan::KeepWhatIsThere(Preferences& preferences, const std::string& reason)

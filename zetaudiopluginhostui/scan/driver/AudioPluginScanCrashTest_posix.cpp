@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/Module.h>
@@ -84,14 +85,14 @@ TEST_F(ScanDeathTest, EveryLocatorThatAScanCanMarkIsBannedExactlyAtTheNextStart)
           PluginLocator(TechnologyType::VST, std::wstring(L"/stray") + static_cast<wchar_t>(0xDCFF))}) {
         ScanUpToTheLoadOfTheLast({each});
         ASSERT_EQ(MarkerText(), MarkerOf(each));
-        banned.Reset();
+        ResetBannedPlugins(banned);
         std::filesystem::remove(prefs / banned.GetSettingsFileName());
         shown.calls.clear();
         AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr, nullptr);
         EXPECT_THAT(shown.Starting("caution"), SizeIs(1)) << MarkerOf(each);
         EXPECT_THAT(std::vector<PluginLocator>(banned.BannedBegin(), banned.BannedEnd()), ElementsAre(each));
         EXPECT_FALSE(std::filesystem::exists(Marker()));
-        banned.Reset();
+        ResetBannedPlugins(banned);
     }
     Terminate();
 }

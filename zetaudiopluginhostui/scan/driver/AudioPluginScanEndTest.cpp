@@ -143,17 +143,44 @@ class RefusedScan : public AudioPluginScanEndTest
     const PluginLocator gone = MakeKnownFile("gone.so");
 };
 
-TEST_F(RefusedScan, AnObjectThatNoSharedPointerOwnsCannotScanInASeparateProcess)
+TEST_F(AudioPluginScanEndTest, AnObjectOnTheStackScansInEitherProcess)
 {
+    const auto a = MakeKnownFile("a.so");
     AudioPluginScan onTheStack(nullptr);
-    EXPECT_THROW(onTheStack.ScanForPlugins(nullptr, {here}, false, true, true), std::runtime_error);
-    EXPECT_THROW(onTheStack.ScanForPlugins(nullptr, true, false, true, true), std::runtime_error);
-    Preferences operation(nullptr, nullptr);
-    EXPECT_THROW(onTheStack.ScanForPluginsWithin(operation, nullptr, {here}, false, true, true),
-                 std::runtime_error);
-    ExpectThatNothingWasTouched();
-    onTheStack.ScanForPlugins(nullptr, {here}, false, true, false);
-    EXPECT_EQ(changes, 1);
+    for (int launch = 1; launch <= 2; ++launch) {
+        Script(launch,
+               {"listen", "ok", "ok", Info(a, 0, 1, true), Result(a, L"found"), Info(none, 1, 1, false)});
+        onTheStack.ScanForPlugins(nullptr, {a}, false, true, true);
+        EXPECT_EQ(changes, launch);
+        ASSERT_TRUE(IsKnown(a));
+        EXPECT_EQ(registry.Find(a)->GetName(), L"found");
+        EXPECT_EQ(onTheStack.GetEnd(), ScanEnd{});
+        EXPECT_EQ(onTheStack.SharedThis(), nullptr) << "nothing holds it after the scan";
+    }
+    onTheStack.ScanForPlugins(nullptr, {a}, false, true, false);
+    EXPECT_EQ(changes, 3);
+}
+
+TEST_F(AudioPluginScanEndTest, TheProgressCallbackGetsEachPluginWithWhatIsKnownOfTheOneBefore)
+{
+    const auto a = MakeFile("a.so");
+    const auto b = MakeFile("b.so");
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), Result(a, L"found"), Info(none, 0, 2, true), "ok",
+               Info(b, 1, 2, true), Result(b, L"also"), Info(none, 2, 2, false)});
+    std::vector<std::string> told;
+    scan->SetProgressCallback([&](const PluginLocator& plugin, std::size_t done, std::size_t total) {
+        told.push_back(Path(plugin) + (IsKnown(a) ? " after a " : " ") + std::to_string(done) + "/" +
+                       std::to_string(total));
+    });
+    Scan({a, b}, true);
+    EXPECT_THAT(told, ElementsAre(Path(a) + " 0/2", Path(b) + " after a 1/2"));
+    told.clear();
+    Scan({a, b});
+    EXPECT_THAT(told, ElementsAre(Path(a) + " 0/2", Path(b) + " after a 1/2"));
+    told.clear();
+    scan->SetProgressCallback(nullptr);
+    Scan({a, b});
+    EXPECT_THAT(told, IsEmpty());
 }
 
 TEST_F(RefusedScan, AnotherThreadThanTheMainOneIsToldTheRule)
@@ -267,6 +294,23 @@ TEST_F(ScanThatThrows, ASeparateProcessIsEndedToo)
     EXPECT_TRUE(ScannersEnd());
     EXPECT_EQ(Launches(), 1);
     EXPECT_FALSE(zetaudiopluginhost::BannedPluginManager::GetInstance()->IsBanned(b));
+}
+
+TEST_F(ScanThatThrows, TheProgressCallbackMayThrowInEitherProcess)
+{
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 3, true), Result(a, L"found"), Info(b, 1, 3, true), "hold"});
+    scan->SetProgressCallback([&](const PluginLocator& plugin, std::size_t, std::size_t) {
+        if (plugin == b)
+            throw HostsError("the callback's trouble");
+    });
+    ExpectThrow<HostsError>(true);
+    EXPECT_EQ(scan->GetEnd().reason, "the callback's trouble");
+    EXPECT_TRUE(ScannersEnd());
+    EXPECT_EQ(changes, 0);
+    ExpectThrow<HostsError>(false);
+    scan->SetProgressCallback(nullptr);
+    Scan({a, b, c});
+    EXPECT_EQ(scan->GetEnd(), ScanEnd{});
 }
 
 TEST_F(ScanThatThrows, AFileErrorOfTheHostsIsNotTakenForOneOfOurs)

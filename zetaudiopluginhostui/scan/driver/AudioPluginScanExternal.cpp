@@ -1,5 +1,6 @@
 // The scan in the scanner process.
 #include <string_view>
+#include <utility>
 
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
@@ -19,6 +20,8 @@ using zetaudiofilterhost::PluginLocator;
 using zetui::dialogs::UI_DialogViewContainer;
 
 static_assert(std::string_view(entityTimeoutKey) == zetscanprotocol::entityTimeoutKey);
+static_assert(std::string_view(workersKey) == zetscanprotocol::workersKey);
+static_assert(mostWorkers == zetscanprotocol::mostWorkers);
 
 /// Most plug-ins are done after this time. Until then no user wonders.
 constexpr std::chrono::seconds patience{3};
@@ -49,8 +52,16 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
             Preferences::UnsupportedListFile().FullPath(), plugins, disableVST2ShellSkipping, quickEffectScan,
             [weak = WeakThis(), progressDialog](const PluginLocator& plugin, const std::string& statusText,
                                                 int progress, int total) {
-                if (const auto self = weak.lock())
+                const auto self = weak.lock();
+                if (!self || self->hostError)
+                    return;
+                // This call was posted and has no caller, so the exception waits for the end of the dialog.
+                try {
                     self->ExternalScanProgressCallback(plugin, statusText, progress, total, progressDialog);
+                } catch (...) {
+                    self->hostError = std::current_exception();
+                    progressDialog->PostClose();
+                }
             });
     } catch (const zetcore::filesupport::file_exception& error) {
         // The result file of an earlier scan is there and cannot be deleted.
@@ -72,6 +83,8 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
         throw;
     }
     externalScan->StopScan();
+    if (hostError)
+        std::rethrow_exception(std::exchange(hostError, nullptr));
     if (const auto& why = externalScan->WhyGaveUp())
         SetEnd({ScanEnd::How::GaveUp, *why});
     else if (const auto& failure = externalScan->StartFailure())
@@ -90,6 +103,7 @@ void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& plugin, 
         progressDialog->PostClose();
         return;
     }
+    TellProgress(plugin, progress, total);
     progressDialog->SetExtraText(ScannedPluginText(plugin, statusText));
     progressDialog->SetProgress(static_cast<unsigned long long>(progress),
                                 static_cast<unsigned long long>(total), std::string());

@@ -58,6 +58,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& plugin, const st
                                            int progress, int total, ProgressDialogPtr progressDialog,
                                            HWND parent, Preferences& preferences)
 {
+    TellProgress(plugin, progress, total);
     const ScanMarker::Outcome marker = ScanMarker::Write(plugin);
     if (progressDialog) {
         progressDialog->SetExtraText(ScannedPluginText(plugin, statusText));

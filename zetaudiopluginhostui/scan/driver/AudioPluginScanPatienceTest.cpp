@@ -47,14 +47,15 @@ TEST_F(SlowPlugin, IsShownWithItsSecondsAndTheLimit)
     const std::string& text = texts.at(1);
     const std::size_t seconds = text.find("a.so (") + std::string_view("a.so (").size();
     EXPECT_EQ(text.substr(std::min(text.find_first_not_of("0123456789", seconds), text.size())),
-              " s, is ended after 60 s)")
+              " s, will be stopped after 60 s)")
         << text;
 }
 
 TEST_F(SlowPlugin, IsShownWithTheLimitThatIsSet)
 {
     zetcore::debug::DebugDatabase::Instance().SetEntry("zetaudiofilterscan.EntityTimeoutSeconds", "300.5");
-    EXPECT_THAT(ExtraTextsOfAPluginThatTakes4Seconds(), Contains(HasSubstr("s, is ended after 301 s)")));
+    EXPECT_THAT(ExtraTextsOfAPluginThatTakes4Seconds(),
+                Contains(HasSubstr("s, will be stopped after 301 s)")));
 }
 
 } // namespace

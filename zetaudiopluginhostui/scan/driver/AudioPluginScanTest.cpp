@@ -38,6 +38,19 @@ std::wstring NativeFolder(const std::wstring& path)
     return std::filesystem::path(path).make_preferred().wstring();
 }
 
+/// Makes a folder the current one while it lives.
+class CurrentFolder
+{
+  public:
+    explicit CurrentFolder(const std::filesystem::path& folder) { std::filesystem::current_path(folder); }
+    ~CurrentFolder() { std::filesystem::current_path(before); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+  private:
+    const std::filesystem::path before = std::filesystem::current_path();
+};
+
 TEST_F(AudioPluginScanTest, TheMarkerIsAFileOfThePreferencesFolder)
 {
     EXPECT_EQ(AudioPluginScan::GetLastScannedPluginPath().FullPath(), zettesting::ToWide(Marker()));
@@ -51,6 +64,24 @@ TEST_F(AudioPluginScanTest, AnEmptyListShowsAndClosesTheDialogDeletesAStaleMarke
     EXPECT_FALSE(std::filesystem::exists(Marker()));
     EXPECT_TRUE(std::filesystem::exists(Saved()));
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(AudioPluginScanTest, RelativePathsBecomeAbsolute)
+{
+    const auto absolute = MakeFile("a.so");
+    // On Windows no relative path leads to another drive, and the temporary folder may lie on one.
+    const CurrentFolder current(folder.Path());
+    const std::filesystem::path relative = std::filesystem::path("plugins") / "a.so";
+    Scan({PluginLocator(TechnologyType::VST, zettesting::ToWide(relative), L"One")});
+    ASSERT_EQ(AudioPluginScan::GetLastPlugins().size(), 1u);
+    const PluginLocator scanned = AudioPluginScan::GetLastPlugins().front();
+    EXPECT_TRUE(std::filesystem::path(scanned.GetPath()).is_absolute()) << Path(scanned);
+    EXPECT_TRUE(std::filesystem::equivalent(scanned.GetPath(), folder / "plugins" / "a.so"));
+    EXPECT_EQ(scanned.GetTechnologyType(), TechnologyType::VST);
+    EXPECT_EQ(scanned.GetSubcomponent(), L"One");
+    EXPECT_FALSE(IsKnown(absolute)) << "what was asked for was a part of it";
+    Scan({PluginLocator(TechnologyType::VST, zettesting::ToWide(relative))});
+    EXPECT_TRUE(IsKnown(AudioPluginScan::GetLastPlugins().front()));
 }
 
 TEST_F(AudioPluginScanTest, ReportsEachPluginBeforeItIsScannedAndKeepsWhatWasFound)

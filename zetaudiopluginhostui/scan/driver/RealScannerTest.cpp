@@ -4,10 +4,12 @@
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
+#include <zettesting/ChildProcess.h>
 #include <zettesting/TestPlugins.h>
 
 #include "testing/RecordingPresentation.h"
@@ -43,6 +45,15 @@ class RealScanner : public ScanFixture
         return names;
     }
 
+    std::vector<std::string> LogsOfScans() const
+    {
+        std::vector<std::string> logs;
+        if (std::filesystem::exists(prefs / "scan-logs"))
+            for (const auto& entry : std::filesystem::directory_iterator(prefs / "scan-logs"))
+                logs.push_back(zettesting::ReadAll(entry.path()));
+        return logs;
+    }
+
     RecordingPresentation shown;
 };
 
@@ -52,7 +63,7 @@ TEST_F(RealScanner, FindsTheSameInASeparateProcessAsInThisOne)
         TestPlugin("good/vst2_effect"), TestPlugin("good/vst2_synth"), TestPlugin("good/vst2_shell"),
         TestPlugin("good/vst3_with_moduleinfo"), TestPlugin("good/vst3_several_classes")};
     const auto outside = Names(plugins, true);
-    PluginModuleInfoManager::GetInstance()->Reset();
+    ResetRegistry(*PluginModuleInfoManager::GetInstance());
     const auto inside = Names(plugins, false);
     EXPECT_GT(outside.size(), plugins.size());
     EXPECT_EQ(outside, inside);
@@ -106,6 +117,39 @@ TEST_F(RealScanner, CancelledBansNothingAndLeavesNoProcess)
 {
     shown.onStep = [] { return true; };
     Names({TestPlugin("good/vst2_effect"), TestPlugin("bad/loops_forever")}, true);
+    const auto& banned = *BannedPluginManager::GetInstance();
+    EXPECT_EQ(banned.BannedBegin(), banned.BannedEnd());
+    EXPECT_TRUE(ScannersEnd());
+}
+
+TEST_F(RealScanner, BegunAgainRightAfterACancelItHasAllWorkersAndKnowsOfNoKill)
+{
+    constexpr std::size_t workers = 8;
+    // The host's kill always comes before the scanner has cleared up.
+    const zettesting::ScopedEnvironment fault("ZET_FAULT", "supervisor.closed:1:kill");
+    zettesting::WriteAll(prefs / "DebugDatabase.txt",
+                         "zetaudiofilterscan.EntityTimeoutSeconds = 500\nzetaudiofilterscan.Workers = " +
+                             std::to_string(workers) + "\n");
+    std::vector<PluginLocator> hanging;
+    for (std::size_t number = 0; number < workers; ++number)
+        hanging.push_back(
+            zetaudiofilterhost::LocatorOfModuleFile(zettesting::ToWide(zettesting::CopyTestPlugin(
+                "bad/hangs_on_load", folder.Path(), "hangs" + std::to_string(number)))));
+    std::vector<std::size_t> running;
+    std::chrono::steady_clock::time_point giveUp;
+    shown.onInput = [&] {
+        running.back() = zettesting::ProcessesWithEnvironment((folder / "runtime").string()).size();
+        return running.back() > workers || std::chrono::steady_clock::now() >= giveUp;
+    };
+    for (int scan = 1; scan <= 3; ++scan) {
+        giveUp = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        running.push_back(0);
+        Names(hanging, true);
+    }
+    // The supervisor, and at least one process for each worker.
+    EXPECT_THAT(running, ::testing::Each(::testing::Gt(workers)));
+    for (const auto& log : LogsOfScans())
+        EXPECT_THAT(log, ::testing::Not(::testing::HasSubstr("killed")));
     const auto& banned = *BannedPluginManager::GetInstance();
     EXPECT_EQ(banned.BannedBegin(), banned.BannedEnd());
     EXPECT_TRUE(ScannersEnd());

@@ -8,7 +8,7 @@ namespace zetaudiopluginhostui {
 
 namespace {
 
-constexpr char stillScanningKey[] = "$$$/AudioPluginManager/StillScanning=@0 s, is ended after @1 s";
+constexpr char stillScanningKey[] = "$$$/AudioPluginManager/StillScanning=@0 s, will be stopped after @1 s";
 constexpr char scanningAgainKey[] = "$$$/AudioPluginManager/StillScanningAgain=@0 s";
 
 constexpr char scannerIsGoneKey[] =

@@ -19,16 +19,16 @@ TEST(ScannedPluginText, HasTheStatusRightBehindThePath)
 
 TEST(StillScanningText, TellsTheTimeAndTheLimitInWholeSeconds)
 {
-    EXPECT_EQ(StillScanningText(12s, 60s), "12 s, is ended after 60 s");
-    EXPECT_EQ(StillScanningText(60s, 60s), "60 s, is ended after 60 s");
-    EXPECT_EQ(StillScanningText(4s, 4001ms), "4 s, is ended after 5 s");
-    EXPECT_EQ(StillScanningText(0s, 86400s), "0 s, is ended after 86400 s");
+    EXPECT_EQ(StillScanningText(12s, 60s), "12 s, will be stopped after 60 s");
+    EXPECT_EQ(StillScanningText(60s, 60s), "60 s, will be stopped after 60 s");
+    EXPECT_EQ(StillScanningText(4s, 4001ms), "4 s, will be stopped after 5 s");
+    EXPECT_EQ(StillScanningText(0s, 86400s), "0 s, will be stopped after 86400 s");
 }
 
 TEST(StillScanningText, PromisesNoEndThatHasPassed)
 {
     EXPECT_EQ(StillScanningText(61s, 60s), "61 s");
-    EXPECT_EQ(StillScanningText(5s, 4001ms), "5 s, is ended after 5 s");
+    EXPECT_EQ(StillScanningText(5s, 4001ms), "5 s, will be stopped after 5 s");
     EXPECT_EQ(StillScanningText(6s, 4001ms), "6 s");
 }
 

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
-#include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
@@ -12,12 +12,14 @@
 
 #include "scan/ScanTrace.h"
 #include "scan/launch/BlockWords.h"
+#include "scan/launch/ScannerPlace.h"
 
 namespace zetaudiopluginhostui {
 
 namespace {
 
 namespace filesupport = zetcore::filesupport;
+namespace reasons = zetaudiopluginhost::reasons;
 namespace protocol = zetscanprotocol;
 using zetcore::debug::FaultPoint;
 
@@ -32,10 +34,10 @@ std::string PathText(const filesupport::File& program)
 LaunchFailure WhyNoPort(const filesupport::File& program, const std::optional<ScannerProcessEnd>& end)
 {
     if (!end)
-        return {"The scanner program did not tell within " + std::to_string(portTimeout.count()) +
-                " seconds where it listens: " + PathText(program)};
-    return {"The scanner program " + end->status + " before it told where it listens: " + PathText(program) +
-            (end->lastOutput.empty() ? std::string() : "; its last output: " + end->lastOutput)};
+        return {reasons::InEnglish(reasons::scannerIsSilent,
+                                   {std::to_string(portTimeout.count()), PathText(program)})};
+    return {end->Tell({reasons::scannerExited, reasons::scannerWasEnded, reasons::scannerEnded},
+                      PathText(program))};
 }
 
 /// Its destructor gives up the block's handle, and with it the launch lock, however the launch ends.
@@ -62,11 +64,9 @@ std::variant<std::uint16_t, LaunchFailure> ScannerLauncher::Launch(ScannerProces
         block.Init(protocol::blockName, protocol::blockSize, filesupport::MemoryMappedFile::CreateLocked);
     blockAddress = mapped ? block.GetAddress() : nullptr;
     if (!blockAddress)
-        return LaunchFailure{std::string("The shared memory \"") + protocol::blockName +
-                             "\" in which the scanner tells where it listens cannot be had, or another "
-                             "application holds it"};
+        return LaunchFailure{reasons::InEnglish(reasons::noSharedMemory, {protocol::blockName})};
     const LaunchLock launchLock(block);
-    const filesupport::File program(filesupport::commondirs::ExecutableDir(), ScannerFileName());
+    const filesupport::File program = FindScannerProgram();
     if (auto failure = Start(program, process))
         return *std::move(failure);
     return WaitForPort(program, process);
@@ -81,7 +81,7 @@ std::optional<LaunchFailure> ScannerLauncher::Start(const filesupport::File& pro
     PrepareForLaunch(words, volume);
 
     if (!program.Exists())
-        return LaunchFailure{"There is no scanner program: " + PathText(program)};
+        return LaunchFailure{reasons::InEnglish(reasons::noScanner, {PathText(program)})};
     static ScanTraceSite launchSite;
     launchSite.Write("Launching scan server");
     FaultPoint("host.launching");

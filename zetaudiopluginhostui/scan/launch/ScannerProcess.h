@@ -6,6 +6,8 @@
 
 #include <zetcore/filesupport/paths/File.h>
 
+#include "scan/launch/ScannerProcessEnd.h"
+
 namespace zetaudiopluginhostui {
 
 /// A scanner process that was started, or none. This is a plain handle. Nothing happens to the process when
@@ -15,15 +17,6 @@ struct ScannerProcess
     std::uintptr_t handle = 0;
 
     explicit operator bool() const noexcept { return handle != 0; }
-};
-
-/// How a scanner process has ended, for people (UTF-8).
-struct ScannerProcessEnd
-{
-    /// A text that follows the program's name: "ended with exit status 127".
-    std::string status;
-    /// The last line that the process wrote to standard error. Empty on Windows, where that is not caught.
-    std::string lastOutput;
 };
 
 /// The scanner program's file name on this system.

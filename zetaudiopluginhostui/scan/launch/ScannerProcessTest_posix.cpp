@@ -43,7 +43,7 @@ class ScannerProcessTest : public ExternalScanFixture
     static std::string StatusOf(ScannerProcess process)
     {
         const auto end = FindScannerProcessEnd(process);
-        return end ? end->status : "runs";
+        return end ? end->Tell({"exit status @0", "signal @0", "ended"}, "") : "runs";
     }
     /// Makes the block that the fake scanner looks for first.
     void SetUp() override
@@ -98,14 +98,14 @@ TEST_F(ScannerProcessTest, TellsHowOneHasEndedAndNothingOfOneThatRuns)
     ::kill(static_cast<pid_t>(process.handle), SIGTERM);
     WaitForEnd(process);
     for (int look = 1; look <= 2; ++look)
-        EXPECT_EQ(StatusOf(process), "was ended by signal 15 (Terminated)");
+        EXPECT_EQ(StatusOf(process), "signal 15 (Terminated)");
     EndScannerProcess(process);
     EXPECT_EQ(StatusOf(process), "ended");
 
     Script(2, {"die"});
     const ScannerProcess second = StartScannerProcess(FakeScanner());
     WaitForEnd(second);
-    EXPECT_EQ(StatusOf(second), "ended with exit status 1");
+    EXPECT_EQ(StatusOf(second), "exit status 1");
     EndScannerProcess(second);
 }
 

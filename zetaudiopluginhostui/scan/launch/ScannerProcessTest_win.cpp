@@ -35,7 +35,7 @@ class ScannerProcessTest : public ExternalScanFixture
     static std::string StatusOf(ScannerProcess process)
     {
         const auto end = FindScannerProcessEnd(process);
-        return end ? end->status : "runs";
+        return end ? end->Tell({"exit status @0", "signal @0", "ended"}, "") : "runs";
     }
     /// Makes the block that the fake scanner looks for first.
     void SetUp() override
@@ -85,13 +85,13 @@ TEST_F(ScannerProcessTest, TellsHowOneHasEndedAndNothingOfOneThatRuns)
     EXPECT_FALSE(FindScannerProcessEnd(process));
     ASSERT_TRUE(::TerminateProcess(HandleOf(process), 0xC0000135));
     EXPECT_TRUE(HasEnded(process, aMinute));
-    EXPECT_EQ(StatusOf(process), "ended with exit status 0xc0000135");
+    EXPECT_EQ(StatusOf(process), "exit status 0xc0000135");
     EndScannerProcess(process);
 
     Script(2, {"die"});
     const ScannerProcess second = StartScannerProcess(FakeScanner());
     EXPECT_TRUE(HasEnded(second, aMinute));
-    EXPECT_EQ(StatusOf(second), "ended with exit status 1");
+    EXPECT_EQ(StatusOf(second), "exit status 1");
     EndScannerProcess(second);
 }
 

@@ -91,13 +91,15 @@ StartedProcesses& Started()
     return processes;
 }
 
-std::string StatusText(const siginfo_t& info)
+ScannerProcessEnd EndOf(const siginfo_t& info)
 {
+    const std::string number = std::to_string(info.si_status);
     if (info.si_code == CLD_EXITED)
-        return "ended with exit status " + std::to_string(info.si_status);
+        return {ScannerProcessEnd::How::Exited, number, {}};
     const char* const words = ::sigdescr_np(info.si_status);
-    return "was ended by signal " + std::to_string(info.si_status) +
-           (words ? std::string(" (") + words + ")" : std::string());
+    return {ScannerProcessEnd::How::WasEnded,
+            number + (words ? std::string(" (") + words + ")" : std::string()),
+            {}};
 }
 
 std::unique_ptr<ScannerOutput> MakeOutput()
@@ -146,8 +148,9 @@ std::optional<ScannerProcessEnd> FindScannerProcessEnd(ScannerProcess process)
     if (known && info.si_pid == 0)
         return std::nullopt;
     // If the host collects the ends of all its children, there is no status to look at.
-    return ScannerProcessEnd{known ? StatusText(info) : "ended",
-                             zetcore::string::TidyLine(Started().LastLine(pid), mostOutputCharacters)};
+    ScannerProcessEnd end = known ? EndOf(info) : ScannerProcessEnd{};
+    end.lastOutput = zetcore::string::TidyLine(Started().LastLine(pid), mostOutputCharacters);
+    return end;
 }
 
 void EndScannerProcess(ScannerProcess process)

@@ -48,13 +48,12 @@ std::optional<ScannerProcessEnd> FindScannerProcessEnd(ScannerProcess process)
         return std::nullopt;
     DWORD code = 0;
     if (!::GetExitCodeProcess(handle, &code))
-        return ScannerProcessEnd{"ended", {}};
+        return ScannerProcessEnd{};
     std::ostringstream text;
-    text << "ended with exit status ";
     if (code > largestPlainCode)
         text << "0x" << std::hex << std::setfill('0') << std::setw(8);
     text << code;
-    return ScannerProcessEnd{text.str(), {}};
+    return ScannerProcessEnd{ScannerProcessEnd::How::Exited, text.str(), {}};
 }
 
 void EndScannerProcess(ScannerProcess process)

@@ -5,13 +5,16 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/process/OwnProcess.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetscanprotocol/ScanInfo.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zetscanprotocol/ScanRelay.h>
 #include <zetscanprotocol/ScanRequests.h>
 
 #include "scan/ScanTrace.h"
@@ -22,6 +25,7 @@ namespace {
 
 namespace filesupport = zetcore::filesupport;
 namespace protocol = zetscanprotocol;
+namespace reasons = zetaudiopluginhost::reasons;
 namespace threads = zetcore::threads;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
@@ -91,6 +95,8 @@ void ExternalAudioPluginScan::StopScan()
     FaultPoint("host.disconnected");
     if (process)
         EndScannerProcess(std::exchange(process, ScannerProcess()));
+    // The scanner has had no time to take its own away.
+    protocol::DeleteRelayOf(zetcore::process::OwnProcessNumber());
     FaultPoint("host.scanner-ended");
     if (!wasFinished)
         NotifyScanFinished();
@@ -103,8 +109,8 @@ bool ExternalAudioPluginScan::LaunchServerAndConnect()
     if (const auto* const failure = std::get_if<LaunchFailure>(&launch))
         startFailure = failure->reason;
     else if (const auto port = std::get<std::uint16_t>(launch); !Connect(port))
-        startFailure = "The scanner does not answer at port " + std::to_string(port) + " of " +
-                       protocol::loopbackAddress + ", where it said that it listens";
+        startFailure =
+            reasons::InEnglish(reasons::scannerIsDeaf, {std::to_string(port), protocol::loopbackAddress});
     if (startFailure)
         zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", *startFailure);
     return !startFailure;

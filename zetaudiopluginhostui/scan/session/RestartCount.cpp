@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetaudiopluginhostui/ScanLimits.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/string/ParseNumber.h>
 
 namespace zetaudiopluginhostui {
+
+namespace reasons = zetaudiopluginhost::reasons;
 
 namespace {
 
@@ -30,13 +33,10 @@ void RestartCount::NoteRestart(std::size_t pending, ScannerProcess failed)
     const int limit = RestartLimit();
     if (limit == 0 || fruitless <= limit)
         return;
-    std::string text = "The scanner was restarted " + std::to_string(fruitless - 1) +
-                       " times without getting on; plug-ins not scanned: " + std::to_string(pending);
-    if (const auto end = FindScannerProcessEnd(failed)) {
-        text += ". The last one " + end->status;
-        if (!end->lastOutput.empty())
-            text += "; its last output: " + end->lastOutput;
-    }
+    std::string text = reasons::InEnglish(reasons::tooManyRestarts,
+                                          {std::to_string(fruitless - 1), std::to_string(pending)});
+    if (const auto end = FindScannerProcessEnd(failed))
+        text = end->Tell({reasons::lastExited, reasons::lastWasEnded, reasons::lastEnded}, text);
     zetcore::debug::TraceLine(1, "ExternalAudioPluginScan", text);
     whyTooMany = std::move(text);
 }
