@@ -125,6 +125,12 @@ void PluginManagerDialog::SetFolderListCallbacks()
     list.SetRowsSelectionChangedCallback([this] { OnFolderSelectionChanged(); });
     list.SetCellTextFunction(
         [this](const RowPtr& row, int /*cellIndex*/) { return folders->FolderOf(row.get()); });
+    list.SetCellTooltipFunction(
+        [this](const RowPtr& row, int /*cellIndex*/) { return folders->ReasonOf(row.get()); });
+    list.SetCutTextFunction([this](const RowPtr& row, int /*cellIndex*/, float cellWidth) {
+        return folders->GetCutText(row.get(), cellWidth);
+    });
+    list.SetDeleteCallback([this] { folders->RemoveSelectedFolders(); });
     directoriesChangedConnection =
         PluginModuleInfoManager::GetInstance()
             ->GetPluginTechnology(zetaudiofilterhost::TechnologyType::VST)
@@ -148,6 +154,8 @@ void PluginManagerDialog::SetUpPluginList()
         plugins->HeaderRow().SetSortDirection(settings.sortAscending);
     }
     tree->SortTree();
+    // Return is OK there. On the first button it would do what nobody has asked for.
+    SetFirstFocusNode(tree);
 }
 
 void PluginManagerDialog::SetPluginListCallbacks()
@@ -159,6 +167,7 @@ void PluginManagerDialog::SetPluginListCallbacks()
             DrawCellOfRow(context, row, cellIndex, cell);
         });
     tree.SetCellSelectionChangedCallback([this] { OnCellSelectionChanged(); });
+    tree.SetRowMenuFunction([this](const RowPtr& row) { return MakeRowMenu(row); });
     plugins->HeaderRow().SetColumnBestFitWidthCallback(
         [this](unsigned column) { return GetColumnBestFitWidth(column); });
     tree.SetCellSortDataFunction(
@@ -166,8 +175,18 @@ void PluginManagerDialog::SetPluginListCallbacks()
     tree.SetCellTextFunction([this](const RowPtr& row, int cellIndex) {
         return plugins->GetCellDescription(row.get(), cellIndex);
     });
+    tree.SetCellControlFunction(
+        [this](const RowPtr& row, int cellIndex) { return plugins->GetCellControl(row.get(), cellIndex); });
     tree.SetCellTooltipFunction(
         [this](const RowPtr& row, int cellIndex) { return plugins->GetCellTooltip(row.get(), cellIndex); });
+    tree.SetCutTextFunction([this](const RowPtr& row, int cellIndex, float cellWidth) {
+        return plugins->GetCutText(row.get(), cellIndex, cellWidth);
+    });
+    tree.SetRowDetailsFunction(
+        [this](const RowPtr& row) { return plugins->GetRowDetails(row.get()); },
+        Localizer::Get().LocalizeWide("$$$/AudioPluginManager/Details=Details"),
+        Localizer::Get().LocalizeWide(
+            "$$$/AudioPluginManager/DetailsPrompt=Select a plug-in to see its details."));
     pluginInfosChangedConnection =
         PluginModuleInfoManager::GetInstance()->GetPluginInfosChangedSignal().Connect(
             [this] { OnPluginInfosChanged(); });
@@ -182,6 +201,8 @@ void PluginManagerDialog::SetUpFindStrip()
         box->NotifyWhenChangedInteractively(
             BindMessageFunctionWeakly(this, &PluginManagerDialog::OnFindTextChangedInteractively));
         box->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnFindTextChanged));
+        if (plugins)
+            findBoxKeys = std::make_unique<FindBoxKeys>(box, &plugins->Tree());
     }
     // The checkbox decides, and not the switch, because its archive may hide it, too.
     if (!separateProcessCheckbox->UI_IsShown())
@@ -190,8 +211,10 @@ void PluginManagerDialog::SetUpFindStrip()
 
 void PluginManagerDialog::SetUpPluginCommands()
 {
-    if (const auto update = FindControl<Button>(ids::kUpdateButton))
+    if (const auto update = FindControl<Button>(ids::kUpdateButton)) {
         update->NotifyWhenChanged(BindMessageFunctionWeakly(this, &PluginManagerDialog::OnScanForPlugins));
+        scanShortcut = std::make_unique<ScanShortcut>(GetRootView(), update);
+    }
     enableAllButton = FindControl<Button>(ids::kEnableAllButton);
     if (enableAllButton)
         enableAllButton->NotifyWhenChanged(BindMessageFunction(this, &PluginManagerDialog::OnEnableAll));
@@ -208,14 +231,22 @@ void PluginManagerDialog::ForgetListCallbacks()
         tree.SetCellSelectionChangedCallback({});
         tree.SetDrawCellOfRowCallback({});
         tree.SetCellSortDataFunction({});
+        tree.SetRowMenuFunction({});
         tree.SetCellTextFunction({});
         tree.SetCellTooltipFunction({});
+        tree.SetRowDetailsFunction({});
+        tree.SetCutTextFunction({});
+        tree.SetNotice({});
+        tree.SetCellControlFunction({});
         plugins->HeaderRow().SetColumnBestFitWidthCallback({});
     }
     if (const auto& list = folders ? folders->List() : nullptr) {
         list->SetRowsSelectionChangedCallback({});
         list->SetDrawCellOfRowCallback({});
         list->SetCellTextFunction({});
+        list->SetCellTooltipFunction({});
+        list->SetCutTextFunction({});
+        list->SetDeleteCallback({});
     }
 }
 

@@ -13,7 +13,9 @@
 #include <zetui/nodes/UI_NodeManager.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
 
+#include "dialog/ScanShortcut.h"
 #include "dialog/drawing/BoxView.h"
+#include "dialog/find/FindBoxKeys.h"
 #include "dialog/find/FindStrip.h"
 #include "dialog/folders/FolderSection.h"
 #include "dialog/list/PluginListView.h"
@@ -95,7 +97,14 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     void OnEnableAll(ButtonChanged* message);
     void OnDisableAll(ButtonChanged* message);
 
+    // The menus of the rows.
+    zetui::controls::UI_ContextMenu MakeRowMenu(const RowPtr& row);
+    void TellThatNoFolderOpens(const zetaudiofilterhost::PluginLocator& locator) const;
+    void ShowLog(const PluginListEntry& entry) const;
+
     // The find strip.
+    /// The list says that it is narrowed where the box that narrows it has no room.
+    void TellOfUnseenFilter();
     void OnFindTextChanged(zetui::ui::UI_ControlChangedMessage* message);
     void OnFindTextChangedInteractively(zetui::ui::UI_InteractiveControlChangedMessage* message);
 
@@ -111,6 +120,8 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     // Scans.
     void OnScanForPlugins(ButtonChanged* message);
     void OnReloadPlugin(ButtonChanged* message);
+    /// The focus is in the plug-in's row then.
+    void ReloadPlugin(const zetaudiofilterhost::PluginLocator& locator);
     void RescanPlugin(const zetaudiofilterhost::PluginLocator& locator, Preferences& preferences) const;
 
     Ptr<BoxView> pluginTreeSection;
@@ -121,7 +132,10 @@ class PluginManagerDialog : public zetui::ui::UI_ArchivedDialog
     /// Null when the archive has no plug-in list.
     std::unique_ptr<PluginListView> plugins;
     std::unique_ptr<FindStrip> findStrip;
-    zetcore::signals::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
+    /// Null when the archive lacks the controls for it.
+    std::unique_ptr<FindBoxKeys> findBoxKeys;
+    std::unique_ptr<ScanShortcut> scanShortcut;
+    zetcore::events::ScopedConnection directoriesChangedConnection, pluginInfosChangedConnection;
     zetui::ui::AddAndRemoveKeyboardEventFilterNode keyboardFilter;
     AudioPluginManagerSettings& settings;
 };

@@ -16,7 +16,7 @@ using zetui::skins::Skin;
 using zetui::ui::UI_Node;
 
 constexpr char viewAdapter[] = "zetui::ui::UI_SubView";
-constexpr char showSeparateProcess[] = "AudioPluginManager.ShowExternalCheckBox";
+constexpr char showExternalKey[] = "AudioPluginManager.ShowExternalCheckBox";
 
 class DialogOfAnotherArchive : public DialogFixture, public testing::WithParamInterface<Skin>
 {
@@ -100,7 +100,7 @@ TEST_P(DialogOfAnotherArchive, TheFindControlsTakeTheArchivedRoomOfTheHiddenChec
 
 TEST_P(DialogOfAnotherArchive, TheRoomGoesByTheCheckboxAndNotByTheSwitch)
 {
-    zetcore::debug::DebugDatabase::Instance().SetEntry(showSeparateProcess, "true");
+    zetcore::debug::DebugDatabase::Instance().SetEntry(showExternalKey, "true");
     TakeAnArchiveWithoutTexts();
     MakeDialog();
     ASSERT_TRUE(Node<UI_Node>(ids::kSeparateProcess).UI_IsShown());

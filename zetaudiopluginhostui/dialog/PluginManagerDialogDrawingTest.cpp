@@ -1,6 +1,9 @@
 // These tests look at the pixels of the cells in the manager dialog's lists.
+#include <filesystem>
+
 #include <QHeaderView>
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
 #include <QTableView>
@@ -111,7 +114,7 @@ TEST_F(CellPictures, EachCellShowsTheTextOfTheColumnThatStandsThereAndTheFirstNo
     }
 }
 
-TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle)
+TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAPathAndTheThirdCellInTheirMiddle)
 {
     AddPlugin(longName, longPath);
     for (const auto skin : zetui::skins::AllSkins()) {
@@ -123,7 +126,7 @@ TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle
         MoveColumn(kColumnPath, 4);
         const QImage path = Cell(PluginList(), 0, 4);
         EXPECT_EQ(path, Drawn(path, longPath, TextTruncation::End));
-        EXPECT_NE(path, Drawn(path, longPath, TextTruncation::Middle));
+        EXPECT_EQ(path, Drawn(path, longPath, TextTruncation::Middle)) << "its end tells it apart";
         MoveColumn(kColumnName, 2);
         const QImage third = Cell(PluginList(), 0, 2);
         EXPECT_EQ(third, Drawn(third, longName, TextTruncation::Middle));
@@ -134,7 +137,10 @@ TEST_F(CellPictures, ATextThatIsTooLongIsCutAtItsEndAndInTheThirdCellInItsMiddle
 TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTextsAndTheOtherListsHaveNot)
 {
     AddPlugin(L"Chorus", L"/a/1.so");
-    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
+    // A folder that is not there would be grey.
+    const std::wstring path = zettesting::ToWide(folder / "first");
+    std::filesystem::create_directory(folder / "first");
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({path});
     OpenDialog();
     for (const bool pluginsEnabled : {false, true}) {
         PluginList().UI_SetDisabled(!pluginsEnabled);
@@ -144,7 +150,6 @@ TEST_F(CellPictures, TheTextsOfADisabledListHaveTheColourOfDisabledTextsAndTheOt
         EXPECT_EQ(name, Drawn(name, L"Chorus", TextTruncation::End, pluginsEnabled));
         EXPECT_NE(name, Drawn(name, L"Chorus", TextTruncation::End, !pluginsEnabled));
         const QImage folderCell = Cell(FolderList(), 0, 0);
-        const std::wstring path = zettesting::ToWide("/first");
         EXPECT_EQ(folderCell, Drawn(folderCell, path, TextTruncation::End, !pluginsEnabled));
         EXPECT_NE(folderCell, Drawn(folderCell, path, TextTruncation::End, pluginsEnabled));
     }
@@ -172,39 +177,71 @@ TEST_F(CellPictures, ARowOfTheFolderListWithoutFolderIsEmpty)
     EXPECT_TRUE(IsEmpty(Cell(FolderList(), 0, 0)));
 }
 
-TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemAtTheirEnd)
+TEST_F(CellPictures, TheFolderListShowsItsFoldersAndCutsThemInTheirMiddle)
 {
-    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first", longPath});
+    // Folders that are not there would be grey.
+    const std::filesystem::path longFolder = folder / "a folder with a name that is longer than its cell is";
+    std::filesystem::create_directory(longFolder);
+    const std::wstring firstPath = zettesting::ToWide(folder / "."),
+                       shownPath = zettesting::ToWide(longFolder);
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({firstPath, shownPath});
     for (const auto skin : zetui::skins::AllSkins()) {
         OpenIn(skin);
         const QImage first = Cell(FolderList(), 0, 0);
-        EXPECT_EQ(first, Drawn(first, zettesting::ToWide("/first")));
+        EXPECT_EQ(first, Drawn(first, VstFolders().front()));
         FolderList().SetColumnWidth(0, 120);
         HandleEvents();
         const QImage second = Cell(FolderList(), 1, 0);
-        const std::wstring shownPath = zettesting::ToWide(longPath);
         EXPECT_EQ(second, Drawn(second, shownPath, TextTruncation::End));
-        EXPECT_NE(second, Drawn(second, shownPath, TextTruncation::Middle));
+        EXPECT_EQ(second, Drawn(second, shownPath, TextTruncation::Middle));
+        EXPECT_NE(second, Drawn(second, shownPath, TextTruncation::Beginning));
     }
 }
 
-TEST_F(CellPictures, OnlyTheFolderListShowsAroundItselfThatItHasTheFocus)
+TEST_F(CellPictures, AFolderThatIsAwayIsGreyButWhereItsRowIsSelected)
+{
+    namespace colors = zetui::skins::utilities;
+    // Grey on the colour of a selected row has less contrast than a text needs.
+    TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({zettesting::ToWide(folder / "lllll")});
+    for (const auto skin : zetui::skins::AllSkins()) {
+        OpenIn(skin);
+        const auto has = [&](const zetui::pixmill::Color& color) {
+            const QImage cell = Cell(FolderList(), 0, 0);
+            const QRgb looked = qRgb(color.red, color.green, color.blue);
+            for (int y = 2; y < cell.height() - 2; ++y)
+                for (int x = 2; x < cell.width() - 2; ++x)
+                    if (cell.pixel(x, y) == looked)
+                        return true;
+            return false;
+        };
+        EXPECT_TRUE(WaitUntil([&] { return has(colors::GetDefaultTextDisabledColor()); }));
+        EXPECT_FALSE(has(colors::GetDefaultTextColor()));
+        FolderList().SelectRow(FolderList().GetRowAt(0).get(), true);
+        HandleEvents();
+        EXPECT_TRUE(has(colors::GetDefaultTextColor()));
+        EXPECT_FALSE(has(colors::GetDefaultTextDisabledColor()));
+    }
+}
+
+TEST_F(CellPictures, AListShowsWithItsFrameAloneThatItHasTheFocus)
 {
     AddPlugin(L"Chorus", L"/a/1.so");
     TheRegistry().GetPluginTechnology(2)->AddPluginDirectories({L"/first"});
     OpenDialog();
-    const auto looksDifferentBelowItsRows = [](const UI_MultiColumnTree& list) {
-        QWidget& viewport = *View(list).viewport();
+    for (const UI_MultiColumnTree* const list : {&FolderList(), &PluginList()}) {
+        QWidget& view = View(*list);
+        QWidget& viewport = *View(*list).viewport();
         const auto corner = [&viewport] {
             return viewport.grab(QRect(0, viewport.height() - 8, 8, 8)).toImage();
         };
-        const QImage before = corner();
-        View(list).setFocus();
+        const auto frame = [&view] { return view.grab(QRect(0, 40, 1, 1)).toImage(); };
+        const QImage cornerBefore = corner(), frameBefore = frame();
+        view.setFocus();
         HandleEvents();
-        return corner() != before;
-    };
-    EXPECT_TRUE(looksDifferentBelowItsRows(FolderList()));
-    EXPECT_FALSE(looksDifferentBelowItsRows(PluginList()));
+        EXPECT_EQ(corner(), cornerBefore) << "a second ring";
+        EXPECT_NE(frame(), frameBefore);
+        FindBox().setFocus();
+    }
 }
 
 } // namespace

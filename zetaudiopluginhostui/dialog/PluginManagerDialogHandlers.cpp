@@ -19,6 +19,7 @@ void PluginManagerDialog::PopulatePluginList(bool resizeColumns, bool scrollToTo
 {
     if (plugins)
         plugins->Fill(zetaudiofilterhost::PluginFind(findStrip->Text()), resizeColumns, scrollToTop);
+    TellOfUnseenFilter();
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     const bool registryEmpty = registry.PluginInfoBegin() == registry.PluginInfoEnd();
     for (const auto& button : {enableAllButton, disableAllButton}) {
@@ -115,7 +116,7 @@ void PluginManagerDialog::OnFolderSelectionChanged()
 
 void PluginManagerDialog::OnAddFolder(ButtonChanged* /*message*/)
 {
-    FolderSection::AddChosenFolder(zetui::ui::WindowVariant(GetNativeWindow()));
+    folders->AddChosenFolder(zetui::ui::WindowVariant(GetNativeWindow()));
 }
 
 void PluginManagerDialog::OnRemoveFolders(ButtonChanged* /*message*/)

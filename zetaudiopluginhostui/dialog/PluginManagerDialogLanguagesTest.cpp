@@ -10,8 +10,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 #include <gmock/gmock.h>
@@ -53,8 +55,10 @@ class DialogInLanguage : public DialogFixture, public testing::WithParamInterfac
     {
         const int height = label.wordWrap() ? label.heightForWidth(label.width()) : label.sizeHint().height();
         EXPECT_LE(height, label.height()) << label.text().toStdString();
-        const int width = label.wordWrap() ? label.minimumSizeHint().width()
-                                           : label.fontMetrics().size(0, label.text()).width();
+        const int width =
+            label.wordWrap()
+                ? label.minimumSizeHint().width()
+                : label.fontMetrics().size(label.buddy() ? Qt::TextShowMnemonic : 0, label.text()).width();
         EXPECT_LE(width, label.width()) << label.text().toStdString();
     }
     static void ExpectWholeTexts(const QWidget& window)
@@ -123,6 +127,26 @@ class DialogInLanguage : public DialogFixture, public testing::WithParamInterfac
     bool looked = false;
 };
 
+TEST_P(DialogInLanguage, TheListHasRoomInASmallWindowAndItsDetailsNeedNoScrollBar)
+{
+    for (int number = 0; number < 40; ++number)
+        AddPlugin(L"Dragonfly Hall Reverb " + std::to_wstring(number),
+                  L"/usr/lib/vst3/Dragonfly Hall Reverb.vst3/" + std::to_wstring(number));
+    Ban(L"/usr/lib/vst/bad.so");
+    OpenDialog();
+    Resize(800, 600);
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    EXPECT_GE(PluginList().GetHeaderRow()->GetColumnWidth(kColumnName), 140);
+    for (const bool selects : {false, true}) {
+        if (selects)
+            PluginList().SelectRow(RowOf(L"bad.so").get(), true);
+        QCoreApplication::processEvents();
+        for (auto* const text : Window().findChildren<QPlainTextEdit*>())
+            EXPECT_FALSE(text->isVisible() && text->verticalScrollBar()->isVisible()) << selects;
+    }
+}
+
 TEST_P(DialogInLanguage, NothingIsCutAndNothingOverlapsInTheManager)
 {
     AddPlugin(L"One", L"/a/1.so");
@@ -140,6 +164,54 @@ TEST_P(DialogInLanguage, NothingIsCutAndNothingOverlapsInTheManager)
         Resize(size.width(), size.height());
         ExpectWholeTexts(Window());
     }
+}
+
+/// Everything that the archive shows, but for the checkbox that the dialog hides.
+constexpr const char* shownControls[] = {ids::kUpdateButton,       ids::kRescanExisting,
+                                         ids::kEnableAllButton,    ids::kDisableAllButton,
+                                         ids::kAddDirectoryButton, ids::kRemoveDirectoryButton,
+                                         ids::kOKButton,           ids::kDefaultDirectoriesButton,
+                                         ids::kCancelButton,       ids::kFindStaticText,
+                                         ids::kFindTextEdit};
+
+TEST_P(DialogInLanguage, NothingIsHiddenAtTheSizesThatItOpensWith)
+{
+    OpenDialog();
+    const QSize own = Window().size();
+    for (const QSize& size : {own, QSize(1120, 680), own + QSize(1, 0), own}) {
+        Resize(size.width(), size.height());
+        for (const char* const id : shownControls)
+            EXPECT_TRUE(WidgetOf(Node<zetui::ui::UI_Node>(id)).isVisible()) << id << size.width();
+        ExpectNoOverlaps(Window());
+    }
+}
+
+TEST_P(DialogInLanguage, TheFindBoxHasTheRoomThatTheButtonsLeave)
+{
+    OpenDialog();
+    const int own = Window().width();
+    const auto visible = [this](const char* id) {
+        return WidgetOf(Node<zetui::ui::UI_Node>(id)).isVisible();
+    };
+    const auto rightOf = [this](const char* id) {
+        const QWidget& widget = WidgetOf(Node<zetui::ui::UI_Node>(id));
+        return widget.mapTo(&Window(), QPoint(widget.width(), 0)).x();
+    };
+    for (int width = own; width >= 400; width -= 10) {
+        Resize(width, 500);
+        // The archive ends the box where its section ends, or some pixels before.
+        const int end = rightOf(ids::kPluginTreeSection) - 10;
+        constexpr int boxAndGaps = 130;
+        if (end - rightOf(ids::kDisableAllButton) > boxAndGaps) {
+            EXPECT_TRUE(visible(ids::kFindTextEdit)) << width;
+        }
+        ExpectWholeTexts(Window());
+        if (width >= rightOf(ids::kDisableAllButton))
+            ExpectNoOverlaps(Window());
+    }
+    Resize(own, 500);
+    EXPECT_TRUE(visible(ids::kFindTextEdit));
+    EXPECT_TRUE(visible(ids::kFindStaticText)) << "it comes back";
 }
 
 TEST_P(DialogInLanguage, TheManagerOpensNoWiderForTheCheckboxThatItHides)
@@ -164,6 +236,8 @@ TEST_P(DialogInLanguage, TheManagerOpensNoWiderForTheCheckboxThatItHides)
 TEST_P(DialogInLanguage, NoTitleOfAColumnIsCut)
 {
     OpenDialog();
+    // The arrow stands at the end, wherever that is.
+    PluginList().GetHeaderRow()->SetSortColumn(0);
     QHeaderView& header = *dynamic_cast<QTableView&>(WidgetOf(PluginList())).horizontalHeader();
     for (int column = 0; column < header.count(); ++column) {
         // With more room it looks the same.

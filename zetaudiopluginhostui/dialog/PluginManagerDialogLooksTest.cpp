@@ -113,12 +113,16 @@ TEST_P(DialogLooks, ThePathTakesTheFreeWidthAndThereIsAScrollBarOnlyWhereTheColu
     int width = 0;
     for (unsigned column = kColumnEnabled; column <= kColumnPath; ++column)
         width += static_cast<int>(PluginList().GetHeaderRow()->GetColumnWidth(column));
+    // Three fitted columns are shown with their second padding, and the path gives way down to 60.
+    const auto padding =
+        static_cast<int>(zetui::controls::UI_MultiColumnTree::GetDefaultCellPadding().second);
+    const int least = width + 3 * padding - 240 + 60;
     const int beside = Window().width() - View().viewport()->width();
-    for (const int room : {width, width + 1, width + 300, width - 1, width - 100, width}) {
+    for (const int room : {width, width + 1, width + 300, least, least - 1, least - 50, least + 1, width}) {
         Resize(room + beside, 470);
         EXPECT_EQ(View().viewport()->width(), room);
-        EXPECT_EQ(Header().length(), std::max(width, room));
-        EXPECT_EQ(View().horizontalScrollBar()->isVisible(), room < width) << room;
+        EXPECT_EQ(Header().length(), std::max(least, room));
+        EXPECT_EQ(View().horizontalScrollBar()->isVisible(), room < least) << room;
         EXPECT_EQ(PluginList().GetHeaderRow()->GetColumnWidth(kColumnPath), 240);
     }
 }

@@ -4,6 +4,8 @@
 
 #include <QLineEdit>
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zettesting/TemporaryFolder.h>
 #include <zetui/dialogs/messagebox.h>
 
@@ -36,8 +38,8 @@ class DialogWithoutAControl : public DialogFixture, public testing::WithParamInt
     void Open(Skin skin, Lack lack)
     {
         CloseDialog();
-        TheRegistry().Reset();
-        TheBanned().Reset();
+        ResetRegistry(TheRegistry());
+        ResetBannedPlugins(TheBanned());
         zetui::skins::SetSkin(skin);
         archive = std::make_unique<DialogArchive>();
         if (lack == Lack::OfAnotherClass)
@@ -148,7 +150,7 @@ class DialogWithoutAControl : public DialogFixture, public testing::WithParamInt
     void CheckScan()
     {
         int signals = 0;
-        const zetcore::signals::ScopedConnection connection =
+        const zetcore::events::ScopedConnection connection =
             TheRegistry().GetPluginInfosChangedSignal().Connect([&signals] { ++signals; });
         Node<UI_Checkbox>(ids::kSeparateProcess).SetValue(UI_Checkbox::kUnchecked);
         if (!Has(ids::kUpdateButton))

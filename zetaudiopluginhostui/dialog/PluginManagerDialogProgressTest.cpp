@@ -87,9 +87,10 @@ class DialogProgress : public DialogFixture
 
 TEST_F(DialogProgress, CancelEndsTheScanAtOnceWhileAPluginHangsInTheScanner)
 {
-    // The plug-in and its time limit take far longer than a test may wait.
-    const zettesting::ScopedEnvironment limit("ZET_DEBUG_DATABASE",
-                                              "zetaudiofilterscan.EntityTimeoutSeconds=86400");
+    // The plug-in and its time limit take far longer than a test may wait. With one worker the order is that
+    // of the list.
+    const zettesting::ScopedEnvironment limit(
+        "ZET_DEBUG_DATABASE", "zetaudiofilterscan.EntityTimeoutSeconds=86400;zetaudiofilterscan.Workers=1");
     Copy("good/vst2_effect", "a good one");
     Copy("bad/loops_forever", "hanging");
     Copy("good/vst2_synth", "one that is never reached");

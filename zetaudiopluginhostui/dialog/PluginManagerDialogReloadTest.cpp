@@ -184,7 +184,7 @@ TEST_F(DialogReload, TheBannedListIsSavedWithoutThePluginBeforeItIsScanned)
     OpenDialog();
     ASSERT_THAT(listOnDisk(), HasSubstr("effect"));
     std::string listAtTheEndOfTheScan = "never";
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         TheRegistry().GetPluginInfosChangedSignal().Connect([&] { listAtTheEndOfTheScan = listOnDisk(); });
     Press(*ReloadButtonOf(TitleOf(path)));
     EXPECT_THAT(listAtTheEndOfTheScan, HasSubstr("bannedplugins"));
@@ -193,6 +193,7 @@ TEST_F(DialogReload, TheBannedListIsSavedWithoutThePluginBeforeItIsScanned)
 
 TEST_F(DialogReload, ABannedListThatCannotBeSavedIsToldOnceThoughTheRegistryCanBe)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     const std::wstring path = Copy("good/vst2_effect", "effect");
     const std::wstring gone = Copy("good/vst2_synth", "gone");
     Ban(path);
@@ -260,6 +261,7 @@ TEST_F(DialogReload, AnotherTechnologysPluginOfTheSamePathHasNoPartInIt)
 
 TEST_F(DialogReload, APluginOutsideOfTheRegisteredFoldersIsScannedWhenItIsThere)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     const std::filesystem::path elsewhere = folder / "elsewhere";
     std::filesystem::create_directory(elsewhere);
     const auto file = zettesting::CopyTestPlugin("good/vst2_effect", elsewhere, "effect");
@@ -288,7 +290,7 @@ TEST_F(DialogReload, AnErrorThatIsNoFileErrorComesOutOfTheReload)
     other.GetPluginTechnology(3)->AddPluginDirectories({L"/another"});
     other.SaveConfiguration(RegistryFile(), true);
     OpenDialog();
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         TheRegistry().GetPluginTechnology(3)->GetDirectoriesChangedSignal().Connect(
             [](const auto&) { throw std::range_error("of the host"); });
     const auto button = ReloadButtonOf(TitleOf(gone));

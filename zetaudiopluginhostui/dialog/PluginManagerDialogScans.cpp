@@ -15,8 +15,31 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
 
+namespace {
+
+/// While one of these lives, an empty list says that a scan runs.
+class ScanIsSaid
+{
+  public:
+    explicit ScanIsSaid(PluginListView* shownList) : list(shownList) { Say(true); }
+    ~ScanIsSaid() { Say(false); }
+    ScanIsSaid(const ScanIsSaid&) = delete;
+    ScanIsSaid& operator=(const ScanIsSaid&) = delete;
+
+  private:
+    void Say(bool scans)
+    {
+        if (list)
+            list->SayWhyItIsEmpty(scans);
+    }
+    PluginListView* list;
+};
+
+} // namespace
+
 void PluginManagerDialog::OnScanForPlugins(ButtonChanged* /*message*/)
 {
+    const ScanIsSaid said(plugins.get());
     const auto scan = std::make_shared<AudioPluginScan>(GetSupplier());
     scan->ScanForPlugins(GetNativeWindow(), rescanExistingCheckbox->IsChecked(),
                          !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
@@ -31,7 +54,12 @@ void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
     if (!entry)
         return;
     // The entry goes when the list is filled again.
-    const PluginLocator locator = entry->locator;
+    ReloadPlugin(PluginLocator(entry->locator));
+}
+
+void PluginManagerDialog::ReloadPlugin(const PluginLocator& locator)
+{
+    const int place = RequirePluginList().PlaceOf(locator);
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
 
     BannedPluginManager::GetInstance()->RemoveBannedPlugin(locator);
@@ -48,6 +76,7 @@ void PluginManagerDialog::OnReloadPlugin(ButtonChanged* message)
         RescanPlugin(locator, preferences);
     }
     PopulatePluginList(true, true);
+    RequirePluginList().FocusPlugin(locator, place);
     preferences.TellUser();
 }
 

@@ -1,6 +1,8 @@
 // These tests scan from the manager dialog, with the real scanner and real modules.
 #include <stdexcept>
 
+#include <QAccessible>
+#include <QLineEdit>
 #include <QTableView>
 #include <gmock/gmock.h>
 #include <zetcore/debug/DebugDatabase.h>
@@ -27,6 +29,7 @@ using DialogScans = DialogScansFixture;
 
 TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     BanManyFiles(60);
     const std::wstring path = Copy(
         "good/vst2_effect", "effect with a name that is far wider than a column is when the dialog opens");
@@ -49,6 +52,46 @@ TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
     EXPECT_TRUE(RegistryFile().Exists());
     EXPECT_TRUE(Node<UI_Node>(ids::kEnableAllButton).UI_IsEnabled());
     EXPECT_TRUE(Node<UI_Node>(ids::kDisableAllButton).UI_IsEnabled());
+}
+
+TEST_F(DialogScans, AnEmptyListSaysThatItIsBeingScannedForAndWithAFilterThatNothingMatches)
+{
+    const auto saidInstead = [this] {
+        return QAccessible::queryAccessibleInterface(&WidgetOf(PluginList()))
+            ->text(QAccessible::Description)
+            .toStdString();
+    };
+    const std::wstring effect = Copy("good/vst2_effect", "effect");
+    OpenDialog();
+    EXPECT_EQ(saidInstead(), "No plug-ins yet. Scan to find those in your folders.");
+    std::string during;
+    shown->onProgress = [&] { during = saidInstead(); };
+    Press(ids::kUpdateButton);
+    EXPECT_EQ(during, "Scanning for plug-ins...");
+    EXPECT_EQ(saidInstead(), "");
+    TypeIntoFindBox("no such");
+    EXPECT_EQ(saidInstead(), "No plug-in matches the filter.");
+    Press(ids::kUpdateButton);
+    EXPECT_EQ(during, "No plug-in matches the filter.");
+    FindBox().clear();
+    std::filesystem::remove(effect);
+    Press(ids::kUpdateButton);
+    EXPECT_EQ(saidInstead(), "No plug-ins yet. Scan to find those in your folders.") << "it is over";
+}
+
+TEST_F(DialogScans, AScanSavesWhatWasChosenBeforeItSoThatCancelTakesBackOnlyLaterChanges)
+{
+    Copy("good/vst2_effect", "effect");
+    OpenDialog();
+    Press(ids::kUpdateButton);
+    Press(ids::kDisableAllButton);
+    Press(ids::kUpdateButton);
+    Press(ids::kEnableAllButton);
+    Registry saved;
+    ASSERT_TRUE(saved.LoadConfiguration(RegistryFile()));
+    ASSERT_EQ(saved.RecordCount(), 1u);
+    EXPECT_FALSE(saved.AllRecords().front()->IsEnabled());
+    EXPECT_TRUE(TheRegistry().AllRecords().front()->IsEnabled());
 }
 
 TEST_F(DialogScans, AScanTakesOutWhatIsNotThereAnyMore)
@@ -91,7 +134,7 @@ TEST_F(DialogScans, AnErrorOfTheHostsOwnComesOutOfTheScan)
 {
     Copy("good/vst2_effect", "effect");
     OpenDialog();
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         TheRegistry().GetPluginInfosChangedSignal().Connect([] { throw std::range_error("of the host"); });
     auto& update = Node<zetui::controls::UI_TextButton>(ids::kUpdateButton);
     zetui::ui::UI_ButtonChangedMessage message(&update);
@@ -137,6 +180,7 @@ TEST_F(DialogScans, PluginsOfOneFileAreRowsThatAreSwitchedOneByOne)
 
 TEST_F(DialogScans, APluginThatCrashesTheScannerIsListedAsBannedAndTheOthersWork)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     Copy("good/vst2_effect", "effect");
     Copy("bad/crash_in_entry", "crashing");
     OpenDialog();

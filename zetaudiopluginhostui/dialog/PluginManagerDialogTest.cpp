@@ -117,18 +117,22 @@ TEST_F(DialogAssembly, TheListOpensSortedByTheSavedColumnAndDirection)
     EXPECT_FALSE(settings.sortAscending);
 }
 
-TEST_F(DialogAssembly, WithoutASavedColumnTheListKeepsItsOwnOrder)
+TEST_F(DialogAssembly, WithoutASavedColumnTheListIsSortedByNameAndSaysSo)
 {
     AddPlugin(L"Delay", L"/a/1.so");
     AddPlugin(L"Chorus", L"/a/2.so");
     AddPlugin(L"Echo", L"/a/3.so");
     Ban(L"/a/0 banned.so");
-    settings.sortAscending = true;
+    settings.sortAscending = false;
     OpenDialog();
-    EXPECT_EQ(PluginList().GetHeaderRow()->GetSortColumn(), 0u);
-    EXPECT_THAT(Names(), ElementsAre(L"Delay", L"Chorus", L"Echo", L"0 banned.so"));
+    EXPECT_EQ(PluginList().GetHeaderRow()->GetSortColumn(), kColumnName);
+    EXPECT_THAT(Names(), ElementsAre(L"0 banned.so", L"Chorus", L"Delay", L"Echo"));
+    const QHeaderView& titles = *dynamic_cast<QTableView&>(WidgetOf(PluginList())).horizontalHeader();
+    EXPECT_EQ(titles.sortIndicatorSection(), 1) << "the arrow stands there";
+    EXPECT_EQ(titles.sortIndicatorOrder(), Qt::AscendingOrder);
     CloseDialog();
-    EXPECT_EQ(settings.sortColumn, 0u);
+    EXPECT_EQ(settings.sortColumn, kColumnName);
+    EXPECT_TRUE(settings.sortAscending);
 }
 
 TEST_F(DialogAssembly, TheRemoveFolderButtonStartsDisabled)

@@ -68,7 +68,7 @@ TEST_F(DialogWindow, WithSeparateProcessHiddenTheFilterShowsWhileItBeginsBehindT
     EXPECT_TRUE(IsShown(ids::kFindTextEdit));
 }
 
-TEST_F(DialogWindow, AFindControlThatBeginsWithinTheStripHidesWhereverTheStripStands)
+TEST_F(DialogWindow, AFindControlThatFindsNoRoomBesideTheStripHidesWhereverTheStripStands)
 {
     for (const auto skin : zetui::skins::AllSkins()) {
         zetui::skins::SetSkin(skin);
@@ -78,7 +78,8 @@ TEST_F(DialogWindow, AFindControlThatBeginsWithinTheStripHidesWhereverTheStripSt
         for (const char* const id : {ids::kFindStaticText, ids::kFindTextEdit}) {
             SCOPED_TRACE(id);
             const float left = Node<UI_Node>(id).UI_GetLocalRectF(true).left;
-            for (const float end : {left + 50, left - 50}) {
+            const float whole = strip->UI_GetParentNode()->UI_GetLocalRectF(false).width;
+            for (const float end : {whole - 60, left - 90}) {
                 auto frame = strip->UI_GetLocalRectF(true);
                 frame.left = 200;
                 frame.width = end - frame.left;

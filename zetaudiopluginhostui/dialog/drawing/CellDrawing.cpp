@@ -13,6 +13,9 @@ namespace pixmill = zetui::pixmill;
 
 namespace {
 
+/// Seen between the surface and what stands behind it.
+constexpr float leastGap = 3;
+
 /// Fills the surface behind a text of this width. It ends before `room`, counted from the cell's left edge.
 void DrawFailureSurface(pixmill::Pixmill& context, const zetcore::geom::RectT<float>& cell, float textWidth,
                         float room)
@@ -20,7 +23,7 @@ void DrawFailureSurface(pixmill::Pixmill& context, const zetcore::geom::RectT<fl
     const zetui::skins::ListSizes& sizes = zetui::skins::GetListSizes();
     const float left = GetCellTextPadding() - sizes.surfaceBesideText;
     const float right =
-        std::min(GetCellTextPadding() + std::ceil(textWidth) + sizes.surfaceBesideText, room - 1);
+        std::min(GetCellTextPadding() + std::ceil(textWidth) + sizes.surfaceBesideText, room - leastGap);
     context.FillRoundedRect({cell.left + left, cell.top + sizes.roomAroundSurface, right - left,
                              cell.height - 2 * sizes.roomAroundSurface},
                             zetui::skins::utilities::GetCornerRadius(),

@@ -18,6 +18,9 @@ FindStrip::FindStrip(Ptr<zetui::controls::UI_StaticText> findLabel, Ptr<SearchBo
         zetcore::config::Localizer::Get().LocalizeWide("$$$/AudioPluginManager/FindPrompt=Filter plug-ins");
     box->SetPrompt(prompt);
     box->UI_SetAccessibleName(prompt);
+    box->UI_SetAccessibleDescription(zetcore::config::Localizer::Get().LocalizeWide(
+        "$$$/AudioPluginManager/FindDescription=Shows the plug-ins with this text in their name, path or "
+        "version."));
     // The label's mnemonic goes to the box.
     if (label)
         label->SetBuddy(box.get());
@@ -81,13 +84,25 @@ void FindStrip::Fit(const zetui::ui::UI_SubView& buttons)
         label->UI_Show(BeginsBehind(label->UI_GetLocalRectF(true), buttonsFrame));
     if (box)
         box->UI_Show(BeginsBehind(box->UI_GetLocalRectF(true), buttonsFrame));
-    LeadLabelToBox();
+}
+
+bool FindStrip::NarrowsUnseen() const
+{
+    return box && !box->UI_IsShown() && !box->GetValue().empty();
+}
+
+void FindStrip::Clear()
+{
+    if (!box)
+        return;
+    box->SetValue({});
+    TellOfNewText();
 }
 
 void FindStrip::LeadLabelToBox()
 {
     constexpr float gap = 4;
-    if (!label || !box)
+    if (!label || !box || std::exchange(isLabelLed, true))
         return;
     RectF frame = label->UI_GetLocalRectF(true);
     const float end = box->UI_GetLocalRectF(true).left - gap;

@@ -39,12 +39,17 @@ class FindStrip
     void TakeRoomOf(const zetui::controls::UI_Checkbox& hidden);
     /// Hides label and box while the strip of buttons reaches over them.
     void Fit(const zetui::ui::UI_SubView& buttons);
+    /// Stretches the label up to the box, because the archive may leave a gap between the two. The label's
+    /// text stands at its right end. To be called before each layout; only the first call does something,
+    /// because the layout then keeps the two together.
+    void LeadLabelToBox();
+    /// True when the box has a text that narrows the list, and nobody can see it.
+    bool NarrowsUnseen() const;
+    /// Empties the box and tells of it.
+    void Clear();
 
   private:
     void TellOfNewText();
-    /// Stretches the label up to the box, because the layout may leave a gap between the two. The label's
-    /// text stands at its right end.
-    void LeadLabelToBox();
 
     Ptr<zetui::controls::UI_StaticText> label;
     Ptr<SearchBox> box;
@@ -52,6 +57,7 @@ class FindStrip
     std::function<void()> textChanged;
     /// The text that was told last.
     std::wstring toldText;
+    bool isLabelLed = false;
 };
 
 } // namespace zetaudiopluginhostui

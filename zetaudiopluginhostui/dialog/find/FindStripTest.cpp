@@ -100,11 +100,33 @@ TEST_F(FindStripAlone, HidesEachControlThatTheButtonsReach)
 
 TEST_F(FindStripAlone, StretchesTheLabelUpToTheBoxAndNeverShortensIt)
 {
-    strip.Fit(*buttons);
+    strip.LeadLabelToBox();
     EXPECT_EQ(label->UI_GetLocalRectF(true), (RectF{70, 0, 46, 20}));
-    box->UI_SetLocalRectF({110, 0, 80, 20});
-    strip.Fit(*buttons);
+    box->UI_SetLocalRectF({130, 0, 80, 20});
+    strip.LeadLabelToBox();
+    EXPECT_EQ(label->UI_GetLocalRectF(true), (RectF{70, 0, 46, 20})) << "once; then the layout moves both";
+    box->UI_SetLocalRectF({90, 0, 80, 20});
+    FindStrip another{label, box, root.get(), [] {}};
+    another.LeadLabelToBox();
     EXPECT_EQ(label->UI_GetLocalRectF(true), (RectF{70, 0, 46, 20}));
+}
+
+TEST_F(FindStripAlone, NarrowsUnseenWhileItHasATextAndNoRoomUntilItIsCleared)
+{
+    buttons->UI_SetLocalRectF({0, 0, 120, 20});
+    strip.Fit(*buttons);
+    EXPECT_FALSE(strip.NarrowsUnseen()) << "it has no text";
+    Type("ab");
+    EXPECT_TRUE(strip.NarrowsUnseen());
+    buttons->UI_SetLocalRectF({0, 0, 60, 20});
+    strip.Fit(*buttons);
+    EXPECT_FALSE(strip.NarrowsUnseen()) << "everybody can see it";
+    told = 0;
+    strip.Clear();
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(strip.Text(), L"");
+    strip.Clear();
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(FindStripAlone, DoesWithoutLabelAndBox)
@@ -113,7 +135,10 @@ TEST_F(FindStripAlone, DoesWithoutLabelAndBox)
     EXPECT_EQ(empty.Text(), L"");
     EXPECT_FALSE(empty.Box());
     empty.TakeRoomOf(*hidden);
+    empty.LeadLabelToBox();
     empty.Fit(*buttons);
+    empty.Clear();
+    EXPECT_FALSE(empty.NarrowsUnseen());
     EXPECT_EQ(buttons->UI_GetLocalRectF(true), (RectF{0, 0, 60, 20})) << "nobody takes the room";
 }
 

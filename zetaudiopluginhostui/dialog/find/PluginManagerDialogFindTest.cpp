@@ -1,7 +1,9 @@
 // These tests type into the find box of the manager dialog.
 #include <QApplication>
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/AudioFilterDescriptorManager.h>
@@ -32,6 +34,7 @@ class DialogFind : public DialogFixture
 
 TEST_F(DialogFind, FindTextIsFoundInNamePathAndVersionWhateverTheCaseOfItsLatinLetters)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     AddPlugin(L"One", L"/plugins/VST3/one.so");
     AddPlugin(L"Two", L"/plugins/other/two.so", L"7.5");
     Ban(L"/plugins/vst2/bad.so");
@@ -213,6 +216,7 @@ TEST_F(DialogFind, TypingFindsInstrumentsOnlyWhileSynthsAreEnabled)
 
 TEST_F(DialogFind, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     AddPlugin(L"One", L"/a/1.so");
     AddPlugin(L"Two", L"/a/2.so");
     Ban(L"/a/3.so");
@@ -227,6 +231,41 @@ TEST_F(DialogFind, TypingFindsWhatCameAndLosesWhatWentSinceTheListWasFilled)
     Ban(L"/a/5.so");
     TypeIntoFindBox("\b");
     EXPECT_THAT(Names(), ElementsAre(L"Two", L"Four", L"5.so"));
+}
+
+TEST_F(DialogFind, AListThatIsNarrowedByABoxWithoutRoomSaysSoAndHasAWayBack)
+{
+    AddPlugin(L"One", L"/a/1.so");
+    AddPlugin(L"Two", L"/a/2.so");
+    AddPlugin(L"Three", L"/a/3.so");
+    OpenDialog();
+    const auto& foot = Window();
+    const auto notice = [&]() -> QString {
+        for (const QLabel* const label : foot.findChildren<QLabel*>())
+            if (label->isVisible() && label->text().contains(QStringLiteral("shown")))
+                return label->text();
+        return {};
+    };
+    TypeIntoFindBox("t");
+    EXPECT_EQ(notice(), "") << "the box says it";
+    Resize(400, 500);
+    ASSERT_FALSE(FindBox().isVisible());
+    EXPECT_EQ(notice(), "2 of 3 shown");
+    AddPlugin(L"Tree", L"/a/4.so");
+    Node<zetui::controls::UI_TextButton>(ids::kEnableAllButton).Click();
+    EXPECT_EQ(notice(), "3 of 4 shown");
+    Resize(1100, 500);
+    EXPECT_EQ(notice(), "");
+    Resize(400, 500);
+    QPushButton* clear = nullptr;
+    for (QPushButton* const button : foot.findChildren<QPushButton*>())
+        clear = button->text() == "Clear Filter" ? button : clear;
+    ASSERT_TRUE(clear && clear->isVisible());
+    QTest::mouseClick(clear, Qt::LeftButton);
+    HandleEvents();
+    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(FindBox().text(), "");
+    EXPECT_EQ(Names().size(), 4U);
 }
 
 } // namespace

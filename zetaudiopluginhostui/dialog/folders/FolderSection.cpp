@@ -1,5 +1,7 @@
 #include "dialog/folders/FolderSection.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -11,12 +13,11 @@
 #include <zetui/dialogs/OS_FolderChooserDialog.h>
 #include <zetui/dialogs/messagebox.h>
 
-#include "dialog/drawing/CellDrawing.h"
-
 namespace zetaudiopluginhostui {
 
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetcore::config::Localizer;
+using zetcore::filesupport::FolderState;
 namespace messagebox = zetui::dialogs::messagebox;
 
 namespace {
@@ -25,6 +26,18 @@ std::shared_ptr<zetaudiofilterhost::PluginTechnology> VstTechnology()
 {
     return PluginModuleInfoManager::GetInstance()->GetPluginTechnology(
         zetaudiofilterhost::TechnologyType::VST);
+}
+
+std::wstring WordOf(FolderState state)
+{
+    return Localizer::Get().LocalizeWide(state == FolderState::Offline
+                                             ? "$$$/AudioPluginManager/FolderOffline=offline"
+                                             : "$$$/AudioPluginManager/FolderNotFound=not found");
+}
+
+float WordWidth(FolderState state)
+{
+    return std::ceil(zetui::pixmill::GetTextWidth(GetCellFont(), WordOf(state)));
 }
 
 } // namespace
@@ -66,6 +79,42 @@ void FolderSection::Fill()
     const auto technology = VstTechnology();
     for (auto path = technology->DirectoryBegin(); path != technology->DirectoryEnd(); ++path)
         folderOfRow.insert_or_assign(list->CreateAndAppendRow().get(), *path);
+    look = std::make_unique<zetcore::filesupport::FolderLook>(
+        std::vector<std::wstring>(technology->DirectoryBegin(), technology->DirectoryEnd()),
+        [this] { list->UI_Redraw(); });
+}
+
+FolderState FolderSection::StateOf(const std::wstring& folder) const
+{
+    return look ? look->StateOf(folder).value_or(FolderState::There) : FolderState::There;
+}
+
+std::wstring FolderSection::ReasonOf(const Row* row) const
+{
+    const auto folder = folderOfRow.find(row);
+    const FolderState state = folder == folderOfRow.end() ? FolderState::There : StateOf(folder->second);
+    if (state == FolderState::There)
+        return {};
+    return Localizer::Get().LocalizeWide(
+        state == FolderState::NotFound
+            ? "$$$/AudioPluginManager/FolderNotFoundReason=This folder does not exist."
+            : "$$$/AudioPluginManager/FolderOfflineReason=This folder is on a drive that is not connected at "
+              "the moment.");
+}
+
+CellText FolderSection::ShownText(const std::wstring& folder, float cellWidth) const
+{
+    const FolderState state = StateOf(folder);
+    CellText text{.text = folder, .enabled = list->UI_IsEnabled() && state == FolderState::There};
+    if (state != FolderState::There)
+        text.end = cellWidth - WordWidth(state) - 2 * GetCellTextPadding();
+    return text;
+}
+
+std::wstring FolderSection::GetCutText(const Row* row, float cellWidth) const
+{
+    const std::wstring folder = FolderOf(row);
+    return ShownCellText(ShownText(folder, cellWidth), cellWidth) == folder ? std::wstring() : folder;
 }
 
 std::wstring FolderSection::FolderOf(const Row* row) const
@@ -82,7 +131,24 @@ void FolderSection::DrawCell(zetui::pixmill::Pixmill* context, const Row* row,
         return;
     if (!context)
         zetcore::utility::DoThrowNullPtrException("Pixmill");
-    DrawCellText(*context, cell, {.text = folder->second, .enabled = list->UI_IsEnabled()});
+    CellText text = ShownText(folder->second, cell.width);
+    // Grey could not be read on the colour of a selected row.
+    const bool selected = list->UI_IsEnabled() && IsSelected(row);
+    text.enabled = text.enabled || selected;
+    DrawCellText(*context, cell, text);
+    const FolderState state = StateOf(folder->second);
+    if (state == FolderState::There)
+        return;
+    // Why it is grey stands at the right end.
+    const float width = WordWidth(state) + 2 * GetCellTextPadding();
+    DrawCellText(*context, {cell.left + cell.width - width, cell.top, width, cell.height},
+                 {.text = WordOf(state), .enabled = selected});
+}
+
+bool FolderSection::IsSelected(const Row* row) const
+{
+    const auto rows = list->GetSelectedRows();
+    return std::any_of(rows.begin(), rows.end(), [row](const auto& each) { return each.get() == row; });
 }
 
 void FolderSection::UpdateRemoveButton()
@@ -98,8 +164,17 @@ void FolderSection::AddChosenFolder(const zetui::ui::WindowVariant& window)
         Localizer::Get().LocalizeWide("$$$/AudioPluginManager/Browse/Title=Choose a Plug-In Folder:"));
     chooser.RunModal();
     const zetcore::filesupport::Dir folder(chooser.GetPath());
-    if (folder.Exists())
-        VstTechnology()->AddPluginDirectories({folder.FullPath()});
+    if (!folder.Exists())
+        return;
+    VstTechnology()->AddPluginDirectories({folder.FullPath()});
+    for (const auto& [row, path] : folderOfRow) {
+        if (path != folder.FullPath())
+            continue;
+        list->DeselectAll();
+        list->SelectRow(row, true);
+        list->ScrollToRow(row);
+        return;
+    }
 }
 
 void FolderSection::RemoveSelectedFolders()
@@ -112,8 +187,20 @@ void FolderSection::RemoveSelectedFolders()
         if (folder != folderOfRow.end())
             paths.push_back(folder->second);
     }
-    if (!paths.empty())
-        VstTechnology()->RemovePluginDirectories(paths);
+    if (paths.empty())
+        return;
+    const auto selected = list->GetSelectedRows();
+    int place = list->GetRowCount() - 1;
+    for (const Ptr<Row>& row : selected)
+        place = std::min(place, list->GetPlaceOfRow(row.get()));
+    // The remove button is disabled when its folders are gone. The focus must not go to the button beside it.
+    list->UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
+    VstTechnology()->RemovePluginDirectories(paths);
+    const auto next = list->GetRowAt(std::min(place, list->GetRowCount() - 1));
+    if (!next)
+        return;
+    list->SelectRow(next.get(), true);
+    list->ScrollToRow(next.get());
 }
 
 void FolderSection::ResetToDefaultFolders(const zetui::pixmill::SupplierInterface* supplier,

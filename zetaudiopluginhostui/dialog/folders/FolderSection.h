@@ -1,12 +1,16 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
+#include <zetcore/filesupport/sharing/FolderLook.h>
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/screen/WindowVariant.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
 #include <zetui/utility/IntrusivePtr.h>
+
+#include "dialog/drawing/CellDrawing.h"
 
 namespace zetaudiopluginhostui {
 
@@ -34,8 +38,14 @@ class FolderSection
     /// The remove button is enabled while a folder is selected.
     void UpdateRemoveButton();
 
-    /// Lets the user choose a folder and adds it. Nothing changes when the user cancels.
-    static void AddChosenFolder(const zetui::ui::WindowVariant& window);
+    /// Lets the user choose a folder and adds it. The list then shows it, selected. Nothing changes when the
+    /// user cancels.
+    void AddChosenFolder(const zetui::ui::WindowVariant& window);
+    /// Why the row's folder cannot be searched. Empty for one that is there, or that has not been looked at.
+    std::wstring ReasonOf(const Row* row) const;
+    /// The row's path when a cell that is so wide shows only a part of it; otherwise empty.
+    std::wstring GetCutText(const Row* row, float cellWidth) const;
+    /// The focus then is on the folder that follows.
     void RemoveSelectedFolders();
     /// Asks first, unless there is no folder to lose.
     static void ResetToDefaultFolders(const zetui::pixmill::SupplierInterface* supplier,
@@ -43,11 +53,16 @@ class FolderSection
 
   private:
     void SetUpList();
+    zetcore::filesupport::FolderState StateOf(const std::wstring& folder) const;
+    CellText ShownText(const std::wstring& folder, float cellWidth) const;
+    bool IsSelected(const Row* row) const;
 
     Ptr<Tree> list;
     Ptr<zetui::controls::UI_TextButton> remove;
     /// The rows that are in the list now.
     std::map<const Row*, std::wstring> folderOfRow;
+    /// Null before the first fill.
+    std::unique_ptr<zetcore::filesupport::FolderLook> look;
 };
 
 } // namespace zetaudiopluginhostui

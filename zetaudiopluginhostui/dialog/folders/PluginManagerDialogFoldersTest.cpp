@@ -2,8 +2,10 @@
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/utility/ClientName.h>
 #include <zettesting/TemporaryFolder.h>
+#include <zettesting/TestPlugins.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
@@ -60,6 +62,101 @@ TEST_F(FolderCommands, CancellingTheChooserChangesNothing)
     EXPECT_TRUE(shown->alerts.empty());
 }
 
+TEST_F(FolderCommands, AFolderJustAddedIsSelectedAndInSight)
+{
+    for (int i = 0; i < 30; ++i)
+        AddFolders({L"/folder" + std::to_wstring(i)});
+    OpenDialog();
+    ClickFolder(0);
+    shown->chosenFolder = ToWide(real);
+    Press(ids::kAddDirectoryButton);
+    ASSERT_EQ(Folders().size(), 31u);
+    const auto selected = FolderList().GetSelectedRows();
+    ASSERT_EQ(selected.size(), 1u);
+    EXPECT_EQ(selected.front(), FolderList().GetRowAt(30));
+    EXPECT_TRUE(FolderList().IsRowVisible(selected.front().get()));
+    EXPECT_TRUE(CanRemove());
+    FolderList().ScrollToTop(true);
+    FolderList().DeselectAll();
+    Press(ids::kAddDirectoryButton);
+    EXPECT_EQ(FolderList().GetSelectedRows().size(), 1u) << "also when it is in the list already";
+}
+
+TEST_F(FolderCommands, AFolderThatIsNotThereIsGreyAndSaysWhy)
+{
+    AddFolders({ToWide(real), L"/no-such-folder"});
+    OpenDialog();
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    const auto tooltip = [&view](int row) {
+        return view.model()->index(row, 0).data(Qt::ToolTipRole).toString();
+    };
+    EXPECT_TRUE(WaitUntil([&] { return tooltip(1).contains(QStringLiteral("does not exist")); }));
+    EXPECT_FALSE(tooltip(0).contains(QStringLiteral("does not exist")));
+    const auto darkest = [&view](int row) {
+        QRect cell = view.visualRect(view.model()->index(row, 0));
+        const QImage picture = view.viewport()->grab(cell).toImage();
+        int least = 255;
+        for (int y = 2; y < picture.height() - 2; ++y)
+            for (int x = 0; x < picture.width() / 2; ++x)
+                least = std::min(least, qGray(picture.pixel(x, y)));
+        return least;
+    };
+    EXPECT_LT(darkest(0), darkest(1)) << "grey";
+    const auto hasWord = [&view](int row) {
+        QRect end = view.visualRect(view.model()->index(row, 0)).adjusted(0, 2, -2, -2);
+        end.setLeft(end.right() - 40);
+        const QImage picture = view.viewport()->grab(end).toImage();
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (std::abs(qGray(picture.pixel(x, y)) - qGray(picture.pixel(0, 0))) > 60)
+                    return true;
+        return false;
+    };
+    EXPECT_TRUE(hasWord(1)) << "a word at the right says why";
+    EXPECT_FALSE(hasWord(0));
+}
+
+TEST_F(FolderCommands, AFolderOfADriveThatIsAwayIsGreyAndSaysOffline)
+{
+    const bool hasDriveLetters = zettesting::ModuleSuffix() == ".dll";
+    // Every other row has the same background.
+    AddFolders({L"/no-such-folder", ToWide(real),
+                hasDriveLetters ? L"Q:\\drive\\plug-ins" : L"/mnt/no-such-drive/plug-ins"});
+    OpenDialog();
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    const auto tooltip = [&view](int row) {
+        return view.model()->index(row, 0).data(Qt::ToolTipRole).toString();
+    };
+    EXPECT_TRUE(WaitUntil([&] { return tooltip(2).contains(QStringLiteral("not connected")); }))
+        << tooltip(2).toStdString();
+    EXPECT_FALSE(tooltip(0).contains(QStringLiteral("not connected")));
+    const auto endOf = [&view](int row) {
+        QRect end = view.visualRect(view.model()->index(row, 0)).adjusted(0, 2, -2, -2);
+        end.setLeft(end.right() - 60);
+        return view.viewport()->grab(end).toImage();
+    };
+    EXPECT_NE(endOf(2), endOf(0)) << "another word than that of a folder that does not exist";
+    zetcore::config::Localizer::Get().LoadTableFromText(
+        "\"$$$/AudioPluginManager/FolderOffline\"=\"away\"\n"
+        "\"$$$/AudioPluginManager/FolderNotFound\"=\"away\"\n",
+        "test");
+    EXPECT_EQ(endOf(2), endOf(0)) << "the words are all that differs there";
+    zetcore::config::Localizer::Get().Reset();
+}
+
+TEST_F(FolderCommands, APathWithoutRoomIsWholeInTheTooltip)
+{
+    const std::wstring path = L"/" + std::wstring(300, L'x');
+    AddFolders({path, L"/short"});
+    OpenDialog();
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(FolderList()));
+    const auto tooltip = [&view](int row) {
+        return view.model()->index(row, 0).data(Qt::ToolTipRole).toString();
+    };
+    EXPECT_TRUE(tooltip(0).contains(QStringLiteral("xxxxxxxxxx")));
+    EXPECT_FALSE(tooltip(1).contains(QStringLiteral("short")));
+}
+
 TEST_F(FolderCommands, ChoosingAFolderThatIsGoneChangesNothing)
 {
     OpenDialog();
@@ -94,7 +191,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
     EXPECT_TRUE(CanRemove());
     ClickFolder(2, Qt::ControlModifier);
     int changes = 0;
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     Press(ids::kRemoveDirectoryButton);
@@ -102,7 +199,7 @@ TEST_F(FolderCommands, RemoveIsEnabledWhileARowIsSelectedAndRemovesTheSelectedOn
     EXPECT_TRUE(shown->questions.empty() && shown->alerts.empty());
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two")));
     EXPECT_THAT(VstFolders(), ElementsAre(ToWide("/two")));
-    EXPECT_FALSE(CanRemove()) << "the selected rows are gone";
+    EXPECT_TRUE(CanRemove()) << "the next folder is selected";
 }
 
 TEST_F(FolderCommands, AClickBelowTheRowsDeselectsThemAndDisablesRemove)
@@ -227,7 +324,7 @@ TEST_F(FolderCommands, ARowThatIsNoneOfTheListsShowsAndRemovesNothing)
     HandleEvents();
     EXPECT_THAT(Folders(), ElementsAre(ToWide("/two"), L"")) << "its folder went with it";
     int changes = 0;
-    const zetcore::signals::ScopedConnection connection =
+    const zetcore::events::ScopedConnection connection =
         TheRegistry().GetPluginTechnology(2)->GetDirectoriesChangedSignal().Connect(
             [&changes](const auto&) { ++changes; });
     ClickFolder(1);

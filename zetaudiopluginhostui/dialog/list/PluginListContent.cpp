@@ -60,6 +60,7 @@ void PluginListContent::Add(std::size_t index, const zetaudiofilterhost::PluginL
     RowPtr& row = rows[index];
     if (!row || !row->IsFor(locator, info))
         row = zetui::utility::MakeIntrusive<PluginListRow>(locator, info);
+    row->ForgetTextWidths();
     const PluginListEntry& entry = row->Entry();
     zetaudiofilterhost::PluginFind::AppendTexts(GetCellText(kColumnName, entry),
                                                 GetCellText(kColumnPath, entry),

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
 #include <memory>
+#include <optional>
 
 #include <zetui/tree/UI_MultiColumnTreeRow.h>
 
 #include "dialog/list/PluginListEntry.h"
+#include "dialog/list/PluginListText.h"
 
 namespace zetaudiopluginhostui {
 
@@ -21,11 +24,19 @@ class PluginListRow final : public zetui::controls::UI_MultiColumnTreeRow
     /// True when it is the row for this record, or for this banned plug-in.
     bool IsFor(const zetaudiofilterhost::PluginLocator& locator, const InfoPtr& info) const;
 
+    /// The width of a column's text, once somebody has measured it.
+    std::optional<float>& TextWidth(unsigned column)
+    {
+        return textWidths[column < textWidths.size() ? column : 0];
+    }
+    void ForgetTextWidths() { textWidths.fill(std::nullopt); }
+
   protected:
     ~PluginListRow() override;
 
   private:
     PluginListEntry entry;
+    std::array<std::optional<float>, kColumnPath + 1> textWidths;
 };
 
 } // namespace zetaudiopluginhostui

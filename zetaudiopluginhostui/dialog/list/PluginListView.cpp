@@ -53,6 +53,8 @@ void PluginListView::AppendColumns()
     for (const PluginColumnSpec& column : PluginColumns())
         header->SetColumnWidth(column.id, column.width);
     header->SetLastColumnTakesFreeWidth(true);
+    constexpr float leastPath = 60;
+    header->SetColumnGivesWay(kColumnPath, leastPath);
     // A control belongs to a place in its row, so the columns with controls must stay there.
     header->SetColumnKeepsPlace(kColumnEnabled, true);
     header->SetColumnKeepsPlace(kColumnStatus, true);
@@ -75,21 +77,28 @@ void PluginListView::Fill(const zetaudiofilterhost::PluginFind& find, bool resiz
     widgets.RemoveAll();
     for (const PluginListContent::RowPtr& row : plugins.Find(find))
         tree->AppendRow(row, nullptr, true);
-    tree->SetEmptyText(Localizer::Get().LocalizeWide(
-        find.KeepsAll()
-            ? "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders."
-            : "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."));
+    keepsAll = find.KeepsAll();
+    SayWhyItIsEmpty(false);
     if (resizeColumns)
         FitColumns();
     if (scrollToTop)
         tree->ScrollToTop(true);
 }
 
+void PluginListView::SayWhyItIsEmpty(bool scans)
+{
+    const char* const text =
+        !keepsAll ? "$$$/AudioPluginManager/NoPluginFound=No plug-in matches the filter."
+        : scans   ? "$$$/AudioPluginManager/LookingForPlugins=Scanning for plug-ins..."
+                  : "$$$/AudioPluginManager/NoPlugins=No plug-ins yet. Scan to find those in your folders.";
+    tree->SetEmptyText(Localizer::Get().LocalizeWide(text));
+}
+
 void PluginListView::FitColumns()
 {
     Header& header = HeaderRow();
     for (const unsigned column : {kColumnName, kColumnStatus, kColumnVersion, kColumnPath})
-        header.SetColumnWidth(column, FittedColumnWidth(column, GetColumnBestFitWidth(column)));
+        header.FitColumn(column, FittedColumnWidth(column, GetColumnBestFitWidth(column)));
 }
 
 void PluginListView::OnRowVisibilityChanged(Row* row)
@@ -139,32 +148,59 @@ std::wstring PluginListView::GetCellDescription(const Row* row, int cellIndex) c
 std::wstring PluginListView::GetCellTooltip(const Row* row, int cellIndex) const
 {
     const PluginListEntry* const entry = FindEntry(row);
-    if (!entry || entry->info || GetColumnOfCell(cellIndex) != kColumnStatus)
+    const bool tells = cellIndex == kEnabledCell || GetColumnOfCell(cellIndex) == kColumnStatus;
+    if (!entry || entry->info || !tells)
         return {};
     const auto info = BannedPluginManager::GetInstance()->GetBanInfo(entry->locator);
     return info ? GetBanDescription(*info) : std::wstring();
 }
 
+std::wstring PluginListView::GetRowDetails(const Row* row) const
+{
+    const PluginListEntry* const entry = FindEntry(row);
+    return entry ? GetDetails(*entry) : std::wstring();
+}
+
+CellText PluginListView::ShownText(const Row& row, const PluginListEntry& entry, int cellIndex) const
+{
+    using zetui::pixmill::TextTruncation;
+    constexpr int cellShortenedInTheMiddle = 2;
+    const unsigned column = GetColumnOfCell(cellIndex);
+    CellText text{.text = GetCellText(column, entry),
+                  .truncation =
+                      cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
+                  .enabled = tree->UI_IsEnabled(),
+                  .failure = column == kColumnStatus && !entry.info};
+    // The button would cover the end of the text.
+    if (cellIndex == kStatusCell)
+        text.end = widgets.ReloadButtonLeft(row);
+    return text;
+}
+
+std::wstring PluginListView::GetCutText(const Row* row, int cellIndex, float cellWidth) const
+{
+    const PluginListEntry* const entry = FindEntry(row);
+    if (!entry || cellIndex == kEnabledCell)
+        return {};
+    CellText text = ShownText(*row, *entry, cellIndex);
+    return ShownCellText(text, cellWidth) == text.text ? std::wstring() : std::move(text.text);
+}
+
+controls::CellControl PluginListView::GetCellControl(const Row* row, int cellIndex) const
+{
+    const PluginListEntry* const entry = FindEntry(row);
+    return entry ? PluginRowWidgets::ControlOf(*entry, cellIndex) : controls::CellControl();
+}
+
 void PluginListView::DrawCell(zetui::pixmill::Pixmill* context, const Row* row, int cellIndex,
                               const RectF& cell) const
 {
-    using zetui::pixmill::TextTruncation;
     const PluginListEntry* const entry = FindEntry(row);
     if (cellIndex == kEnabledCell || !entry)
         return;
     if (!context)
         zetcore::utility::DoThrowNullPtrException("Pixmill");
-    constexpr int cellShortenedInTheMiddle = 2;
-    const unsigned column = GetColumnOfCell(cellIndex);
-    CellText text{.text = GetCellText(column, *entry),
-                  .truncation =
-                      cellIndex == cellShortenedInTheMiddle ? TextTruncation::Middle : TextTruncation::End,
-                  .enabled = tree->UI_IsEnabled(),
-                  .failure = column == kColumnStatus && !entry->info};
-    // The button would cover the end of the text.
-    if (cellIndex == kStatusCell)
-        text.end = widgets.ReloadButtonLeft(*row);
-    DrawCellText(*context, cell, text);
+    DrawCellText(*context, cell, ShownText(*row, *entry, cellIndex));
 }
 
 float PluginListView::GetColumnBestFitWidth(unsigned column) const
@@ -176,17 +212,23 @@ float PluginListView::GetColumnBestFitWidth(unsigned column) const
     const zetui::pixmill::Font font = GetCellFont();
     float widest = 0;
     std::wstring measured;
+    float measuredWidth = 0;
     for (const PluginListContent::RowPtr& row : plugins.Rows()) {
         const PluginListEntry* const entry = FindEntry(row.get());
         if (!entry)
             continue;
-        std::wstring text = GetCellText(column, *entry);
-        // Measuring takes the time here, and many rows have the same text.
-        if (widest > 0 && text == measured)
-            continue;
-        measured = std::move(text);
-        widest = std::max(widest, NeededCellWidth(zetui::pixmill::GetTextWidth(font, measured), padding,
-                                                  reloadButtonWidth, zetui::skins::GetListSizes().buttonGap));
+        std::optional<float>& known = row->TextWidth(column);
+        if (!known) {
+            std::wstring text = GetCellText(column, *entry);
+            // Many rows have the same text.
+            if (text != measured || measuredWidth == 0) {
+                measured = std::move(text);
+                measuredWidth = zetui::pixmill::GetTextWidth(font, measured);
+            }
+            known = measuredWidth;
+        }
+        widest = std::max(widest, NeededCellWidth(*known, padding, reloadButtonWidth,
+                                                  zetui::skins::GetListSizes().buttonGap));
     }
     return widest;
 }
@@ -202,11 +244,49 @@ void PluginListView::FocusControlOfSelectedCell()
         view->GetChild(0)->UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
 }
 
+int PluginListView::PlaceOf(const zetaudiofilterhost::PluginLocator& locator) const
+{
+    int ofModule = -1;
+    for (int place = 0; place < tree->GetRowCount(); ++place) {
+        const PluginListEntry* const entry = FindEntry(tree->GetRowAt(place).get());
+        if (!entry)
+            continue;
+        if (entry->locator == locator)
+            return place;
+        if (ofModule < 0 && entry->locator.GetTechnologyType() == locator.GetTechnologyType() &&
+            entry->locator.GetPath() == locator.GetPath())
+            ofModule = place;
+    }
+    return ofModule;
+}
+
+void PluginListView::FocusPlugin(const zetaudiofilterhost::PluginLocator& locator, int lastPlace)
+{
+    tree->UI_GainKeyboardFocus(zetui::ui::kFocusChangeProgram);
+    const int found = PlaceOf(locator);
+    const int place = found >= 0 ? found : std::min(lastPlace, tree->GetRowCount() - 1);
+    const Ptr<Row> row = tree->GetRowAt(place);
+    if (!row)
+        return;
+    const bool hasButton = tree->IsRowVisible(row.get()) && widgets.ReloadButtonLeft(*row);
+    // The selected cell's control gets the focus.
+    tree->SelectCell(row.get(), hasButton && found >= 0 ? kStatusCell : -1);
+}
+
 void PluginListView::SwitchPluginOf(const zetui::ui::UI_Node* checkbox)
 {
     const PluginListEntry* const entry = FindEntry(widgets.RowOfCheckbox(checkbox));
     if (entry && entry->info)
         entry->info->SetEnabled(dynamic_cast<const controls::UI_Checkbox&>(*checkbox).IsChecked());
+}
+
+void PluginListView::EnablePlugin(const PluginListEntry& entry, bool enable)
+{
+    if (!entry.info)
+        return;
+    entry.info->SetEnabled(enable);
+    if (const Ptr<Row> row = tree->GetRowAt(PlaceOf(entry.locator)))
+        widgets.ShowEnabled(*row, enable);
 }
 
 const PluginListEntry* PluginListView::EntryOfReloadButton(const zetui::ui::UI_Node* button) const

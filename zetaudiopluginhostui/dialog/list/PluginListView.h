@@ -5,6 +5,7 @@
 #include <zetaudiofilterhost/PluginFind.h>
 #include <zetui/utility/IntrusivePtr.h>
 
+#include "dialog/drawing/CellDrawing.h"
 #include "dialog/list/PluginListContent.h"
 #include "dialog/list/PluginListEntry.h"
 #include "dialog/list/PluginMultiColumnTree.h"
@@ -33,13 +34,27 @@ class PluginListView
 
     /// Shows the plug-ins that the find test lets through.
     void Fill(const zetaudiofilterhost::PluginFind& find, bool resizeColumns, bool scrollToTop);
+    /// Sets the text that stands in the place of rows. While a scan runs, it asks for no scan.
+    void SayWhyItIsEmpty(bool scans);
+    /// The number of plug-ins without a find test.
+    std::size_t CountOfAll() const noexcept { return plugins.Rows().size(); }
     /// Makes the controls of a row that has come into sight, and drops those of one that has left. A null row
     /// raises the null-pointer error.
     void OnRowVisibilityChanged(Row* row);
     /// The control in the selected cell gets the keyboard focus.
     void FocusControlOfSelectedCell();
+    /// The place of the plug-in's row; without one, that of another plug-in in the same module. -1 when there
+    /// is none.
+    int PlaceOf(const zetaudiofilterhost::PluginLocator& locator) const;
+    /// Gives the focus to the plug-in's row, and there to the "Reload" button if the row has one in sight. A
+    /// plug-in that has no row any more leaves the focus at its last place. The list is not scrolled.
+    void FocusPlugin(const zetaudiofilterhost::PluginLocator& locator, int lastPlace);
     /// Enables or disables the plug-in of a checkbox that was clicked.
     void SwitchPluginOf(const zetui::ui::UI_Node* checkbox);
+    /// The same from elsewhere. The row's checkbox shows it.
+    void EnablePlugin(const PluginListEntry& entry, bool enable);
+    /// Null for a row that this list has not made.
+    const PluginListEntry* EntryOf(const Row* row) const { return FindEntry(row); }
     /// Null when no row has the button.
     const PluginListEntry* EntryOfReloadButton(const zetui::ui::UI_Node* button) const;
 
@@ -47,8 +62,14 @@ class PluginListView
     std::wstring GetCellSortData(const Row* row, int cellIndex) const;
     /// For screen readers.
     std::wstring GetCellDescription(const Row* row, int cellIndex) const;
-    /// The Status cell of a banned plug-in tells when and why it was banned.
+    /// The Enabled and the Status cell of a banned plug-in tell when and why it was banned.
     std::wstring GetCellTooltip(const Row* row, int cellIndex) const;
+    /// The whole text of a cell that is so wide and shows only a part of it; otherwise empty.
+    std::wstring GetCutText(const Row* row, int cellIndex, float cellWidth) const;
+    /// The text about a row at the foot of the list.
+    std::wstring GetRowDetails(const Row* row) const;
+    /// The control that a cell has, or would have in sight.
+    zetui::controls::CellControl GetCellControl(const Row* row, int cellIndex) const;
     void DrawCell(zetui::pixmill::Pixmill* context, const Row* row, int cellIndex, const RectF& cell) const;
     /// 0 for an empty list.
     float GetColumnBestFitWidth(unsigned column) const;
@@ -60,10 +81,13 @@ class PluginListView
     /// Null for a row that this list has not made, or that is not in it.
     const PluginListEntry* FindEntry(const Row* row) const;
     unsigned GetColumnOfCell(int cellIndex) const;
+    CellText ShownText(const Row& row, const PluginListEntry& entry, int cellIndex) const;
 
     Ptr<PluginMultiColumnTree> tree;
     PluginListContent plugins;
     PluginRowWidgets widgets;
+    /// The last fill was one without a find test.
+    bool keepsAll = true;
 };
 
 } // namespace zetaudiopluginhostui

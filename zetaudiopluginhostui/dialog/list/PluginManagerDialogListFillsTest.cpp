@@ -202,6 +202,7 @@ TEST_F(PluginListFills, TheFirstCellSortsByTheCheckboxWhateverColumnStandsThere)
 
 TEST_F(PluginListFills, BannedPluginsFollowTheModulesInTheOrderOfTheirLocators)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     Ban(L"/b/2.so");
     Ban(L"/a/1.so");
     AddPlugin(L"Z", L"/z/1.so");

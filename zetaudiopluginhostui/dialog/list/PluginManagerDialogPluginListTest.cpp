@@ -1,6 +1,9 @@
 // These tests check the plug-in list of the manager dialog.
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -49,6 +52,55 @@ TEST_F(PluginListView, FitsColumnsToTheirWidestTextsAndTheReloadButton)
     EXPECT_FLOAT_EQ(Width(kColumnName), TextWidth(name) + 6 + 1);
 }
 
+TEST_F(PluginListView, NoFittedTextIsCutAndACutOneIsWholeInItsTooltip)
+{
+    const std::wstring name = L"A plug-in whose name is far wider than the column would be otherwise";
+    const std::wstring path = L"/a/" + std::wstring(80, L'p') + L".so";
+    AddPlugin(name, path, L"1.0.0.0.0.0.1234");
+    OpenDialog();
+    Resize(2400, 600);
+    const auto tooltip = [this](unsigned column) {
+        const auto& view = dynamic_cast<QAbstractItemView&>(WidgetOf(PluginList()));
+        return view.model()->index(0, static_cast<int>(column) - 1).data(Qt::ToolTipRole).toString();
+    };
+    for (const unsigned column : {kColumnName, kColumnStatus, kColumnVersion, kColumnPath})
+        EXPECT_EQ(tooltip(column), "") << column;
+    Resize(1120, 600);
+    EXPECT_EQ(tooltip(kColumnName), "") << "the path gives way";
+    EXPECT_TRUE(tooltip(kColumnPath).contains(QString::fromStdWString(path)));
+}
+
+TEST_F(PluginListView, OneVeryLongNameLeavesTheOtherColumnsInSight)
+{
+    AddPlugin(std::wstring(1000, L'n'), L"/a/1.so");
+    OpenDialog();
+    Resize(1120, 680);
+    const auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    const int last = view.columnViewportPosition(kColumnPath - 1) + view.columnWidth(kColumnPath - 1);
+    EXPECT_LE(last, view.viewport()->width());
+    EXPECT_GE(view.columnWidth(kColumnPath - 1), 240);
+}
+
+TEST_F(PluginListView, TheFootSaysWhyTheSelectedPluginIsBanned)
+{
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
+    AddPlugin(L"One", L"/a/1.so");
+    Ban(L"/a/3.so", "it crashed");
+    OpenDialog();
+    auto& view = dynamic_cast<QTableView&>(WidgetOf(PluginList()));
+    const auto& text = *Window().findChild<QPlainTextEdit*>();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(1, 1)).center());
+    EXPECT_TRUE(text.isVisible());
+    EXPECT_TRUE(text.toPlainText().startsWith(QStringLiteral("It crashed")))
+        << text.toPlainText().toStdString();
+    EXPECT_TRUE(text.toPlainText().contains(QStringLiteral("/a/3.so")));
+    QTest::keyClick(&view, Qt::Key_Up);
+    EXPECT_TRUE(text.toPlainText().startsWith(QStringLiteral("/a/1.so"))) << text.toPlainText().toStdString();
+    EXPECT_EQ(text.accessibleName(), "Details");
+}
+
 using PluginListViewV7 = V7DialogFixture;
 
 TEST_F(PluginListViewV7, FitsColumnsWithTheDistancesOfTheSkin)
@@ -70,6 +122,7 @@ TEST_F(PluginListViewV7, FitsColumnsWithTheDistancesOfTheSkin)
 
 TEST_F(PluginListView, ListsAnInstrumentOnlyWhileSynthsAreEnabledAndABannedPluginAlways)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     const auto both = AddPlugin(L"Both", L"/a/both.so");
     both->SetHasAnySynth(true);
     const auto synth = AddPlugin(L"Synth", L"/a/synth.so");
@@ -98,11 +151,12 @@ TEST_F(PluginListView, ABannedRowSaysSoAndSortsWithTheDisabledOnes)
     EXPECT_THAT(ColumnTexts(kColumnStatus), ElementsAre(L"Working", L"Not Working", L"Working"));
     EXPECT_THAT(ColumnTexts(kColumnVersion), ElementsAre(L"1.0", L"-", L"1.0"));
     EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/2.so", L"/a/0 bad.so", L"/a/1.so"));
-    EXPECT_THAT(ColumnTexts(kColumnEnabled), ElementsAre(L"Disabled", L"Disabled", L"Enabled"));
+    EXPECT_THAT(ColumnTexts(kColumnEnabled), ElementsAre(L"off", L"off", L"on"));
 }
 
-TEST_F(PluginListView, TheStatusOfABannedRowHasATooltipWithTheReasonAndNoOtherCellHas)
+TEST_F(PluginListView, ABannedRowsStatusAndItsBoxHaveATooltipWithTheReasonAndNoOtherCellHas)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     AddPlugin(L"Good", L"/a/1.so");
     Ban(L"/a/bad.so", "It divided by zero.");
     OpenDialog();
@@ -113,6 +167,8 @@ TEST_F(PluginListView, TheStatusOfABannedRowHasATooltipWithTheReasonAndNoOtherCe
     EXPECT_TRUE(tooltip(1, kColumnStatus).contains("It divided by zero."))
         << tooltip(1, kColumnStatus).toStdString();
     EXPECT_TRUE(tooltip(1, kColumnStatus).contains("Banned: 20"));
+    EXPECT_EQ(tooltip(1, kColumnEnabled), tooltip(1, kColumnStatus)) << "why the box is disabled";
+    EXPECT_EQ(tooltip(0, kColumnEnabled), "");
     EXPECT_EQ(tooltip(1, kColumnPath), "");
     EXPECT_EQ(tooltip(0, kColumnStatus), "");
 }
@@ -132,6 +188,7 @@ TEST_F(PluginListView, TogglingACheckboxChangesTheRegistryAtOnce)
 
 TEST_F(PluginListView, WithoutAnyModuleRecordEnableAllAndDisableAllAreDisabled)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     const auto expectBoth = [this](bool enabled, const std::string& when) {
         EXPECT_EQ(IsEnabled(ids::kEnableAllButton), enabled) << when;
         EXPECT_EQ(IsEnabled(ids::kDisableAllButton), enabled) << when;
@@ -199,6 +256,7 @@ TEST_F(PluginListView, WhatWidthTheUserGaveAColumnOnlyAScanChanges)
 
 TEST_F(PluginListView, TheColumnsKeepTheirTextsAndTheirOrderWhenMoved)
 {
+    settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
     AddPlugin(L"B", L"/a/1.so", L"2.10");
     AddPlugin(L"a", L"/b/2.so", L"2.9");
     OpenDialog();
@@ -251,7 +309,7 @@ TEST_F(PluginListView, OnlyArrowKeysSelectARow)
     EXPECT_FALSE(PluginList().IsAnyRowSelected());
     QTest::keyClick(&list, Qt::Key_Down);
     EXPECT_TRUE(PluginList().IsAnyRowSelected());
-    EXPECT_TRUE(info->IsEnabled());
+    EXPECT_FALSE(info->IsEnabled()) << "Space acted on the framed row";
 }
 
 TEST_F(PluginListView, MovingToACellWithAControlGivesThatControlTheFocus)

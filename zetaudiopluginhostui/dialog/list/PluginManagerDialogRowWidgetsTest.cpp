@@ -13,7 +13,7 @@
 namespace zetaudiopluginhostui {
 namespace {
 
-constexpr char alwaysShowReload[] = "AlwaysShowPlugInRescanButton";
+constexpr char alwaysShowReloadKey[] = "AlwaysShowPlugInRescanButton";
 
 using RowWidgets = DialogFixture;
 using RowWidgetsV7 = V7DialogFixture;
@@ -103,7 +103,7 @@ TEST_F(RowWidgets, WithTheSwitchExactlyTrueEveryVisibleRowHasAReloadButton)
     Ban(L"/a/bad.so");
     for (const char* const entry : {"True", "1", "yes", "false", "true"}) {
         SCOPED_TRACE(entry);
-        zetcore::debug::DebugDatabase::Instance().SetEntry(alwaysShowReload, entry);
+        zetcore::debug::DebugDatabase::Instance().SetEntry(alwaysShowReloadKey, entry);
         OpenDialog();
         const bool all = std::string(entry) == "true";
         EXPECT_EQ(HasReloadButton(L"Good"), all);

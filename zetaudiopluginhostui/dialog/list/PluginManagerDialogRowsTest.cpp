@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTimer>
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
 
@@ -186,7 +187,7 @@ TEST_F(RowsInSight, ARowWithoutTheCellOfAWidgetEndsTheRunWithTheErrorThatNamesTh
     EXPECT_EQ(ErrorOfTheRunAfter([] {}), "");
     EXPECT_NE(ErrorOfTheRunAfter([this] { PluginList().SetNumberOfColumns(0); }).find("UI_SubView"),
               std::string::npos);
-    TheRegistry().Reset();
+    ResetRegistry(TheRegistry());
     Ban(L"/a/bad.so");
     EXPECT_NE(ErrorOfTheRunAfter([this] { PluginList().SetNumberOfColumns(2); }).find("UI_SubView"),
               std::string::npos)

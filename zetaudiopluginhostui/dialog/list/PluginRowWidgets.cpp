@@ -67,10 +67,25 @@ PluginRowWidgets::PluginRowWidgets(const controls::UI_MultiColumnTree& pluginTre
     : tree(pluginTree), supplier(drawingSupplier), handlers(std::move(messageHandlers))
 {}
 
+controls::CellControl PluginRowWidgets::ControlOf(const PluginListEntry& entry, int cellIndex)
+{
+    using Kind = controls::CellControl::Kind;
+    if (cellIndex == kEnabledCell) {
+        // A banned plug-in has no record that could be switched.
+        const bool enabled = entry.info != nullptr;
+        return {Kind::Checkbox, enabled, enabled && entry.info->IsEnabled()};
+    }
+    const bool reload =
+        !entry.info || zetcore::debug::DebugDatabase::Instance().IsOn("AlwaysShowPlugInRescanButton", false);
+    if (cellIndex == kStatusCell && reload)
+        return {Kind::Button, true, false};
+    return {};
+}
+
 void PluginRowWidgets::Add(Row& row, const PluginListEntry& entry)
 {
     AddEnableCheckbox(row, entry);
-    if (!entry.info || zetcore::debug::DebugDatabase::Instance().IsOn("AlwaysShowPlugInRescanButton", false))
+    if (ControlOf(entry, kStatusCell).kind == controls::CellControl::Kind::Button)
         AddReloadButton(row, entry);
 }
 
@@ -86,9 +101,9 @@ void PluginRowWidgets::AddEnableCheckbox(Row& row, const PluginListEntry& entry)
     checkbox->UI_SetAccessibleName(Localizer::Get().LocalizeWide(
         "$$$/AudioPluginManager/EnablePlugin=Enable @0", {GetCellText(kColumnName, entry)}));
     checkbox->UI_Show(true);
-    // A banned plug-in has no record that could be switched.
-    checkbox->UI_SetEnabled(entry.info != nullptr);
-    checkbox->SetChecked(entry.info && entry.info->IsEnabled());
+    const controls::CellControl control = ControlOf(entry, kEnabledCell);
+    checkbox->UI_SetEnabled(control.enabled);
+    checkbox->SetChecked(control.checked);
     checkbox->NotifyWhenChanged(handlers.enableChanged);
 }
 
@@ -109,6 +124,12 @@ void PluginRowWidgets::AddReloadButton(Row& row, const PluginListEntry& entry)
     button->NotifyWhenChanged(handlers.reloadPressed);
     button->SetButtonComponents(controls::ButtonComponents(0, false));
     button->UI_Show(true);
+}
+
+void PluginRowWidgets::ShowEnabled(const Row& row, bool enabled)
+{
+    if (const auto checkbox = checkboxOfRow.find(&row); checkbox != checkboxOfRow.end())
+        checkbox->second->SetChecked(enabled);
 }
 
 void PluginRowWidgets::Remove(const Row& row)

@@ -33,8 +33,12 @@ class PluginRowWidgets
     PluginRowWidgets(const zetui::controls::UI_MultiColumnTree& tree,
                      const zetui::pixmill::SupplierInterface* supplier, Handlers handlers);
 
+    /// The control that `Add` puts into a cell.
+    static zetui::controls::CellControl ControlOf(const PluginListEntry& entry, int cellIndex);
     /// A row without the cells for its controls raises the null-pointer error.
     void Add(Row& row, const PluginListEntry& entry);
+    /// Shows in the row's checkbox that its plug-in has been switched elsewhere.
+    void ShowEnabled(const Row& row, bool enabled);
     void Remove(const Row& row);
     void RemoveAll();
 
