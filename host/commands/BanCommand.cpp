@@ -16,7 +16,7 @@ ExitStatus RunBanCommand(HostSession& session, const std::vector<std::string>& f
         } else if (session.Registry().FindModule(module).empty() && !PathExists(module.GetPath())) {
             Say("there is no such plug-in file: " + ForTerminal(module.GetPath()));
             allThere = false;
-        } else if (module.GetTechnologyType() == zetaudiofilterhost::TechnologyType::None) {
+        } else if (module.GetTechnologyType() == zetaudiofilterhost::TechnologyType::Unknown) {
             Say("not named like a plug-in (" + ModuleExtensions() + "): " + ForTerminal(module.GetPath()));
             allThere = false;
         } else {
@@ -26,7 +26,9 @@ ExitStatus RunBanCommand(HostSession& session, const std::vector<std::string>& f
     if (!allThere)
         return ExitStatus::WrongUsage;
     for (const auto& module : modules)
-        session.Banned().AddBannedPlugin(module, "banned by the user");
+        session.Banned().AddBannedPlugin(
+            module,
+            zetaudiopluginhost::BanFor({{.kind = zetaudiopluginhost::PluginFailure::Kind::BannedByUser}}));
     if (!modules.empty())
         session.SaveBannedList();
     return session.Status();

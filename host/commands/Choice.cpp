@@ -1,10 +1,13 @@
 #include "commands/Choice.h"
 
-#include <zetui/skins/Skins.h>
+#include <zetaudiopluginhostui/ScanLimits.h>
 
 #include "commands/BanCommand.h"
+#include "commands/CompleteCommand.h"
+#include "commands/LookNames.h"
 #include "commands/ManageCommand.h"
 #include "commands/UsageError.h"
+#include "commands/Version.h"
 
 namespace zetaudiopluginmanager {
 
@@ -35,6 +38,12 @@ void AddManage(CLI::App& app, Choice& choice)
     manage->callback([&choice] { ChooseManager(choice); });
 }
 
+std::string JobsText()
+{
+    return "How many plug-ins are loaded at the same time, 1 to " +
+           std::to_string(zetaudiopluginhostui::mostWorkers) + " (twice the number of processors)";
+}
+
 void AddScan(CLI::App& app, Choice& choice)
 {
     CLI::App* scan = app.add_subcommand(
@@ -44,7 +53,15 @@ void AddScan(CLI::App& app, Choice& choice)
         scan->add_flag("--in-process", choice.scan.inProcess, "Load plug-ins into this process");
     // A plug-in that takes too long can be ended only in a process of its own.
     inProcess->excludes(app.get_option("--timeout"));
-    scan->add_flag("--json", choice.scan.json, "Print the result as JSON");
+    // In one process, plug-ins are loaded one after the other.
+    inProcess->excludes(scan->add_option("--jobs", choice.jobs, JobsText())->type_name("N"));
+    CLI::Option* json = scan->add_flag("--json", choice.scan.json, "Print the result as JSON");
+    // Plug-ins that are loaded into this process may write between the lines.
+    inProcess->excludes(scan->add_option("--progress", choice.scan.progress,
+                                         "Print a line of JSON for each plug-in file, too: json")
+                            ->type_name("KIND")
+                            ->check(CLI::IsMember({"json"}))
+                            ->needs(json));
     AddFiles(*scan, choice.scan.files, "PLUGIN-FILE");
     scan->callback([&choice] {
         choice.command = [&choice](HostSession& session, std::ostream& output) {
@@ -145,15 +162,38 @@ void AddFolders(CLI::App& app, Choice& choice)
     });
 }
 
-} // namespace
-
-std::vector<std::string> SkinNames()
+void AddReport(CLI::App& app, Choice& choice)
 {
-    std::vector<std::string> names;
-    for (const zetui::skins::Skin skin : zetui::skins::AllSkins())
-        names.push_back(NameOf(skin));
-    return names;
+    CLI::App* report = app.add_subcommand(
+        "report", "Write versions, folders, plug-ins, bans and logs into one file, to report a problem");
+    report->add_flag("--force", choice.report.force, "Replace the file if it is there");
+    report->add_option("FILE", choice.report.file, "The file to write; '-' is standard output")
+        ->type_name("")
+        ->required();
+    report->callback([&choice] {
+        choice.onlyLooks = true;
+        choice.plainCommand = [&choice](std::ostream& output) {
+            choice.report.quiet = choice.quiet;
+            return RunReportCommand(choice.report, output);
+        };
+    });
 }
+
+/// Shells call it for the user, who need not know of it. So it is hidden.
+void AddComplete(CLI::App& app, Choice& choice)
+{
+    CLI::App* complete = app.add_subcommand("complete", "Print words for a shell that completes one");
+    complete->group("");
+    complete->add_option("LIST", choice.completionList)->required();
+    complete->callback([&choice] {
+        choice.onlyLooks = true;
+        choice.plainCommand = [&choice](std::ostream& output) {
+            return RunCompleteCommand(choice.completionList, output);
+        };
+    });
+}
+
+} // namespace
 
 void ChooseManager(Choice& choice)
 {
@@ -163,13 +203,16 @@ void ChooseManager(Choice& choice)
 
 void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
 {
-    app.set_version_flag("--version", "zetaudiopluginmanager " ZET_VERSION);
+    app.set_version_flag("--version", VersionLine());
     app.add_option("--prefs", choice.preferences, "The preferences folder to use")->type_name("DIR");
     app.add_option("--client", choice.client,
                    "The host's name, for the default preferences folder and alerts")
         ->type_name("NAME");
     app.add_option("--skin", choice.skin, "How windows look: " + JoinWords(SkinNames(), "or"))
         ->type_name("SKIN");
+    app.add_option("--theme", choice.theme,
+                   "Whether windows are " + JoinWords(ThemeNames(), "or") + ": as the desktop (system)")
+        ->type_name("THEME");
     app.add_option("--lang", choice.language, "The language of windows and alerts, for example de")
         ->type_name("TAG");
     app.add_option("--timeout", choice.timeout, "How long a plug-in may take to scan before it is ended (60)")
@@ -188,6 +231,8 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     AddBan(app, choice);
     AddReload(app, choice);
     AddFolders(app, choice);
+    AddReport(app, choice);
+    AddComplete(app, choice);
 }
 
 } // namespace zetaudiopluginmanager

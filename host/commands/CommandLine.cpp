@@ -5,16 +5,19 @@
 #include <iostream>
 
 #include <zetaudiopluginhostui/ScanLimits.h>
+#include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/string/ParseNumber.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/ClientName.h>
 #include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
 
 #include "commands/Choice.h"
+#include "commands/LookNames.h"
 #include "commands/UsageError.h"
 #include "session/Language.h"
 #include "terminal/Console.h"
@@ -27,8 +30,8 @@ namespace {
 /// The parser would read "[a,b]" as a list of two values. Here it is one file name.
 std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
 {
-    constexpr std::array<std::string_view, 5> textOptions{"--filter", "--client", "--lang", "--skin",
-                                                          "--timeout"};
+    constexpr std::array<std::string_view, 8> textOptions{"--filter", "--client",  "--lang", "--skin",
+                                                          "--theme",  "--timeout", "--jobs", "--progress"};
     std::string before;
     for (std::string& argument : arguments) {
         const bool isText = std::find(textOptions.begin(), textOptions.end(), before) != textOptions.end();
@@ -37,15 +40,6 @@ std::vector<std::string> KeepBracketedNames(std::vector<std::string> arguments)
             argument.insert(0, "./");
     }
     return arguments;
-}
-
-zetui::skins::Skin SkinOfName(const std::string& name)
-{
-    for (const zetui::skins::Skin skin : zetui::skins::AllSkins()) {
-        if (CLI::detail::to_lower(name) == NameOf(skin))
-            return skin;
-    }
-    throw usage_error("--skin " + name + ": there are " + JoinWords(SkinNames()));
 }
 
 void ChooseLanguage(const std::string& asked)
@@ -62,15 +56,29 @@ void ChooseLanguage(const std::string& asked)
     }
 }
 
-/// Tells the limit to the scanner processes, and to the texts of this process about them.
+/// Tells the entry to the scanner processes, and to the texts of this process about them.
+void SetForScanners(const std::string& entry, const std::string& value)
+{
+    const std::string others = EnvironmentText("ZET_DEBUG_DATABASE");
+    SetEnvironmentText("ZET_DEBUG_DATABASE", (others.empty() ? "" : others + ";") + entry + "=" + value);
+    zetcore::debug::DebugDatabase::Instance().SetEntry(entry, value);
+}
+
 void ChooseTimeout(const std::string& seconds)
 {
     if (!zetcore::debug::ParseSeconds(seconds))
         throw usage_error("--timeout " + seconds + ": a number of seconds above 0 is expected");
-    const std::string entry = zetaudiopluginhostui::entityTimeoutKey;
-    const std::string others = EnvironmentText("ZET_DEBUG_DATABASE");
-    SetEnvironmentText("ZET_DEBUG_DATABASE", (others.empty() ? "" : others + ";") + entry + "=" + seconds);
-    zetcore::debug::DebugDatabase::Instance().SetEntry(entry, seconds);
+    SetForScanners(zetaudiopluginhostui::entityTimeoutKey, seconds);
+}
+
+void ChooseJobs(const std::string& jobs)
+{
+    using zetaudiopluginhostui::mostWorkers;
+    const auto number = zetcore::string::ParseNumber<unsigned>(jobs);
+    if (!number || *number < 1 || *number > mostWorkers)
+        throw usage_error("--jobs " + jobs + ": a number from 1 to " + std::to_string(mostWorkers) +
+                          " is expected");
+    SetForScanners(zetaudiopluginhostui::workersKey, jobs);
 }
 
 void ChoosePreferences(const Choice& choice)
@@ -83,6 +91,18 @@ void ChoosePreferences(const Choice& choice)
     zetcore::filesupport::Dir::SetPrefDir(folder);
 }
 
+/// Alerts in windows are titled with the program's own name and not with its command's. The preferences stay
+/// in the folder that the command uses.
+void ChooseNameInWindows(const Choice& choice)
+{
+    using zetcore::filesupport::Dir;
+    if (choice.surface != Surface::Windows || !choice.client.empty())
+        return;
+    Dir::SetPrefDir(Dir::PrefDir().FullPath());
+    zetcore::utility::SetClientName(zetcore::config::Localizer::Get().LocalizeWide(
+        "$$$/AudioPluginManager/DialogTitle=Audio Plug-In Manager"));
+}
+
 ExitStatus Carry(const Choice& choice, std::ostream& output)
 {
     if (!choice.client.empty())
@@ -91,10 +111,17 @@ ExitStatus Carry(const Choice& choice, std::ostream& output)
     ChooseLanguage(choice.language);
     if (!choice.skin.empty())
         zetui::skins::SetSkin(SkinOfName(choice.skin));
+    if (!choice.theme.empty())
+        zetui::skins::SetScheme(SchemeOfName(choice.theme));
     if (!choice.timeout.empty())
         ChooseTimeout(choice.timeout);
+    if (!choice.jobs.empty())
+        ChooseJobs(choice.jobs);
     ExitStatus status = ExitStatus::Done;
-    {
+    if (choice.plainCommand) {
+        status = choice.plainCommand(output);
+    } else {
+        ChooseNameInWindows(choice);
         HostSession session(choice.surface, choice.quiet);
         status = choice.command(session, output);
     }
@@ -129,7 +156,7 @@ ExitStatus CarryAndSay(const Choice& choice, std::ostream& output)
 int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& output)
 {
     Choice choice;
-    CLI::App app("Scans and manages audio plug-ins.", "zetaudiopluginmanager");
+    CLI::App app(programDescription, "zetaudiopluginmanager");
     AddOptionsAndCommands(app, choice, zetui::ui::IsDisplayAvailable());
     try {
         std::vector<std::string> reversed = KeepBracketedNames(arguments);
@@ -141,7 +168,7 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& outp
         Say(DescribeUsageError(app, error));
         return static_cast<int>(ExitStatus::WrongUsage);
     }
-    if (!choice.command)
+    if (!choice.command && !choice.plainCommand)
         ChooseManager(choice);
     return static_cast<int>(CarryAndSay(choice, output));
 }

@@ -6,11 +6,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/debug/TimeEntry.h>
 #include <zettesting/Environment.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
 
+#include "commands/Version.h"
 #include "terminal/Console.h"
 
 namespace zetaudiopluginmanager {
@@ -46,6 +48,8 @@ TEST(CommandLine, WrongUsageExitsWithTwoAndPrintsNothingToStandardOutput)
         {"list", "--failed", "--enabled"},
         {"list", "--failed", "--disabled"},
         {"scan", "--in-process", "--timeout", "3"},
+        {"scan", "--in-process", "--jobs", "3"},
+        {"list", "--jobs", "3"},
         {"list", "--timeout", "0"},
         {"list", "--timeout", "-1"},
         {"list", "--timeout", "soon"},
@@ -70,7 +74,8 @@ TEST(CommandLine, WrongUsageIsSaidWithTheProgramTheWrongWordAndTheChoices)
 {
     const zettesting::NoDisplay noDisplay;
     const std::string program = "zetaudiopluginmanager: ";
-    const std::string commands = "there are manage, scan, list, enable, disable, ban, reload and folders\n";
+    const std::string commands =
+        "there are manage, scan, list, enable, disable, ban, reload, folders and report\n";
     const auto more = [&program](const std::string& command) {
         return program + "'zetaudiopluginmanager" + command + " --help' tells more\n";
     };
@@ -97,7 +102,7 @@ TEST(CommandLine, WrongUsageIsSaidWithTheProgramTheWrongWordAndTheChoices)
         {{"reload", "--al"},
          program +
              "there is no option --al; there are --help, --all, --version, --prefs, --client, --skin, "
-             "--lang, "
+             "--theme, --lang, "
              "--timeout and --quiet\n" +
              more(" reload")},
     };
@@ -132,6 +137,40 @@ TEST_F(CommandLineInAFolder, TheTimeoutGoesBeforeTheEnvironmentsAndLeavesItsOthe
               std::chrono::milliseconds(7500));
 }
 
+TEST_F(CommandLineInAFolder, TheNumberOfJobsReachesTheScannerAndLeavesItsOtherSwitchesAlone)
+{
+    const std::string others = "One=1;zetaudiofilterscan.Workers=3;Other=2";
+    const zettesting::ScopedEnvironment environment("ZET_DEBUG_DATABASE", others);
+    for (const std::string jobs : {"1", "16"}) {
+        zettesting::ScopedEnvironment before("ZET_DEBUG_DATABASE", others);
+        std::ostringstream output;
+        testing::internal::CaptureStderr();
+        // There is nothing to scan, so that no scanner is started.
+        EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "scan", "--jobs", jobs, "no such file"}, output),
+                  2);
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("there is no such plug-in file"));
+        EXPECT_EQ(EnvironmentText("ZET_DEBUG_DATABASE"), others + ";zetaudiofilterscan.Workers=" + jobs);
+        EXPECT_EQ(zetcore::debug::DebugDatabase::Instance().GetEntry("zetaudiofilterscan.Workers", ""), jobs);
+    }
+}
+
+TEST_F(CommandLineInAFolder, ANumberOfJobsThatCannotBeIsRefused)
+{
+    for (const std::string jobs : {"0", "17", "-1", "+1", "1.5", "many", "", " 4", "99999999999999999999"}) {
+        std::ostringstream output;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "scan", "--jobs=" + jobs}, output), 2) << jobs;
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_THAT(said, HasSubstr("--jobs")) << jobs;
+        EXPECT_EQ(output.str(), "") << jobs;
+    }
+    std::ostringstream output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"--prefs", prefs.string(), "scan", "--jobs", "17"}, output), 2);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "zetaudiopluginmanager: --jobs 17: a number from 1 to 16 is expected\n");
+}
+
 TEST(CommandLine, HelpNamesEveryCommandAndExitStatus)
 {
     std::ostringstream output;
@@ -156,8 +195,9 @@ TEST(CommandLine, VersionPrintsOneLine)
 {
     std::ostringstream output;
     EXPECT_EQ(RunCommandLine({"--version"}, output), 0);
+    EXPECT_EQ(output.str(), VersionLine() + "\n");
     EXPECT_TRUE(
-        std::regex_match(output.str(), std::regex("zetaudiopluginmanager [0-9]+\\.[0-9]+\\.[0-9]+\n")))
+        std::regex_match(output.str(), std::regex("zetaudiopluginmanager [0-9]+\\.[0-9]+\\.[0-9]+( .*)?\n")))
         << output.str();
 }
 

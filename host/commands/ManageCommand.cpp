@@ -1,9 +1,12 @@
 #include "commands/ManageCommand.h"
 
+#include <memory>
+
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetui/application/Application.h>
 
 #include "session/WindowSettings.h"
+#include "session/WindowStore.h"
 
 namespace zetaudiopluginmanager {
 
@@ -18,13 +21,17 @@ constexpr int firstHeight = 680;
 
 ExitStatus RunManageCommand(HostSession& session)
 {
-    zetaudiopluginhostui::AudioPluginManagerSettings settings = LoadWindowSettings();
+    const WindowSettings remembered = LoadWindowSettings();
+    zetaudiopluginhostui::AudioPluginManagerSettings settings = remembered.manager;
     if (settings.dialogBounds.width < 1 || settings.dialogBounds.height < 1)
         settings.dialogBounds = zetui::ui::PlaceInMiddleOfScreen(firstWidth, firstHeight);
     // The screen that held the window at the last run may be gone.
     settings.dialogBounds = zetui::ui::FindPlaceOnScreen(settings.dialogBounds);
+    const auto store = std::make_shared<WindowStore>(remembered.controls);
+    zetui::ui::SetControlStore(store);
     zetaudiopluginhostui::AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr);
-    session.Save([&settings] { SaveWindowSettings(settings); });
+    zetui::ui::SetControlStore(nullptr);
+    session.Save([&] { SaveWindowSettings(settings, store->Written()); });
     return session.Status();
 }
 

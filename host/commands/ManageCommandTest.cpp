@@ -2,15 +2,22 @@
 #include <cstdlib>
 #include <functional>
 #include <sstream>
+#include <stdexcept>
 
 #include <QApplication>
+#include <QHeaderView>
+#include <QMouseEvent>
 #include <QScreen>
+#include <QTableView>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
+#include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
@@ -24,6 +31,7 @@ namespace zetaudiopluginmanager {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using Arguments = std::vector<std::string>;
 using Bounds = zetcore::geom::RectT<int>;
 
@@ -52,6 +60,47 @@ class ManageCommand : public zettesting::HostFixture
     }
     static void Cancel(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
 
+    static bool FillsTheScreen(const QWidget& window)
+    {
+        return window.frameGeometry() == window.screen()->availableGeometry();
+    }
+    using Texts = std::vector<std::string>;
+    static QHeaderView& TitlesOf(const QWidget& window)
+    {
+        for (QTableView* const list : window.findChildren<QTableView*>()) {
+            if (list->horizontalHeader()->count() > 1)
+                return *list->horizontalHeader();
+        }
+        throw std::runtime_error("the window has no list with titles");
+    }
+    static Texts Titles(const QWidget& window)
+    {
+        const QHeaderView& titles = TitlesOf(window);
+        Texts texts;
+        for (int place = 0; place < titles.count(); ++place)
+            texts.push_back(titles.model()
+                                ->headerData(titles.logicalIndex(place), Qt::Horizontal)
+                                .toString()
+                                .toStdString());
+        return texts;
+    }
+    /// Drags the title at one place, with the mouse, to the first half of the title at another.
+    static void DragTitle(const QWidget& window, int from, int to)
+    {
+        const QHeaderView& titles = TitlesOf(window);
+        QWidget* const area = titles.viewport();
+        const auto at = [&](int place, int divisor) {
+            const int column = titles.logicalIndex(place);
+            return QPoint(titles.sectionViewportPosition(column) + titles.sectionSize(column) / divisor,
+                          titles.height() / 2);
+        };
+        QTest::mousePress(area, Qt::LeftButton, {}, at(from, 2));
+        const QPoint end = at(to, 4);
+        QMouseEvent move(QEvent::MouseMove, end, area->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(area, &move);
+        QTest::mouseRelease(area, Qt::LeftButton, {}, end);
+    }
+
     /// Waits, by posting itself again, until a modal window is there, another than `past`.
     static void UserActs(std::function<void(QWidget&)> user, const QWidget* past = nullptr)
     {
@@ -67,8 +116,8 @@ class ManageCommand : public zettesting::HostFixture
     }
     static void ForgetAll()
     {
-        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance());
+        ResetBannedPlugins(*zetaudiopluginhost::BannedPluginManager::GetInstance());
     }
 
     zettesting::ScopedEnvironment platform;
@@ -78,14 +127,16 @@ class ManageCommand : public zettesting::HostFixture
 TEST_F(ManageCommand, OpensTheManagerAndIsTheDefaultWhereThereIsADisplay)
 {
     for (const Arguments& arguments : {Arguments{"manage"}, Arguments{}}) {
-        std::string title;
+        std::string title, desktopFile;
         EXPECT_EQ(Run(arguments,
                       [&](QWidget& window) {
                           title = window.windowTitle().toStdString();
+                          desktopFile = QGuiApplication::desktopFileName().toStdString();
                           Cancel(window);
                       }),
                   0);
         EXPECT_EQ(title, "Audio Plug-In Manager");
+        EXPECT_EQ(desktopFile, "io.github.zetaudiopluginhostui.Manager");
         EXPECT_FALSE(zetui::ui::HaveWindows()) << "all is put back at the end";
     }
 }
@@ -108,11 +159,70 @@ TEST_F(ManageCommand, TheWindowOpensWhereItWasClosed)
         window.setGeometry(33, 44, 755, 533);
         Cancel(window);
     });
-    EXPECT_EQ(LoadWindowSettings().dialogBounds, (Bounds{33, 44, 755, 533}));
+    EXPECT_EQ(LoadWindowSettings().manager.dialogBounds, (Bounds{33, 44, 755, 533}));
     Run({"manage"}, [](QWidget& window) {
         EXPECT_EQ(window.geometry(), QRect(33, 44, 755, 533));
         Cancel(window);
     });
+}
+
+TEST_F(ManageCommand, AColumnStandsWhereTheUserHasDraggedIt)
+{
+    Run({"manage"}, [](QWidget& window) {
+        EXPECT_EQ(Titles(window), (Texts{"Enabled", "Name", "Type", "Status", "Version", "Path"}));
+        DragTitle(window, 5, 4);
+        Cancel(window);
+    });
+    for (int time = 0; time < 2; ++time) {
+        Run({"manage"}, [](QWidget& window) {
+            EXPECT_EQ(Titles(window), (Texts{"Enabled", "Name", "Type", "Status", "Path", "Version"}));
+            Cancel(window);
+        });
+    }
+    EXPECT_EQ(LoadWindowSettings().controls,
+              (ControlValues{{"AudioPluginManager/PluginList/columns", "1 2 3 4 6 5"}}));
+}
+
+TEST_F(ManageCommand, AMaximisedWindowOpensMaximisedAndGoesBackToItsPlace)
+{
+    Run({"manage"}, [](QWidget& window) {
+        window.setGeometry(33, 44, 755, 533);
+        window.showMaximized();
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); }));
+        Cancel(window);
+    });
+    EXPECT_EQ(LoadWindowSettings().manager.dialogBounds, (Bounds{33, 44, 755, 533}));
+    Run({"manage", "--skin", "classic"}, [](QWidget& window) {
+        EXPECT_TRUE(window.isMaximized());
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); }));
+        window.showNormal();
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return window.geometry() == QRect(33, 44, 755, 533); }));
+        Cancel(window);
+    });
+    Run({"manage"}, [](QWidget& window) {
+        EXPECT_FALSE(window.isMaximized());
+        Cancel(window);
+    });
+}
+
+TEST_F(ManageCommand, AnOrderOfColumnsThatCannotBeIsSaidAndOnesOfOthersStay)
+{
+    const std::string order = "AudioPluginManager/PluginList/columns";
+    SaveWindowSettings({}, {{order, "6 1 2"}, {"A later window/columns", "x"}});
+    const auto open = [this] {
+        testing::internal::CaptureStderr();
+        Run({"manage"}, [](QWidget& window) {
+            EXPECT_EQ(Titles(window).front(), "Enabled");
+            Cancel(window);
+        });
+        return testing::internal::GetCapturedStderr();
+    };
+    const std::string said = open();
+    EXPECT_THAT(said, HasSubstr(zetcore::string::UTF16to8(WindowSettingsFile().FullPath())));
+    EXPECT_THAT(said, HasSubstr(order + ": \"6 1 2\" cannot be used"));
+    EXPECT_EQ(LoadWindowSettings().controls,
+              (ControlValues{{order, "1 2 3 4 5 6"}, {"A later window/columns", "x"}}));
+    EXPECT_THAT(open(), Not(HasSubstr("cannot be used"))) << "said once";
 }
 
 TEST_F(ManageCommand, AWindowThatWouldOpenOffScreenIsBroughtBack)
@@ -203,6 +313,28 @@ TEST_F(ManageCommand, TheSkinIsChosenBeforeOrBehindTheCommand)
             EXPECT_EQ(zetui::skins::IsRunningV7OrBeyond(), each.isV7);
             Cancel(window);
         });
+}
+
+TEST_F(ManageCommand, TheThemeIsChosenAndAnUnknownOneIsWrongUsage)
+{
+    for (const bool dark : {true, false})
+        Run({"manage", "--theme", dark ? "Dark" : "light"}, [&](QWidget& window) {
+            EXPECT_EQ(zetui::skins::IsDark(), dark);
+            EXPECT_EQ(window.palette().color(QPalette::Window).lightness() < 128, dark);
+            Cancel(window);
+        });
+    // The desktop of this test is bright.
+    const zettesting::ScopedEnvironment noBus("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    zetui::skins::SetScheme(zetui::skins::Scheme::Dark);
+    Run({"manage", "--theme", "system"}, [&](QWidget& window) {
+        EXPECT_FALSE(zetui::skins::IsDark());
+        Cancel(window);
+    });
+    std::ostringstream output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunCommandLine({"manage", "--theme", "pink"}, output), 2);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "zetaudiopluginmanager: --theme pink: there are light, dark and system\n");
 }
 
 TEST_F(ManageCommand, TheLanguageIsChosenAndAnUnknownOneOrAnUnknownSkinIsWrongUsage)

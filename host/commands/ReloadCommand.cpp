@@ -108,7 +108,7 @@ ExitStatus RunReloadCommand(HostSession& session, const ReloadOptions& options, 
             break;
         }
     }
-    output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()});
+    output << FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet(), false});
     SayWhatIsMissing(report);
     return StatusOf(session, report);
 }

@@ -55,7 +55,7 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
             found = PluginsInFolder(module.GetPath());
             if (found.empty())
                 Say("nothing in this folder looks like a plug-in: " + shown);
-        } else if (module.GetTechnologyType() == TechnologyType::None) {
+        } else if (module.GetTechnologyType() == TechnologyType::Unknown) {
             Say("not named like a plug-in (" + ModuleExtensions() + "): " + shown);
             allThere = false;
         }
@@ -67,6 +67,19 @@ std::optional<std::vector<PluginLocator>> ModulesToScan(const HostSession& sessi
         }
     }
     return allThere ? std::optional(std::move(modules)) : std::nullopt;
+}
+
+ScanReport ScanWithLines(HostSession& session, const std::vector<PluginLocator>& modules,
+                         const RegistrySnapshot& before, std::ostream& output)
+{
+    // Whoever reads the lines waits for each.
+    ScanOutcomes outcomes(
+        session.Registry(), session.Banned(), modules,
+        [&output](const ScanOutcome& outcome) { output << FormatScanOutcomeLine(outcome) << std::flush; });
+    ScanReport report = RunScan(session, modules, true, before,
+                                [&outcomes](const PluginLocator& plugin) { outcomes.Reach(plugin); });
+    outcomes.End(report);
+    return report;
 }
 
 } // namespace
@@ -84,9 +97,13 @@ ExitStatus RunScanCommand(HostSession& session, const ScanOptions& options, std:
     } else {
         return ExitStatus::WrongUsage;
     }
-    const ScanReport report = RunScan(session, modules, !options.inProcess, before);
-    output << (options.json ? FormatScanReportAsJson(report)
-                            : FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet()}));
+    const ScanReport report = options.progress.empty() ? RunScan(session, modules, !options.inProcess, before)
+                                                       : ScanWithLines(session, modules, before, output);
+    if (!options.progress.empty())
+        output << FormatScanSummaryLine(report);
+    else
+        output << (options.json ? FormatScanReportAsJson(report)
+                                : FormatScanReport(report, {ConsoleShowsColour(), session.IsQuiet(), true}));
     SayWhatIsMissing(report);
     return StatusOf(session, report);
 }

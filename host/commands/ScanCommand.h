@@ -13,6 +13,8 @@ struct ScanOptions
     bool rescan = false;
     bool inProcess = false;
     bool json = false;
+    /// "json" for a line for each plug-in file as the scan gets on. Needs `json`.
+    std::string progress;
     /// Plug-ins, and folders of plug-ins, to scan. When empty, all registered folders are scanned.
     std::vector<std::string> files;
 };

@@ -40,12 +40,15 @@ void CountModule(const HostSession& session, const PluginLocator& module, ScanRe
     }
 }
 
-ScanEnd Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess)
+ScanEnd Scan(const std::vector<PluginLocator>& modules, bool useSeparateProcess, const ReachPlugin& reach)
 {
     std::optional<OutputDiversion> diversion;
     if (!useSeparateProcess)
         diversion.emplace();
     const auto scan = std::make_shared<AudioPluginScan>(nullptr);
+    if (reach)
+        scan->SetProgressCallback(
+            [&reach](const PluginLocator& plugin, std::size_t, std::size_t) { reach(plugin); });
     scan->ScanForPlugins(nullptr, modules, !AudioPluginManager::IsVST2ShellSkippingFeatureEnabled(),
                          AudioPluginManager::IsQuickEffectScanFeatureEnabled(), useSeparateProcess);
     return scan->GetEnd();
@@ -121,21 +124,21 @@ void SayWhyItDidNotStart(const std::string& reason)
 } // namespace
 
 ScanReport RunScan(HostSession& session, const std::vector<PluginLocator>& modules, bool useSeparateProcess,
-                   const RegistrySnapshot& before)
+                   const RegistrySnapshot& before, const ReachPlugin& reach)
 {
     const int cautionsBefore = session.Shown().cautions;
     const std::vector<PluginLocator> due = BansToTryAgain(session, modules);
     const auto start = std::chrono::steady_clock::now();
 
     ScanReport report;
-    report.end = Scan(modules, useSeparateProcess);
+    report.end = Scan(modules, useSeparateProcess, reach);
     std::vector<ChangedPlugin> unreached = session.Scans().Last().changes.unreached;
     // When files could not be saved, the scanner could not leave its reason either.
     const bool wentWell = report.Ended(ScanEnd::How::Done) && session.Shown().cautions == cautionsBefore;
     if (useSeparateProcess && wentWell) {
         const std::vector<PluginLocator> again = TakeUnexplained(session, modules, before);
         if (!again.empty()) {
-            report.end = Scan(again, true);
+            report.end = Scan(again, true, reach);
             std::ranges::copy(session.Scans().Last().changes.unreached, std::back_inserter(unreached));
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <zetaudiofilterhost/PluginLocator.h>
@@ -9,9 +10,12 @@
 
 namespace zetaudiopluginmanager {
 
+/// Called when a scan comes to a plug-in.
+using ReachPlugin = std::function<void(const zetaudiofilterhost::PluginLocator&)>;
+
 /// Scans exactly these modules and reports what has changed since `before`. Main thread.
 ScanReport RunScan(HostSession& session, const std::vector<zetaudiofilterhost::PluginLocator>& modules,
-                   bool useSeparateProcess, const RegistrySnapshot& before);
+                   bool useSeparateProcess, const RegistrySnapshot& before, const ReachPlugin& reach = {});
 
 /// Says on standard error why the report is not complete. Says nothing about a complete one.
 void SayWhatIsMissing(const ScanReport& report);

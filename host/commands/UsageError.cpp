@@ -27,7 +27,8 @@ std::string FullName(const CLI::App& command)
 Words CommandsOf(const CLI::App& app)
 {
     Words names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    for (const CLI::App* command :
+         app.get_subcommands([](const CLI::App* each) { return !each->get_group().empty(); }))
         names.push_back(command->get_name());
     return names;
 }

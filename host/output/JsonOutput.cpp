@@ -4,12 +4,10 @@
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <iomanip>
-#include <locale>
-#include <sstream>
 
 #include <boost/json/src.hpp>
 
+#include "output/TimeText.h"
 #include "terminal/DisplayText.h"
 
 namespace zetaudiopluginmanager {
@@ -43,23 +41,10 @@ boost::json::string_view StatusWord(RowStatus status)
     return "working";
 }
 
-/// The time as JSON. Null for an unknown time, and for a year that has not four digits.
-boost::json::value TimeText(std::chrono::seconds sinceEpoch)
+boost::json::value JsonTime(std::chrono::seconds sinceEpoch)
 {
-    constexpr std::chrono::sys_days end = std::chrono::year(10000) / 1 / 1;
-    const std::chrono::sys_seconds time(sinceEpoch);
-    if (sinceEpoch.count() <= 0 || time >= end)
-        return nullptr;
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss clock(time - day);
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::setfill('0') << std::setw(4) << static_cast<int>(date.year()) << '-' << std::setw(2)
-         << static_cast<unsigned>(date.month()) << '-' << std::setw(2) << static_cast<unsigned>(date.day())
-         << 'T' << std::setw(2) << clock.hours().count() << ':' << std::setw(2) << clock.minutes().count()
-         << ':' << std::setw(2) << clock.seconds().count() << 'Z';
-    return boost::json::string(text.str());
+    const std::string text = TimeText(sinceEpoch);
+    return text.empty() ? boost::json::value() : boost::json::value(boost::json::string(text));
 }
 
 boost::json::object PluginObject(const ChangedPlugin& plugin, bool withReason)
@@ -80,6 +65,27 @@ boost::json::array PluginArray(const std::vector<ChangedPlugin>& plugins, bool w
     for (const ChangedPlugin& plugin : plugins)
         array.push_back(PluginObject(plugin, withReasons));
     return array;
+}
+
+boost::json::string_view OutcomeWord(ScanOutcome::Status status)
+{
+    switch (status) {
+    case ScanOutcome::Status::Failed:
+        return "failed";
+    case ScanOutcome::Status::Banned:
+        return "banned";
+    case ScanOutcome::Status::Unreadable:
+        return "unreadable";
+    case ScanOutcome::Status::NoPlugin:
+        return "noplugin";
+    case ScanOutcome::Status::Skipped:
+        return "skipped";
+    case ScanOutcome::Status::NotScanned:
+        return "unscanned";
+    case ScanOutcome::Status::Working:
+        break;
+    }
+    return "working";
 }
 
 boost::json::string_view EndWord(ScanEnd::How how)
@@ -117,11 +123,11 @@ std::string FormatRowsAsJson(const std::vector<PluginRow>& rows)
             {"instrument", row.instrument},
             {"status", StatusWord(row.status)},
             {"fileTime",
-             TimeText(std::chrono::floor<std::chrono::seconds>(std::chrono::nanoseconds(row.fileTime)))}};
+             JsonTime(std::chrono::floor<std::chrono::seconds>(std::chrono::nanoseconds(row.fileTime)))}};
         if (row.status != RowStatus::Working)
             object["reason"] = ForJson(row.reason);
         if (row.IsBanned())
-            object["bannedAt"] = TimeText(std::chrono::seconds(row.bannedAt));
+            object["bannedAt"] = JsonTime(std::chrono::seconds(row.bannedAt));
         text += (text.size() == 1 ? "\n  " : ",\n  ") + boost::json::serialize(object);
     }
     return text + (rows.empty() ? "]\n" : "\n]\n");
@@ -151,6 +157,28 @@ std::string FormatScanReportAsJson(const ScanReport& report)
     // The library would write 1.25E0, which people do not like to read.
     text.back() = ',';
     return text + "\"seconds\":" + DecimalText(report.seconds) + "}\n";
+}
+
+std::string FormatScanSummaryLine(const ScanReport& report)
+{
+    return "{\"event\":\"summary\"," + FormatScanReportAsJson(report).substr(1);
+}
+
+std::string FormatScanOutcomeLine(const ScanOutcome& outcome)
+{
+    boost::json::array names;
+    for (const std::wstring& name : outcome.names)
+        names.push_back(boost::json::string(ForJson(name)));
+    const boost::json::object object{
+        {"event", "plugin"},
+        {"done", outcome.done},
+        {"total", outcome.total},
+        {"technology", ForJson(zetaudiofilterhost::TechnologyName(outcome.module.GetTechnologyType()))},
+        {"path", PathForJson(outcome.module.GetPath())},
+        {"status", OutcomeWord(outcome.status)},
+        {"reason", ForJson(outcome.reason)},
+        {"plugins", std::move(names)}};
+    return boost::json::serialize(object) + "\n";
 }
 
 } // namespace zetaudiopluginmanager

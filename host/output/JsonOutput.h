@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "output/PluginRow.h"
+#include "scan/ScanOutcome.h"
 #include "scan/ScanReport.h"
 
 /// The output of `--json`. It is UTF-8 and ends with a line end. `ForJson` makes its texts, and `PathForJson`
@@ -21,5 +22,12 @@ std::string FormatRowsAsJson(const std::vector<PluginRow>& rows);
 /// objects in the arrays have technology (empty for a folder), path, subcomponent and name. Those of banned,
 /// triedAgain, unreadable and unreached also have reason, and those of triedAgain isStillBanned.
 std::string FormatScanReportAsJson(const ScanReport& report);
+
+/// The same as the last line of a scan that tells its progress: `"event":"summary"` stands before the rest.
+std::string FormatScanSummaryLine(const ScanReport& report);
+/// A line for each plug-in file: event ("plugin"), done, total, technology, path, status ("working",
+/// "failed", "banned", "unreadable", "noplugin", "skipped" or "unscanned"), reason, and plugins, the names of
+/// those that work.
+std::string FormatScanOutcomeLine(const ScanOutcome& outcome);
 
 } // namespace zetaudiopluginmanager

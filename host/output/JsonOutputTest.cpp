@@ -112,7 +112,7 @@ TEST(JsonOutput, AnyUnitsMakeValidJson)
     EXPECT_NE(path.find("%uDCFF"), std::string::npos);
 }
 
-ChangedPlugin Plugin(const std::wstring& name, const std::string& reason = {})
+ChangedPlugin NamedPlugin(const std::wstring& name, const std::string& reason = {})
 {
     return {PluginLocator(TechnologyType::VST3, L"/" + name, L"sub"), name, reason};
 }
@@ -122,8 +122,8 @@ TEST(JsonOutput, TheScanIsOneObject)
     ScanReport report;
     report.scanned = 12;
     report.found = 9;
-    report.changes.banned = {Plugin(L"a", "why")};
-    report.changes.unreadable = {{{TechnologyType::None, L"/folder"}, L"/folder", "no"}};
+    report.changes.banned = {NamedPlugin(L"a", "why")};
+    report.changes.unreadable = {{{TechnologyType::Unknown, L"/folder"}, L"/folder", "no"}};
     report.seconds = 1.25;
     report.end = {zetaudiopluginhostui::ScanEnd::How::GaveUp, "again"};
     EXPECT_EQ(
@@ -142,13 +142,13 @@ TEST(JsonOutput, TheScanIsOneObject)
 TEST(JsonOutput, EachArrayOfTheScanHasItsPlugins)
 {
     ScanReport report;
-    report.changes.added = {Plugin(L"added")};
-    report.changes.updated = {Plugin(L"updated")};
-    report.changes.removed = {Plugin(L"removed")};
-    report.changes.banned = {Plugin(L"banned", "1")};
-    report.changes.unreadable = {Plugin(L"unreadable", "2")};
-    report.changes.unreached = {Plugin(L"unreached", "3")};
-    report.triedAgain = {{Plugin(L"triedAgain", "4"), true}, {Plugin(L"other"), false}};
+    report.changes.added = {NamedPlugin(L"added")};
+    report.changes.updated = {NamedPlugin(L"updated")};
+    report.changes.removed = {NamedPlugin(L"removed")};
+    report.changes.banned = {NamedPlugin(L"banned", "1")};
+    report.changes.unreadable = {NamedPlugin(L"unreadable", "2")};
+    report.changes.unreached = {NamedPlugin(L"unreached", "3")};
+    report.triedAgain = {{NamedPlugin(L"triedAgain", "4"), true}, {NamedPlugin(L"other"), false}};
     using zetaudiopluginhostui::ScanEnd;
     const std::pair<ScanEnd::How, const char*> ends[] = {{ScanEnd::How::Cancelled, "cancelled"},
                                                          {ScanEnd::How::NotStarted, "notstarted"}};
@@ -165,6 +165,29 @@ TEST(JsonOutput, EachArrayOfTheScanHasItsPlugins)
         EXPECT_EQ(tried[0].as_object().at("isStillBanned"), true);
         EXPECT_EQ(tried[1].as_object().at("isStillBanned"), false);
     }
+}
+
+TEST(JsonOutput, AScanThatTellsItsProgressHasALineForEachFileAndASummary)
+{
+    ScanOutcome outcome;
+    outcome.module = PluginLocator(TechnologyType::VST3, L"/p/a \"b\".vst3");
+    outcome.status = ScanOutcome::Status::Banned;
+    outcome.reason = "first\nsecond";
+    outcome.done = 2;
+    outcome.total = 7;
+    EXPECT_EQ(FormatScanOutcomeLine(outcome),
+              R"({"event":"plugin","done":2,"total":7,"technology":"VST3","path":"/p/a \"b\".vst3",)"
+              R"("status":"banned","reason":"first\nsecond","plugins":[]})"
+              "\n");
+    outcome.status = ScanOutcome::Status::Working;
+    outcome.names = {L"One", L"Two"};
+    const auto working = boost::json::parse(FormatScanOutcomeLine(outcome)).as_object();
+    EXPECT_EQ(working.at("status"), "working");
+    EXPECT_EQ(working.at("plugins"), boost::json::array({"One", "Two"}));
+    const std::string summary = FormatScanSummaryLine({});
+    EXPECT_EQ(boost::json::parse(summary).as_object().at("event"), "summary");
+    EXPECT_EQ(boost::json::parse(summary).as_object().at("end"), "done");
+    EXPECT_EQ(summary.find('\n'), summary.size() - 1);
 }
 
 } // namespace

@@ -1,16 +1,19 @@
 #include "output/PluginRow.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include <zetaudiofilterhost/PluginFind.h>
 #include <zetcore/filesupport/paths/File.h>
+#include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginmanager {
 
 namespace {
 
 using zetaudiofilterhost::ModuleStatus;
+using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 
 /// Empty for a record that is not listed.
@@ -32,12 +35,13 @@ std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
     return std::nullopt;
 }
 
-PluginRow RowOf(const zetaudiofilterhost::PluginModuleInfoManager& registry, const PluginModuleInfo& plugin,
-                RowStatus status)
+using Bans = std::map<PluginLocator, zetaudiopluginhost::BanInfo>;
+
+PluginRow RowOf(const PluginModuleInfo& plugin, RowStatus status)
 {
     PluginRow row;
-    row.path = registry.GetDisplayStringForLocator(plugin.GetLocator());
     row.locator = plugin.GetLocator();
+    row.path = zetcore::string::ForDisplay(row.locator.GetPath());
     row.name = plugin.GetName();
     row.version = plugin.GetVersionString();
     row.vendor = plugin.GetVendor();
@@ -57,38 +61,57 @@ std::wstring FileName(const PluginRow& row)
     return zetcore::filesupport::File(row.path).GetTitle();
 }
 
+PluginRow RowOf(const PluginLocator& locator, const zetaudiopluginhost::BanInfo& ban)
+{
+    PluginRow row;
+    row.locator = locator;
+    row.path = zetcore::string::ForDisplay(locator.GetPath());
+    row.name = FileName(row);
+    row.status = RowStatus::Banned;
+    row.reason = ban.reason;
+    row.bannedAt = ban.time;
+    row.fileTime = ban.stamp.time;
+    return row;
+}
+
+bool IsBanned(const Bans& bans, const PluginLocator& locator)
+{
+    return bans.contains(locator) || bans.contains(locator.ModuleLocator());
+}
+
 } // namespace
 
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList)
 {
-    std::vector<PluginRow> rows;
-    for (auto info = registry.PluginInfoBegin(); info != registry.PluginInfoEnd(); ++info)
-        if (*info)
-            rows.push_back(RowOf(registry, **info, RowStatus::Working));
-    for (auto locator = bannedList.BannedBegin(); locator != bannedList.BannedEnd(); ++locator) {
-        PluginRow row;
-        row.locator = *locator;
-        row.path = registry.GetDisplayStringForLocator(*locator);
-        row.name = FileName(row);
-        row.status = RowStatus::Banned;
-        if (const auto info = bannedList.GetBanInfo(*locator)) {
-            row.reason = info->reason;
-            row.bannedAt = info->time;
-            row.fileTime = info->stamp.time;
-        }
-        rows.push_back(std::move(row));
-    }
-    for (const auto& info : registry.AllRecords()) {
+    Bans bans;
+    for (auto locator = bannedList.BannedBegin(); locator != bannedList.BannedEnd(); ++locator)
+        bans.emplace(*locator, bannedList.GetBanInfo(*locator).value_or(zetaudiopluginhost::BanInfo()));
+    return CollectRows(registry.AllRecords(), bans);
+}
+
+std::vector<PluginRow>
+CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoPtr>& records,
+            const Bans& bans)
+{
+    std::vector<PluginRow> rows, others;
+    for (const auto& info : records) {
         const auto status = StatusOfRecord(info->GetStatus());
-        if (!status || *status == RowStatus::Working || bannedList.IsBanned(info->GetLocator()))
+        if (!status || IsBanned(bans, info->GetLocator()))
             continue;
-        PluginRow row = RowOf(registry, *info, *status);
+        PluginRow row = RowOf(*info, *status);
+        if (*status == RowStatus::Working) {
+            rows.push_back(std::move(row));
+            continue;
+        }
         row.enabled = false;
         if (row.name.empty())
             row.name = FileName(row);
-        rows.push_back(std::move(row));
+        others.push_back(std::move(row));
     }
+    for (const auto& [locator, ban] : bans)
+        rows.push_back(RowOf(locator, ban));
+    std::ranges::move(others, std::back_inserter(rows));
     return rows;
 }
 

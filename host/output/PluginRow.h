@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,6 +69,10 @@ enum class RowChoice
 /// Files that are no plug-ins for this system are left out. Main thread.
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList);
+/// The same for records and bans that were read from elsewhere. Any thread.
+std::vector<PluginRow>
+CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoPtr>& records,
+            const std::map<zetaudiofilterhost::PluginLocator, zetaudiopluginhost::BanInfo>& bans);
 
 /// True when the row belongs to the choice. `All` stands for the rows of the manager's window: working and
 /// banned plug-ins.

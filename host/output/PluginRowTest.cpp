@@ -3,6 +3,8 @@
 #include <memory>
 
 #include <gtest/gtest.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 
 namespace zetaudiopluginmanager {
 
@@ -85,8 +87,8 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
 {
     auto& registry = *PluginModuleInfoManager::GetInstance();
     auto& banned = *BannedPluginManager::GetInstance();
-    registry.Reset();
-    banned.Reset();
+    ResetRegistry(registry);
+    ResetBannedPlugins(banned);
     const auto working = std::make_shared<PluginModuleInfo>(PluginLocator(TechnologyType::VST3, L"/z.vst3"));
     working->SetName(L"Zed");
     working->SetVersionString(L"2.0");
@@ -113,8 +115,8 @@ TEST(PluginRow, WorkingPluginsComeBeforeBannedOnesAndThoseBeforeTheOthersThatDoN
 
     const std::int64_t now = banned.GetBanInfo(PluginLocator(TechnologyType::VST, L"/folder/a.so"))->time;
     const std::vector<PluginRow> rows = CollectRows(registry, banned);
-    registry.Reset();
-    banned.Reset();
+    ResetRegistry(registry);
+    ResetBannedPlugins(banned);
 
     PluginRow expectedWorking;
     expectedWorking.locator = working->GetLocator();

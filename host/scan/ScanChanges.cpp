@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
@@ -95,7 +96,9 @@ std::string RegistrySnapshot::WhyGone(const PluginLocator& locator) const
     const auto record = records.find(locator);
     if (record != records.end())
         return record->second.reason;
-    return PathExists(locator.GetPath()) ? "lies in no folder that is scanned" : std::string();
+    return PathExists(locator.GetPath())
+               ? zetaudiopluginhost::reasons::InEnglish(zetaudiopluginhost::reasons::inNoFolder)
+               : std::string();
 }
 
 ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Locators& scannedPlugins,
@@ -136,7 +139,8 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
     for (const auto& [locator, record] : records)
         if (record.listed && hasGone(locator))
             changes.removed.push_back(Named(locator, after.WhyGone(locator)));
-    for (const auto& [locator, ban] : bans) {
+    for (const auto& entry : bans) {
+        const auto& locator = entry.first;
         const bool isListed = std::any_of(after.records.begin(), after.records.end(), [&](const auto& each) {
             return each.second.listed && (each.first == locator || each.first.ModuleLocator() == locator);
         });
@@ -149,12 +153,14 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
         const auto old = bans.find(locator);
         const bool isNew = old == bans.end() || !SaysTheSame(old->second, ban) || tellsTheSame;
         if (isNew && (Covers(scanned, locator) || scannedModules.contains(locator)) &&
-            !Covers(waiting, locator))
+            !Covers(waiting, locator)) {
             changes.banned.push_back(Named(locator, ban.reason));
+            changes.banned.back().failures = ban.failures;
+        }
     }
     for (const auto& [path, reason] : after.unreadableFolders)
         if (!unreadableFolders.contains(path))
-            changes.unreadable.push_back({{zetaudiofilterhost::TechnologyType::None, path},
+            changes.unreadable.push_back({{zetaudiofilterhost::TechnologyType::Unknown, path},
                                           zetcore::string::ForDisplay(path),
                                           reason});
     return changes;

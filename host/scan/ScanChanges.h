@@ -16,8 +16,10 @@ struct ChangedPlugin
     /// The plug-in's name, or its file's where it has none. A folder has its path here.
     std::wstring name;
     /// Why the plug-in does not work, could not be read, was not reached or has gone, as far as that is
-    /// known. UTF-8.
+    /// known. UTF-8. For a banned one, its English words.
     std::string reason;
+    /// The reason of a banned one as facts, as far as there are any.
+    zetaudiopluginhost::PluginFailures failures = {};
 
     friend bool operator==(const ChangedPlugin&, const ChangedPlugin&) = default;
 };

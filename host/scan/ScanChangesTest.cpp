@@ -3,6 +3,8 @@
 #include <memory>
 
 #include <gmock/gmock.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zettesting/TemporaryFolder.h>
 
 namespace zetaudiopluginmanager {
@@ -41,8 +43,8 @@ class ChangesOfAScan : public testing::Test
 
     static void ForgetAll()
     {
-        PluginModuleInfoManager::GetInstance()->Reset();
-        BannedPluginManager::GetInstance()->Reset();
+        ResetRegistry(*PluginModuleInfoManager::GetInstance());
+        ResetBannedPlugins(*BannedPluginManager::GetInstance());
     }
     void Put(const PluginLocator& locator, ModuleStatus status = ModuleStatus::Working, std::int64_t time = 1,
              const std::wstring& version = L"1")

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include <zetaudiopluginhost/ReasonSentences.h>
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/Localizer.h>
@@ -13,6 +14,7 @@
 #include <zetcore/utility/ClientName.h>
 #include <zetui/dialogs/messagebox.h>
 
+#include "scan/ScannerProgram.h"
 #include "terminal/DisplayText.h"
 
 namespace zetaudiopluginmanager {
@@ -39,7 +41,7 @@ constexpr std::string_view headingKey = "$$$/AudioPluginManager/ScanNote/Heading
 constexpr std::string_view reloadKey =
     "$$$/AudioPluginManager/ScanNote/TryAgain=“Reload” in the list tries a plug-in again.";
 constexpr std::string_view readAgainKey =
-    "$$$/AudioPluginManager/ScanNote/ReadAgain=The next scan tries to read them again.";
+    "$$$/AudioPluginManager/ScanNote/ReadAgain=The next scan tries again.";
 constexpr std::string_view cancelledKey = "$$$/AudioPluginManager/ScanNote/Cancelled=The scan was cancelled.";
 constexpr std::string_view notStartedKey =
     "$$$/AudioPluginManager/ScanNote/NotStarted=The scanner program could not be started.";
@@ -48,6 +50,10 @@ constexpr std::string_view gaveUpKey =
 constexpr std::string_view keptKey =
     "$$$/AudioPluginManager/ScanNote/Kept=What was not scanned stays in the list as it was.";
 constexpr std::string_view scanNowKey = "$$$/AudioPluginManager/ScanNote/ScanNow=Scan them now?";
+constexpr std::string_view tryNowKey = "$$$/AudioPluginManager/ScanNote/TryNow=Try again?";
+constexpr std::string_view installAgainKey =
+    "$$$/AudioPluginManager/ScanNote/InstallAgain=If the scanner program is missing, install this program "
+    "again.";
 constexpr std::string_view interruptedKey = "$$$/AudioPluginManager/ScanNote/Interrupted=An earlier scan was "
                                             "interrupted. The plug-ins that it did not "
                                             "reach are in the list as before: @0";
@@ -62,12 +68,30 @@ std::string Text(std::string_view key, const std::vector<std::string>& arguments
     return Localizer::Get().Localize(key, arguments);
 }
 
+/// Of a long path, the last names that have room behind an ellipsis. Where they would fill less than half of
+/// it, the path is cut inside a name.
+std::string CutPath(const std::string& path, std::size_t width)
+{
+    if (DisplayWidth(path) <= width)
+        return path;
+    constexpr std::string_view separators = "/\\", ellipsis = "\xE2\x80\xA6";
+    for (std::size_t at = path.find_first_of(separators, 1); at != std::string::npos;
+         at = path.find_first_of(separators, at + 1)) {
+        const std::size_t rest = DisplayWidth(path.substr(at));
+        if (rest < width / 2)
+            break;
+        if (rest < width)
+            return std::string(ellipsis) + path.substr(at);
+    }
+    return CutBeginning(path, width);
+}
+
 /// Two formats of one plug-in have the same name. Such names are followed by their files.
 std::string NameOf(const ChangedPlugin& plugin, const std::vector<ChangedPlugin>& all)
 {
-    const bool isFolder = plugin.locator.GetTechnologyType() == zetaudiofilterhost::TechnologyType::None;
+    const bool isFolder = plugin.locator.GetTechnologyType() == zetaudiofilterhost::TechnologyType::Unknown;
     if (isFolder)
-        return CutBeginning(ForTerminal(plugin.name), longestName);
+        return CutPath(ForTerminal(plugin.name), longestName);
     const auto named = std::count_if(all.begin(), all.end(),
                                      [&plugin](const auto& other) { return other.name == plugin.name; });
     const std::wstring path = zetcore::string::ForDisplay(plugin.locator.GetPath());
@@ -75,11 +99,25 @@ std::string NameOf(const ChangedPlugin& plugin, const std::vector<ChangedPlugin>
                   longestName);
 }
 
+/// In the language of the window. The loader of Linux begins its words with the file's path. It is left out,
+/// because it takes the room of what the words say.
+std::string ReasonOf(const ChangedPlugin& plugin)
+{
+    std::string reason = plugin.failures.empty()
+                             ? zetaudiopluginhost::reasons::InLanguage(plugin.reason, Localizer::Get())
+                             : zetaudiopluginhost::WordFailures(plugin.failures, Localizer::Get());
+    const std::string path = " " + zetcore::string::UTF16to8(plugin.locator.GetPath()) + ":";
+    if (const std::size_t at = reason.find(path); at != std::string::npos)
+        reason.erase(at, path.size());
+    return reason;
+}
+
 std::string Item(const std::string& name, const std::string& reason)
 {
     const std::vector<std::string> lines = LinesForTerminal(reason);
-    const std::string shown =
-        lines.empty() ? name : Text(reasonKey, {name, CutEnd(lines.front(), longestReason)});
+    // A short name leaves more of the two lines to the reason.
+    const std::size_t room = longestName + longestReason - std::min(DisplayWidth(name), longestName);
+    const std::string shown = lines.empty() ? name : Text(reasonKey, {name, CutEnd(lines.front(), room)});
     return "\xE2\x80\xA2 " + shown + "\n";
 }
 
@@ -98,7 +136,7 @@ std::string Section(std::string_view key, const std::vector<ChangedPlugin>& plug
     // A last plug-in takes no more room than a line that counts it.
     const std::size_t shown = plugins.size() == most + 1 ? plugins.size() : std::min(plugins.size(), most);
     for (std::size_t index = 0; index < shown; ++index)
-        text += Item(NameOf(plugins[index], plugins), plugins[index].reason);
+        text += Item(NameOf(plugins[index], plugins), ReasonOf(plugins[index]));
     if (shown < plugins.size())
         text += "\xE2\x80\xA2 " + Text(moreKey, {std::to_string(plugins.size() - shown)}) + "\n";
     return adviceKey.empty() ? text : text + Text(adviceKey) + "\n";
@@ -131,8 +169,11 @@ std::string EndText(const ScanEnd& end)
         text = Text(gaveUpKey);
         break;
     }
-    for (const std::string& line : LinesForTerminal(end.reason))
+    for (const std::string& line :
+         LinesForTerminal(zetaudiopluginhost::reasons::InLanguage(end.reason, Localizer::Get())))
         text += "\n" + line;
+    if (end.how == ScanEnd::How::NotStarted)
+        text += "\n" + Text(installAgainKey);
     return text + "\n";
 }
 
@@ -220,9 +261,12 @@ bool ScanNoteTeller::Show(const ScanWatch::Result& result, bool offersScan)
     std::string text = FormatScanNote(result);
     if (text.empty())
         return false;
-    const bool asks = offersScan && !result.changes.unreached.empty();
+    // Until the file is there, a further try ends like this one.
+    const bool isHopeless =
+        result.end.how == ScanEnd::How::NotStarted && LookAtScannerProgram() == ScannerProgramState::Missing;
+    const bool asks = offersScan && !result.changes.unreached.empty() && !isHopeless;
     if (asks)
-        text += "\n\n" + Text(scanNowKey);
+        text += "\n\n" + Text(result.end.how == ScanEnd::How::NotStarted ? tryNowKey : scanNowKey);
     const int icon =
         result.end.how == ScanEnd::How::Cancelled ? messagebox::kIconNote : messagebox::kIconCaution;
     // A user who has just cancelled a scan hardly wants another.

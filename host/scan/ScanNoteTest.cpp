@@ -1,35 +1,18 @@
 #include "scan/ScanNote.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include <gmock/gmock.h>
-#include <zetaudiofilterhost/PluginModuleInfoManager.h>
-#include <zetaudiopluginhostui/AudioPluginManager.h>
-#include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/config/Localizer.h>
-#include <zetcore/filesupport/paths/CommonDirs.h>
-#include <zetcore/threads/MainThread.h>
-#include <zetcore/threads/PlainEventLoop.h>
-#include <zettesting/HostFixture.h>
-#include <zettesting/TestPlugins.h>
-#include <zetui/dialogs/ProgressPresentation.h>
-#include <zetui/dialogs/messagebox.h>
-
-#include "session/HostSession.h"
 
 namespace zetaudiopluginmanager {
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
-using zetaudiopluginhostui::AudioPluginScan;
 using zetaudiopluginhostui::ScanEnd;
-namespace messagebox = zetui::dialogs::messagebox;
 
 ChangedPlugin Plugin(const std::wstring& name, const std::string& reason = {})
 {
@@ -73,7 +56,37 @@ TEST(ScanNote, SaysHowManyOfEachAndWhichDoNotWork)
                                       "\n"
                                       "Could not be read: 1\n"
                                       "\u2022 locked.so: Permission denied\n"
-                                      "The next scan tries to read them again.");
+                                      "The next scan tries again.");
+}
+
+TEST(ScanNote, AReasonOfFactsIsInTheUsersLanguage)
+{
+    using zetaudiopluginhost::PluginFailure;
+    ScanWatch::Result result;
+    result.changes.banned = {Plugin(L"Bad One", "its entry function refused"),
+                             Plugin(L"Old One", "its entry function refused")};
+    result.changes.banned[0].failures = {{.kind = PluginFailure::Kind::EntryRefused}};
+    zetcore::config::Localizer::Get().LoadTableFromText(
+        "\"$$$/AudioPluginManager/BanReason/EntryRefused\"=\"lehnte ab\"", "de");
+    const std::string note = FormatScanNote(result);
+    zetcore::config::Localizer::Get().Reset();
+    EXPECT_THAT(note, HasSubstr("\u2022 Bad One: lehnte ab\n\u2022 Old One: its entry function refused\n"));
+}
+
+TEST(ScanNote, WordsOfTheLauncherAndOfTheSystemAreInTheUsersLanguage)
+{
+    ScanWatch::Result result;
+    result.end = {ScanEnd::How::NotStarted, "There is no scanner program: /opt/scan"};
+    result.changes.unreadable = {Plugin(L"locked.so", "Cannot read \"/locked.so\": Permission denied")};
+    zetcore::config::Localizer::Get().LoadTableFromText(
+        "\"$$$/AudioPluginManager/Reason/NoScanner\"=\"Kein Programm: @0\"\n"
+        "\"$$$/AudioPluginManager/Reason/File/Read\"=\"@0 nicht lesbar: @1\"\n"
+        "\"$$$/AudioPluginManager/Reason/System/PermissionDenied\"=\"nicht erlaubt\"",
+        "de");
+    const std::string note = FormatScanNote(result);
+    zetcore::config::Localizer::Get().Reset();
+    EXPECT_THAT(note, HasSubstr("\nKein Programm: /opt/scan"));
+    EXPECT_THAT(note, HasSubstr("\u2022 locked.so: /locked.so nicht lesbar: nicht erlaubt\n"));
 }
 
 TEST(ScanNote, PluginsOfOneNameAreToldApartByTheirFiles)
@@ -102,8 +115,43 @@ TEST(ScanNote, EachThingThatDidNotGoWellIsTold)
     for (const ScanEnd::How how : {ScanEnd::How::NotStarted, ScanEnd::How::GaveUp}) {
         ScanWatch::Result result;
         result.end = {how, "line one\nline two"};
-        EXPECT_THAT(FormatScanNote(result), testing::EndsWith(".\nline one\nline two"));
+        EXPECT_THAT(FormatScanNote(result), HasSubstr(".\nline one\nline two"));
     }
+}
+
+TEST(ScanNote, SaysWhatToDoWhenTheScannerCannotBeStarted)
+{
+    const std::string advice = "\nIf the scanner program is missing, install this program again.";
+    ScanWatch::Result result;
+    result.end = {ScanEnd::How::NotStarted, "why"};
+    EXPECT_THAT(FormatScanNote(result), testing::EndsWith("\nwhy" + advice));
+    result.end.how = ScanEnd::How::GaveUp;
+    EXPECT_THAT(FormatScanNote(result), testing::Not(HasSubstr(advice)));
+}
+
+TEST(ScanNote, AReasonDoesNotRepeatThePathOfItsPlugin)
+{
+    ScanWatch::Result result;
+    result.changes.banned = {Plugin(L"a.so", "could not be loaded: /a.so: undefined symbol: wanted"),
+                             Plugin(L"b.so", "could not be loaded: /other/b.so: undefined symbol: wanted")};
+    const std::string note = FormatScanNote(result);
+    EXPECT_THAT(note, HasSubstr("\u2022 a.so: could not be loaded: undefined symbol: wanted\n"));
+    EXPECT_THAT(note, HasSubstr("\u2022 b.so: could not be loaded: /other/b.so: undefined symbol: wanted\n"));
+}
+
+TEST(ScanNote, ALongFolderIsCutBeforeAName)
+{
+    const auto folder = [](const std::wstring& path) {
+        return ChangedPlugin{PluginLocator(TechnologyType::Unknown, path), path, {}};
+    };
+    const std::wstring name = L"Shared Drive of the Second Studio";
+    ScanWatch::Result result;
+    result.changes.unreadable = {folder(L"/home/somebody/with/a/long/path/to/the/news/" + name),
+                                 folder(L"/short/" + name), folder(L"/" + std::wstring(80, L'n'))};
+    const std::string note = FormatScanNote(result);
+    EXPECT_THAT(note, HasSubstr("\u2022 \u2026/a/long/path/to/the/news/Shared Drive of the Second Studio\n"));
+    EXPECT_THAT(note, HasSubstr("\u2022 /short/Shared Drive of the Second Studio\n"));
+    EXPECT_THAT(note, HasSubstr("\u2022 \u2026" + std::string(59, 'n') + "\n"));
 }
 
 TEST(ScanNote, SaysWhyPluginsWereNotReachedAndThatTheyStay)
@@ -118,6 +166,7 @@ TEST(ScanNote, SaysWhyPluginsWereNotReachedAndThatTheyStay)
                                       "\n"
                                       "The scanner program could not be started.\n"
                                       "no scanner\n"
+                                      "If the scanner program is missing, install this program again.\n"
                                       "Plug-ins not scanned: 2\n"
                                       "What was not scanned stays in the list as it was.");
     result.end = {ScanEnd::How::Done, {}};
@@ -147,8 +196,17 @@ TEST(ScanNote, LongListsNamesAndReasonsAreCutAndSaySo)
     EXPECT_THAT(FormatScanNote(result),
                 testing::StartsWith("Plug-ins after the scan:\n\nNo longer there: 10\n"));
     ScanWatch::Result folder;
-    folder.changes.unreadable = {{{TechnologyType::None, L"/x"}, std::wstring(99, L'x') + L"/end", "why"}};
+    folder.changes.unreadable = {{{TechnologyType::Unknown, L"/x"}, std::wstring(99, L'x') + L"/end", "why"}};
     EXPECT_THAT(FormatScanNote(folder), HasSubstr("x/end: why\n")) << "a path tells most at its end";
+}
+
+TEST(ScanNote, AShortNameLeavesItsRoomToTheReason)
+{
+    ScanWatch::Result result;
+    result.changes.banned = {Plugin(L"Short", std::string(115, 'x'))};
+    EXPECT_THAT(FormatScanNote(result), HasSubstr("Short: " + std::string(115, 'x') + "\n"));
+    result.changes.banned = {Plugin(L"Short", std::string(116, 'x'))};
+    EXPECT_THAT(FormatScanNote(result), HasSubstr("Short: " + std::string(114, 'x') + "\u2026\n"));
 }
 
 TEST(ScanNote, SeveralListsShareTheRoomOfASmallScreen)
@@ -167,226 +225,6 @@ TEST(ScanNote, SeveralListsShareTheRoomOfASmallScreen)
         EXPECT_LE(items, mostItems[index]) << text;
         EXPECT_LE(std::count(text.begin(), text.end(), '\n') + items, 40) << "lines, two for each item";
     }
-}
-
-/// Stands for the host's windows: it writes their questions down and answers them.
-class ScanNoteShown : public zettesting::HostFixture
-{
-  protected:
-    ScanNoteShown()
-    {
-        ForgetAll();
-        zetcore::threads::RegisterMainThread(loop);
-        zetui::dialogs::SetPresentation(std::make_shared<Answers>(*this));
-    }
-    ~ScanNoteShown() override
-    {
-        zetui::dialogs::SetPresentation(nullptr);
-        zetcore::threads::RegisterMainThread(nullptr);
-        ForgetAll();
-    }
-
-    static void ForgetAll()
-    {
-        zetaudiofilterhost::PluginModuleInfoManager::GetInstance()->Reset();
-        zetaudiopluginhost::BannedPluginManager::GetInstance()->Reset();
-    }
-
-    class Progress : public zetui::dialogs::ProgressPresentation
-    {
-      public:
-        void Show(const std::string&, const std::string&, bool) override {}
-        void SetExtraText(const std::string&) override {}
-        void SetProgress(unsigned long long, unsigned long long, const std::string&) override {}
-        void Hide() override {}
-        bool ProcessEvents(bool wait) override
-        {
-            if (wait)
-                if (const auto waiting = std::dynamic_pointer_cast<zetcore::threads::PlainEventLoop>(
-                        zetcore::threads::GetRegisteredMainThread()))
-                    waiting->WaitAndRun(std::chrono::steady_clock::now() + std::chrono::milliseconds(50));
-            return false;
-        }
-    };
-    class Answers : public zetui::dialogs::Presentation
-    {
-      public:
-        explicit Answers(ScanNoteShown& fixture) : owner(fixture) {}
-        std::unique_ptr<zetui::dialogs::ProgressPresentation>
-        CreateProgress(zetui::ui::WindowVariant) override
-        {
-            return std::make_unique<Progress>();
-        }
-        void ShowAlert(zetui::dialogs::AlertKind, const std::string&, const std::string& message,
-                       zetui::ui::WindowVariant) override
-        {
-            owner.alerts.push_back(message);
-        }
-        int Ask(const zetui::dialogs::Question& question, zetui::ui::WindowVariant) override
-        {
-            owner.questions.push_back(question);
-            if (owner.onAsk)
-                owner.onAsk();
-            return (question.buttonSet & messagebox::kYesNo) ? owner.answer : question.defaultButton;
-        }
-
-      private:
-        ScanNoteShown& owner;
-    };
-
-    /// Acts like a host's session, but without its windows.
-    class Watched
-    {
-      public:
-        explicit Watched(ScanNoteShown& fixture)
-            : watch(*zetaudiofilterhost::PluginModuleInfoManager::GetInstance(),
-                    *zetaudiopluginhost::BannedPluginManager::GetInstance(),
-                    {[&fixture] { ++fixture.registrySaves; }, [&fixture] { ++fixture.banSaves; },
-                     [this](const ScanWatch::Result& result) { teller.Tell(result); }})
-        {}
-
-      private:
-        ScanNoteTeller teller;
-
-      public:
-        ScanWatch watch;
-    };
-
-    PluginLocator Install(const std::string& plugin, const std::string& title) const
-    {
-        return {TechnologyType::VST,
-                zettesting::ToWide(zettesting::CopyTestPlugin(plugin, folder.Path(), title))};
-    }
-    static void Scan(const std::vector<PluginLocator>& plugins)
-    {
-        std::make_shared<AudioPluginScan>(nullptr)->ScanForPlugins(nullptr, plugins, false, true, true);
-    }
-    /// There is none there.
-    void TakeScannerAway() const
-    {
-        zetcore::filesupport::commondirs::SetExecutableDir(zettesting::ToWide(folder.Path()));
-    }
-    void GiveScannerBack() const { zetcore::filesupport::commondirs::SetExecutableDir(programs); }
-
-    const std::wstring programs = zetcore::filesupport::commondirs::ExecutableDir().FullPath();
-    std::shared_ptr<zetcore::threads::PlainEventLoop> loop =
-        std::make_shared<zetcore::threads::PlainEventLoop>();
-    std::vector<zetui::dialogs::Question> questions;
-    std::vector<std::string> alerts;
-    std::function<void()> onAsk;
-    int answer = messagebox::kNo;
-    int registrySaves = 0, banSaves = 0;
-    zetaudiofilterhost::PluginModuleInfoManager& registry =
-        *zetaudiofilterhost::PluginModuleInfoManager::GetInstance();
-    zetaudiopluginhost::BannedPluginManager& banned = *zetaudiopluginhost::BannedPluginManager::GetInstance();
-};
-
-TEST_F(ScanNoteShown, AGoodScanShowsNothingAndSavesNothingMore)
-{
-    const Watched host(*this);
-    Scan({Install("good/vst2_effect", "effect")});
-    EXPECT_THAT(questions, IsEmpty());
-    EXPECT_EQ(registry.RecordCount(), 1u);
-    EXPECT_EQ(registrySaves + banSaves, 0);
-}
-
-TEST_F(ScanNoteShown, ABadPluginIsToldOnceAndItsBanIsSaved)
-{
-    const Watched host(*this);
-    Scan({Install("good/vst2_effect", "effect"), Install("bad/crash_in_entry", "bad")});
-    ASSERT_EQ(questions.size(), 1u);
-    EXPECT_THAT(questions[0].message,
-                testing::StartsWith("Plug-ins after the scan:\n\nNew: 1\n\nNot working: 1\n\u2022 bad"));
-    EXPECT_EQ(questions[0].buttonSet, messagebox::kOK);
-    EXPECT_EQ(banSaves, 1);
-    registry.GetPluginInfosChangedSignal()();
-    EXPECT_EQ(questions.size(), 1u) << "the signal of something else";
-}
-
-TEST_F(ScanNoteShown, WithoutAScannerThePluginsStayAndTheNoteSaysSo)
-{
-    const PluginLocator effect = Install("good/vst2_effect", "effect");
-    Scan({effect});
-    const Watched host(*this);
-    TakeScannerAway();
-    // The window fills its list when the scan returns, which is after the note.
-    std::size_t listedDuringNote = 0;
-    onAsk = [&] { listedDuringNote = registry.RecordCount(); };
-    Scan({effect, Install("good/vst2_synth", "new one")});
-    ASSERT_EQ(questions.size(), 1u);
-    EXPECT_EQ(listedDuringNote, 1u);
-    EXPECT_TRUE(registry.Find(effect));
-    EXPECT_EQ(registrySaves, 1);
-    EXPECT_EQ(questions[0].buttonSet, messagebox::kYesNo);
-    EXPECT_EQ(questions[0].defaultButton, messagebox::kYes);
-    EXPECT_THAT(questions[0].message,
-                AllOf(HasSubstr("The scanner program could not be started.\n"),
-                      HasSubstr("Plug-ins not scanned: 2\n"), testing::EndsWith("\n\nScan them now?")));
-    EXPECT_THAT(host.watch.Last().changes.removed, IsEmpty());
-}
-
-TEST_F(ScanNoteShown, TheUserMayScanThemNowAndIsToldWhatCameOfIt)
-{
-    const Watched host(*this);
-    TakeScannerAway();
-    answer = messagebox::kYes;
-    onAsk = [this] { GiveScannerBack(); };
-    const PluginLocator effect = Install("good/vst2_effect", "effect");
-    Scan({effect, Install("bad/crash_in_entry", "bad")});
-    ASSERT_EQ(questions.size(), 2u);
-    EXPECT_THAT(questions[1].message,
-                testing::StartsWith("Plug-ins after the scan:\n\nNew: 1\n\nNot working: 1\n"));
-    EXPECT_EQ(questions[1].buttonSet, messagebox::kOK);
-    EXPECT_TRUE(registry.Find(effect));
-    questions.clear();
-    Scan({effect});
-    EXPECT_THAT(questions, IsEmpty());
-}
-
-TEST_F(ScanNoteShown, WhoAlwaysWantsToScanThemNowIsNotAskedWithoutEnd)
-{
-    const Watched host(*this);
-    TakeScannerAway();
-    answer = messagebox::kYes;
-    Scan({Install("good/vst2_effect", "effect")});
-    ASSERT_EQ(questions.size(), 2u);
-    EXPECT_EQ(questions[0].buttonSet, messagebox::kYesNo);
-    EXPECT_EQ(questions[1].buttonSet, messagebox::kOK) << "it got no further";
-    GiveScannerBack();
-}
-
-TEST_F(ScanNoteShown, AReloadThatIsNotReachedKeepsTheBanWithItsReason)
-{
-    const PluginLocator bad = Install("bad/crash_in_entry", "bad");
-    const zetaudiopluginhost::BanInfo ban{"crashed once", 1'000'000'000, {7, 8}, true};
-    banned.AddBannedPlugin(bad, ban);
-    const Watched host(*this);
-    TakeScannerAway();
-    banned.RemoveBannedPlugin(bad);
-    Scan({bad});
-    EXPECT_EQ(banned.GetBanInfo(bad), ban);
-    EXPECT_EQ(banSaves, 1);
-    EXPECT_THAT(host.watch.Last().bannedAgain, ElementsAre(bad));
-    EXPECT_THAT(host.watch.Last().changes.removed, IsEmpty());
-    ASSERT_EQ(questions.size(), 1u);
-    EXPECT_THAT(questions[0].message, HasSubstr("Plug-ins not scanned: 1\n"));
-    registry.GetPluginInfosChangedSignal()();
-    EXPECT_EQ(questions.size(), 1u) << "the signal of something else tells nothing of the scan again";
-    EXPECT_EQ(banSaves, 1);
-    GiveScannerBack();
-}
-
-TEST_F(ScanNoteShown, AReloadThatIsReachedKeepsNoBan)
-{
-    const PluginLocator effect = Install("good/vst2_effect", "effect");
-    banned.AddBannedPlugin(effect, "why");
-    const Watched host(*this);
-    banned.RemoveBannedPlugin(effect);
-    Scan({effect});
-    EXPECT_FALSE(banned.IsBanned(effect));
-    EXPECT_TRUE(registry.Find(effect));
-    EXPECT_THAT(questions, IsEmpty());
-    EXPECT_EQ(host.watch.Last().changes.restored.size(), 1u);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace {
 using zetaudiopluginhostui::ScanEnd;
 
 /// The most names of each kind in the last paragraph. The command `list` shows all.
-constexpr std::size_t mostNames = 10;
+constexpr std::size_t mostListed = 10;
 
 std::string Count(std::size_t count, const std::string& one, const std::string& several)
 {
@@ -49,15 +49,27 @@ std::string FormatChange(const std::string& what, const std::vector<ChangedPlugi
     if (plugins.empty())
         return {};
     std::string text = what + ": " + Count(plugins.size(), "plug-in", "plug-ins") + "\n";
-    for (std::size_t index = 0; index < std::min(plugins.size(), mostNames); ++index) {
+    for (std::size_t index = 0; index < std::min(plugins.size(), mostListed); ++index) {
         text += "    " + ForTerminal(plugins[index].name) + "  " +
                 ForTerminal(plugins[index].locator.GetPath()) + "\n";
         for (const std::string& line : LinesForTerminal(plugins[index].reason))
             text += "        " + line + "\n";
     }
-    if (plugins.size() > mostNames)
-        text += "    and " + std::to_string(plugins.size() - mostNames) + " more\n";
+    if (plugins.size() > mostListed)
+        text += "    and " + std::to_string(plugins.size() - mostListed) + " more\n";
     return text;
+}
+
+/// The next step for somebody who has just read what is banned. Empty when nothing is.
+std::string FormatAdvice(const ScanReport& report)
+{
+    const bool anyBanned =
+        !report.changes.banned.empty() ||
+        std::ranges::any_of(report.triedAgain, [](const auto& tried) { return tried.isStillBanned; });
+    return anyBanned
+               ? "A banned plug-in is not used until it passes a scan. It is scanned again when its file "
+                 "changes, and by\n    zetaudiopluginmanager reload PLUGIN-FILE   (or --all)\n"
+               : "";
 }
 
 /// The last paragraph. Empty when the list of plug-ins has not changed.
@@ -125,6 +137,8 @@ std::string FormatScanReport(const ScanReport& report, const ReportStyle& style)
             text += FormatEntry(tried.isStillBanned ? "Tried again, still banned:"
                                                     : "Tried again, not banned any more:",
                                 tried.plugin.locator.GetPath(), {});
+    if (style.withAdvice && !style.onlyProblems)
+        text += FormatAdvice(report);
     for (const ScanReport::Entry& entry : report.failed)
         text += FormatEntry("No plug-in:", entry.path, entry.reason);
     for (const ChangedPlugin& plugin : report.changes.unreadable)

@@ -56,6 +56,8 @@ struct ReportStyle
     bool colour = false;
     /// Leaves out what went well.
     bool onlyProblems = false;
+    /// Says below the banned plug-ins how they are tried again.
+    bool withAdvice = false;
 };
 
 /// The summary for people. Its last paragraph tells what has changed in the list of plug-ins. The text has

@@ -13,7 +13,7 @@ using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::TechnologyType;
 using zetaudiopluginhostui::ScanEnd;
 
-ChangedPlugin Plugin(const std::wstring& path, const std::string& reason = {})
+ChangedPlugin PluginAt(const std::wstring& path, const std::string& reason = {})
 {
     return {PluginLocator(TechnologyType::VST, path), L"Name of " + path, reason};
 }
@@ -26,7 +26,7 @@ TEST(ScanReport, SaysHowManyAndHowLong)
     report.seconds = 0.126;
     EXPECT_EQ(FormatScanReport(report, {}),
               "1 plug-in file scanned in 0.13 s: 3 plug-ins found, 0 banned.\n");
-    report.changes.removed = {Plugin(L"/a"), Plugin(L"/b")};
+    report.changes.removed = {PluginAt(L"/a"), PluginAt(L"/b")};
     report.end.how = ScanEnd::How::Cancelled;
     EXPECT_THAT(FormatScanReport(report, {}),
                 testing::StartsWith("1 plug-in file scanned in 0.13 s until the scan was cancelled: "
@@ -37,10 +37,10 @@ TEST(ScanReport, NamesTheBannedOnesAndThoseThatGaveNothingWithTheReasons)
 {
     ScanReport report;
     report.scanned = 3;
-    report.changes.banned = {Plugin(L"/p/bad\n.so", "signal 11\nlast words\x1b[0m")};
-    report.changes.unreadable = {Plugin(L"/p/locked.so", "Permission denied")};
+    report.changes.banned = {PluginAt(L"/p/bad\n.so", "signal 11\nlast words\x1b[0m")};
+    report.changes.unreadable = {PluginAt(L"/p/locked.so", "Permission denied")};
     report.failed = {{L"/p/empty.so", "returned nothing"}};
-    report.triedAgain = {{Plugin(L"/p/worse.so"), true}, {Plugin(L"/p/better.so"), false}};
+    report.triedAgain = {{PluginAt(L"/p/worse.so"), true}, {PluginAt(L"/p/better.so"), false}};
     EXPECT_EQ(FormatScanReport(report, {}), "3 plug-in files scanned in 0.00 s: 0 plug-ins found, 1 banned.\n"
                                             "Banned: /p/bad .so\n"
                                             "    signal 11\n"
@@ -59,10 +59,10 @@ TEST(ScanReport, TheLastParagraphSaysWhatHasChanged)
     report.scanned = 13;
     report.found = 13;
     for (int number = 10; number < 22; ++number)
-        report.changes.added.push_back(Plugin(L"/n" + std::to_wstring(number)));
-    report.changes.updated = {Plugin(L"/u")};
-    report.changes.removed = {Plugin(L"/g"), Plugin(L"/h", "why")};
-    report.changes.unreached = {Plugin(L"/w", "why")};
+        report.changes.added.push_back(PluginAt(L"/n" + std::to_wstring(number)));
+    report.changes.updated = {PluginAt(L"/u")};
+    report.changes.removed = {PluginAt(L"/g"), PluginAt(L"/h", "why")};
+    report.changes.unreached = {PluginAt(L"/w", "why")};
     const std::string text = FormatScanReport(report, {});
     EXPECT_THAT(text, HasSubstr(" 2 gone.\n\nNew: 12 plug-ins\n    Name of /n10  /n10\n"));
     EXPECT_THAT(text,
@@ -81,12 +81,12 @@ TEST(ScanReport, OnlyTheProblemsAreSaidWhenThatIsAskedFor)
     ScanReport report;
     report.scanned = 3;
     report.found = 3;
-    report.changes.added = {Plugin(L"/n")};
-    report.changes.updated = {Plugin(L"/u")};
-    report.triedAgain = {{Plugin(L"/p/better.so"), false}};
+    report.changes.added = {PluginAt(L"/n")};
+    report.changes.updated = {PluginAt(L"/u")};
+    report.triedAgain = {{PluginAt(L"/p/better.so"), false}};
     EXPECT_EQ(FormatScanReport(report, {false, true}), "");
-    report.changes.banned = {Plugin(L"/p/bad.so", "why")};
-    report.changes.removed = {Plugin(L"/g")};
+    report.changes.banned = {PluginAt(L"/p/bad.so", "why")};
+    report.changes.removed = {PluginAt(L"/g")};
     EXPECT_EQ(FormatScanReport(report, {false, true}),
               "Banned: /p/bad.so\n    why\n\nGone: 1 plug-in\n    Name of /g  /g\n");
 }
@@ -94,16 +94,41 @@ TEST(ScanReport, OnlyTheProblemsAreSaidWhenThatIsAskedFor)
 TEST(ScanReport, NoProblemIsLeftOutWhenOnlyTheProblemsAreAskedFor)
 {
     ScanReport report;
-    report.changes.banned = {Plugin(L"/bad", "why")};
-    report.triedAgain = {{Plugin(L"/worse"), true}};
+    report.changes.banned = {PluginAt(L"/bad", "why")};
+    report.triedAgain = {{PluginAt(L"/worse"), true}};
     report.failed = {{L"/failed", "nothing"}};
-    report.changes.unreadable = {Plugin(L"/locked", "denied")};
-    report.changes.removed = {Plugin(L"/gone")};
-    report.changes.unreached = {Plugin(L"/left")};
+    report.changes.unreadable = {PluginAt(L"/locked", "denied")};
+    report.changes.removed = {PluginAt(L"/gone")};
+    report.changes.unreached = {PluginAt(L"/left")};
     EXPECT_EQ(FormatScanReport(report, {false, true}),
               "Banned: /bad\n    why\nTried again, still banned: /worse\nNo plug-in: /failed\n    nothing\n"
               "Cannot be read: /locked\n    denied\n\nGone: 1 plug-in\n    Name of /gone  /gone\n"
               "Not scanned: 1 plug-in; the next scan tries again\n");
+}
+
+TEST(ScanReport, TheAdviceForBannedOnesComesOnceAndBelowThem)
+{
+    const std::string advice =
+        "A banned plug-in is not used until it passes a scan. It is scanned again when its file changes, and "
+        "by\n    zetaudiopluginmanager reload PLUGIN-FILE   (or --all)\n";
+    const auto format = [](const ScanReport& report, bool onlyProblems = false) {
+        return FormatScanReport(report, {.onlyProblems = onlyProblems, .withAdvice = true});
+    };
+    ScanReport report;
+    report.failed = {{L"/empty", "nothing"}};
+    report.triedAgain = {{PluginAt(L"/better"), false}};
+    EXPECT_THAT(format(report), Not(HasSubstr(advice))) << "nothing is banned";
+
+    ScanReport worse = report;
+    worse.triedAgain.push_back({PluginAt(L"/worse"), true});
+    EXPECT_THAT(format(worse), HasSubstr("still banned: /worse\n" + advice + "No plug-in: /empty\n"));
+
+    report.changes.banned = {PluginAt(L"/bad", "why"), PluginAt(L"/worst")};
+    EXPECT_THAT(format(report),
+                HasSubstr("Banned: /worst\nTried again, not banned any more: /better\n" + advice));
+    EXPECT_EQ(format(report).find(advice), format(report).rfind(advice));
+    EXPECT_THAT(format(report, true), Not(HasSubstr(advice)));
+    EXPECT_THAT(FormatScanReport(report, {}), Not(HasSubstr(advice)));
 }
 
 TEST(ScanReport, ReportsAddUp)
@@ -112,7 +137,7 @@ TEST(ScanReport, ReportsAddUp)
     sum.scanned = 1;
     sum.found = 2;
     sum.seconds = 0.5;
-    sum.changes.banned = {Plugin(L"/a", "x")};
+    sum.changes.banned = {PluginAt(L"/a", "x")};
     EXPECT_TRUE(sum.IsComplete());
     ScanReport other;
     other.scanned = 2;
@@ -120,15 +145,15 @@ TEST(ScanReport, ReportsAddUp)
     other.seconds = 0.25;
     other.failed = {{L"/c", "y"}};
     other.end = {ScanEnd::How::GaveUp, "why"};
-    other.changes.banned = {Plugin(L"/b")};
-    other.changes.unreached = {Plugin(L"/d", "z")};
-    other.triedAgain = {{Plugin(L"/b"), true}};
+    other.changes.banned = {PluginAt(L"/b")};
+    other.changes.unreached = {PluginAt(L"/d", "z")};
+    other.triedAgain = {{PluginAt(L"/b"), true}};
     sum.Add(other);
     ScanReport expected = other;
     expected.scanned = 3;
     expected.found = 3;
     expected.seconds = 0.75;
-    expected.changes.banned = {Plugin(L"/a", "x"), Plugin(L"/b")};
+    expected.changes.banned = {PluginAt(L"/a", "x"), PluginAt(L"/b")};
     EXPECT_EQ(sum, expected);
     EXPECT_FALSE(sum.IsComplete());
     sum.Add(ScanReport());
@@ -148,7 +173,7 @@ TEST(ScanReport, IsCompleteOnlyWhenEverythingWasReached)
         EXPECT_FALSE(report.IsComplete());
     }
     report.end.how = ScanEnd::How::Done;
-    report.changes.unreached = {Plugin(L"/d")};
+    report.changes.unreached = {PluginAt(L"/d")};
     EXPECT_FALSE(report.IsComplete());
 }
 

@@ -54,7 +54,7 @@ class ScanWatch
     unsigned scanCount;
     RegistrySnapshot now;
     Result last;
-    zetcore::signals::ScopedConnection connection;
+    zetcore::events::ScopedConnection connection;
 };
 
 } // namespace zetaudiopluginmanager

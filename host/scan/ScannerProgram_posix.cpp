@@ -6,8 +6,7 @@
 #include <elf.h>
 #include <unistd.h>
 
-#include <zetcore/filesupport/paths/CommonDirs.h>
-#include <zetcore/filesupport/paths/File.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
 #include <zetcore/string/Utf.h>
 
 namespace zetaudiopluginmanager {
@@ -35,9 +34,7 @@ std::string Kind(const std::string& header)
 
 std::wstring ScannerProgramPath()
 {
-    return zetcore::filesupport::File(zetcore::filesupport::commondirs::ExecutableDir(),
-                                      L"zetaudiofilterscan")
-        .FullPath();
+    return zetaudiopluginhostui::AudioPluginScan::GetScannerProgram().FullPath();
 }
 
 ScannerProgramState LookAtScannerProgram()

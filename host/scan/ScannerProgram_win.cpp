@@ -2,16 +2,13 @@
 
 #include <windows.h>
 
-#include <zetcore/filesupport/paths/CommonDirs.h>
-#include <zetcore/filesupport/paths/File.h>
+#include <zetaudiopluginhostui/AudioPluginScan.h>
 
 namespace zetaudiopluginmanager {
 
 std::wstring ScannerProgramPath()
 {
-    return zetcore::filesupport::File(zetcore::filesupport::commondirs::ExecutableDir(),
-                                      L"zetaudiofilterscan.exe")
-        .FullPath();
+    return zetaudiopluginhostui::AudioPluginScan::GetScannerProgram().FullPath();
 }
 
 ScannerProgramState LookAtScannerProgram()

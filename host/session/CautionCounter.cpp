@@ -27,6 +27,12 @@ int CautionCounter::Ask(const zetui::dialogs::Question& question, zetui::ui::Win
     return behind->Ask(question, parent);
 }
 
+void CautionCounter::ShowText(const std::string& title, const std::string& text,
+                              zetui::ui::WindowVariant parent)
+{
+    behind->ShowText(title, text, parent);
+}
+
 std::wstring CautionCounter::ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant parent)
 {
     return behind->ChooseFolder(title, parent);

@@ -21,6 +21,8 @@ class CautionCounter : public zetui::dialogs::Presentation
     void ShowAlert(zetui::dialogs::AlertKind kind, const std::string& title, const std::string& message,
                    zetui::ui::WindowVariant parent) override;
     int Ask(const zetui::dialogs::Question& question, zetui::ui::WindowVariant parent) override;
+    void ShowText(const std::string& title, const std::string& text,
+                  zetui::ui::WindowVariant parent) override;
     std::wstring ChooseFolder(const std::wstring& title, zetui::ui::WindowVariant parent) override;
 
   private:

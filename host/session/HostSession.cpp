@@ -50,6 +50,7 @@ void Say(std::string_view text)
 HostSession::Surroundings::Surroundings(Surface surface, bool quiet)
 {
     if (surface == Surface::Windows) {
+        zetui::ui::SetProgramName(L"Audio Plug-In Manager", ZET_DESKTOP_FILE);
         if (!zetui::ui::InitializeWindows())
             throw no_display("there is no display to open a window on");
         windows = std::make_shared<CautionCounter>(zetui::dialogs::GetPresentation());

@@ -23,6 +23,7 @@ using zetcore::filesupport::File;
 using zetcore::filesupport::FileUtils;
 
 constexpr const char* rootName = "managerwindow";
+constexpr const char* controlName = "control";
 constexpr std::uint64_t maxFileSize = std::uint64_t{1} << 20;
 /// The largest size of a window. No desktop is larger, and no window system takes larger windows.
 constexpr std::int64_t farthest = 1'000'000;
@@ -87,41 +88,65 @@ class Reader
     pugi::xml_document document;
 };
 
+/// Throws `file_exception` for a file that cannot be opened.
+WindowSettings ReadOrKeepAside(const File& file)
+{
+    const std::string text = FileUtils::ReadFile(file, maxFileSize);
+    try {
+        return WindowSettingsFromText(text);
+    } catch (const std::runtime_error& damage) {
+        Say(file.FullPathUTF8() + ", " + damage.what());
+        FileUtils::KeepAside(file);
+    }
+    return {};
+}
+
 } // namespace
 
-std::string WindowSettingsToText(const AudioPluginManagerSettings& settings)
+std::string WindowSettingsToText(const WindowSettings& settings)
 {
+    const AudioPluginManagerSettings& manager = settings.manager;
     pugi::xml_document document;
     pugi::xml_node declaration = document.append_child(pugi::node_declaration);
     declaration.append_attribute("version") = "1.0";
     declaration.append_attribute("encoding") = "UTF-8";
     pugi::xml_node root = document.append_child(rootName);
     root.append_attribute("version") = "1.0";
-    root.append_child("scan").append_attribute("rescanexisting") = settings.rescanExisting;
+    root.append_child("scan").append_attribute("rescanexisting") = manager.rescanExisting;
     pugi::xml_node sort = root.append_child("sort");
-    sort.append_attribute("column") = settings.sortColumn;
-    sort.append_attribute("ascending") = settings.sortAscending;
+    sort.append_attribute("column") = manager.sortColumn;
+    sort.append_attribute("ascending") = manager.sortAscending;
     pugi::xml_node window = root.append_child("window");
-    window.append_attribute("left") = settings.dialogBounds.left;
-    window.append_attribute("top") = settings.dialogBounds.top;
-    window.append_attribute("width") = settings.dialogBounds.width;
-    window.append_attribute("height") = settings.dialogBounds.height;
+    window.append_attribute("left") = manager.dialogBounds.left;
+    window.append_attribute("top") = manager.dialogBounds.top;
+    window.append_attribute("width") = manager.dialogBounds.width;
+    window.append_attribute("height") = manager.dialogBounds.height;
+    for (const auto& [key, value] : settings.controls) {
+        pugi::xml_node control = root.append_child(controlName);
+        control.append_attribute("key") = key.c_str();
+        control.append_attribute("value") = value.c_str();
+    }
     std::ostringstream text;
     document.save(text, "  ");
     return text.str();
 }
 
-AudioPluginManagerSettings WindowSettingsFromText(const std::string& text)
+WindowSettings WindowSettingsFromText(const std::string& text)
 {
     const Reader reader(text);
-    AudioPluginManagerSettings settings;
-    reader.Read("scan", "rescanexisting", settings.rescanExisting);
-    reader.Read("sort", "column", settings.sortColumn, 0, UINT32_MAX);
-    reader.Read("sort", "ascending", settings.sortAscending);
-    reader.Read("window", "left", settings.dialogBounds.left, -farthest, farthest);
-    reader.Read("window", "top", settings.dialogBounds.top, -farthest, farthest);
-    reader.Read("window", "width", settings.dialogBounds.width, 0, largest);
-    reader.Read("window", "height", settings.dialogBounds.height, 0, largest);
+    WindowSettings settings;
+    AudioPluginManagerSettings& manager = settings.manager;
+    reader.Read("scan", "rescanexisting", manager.rescanExisting);
+    reader.Read("sort", "column", manager.sortColumn, 0, UINT32_MAX);
+    reader.Read("sort", "ascending", manager.sortAscending);
+    reader.Read("window", "left", manager.dialogBounds.left, -farthest, farthest);
+    reader.Read("window", "top", manager.dialogBounds.top, -farthest, farthest);
+    reader.Read("window", "width", manager.dialogBounds.width, 0, largest);
+    reader.Read("window", "height", manager.dialogBounds.height, 0, largest);
+    for (const pugi::xml_node control : reader.Root().children(controlName)) {
+        if (const std::string key = control.attribute("key").value(); !key.empty())
+            settings.controls[key] = control.attribute("value").value();
+    }
     return settings;
 }
 
@@ -130,28 +155,25 @@ File WindowSettingsFile()
     return {zetcore::filesupport::Dir::PrefDir(), L"PluginManagerWindow.xml"};
 }
 
-AudioPluginManagerSettings LoadWindowSettings()
+WindowSettings LoadWindowSettings()
 {
     const File file = WindowSettingsFile();
     try {
-        return file.Exists() ? WindowSettingsFromText(FileUtils::ReadFile(file, maxFileSize))
-                             : AudioPluginManagerSettings();
+        return file.Exists() ? ReadOrKeepAside(file) : WindowSettings();
     } catch (const zetcore::filesupport::file_exception& error) {
         Say(error.what());
-    } catch (const std::runtime_error& damage) {
-        Say(file.FullPathUTF8() + ", " + damage.what());
-        try {
-            FileUtils::KeepAside(file);
-        } catch (const zetcore::filesupport::file_exception& error) {
-            Say(error.what());
-        }
     }
     return {};
 }
 
-void SaveWindowSettings(const AudioPluginManagerSettings& settings)
+void SaveWindowSettings(const AudioPluginManagerSettings& manager, const ControlValues& controls)
 {
     const File file = WindowSettingsFile();
+    // Another window of the program may have written the file since this one has read it.
+    WindowSettings settings = file.Exists() ? ReadOrKeepAside(file) : WindowSettings();
+    settings.manager = manager;
+    for (const auto& [key, value] : controls)
+        settings.controls[key] = value;
     const std::string text = WindowSettingsToText(settings);
     if (!file.Exists() || FileUtils::ReadFile(file, maxFileSize) != text)
         FileUtils::SimpleWriteStringToFile(file.FullPath(), text);

@@ -30,15 +30,17 @@ AudioPluginManagerSettings Sample()
 
 TEST(WindowSettings, ComeBackFromTheirText)
 {
-    EXPECT_TRUE(AreEqual(WindowSettingsFromText(WindowSettingsToText(Sample())), Sample()));
-    EXPECT_TRUE(AreEqual(WindowSettingsFromText(WindowSettingsToText({})), {}));
+    EXPECT_TRUE(AreEqual(WindowSettingsFromText(WindowSettingsToText({Sample(), {}})).manager, Sample()));
+    EXPECT_TRUE(AreEqual(WindowSettingsFromText(WindowSettingsToText({})).manager, {}));
 }
 
 TEST(WindowSettings, HaveTheirDefaultsWhereTheTextDoesNotMentionThem)
 {
-    EXPECT_TRUE(AreEqual(WindowSettingsFromText("<managerwindow/>"), {}));
-    const auto some = WindowSettingsFromText(
-        "<managerwindow version='9.1'><later a='b'/><sort column='3' order='x'/></managerwindow>");
+    EXPECT_TRUE(AreEqual(WindowSettingsFromText("<managerwindow/>").manager, {}));
+    const auto some =
+        WindowSettingsFromText(
+            "<managerwindow version='9.1'><later a='b'/><sort column='3' order='x'/></managerwindow>")
+            .manager;
     EXPECT_EQ(some.sortColumn, 3u);
     EXPECT_FALSE(some.sortAscending);
     EXPECT_EQ(some.dialogBounds, Bounds());
@@ -67,6 +69,30 @@ TEST(WindowSettings, AValueThatCannotBeReadIsNamedWithItsLine)
     }
 }
 
+TEST(WindowSettings, WhatControlsRememberIsWrittenAndRead)
+{
+    const ControlValues controls{{"Manager/List/columns", "1 3 2"},
+                                 {"Manager/window", "maximised"},
+                                 {"odd", "<&\"'>\xC3\xA4"},
+                                 {"empty", ""}};
+    const std::string text = WindowSettingsToText({Sample(), controls});
+    EXPECT_EQ(WindowSettingsFromText(text).controls, controls);
+    EXPECT_TRUE(AreEqual(WindowSettingsFromText(text).manager, Sample()));
+    const ControlValues lastOfSeveral =
+        WindowSettingsFromText("<managerwindow><control key='k' value='1'/><control key='k' value='2' "
+                               "later='3'/></managerwindow>")
+            .controls;
+    EXPECT_EQ(lastOfSeveral, (ControlValues{{"k", "2"}}));
+}
+
+TEST(WindowSettings, AValueOfNoControlIsPassedOver)
+{
+    EXPECT_EQ(WindowSettingsFromText("<managerwindow><control value='1'/><control key='' value='2'/>"
+                                     "<control/></managerwindow>")
+                  .controls,
+              ControlValues());
+}
+
 TEST(WindowSettings, WhatIsNoSettingsTextIsRefused)
 {
     for (const char* text : {"", "text", "<managerwindow>", "<other/>", "<managerwindow"})
@@ -81,9 +107,27 @@ class WindowSettingsInAFolder : public zettesting::HostFixture
 
 TEST_F(WindowSettingsInAFolder, AreKeptInAFile)
 {
-    EXPECT_TRUE(AreEqual(LoadWindowSettings(), {}));
+    EXPECT_TRUE(AreEqual(LoadWindowSettings().manager, {}));
     SaveWindowSettings(Sample());
-    EXPECT_TRUE(AreEqual(LoadWindowSettings(), Sample()));
+    EXPECT_TRUE(AreEqual(LoadWindowSettings().manager, Sample()));
+}
+
+TEST_F(WindowSettingsInAFolder, KeepTheValuesOfControlsThatAreNotWrittenAnew)
+{
+    SaveWindowSettings(Sample(), {{"a", "1"}, {"b", "2"}});
+    SaveWindowSettings({}, {{"b", "3"}, {"c", "4"}});
+    EXPECT_EQ(LoadWindowSettings().controls, (ControlValues{{"a", "1"}, {"b", "3"}, {"c", "4"}}));
+    EXPECT_TRUE(AreEqual(LoadWindowSettings().manager, {}));
+}
+
+TEST_F(WindowSettingsInAFolder, AFileThatWasDamagedMeanwhileIsKeptAsideToo)
+{
+    zettesting::WriteAll(file, "damage");
+    testing::internal::CaptureStderr();
+    SaveWindowSettings(Sample(), {{"a", "1"}});
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(file.string()));
+    EXPECT_EQ(zettesting::ReadAll(file.string() + ".damaged"), "damage");
+    EXPECT_EQ(LoadWindowSettings().controls, (ControlValues{{"a", "1"}}));
 }
 
 TEST_F(WindowSettingsInAFolder, ADamagedFileIsSaidKeptAsideAndGivesTheDefaults)
@@ -91,7 +135,7 @@ TEST_F(WindowSettingsInAFolder, ADamagedFileIsSaidKeptAsideAndGivesTheDefaults)
     const std::string damage = "<managerwindow>\n<window width='wide'/></managerwindow>";
     zettesting::WriteAll(file, damage);
     testing::internal::CaptureStderr();
-    EXPECT_TRUE(AreEqual(LoadWindowSettings(), {}));
+    EXPECT_TRUE(AreEqual(LoadWindowSettings().manager, {}));
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_THAT(said, HasSubstr(file.string()));
     EXPECT_THAT(said, HasSubstr("line 2"));

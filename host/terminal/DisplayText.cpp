@@ -13,15 +13,15 @@ namespace {
 constexpr std::string_view ellipsis = "\u2026";
 constexpr char32_t replacement = 0xFFFD;
 
-struct Character
+struct PlacedCharacter
 {
     std::size_t begin, end, width;
 };
 
 /// The places of the characters in a text, with the number of columns that each takes.
-std::vector<Character> CharactersOf(std::wstring_view text)
+std::vector<PlacedCharacter> CharactersOf(std::wstring_view text)
 {
-    std::vector<Character> characters;
+    std::vector<PlacedCharacter> characters;
     for (std::size_t end = 0; end < text.size();) {
         const std::size_t begin = end;
         const char32_t codePoint = zetcore::string::NextCodePoint(text, end);
@@ -108,7 +108,7 @@ std::string CutEnd(std::string_view utf8, std::size_t width)
         return std::string(utf8);
     const std::wstring text = zetcore::string::UTF8to16(utf8);
     std::size_t taken = 0, end = 0;
-    for (const Character& character : CharactersOf(text)) {
+    for (const PlacedCharacter& character : CharactersOf(text)) {
         if (taken + character.width + 1 > width)
             break;
         taken += character.width;
@@ -122,7 +122,7 @@ std::string CutBeginning(std::string_view utf8, std::size_t width)
     if (DisplayWidth(utf8) <= width)
         return std::string(utf8);
     const std::wstring text = zetcore::string::UTF8to16(utf8);
-    const std::vector<Character> characters = CharactersOf(text);
+    const std::vector<PlacedCharacter> characters = CharactersOf(text);
     std::size_t taken = 0, begin = text.size();
     for (auto character = characters.rbegin(); character != characters.rend(); ++character) {
         if (taken + character->width + 1 > width)
@@ -140,7 +140,7 @@ std::vector<std::string> Wrap(std::string_view utf8, std::size_t width)
     std::vector<std::string> lines;
     while (width > 0 && zetcore::string::TerminalWidth(rest) > static_cast<int>(width)) {
         std::size_t taken = 0, end = 0, lastSpace = 0;
-        for (const Character& character : CharactersOf(rest)) {
+        for (const PlacedCharacter& character : CharactersOf(rest)) {
             if (rest[character.begin] == ' ')
                 lastSpace = character.begin;
             if (taken + character.width > width && end > 0)

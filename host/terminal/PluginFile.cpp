@@ -38,7 +38,7 @@ std::wstring AbsolutePath(std::string_view argument)
 PluginLocator LocatorOfPath(const std::wstring& absolutePath)
 {
     PluginLocator module = zetaudiofilterhost::LocatorOfModuleFile(absolutePath);
-    return module.IsEmpty() ? PluginLocator(TechnologyType::None, absolutePath) : module;
+    return module.IsEmpty() ? PluginLocator(TechnologyType::Unknown, absolutePath) : module;
 }
 
 PluginLocator LocatorOfArgument(const zetaudiofilterhost::PluginModuleInfoManager& registry,
@@ -46,7 +46,7 @@ PluginLocator LocatorOfArgument(const zetaudiofilterhost::PluginModuleInfoManage
                                 std::string_view argument)
 {
     const PluginLocator module = LocatorOfPath(AbsolutePath(argument));
-    if (module.GetTechnologyType() != TechnologyType::None)
+    if (module.GetTechnologyType() != TechnologyType::Unknown)
         return module;
     for (const zetaudiofilterhost::PluginFormat& format : zetaudiofilterhost::PluginFormats()) {
         PluginLocator known(format.type, module.GetPath());

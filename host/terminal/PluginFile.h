@@ -15,7 +15,7 @@ namespace zetaudiopluginmanager {
 std::wstring AbsolutePath(std::string_view argument);
 
 /// The locator of the module that the path names, or leads into. The extension of the file name tells the
-/// technology, which is `None` for an unknown extension.
+/// technology, which is `Unknown` for an unknown extension.
 zetaudiofilterhost::PluginLocator LocatorOfPath(const std::wstring& absolutePath);
 
 /// The locator of the module that an argument names. A plug-in that the registry or the banned list knows is
