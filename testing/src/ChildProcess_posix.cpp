@@ -233,6 +233,12 @@ void ChildProcess::Interrupt()
         ::kill(state->process, SIGINT);
 }
 
+void ChildProcess::Terminate()
+{
+    if (!state->reaped)
+        ::kill(state->process, SIGTERM);
+}
+
 void ChildProcess::Kill()
 {
     if (!state->reaped)

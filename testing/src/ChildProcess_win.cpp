@@ -157,8 +157,9 @@ ChildProcess::ChildProcess(const Options& options) : state(std::make_unique<Stat
     for (const std::string& argument : options.arguments)
         commandLine += L" " + Quote(zetcore::string::UTF8to16(argument));
     std::wstring environment = EnvironmentOf(options);
+    // A console is one more process to start.
     const DWORD flags =
-        CREATE_UNICODE_ENVIRONMENT | (options.interruptible ? CREATE_NO_WINDOW : CREATE_NEW_PROCESS_GROUP);
+        CREATE_UNICODE_ENVIRONMENT | (options.interruptible ? CREATE_NO_WINDOW : DETACHED_PROCESS);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -247,6 +248,11 @@ void ChildProcess::Interrupt()
     ::AttachConsole(ATTACH_PARENT_PROCESS);
     if (!sent)
         throw std::runtime_error("cannot press Ctrl-C in the child's console");
+}
+
+void ChildProcess::Terminate()
+{
+    Interrupt();
 }
 
 void ChildProcess::Kill()

@@ -3,9 +3,11 @@
 #include <mutex>
 
 #include <zetcore/debug/DebugDatabase.h>
+#include <zetcore/debug/ResetTrace.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/filesupport/paths/Dir.h>
+#include <zetcore/threads/ClearQueuedCalls.h>
 #include <zetcore/threads/MainThread.h>
 
 namespace zettesting {

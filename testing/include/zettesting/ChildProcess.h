@@ -59,6 +59,8 @@ class ChildProcess
     bool WaitForError(std::string_view text, std::chrono::milliseconds limit = std::chrono::minutes(1));
     /// Does what Ctrl-C does. The program must have been started as interruptible.
     void Interrupt();
+    /// Sends what asks a program to end: SIGTERM, and on Windows the same as `Interrupt`.
+    void Terminate();
     void Kill();
 
     /// Starts the program and waits.
