@@ -137,7 +137,7 @@ TEST_F(AfterScan, ACancelledScanKeepsWhatItHasNotReached)
     const auto before = List();
     std::filesystem::remove(middle);
     zettesting::CopyTestPlugin("bad/loops_forever", plugins, "m_middle");
-    const auto scan = ScanUpTo(middle, {"scan", "--json", "--rescan"});
+    const auto scan = ScanUpTo(middle, {"scan", "--json", "--rescan", "--jobs", "1"});
     scan->Interrupt();
     const ScanSummary summary = ReadScanSummary(scan->Wait());
     EXPECT_EQ(summary.exitStatus, 130);

@@ -145,7 +145,7 @@ TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
     const auto first = Install("good/vst2_effect", "a_first");
     const auto hanging = Install("bad/loops_forever", "m_hanging");
     Install("good/vst2_synth", "z_last");
-    auto command = Command({"scan", "--json"});
+    auto command = Command({"scan", "--json", "--jobs", "1"});
     command.interruptible = true;
     ChildProcess scan(command);
     ASSERT_TRUE(scan.WaitForError(hanging.string()));
@@ -163,23 +163,59 @@ TEST_F(ExitStatus, CancellingIsOneHundredAndThirtyAndBansNothing)
     EXPECT_EQ(List({"--banned"}).size(), 0u);
 }
 
+TEST_F(ExitStatus, AProgramThatIsToldToEndWritesItsJsonInWhole)
+{
+    Install("good/vst2_effect", "a_first");
+    const auto hanging = Install("bad/loops_forever", "m_hanging");
+    auto command = Command({"scan", "--json", "--progress", "json", "--jobs", "1"});
+    command.interruptible = true;
+    ChildProcess scan(command);
+    ASSERT_TRUE(scan.WaitForError(hanging.string()));
+    scan.Terminate();
+    ExpectCancelledAtTheSecond(scan.Wait());
+}
+
+TEST_F(ExitStatus, AScanTellsEachFileOnALineWithItsExactPath)
+{
+    const auto good = Install("good/vst2_effect", "good one \xc3\xa4");
+    const auto inJson = [](const std::filesystem::path& path) {
+        std::string text;
+        for (const char character : path.string())
+            text += character == '\\' ? "\\\\" : std::string(1, character);
+        return "\"path\":\"" + text + "\"";
+    };
+    for (const std::string jobs : {"1", "3"}) {
+        const auto bad = Install("bad/crash_in_entry", "bad" + jobs);
+        const std::string output =
+            Run({"scan", "--rescan", "--json", "--progress", "json", "--jobs", jobs}).output;
+        EXPECT_THAT(output, HasSubstr("\"status\":\"working\",\"reason\":\"\",\"plugins\":[\"")) << jobs;
+        EXPECT_THAT(output, HasSubstr("\"status\":\"banned\",\"reason\":\"")) << jobs;
+        EXPECT_THAT(output, HasSubstr(inJson(good))) << jobs;
+        EXPECT_THAT(output, HasSubstr(inJson(bad))) << jobs;
+        EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 3) << output;
+    }
+}
+
 TEST_F(ExitStatus, CancellingInProcessKeepsWhatWasFound)
 {
-    const auto first = Install("good/vst2_effect", "a_first");
-    for (int number = 100; number < 1100; ++number)
-        Install("good/vst2_synth", std::to_string(number));
+    constexpr int waiting = 40;
+    Install("good/vst2_effect", "a_first");
+    for (int number = 0; number < waiting; ++number)
+        Install("bad/waits", "waits" + std::to_string(number));
+    environment["ZET_TEST_PLUGIN_WAIT"] = "300";
     auto command = Command({"scan", "--json", "--in-process"});
     command.interruptible = true;
     ChildProcess scan(command);
-    ASSERT_TRUE(scan.WaitForError((plugins / "110").string()));
+    ASSERT_TRUE(scan.WaitForError("[1/" + std::to_string(waiting + 1) + "]")) << "the first is done";
     scan.Interrupt();
     const auto& result = scan.Wait();
     EXPECT_EQ(result.exitStatus, 130) << result.error;
     const ScanSummary summary = ReadScanSummary(result);
     EXPECT_GT(summary.scanned, 0);
-    EXPECT_LT(summary.scanned, 1001);
+    EXPECT_LT(summary.scanned, waiting + 1);
     EXPECT_EQ(static_cast<long long>(List().size()), summary.found);
-    EXPECT_EQ(Scan().scanned, 1001 - summary.scanned) << "the next scan goes on with the rest";
+    environment["ZET_TEST_PLUGIN_WAIT"] = "0";
+    EXPECT_EQ(Scan().scanned, waiting + 1 - summary.scanned) << "the next scan goes on with the rest";
 }
 
 TEST_F(ExitStatus, AScannerWhoseHostIsKilledEnds)

@@ -85,7 +85,9 @@ FaultFixture::~FaultFixture()
 
 void FaultFixture::StopAt(const std::string& place, unsigned visit)
 {
-    const auto path = folder / "stops here";
+    const auto path = folder / "stops" / "here";
+    std::filesystem::create_directory(path.parent_path());
+    AllowWriting(path.parent_path());
     pipe = std::make_unique<Pipe>(path);
     environment["ZET_FAULT_PIPE"] = path.string();
     AddFault(place + ":" + std::to_string(visit) + ":stop");

@@ -24,7 +24,7 @@ TEST_F(HeapDamage, TheNextOneIsNotBannedAndTheLogNamesTheOneThatDidIt)
     Install("bad/damages_heap", "a_damages");
     Install("bad/uses_heap", "b_uses");
     Install("good/vst2_effect", "c_effect");
-    const ScanSummary summary = Scan();
+    const ScanSummary summary = Scan({"--jobs", "1"});
     EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
     EXPECT_EQ(summary.banned, Strings());
     EXPECT_EQ(ListedPaths({"--enabled"}).size(), 3u);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include <gmock/gmock.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 
@@ -137,6 +138,25 @@ void ManagerFixture::ExpectNoProcessLeft() const
     EXPECT_EQ(zettesting::WaitForProcessesToEnd(folder.Path().string()), std::vector<std::string>());
 }
 
+void ManagerFixture::ExpectCancelledAtTheSecond(const zettesting::ChildResult& result) const
+{
+    using testing::HasSubstr;
+    EXPECT_EQ(result.exitStatus, 130) << result.error;
+    std::vector<std::string> lines;
+    std::istringstream output(result.output);
+    for (std::string line; std::getline(output, line);)
+        lines.push_back(line);
+    ASSERT_EQ(lines.size(), 3u) << result.output;
+    EXPECT_THAT(lines[0], HasSubstr("\"status\":\"working\""));
+    EXPECT_THAT(lines[1], HasSubstr("\"done\":2,\"total\":2"));
+    EXPECT_THAT(lines[1], HasSubstr("\"status\":\"unscanned\""));
+    EXPECT_THAT(lines[2], testing::StartsWith("{\"event\":\"summary\","));
+    EXPECT_THAT(lines[2], HasSubstr("\"end\":\"cancelled\""));
+    EXPECT_EQ(lines[2].back(), '}');
+    ExpectNoProcessLeft();
+    EXPECT_EQ(List({"--banned"}).size(), 0u);
+}
+
 std::filesystem::path ManagerFixture::CopyProgram()
 {
     const auto bin = folder / "bin";
@@ -149,6 +169,12 @@ std::filesystem::path ManagerFixture::CopyProgram()
     std::filesystem::copy(program, bin / program.filename());
     program = bin / program.filename();
     return bin;
+}
+
+void ManagerFixture::SetSwitch(const std::string& key, const std::string& value)
+{
+    auto& variable = environment["ZET_DEBUG_DATABASE"];
+    variable = (variable ? *variable + ";" : "") + key + "=" + value;
 }
 
 std::filesystem::path ManagerFixture::Install(const std::string& plugin, const std::string& title) const

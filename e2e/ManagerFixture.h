@@ -70,10 +70,22 @@ class ManagerFixture : public ::testing::Test
     void UseFolders(const std::vector<std::filesystem::path>& folders) const;
     /// Waits until no process of the test is left.
     void ExpectNoProcessLeft() const;
+    /// The end of `scan --json --progress json` that was cancelled at the second of two plug-ins: whole
+    /// lines, nobody banned, and no process left.
+    void ExpectCancelledAtTheSecond(const zettesting::ChildResult& result) const;
 
     /// Copies the program with its libraries, but without the scanner. From then on the copy is used. Returns
     /// its folder.
     std::filesystem::path CopyProgram();
+
+    /// Sets an entry of the programs' debug databases. Later ones of the same name count.
+    void SetSwitch(const std::string& key, const std::string& value);
+
+    /// Lets sample plug-ins keep a note there while they are scanned in the scanner process.
+    void AllowWriting(const std::filesystem::path& path)
+    {
+        SetSwitch("zetaudiofilterscan.WritableFolders", path.string());
+    }
 
     /// Copies a sample plug-in to `plugins`.
     std::filesystem::path Install(const std::string& plugin, const std::string& title) const;

@@ -12,6 +12,7 @@ namespace {
 using Strings = std::vector<std::string>;
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using zettesting::ChildProcess;
 
 /// The host runs in a folder of its own, and the test puts a scanner beside it.
@@ -232,6 +233,23 @@ TEST_P(HangingPlugin, EndsWithTheScannerWhenTheUserCancelsAndIsNotBanned)
     EXPECT_EQ(result.exitStatus, 130) << result.error;
     ExpectNoProcessLeft();
     EXPECT_EQ(ListedPaths(), Strings{good});
+}
+
+class KillingPlugin : public FaultFixture
+{};
+
+TEST_F(KillingPlugin, CannotEndTheScannerAndIsBannedAlone)
+{
+    Strings good;
+    for (const char* title : {"a_first", "b_second", "x_third", "y_fourth", "z_last"})
+        good.push_back(Install("good/vst2_effect", title).string());
+    const auto killer = Install("bad/kills_scanner", "m_killer").string();
+    const ScanSummary summary = Scan({"--jobs", "4"});
+    EXPECT_EQ(summary.exitStatus, 0) << summary.messages;
+    EXPECT_EQ(summary.banned, Strings{killer});
+    EXPECT_EQ(ListedPaths({"--enabled"}), good);
+    EXPECT_THAT(FindListed(killer)->reason, HasSubstr("crashed (aborted) in its entry function"));
+    EXPECT_THAT(ScanLogs(), Not(HasSubstr("was killed")));
 }
 
 } // namespace

@@ -39,9 +39,12 @@ class Strangers : public FaultFixture
     /// Reads the port, as any process of the same user can.
     std::uint16_t Port() const
     {
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "runtime"))
-            if (entry.path().filename() == "ZETAudioFilterScan2") {
-                const std::string block = zettesting::ReadAll(entry.path());
+        // The scanner works in this folder, too, so an entry may be gone when its turn comes.
+        std::error_code gone;
+        std::filesystem::recursive_directory_iterator entry(folder / "runtime", gone);
+        for (; !gone && entry != std::filesystem::recursive_directory_iterator(); entry.increment(gone))
+            if (entry->path().filename() == "ZETAudioFilterScan2") {
+                const std::string block = zettesting::ReadAll(entry->path());
                 return static_cast<std::uint16_t>(static_cast<unsigned char>(block.at(0)) |
                                                   static_cast<unsigned char>(block.at(1)) << 8);
             }

@@ -21,6 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         zetfuzz::Require(!entry.locator.IsEmpty(), "an entry names a plug-in");
         zetfuzz::Require(CleanReason(entry.info.reason) == entry.info.reason, "a clean reason stays as it is",
                          entry.info.reason);
+        zetfuzz::Require(entry.info == CleanBan(entry.info), "clean facts stay as they are",
+                         entry.info.reason);
     }
     const std::string written = WriteBanList(list, root);
     const BanListFile again = ParseBanList(written, root);

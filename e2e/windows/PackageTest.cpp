@@ -62,13 +62,22 @@ TEST(Package, HoldsEveryLibraryThatItsProgramsAndLibrariesImport)
     EXPECT_GT(files, 12);
 }
 
+TEST(Package, HoldsNoSymbolsForDebuggers)
+{
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(package))
+        if (IsProgramOrLibrary(entry.path())) {
+            EXPECT_EQ(PortableExecutable(entry.path()).SymbolCount(), 0u) << entry.path();
+        }
+}
+
 TEST(Package, HoldsWhatIsLoadedByNameAndTheLicences)
 {
     for (const char* const name :
          {"zetaudiopluginmanager.exe", "zetaudiofilterscan.exe", "zetaudiopluginhostui.dll",
-          "platforms/qwindows.dll", "lang/en.txt", "lang/ja.txt", "LICENSE.txt", "README.txt",
-          "licences/qt.txt", "licences/LGPL-3.txt", "licences/GPL-3.txt", "licences/boost.txt",
-          "licences/pugixml.txt", "licences/CLI11.txt"}) {
+          "platforms/qwindows.dll", "lang/en.txt", "lang/ja.txt", "lang/qtbase_de.qm", "lang/qtbase_zh_CN.qm",
+          "LICENSE.txt", "README.txt", "licences/qt.txt", "licences/qt-translations.txt",
+          "licences/LGPL-3.txt", "licences/GPL-3.txt", "licences/boost.txt", "licences/pugixml.txt",
+          "licences/CLI11.txt"}) {
         EXPECT_TRUE(fs::is_regular_file(package / name)) << name;
         EXPECT_GT(fs::file_size(package / name), 0u) << name;
     }

@@ -1,17 +1,25 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <future>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "PlainHost.h"
 #include "ProgramFolder.h"
+#include "ScreenReader.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using zetaudiopluginhostui::AudioPluginManagerSettings;
+
+/// `UiaRootObjectId` of the system's UI Automation headers, which not every compiler has.
+constexpr LPARAM uiAutomationRoot = -25;
+/// `UIA_WindowControlTypeId`.
+constexpr long windowControlType = 50032;
 
 /// The frame of a window as the module saves it: the place of its content.
 RECT ContentOnScreen(HWND window)
@@ -48,17 +56,21 @@ class PlainHostTest : public testing::Test
         fs::remove_all(folder, ignored);
     }
 
-    /// Opens the manager, moves it, and presses the key.
-    bool OpenAndPress(PlainHost& host, WPARAM key)
+    /// Opens the manager, moves it, lets a screen reader look when the test wants it, and presses the keys.
+    bool OpenAndPress(PlainHost& host, const std::vector<WPARAM>& keys)
     {
         const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        bool pressed = false;
-        return host.OpenManager(settings, [this, &host, &pressed, key, limit] {
+        bool moved = false, pressed = false;
+        return host.OpenManager(settings, [this, &host, &moved, &pressed, &keys, limit] {
             const HWND dialog = host.FindDialog();
-            if (dialog && !pressed) {
-                pressed = true;
+            if (dialog && !moved) {
+                moved = true;
                 LookAndMove(host.Window(), dialog);
-                PressKey(dialog, key);
+            }
+            if (dialog && !pressed && !IsReading()) {
+                pressed = true;
+                for (const WPARAM key : keys)
+                    PressKey(dialog, key);
             }
             // Only the dialog itself can end its event loop.
             if (std::chrono::steady_clock::now() > limit) {
@@ -77,6 +89,19 @@ class PlainHostTest : public testing::Test
         openedAt = ContentOnScreen(dialog);
         ::SetWindowPos(dialog, nullptr, 131, 97, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         closedAt = ContentOnScreen(dialog);
+        wchar_t text[64] = {};
+        ::GetWindowTextW(dialog, text, 64);
+        title = text;
+        if (asksForTree) {
+            answerToScreenReader = ::SendMessageW(dialog, WM_GETOBJECT, 0, uiAutomationRoot);
+            reader = std::async(std::launch::async, AskAsScreenReader, dialog);
+        }
+    }
+
+    /// The screen reader's questions are answered by this thread, so it must not wait for them.
+    bool IsReading() const
+    {
+        return reader.valid() && reader.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
     }
 
     void ExpectBoundsAre(const RECT& content) const
@@ -98,6 +123,11 @@ class PlainHostTest : public testing::Test
     fs::path folder;
     AudioPluginManagerSettings settings;
     int dialogsSeen = 0;
+    std::wstring title;
+    /// Says that the dialog is asked as a screen reader would ask it.
+    bool asksForTree = false;
+    LRESULT answerToScreenReader = 0;
+    std::future<SeenWindow> reader;
     bool hostWasEnabled = true;
     RECT openedAt{}, closedAt{};
 };
@@ -108,7 +138,8 @@ TEST_F(PlainHostTest, ReturnClosesTheDialogAndTheHostGetsItsSettingsAndItsWindow
     settings.rescanExisting = true;
     settings.hostFlag = false;
 
-    OpenAndPress(host, VK_RETURN);
+    // The list has the first focus. Return means OK there.
+    OpenAndPress(host, {VK_RETURN});
 
     ASSERT_EQ(dialogsSeen, 1);
     EXPECT_FALSE(hostWasEnabled) << "the host's window took input while the dialog was open";
@@ -126,7 +157,7 @@ TEST_F(PlainHostTest, EscapeClosesTheDialogToo)
 {
     PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
 
-    EXPECT_FALSE(OpenAndPress(host, VK_ESCAPE));
+    EXPECT_FALSE(OpenAndPress(host, {VK_ESCAPE}));
 
     ASSERT_EQ(dialogsSeen, 1);
     EXPECT_FALSE(hostWasEnabled);
@@ -134,13 +165,31 @@ TEST_F(PlainHostTest, EscapeClosesTheDialogToo)
     ExpectBoundsAre(closedAt);
 }
 
+TEST_F(PlainHostTest, TheDialogGivesScreenReadersItsNameAndItsTree)
+{
+    PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
+    asksForTree = true;
+
+    OpenAndPress(host, {VK_ESCAPE});
+
+    ASSERT_EQ(dialogsSeen, 1);
+    EXPECT_EQ(title, L"Audio Plug-In Manager");
+    // This is the message with which UI Automation asks a window for the root of its tree.
+    EXPECT_NE(answerToScreenReader, 0);
+    const SeenWindow seen = reader.get();
+    EXPECT_EQ(seen.name, L"Audio Plug-In Manager");
+    EXPECT_EQ(seen.controlType, windowControlType);
+    // The answer is the dialog's own, and not what the system says of any window.
+    EXPECT_EQ(seen.framework, L"Qt");
+}
+
 TEST_F(PlainHostTest, TheDialogOpensWhereTheSettingsSay)
 {
     PlainHost host(ProgramFolder() / "zetaudiopluginhostui.dll");
-    OpenAndPress(host, VK_ESCAPE);
+    OpenAndPress(host, {VK_ESCAPE});
     const auto bounds = settings.dialogBounds;
 
-    OpenAndPress(host, VK_ESCAPE);
+    OpenAndPress(host, {VK_ESCAPE});
 
     ASSERT_EQ(dialogsSeen, 2);
     EXPECT_EQ(openedAt.left, bounds.left);

@@ -14,6 +14,7 @@ PortableExecutable::PortableExecutable(const std::filesystem::path& file) : name
     if (Number(header, 4) != 0x4550 || Number(header + 4, 2) != 0x8664)
         Fail("is not for 64-bit Windows");
     const std::size_t sectionCount = Number(header + 6, 2);
+    symbolCount = Number(header + 16, 4);
     const std::size_t optional = header + 24;
     const std::size_t optionalSize = Number(header + 20, 2);
     if (Number(optional, 2) != 0x20b)

@@ -17,6 +17,8 @@ class PortableExecutable
     std::vector<std::string> Imports() const;
     /// The names that it exports, in the table's order, which is alphabetical.
     std::vector<std::string> Exports() const;
+    /// How many symbols it holds for debuggers.
+    std::uint32_t SymbolCount() const { return symbolCount; }
 
   private:
     struct Section
@@ -40,5 +42,6 @@ class PortableExecutable
     std::string bytes;
     std::size_t tables = 0;
     std::size_t tableCount = 0;
+    std::uint32_t symbolCount = 0;
     std::vector<Section> sections;
 };
