@@ -14,7 +14,9 @@
 
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
+#include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetcore/filesupport/paths/Dir.h>
 
 #include "HeapUse.h"
@@ -45,7 +47,7 @@ std::pair<std::string, double> Slowest(const Steps& steps)
 zetaudiofilterhost::TechnologyType TechnologyOf(const ListEntry& entry)
 {
     const auto* format = zetaudiofilterhost::FindPluginFormat(entry.texts[2]);
-    return format ? format->type : zetaudiofilterhost::TechnologyType::None;
+    return format ? format->type : zetaudiofilterhost::TechnologyType::Unknown;
 }
 
 void SendKey(QWidget& widget, int key, const QString& text)
@@ -193,8 +195,8 @@ void FillRegistry(const std::vector<ListEntry>& entries)
     using namespace zetcore::filesupport;
     PluginModuleInfoManager& registry = *PluginModuleInfoManager::GetInstance();
     BannedPluginManager& banned = *BannedPluginManager::GetInstance();
-    registry.Reset();
-    banned.Reset();
+    ResetRegistry(registry);
+    ResetBannedPlugins(banned);
     for (const ListEntry& entry : entries) {
         const zetaudiofilterhost::PluginLocator locator(TechnologyOf(entry), entry.texts[5]);
         if (entry.texts[3] != L"Working") {

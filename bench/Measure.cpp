@@ -1,17 +1,12 @@
 #include "Measure.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 
-#if defined(_WIN32)
-#define popen _popen
-#define pclose _pclose
-#endif
+#include "CommandOutput.h"
 
 namespace bench {
 
@@ -36,20 +31,13 @@ ChildResult RunChild(const std::string& program, const std::vector<std::string>&
     std::string command = '"' + program + '"';
     for (const std::string& argument : arguments)
         command += " \"" + argument + '"';
-    std::FILE* stream = popen(command.c_str(), "r");
-    if (!stream)
-        throw std::runtime_error("cannot run " + command);
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), stream))
-        output.append(buffer.data(), size);
-    const int status = pclose(stream);
+    const std::string output = CommandOutput(command);
     // Plug-ins print on standard output, too. So the result is the last line.
     const std::size_t mark = output.rfind("RESULT ");
     ChildResult result;
-    if (status != 0 || mark == std::string::npos ||
-        !(std::istringstream(output.substr(mark + 7)) >> result.seconds >> result.found))
-        throw std::runtime_error(command + " failed with status " + std::to_string(status));
+    if (mark == std::string::npos || !(std::istringstream(output.substr(mark + 7)) >> result.seconds >>
+                                       result.found >> result.processorSeconds))
+        throw std::runtime_error(command + " printed no result");
     return result;
 }
 
@@ -60,6 +48,13 @@ void Report(const std::string& what, double value, const std::string& unit, doub
                     value > limit ? "  OVER" : "");
     else
         std::printf("%-66s %9.3f %s\n", what.c_str(), value, unit.c_str());
+    std::fflush(stdout);
+}
+
+void ReportAtLeast(const std::string& what, double value, const std::string& unit, double limit)
+{
+    std::printf("%-66s %9.3f %-4s (at least %.2f)%s\n", what.c_str(), value, unit.c_str(), limit,
+                value < limit ? "  UNDER" : "");
     std::fflush(stdout);
 }
 

@@ -17,6 +17,8 @@ struct ChildResult
 {
     double seconds = 0;
     int found = 0;
+    /// The processors' time, of all threads.
+    double processorSeconds = 0;
 };
 
 /// Runs this program as a child with these arguments and reads its result. Throws `std::runtime_error` when
@@ -25,5 +27,7 @@ ChildResult RunChild(const std::string& program, const std::vector<std::string>&
 
 /// Prints one row of the report: what was measured, the figure, and its limit.
 void Report(const std::string& what, double value, const std::string& unit, double limit);
+/// The same for a figure that must not be below its limit.
+void ReportAtLeast(const std::string& what, double value, const std::string& unit, double limit);
 
 } // namespace bench

@@ -87,13 +87,10 @@ QLineEdit& OpenManager::FindBox() const
 
 void OpenManager::Close() const
 {
-    for (QPushButton* const button : list->window()->findChildren<QPushButton*>()) {
-        if (button->isDefault()) {
-            button->click();
-            return;
-        }
-    }
-    throw std::runtime_error("the manager has no default button");
+    auto* const button = list->window()->findChild<QPushButton*>(QStringLiteral("OKButton"));
+    if (!button)
+        throw std::runtime_error("the manager has no OK button");
+    button->click();
 }
 
 } // namespace bench

@@ -1,6 +1,7 @@
 #include "TimedRuns.h"
 
 #include <cstdio>
+#include <ctime>
 #include <iterator>
 #include <memory>
 #include <set>
@@ -21,9 +22,15 @@ namespace bench {
 
 namespace {
 
-void PrintResult(double seconds, std::ptrdiff_t found)
+/// Seconds of all threads of this process.
+double ProcessorTime()
 {
-    std::printf("\nRESULT %.9f %td\n", seconds, found);
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+void PrintResult(double seconds, std::ptrdiff_t found, double processorSeconds)
+{
+    std::printf("\nRESULT %.9f %td %.9f\n", seconds, found, processorSeconds);
     std::fflush(stdout);
 }
 
@@ -49,8 +56,9 @@ std::vector<std::string> FindModules(const std::filesystem::path& folder)
 int RunFloor(const std::vector<std::string>& modules)
 {
     int found = 0;
+    const double processor = ProcessorTime();
     const double seconds = Seconds([&] { found = LoadAndAsk(modules); });
-    PrintResult(seconds, found);
+    PrintResult(seconds, found, ProcessorTime() - processor);
     return 0;
 }
 
@@ -66,10 +74,12 @@ int RunScan(const std::vector<std::string>& modules, const std::filesystem::path
     for (const std::string& module : modules)
         locators.emplace_back(TechnologyType::VST, zetcore::string::UTF8to16(module));
     auto scan = std::make_shared<zetaudiopluginhostui::AudioPluginScan>(nullptr);
+    const double processor = ProcessorTime();
     const double seconds =
         Seconds([&] { scan->ScanForPlugins(nullptr, locators, false, true, separateProcess); });
     auto* registry = PluginModuleInfoManager::GetInstance();
-    PrintResult(seconds, std::distance(registry->PluginInfoBegin(), registry->PluginInfoEnd()));
+    PrintResult(seconds, std::distance(registry->PluginInfoBegin(), registry->PluginInfoEnd()),
+                ProcessorTime() - processor);
 
     scan.reset();
     zetaudiopluginhostui::Terminate();

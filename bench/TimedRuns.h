@@ -10,7 +10,8 @@ namespace bench {
 std::vector<std::string> FindModules(const std::filesystem::path& folder);
 
 /// These run in a child process, which measures its own time, so that the start of the program does not
-/// count. Each prints "RESULT seconds found" and nothing after it.
+/// count. Each prints "RESULT seconds found processor-seconds" and
+/// nothing after it.
 int RunFloor(const std::vector<std::string>& modules);
 int RunScan(const std::vector<std::string>& modules, const std::filesystem::path& prefs,
             bool separateProcess);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace bench {
+
+/// Runs a command of the system's shell and returns what it writes to standard output. What it writes to
+/// standard error is dropped. Throws `std::runtime_error` when it cannot be started or fails.
+std::string CommandOutput(const std::string& command);
+
+} // namespace bench

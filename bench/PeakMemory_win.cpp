@@ -1,0 +1,10 @@
+#include "PeakMemory.h"
+
+namespace bench {
+
+ScanMemory MemoryOfChildren()
+{
+    return {};
+}
+
+} // namespace bench
