@@ -12,7 +12,7 @@ set(ZET_MAY_USE_zetaudiopluginhostui
 set(ZET_MAY_USE_zetaudiofilterscan
     zetcore zetscanprotocol zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost)
 set(ZET_MAY_USE_zetaudiopluginmanager
-    zetcore zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
+    zetcore zetscanprotocol zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui)
 # These are not shipped. The tests of the whole system see files and processes only.
 set(ZET_MAY_USE_zettesting "")
 set(ZET_MAY_USE_zete2e zetcore)

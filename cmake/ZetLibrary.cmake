@@ -2,6 +2,28 @@
 
 include("${CMAKE_CURRENT_LIST_DIR}/ZetLayers.cmake")
 
+# What users get depends neither on the folder nor on the moment in which it was built.
+if(NOT ZET_BUILD_TESTS AND NOT MSVC)
+  # Files are named from the folder of the build, which is how the compiler's cache names them, too: what comes from the
+  # cache is then the same as what is compiled without it. The last fitting rule counts.
+  file(RELATIVE_PATH sources_from_build "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
+  if(NOT sources_from_build MATCHES "^[./]*$")
+    # The build is outside the sources, and no name may tell where.
+    set(sources_from_build ./)
+  endif()
+  add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=${sources_from_build}"
+    "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build" "-ffile-prefix-map=${PROJECT_BINARY_DIR}/=")
+  if(MINGW)
+    add_link_options(LINKER:--no-insert-timestamp)
+  endif()
+endif()
+
+# Wine maps the sections of a file that begin at a page, and copies all others whenever a program starts.
+set(ZET_PAGE_ALIGNMENT --file-alignment=4096)
+if(ZET_BUILD_TESTS AND MINGW)
+  add_link_options(LINKER:${ZET_PAGE_ALIGNMENT})
+endif()
+
 add_custom_target(zet_headers_alone)
 # Builds the tests that run under the thread sanitizer.
 add_custom_target(zet_thread_tests)
@@ -27,6 +49,32 @@ function(zet_compile_settings target)
   zet_sanitize(${target})
 endfunction()
 
+# zet_join_files(TARGET TESTS|ALL): compiles several of the target's files together where ZET_JOIN_FILES wants that.
+# Most of the time that a file takes goes into headers that its neighbours include, too.
+function(zet_join_files target kind)
+  if(ZET_JOIN_FILES STREQUAL "ALL" OR ZET_JOIN_FILES STREQUAL kind)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+    if(NOT MSVC)
+      # A name in one file may hide one of a file before it. Builds of single files warn of names hidden within one.
+      target_compile_options(${target} PRIVATE -Wno-shadow)
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      # What GCC takes for a header here is a file that only this unit includes.
+      target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+    endif()
+  endif()
+endfunction()
+
+# zet_test_settings(TARGET): how programs of tests are compiled.
+function(zet_test_settings target)
+  zet_compile_settings(${target})
+  zet_join_files(${target} TESTS)
+  if(NOT MSVC)
+    # To optimize a test takes longer than to run it.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+  endif()
+endfunction()
+
 function(zet_sanitize target)
   if(ZET_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZET_SANITIZE} -fno-omit-frame-pointer
@@ -42,17 +90,40 @@ function(zet_sanitize target)
   endif()
 endfunction()
 
+# zet_export_map(LIBRARY RESULT namespaces...): the linker's script with which the library exports these namespaces.
+function(zet_export_map name result)
+  if(ZET_SANITIZE)
+    # The sanitizers' own names must be shared by all libraries.
+    set(${result} "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map" PARENT_SCOPE)
+    return()
+  endif()
+  set(ZET_EXPORTED_NAMES "")
+  foreach(namespace IN LISTS ARGN)
+    string(LENGTH "${namespace}" length)
+    set(mangled "${length}${namespace}")
+    # Functions, types, thunks, and the variables of inline functions with their guards.
+    foreach(kind IN ITEMS N NK TIN TSN TVN TTN TCN Thn*_N Thn*_NK Tv*_N Tv*_NK ZN ZNK GVN GVZN GVZNK)
+      string(APPEND ZET_EXPORTED_NAMES "    _Z${kind}${mangled}*;\n")
+    endforeach()
+  endforeach()
+  set(map "${PROJECT_BINARY_DIR}/generated/exports/${name}.map")
+  configure_file("${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map.in" "${map}" @ONLY)
+  set(${result} "${map}" PARENT_SCOPE)
+endfunction()
+
 # zet_library(NAME
 #   SOURCES files, POSIX files, WIN files      the sources, and those of one platform
 #   USES libs, PRIVATE_USES libs               libraries of ours
 #   LINK targets, PRIVATE_LINK targets         libraries of others
 #   [INCLUDE dir]                              the folder of public headers, include/ by default
+#   [SHARES_HEADERS]                           the headers there are another library's, which checks them
 #   [LAYER name]                               the layer that it is a part of; by default it is a layer itself
+#   [ALSO_EXPORTS namespaces]                  namespaces beside its own whose names it exports
 #   [STATIC])                                  makes a static library instead of a shared one
 # A library's tests are declared with zet_test. They are linked with its objects, so that they reach what is not
 # exported. Their fixtures are in the library's folder testing/, of which production code knows nothing.
 function(zet_library name)
-  cmake_parse_arguments(ARG "STATIC" "INCLUDE;LAYER" "SOURCES;POSIX;WIN;USES;PRIVATE_USES;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ARG "STATIC;SHARES_HEADERS" "INCLUDE;LAYER" "SOURCES;POSIX;WIN;USES;PRIVATE_USES;LINK;PRIVATE_LINK;ALSO_EXPORTS" ${ARGN})
   if(ARG_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "zet_library(${name}): unknown arguments ${ARG_UNPARSED_ARGUMENTS}")
   endif()
@@ -81,6 +152,7 @@ function(zet_library name)
   add_library(${name}_objects OBJECT ${ARG_SOURCES})
   set_property(GLOBAL APPEND PROPERTY ZET_LIBRARIES ${name})
   zet_compile_settings(${name}_objects)
+  zet_join_files(${name}_objects ALL)
   target_compile_definitions(${name}_objects PRIVATE ${name}_EXPORTS)
   target_include_directories(${name}_objects
     PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}" "${generated}"
@@ -95,7 +167,10 @@ function(zet_library name)
     # If CMake replaced the path on installation, it would pad it with empty entries, which mean the current folder.
     set_target_properties(${name} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     if(NOT WIN32)
-      target_link_options(${name} PRIVATE "LINKER:--version-script=${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map")
+      set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+      zet_export_map(${name} map ${name} ${ARG_ALSO_EXPORTS})
+      target_link_options(${name} PRIVATE "LINKER:--version-script=${map}")
     endif()
   endif()
   # The libraries have the same file names, whichever compiler made them.
@@ -112,7 +187,7 @@ function(zet_library name)
   zet_layer(${name} ${ARG_LAYER})
   zet_layer(${name}_objects ${ARG_LAYER})
 
-  if(has_headers)
+  if(has_headers AND NOT ARG_SHARES_HEADERS)
     zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}")
   endif()
 endfunction()
@@ -177,7 +252,7 @@ function(zet_test library)
     set(ARG_NAME ${library}Test)
   endif()
   add_executable(${ARG_NAME} ${ARG_FILES})
-  zet_compile_settings(${ARG_NAME})
+  zet_test_settings(${ARG_NAME})
   zet_layer_of(${library} layer)
   zet_layer(${ARG_NAME} ${layer} TEST)
   target_compile_definitions(${ARG_NAME} PRIVATE ${library}_EXPORTS)
@@ -220,5 +295,5 @@ function(zet_discover_tests target)
     set(labels LABELS threads)
   endif()
   gtest_discover_tests(${target}
-    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ${labels})
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 900 ${labels})
 endfunction()

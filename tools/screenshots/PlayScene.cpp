@@ -11,15 +11,17 @@
 #include <QFontDatabase>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
+#include <QWindow>
 #include <zetcore/string/Utf.h>
 #include <zetui/skins/Skins.h>
 
 #include "commands/CommandLine.h"
 #include "screenshots/SavePicture.h"
+#include "screenshots/SceneActions.h"
+#include "screenshots/SceneWindows.h"
 #include "screenshots/StepRunner.h"
 
 namespace screenshots {
@@ -27,49 +29,6 @@ namespace screenshots {
 namespace {
 
 namespace fs = std::filesystem;
-
-QWidget* Modal()
-{
-    QWidget* const window = QApplication::activeModalWidget();
-    return window && window->isVisible() ? window : nullptr;
-}
-
-/// A control by its name in the layout archive; null while the window does not have it.
-QWidget* Control(const char* id)
-{
-    QWidget* const window = Modal();
-    return window ? window->findChild<QWidget*>(QString::fromLatin1(id)) : nullptr;
-}
-
-bool IsManager()
-{
-    return Control("OKButton") != nullptr;
-}
-
-bool IsProgress()
-{
-    return Modal() && Modal()->findChild<QProgressBar*>();
-}
-
-bool IsAlert()
-{
-    return Modal() && !IsManager() && !IsProgress();
-}
-
-bool Click(const char* id)
-{
-    QWidget* const control = Control(id);
-    if (!control || !control->isEnabled())
-        return false;
-    QTest::mouseClick(control, Qt::LeftButton, {}, control->rect().center());
-    return true;
-}
-
-bool PressEscape()
-{
-    QTest::keyClick(Modal(), Qt::Key_Escape);
-    return true;
-}
 
 /// Answers all questions with no, until the manager is there.
 bool LeaveAlerts()
@@ -83,6 +42,13 @@ bool EndsWithNote(Action action)
 {
     return action == Action::NoteOfOne || action == Action::NoteOfMany ||
            action == Action::NoteWithoutScanner;
+}
+
+/// The picture shows a window in front of the manager.
+bool IsProgressOrAlert(Action action)
+{
+    return action == Action::ScanAndCancel || action == Action::ScanWithHang ||
+           action == Action::AskForDefaultFolders || action == Action::ShowLog;
 }
 
 class SceneSteps
@@ -110,7 +76,9 @@ std::function<bool()> SceneSteps::Picture(const std::string& name) const
 {
     return [file = pictures / (name + ".png")] {
         QWidget* const window = Modal();
-        if (!window)
+        // A window system shows a window later than Qt does, and a picture of the screen lacks it until then.
+        const QWindow* const shown = window ? window->windowHandle() : nullptr;
+        if (!shown || !shown->isExposed())
             return false;
         // Only posted events are handled. A timer would begin the next step, which may close the window.
         QApplication::sendPostedEvents();
@@ -202,39 +170,14 @@ void SceneSteps::AddTo(StepRunner& runner) const
         AddNote(runner);
         return;
     }
-    if (scene.action == Action::ScanAndCancel) {
-        runner.Then("all plug-ins", [] { return Click("RescanExisting"); });
-        runner.Then("the scan command", [] { return Click("UpdateButton"); });
-        runner.Then("the scan's progress", [] {
-            const auto* const bar = IsProgress() ? Modal()->findChild<QProgressBar*>() : nullptr;
-            return bar && bar->maximum() > 0 && bar->value() * 3 >= bar->maximum();
-        });
-    } else if (scene.action == Action::AskForDefaultFolders) {
-        runner.Then("the command for default folders", [] { return Click("DefaultDirectoriesButton"); });
-        runner.Then("the question", IsAlert);
-    } else if (scene.action == Action::FindNothing) {
-        runner.Then("the find text", [] {
-            QTest::keyClicks(Control("FindTextEdit"), QStringLiteral("no plug-in has this"));
-            return true;
-        });
-    } else if (scene.action == Action::MoveToCell) {
-        runner.Then("the cell", [] {
-            QWidget* const list = Control("PluginList");
-            list->setFocus(Qt::TabFocusReason);
-            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right})
-                QTest::keyClick(QApplication::focusWidget(), key);
-            return true;
-        });
-    } else if (scene.action == Action::PickButton) {
-        runner.Then("the button in a row", [] {
-            QWidget* const button = Control("PluginList")->findChild<QPushButton*>();
-            if (button)
-                button->setFocus(Qt::MouseFocusReason);
-            return button != nullptr;
-        });
-    }
+    AddAction(runner, scene, folders);
     runner.Then("the picture", Picture(scene.name));
-    if (scene.action == Action::ScanAndCancel || scene.action == Action::AskForDefaultFolders) {
+    if (scene.action == Action::OpenMenu)
+        runner.Then("the menu's end", [] {
+            QApplication::activePopupWidget()->close();
+            return true;
+        });
+    if (IsProgressOrAlert(scene.action)) {
         runner.Then("Escape", PressEscape);
         runner.Then("the manager again", LeaveAlerts);
     }
@@ -271,6 +214,10 @@ void PlayScene(const Scene& scene, const SceneFolders& folders, const fs::path& 
         folders.AddManyChanges(preferences);
     else if (EndsWithNote(scene.action))
         folders.AddNewPlugins(preferences);
+    if (scene.action == Action::OfflineFolder)
+        folders.AddOfflineFolder(preferences);
+    if (scene.action == Action::ScanWithHang)
+        folders.AddHang(preferences);
     zetui::skins::SetScheme(scene.dark ? zetui::skins::Scheme::Dark : zetui::skins::Scheme::Light);
 
     StepRunner runner;

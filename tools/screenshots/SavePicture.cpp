@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
@@ -30,6 +31,17 @@ QPixmap WithParent(QWidget& window)
     return picture;
 }
 
+QPixmap WithPopup(QWidget& window)
+{
+    QPixmap picture = WithParent(window);
+    QWidget* const popup = QApplication::activePopupWidget();
+    if (!popup)
+        return picture;
+    const QPoint corner = popup->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint());
+    QPainter(&picture).drawPixmap(corner, popup->grab());
+    return picture;
+}
+
 /// Takes the part of the screen with the window and its parents.
 QPixmap FromScreen(QWidget& window)
 {
@@ -39,7 +51,10 @@ QPixmap FromScreen(QWidget& window)
         each->repaint();
         part |= each->frameGeometry();
     }
-    QGuiApplication::sync();
+    if (const QWidget* const popup = QApplication::activePopupWidget())
+        part |= popup->frameGeometry();
+    // `QGuiApplication::sync` would handle events and so begin the next step. The server answers in order
+    // anyway.
     QScreen& screen = *window.screen();
     part &= screen.geometry();
     return screen.grabWindow(0, part.x(), part.y(), part.width(), part.height());
@@ -50,8 +65,7 @@ QPixmap FromScreen(QWidget& window)
 void SavePicture(QWidget& window, const std::filesystem::path& file)
 {
     const bool isShown = QGuiApplication::platformName() == QStringLiteral("xcb");
-    if (!(isShown ? FromScreen(window) : WithParent(window))
-             .save(QString::fromStdU16String(file.u16string())))
+    if (!(isShown ? FromScreen(window) : WithPopup(window)).save(QString::fromStdU16String(file.u16string())))
         throw std::runtime_error("cannot write " + file.string());
 }
 

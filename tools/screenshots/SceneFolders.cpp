@@ -14,6 +14,7 @@
 #include <zetcore/string/Utf.h>
 
 #include "commands/CommandLine.h"
+#include "screenshots/DriveThatIsAway.h"
 #include "session/WindowSettings.h"
 #include "terminal/Console.h"
 
@@ -23,9 +24,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array badSamples{"crash_on_load", "crash_in_entry", "aborts", "overflows_stack",
-                                "loops_forever"};
+constexpr std::array badSamples{"crash_on_load", "crash_in_entry", "aborts", "overflows_stack"};
+/// Names that users choose, because pictures show them.
+constexpr char samplesFolder[] = "Plug-Ins", newsFolder[] = "New Plug-Ins", slowFolder[] = "Old Plug-Ins";
+constexpr char slowSample[] = "loops_forever";
 constexpr unsigned nameColumn = 2;
+constexpr char debugDatabase[] = "ZET_DEBUG_DATABASE";
 
 std::string Utf8(const fs::path& path)
 {
@@ -33,16 +37,27 @@ std::string Utf8(const fs::path& path)
     return {text.begin(), text.end()};
 }
 
-fs::path Sample(const std::string& name)
+/// Throws `std::runtime_error` if the sample has not been built.
+fs::path BuiltSample(const std::string& name)
 {
-    return fs::path(ZET_SAMPLE_PLUGINS) / (name + ZET_MODULE_SUFFIX);
+    fs::path sample = fs::path(ZET_SAMPLE_PLUGINS) / name;
+    if (!fs::exists(sample))
+        throw std::runtime_error("the sample " + Utf8(sample) +
+                                 " is missing; build the target zettestplugins first");
+    return sample;
+}
+
+fs::path BuiltModule(const std::string& name)
+{
+    return BuiltSample(name + ZET_MODULE_SUFFIX);
 }
 
 /// Copies a sample to this folder under this name.
 void CopySample(const std::string& sample, const fs::path& folder, const std::string& name)
 {
     fs::create_directories(folder);
-    fs::copy_file(Sample(sample), folder / (name + ZET_MODULE_SUFFIX), fs::copy_options::overwrite_existing);
+    fs::copy_file(BuiltModule(sample), folder / (name + ZET_MODULE_SUFFIX),
+                  fs::copy_options::overwrite_existing);
 }
 
 void UsePreferences(const fs::path& folder)
@@ -64,15 +79,11 @@ SceneFolders::SceneFolders(fs::path rootFolder) : root(std::move(rootFolder)) {}
 
 void SceneFolders::Build(bool scanned) const
 {
-    const fs::path built(ZET_SAMPLE_PLUGINS), samples = root / "samples", empty = root / "empty";
+    const fs::path samples = root / samplesFolder, empty = root / "empty";
     fs::create_directories(samples);
-    if (fs::exists(built / "good"))
-        fs::copy(built / "good", samples, fs::copy_options::recursive);
-    for (const char* const bad : badSamples) {
-        const fs::path file = Sample("bad/" + std::string(bad));
-        if (fs::exists(file))
-            fs::copy_file(file, samples / file.filename());
-    }
+    fs::copy(BuiltSample("good"), samples, fs::copy_options::recursive);
+    for (const char* const bad : badSamples)
+        CopySample("bad/" + std::string(bad), samples, bad);
     fs::create_directories(empty);
     Host(empty, {"folders", "add", Utf8(samples)});
     UsePreferences(empty);
@@ -85,6 +96,12 @@ void SceneFolders::Build(bool scanned) const
     const fs::path filled = root / "filled";
     fs::copy(empty, filled, fs::copy_options::recursive);
     Host(filled, {"scan"});
+    // The time limit for all would also end plug-ins that are slow on a busy machine.
+    CopySample("bad/" + std::string(slowSample), root / slowFolder, slowSample);
+    Host(filled, {"folders", "add", Utf8(root / slowFolder)});
+    zetaudiopluginmanager::SetEnvironmentText(debugDatabase, "zetaudiofilterscan.EntityTimeoutSeconds=2");
+    Host(filled, {"scan"});
+    zetaudiopluginmanager::SetEnvironmentText(debugDatabase, "");
 }
 
 fs::path SceneFolders::CopyOfPreferences(bool filled) const
@@ -106,7 +123,7 @@ fs::path SceneFolders::UnusablePreferences() const
 void SceneFolders::LeaveMarkerOfCrash(const fs::path& preferences) const
 {
     UsePreferences(preferences);
-    const fs::path plugin = root / "samples" / (std::string("vst2_synth") + ZET_MODULE_SUFFIX);
+    const fs::path plugin = root / samplesFolder / (std::string("vst2_synth") + ZET_MODULE_SUFFIX);
     const zetaudiofilterhost::PluginLocator locator(zetaudiofilterhost::TechnologyType::VST,
                                                     zetcore::string::UTF8to16(Utf8(plugin)));
     const std::string marker =
@@ -119,7 +136,7 @@ void SceneFolders::LeaveMarkerOfCrash(const fs::path& preferences) const
 
 void SceneFolders::AddNewPlugins(const fs::path& preferences) const
 {
-    const fs::path news = root / "news";
+    const fs::path news = root / newsFolder;
     fs::remove_all(news);
     CopySample("good/vst2_synth", news, "Slow River");
     CopySample("bad/crash_in_entry", news, "Bright Hall Reverb");
@@ -129,7 +146,7 @@ void SceneFolders::AddNewPlugins(const fs::path& preferences) const
 void SceneFolders::AddManyChanges(const fs::path& preferences) const
 {
     AddNewPlugins(preferences);
-    const fs::path news = root / "news";
+    const fs::path news = root / newsFolder;
     const std::string edition = " Mastering Suite 2031 Professional Edition (64-bit)";
     constexpr std::array old{"Amber", "Birch", "Cedar", "Delta", "Ember", "Fjord", "Grove", "Heath", "Inlet"};
     for (const std::string name : old)
@@ -148,6 +165,29 @@ void SceneFolders::AddManyChanges(const fs::path& preferences) const
     }
     zetaudiopluginmanager::SetEnvironmentText("ZET_FAULT", faults);
     zetcore::debug::ResetFaults();
+}
+
+void SceneFolders::AddOfflineFolder(const fs::path& preferences) const
+{
+    Host(preferences, {"folders", "add", "--offline", folderOnDriveThatIsAway});
+}
+
+void SceneFolders::AddHang(const fs::path& preferences) const
+{
+    const fs::path news = root / newsFolder;
+    fs::remove_all(news);
+    CopySample("good/vst2_synth", news, "Slow River");
+    CopySample("good/vst2_effect", news, "Amber Delay");
+    CopySample("bad/loops_forever", news, nameOfHang);
+    Host(preferences, {"folders", "add", Utf8(news)});
+    Host(preferences, {"folders", "remove", Utf8(root / samplesFolder)});
+}
+
+fs::path SceneFolders::MoreFolder() const
+{
+    fs::path folder = root / "More Plug-Ins";
+    fs::create_directories(folder);
+    return folder;
 }
 
 void SceneFolders::TakeScannerAway() const

@@ -10,6 +10,9 @@
 #include <vector>
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -23,7 +26,7 @@ namespace fs = std::filesystem;
 constexpr char usage[] = "usage: screenshots [--drive | --only NAME]... FOLDER\n"
                          "Writes pictures of the Audio Plug-In Manager into the folder.\n"
                          "  --drive      scan, find, switch one off and confirm, as a user does\n"
-                         "  --only NAME  this picture\n";
+                         "  --only NAME  this picture; NAME@1.5 takes it at that scale\n";
 
 fs::path PathOf(const QString& text)
 {
@@ -35,14 +38,43 @@ const QString platformVariable = QStringLiteral("QT_QPA_PLATFORM"), offscreen = 
 /// Takes one picture in this process. The arguments are: --play NAME SCENE-FOLDERS FOLDER.
 int PlayInThisProcess(const std::vector<QString>& arguments)
 {
-    const Scene& scene = FindScene(arguments[1].toStdString());
+    const Scene scene = FindScene(arguments[1].toStdString());
     PlayScene(scene, SceneFolders(PathOf(arguments[2])), PathOf(arguments[3]));
     return 0;
 }
 
+/// The home of the user of the scenes. Pictures show its path, which is always the same, except where another
+/// process is taking pictures. It goes when the pictures are taken.
+class SceneHome
+{
+  public:
+    SceneHome() : inUse(path + QStringLiteral(".lock"))
+    {
+        inUse.setStaleLockTime(0);
+        if (!inUse.tryLock())
+            path = other.path();
+        fs::remove_all(PathOf(path));
+        fs::create_directories(PathOf(path));
+    }
+    ~SceneHome()
+    {
+        std::error_code ignored;
+        fs::remove_all(PathOf(path), ignored);
+    }
+    SceneHome(const SceneHome&) = delete;
+    SceneHome& operator=(const SceneHome&) = delete;
+
+    const QString& Path() const { return path; }
+
+  private:
+    QString path = QDir::tempPath() + QStringLiteral("/Studio");
+    QLockFile inUse;
+    QTemporaryDir other;
+};
+
 bool PlayInChildProcess(const std::string& name, const QString& sceneFolders, const QString& folder)
 {
-    const Scene& scene = FindScene(name);
+    const Scene scene = FindScene(name);
     std::ofstream(PathOf(sceneFolders) / "screen.json")
         << R"({"screens": [{"name": "one", "x": 0, "y": 0, "width": )" << scene.screen.width()
         << R"(, "height": )" << scene.screen.height() << "}]}";
@@ -85,14 +117,15 @@ int TakePictures(const std::vector<QString>& arguments)
             names.push_back(scene.name);
     fs::create_directories(PathOf(folder));
 
-    const QTemporaryDir sceneFolders;
+    const SceneHome sceneFolders;
+    qputenv("HOME", QFile::encodeName(sceneFolders.Path()));
     bool needsScan = false;
     for (const std::string& name : names)
         needsScan = needsScan || FindScene(name).content == Content::Plugins;
-    SceneFolders(PathOf(sceneFolders.path())).Build(needsScan);
+    SceneFolders(PathOf(sceneFolders.Path())).Build(needsScan);
     bool fine = true;
     for (const std::string& name : names)
-        fine = PlayInChildProcess(name, sceneFolders.path(), folder) && fine;
+        fine = PlayInChildProcess(name, sceneFolders.Path(), folder) && fine;
     return fine ? 0 : 1;
 }
 
@@ -103,9 +136,6 @@ int main(int argumentCount, char** argumentTexts)
     const bool plays = argumentCount == 5 && std::strcmp(argumentTexts[1], "--play") == 0;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    // One sample never returns. It would hold up every scan for the default time limit.
-    if (!qEnvironmentVariableIsSet("ZET_DEBUG_DATABASE"))
-        qputenv("ZET_DEBUG_DATABASE", "zetaudiofilterscan.EntityTimeoutSeconds=2");
     try {
         const QApplication application(argumentCount, argumentTexts);
         const QStringList texts = QCoreApplication::arguments();

@@ -1,0 +1,57 @@
+# The headers that are installed. Hosts are written against the first list: these stay as they are for as long as the
+# first two numbers of the version do. The second list holds what those include. All other headers are between our
+# libraries, and are not installed.
+set(ZET_STABLE_HEADERS
+  zetaudiofilterhost/PluginModuleInfoManager.h
+  zetaudiopluginhost/BannedPluginManager.h
+  zetaudiopluginhostui/AudioPluginManager.h
+  zetaudiopluginhostui/AudioPluginManagerSettings.h
+  zetaudiopluginhostui/AudioPluginScan.h
+  zetaudiopluginhostui/Module.h
+  zetaudiopluginhostui/ScanEnd.h
+  zetaudiopluginhostui/ScanLimits.h
+  zetcore/config/Localizer.h
+  zetcore/debug/DebugDatabase.h
+  zetcore/debug/Trace.h
+  zetcore/filesupport/paths/CommonDirs.h
+  zetcore/filesupport/paths/Dir.h
+  zetcore/filesupport/paths/FileException.h
+  zetcore/signals/Signal.h
+  zetcore/string/Utf.h
+  zetcore/threads/MainThread.h
+  zetcore/threads/PlainEventLoop.h
+  zetcore/utility/ClientName.h
+  zetui/application/Application.h
+  zetui/archiveddialog/ControlStore.h
+  zetui/dialogs/ProgressPresentation.h
+  zetui/dialogs/TerminalPresentation.h
+  zetui/screen/WindowVariant.h
+  zetui/skins/Skins.h)
+set(ZET_NEEDED_HEADERS
+  zetaudiofilterhost/Export.h
+  zetaudiofilterhost/ModuleFileStamp.h
+  zetaudiofilterhost/PluginLocator.h
+  zetaudiofilterhost/PluginModuleInfo.h
+  zetaudiofilterhost/PluginTechnology.h
+  zetaudiopluginhost/Export.h
+  zetaudiopluginhost/PluginFailure.h
+  zetaudiopluginhostui/Export.h
+  zetaudiopluginhostui/ExportedType.h
+  zetcore/Export.h
+  zetcore/filesupport/paths/File.h
+  zetcore/geom/RectT.h
+  zetcore/signals/Connection.h
+  zetcore/signals/ScopedConnection.h
+  zetcore/signals/SlotList.h
+  zetcore/utility/EnableSharedAs.h
+  zetcore/utility/NullPtrException.h
+  zetcore/utility/Reason.h
+  zetui/Export.h
+  zetui/dialogs/UI_Dialog.h
+  zetui/dialogs/UI_ProgressDialog.h
+  zetui/pixmill/SupplierInterface.h
+  zetui/pixmill/Types.h
+  zetui/utility/IntrusivePtr.h
+  zetui/utility/RefCountedObject.h
+  zetui/utility/RefCountedObjectWithWeakPtr.h)
+set(ZET_PUBLIC_HEADERS ${ZET_STABLE_HEADERS} ${ZET_NEEDED_HEADERS})

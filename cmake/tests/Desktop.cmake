@@ -1,0 +1,52 @@
+cmake_minimum_required(VERSION 3.25)
+# cmake -DDESKTOP=the desktop file -DMETAINFO=the description for software centres -DTABLES=the string tables' folder
+#       -DVERSION=the version -DSVG=the drawing -P Desktop.cmake
+# The program has one name: in the window's title, in the desktop's menu and in software centres. Where the desktop's own
+# tools are installed, they judge the files, too.
+foreach(language IN ITEMS de en es fr ja zh-Hans)
+  file(STRINGS "${TABLES}/${language}.txt" title REGEX "AudioPluginManager/DialogTitle\"=" ENCODING UTF-8)
+  string(REGEX REPLACE ".*=\"(.*)\"$" "\\1" title "${title}")
+  set(key "Name[${language}]")
+  if(language STREQUAL "en")
+    set(key "Name")
+  elseif(language STREQUAL "zh-Hans")
+    set(key "Name[zh_CN]")
+  endif()
+  file(STRINGS "${DESKTOP}" lines ENCODING UTF-8)
+  list(FIND lines "${key}=${title}" place)
+  if(title STREQUAL "" OR place EQUAL -1)
+    message(SEND_ERROR "${DESKTOP}: there is no '${key}=${title}', which is the window's title")
+  endif()
+endforeach()
+
+get_filename_component(id "${DESKTOP}" NAME_WLE)
+file(READ "${METAINFO}" metainfo)
+foreach(text IN ITEMS "<id>${id}</id>" "<release version=\"${VERSION}\" date=" "<name>Audio Plug-In Manager</name>"
+                      "<launchable type=\"desktop-id\">${id}.desktop</launchable>")
+  string(FIND "${metainfo}" "${text}" place)
+  if(place EQUAL -1)
+    message(SEND_ERROR "${METAINFO} lacks ${text}")
+  endif()
+endforeach()
+file(STRINGS "${DESKTOP}" icon REGEX "^Icon=")
+get_filename_component(drawing "${SVG}" NAME_WLE)
+if(NOT icon STREQUAL "Icon=${drawing}")
+  message(SEND_ERROR "${DESKTOP}: '${icon}' is not the name of the drawing, ${drawing}")
+endif()
+
+find_program(desktop_file_validate desktop-file-validate)
+if(desktop_file_validate)
+  execute_process(COMMAND "${desktop_file_validate}" "${DESKTOP}" RESULT_VARIABLE result
+    OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(result OR output)
+    message(SEND_ERROR "desktop-file-validate: ${output}")
+  endif()
+endif()
+find_program(appstreamcli appstreamcli)
+if(appstreamcli)
+  execute_process(COMMAND "${appstreamcli}" validate --no-net "${METAINFO}" RESULT_VARIABLE result
+    OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(result)
+    message(SEND_ERROR "appstreamcli: ${output}")
+  endif()
+endif()

@@ -1,0 +1,15 @@
+# cmake -DDOCUMENT=embedding.md -DEXAMPLES=its folder of examples -P Examples.cmake
+# Every example stands in the document in whole, as it is built and run by the tests.
+file(READ "${DOCUMENT}" document)
+file(GLOB_RECURSE files "${EXAMPLES}/*.cpp" "${EXAMPLES}/*.py" "${EXAMPLES}/CMakeLists.txt")
+list(LENGTH files count)
+if(count LESS 5)
+  message(FATAL_ERROR "there are only ${count} files of examples in ${EXAMPLES}")
+endif()
+foreach(file IN LISTS files)
+  file(READ "${file}" text)
+  string(FIND "${document}" "\n${text}```\n" position)
+  if(position EQUAL -1)
+    message(FATAL_ERROR "${DOCUMENT} does not hold the text of ${file} as a fenced block")
+  endif()
+endforeach()

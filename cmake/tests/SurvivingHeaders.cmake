@@ -1,0 +1,33 @@
+# cmake "-DHEADERS=..." "-DINCLUDES=..." -DCOMPILER=... -DWORK=a scratch folder -DFOREIGN=ForeignNames.h
+#       -P SurvivingHeaders.cmake
+# Compiles all headers behind Xlib's and Qt's macros, before them, and in the opposite order.
+file(MAKE_DIRECTORY "${WORK}")
+list(LENGTH HEADERS count)
+if(count LESS 40)
+  message(FATAL_ERROR "there are only ${count} headers")
+endif()
+list(TRANSFORM INCLUDES PREPEND "-I")
+set(opposite ${HEADERS})
+list(REVERSE opposite)
+set(ours "")
+foreach(header IN LISTS HEADERS)
+  string(APPEND ours "#include <${header}>\n")
+endforeach()
+set(ours_opposite "")
+foreach(header IN LISTS opposite)
+  string(APPEND ours_opposite "#include <${header}>\n")
+endforeach()
+set(foreign "#include \"${FOREIGN}\"\n")
+set(first "${foreign}${ours}")
+set(last "${ours}${foreign}")
+set(backwards "${foreign}${ours_opposite}")
+# A host names our signals after the macros, too.
+set(use "zetcore::events::ScopedConnection connection;\n")
+foreach(order IN ITEMS first last backwards)
+  file(WRITE "${WORK}/${order}.cpp" "${${order}}${use}")
+  execute_process(COMMAND ${COMPILER} -std=c++20 -fsyntax-only ${INCLUDES} "${WORK}/${order}.cpp"
+    RESULT_VARIABLE result ERROR_VARIABLE error)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "order '${order}': ${error}")
+  endif()
+endforeach()

@@ -1,0 +1,7 @@
+#include "screenshots/DriveThatIsAway.h"
+
+namespace screenshots {
+
+const char* const folderOnDriveThatIsAway = "/mnt/Studio Drive/Plug-Ins";
+
+} // namespace screenshots
