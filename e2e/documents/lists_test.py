@@ -128,9 +128,18 @@ def logs():
 
 def build_options():
     """The README's table has each option of the build."""
-    text = (SOURCE / "CMakeLists.txt").read_text(encoding="utf-8")
-    real = set(re.findall(r"^option\((\w+)", text, re.M)) | set(re.findall(r"^set\((ZET_\w+) .*CACHE STRING", text, re.M))
-    documented = {name for name in first_column(section("README.md", "Try it")) if name.startswith("ZET_")}
+    real = set()
+    for path in [*SOURCE.glob("*.txt"), *(file for folder in (*FOLDERS, "cmake", "e2e", "testing", "tools", "bench", "fuzz")
+                                          for name in ("CMakeLists.txt", "*.cmake") for file in (SOURCE / folder).rglob(name))]:
+        # What a toolchain asks for is in the page about Windows.
+        if "toolchains" in path.parts:
+            continue
+        text = path.read_text(encoding="utf-8")
+        real |= set(re.findall(r"^ *option\((\w+)", text, re.M))
+        real |= set(re.findall(r"^ *set\((\w+) [^()]*CACHE (?:STRING|BOOL|PATH|FILEPATH)", text, re.M))
+        # A program that is used where it is found, unless one says no.
+        real |= set(re.findall(r"^ *find_program\((\w+)[^()]*\bOFF\b", text, re.M))
+    documented = first_column(section("README.md", "Try it"))
     return compare("option of the build", documented, real)
 
 
