@@ -94,8 +94,10 @@ class Manager:
         path.unlink(missing_ok=True)
         shutil.copy(self.samples / sample, path)
 
-    def open(self):
-        self.process = subprocess.Popen(self.command("manage"), preexec_fn=end_with_parent)
+    def open(self, host=None):
+        """Opens the program's window, or that of another host with these preferences."""
+        command = [host, str(self.prefs)] if host else self.command("manage")
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True, preexec_fn=end_with_parent)
         self.application = wait_for(self._find_application, "the program is on the accessibility bus")
         wait_for(lambda: self.window("Audio Plug-In Manager"), "the window is open")
 
@@ -124,10 +126,13 @@ class Manager:
         act(self.find(pyatspi.ROLE_PUSH_BUTTON, name), "Press")
 
     def end(self, button="OK"):
+        """Gives what the program has printed."""
         self.press(button)
         wait_for(lambda: self.process.poll() is not None, f"{button} ends the program")
         assert self.process.returncode == 0, self.process.returncode
+        printed = self.process.communicate()[0]
         self.process = None
+        return printed
 
     def list(self):
         return self.find(pyatspi.ROLE_TABLE, "Available Plug-Ins:")

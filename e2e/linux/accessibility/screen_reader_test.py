@@ -12,6 +12,7 @@ from desktop import Desktop
 options = argparse.ArgumentParser()
 options.add_argument("--program", required=True)
 options.add_argument("--samples", required=True)
+options.add_argument("--example", required=True, help="the host that the documents show")
 
 
 def window_classes(display_name):
@@ -185,6 +186,18 @@ class ScreenReader(unittest.TestCase):
         [name] = self.manager.names()
         self.manager.end()
         self.assertTrue(self.manager.listed()[name]["enabled"])
+
+    def test_the_host_of_the_documents_has_the_window(self):
+        self.manager.install("good/vst2_effect.so", "effect.so")
+        self.manager.install("bad/crash_on_load.so", "broken.so")
+        self.manager.run("--timeout", "20", "scan")
+        never = f"never load {self.manager.plugins}/broken.so\n"
+        self.manager.open(chosen.example)
+        name = next(each for each in self.manager.names() if each != "broken.so")
+        self.assertEqual(self.manager.end("Cancel"), f"use {name}\n{never}")
+        self.manager.open(chosen.example)
+        m.act(self.manager.cell(name, m.ENABLED), "Toggle")
+        self.assertEqual(self.manager.end(), f"the list has changed\n{never}")
 
     def leave_notes(self, condition):
         """Waits for the condition, and for the end of the scan with its windows. Notes are answered with OK."""
