@@ -71,4 +71,21 @@ stand_in git 'exit 0'
 stand_in xargs 'exit 0'
 run_dev format
 refuse missing: "$work/said"
+
+# What follows the preset goes to ctest, and an unknown preset is refused.
+fresh
+for tool in cut mkdir; do ln -s "$(command -v $tool)" "$bin/$tool"; done
+stand_in dpkg-query 'echo "install ok installed"'
+stand_in apt-get 'exit 1'
+stand_in cmake 'echo "$*" >>"$HOME/cmake"'
+stand_in ctest 'echo "$*" >>"$HOME/ctest"'
+run_dev test asan -R 'Some.Name'
+expect '--build --preset asan' "$work/cmake"
+expect '--preset asan ' "$work/ctest"
+expect ' --no-tests=error -R Some.Name' "$work/ctest"
+run_dev test -R Other
+expect '--preset release ' "$work/ctest"
+expect ' -R Other' "$work/ctest"
+run_dev test profile -R Other && exit 1
+expect "there is no preset 'profile'" "$work/said"
 rm -rf "$work"
