@@ -313,6 +313,21 @@ TEST_F(CrashRecoveryTest, AMarkerThatCannotBeDeletedIsToldAndTheRegistryIsLoaded
     EXPECT_NE(registry.Find(other), nullptr);
 }
 
+TEST_F(CrashRecoveryTest, WhatAPresentationThrowsPassesToTheHostAndTheNextStartTellsAgain)
+{
+    const PluginLocator other{TechnologyType::VST, L"/plugins/other.so"};
+    SaveToRegistry(other);
+    WriteMarker(plugin);
+    shown.onAlert = [] { throw std::logic_error("the host's own trouble"); };
+    EXPECT_THROW(Start(), std::logic_error);
+    EXPECT_TRUE(std::filesystem::exists(marker)) << "nobody has read the alert";
+    shown.onAlert = {};
+    EXPECT_THAT(Start(), ElementsAre(ScanErrorAlert("/plugins/Bad one.so")));
+    EXPECT_FALSE(std::filesystem::exists(marker));
+    EXPECT_TRUE(banned.IsBanned(plugin));
+    EXPECT_NE(registry.Find(other), nullptr);
+}
+
 TEST_F(CrashRecoveryTest, AFolderInPlaceOfTheRegistryIsTheHostsBusiness)
 {
     std::filesystem::create_directory(configuration);
