@@ -38,7 +38,7 @@ class HostExceptions : public ManagerRunFixture
         }
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         EXPECT_THAT(EnabledFlags(), ElementsAre(areEnabledThen, areEnabledThen));
-        EXPECT_THAT(Folders(), ElementsAre(L"/plugins"));
+        EXPECT_THAT(Folders(), ElementsAre(zettesting::ToWide("/plugins")));
         EXPECT_TRUE(answers.alerts.empty());
         // The manager opens again as if nothing had been.
         answers.onChoose = answers.onProgress = {};
