@@ -165,12 +165,15 @@ TEST_F(AudioPluginScanEndTest, TheProgressCallbackGetsEachPluginWithWhatIsKnownO
 {
     const auto a = MakeFile("a.so");
     const auto b = MakeFile("b.so");
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), Result(a, L"found"), Info(none, 0, 2, true), "ok",
-               Info(b, 1, 2, true), Result(b, L"also"), Info(none, 2, 2, false)});
+    // A report tells how far the scan is when it is delivered, so the scanner waits for it.
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 2, true), "wait told 1", Result(a, L"found"),
+               Info(none, 0, 2, true), "ok", Info(b, 1, 2, true), "wait told 2", Result(b, L"also"),
+               Info(none, 2, 2, false)});
     std::vector<std::string> told;
     scan->SetProgressCallback([&](const PluginLocator& plugin, std::size_t done, std::size_t total) {
         told.push_back(Path(plugin) + (IsKnown(a) ? " after a " : " ") + std::to_string(done) + "/" +
                        std::to_string(total));
+        Touch("told " + std::to_string(told.size()));
     });
     Scan({a, b}, true);
     EXPECT_THAT(told, ElementsAre(Path(a) + " 0/2", Path(b) + " after a 1/2"));

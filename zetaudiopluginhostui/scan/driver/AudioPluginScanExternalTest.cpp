@@ -41,9 +41,10 @@ TEST_F(AudioPluginScanExternalTest, ASaveThatFailsOnlyAtTheBeginningIsReportedAf
 {
     const auto a = MakeFile("a.so");
     MakePrefsUnwritable();
-    Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "ok", Info(none, 1, 1, false)});
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 1, true), "wait seen", "ok", Info(none, 1, 1, false)});
     shown.onStep = [&] {
         MakePrefsWritable();
+        Touch("seen");
         return false;
     };
     onSignal = [&] { shown.calls.emplace_back("signal"); };
