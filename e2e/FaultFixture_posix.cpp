@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <zetcore/utility/Backoff.h>
+#include <zettesting/Patience.h>
 
 namespace {
 
@@ -152,14 +153,12 @@ std::vector<int> FaultFixture::Numbers(SeenProcess::Kind kind) const
 
 std::vector<int> FaultFixture::AwaitNumbers(SeenProcess::Kind kind) const
 {
-    const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    zetcore::utility::Backoff pause;
-    for (;;) {
-        std::vector<int> numbers = Numbers(kind);
-        if (!numbers.empty() || std::chrono::steady_clock::now() >= giveUp)
-            return numbers;
-        pause();
-    }
+    std::vector<int> numbers;
+    zettesting::Becomes([&] {
+        numbers = Numbers(kind);
+        return !numbers.empty();
+    });
+    return numbers;
 }
 
 void FaultFixture::KillAll(const std::vector<int>& numbers)

@@ -5,6 +5,7 @@
 
 #include <zetcore/utility/Backoff.h>
 #include <zettesting/Emulation.h>
+#include <zettesting/Patience.h>
 
 #include "ManagerFixture.h"
 
@@ -99,13 +100,10 @@ TEST_F(Recovery, AHostThatIsKilledWhileAPluginHangsRecoversToo)
     ASSERT_TRUE(scan.WaitForError(bad.string()));
     // First the marker names the plug-in, then the registry is saved, then the plug-in is loaded.
     const auto journal = prefs / "AudioPlugins.xml.journal";
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    const auto isSaved = [&] {
+    ASSERT_TRUE(zettesting::Becomes([&] {
         return std::filesystem::exists(journal) &&
                zettesting::ReadAll(journal).find(before.back()) != std::string::npos;
-    };
-    for (zetcore::utility::Backoff pause; !isSaved(); pause())
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+    }));
     scan.Kill();
     scan.Wait();
     ExpectTheNextStartsToRecoverFrom(bad);

@@ -21,6 +21,7 @@
 #include <zetcore/threads/MainThread.h>
 #include <zettesting/HostFixture.h>
 #include <zettesting/NoDisplay.h>
+#include <zettesting/Patience.h>
 #include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
 
@@ -188,15 +189,18 @@ TEST_F(ManageCommand, AMaximisedWindowOpensMaximisedAndGoesBackToItsPlace)
     Run({"manage"}, [](QWidget& window) {
         window.setGeometry(33, 44, 755, 533);
         window.showMaximized();
-        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); }));
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); },
+                                    zettesting::patienceInMilliseconds));
         Cancel(window);
     });
     EXPECT_EQ(LoadWindowSettings().manager.dialogBounds, (Bounds{33, 44, 755, 533}));
     Run({"manage", "--skin", "classic"}, [](QWidget& window) {
         EXPECT_TRUE(window.isMaximized());
-        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); }));
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return FillsTheScreen(window); },
+                                    zettesting::patienceInMilliseconds));
         window.showNormal();
-        EXPECT_TRUE(QTest::qWaitFor([&window] { return window.geometry() == QRect(33, 44, 755, 533); }));
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return window.geometry() == QRect(33, 44, 755, 533); },
+                                    zettesting::patienceInMilliseconds));
         Cancel(window);
     });
     Run({"manage"}, [](QWidget& window) {

@@ -8,6 +8,7 @@
 #include <zetmarshal/JsonValue.h>
 #include <zetmarshal/RPCServer.h>
 #include <zetscanprotocol/ScanProtocol.h>
+#include <zettesting/Patience.h>
 #include <zettransport/SocketTransport.h>
 
 #include "ExitCodes.h"
@@ -164,7 +165,7 @@ TEST_F(ScannerProcess, ServesOneConnectionOnly)
         return 0;
     });
     second->Start([](const std::string&) {});
-    EXPECT_EQ(closed.get_future().wait_for(std::chrono::minutes(1)), std::future_status::ready);
+    EXPECT_EQ(closed.get_future().wait_for(zettesting::patience), std::future_status::ready);
     EXPECT_TRUE(client.BeginScan({}).Succeeded());
 }
 

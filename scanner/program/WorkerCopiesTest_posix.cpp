@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <zetcore/utility/Backoff.h>
+#include <zettesting/Patience.h>
 
 #include "ProcessStat_posix.h"
 #include "ScannerFixture.h"
@@ -69,19 +70,6 @@ class WorkerCopies : public ScannerFixture
         return times;
     }
 
-    /// Looks until it holds or the time is up.
-    static bool Becomes(const std::function<bool()>& condition)
-    {
-        const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        zetcore::utility::Backoff pause;
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() >= giveUp)
-                return false;
-            pause();
-        }
-        return true;
-    }
-
     /// Scans plug-ins that need many workers, while each process that makes copies has this fault when it is
     /// asked for the first.
     void ScanWithFault(const std::string& fault, ScannerClient::Environment environment = {})
@@ -110,7 +98,7 @@ TEST_F(WorkerCopies, AreLikeWorkersThatWereStarted)
     client.StartScan(locators);
     std::vector<int> copies;
     // The one that makes them, two workers, and the guard of each.
-    ASSERT_TRUE(Becomes([&] {
+    ASSERT_TRUE(zettesting::Becomes([&] {
         copies = ProcessesThatAreCopies();
         return copies.size() == 5;
     })) << copies.size();
@@ -124,7 +112,7 @@ TEST_F(WorkerCopies, AreLikeWorkersThatWereStarted)
         EXPECT_THAT(DescriptorsOf(copy), IsSubsetOf({"0", "1", "2", "3", "4"}));
     }
     EXPECT_EQ(seen, 2);
-    EXPECT_TRUE(Becomes([&] { return LoggedTimes("loops from now on") == 2; })) << ScanLogs();
+    EXPECT_TRUE(zettesting::Becomes([&] { return LoggedTimes("loops from now on") == 2; })) << ScanLogs();
     client.Close();
     client.Process().Wait();
 }

@@ -1,3 +1,4 @@
+#include <zettesting/Patience.h>
 #include <zettesting/XServer.h>
 
 #include <algorithm>
@@ -19,7 +20,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::seconds patience{60};
 constexpr int numberDescriptor = 3;
 
 /// The server must end when this process ends, even by a crash. `posix_spawn` cannot arrange that.

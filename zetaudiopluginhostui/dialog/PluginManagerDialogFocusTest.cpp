@@ -9,6 +9,7 @@
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogScansFixture.h"
+#include <zettesting/Patience.h>
 
 namespace zetaudiopluginhostui {
 namespace {
@@ -38,7 +39,7 @@ class DialogFocus : public DialogScansFixture
     void ActivateAgain() const
     {
         Window().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     }
     void Focus(const char* id) const { WidgetOf(Node<UI_Node>(id)).setFocus(); }
     bool HasFocus(const char* id) const { return WidgetOf(Node<UI_Node>(id)).hasFocus(); }
@@ -76,7 +77,7 @@ TEST_F(DialogFocus, TheListHasTheFocusFirstSoThatReturnDoesWhatNobodyWonders)
     const auto run = [this](const std::vector<Qt::Key>& keys) {
         MakeDialog();
         QTimer::singleShot(0, &Window(), [&] {
-            ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
             EXPECT_TRUE(HasFocus(ids::kPluginList))
                 << QApplication::focusWidget()->objectName().toStdString();
             for (const Qt::Key key : keys)

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <gmock/gmock.h>
 #include <zetcore/config/Localizer.h>
+#include <zettesting/Patience.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "testing/DialogFixture.h"
@@ -225,12 +226,12 @@ TEST_F(DialogKeyboard, ControlFGoesToTheFindBoxWhileItShows)
     another.setFocusPolicy(Qt::StrongFocus);
     another.show();
     another.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&another));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&another, zettesting::patienceInMilliseconds));
     another.setFocus();
     QTest::keyClick(&another, Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(another.hasFocus()) << "another window's shortcut";
     Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     EXPECT_FALSE(FindBox().hasFocus());
     Resize(400, 400);
     ASSERT_FALSE(IsShown(ids::kFindTextEdit));
@@ -259,7 +260,7 @@ TEST_F(DialogKeyboard, TheButtonsCloseWithTheirResults)
     using zetui::dialogs::UI_DialogViewContainer;
     const auto resultOf = [this](const std::function<void()>& act) {
         QTimer::singleShot(0, &Window(), [this, act] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
             act();
         });
         return dialog->RunModal();

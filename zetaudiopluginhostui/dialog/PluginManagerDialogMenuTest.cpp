@@ -15,6 +15,7 @@
 #include <QUrl>
 #include <gmock/gmock.h>
 #include <zetcore/config/Localizer.h>
+#include <zettesting/Patience.h>
 
 #include "scan/ScanLogs.h"
 #include "testing/DialogScansFixture.h"
@@ -168,7 +169,7 @@ TEST_F(DialogMenu, ShowsWhatARealScanHasRecorded)
     OpenDialog();
     Choose(Names().front(), Qt::Key_R);
     Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     ASSERT_EQ(PluginList().GetRowCount(), 1);
     Choose(Names().front(), Qt::Key_L);
     ASSERT_EQ(shown->texts.size(), 1u);
@@ -188,7 +189,7 @@ TEST_F(DialogMenu, OpensARealWindowThatScrollsWithTheLinesOfARealScan)
     const std::wstring other = ToWide("other" + suffix);
     Press(*ReloadButtonOf(ToWide("talks" + suffix)));
     Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     // From here on the windows are those of the program.
     shown.reset();
     std::string title, text;

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <zetcore/config/Localizer.h>
 #include <zetcore/debug/DebugDatabase.h>
+#include <zettesting/Patience.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "dialog/list/PluginListText.h"
@@ -234,14 +235,14 @@ TEST_F(DialogAssembly, EveryKeyIsAskedOfTheDialogFirstAsLongAsThereIsOne)
     std::vector<int> asked;
     dialog = zetui::utility::MakeIntrusive<AskedDialog>(settings, asked);
     dialog->UI_Show(true);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     TypeIntoFindBox("x");
     EXPECT_THAT(asked, ElementsAre('X'));
     QWidget another;
     another.setFocusPolicy(Qt::StrongFocus);
     another.show();
     another.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&another));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&another, zettesting::patienceInMilliseconds));
     another.setFocus();
     QTest::keyClick(&another, Qt::Key_Y);
     EXPECT_THAT(asked, ElementsAre('X', 'Y')) << "wherever the focus is";
@@ -257,7 +258,7 @@ TEST_F(DialogAssembly, DrawsWithTheSupplierThatItWasGiven)
                                                                 nullptr);
     EXPECT_EQ(dialog->GetSupplier(), &supplier);
     dialog->UI_Show(true);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     Window().grab();
     EXPECT_GE(supplier.paths, 2) << "the lines around both sections";
     CloseDialog();

@@ -14,6 +14,7 @@
 #include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetaudiopluginhost/ResetBannedPlugins.h>
 #include <zetaudiopluginhostui/Module.h>
+#include <zettesting/Patience.h>
 #include <zetui/application/Application.h>
 
 #include "dialog/PluginManagerIds.h"
@@ -108,7 +109,7 @@ void DialogFixture::OpenDialog()
 {
     MakeDialog();
     dialog->UI_Show(true);
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
     HandleEvents();
 }
 
@@ -133,13 +134,7 @@ void DialogFixture::HandleEvents()
 
 bool DialogFixture::WaitUntil(const std::function<bool()>& condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
+    return zettesting::Becomes(condition, [] { QCoreApplication::processEvents(QEventLoop::AllEvents, 10); });
 }
 
 PluginManagerDialog& DialogFixture::TheDialog() const

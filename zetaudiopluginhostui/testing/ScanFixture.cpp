@@ -12,10 +12,10 @@
 #include <zetcore/serialization/Value.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
-#include <zetcore/utility/Backoff.h>
 #include <zetmarshal/JsonValue.h>
 #include <zetscanprotocol/ScanInfo.h>
 #include <zettesting/ChildProcess.h>
+#include <zettesting/Patience.h>
 
 namespace zetaudiopluginhostui {
 
@@ -23,8 +23,6 @@ namespace {
 
 using zetaudiofilterhost::PluginModuleInfoManager;
 using zetaudiopluginhost::BannedPluginManager;
-
-constexpr std::chrono::seconds patience{60};
 
 std::filesystem::path NewFolder(const std::filesystem::path& path)
 {
@@ -104,24 +102,14 @@ bool ScanFixture::ScannersEnd() const
 
 void ScanFixture::RunUntil(const std::function<bool()>& condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            ADD_FAILURE() << "nothing of what was waited for has happened";
-            return;
-        }
+    EXPECT_TRUE(zettesting::Becomes(condition, [this] {
         loop->WaitAndRun(std::chrono::steady_clock::now() + std::chrono::milliseconds(20));
-    }
+    })) << "nothing of what was waited for has happened";
 }
 
 void ScanFixture::WaitUntil(const std::function<bool()>& condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    for (zetcore::utility::Backoff pause; !condition(); pause())
-        if (std::chrono::steady_clock::now() > deadline) {
-            ADD_FAILURE() << "nothing of what was waited for has happened";
-            return;
-        }
+    EXPECT_TRUE(zettesting::Becomes(condition)) << "nothing of what was waited for has happened";
 }
 
 std::string ScanFixture::Info(const PluginLocator& plugin, int progress, int total, bool continues,

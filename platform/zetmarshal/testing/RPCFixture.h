@@ -8,6 +8,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zettesting/EventLog.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zettransport/MemoryStream.h>
 #include <zettransport/Session.h>
 
@@ -55,7 +56,7 @@ class RPCFixture : public zettesting::HostFixture
         for (int i = 0; i < 4; ++i) {
             auto done = std::make_shared<std::promise<void>>();
             stream->Post([done] { done->set_value(); });
-            ASSERT_EQ(done->get_future().wait_for(zettesting::EventLog::limit), std::future_status::ready);
+            ASSERT_EQ(done->get_future().wait_for(zettesting::patience), std::future_status::ready);
         }
     }
 

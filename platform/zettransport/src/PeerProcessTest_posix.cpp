@@ -1,3 +1,4 @@
+#include <zettesting/Patience.h>
 #include <zettransport/PeerProcess.h>
 
 #include <future>
@@ -27,7 +28,7 @@ class PeerProcess : public ::testing::Test
             });
         session = client->ClientStart("127.0.0.1", port);
         auto result = accepted->get_future();
-        if (result.wait_for(60s) == std::future_status::ready)
+        if (result.wait_for(zettesting::patience) == std::future_status::ready)
             peer = result.get();
     }
 

@@ -11,6 +11,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zettesting/EventLog.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zettransport/MemoryStream.h>
 
 namespace zettransport {
@@ -61,7 +62,7 @@ class SessionTest : public zettesting::HostFixture
     {
         auto done = std::make_shared<std::promise<void>>();
         stream.Post([done] { done->set_value(); });
-        ASSERT_EQ(done->get_future().wait_for(EventLog::limit), std::future_status::ready);
+        ASSERT_EQ(done->get_future().wait_for(zettesting::patience), std::future_status::ready);
     }
 
     EventLog log;

@@ -16,6 +16,7 @@
 #include <gmock/gmock.h>
 #include <zettesting/EventLog.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zettransport/SocketTransport.h>
 
 #include "SocketDiagnosis_posix.h"
@@ -94,7 +95,7 @@ TEST_F(SocketSystemTest, TellsOtherUsersFromOurs)
     const pid_t child = ConnectAs(user, port);
     ASSERT_GT(child, 0);
     auto told = sameUser->get_future();
-    ASSERT_EQ(told.wait_for(zettesting::EventLog::limit), std::future_status::ready);
+    ASSERT_EQ(told.wait_for(zettesting::patience), std::future_status::ready);
     EXPECT_EQ(told.get(), user == ::geteuid());
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);

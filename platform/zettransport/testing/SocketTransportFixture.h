@@ -9,6 +9,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zettesting/EventLog.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zettransport/SocketTransport.h>
 
 namespace zettransport {
@@ -17,7 +18,7 @@ namespace zettransport {
 template<typename T>
 T AwaitValue(std::future<T> future)
 {
-    if (future.wait_for(zettesting::EventLog::limit) != std::future_status::ready)
+    if (future.wait_for(zettesting::patience) != std::future_status::ready)
         throw std::runtime_error("it did not happen");
     return future.get();
 }

@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+#include <zettesting/Patience.h>
 #include <zetui/controls/UI_ControlView.h>
 
 #include "nodes/NodeAccess.h"
@@ -25,7 +26,7 @@ class ControlFixture : public WindowsFixture
         window.resize(300, 200);
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window, zettesting::patienceInMilliseconds));
         return control;
     }
     static ui::MessageFunction Do(std::function<void(ui::UI_Message*)> function)

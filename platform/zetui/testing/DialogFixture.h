@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTimer>
 #include <zetcore/config/Localizer.h>
+#include <zettesting/Patience.h>
 #include <zetui/archiveddialog/UI_ArchivedDialog.h>
 #include <zetui/utility/OS_ResourceManager.h>
 
@@ -58,7 +59,7 @@ class DialogFixture : public WindowsFixture
     static int Run(TestDialog& dialog, std::function<void()> whenOpen)
     {
         QTimer::singleShot(0, [&, whenOpen = std::move(whenOpen)] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.Window()));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.Window(), zettesting::patienceInMilliseconds));
             whenOpen();
             // Ignored when it has been closed.
             dialog.Close(kStillOpen);

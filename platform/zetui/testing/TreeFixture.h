@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <zettesting/Patience.h>
 #include <zetui/controls/UI_Checkbox.h>
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/tree/UI_MultiColumnTree.h>
@@ -105,7 +106,7 @@ class TreeFixture : public WindowsFixture
     {
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window, zettesting::patienceInMilliseconds));
         view.setFocus();
         ASSERT_TRUE(view.hasFocus());
     }

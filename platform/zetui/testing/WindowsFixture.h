@@ -1,12 +1,12 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <zettesting/Environment.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zetui/application/Application.h>
 #include <zetui/skins/Skins.h>
 
@@ -15,13 +15,7 @@ namespace zetui {
 /// Handles events until the condition holds; false when it takes too long.
 inline bool WaitUntil(const std::function<bool()>& condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
+    return zettesting::Becomes(condition, [] { QCoreApplication::processEvents(QEventLoop::AllEvents, 10); });
 }
 
 /// Real windows and widgets without a screen, fresh for each test, in a chosen look.

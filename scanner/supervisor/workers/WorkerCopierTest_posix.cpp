@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 #include <zetcore/utility/Backoff.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 
 #include "supervisor/workers/WorkerProgram_posix.h"
 #include "testing/ProcessStat_posix.h"
@@ -40,7 +41,7 @@ class WorkerCopierTest : public zettesting::HostFixture
         // The supervisor asks for that when it starts.
         ::prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
         std::tie(channel, itsChannel) = MakeChannel(SOCK_STREAM);
-        EXPECT_TRUE(Becomes([this] { return copier->IsReady(); }));
+        EXPECT_TRUE(zettesting::Becomes([this] { return copier->IsReady(); }));
     }
     ~WorkerCopierTest() override
     {
@@ -54,16 +55,6 @@ class WorkerCopierTest : public zettesting::HostFixture
     }
 
     std::optional<pid_t> Copy() { return copier->Copy({STDERR_FILENO, itsChannel.Get(), page.Get()}); }
-
-    /// Looks until it holds or the time is up.
-    static bool Becomes(const std::function<bool()>& condition)
-    {
-        const auto giveUp = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        for (zetcore::utility::Backoff pause; !condition(); pause())
-            if (std::chrono::steady_clock::now() >= giveUp)
-                return false;
-        return true;
-    }
 
     const StopPipe pipe{folder / "stop"};
     const ScopedEnvironment pipeName, fault;
@@ -86,7 +77,7 @@ TEST_F(LateCopy, IsNotTakenForTheNextOne)
     ::kill(maker, SIGCONT);
     // It makes the copy now and cannot say so any more.
     bool isReady = false;
-    EXPECT_TRUE(Becomes([&] {
+    EXPECT_TRUE(zettesting::Becomes([&] {
         isReady = copier->IsReady();
         return isReady || StatOf(maker).state == 'Z';
     }));
@@ -115,7 +106,7 @@ TEST_F(SlowAdoption, IsWaitedForBeforeThereIsACopy)
     // The process that starts the copy may end only when the copy waits for something.
     std::thread goOn([this] {
         const int between = pipe.WaitForStop();
-        Becomes([&] { return between == 0 || StatOf(ChildOf(between)).state == 'S'; });
+        zettesting::Becomes([&] { return between == 0 || StatOf(ChildOf(between)).state == 'S'; });
         if (between != 0)
             ::kill(between, SIGCONT);
     });

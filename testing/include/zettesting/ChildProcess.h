@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <vector>
+#include <zettesting/Patience.h>
 
 namespace zettesting {
 
@@ -56,7 +57,7 @@ class ChildProcess
     const ChildResult& Wait(std::chrono::milliseconds limit = std::chrono::minutes(2));
     /// Waits until the program has written this text to standard error. False when the program ends before
     /// that, or the time is up.
-    bool WaitForError(std::string_view text, std::chrono::milliseconds limit = std::chrono::minutes(1));
+    bool WaitForError(std::string_view text, std::chrono::milliseconds limit = patience);
     /// Does what Ctrl-C does. The program must have been started as interruptible.
     void Interrupt();
     /// Sends what asks a program to end: SIGTERM, and on Windows the same as `Interrupt`.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
@@ -8,15 +7,14 @@
 #include <utility>
 #include <vector>
 
+#include <zettesting/Patience.h>
+
 namespace zettesting {
 
 /// Other threads write events into this log, and the test waits for them. Any thread.
 class EventLog
 {
   public:
-    /// The limit is long enough for a sanitizer's build on a busy machine.
-    static constexpr std::chrono::seconds limit{60};
-
     void Add(std::string event)
     {
         // The lock is still held here: the test may end, and destroy this object, as soon as it sees the
@@ -26,12 +24,12 @@ class EventLog
         changed.notify_all();
     }
 
-    /// Waits until there are so many events, and returns all of them. Returns fewer when the limit has
-    /// passed.
+    /// Waits until there are so many events, and returns all of them. Returns fewer when they do not
+    /// come.
     std::vector<std::string> Await(std::size_t count)
     {
         std::unique_lock lock(mutex);
-        changed.wait_for(lock, limit, [&] { return events.size() >= count; });
+        changed.wait_for(lock, patience, [&] { return events.size() >= count; });
         return events;
     }
 

@@ -9,6 +9,7 @@
 #include <zetaudiofilterhost/ResetRegistry.h>
 #include <zetcore/debug/DebugDatabase.h>
 #include <zetcore/utility/NullPtrException.h>
+#include <zettesting/Patience.h>
 
 #include "dialog/PluginManagerIds.h"
 #include "dialog/list/PluginListText.h"
@@ -47,7 +48,7 @@ class RowsInSight : public DialogFixture
     {
         MakeDialog();
         QTimer::singleShot(0, &Window(), [this, act] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&Window(), zettesting::patienceInMilliseconds));
             act();
             HandleEvents();
             dialog->Close(zetui::dialogs::UI_DialogViewContainer::kOK);

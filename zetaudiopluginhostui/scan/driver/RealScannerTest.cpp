@@ -10,6 +10,7 @@
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/string/Utf.h>
 #include <zettesting/ChildProcess.h>
+#include <zettesting/Patience.h>
 #include <zettesting/TestPlugins.h>
 
 #include "testing/RecordingPresentation.h"
@@ -142,7 +143,7 @@ TEST_F(RealScanner, BegunAgainRightAfterACancelItHasAllWorkersAndKnowsOfNoKill)
         return running.back() > workers || std::chrono::steady_clock::now() >= giveUp;
     };
     for (int scan = 1; scan <= 3; ++scan) {
-        giveUp = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        giveUp = std::chrono::steady_clock::now() + zettesting::patience;
         running.push_back(0);
         Names(hanging, true);
     }

@@ -5,6 +5,7 @@
 
 #include <zetcore/utility/Backoff.h>
 #include <zettesting/HostFixture.h>
+#include <zettesting/Patience.h>
 #include <zettransport/SocketTransport.h>
 
 #include "scan/session/SocketConnection.h"
@@ -22,11 +23,7 @@ std::ptrdiff_t ThreadCount()
 /// The system counts ended threads for a moment longer.
 bool ThreadsBecome(std::ptrdiff_t count)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    for (zetcore::utility::Backoff pause; ThreadCount() != count; pause())
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-    return true;
+    return zettesting::Becomes([count] { return ThreadCount() == count; });
 }
 
 class SocketConnectionThreads : public zettesting::HostFixture

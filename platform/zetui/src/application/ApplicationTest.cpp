@@ -8,6 +8,7 @@
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetcore/utility/ClientName.h>
+#include <zettesting/Patience.h>
 #include <zetui/dialogs/ProgressPresentation.h>
 
 #include <QApplication>
@@ -118,7 +119,7 @@ TEST_F(ApplicationTest, TheAdaptorRunsWhatIsQueuedOnTheMainThreadOnly)
     std::thread([&] { EXPECT_FALSE(adaptor->CanRun()); }).join();
     int calls = 0;
     threads::AsyncCallFromMainThread([&] { ++calls; }, 0);
-    adaptor->Run(std::chrono::steady_clock::now() + std::chrono::seconds(10));
+    adaptor->Run(std::chrono::steady_clock::now() + zettesting::patience);
     EXPECT_EQ(calls, 1);
 }
 

@@ -1,3 +1,4 @@
+#include <zettesting/Patience.h>
 #include <zetui/archiveddialog/UI_ArchivedDialog.h>
 
 #include <QScreen>
@@ -17,7 +18,7 @@ TEST_F(DialogSize, ItsPlaceIsSetAndRead)
     dialog->UI_SetGlobalStructureRect({100, 120, 700, 300}, true);
     EXPECT_EQ(dialog->UI_GetGlobalStructureRect(), (UI_ArchivedDialog::RectI{100, 120, 700, 300}));
     dialog->UI_Show(true);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window(), zettesting::patienceInMilliseconds));
     EXPECT_EQ(dialog->UI_GetGlobalStructureRect(), (UI_ArchivedDialog::RectI{100, 120, 700, 300}));
     dialog->UI_Show(false);
 }
@@ -66,7 +67,7 @@ TEST_F(DialogSize, EachNewSizeIsReportedOnceAndLaidOut)
     dialog->UI_SetGlobalStructureRect({50, 50, 800, 400}, true);
     EXPECT_EQ(dialog->sizes, (std::vector<UI_Node::RectF>{{0, 0, 800, 400}}));
     dialog->UI_Show(true);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window(), zettesting::patienceInMilliseconds));
     EXPECT_EQ(dialog->sizes.size(), 1U);
     dialog->Window()->resize(900, 450);
     EXPECT_TRUE(WaitUntil([&] { return dialog->sizes.size() == 2; }));

@@ -4,6 +4,7 @@
 
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/utility/NullPtrException.h>
+#include <zettesting/Patience.h>
 #include <zetui/archives/NodeArchive.h>
 
 #include <QApplication>
@@ -313,7 +314,7 @@ TEST_F(UI_ArchivedDialogTest, AWindowOfOursIsBlockedMeanwhile)
     int clicks = 0;
     QObject::connect(&inHost, &QPushButton::clicked, [&] { ++clicks; });
     host.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&host));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&host, zettesting::patienceInMilliseconds));
     const WindowVariant parent(reinterpret_cast<HWND>(host.winId()));
     const auto dialog = MakeIntrusive<TestDialog>(resources, parent);
     EXPECT_EQ(dialog->Window()->parentWidget(), &host);
@@ -356,7 +357,7 @@ TEST_F(UI_ArchivedDialogTest, ItMayBeDroppedByItsOwnButton)
         return true;
     });
     dialog->UI_Show(true);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->Window(), zettesting::patienceInMilliseconds));
     QTest::mouseClick(dialog->Widget("OKButton"), Qt::LeftButton);
     EXPECT_FALSE(dialog);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <zettesting/Patience.h>
 #include <zetui/controls/UI_TextEdit.h>
 #include <zetui/nodes/UI_SubView.h>
 
@@ -47,7 +48,7 @@ class UI_NodeManagerTest : public WindowsFixture
             NodeAccess::Embed(field.get(), &window, nullptr);
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window, zettesting::patienceInMilliseconds));
         first->UI_GainKeyboardFocus(kFocusChangeProgram);
     }
     ~UI_NodeManagerTest() override { UI_NodeManager::Get(true); }

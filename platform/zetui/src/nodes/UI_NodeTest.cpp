@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QTest>
 
+#include <zettesting/Patience.h>
 #include <zetui/controls/UI_TextButton.h>
 #include <zetui/nodes/UI_SubView.h>
 #include <zetui/pixmill/Pixmill.h>
@@ -62,7 +63,7 @@ class UI_NodeTest : public WindowsFixture
     {
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window, zettesting::patienceInMilliseconds));
     }
 
     template<typename Node>

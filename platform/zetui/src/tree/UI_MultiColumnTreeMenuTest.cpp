@@ -2,6 +2,7 @@
 #include <QMenu>
 
 #include "testing/TreeCellsFixture.h"
+#include <zettesting/Patience.h>
 
 namespace zetui::controls {
 namespace {
@@ -43,7 +44,7 @@ class UI_MultiColumnTreeMenuTest : public TreeCellsFixture
     void ActivateAgain()
     {
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window, zettesting::patienceInMilliseconds));
     }
 
     Names asked, chosen;

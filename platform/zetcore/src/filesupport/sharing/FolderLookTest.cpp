@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/threads/MainThread.h>
+#include <zettesting/Patience.h>
 #include <zettesting/TemporaryFolder.h>
 
 namespace zetcore::filesupport {
@@ -32,7 +33,7 @@ TEST(FolderLook, KnowsTheFoldersWhenItIsDone)
     bool done = false;
     const FolderLook look({there, gone}, [&done] { done = true; });
     EXPECT_EQ(look.StateOf(L"/another"), std::nullopt);
-    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    const auto limit = std::chrono::steady_clock::now() + zettesting::patience;
     while (!done && std::chrono::steady_clock::now() < limit) {
         threads::RunQueuedCalls(limit);
         std::this_thread::yield();
