@@ -48,6 +48,9 @@ class FileGuard : public FaultFixture
         WriteAll(victim / "letter", "the user's");
         WriteAll(folder / "home" / "known", "a setting of before");
         environment["ZET_TEST_VICTIM"] = victim.string();
+        // Where nothing keeps the plug-in from it, it writes into the temporary folder, too.
+        fs::create_directory(folder / "temporary");
+        environment["TMPDIR"] = (folder / "temporary").string();
         plugin = Install("bad/changes_files", "changes");
     }
     std::string ScanAndReadLog()
