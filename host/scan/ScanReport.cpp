@@ -60,6 +60,14 @@ std::string FormatChange(const std::string& what, const std::vector<ChangedPlugi
     return text;
 }
 
+/// True for a plug-in that was banned before. It is told once, as one that was tried again.
+bool HasTriedInVain(const ScanReport& report, const ChangedPlugin& plugin)
+{
+    return std::ranges::any_of(report.triedAgain, [&plugin](const ScanReport::TriedAgain& tried) {
+        return tried.isStillBanned && tried.plugin.locator == plugin.locator;
+    });
+}
+
 /// The next step for somebody who has just read what is banned. Empty when nothing is.
 std::string FormatAdvice(const ScanReport& report)
 {
@@ -130,13 +138,14 @@ std::string FormatScanReport(const ScanReport& report, const ReportStyle& style)
     const bool withSummary = !style.onlyProblems && !report.Ended(ScanEnd::How::NotStarted);
     std::string text = withSummary ? FormatSummary(report) : std::string();
     for (const ChangedPlugin& plugin : report.changes.banned)
-        text += FormatEntry(style.colour ? "\x1b[31mBanned:\x1b[0m" : "Banned:", plugin.locator.GetPath(),
-                            plugin.reason);
+        if (!HasTriedInVain(report, plugin))
+            text += FormatEntry(style.colour ? "\x1b[31mBanned:\x1b[0m" : "Banned:", plugin.locator.GetPath(),
+                                plugin.reason);
     for (const ScanReport::TriedAgain& tried : report.triedAgain)
         if (!style.onlyProblems || tried.isStillBanned)
             text += FormatEntry(tried.isStillBanned ? "Tried again, still banned:"
                                                     : "Tried again, not banned any more:",
-                                tried.plugin.locator.GetPath(), {});
+                                tried.plugin.locator.GetPath(), tried.plugin.reason);
     if (style.withAdvice && !style.onlyProblems)
         text += FormatAdvice(report);
     for (const ScanReport::Entry& entry : report.failed)

@@ -53,6 +53,17 @@ TEST(ScanReport, NamesTheBannedOnesAndThoseThatGaveNothingWithTheReasons)
                                             "    Permission denied\n");
 }
 
+TEST(ScanReport, ABannedOneThatWasTriedInVainIsToldOnceWithItsReason)
+{
+    ScanReport report;
+    report.scanned = 2;
+    report.changes.banned = {PluginAt(L"/new", "signal 6"), PluginAt(L"/old", "signal 11")};
+    report.triedAgain = {{PluginAt(L"/old", "signal 11"), true}};
+    EXPECT_EQ(FormatScanReport(report, {}), "2 plug-in files scanned in 0.00 s: 0 plug-ins found, 2 banned.\n"
+                                            "Banned: /new\n    signal 6\n"
+                                            "Tried again, still banned: /old\n    signal 11\n");
+}
+
 TEST(ScanReport, TheLastParagraphSaysWhatHasChanged)
 {
     ScanReport report;
