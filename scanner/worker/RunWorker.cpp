@@ -21,6 +21,7 @@
 #include "OneProcessor.h"
 #include "PluginHome.h"
 #include "RefusalNotes.h"
+#include "TraceCategory.h"
 #include "WorkerChannel.h"
 #include "WorkerCopies.h"
 #include "WorkerMessages.h"
@@ -59,7 +60,7 @@ void RefuseWritingElsewhere(const std::vector<std::wstring>& writable, std::uint
     for (const std::wstring& path : writable)
         except.push_back(zetcore::filesupport::ToNativePath(path).string());
     if (const auto problem = RefuseWriting(except, FileGuardVersion()))
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
+        zetcore::debug::TraceLine(1, traceCategory, problem->text);
     NoteRefusals();
 }
 
@@ -77,7 +78,7 @@ void Apply(const WorkerSettings& settings, std::uint64_t supervisor, WorkerChann
     ChooseDisplay(settings.hideDisplay);
     if (settings.refuseNetwork)
         if (const auto problem = RefuseNetwork())
-            zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
+            zetcore::debug::TraceLine(1, traceCategory, problem->text);
     if (settings.refuseWriting && !loader)
         RefuseWritingElsewhere(settings.writable, supervisor);
     loader.emplace(settings.options, [&page = channel.Page()](ScanPhase phase) {
@@ -128,7 +129,7 @@ void RunWorker(const WorkerArguments& arguments)
     try {
         FaultPoint("worker.started");
         if (const auto problem = RefuseToEnd(arguments.parentProcess))
-            zetcore::debug::TraceLine(1, "zetaudiofilterscan", problem->text);
+            zetcore::debug::TraceLine(1, traceCategory, problem->text);
         WorkerChannel channel(arguments);
         Serve(arguments.parentProcess, channel);
         EndWorkerProcess(channel.IsIntact() ? exitConnectionClosed : exitChannelLost);

@@ -6,6 +6,8 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/File.h>
 
+#include "TraceCategory.h"
+
 namespace zetaudiofilterscan {
 
 using zetaudiopluginhost::BannedPluginManager;
@@ -15,7 +17,7 @@ namespace {
 
 void TraceProblem(const std::string& text)
 {
-    zetcore::debug::TraceLine(1, "zetaudiofilterscan", text);
+    zetcore::debug::TraceLine(1, traceCategory, text);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include <zetscanprotocol/ScanProtocol.h>
 #include <zettransport/PeerProcess.h>
 
+#include "TraceCategory.h"
+
 namespace zetaudiofilterscan {
 
 using zetcore::debug::FaultPoint;
@@ -53,13 +55,12 @@ bool Connection::Accept(std::shared_ptr<Session> accepted, const SocketTransport
 {
     const std::string from = peer.address + ":" + std::to_string(peer.port);
     if (!peer.sameUser) {
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", "refused " + from + ": another user's process");
+        zetcore::debug::TraceLine(1, traceCategory, "refused " + from + ": another user's process");
         return false;
     }
     // Strangers may keep coming, so each of them costs as little as possible.
     if (IsTaken() || !zettransport::MayBeProcess(peer, hostProcess)) {
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan",
-                                  "refused " + from + ": not the host that started this");
+        zetcore::debug::TraceLine(1, traceCategory, "refused " + from + ": not the host that started this");
         return false;
     }
     RPCServer* started = nullptr;

@@ -26,11 +26,11 @@
 #include <zetscanprotocol/ScanLogFormat.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "TraceCategory.h"
 #include "supervisor/conversation/BannedLists.h"
 #include "supervisor/conversation/PluginFiles.h"
 #include "supervisor/conversation/WorkerCount.h"
 #include "supervisor/conversation/WorkingModules.h"
-#include "supervisor/log/TraceCategory.h"
 #include "supervisor/process/ProcessIdentity.h"
 #include "supervisor/process/SystemMemory.h"
 

@@ -7,6 +7,8 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/paths/File.h>
 
+#include "TraceCategory.h"
+
 namespace zetaudiofilterscan {
 
 using zetaudiofilterhost::ModuleStatus;
@@ -31,7 +33,7 @@ std::vector<PluginLocator> WorkingModules(const std::wstring& registryPath,
                 modules.push_back(std::move(module));
         }
     } catch (const std::exception& error) {
-        zetcore::debug::TraceLine(1, "zetaudiofilterscan", error.what());
+        zetcore::debug::TraceLine(1, traceCategory, error.what());
     }
     return modules;
 }

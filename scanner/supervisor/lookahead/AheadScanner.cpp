@@ -13,6 +13,7 @@
 #include <zetcore/filesupport/paths/File.h>
 #include <zetscanprotocol/ScanProtocol.h>
 
+#include "TraceCategory.h"
 #include "supervisor/log/ScanLog.h"
 #include "supervisor/lookahead/ReadAhead.h"
 #include "supervisor/verdicts/PluginFailed.h"
@@ -202,7 +203,7 @@ ScanOutcome AheadScanner::NotScanned(const std::string& reason) const
     const PluginLocator& locator = task.locators[announced];
     const std::string line = NameForLog(locator) + " was not scanned: " + reason;
     log->Note(line);
-    zetcore::debug::TraceLine(1, "zetaudiofilterscan", line);
+    zetcore::debug::TraceLine(1, traceCategory, line);
     auto info = std::make_shared<PluginModuleInfo>(locator);
     info->SetName(zetcore::filesupport::File(locator.GetPath()).GetTitle());
     info->SetStatus(zetaudiofilterhost::ModuleStatus::Unscanned);

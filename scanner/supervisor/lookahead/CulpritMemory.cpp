@@ -15,7 +15,7 @@
 #include <zetcore/utility/Fnv1a.h>
 #include <zetscanprotocol/ScanRelay.h>
 
-#include "supervisor/log/TraceCategory.h"
+#include "TraceCategory.h"
 #include "supervisor/process/PrivateFile.h"
 
 namespace zetaudiofilterscan {

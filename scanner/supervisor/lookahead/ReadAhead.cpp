@@ -7,6 +7,7 @@
 #include <zetaudiofilterhost/ModuleFiles.h>
 #include <zetcore/debug/Trace.h>
 
+#include "TraceCategory.h"
 #include "supervisor/lookahead/FileReadAhead.h"
 
 namespace zetaudiofilterscan {
@@ -20,7 +21,7 @@ void ReadAhead(const zetaudiofilterhost::PluginLocator& module) noexcept
             // nothing.
             ReadFileAhead(*library);
     } catch (const std::exception& error) {
-        zetcore::debug::TraceLine(3, "zetaudiofilterscan", error.what());
+        zetcore::debug::TraceLine(3, traceCategory, error.what());
     }
 }
 

@@ -13,9 +13,9 @@
 #include <zetcore/string/OutputTail.h>
 
 #include "ExitCodes.h"
+#include "TraceCategory.h"
 #include "supervisor/log/EntityOutput.h"
 #include "supervisor/log/ScanLog.h"
-#include "supervisor/log/TraceCategory.h"
 #include "supervisor/verdicts/DisplayLoss.h"
 
 namespace zetaudiofilterscan {

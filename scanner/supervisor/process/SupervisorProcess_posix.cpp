@@ -15,6 +15,8 @@
 
 #include <zetcore/debug/Trace.h>
 
+#include "TraceCategory.h"
+
 namespace zetaudiofilterscan {
 
 namespace {
@@ -26,7 +28,7 @@ constexpr rlim_t roomForProcesses = 4096;
 
 void TraceLastError(const std::string& what)
 {
-    zetcore::debug::TraceLine(1, "zetaudiofilterscan", what + ": " + std::system_category().message(errno));
+    zetcore::debug::TraceLine(1, traceCategory, what + ": " + std::system_category().message(errno));
 }
 
 /// The limit never rises above the present one.
@@ -84,8 +86,7 @@ void GiveUpPrivileges()
         Lower(RLIMIT_NPROC, tasks + roomForProcesses, "processes");
     else
         zetcore::debug::TraceLine(
-            1, "zetaudiofilterscan",
-            "processes cannot be limited: /proc/loadavg does not tell how many there are");
+            1, traceCategory, "processes cannot be limited: /proc/loadavg does not tell how many there are");
 }
 
 void EndSupervisorProcess(int exitCode)

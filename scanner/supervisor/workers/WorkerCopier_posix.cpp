@@ -10,6 +10,7 @@
 #include <zetcore/debug/Trace.h>
 #include <zetcore/process/SpawnProgram.h>
 
+#include "TraceCategory.h"
 #include "supervisor/workers/WorkerProgram_posix.h"
 
 namespace zetaudiofilterscan {
@@ -63,7 +64,7 @@ void WorkerCopier::GiveUp(int error)
 {
     isReady = false;
     channel.Close();
-    zetcore::debug::TraceLine(1, "zetaudiofilterscan",
+    zetcore::debug::TraceLine(1, traceCategory,
                               "workers cannot be copied from here on, and are started instead: " +
                                   std::generic_category().message(error));
 }

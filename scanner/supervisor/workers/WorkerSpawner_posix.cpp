@@ -12,6 +12,7 @@
 #include <zetcore/debug/Trace.h>
 
 #include "ProcessDescriptor_posix.h"
+#include "TraceCategory.h"
 #include "supervisor/workers/SpawnedWorker_posix.h"
 #include "supervisor/workers/WorkerCopier_posix.h"
 #include "supervisor/workers/WorkerProgram_posix.h"
@@ -80,7 +81,7 @@ struct WorkerSpawner::System
         try {
             copier.emplace();
         } catch (const std::system_error& error) {
-            zetcore::debug::TraceLine(1, "zetaudiofilterscan", error.what());
+            zetcore::debug::TraceLine(1, traceCategory, error.what());
         }
     }
     pid_t StartProcess(const Descriptor& channel, const Descriptor& page, const Descriptor& output)

@@ -2,7 +2,7 @@
 
 namespace zetaudiofilterscan {
 
-/// The category of the supervisor's lines in the trace.
+/// The category of the supervisor's and the workers' lines in the trace.
 inline constexpr char traceCategory[] = "zetaudiofilterscan";
 
 } // namespace zetaudiofilterscan
