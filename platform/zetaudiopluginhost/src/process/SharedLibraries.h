@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,9 +42,8 @@ class SharedLibraries
     };
     bool IsSystems(const std::string& library) const;
 
-    const Keeps keeps;
-    /// For `Systems` only.
-    std::set<std::filesystem::path> folders;
+    /// Empty when all are kept until the process ends.
+    std::optional<std::set<std::filesystem::path>> systemFolders;
     /// The names of those that are kept, as the system gives them.
     std::set<std::string> kept;
     /// Those of them that are not kept for ever.

@@ -54,8 +54,10 @@ std::set<std::filesystem::path> SystemFolders()
 } // namespace
 
 SharedLibraries::SharedLibraries(Keeps which)
-    : keeps(which), folders(which == Keeps::Systems ? SystemFolders() : decltype(folders)())
-{}
+{
+    if (which == Keeps::Systems)
+        systemFolders = SystemFolders();
+}
 
 SharedLibraries::~SharedLibraries()
 {
@@ -64,7 +66,7 @@ SharedLibraries::~SharedLibraries()
 
 bool SharedLibraries::IsSystems(const std::string& library) const
 {
-    return folders.contains(RealPath(std::filesystem::path(library).parent_path()));
+    return systemFolders->contains(RealPath(std::filesystem::path(library).parent_path()));
 }
 
 void SharedLibraries::KeepAllBut(const std::wstring& modulePath)
@@ -83,7 +85,7 @@ void SharedLibraries::KeepAllBut(const std::wstring& modulePath)
             continue;
         // A library whose handle is dropped here stays until the process ends. That is meant.
         void* const handle = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-        if (handle && keeps == Keeps::Systems && !IsSystems(name))
+        if (handle && systemFolders && !IsSystems(name))
             held.push_back({name, handle});
     }
 }

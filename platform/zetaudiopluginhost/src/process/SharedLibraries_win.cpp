@@ -2,7 +2,7 @@
 
 namespace zetaudiopluginhost {
 
-SharedLibraries::SharedLibraries(Keeps which) : keeps(which) {}
+SharedLibraries::SharedLibraries(Keeps) {}
 
 SharedLibraries::~SharedLibraries() = default;
 
