@@ -43,4 +43,9 @@ std::string CommandOutput(const std::string& command)
     return output;
 }
 
+std::string Quoted(const std::filesystem::path& path)
+{
+    return '"' + path.string() + '"';
+}
+
 } // namespace bench

@@ -20,11 +20,6 @@ namespace {
 using Modules = std::vector<std::string>;
 using Commands = std::vector<std::string>;
 
-std::string Quoted(const fs::path& path)
-{
-    return '"' + path.string() + '"';
-}
-
 /// It finds the libraries beside it, and keeps what it has found in the home folder.
 std::string ArdourCommand(const fs::path& program, const fs::path& home)
 {

@@ -10,11 +10,6 @@ namespace bench {
 
 namespace {
 
-std::string Quoted(const std::filesystem::path& path)
-{
-    return '"' + path.string() + '"';
-}
-
 int NumberOf(const std::string& json, const std::string& key)
 {
     const std::string mark = '"' + key + "\":";

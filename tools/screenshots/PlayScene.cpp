@@ -19,6 +19,7 @@
 #include <zetui/skins/Skins.h>
 
 #include "commands/CommandLine.h"
+#include "screenshots/PathText.h"
 #include "screenshots/SavePicture.h"
 #include "screenshots/SceneActions.h"
 #include "screenshots/SceneWindows.h"
@@ -189,12 +190,6 @@ bool HasLetters(const std::string& language)
     if (language == "ja")
         return !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
     return language != "zh-Hans" || !QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty();
-}
-
-std::string Utf8(const fs::path& path)
-{
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 
 #include "commands/CommandLine.h"
 #include "screenshots/DriveThatIsAway.h"
+#include "screenshots/PathText.h"
 #include "session/WindowSettings.h"
 #include "terminal/Console.h"
 
@@ -30,12 +31,6 @@ constexpr char samplesFolder[] = "Plug-Ins", newsFolder[] = "New Plug-Ins", slow
 constexpr char slowSample[] = "loops_forever";
 constexpr unsigned nameColumn = 2;
 constexpr char debugDatabase[] = "ZET_DEBUG_DATABASE";
-
-std::string Utf8(const fs::path& path)
-{
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 /// Throws `std::runtime_error` if the sample has not been built.
 fs::path BuiltSample(const std::string& name)
