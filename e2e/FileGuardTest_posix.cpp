@@ -224,6 +224,14 @@ TEST_F(FileGuard, LeavesTheFoldersThatTheUserNames)
     EXPECT_TRUE(fs::exists(victim / "folder"));
 }
 
+TEST_F(FileGuard, TheTraceSaysWhichFolderThatTheUserNamesCannotBeWrittenTo)
+{
+    SetSwitch("zetaudiofilterscan.WritableFolders", "/not/there");
+    environment["ZET_TRACE"] = "volume=1";
+    EXPECT_THAT(Scan().messages,
+                HasSubstr("writing to files is refused; plug-ins cannot write to \"/not/there\": "));
+}
+
 TEST_F(FileGuard, DoesNotHoldForScansInTheHostsOwnProcess)
 {
     EXPECT_EQ(Scan({"--in-process"}).exitStatus, 0);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fstream>
 #include <mutex>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -254,9 +255,10 @@ std::vector<std::string> ProcessesWithEnvironment(const std::string& text)
         if (number.find_first_not_of("0123456789") != std::string::npos ||
             number == std::to_string(::getpid()))
             continue;
-        std::ifstream stream(entry.path() / "environ", std::ios::binary);
-        const std::string environment{std::istreambuf_iterator<char>(stream), {}};
-        if (environment.find(text) == std::string::npos)
+        // Tests look at all processes again and again, so that this takes whole blocks, not characters.
+        std::ostringstream environment;
+        environment << std::ifstream(entry.path() / "environ", std::ios::binary).rdbuf();
+        if (environment.view().find(text) == std::string_view::npos)
             continue;
         std::string name;
         std::getline(std::ifstream(entry.path() / "comm"), name);

@@ -4,6 +4,7 @@
 #include <random>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include <zetcore/string/Utf.h>
 
@@ -41,7 +42,9 @@ std::string ReadAll(const std::filesystem::path& file)
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         throw std::runtime_error("cannot read " + file.string());
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return std::move(bytes).str();
 }
 
 void WriteAll(const std::filesystem::path& file, std::string_view bytes)
