@@ -99,18 +99,19 @@ void SkinProxyStyle::DrawCheckBox(const QStyleOptionButton& option, QPainter& pa
                                   const QWidget* widget) const
 {
     QStyleOptionButton part(option);
+    // One ring is enough: around the label, or around a box that has none.
+    const bool focused = option.state.testFlag(State_HasFocus);
+    const QRect ring = focused ? proxy()->subElementRect(SE_CheckBoxFocusRect, &option, widget) : QRect();
+    part.state.setFlag(State_HasFocus, focused && ring.isEmpty());
     part.rect = proxy()->subElementRect(SE_CheckBoxIndicator, &option, widget);
     // In a low row there is no room around the box, so that the ring takes the box's edge.
-    if (option.state.testFlag(State_HasFocus))
+    if (part.state.testFlag(State_HasFocus))
         part.rect &= option.rect;
     proxy()->drawPrimitive(PE_IndicatorCheckBox, &part, &painter, widget);
     part.rect = proxy()->subElementRect(SE_CheckBoxContents, &option, widget);
     proxy()->drawControl(CE_CheckBoxLabel, &part, &painter, widget);
-    if (!option.state.testFlag(State_HasFocus))
-        return;
-    part.rect = proxy()->subElementRect(SE_CheckBoxFocusRect, &option, widget);
-    if (!part.rect.isEmpty())
-        PaintFocusFrame(painter, QRectF(part.rect), skin, CurrentColors());
+    if (!ring.isEmpty())
+        PaintFocusFrame(painter, QRectF(ring), skin, CurrentColors());
 }
 
 void SkinProxyStyle::DrawProgressBar(const QStyleOptionProgressBar& option, QPainter& painter) const

@@ -19,6 +19,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyleOptionButton>
 #include <QStyleOptionSlider>
 #include <zetui/pixmill/Pixmill.h>
 
@@ -235,6 +236,29 @@ TEST_P(SkinLook, TheKeyboardFocusIsClearlyVisible)
         EXPECT_GE(VisibleDifference(without, widget->grab().toImage()), 30)
             << widget->metaObject()->className();
     }
+}
+
+TEST_P(SkinLook, TheRingOfABoxWithALabelIsAroundTheLabelAlone)
+{
+    QWidget window;
+    QHBoxLayout row(&window);
+    QPushButton elsewhere;
+    QCheckBox labelled(QStringLiteral("Rescan"));
+    row.addWidget(&elsewhere);
+    row.addWidget(&labelled);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return window.isActiveWindow(); }));
+    QStyleOptionButton option;
+    option.initFrom(&labelled);
+    option.text = labelled.text();
+    const QRect box = labelled.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &labelled);
+    elsewhere.setFocus(Qt::TabFocusReason);
+    const QImage without = labelled.grab().toImage();
+    labelled.setFocus(Qt::TabFocusReason);
+    const QImage with = labelled.grab().toImage();
+    EXPECT_EQ(with.copy(box), without.copy(box));
+    EXPECT_NE(with, without);
 }
 
 TEST_P(SkinLook, TheRingOfABoxInALowRowIsEven)
