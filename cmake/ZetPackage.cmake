@@ -54,7 +54,7 @@ add_custom_target(zet_windows_runtime ALL DEPENDS "${zet_stamp}")
 # The package is a component of its own, which is installed only when it is named. A plain installation is that of
 # cmake/ZetInstall.cmake.
 install(TARGETS zetcore zettransport zetmarshal zetaudiofilterhost zetaudiopluginhost zetui zetaudiopluginhostui
-                zetaudiofilterscan zetaudiopluginmanager
+                zetaudiopluginscan zetaudiofilterscan zetaudiopluginmanager
   RUNTIME DESTINATION . COMPONENT package EXCLUDE_FROM_ALL)
 install(FILES ${zet_runtime} DESTINATION . COMPONENT package EXCLUDE_FROM_ALL)
 if(MINGW)
@@ -154,4 +154,4 @@ add_custom_target(zet_package
   COMMAND ${CMAKE_COMMAND} -E chdir "${PROJECT_BINARY_DIR}/package"
           ${CMAKE_COMMAND} -E tar cf "${ZET_PACKAGE_NAME}.zip" --format=zip "${ZET_PACKAGE_NAME}"
   VERBATIM)
-add_dependencies(zet_package zetaudiopluginmanager zetaudiofilterscan zet_string_tables)
+add_dependencies(zet_package zetaudiopluginmanager zetaudiopluginscan zetaudiofilterscan zet_string_tables)

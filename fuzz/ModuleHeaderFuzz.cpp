@@ -43,5 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     MemoryByteReader elf(zetfuzz::Text(data, size));
     WhyElfNotLoadable(elf, ModuleMachine::X86_64, entries);
     WhyPeNotLoadable(elf, ModuleMachine::X86_64, entries);
+    CountingReader imports(zetfuzz::Text(data, size));
+    PeImports(imports);
+    zetfuzz::Require(imports.reads <= 1000000, "imports are read with few reads");
     return 0;
 }

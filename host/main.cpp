@@ -5,7 +5,7 @@
 
 int main(int argumentCount, char** arguments)
 {
-    zetaudiopluginmanager::PrepareConsole();
+    const zetaudiopluginmanager::PreparedConsole console;
     return zetaudiopluginmanager::RunCommandLine(
         zetaudiopluginmanager::CommandLineArguments(argumentCount, arguments), std::cout);
 }

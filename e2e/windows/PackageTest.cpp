@@ -62,6 +62,32 @@ TEST(Package, HoldsEveryLibraryThatItsProgramsAndLibrariesImport)
     EXPECT_GT(files, 12);
 }
 
+/// What a library or program needs of the package, and what that needs, and so on. Lower case.
+std::set<std::string> NeededOfPackage(const std::string& file)
+{
+    std::set<std::string> needed;
+    std::vector<std::string> toLookAt = {file};
+    while (!toLookAt.empty()) {
+        const fs::path next = package / toLookAt.back();
+        toLookAt.pop_back();
+        for (const std::string& import : PortableExecutable(next).Imports())
+            if (fs::exists(package / import) && needed.insert(LowerCase(import)).second)
+                toLookAt.push_back(import);
+    }
+    return needed;
+}
+
+TEST(Package, HasAScanForHostsWithoutWindowsThatNeedsNoQt)
+{
+    EXPECT_THAT(NeededOfPackage("zetaudiopluginhostui.dll"), testing::Contains("qt6widgets.dll"));
+    for (const char* const file : {"zetaudiopluginscan.dll", "zetaudiofilterscan.exe"}) {
+        const std::set<std::string> needed = NeededOfPackage(file);
+        EXPECT_THAT(needed, testing::Contains("zetaudiopluginhost.dll")) << file;
+        EXPECT_THAT(needed, testing::Each(testing::Not(testing::StartsWith("qt6")))) << file;
+        EXPECT_THAT(needed, testing::Not(testing::Contains("zetui.dll"))) << file;
+    }
+}
+
 TEST(Package, HoldsNoSymbolsForDebuggers)
 {
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(package))
@@ -74,10 +100,10 @@ TEST(Package, HoldsWhatIsLoadedByNameAndTheLicences)
 {
     for (const char* const name :
          {"zetaudiopluginmanager.exe", "zetaudiofilterscan.exe", "zetaudiopluginhostui.dll",
-          "platforms/qwindows.dll", "lang/en.txt", "lang/ja.txt", "lang/qtbase_de.qm", "lang/qtbase_zh_CN.qm",
-          "LICENSE.txt", "README.txt", "licences/qt.txt", "licences/qt-translations.txt",
-          "licences/LGPL-3.txt", "licences/GPL-3.txt", "licences/boost.txt", "licences/pugixml.txt",
-          "licences/CLI11.txt"}) {
+          "zetaudiopluginscan.dll", "platforms/qwindows.dll", "lang/en.txt", "lang/ja.txt",
+          "lang/qtbase_de.qm", "lang/qtbase_zh_CN.qm", "LICENSE.txt", "README.txt", "licences/qt.txt",
+          "licences/qt-translations.txt", "licences/LGPL-3.txt", "licences/GPL-3.txt", "licences/boost.txt",
+          "licences/pugixml.txt", "licences/CLI11.txt"}) {
         EXPECT_TRUE(fs::is_regular_file(package / name)) << name;
         EXPECT_GT(fs::file_size(package / name), 0u) << name;
     }

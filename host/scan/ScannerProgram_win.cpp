@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <zetaudiopluginhostui/AudioPluginScan.h>
+#include <zetcore/filesupport/paths/LongPath.h>
 
 namespace zetaudiopluginmanager {
 
@@ -13,7 +14,7 @@ std::wstring ScannerProgramPath()
 
 ScannerProgramState LookAtScannerProgram()
 {
-    const std::wstring program = ScannerProgramPath();
+    const std::wstring program = zetcore::filesupport::LongForm(ScannerProgramPath());
     if (::GetFileAttributesW(program.c_str()) == INVALID_FILE_ATTRIBUTES)
         return ScannerProgramState::Missing;
     DWORD kind = 0;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,19 @@ namespace zetaudiopluginmanager {
 /// The arguments without the program's name, in UTF-8. Bytes that are not UTF-8 stay as they are.
 std::vector<std::string> CommandLineArguments(int count, const char* const* arguments);
 
-/// Makes the terminal show UTF-8, where it would not do so by itself.
-void PrepareConsole();
+/// While it lives, the terminal shows UTF-8, also where it would not do so by itself.
+class PreparedConsole
+{
+  public:
+    PreparedConsole();
+    ~PreparedConsole();
+    PreparedConsole(const PreparedConsole&) = delete;
+    PreparedConsole& operator=(const PreparedConsole&) = delete;
+
+  private:
+    struct Before;
+    std::unique_ptr<Before> before;
+};
 
 /// A variable of this process's environment, which the processes that it starts inherit. UTF-8. A variable
 /// that is not set is empty.

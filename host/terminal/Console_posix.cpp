@@ -16,12 +16,17 @@ std::vector<std::string> CommandLineArguments(int count, const char* const* argu
                      : std::vector<std::string>();
 }
 
-void PrepareConsole()
+struct PreparedConsole::Before
+{};
+
+PreparedConsole::PreparedConsole()
 {
     // Without this, a write to a file that may not grow any more would end the program. Now the write fails,
     // and the program says so.
     std::signal(SIGXFSZ, SIG_IGN);
 }
+
+PreparedConsole::~PreparedConsole() = default;
 
 std::string EnvironmentText(const std::string& name)
 {

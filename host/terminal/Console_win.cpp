@@ -33,9 +33,23 @@ std::vector<std::string> CommandLineArguments(int, const char* const*)
     return arguments;
 }
 
-void PrepareConsole()
+// The console keeps its code page when the program has ended, and older programs rely on theirs.
+struct PreparedConsole::Before
+{
+    UINT codePage = ::GetConsoleOutputCP();
+};
+
+PreparedConsole::PreparedConsole() : before(std::make_unique<Before>())
 {
     ::SetConsoleOutputCP(CP_UTF8);
+}
+
+PreparedConsole::~PreparedConsole()
+{
+    std::fflush(stdout);
+    std::fflush(stderr);
+    if (before->codePage != 0)
+        ::SetConsoleOutputCP(before->codePage);
 }
 
 std::string EnvironmentText(const std::string& name)

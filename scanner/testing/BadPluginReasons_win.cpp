@@ -18,7 +18,7 @@ std::vector<BadPluginReason> BadPluginReasons()
         {"bad/quick_exits_one", "ended the process (exit code 1) in its entry function"},
         {"bad/installs_crash_handler", "ended the process (exit code 0) in its entry function"},
         {"bad/throws_exception", "threw an exception (the plug-in gave up)"},
-        {"bad/missing_library", "could not be loaded: "},
+        {"bad/missing_library", "could not be loaded: libzet_not_found.dll: "},
         {"bad/returns_null", "its entry function returned nothing"},
         {"bad/wrong_magic", "its entry function returned something that is no VST plug-in"},
         {"bad/endless_shell", "it is a shell that never ends its list of plug-ins"},

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 
 #include "FrameReader.h"
 #include "TraceCategory.h"
@@ -166,9 +167,10 @@ void Session::State::OnStreamClosed(Session& session, std::error_code error)
 {
     if (!session.state->MarkClosedByOther())
         return;
-    zetcore::debug::TraceLine(4, traceCategory,
-                              "Session closed by the other side" +
-                                  (error ? ": " + error.message() : std::string()));
+    zetcore::debug::TraceLine(
+        4, traceCategory,
+        "Session closed by the other side" +
+            (error ? ": " + zetcore::filesupport::DescribeError(error) : std::string()));
     CallBackIfDue(session);
 }
 

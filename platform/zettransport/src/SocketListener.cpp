@@ -7,6 +7,7 @@
 
 #include <boost/asio/ip/address_v4.hpp>
 #include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 
 #include "SocketSystem.h"
 
@@ -95,7 +96,9 @@ void SocketListener::OnReady()
         if (error == std::errc::connection_aborted || error == std::errc::interrupted)
             continue;
         if (error) {
-            zetcore::debug::TraceLine(1, "zettransport", "Cannot accept a connection: " + error.message());
+            zetcore::debug::TraceLine(1, "zettransport",
+                                      "Cannot accept a connection: " +
+                                          zetcore::filesupport::DescribeError(error));
             Pause();
             return;
         }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <zetaudiofilterhost/PluginFormat.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
@@ -74,7 +75,7 @@ std::optional<fs::path> FindLibrary(const fs::path& bundle, const BundleLayout& 
 NoLibrary WhyWithoutLibrary(const BundleLayout& layout, const Look& look)
 {
     if (look.Problem())
-        return {"the bundle cannot be read: " + look.Problem().message(), true};
+        return {"the bundle cannot be read: " + zetcore::filesupport::DescribeError(look.Problem()), true};
     return {"a bundle without a library for this machine (" + std::string(layout.architecture) + ")"};
 }
 

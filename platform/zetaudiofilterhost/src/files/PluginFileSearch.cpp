@@ -5,6 +5,7 @@
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/debug/Trace.h>
 #include <zetcore/debug/faults/FaultPoint.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/string/Utf.h>
 
@@ -15,6 +16,7 @@ using zetcore::filesupport::FromNativePath;
 using zetcore::filesupport::IsLink;
 using zetcore::filesupport::IsRefusal;
 using zetcore::filesupport::IsSameFileName;
+using zetcore::filesupport::KindBehindLongPath;
 using zetcore::filesupport::ResolvedPath;
 using zetcore::filesupport::ToNativePath;
 
@@ -24,7 +26,7 @@ void TracePassedOver(const fs::path& path, const std::error_code& error)
 {
     zetcore::debug::TraceLine(3, "PluginRegistry",
                               zetcore::string::UTF16to8(FromNativePath(path)) + ": passed over, " +
-                                  error.message());
+                                  zetcore::filesupport::DescribeError(error));
 }
 
 bool HasExtension(const std::wstring& extension, const PluginFormat& format)
@@ -38,6 +40,12 @@ bool IsBundleExtension(const std::wstring& extension)
     return std::ranges::any_of(PluginFormats(), [&extension](const PluginFormat& format) {
         return format.files.bundle && HasExtension(extension, format);
     });
+}
+
+/// The error, but for something whose path is too long, which is no missing thing.
+std::error_code Explained(const fs::path& path, const std::error_code& error)
+{
+    return error && KindBehindLongPath(path) ? std::make_error_code(std::errc::filename_too_long) : error;
 }
 
 fs::directory_iterator OpenFolder(const fs::path& folder, std::error_code& error)
@@ -64,7 +72,7 @@ void PluginFileSearch::AddPlugin(Place plugin)
 void PluginFileSearch::NoteUnreadable(const fs::path& path, const std::error_code& error)
 {
     TracePassedOver(path, error);
-    unreadable.push_back({FromNativePath(path), error.message()});
+    unreadable.push_back({FromNativePath(path), zetcore::filesupport::DescribeError(error)});
 }
 
 bool PluginFileSearch::SearchFolder(const std::wstring& folder)
@@ -79,7 +87,7 @@ bool PluginFileSearch::SearchFolder(const std::wstring& folder)
     if (error) {
         zetcore::debug::TraceLine(5, "PluginRegistry",
                                   zetcore::string::UTF16to8(folder) + ": cannot be reached, " +
-                                      error.message());
+                                      zetcore::filesupport::DescribeError(error));
         return false;
     }
     const std::wstring extension = FromNativePath(root.path.extension());
@@ -112,6 +120,7 @@ bool PluginFileSearch::ReadFolder(const Place& folder, std::vector<Place>& toSea
     for (fs::directory_iterator entry = OpenFolder(folder.path, error), end; !error && entry != end;
          entry.increment(error))
         Classify(*entry, folder, plugins, folders);
+    error = Explained(folder.path, error);
     if (IsRefusal(error))
         NoteUnreadable(folder.path, error);
     else if (error)
@@ -140,7 +149,10 @@ void PluginFileSearch::Classify(const fs::directory_entry& entry, const Place& f
         isPluginName && (isFolder ? format.files.bundle != nullptr : entry.is_regular_file(error));
     const bool isSearched = isFolder && !IsBundleExtension(extension);
     if (!isPlugin && !isSearched) {
-        if (IsRefusal(error) && IsLink(entry))
+        const auto kind = error ? KindBehindLongPath(entry.path()) : std::nullopt;
+        if (kind && (isPluginName || kind == fs::file_type::directory))
+            NoteUnreadable(entry.path(), Explained(entry.path(), error));
+        else if (IsRefusal(error) && IsLink(entry))
             NoteUnreadable(entry.path(), error);
         else if (error && isPluginName)
             TracePassedOver(entry.path(), error);

@@ -128,6 +128,20 @@ TEST_F(WindowsSearchTest, WithoutARegisteredFolderTheDefaultsStartWithTheSystems
     EXPECT_EQ(FoldersOf(registry, TechnologyType::VST).front(), L"P:\\Programs\\VSTPlugins");
 }
 
+TEST_F(WindowsSearchTest, WhatIsBehindATooLongPathIsToldAndTheRestIsFound)
+{
+    const auto near = MakeFile("near/a.dll");
+    const std::wstring longName(180, L'n');
+    const std::wstring deep = ToWide(plugins / "far") + L"\\" + longName;
+    for (const std::wstring& made : {ToWide(plugins / "far"), deep, deep + L"\\" + longName})
+        ASSERT_TRUE(::CreateDirectoryW((L"\\\\?\\" + made).c_str(), nullptr)) << ::GetLastError();
+    EXPECT_THAT(Collect(), ElementsAre(near));
+    const std::vector<UnreadableFolder>& unreadable = registry.GetUnreadableFolders();
+    ASSERT_EQ(unreadable.size(), 1u);
+    EXPECT_EQ(unreadable[0].path, deep + L"\\" + longName);
+    EXPECT_EQ(unreadable[0].reason, std::make_error_code(std::errc::filename_too_long).message());
+}
+
 } // namespace
 
 } // namespace zetaudiofilterhost

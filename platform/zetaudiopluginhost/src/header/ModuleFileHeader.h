@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -51,5 +52,8 @@ std::optional<zetcore::utility::Reason> WhyElfNotLoadable(ByteReader& file, Modu
                                                           const std::vector<EntryPoint>& entryPoints);
 std::optional<zetcore::utility::Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
                                                          const std::vector<EntryPoint>& entryPoints);
+
+/// The file names of the libraries that a PE library needs at once, as far as the file tells them.
+std::vector<std::string> PeImports(ByteReader& file);
 
 } // namespace zetaudiopluginhost

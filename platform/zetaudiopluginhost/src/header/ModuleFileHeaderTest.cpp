@@ -227,6 +227,58 @@ TEST(ModuleFileHeader, APositionIndependentProgramIsNoLibrary)
     EXPECT_EQ(Refusal(program), "a program or an object file, not a library");
 }
 
+std::vector<std::string> Imports(std::string_view bytes)
+{
+    MemoryByteReader reader(bytes);
+    return PeImports(reader);
+}
+
+constexpr std::size_t peImportPart = 256, peImportNames = 384;
+
+/// A library that needs two others.
+std::string PeWithImports()
+{
+    std::string pe = SamplePe();
+    Put<std::uint32_t>(pe, peOptional + 120, peAddress + peImportPart);
+    Put<std::uint32_t>(pe, peRaw + peImportPart + 12, peAddress + peImportNames);
+    Put<std::uint32_t>(pe, peRaw + peImportPart + 20 + 12, peAddress + peImportNames + 32);
+    PutText(pe, peRaw + peImportNames, "KERNEL32.dll");
+    PutText(pe, peRaw + peImportNames + 32, "other.dll");
+    return pe;
+}
+
+TEST(ModuleFileHeader, TheLibrariesThatAPeLibraryNeedsAreRead)
+{
+    EXPECT_EQ(Imports(SamplePe()), std::vector<std::string>());
+    EXPECT_EQ(Imports(PeWithImports()), (std::vector<std::string>{"KERNEL32.dll", "other.dll"}));
+    EXPECT_EQ(Imports(SampleElf()), std::vector<std::string>());
+}
+
+TEST(ModuleFileHeader, ImportsAreReadFromWithinTheFileOnly)
+{
+    // The text has no end inside the file.
+    std::string endless = PeWithImports();
+    Put<std::uint32_t>(endless, peRaw + peImportPart + 12, peAddress + peSize - peRaw - 4);
+    std::memcpy(endless.data() + peSize - 4, "long", 4);
+    EXPECT_EQ(Imports(endless), std::vector<std::string>{"other.dll"});
+
+    std::string outside = PeWithImports();
+    Put<std::uint32_t>(outside, peRaw + peImportPart + 12, 0xFFFFFFF0u);
+    EXPECT_EQ(Imports(outside), std::vector<std::string>{"other.dll"});
+
+    const std::string whole = PeWithImports();
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        EXPECT_LE(Imports(std::string_view(whole).substr(0, size)).size(), 2u) << size;
+
+    std::mt19937 random(1);
+    for (int round = 0; round < 2000; ++round) {
+        std::string damaged = whole;
+        for (int i = 0; i < 4; ++i)
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        EXPECT_LE(Imports(damaged).size(), 1024u);
+    }
+}
+
 TEST(ModuleFileHeader, PeFilesOfAnotherKindAreNamed)
 {
     ExpectVerdicts(SamplePe(), peTarget,

@@ -39,15 +39,24 @@ struct ExportDirectory
 };
 static_assert(sizeof(ExportDirectory) == 40);
 
+struct ImportDescriptor
+{
+    std::uint32_t lookups, time, forwarders, name, addresses;
+};
+static_assert(sizeof(ImportDescriptor) == 20);
+
 constexpr std::uint64_t peOffsetPlace = 0x3C;
 constexpr std::uint32_t peSignature = 0x00004550;
 constexpr std::uint16_t isDll = 0x2000;
 constexpr std::uint16_t magicPe32 = 0x10B, magicPe32Plus = 0x20B;
-constexpr std::uint64_t directoryCountPlace = 108, exportDirectoryPlace = 112;
+constexpr std::uint64_t directoryCountPlace = 108, exportDirectoryPlace = 112, importDirectoryPlace = 120;
 // The system's own loader takes no more than 96 sections; the number of an exported function has 16 bits, and
 // a few names may share one.
 constexpr std::uint16_t maxSections = 96;
 constexpr std::uint32_t maxNames = 1 << 17;
+// No library needs so many others, and no file's name is so long.
+constexpr std::uint32_t maxImports = 1024;
+constexpr std::size_t maxNameLength = 260;
 
 std::string PeMachineName(std::uint16_t machine)
 {
@@ -78,6 +87,18 @@ std::optional<std::uint64_t> OffsetOf(const std::vector<SectionHeader>& sections
             return std::uint64_t{section.rawOffset} + (address - section.virtualAddress);
     }
     return std::nullopt;
+}
+
+/// Empty when no text of a file name's length ends there.
+std::string ReadName(ByteReader& file, std::uint64_t place)
+{
+    std::string name;
+    for (char letter = 0; name.size() < maxNameLength && file.ReadValue(place + name.size(), letter);) {
+        if (letter == '\0')
+            return name;
+        name.push_back(letter);
+    }
+    return {};
 }
 
 bool ExportsOneOf(ByteReader& file, const std::vector<SectionHeader>& sections,
@@ -150,6 +171,37 @@ std::optional<Reason> WhyPeNotLoadable(ByteReader& file, ModuleMachine machine,
         !ExportsOneOf(file, sections, exportDirectory[0], entryPoints))
         return Reason{reasons::InEnglish(reasons::noEntryPoint)};
     return std::nullopt;
+}
+
+std::vector<std::string> PeImports(ByteReader& file)
+{
+    std::uint32_t peOffset = 0;
+    CoffHeader header{};
+    if (!file.ReadValue(peOffsetPlace, peOffset) || !file.ReadValue(peOffset, header) ||
+        header.signature != peSignature || header.sectionCount > maxSections)
+        return {};
+    const std::uint64_t optional = std::uint64_t{peOffset} + sizeof(CoffHeader);
+    std::uint16_t magic = 0;
+    std::uint32_t directoryCount = 0, directoryAddress = 0;
+    std::vector<SectionHeader> sections(header.sectionCount);
+    if (!file.ReadValue(optional, magic) || magic != magicPe32Plus ||
+        !file.ReadValue(optional + directoryCountPlace, directoryCount) || directoryCount < 2 ||
+        !file.ReadValue(optional + importDirectoryPlace, directoryAddress) ||
+        !file.Read(optional + header.optionalHeaderSize, sections.data(),
+                   sections.size() * sizeof(SectionHeader)))
+        return {};
+    const std::optional<std::uint64_t> place = OffsetOf(sections, directoryAddress);
+    std::vector<std::string> names;
+    ImportDescriptor descriptor{};
+    for (std::uint32_t i = 0; place && i < maxImports; ++i) {
+        if (!file.ReadValue(*place + std::uint64_t{i} * sizeof descriptor, descriptor) ||
+            descriptor.name == 0)
+            break;
+        const std::optional<std::uint64_t> text = OffsetOf(sections, descriptor.name);
+        if (std::string name = text ? ReadName(file, *text) : std::string(); !name.empty())
+            names.push_back(std::move(name));
+    }
+    return names;
 }
 
 } // namespace zetaudiopluginhost

@@ -5,7 +5,22 @@
 
 #include <windows.h>
 
+#include "process/MissingLibrary_win.h"
+#include <zetcore/filesupport/handles/SystemError.h>
+
 namespace zetaudiopluginhost {
+
+namespace {
+
+/// The system says that a module is not found where it means another one that this one needs.
+std::string Words(const std::wstring& path, DWORD error)
+{
+    const std::string missing = error == ERROR_MOD_NOT_FOUND ? FindMissingLibrary(path) : std::string();
+    return (missing.empty() ? missing : missing + ": ") +
+           zetcore::filesupport::DescribeError({static_cast<int>(error), std::system_category()});
+}
+
+} // namespace
 
 LoadedModule::LoadedModule(const std::wstring& path)
 {
@@ -16,8 +31,7 @@ LoadedModule::LoadedModule(const std::wstring& path)
     const DWORD error = GetLastError();
     SetThreadErrorMode(modeBefore, nullptr);
     if (handle == nullptr)
-        throw ModuleLoadError(std::system_category().message(static_cast<int>(error)),
-                              error == ERROR_DLL_INIT_FAILED || error == ERROR_NOACCESS);
+        throw ModuleLoadError(Words(path, error), error == ERROR_DLL_INIT_FAILED || error == ERROR_NOACCESS);
 }
 
 LoadedModule::AnyFunction LoadedModule::FindAddress(const char* name) const

@@ -13,9 +13,9 @@ int TerminalColumns(std::FILE* stream);
 /// The width of a stream that has none of its own.
 int ColumnsOfEnvironment();
 
-/// Makes Ctrl-C (and SIGTERM) an answer while at least one of these exists. The first becomes a flag. A
-/// second one, before the last of these is gone, ends the program as usual, so that a program that hangs can
-/// always be stopped. A signal that was ignored before stays ignored.
+/// Makes Ctrl-C (and SIGTERM, on Windows Ctrl-Break) an answer while at least one of these exists. The first
+/// becomes a flag. A second one, before the last of these is gone, ends the program as usual, so that a
+/// program that hangs can always be stopped. A signal that was ignored before stays ignored.
 class InterruptWatch
 {
   public:

@@ -37,6 +37,7 @@ class OwnConsole : public zettesting::HostFixture
     }
 
     static void PressCtrlC() { ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0); }
+    static void PressCtrlBreak() { ::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0); }
 
     bool hasConsole = false;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{
@@ -63,6 +64,17 @@ TEST_F(OwnConsole, CtrlCIsReportedOnce)
     while (!progress->ProcessEvents(true)) {
     }
     EXPECT_FALSE(progress->ProcessEvents(false));
+    EXPECT_EQ(presentation->GetCounts().cancelled, 1);
+}
+
+TEST_F(OwnConsole, CtrlBreakIsTheCancelButtonToo)
+{
+    ASSERT_TRUE(hasConsole);
+    const auto progress = presentation->CreateProgress({});
+    progress->Show("Scanning", "", true);
+    PressCtrlBreak();
+    while (!progress->ProcessEvents(true)) {
+    }
     EXPECT_EQ(presentation->GetCounts().cancelled, 1);
 }
 

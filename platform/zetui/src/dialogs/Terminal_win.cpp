@@ -15,7 +15,9 @@ int watches = 0;
 
 BOOL WINAPI OnControlEvent(DWORD event)
 {
-    if (event != CTRL_C_EVENT || presses.fetch_add(1) > 0)
+    // A program that has started this one as a group of its own can send it Ctrl-Break, and no Ctrl-C.
+    const bool asksToEnd = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+    if (!asksToEnd || presses.fetch_add(1) > 0)
         return FALSE; // the next handler, at last the system's, ends the program
     pending = true;
     return TRUE;

@@ -5,9 +5,9 @@
 
 #include <zetcore/debug/faults/FaultPoint.h>
 #include <zetcore/filesupport/handles/Descriptor.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {

@@ -3,9 +3,9 @@
 #include <windows.h>
 
 #include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SharedOpening_win.h"
 

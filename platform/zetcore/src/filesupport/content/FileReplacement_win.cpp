@@ -8,11 +8,11 @@
 #include <windows.h>
 
 #include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/Backoff.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/SharedOpening_win.h"

@@ -7,9 +7,9 @@
 #include <unistd.h>
 
 #include <zetcore/filesupport/handles/Descriptor.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/FileStatus.h"
 #include "filesupport/paths/SharedOpening_win.h"

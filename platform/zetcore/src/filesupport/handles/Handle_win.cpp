@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include <windows.h>
-
-#include "filesupport/handles/SystemError.h"
+#include <zetcore/filesupport/handles/SystemError.h>
 
 namespace zetcore::filesupport {
 

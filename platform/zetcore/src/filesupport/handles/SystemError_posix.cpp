@@ -1,4 +1,4 @@
-#include "filesupport/handles/SystemError.h"
+#include <zetcore/filesupport/handles/SystemError.h>
 
 #include <cerrno>
 

@@ -1,8 +1,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/string/Utf.h>
-
-#include "filesupport/handles/SystemError.h"
 
 namespace zetcore::filesupport {
 

@@ -6,8 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "filesupport/handles/SystemError.h"
+#include <zetcore/filesupport/handles/SystemError.h>
 
 namespace zetcore::filesupport {
 

@@ -1,7 +1,7 @@
 #include "filesupport/paths/FileStatus.h"
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/SharedOpening_win.h"
+#include <zetcore/filesupport/handles/SystemError.h>
 
 namespace zetcore::filesupport {
 

@@ -31,6 +31,11 @@ bool IsRefusal(const std::error_code& error)
            error != std::errc::too_many_symbolic_link_levels;
 }
 
+std::optional<std::filesystem::file_type> KindBehindLongPath(const std::filesystem::path&)
+{
+    return std::nullopt;
+}
+
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
 {
     return std::filesystem::canonical(path, error);

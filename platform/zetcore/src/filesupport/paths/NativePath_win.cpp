@@ -3,9 +3,10 @@
 #include <windows.h>
 
 #include <zetcore/filesupport/handles/Handle.h>
-#include <zetcore/string/Utf.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 
-#include "filesupport/handles/SystemError.h"
+#include "filesupport/paths/SharedOpening_win.h"
+#include <zetcore/string/Utf.h>
 
 namespace zetcore::filesupport {
 
@@ -26,7 +27,7 @@ bool IsSameFileName(std::wstring_view left, std::wstring_view right)
 
 bool IsLink(const std::filesystem::directory_entry& entry)
 {
-    const DWORD attributes = ::GetFileAttributesW(entry.path().c_str());
+    const DWORD attributes = ::GetFileAttributesW(SystemPath(entry.path()).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
@@ -51,10 +52,23 @@ bool IsRefusal(const std::error_code& error)
     }
 }
 
+std::optional<std::filesystem::file_type> KindBehindLongPath(const std::filesystem::path& path)
+{
+    // Behind a folder's path come a separator and the star that stands for all of its names.
+    constexpr std::size_t shortEnough = MAX_PATH - 12;
+    const DWORD attributes = path.native().size() > shortEnough
+                                 ? ::GetFileAttributesW(SystemPath(path).c_str())
+                                 : INVALID_FILE_ATTRIBUTES;
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return std::nullopt;
+    using Kind = std::filesystem::file_type;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Kind::directory : Kind::regular;
+}
+
 std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error)
 {
     // The standard library's canonical does not follow junctions here.
-    const Handle opened(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+    const Handle opened(::CreateFileW(SystemPath(path).c_str(), FILE_READ_ATTRIBUTES,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (!opened.IsOpen()) {

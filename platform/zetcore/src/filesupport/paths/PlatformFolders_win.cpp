@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/utility/EnvironmentVariable.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 
 namespace zetcore::filesupport {

@@ -7,9 +7,9 @@
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/handles/Descriptor.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/sharing/HandleLock_posix.h"
 #include "filesupport/sharing/SharingNames.h"

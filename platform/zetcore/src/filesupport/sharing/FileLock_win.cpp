@@ -6,10 +6,10 @@
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/utility/Backoff.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SharedOpening_win.h"
 #include "filesupport/sharing/SharingNames.h"

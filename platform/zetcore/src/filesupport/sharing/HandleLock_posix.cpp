@@ -4,9 +4,8 @@
 
 #include <sys/file.h>
 
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/utility/Backoff.h>
-
-#include "filesupport/handles/SystemError.h"
 
 namespace zetcore::filesupport {
 

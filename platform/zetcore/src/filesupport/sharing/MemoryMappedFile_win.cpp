@@ -8,12 +8,12 @@
 
 #include <zetcore/debug/Trace.h>
 #include <zetcore/filesupport/handles/Handle.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/filesupport/paths/CommonDirs.h>
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/string/Utf.h>
 #include <zetcore/utility/Backoff.h>
 
-#include "filesupport/handles/SystemError.h"
 #include "filesupport/paths/CheckedPath.h"
 #include "filesupport/paths/SharedOpening_win.h"
 #include "filesupport/sharing/SharingNames.h"

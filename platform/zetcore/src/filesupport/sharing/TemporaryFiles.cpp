@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <zetcore/debug/Trace.h>
+#include <zetcore/filesupport/handles/SystemError.h>
 #include <zetcore/string/Utf.h>
 
 #include "filesupport/paths/CheckedPath.h"
@@ -55,7 +56,7 @@ std::size_t DeleteAbandonedTemporaries(const Dir& folder, std::chrono::seconds a
         if (cause)
             debug::TraceLine(1, "FileUtils",
                              string::UTF16to8(string::ForDisplay(FromNativePath(entries->path()))) + ": " +
-                                 cause.message());
+                                 DescribeError(cause));
     }
     return deleted;
 }

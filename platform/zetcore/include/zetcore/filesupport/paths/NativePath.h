@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -21,6 +22,9 @@ ZETCORE_API bool IsLink(const std::filesystem::directory_entry& entry);
 /// True for an error that says that something is there and cannot be looked at. An error that says that there
 /// is nothing, or that the drive is away, is an ordinary answer.
 ZETCORE_API bool IsRefusal(const std::error_code& error);
+/// The kind of what is behind a path that is too long for the standard library, which says that nothing is
+/// there. Nothing for every other path.
+ZETCORE_API std::optional<std::filesystem::file_type> KindBehindLongPath(const std::filesystem::path& path);
 /// Returns the path with every link followed. When it leads nowhere, the result is empty and the error is
 /// set.
 ZETCORE_API std::filesystem::path ResolvedPath(const std::filesystem::path& path, std::error_code& error);
