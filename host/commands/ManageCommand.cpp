@@ -7,6 +7,7 @@
 
 #include "session/WindowSettings.h"
 #include "session/WindowStore.h"
+#include "terminal/Console.h"
 
 namespace zetaudiopluginmanager {
 
@@ -29,6 +30,7 @@ ExitStatus RunManageCommand(HostSession& session)
     settings.dialogBounds = zetui::ui::FindPlaceOnScreen(settings.dialogBounds);
     const auto store = std::make_shared<WindowStore>(remembered.controls);
     zetui::ui::SetControlStore(store);
+    LeaveOwnConsole();
     zetaudiopluginhostui::AudioPluginManager::GetInstance().DoPluginManagerDialog(nullptr, settings, nullptr);
     zetui::ui::SetControlStore(nullptr);
     session.Save([&] { SaveWindowSettings(settings, store->Written()); });

@@ -26,6 +26,10 @@ class PreparedConsole
     std::unique_ptr<Before> before;
 };
 
+/// Leaves a console that the system has opened for this program alone, because it was started with the mouse.
+/// Otherwise that would stay beside the window, empty.
+void LeaveOwnConsole();
+
 /// A variable of this process's environment, which the processes that it starts inherit. UTF-8. A variable
 /// that is not set is empty.
 std::string EnvironmentText(const std::string& name);

@@ -28,6 +28,8 @@ PreparedConsole::PreparedConsole()
 
 PreparedConsole::~PreparedConsole() = default;
 
+void LeaveOwnConsole() {}
+
 std::string EnvironmentText(const std::string& name)
 {
     const char* const value = std::getenv(name.c_str());

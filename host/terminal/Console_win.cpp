@@ -1,5 +1,6 @@
 #include "terminal/Console.h"
 
+#include <array>
 #include <cstdlib>
 #include <memory>
 
@@ -50,6 +51,19 @@ PreparedConsole::~PreparedConsole()
     std::fflush(stderr);
     if (before->codePage != 0)
         ::SetConsoleOutputCP(before->codePage);
+}
+
+void LeaveOwnConsole()
+{
+    std::array<DWORD, 2> processes{};
+    if (::GetConsoleProcessList(processes.data(), static_cast<DWORD>(processes.size())) != 1)
+        return;
+    // What is written from now on has no reader. A file or a pipe stays what it is.
+    for (std::FILE* const stream : {stdout, stderr}) {
+        if (IsTerminal(stream) && !std::freopen("NUL", "w", stream))
+            return;
+    }
+    ::FreeConsole();
 }
 
 std::string EnvironmentText(const std::string& name)
