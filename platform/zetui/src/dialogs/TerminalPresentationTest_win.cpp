@@ -1,6 +1,7 @@
 // These tests need a real console.
 #include <zetui/dialogs/TerminalPresentation.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetcore/threads/PlainEventLoop.h>
+#include <zettesting/Emulation.h>
 #include <zettesting/HostFixture.h>
 #include <zetui/dialogs/UI_ProgressDialog.h>
 #include <zetui/utility/IntrusivePtr.h>
@@ -37,7 +39,20 @@ class OwnConsole : public zettesting::HostFixture
     }
 
     static void PressCtrlC() { ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0); }
-    static void PressCtrlBreak() { ::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0); }
+    /// Wine hands on no Ctrl-Break. There this calls what the system calls in a process that gets one.
+    static void PressCtrlBreak()
+    {
+        if (!zettesting::IsWine()) {
+            ::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0);
+            return;
+        }
+        const HMODULE library = ::GetModuleHandleW(L"kernelbase.dll");
+        ASSERT_NE(library, nullptr);
+        const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+            reinterpret_cast<void*>(::GetProcAddress(library, "CtrlRoutine")));
+        ASSERT_NE(routine, nullptr);
+        routine(reinterpret_cast<void*>(static_cast<std::uintptr_t>(CTRL_BREAK_EVENT)));
+    }
 
     bool hasConsole = false;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{
