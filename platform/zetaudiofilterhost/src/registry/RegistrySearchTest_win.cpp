@@ -130,12 +130,12 @@ TEST_F(WindowsSearchTest, WithoutARegisteredFolderTheDefaultsStartWithTheSystems
 
 TEST_F(WindowsSearchTest, WhatIsBehindATooLongPathIsToldAndTheRestIsFound)
 {
-    const auto near = MakeFile("near/a.dll");
+    const auto shallow = MakeFile("near/a.dll");
     const std::wstring longName(150, L'n');
     const std::wstring deep = ToWide(plugins / "far") + L"\\" + longName;
     for (const std::wstring& made : {ToWide(plugins / "far"), deep, deep + L"\\" + longName})
         ASSERT_TRUE(::CreateDirectoryW((L"\\\\?\\" + made).c_str(), nullptr)) << ::GetLastError();
-    EXPECT_THAT(Collect(), ElementsAre(near));
+    EXPECT_THAT(Collect(), ElementsAre(shallow));
     const std::vector<UnreadableFolder>& unreadable = registry.GetUnreadableFolders();
     ASSERT_EQ(unreadable.size(), 1u);
     EXPECT_EQ(unreadable[0].path, deep + L"\\" + longName);
