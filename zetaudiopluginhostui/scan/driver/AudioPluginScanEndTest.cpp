@@ -316,6 +316,23 @@ TEST_F(ScanThatThrows, TheProgressCallbackMayThrowInEitherProcess)
     EXPECT_EQ(scan->GetEnd(), ScanEnd{});
 }
 
+TEST_F(ScanThatThrows, ACallbackThatHasThrownIsNotCalledAgain)
+{
+    Script(1, {"listen", "ok", "ok", Info(a, 0, 3, true), Result(a, L"found"), Info(b, 1, 3, true), "ok",
+               Info(c, 2, 3, true), "touch c is reported", "hold"});
+    std::vector<std::string> told;
+    scan->SetProgressCallback([&](const PluginLocator& plugin, std::size_t, std::size_t) {
+        told.push_back(Path(plugin));
+        if (plugin != b)
+            return;
+        // The next report is in the queue then.
+        WaitForFile("c is reported");
+        throw HostsError("the callback's trouble");
+    });
+    ExpectThrow<HostsError>(true);
+    EXPECT_THAT(told, ElementsAre(Path(a), Path(b)));
+}
+
 TEST_F(ScanThatThrows, AFileErrorOfTheHostsIsNotTakenForOneOfOurs)
 {
     Script(1, {"listen", "ok", "ok", Info(a, 0, 3, true), "hold"});

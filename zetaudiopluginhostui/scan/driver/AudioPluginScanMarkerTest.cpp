@@ -56,6 +56,15 @@ TEST_F(StaleMarker, APluginThatCannotBeMarkedIsNotLoadedAndTheScanGoesOn)
     EXPECT_TRUE(IsKnown(b));
 }
 
+TEST_F(StaleMarker, CancelEndsTheScanAlsoWhileNothingCanBeMarked)
+{
+    BlockMarker();
+    shown.onStep = [] { return true; };
+    Scan({MakeFile("a.so"), MakeFile("b.so")});
+    EXPECT_THAT(shown.Starting("step"), SizeIs(1));
+    EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::Cancelled);
+}
+
 TEST_F(StaleMarker, OneThatIsThereFromBeforeIsToldOnceAndNothingIsLoaded)
 {
     const auto a = MakeFile("a.so");
