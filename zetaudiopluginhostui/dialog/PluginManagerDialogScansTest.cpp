@@ -27,6 +27,12 @@ using zetui::ui::UI_Node;
 
 using DialogScans = DialogScansFixture;
 
+/// What a screen reader reads where the list has no rows.
+std::string SaidInstead(QWidget& list)
+{
+    return QAccessible::queryAccessibleInterface(&list)->text(QAccessible::Description).toStdString();
+}
+
 TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
 {
     settings.sortColumn = kColumnType; // All are equal there, so that they stay in fill order.
@@ -56,11 +62,7 @@ TEST_F(DialogScans, AScanFillsTheListFitsItsColumnsAndScrollsToTheTop)
 
 TEST_F(DialogScans, AnEmptyListSaysThatItIsBeingScannedForAndWithAFilterThatNothingMatches)
 {
-    const auto saidInstead = [this] {
-        return QAccessible::queryAccessibleInterface(&WidgetOf(PluginList()))
-            ->text(QAccessible::Description)
-            .toStdString();
-    };
+    const auto saidInstead = [this] { return SaidInstead(WidgetOf(PluginList())); };
     const std::wstring effect = Copy("good/vst2_effect", "effect");
     OpenDialog();
     EXPECT_EQ(saidInstead(), "No plug-ins yet. Scan to find those in your folders.");
@@ -139,6 +141,8 @@ TEST_F(DialogScans, AnErrorOfTheHostsOwnComesOutOfTheScan)
     auto& update = Node<zetui::controls::UI_TextButton>(ids::kUpdateButton);
     zetui::ui::UI_ButtonChangedMessage message(&update);
     EXPECT_THROW(SendMessage::Changed(update, message), std::range_error);
+    EXPECT_EQ(SaidInstead(WidgetOf(PluginList())), "No plug-ins yet. Scan to find those in your folders.")
+        << "no scan runs any more";
 }
 
 TEST_F(DialogScans, KnownPluginsAreScannedAgainOnlyWhenThatIsChosen)

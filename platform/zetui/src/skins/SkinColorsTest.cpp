@@ -95,6 +95,19 @@ TEST_P(Contrast, OfAButtonsTextAndFocusRingIsEnoughInEachOfItsStates)
     }
 }
 
+TEST_P(Contrast, OfAButtonsFaceOrOutlineShowsItsShapeInRowsWithoutTheKeyboard)
+{
+    const SkinRecord& skin = RecordOf(std::get<0>(GetParam()));
+    const ButtonColors button = skin.buttonColors(colors, ButtonLook{});
+    const auto stands = [](const pixmill::Color& line, const pixmill::Color& row) {
+        return line.alpha > 0 && ContrastRatio(line, row) >= 1.15;
+    };
+    for (const auto& [name, row] : {std::pair{"base", colors.base},
+                                    {"alternate base", colors.alternateBase},
+                                    {"inactive selected row", colors.inactiveSelection}})
+        EXPECT_TRUE(stands(button.fill, row) || stands(button.outline, row)) << name;
+}
+
 TEST_P(Contrast, OfWhatIsDrawnIsEnoughToSeeIt)
 {
     ExpectAtLeast(3.0, {{"focus on window", colors.focus, colors.window},
