@@ -124,6 +124,9 @@ TEST_F(ModalDialogs, ALongTextCanBeSelectedAndCopiedAndIsClosedByKeysAndButton)
             EXPECT_EQ(text.toPlainText(), QStringLiteral("first\nsecond"));
             EXPECT_TRUE(text.isReadOnly());
             EXPECT_EQ(window.focusWidget(), &text);
+            QTest::keyClicks(&text, QStringLiteral("typed"));
+            QTest::keyClick(&text, Qt::Key_Delete);
+            EXPECT_EQ(text.toPlainText(), QStringLiteral("first\nsecond"));
             QTest::keyClick(&text, Qt::Key_A, Qt::ControlModifier);
             QTest::keyClick(&text, Qt::Key_C, Qt::ControlModifier);
             EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("first\nsecond"));
