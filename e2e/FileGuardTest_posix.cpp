@@ -142,7 +142,8 @@ TEST_F(FileGuard, TheHomeGoesWhenAPluginCrashes)
 
 TEST_F(FileGuard, TheHomeGoesWhenTheScannerIsKilled)
 {
-    StopAt("supervisor.answering", 5);
+    // A worker has scanned a plug-in, so its guard is there to clear away.
+    StopAt("supervisor.scanned", 1);
     ChildProcess host(Command({"scan"}));
     const auto stop = WaitForStop();
     ASSERT_TRUE(stop);

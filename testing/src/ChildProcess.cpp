@@ -15,7 +15,7 @@ std::vector<std::string> WaitForProcessesToEnd(const std::string& environmentTex
     const auto until = std::chrono::steady_clock::now() + limit;
     zetcore::utility::Backoff wait;
     for (;;) {
-        std::vector<std::string> left = ProcessesWithEnvironment(environmentText);
+        std::vector<std::string> left = ProcessesWithEnvironment(environmentText, Starting::Include);
         if (left.empty() || std::chrono::steady_clock::now() >= until)
             return left;
         wait();

@@ -1,5 +1,6 @@
 #include <zettesting/ChildProcess.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <condition_variable>
@@ -246,7 +247,42 @@ void ChildProcess::Kill()
         ::kill(state->process, SIGKILL);
 }
 
-std::vector<std::string> ProcessesWithEnvironment(const std::string& text)
+namespace {
+
+std::string ReadFileOf(const std::filesystem::path& process, const char* name)
+{
+    // Tests look at all processes again and again, so that this takes whole blocks, not characters.
+    std::ostringstream content;
+    content << std::ifstream(process / name, std::ios::binary).rdbuf();
+    return std::move(content).str();
+}
+
+/// The moment at which the system started the process, in its own ticks.
+unsigned long long StartOf(const std::filesystem::path& process)
+{
+    constexpr int fieldsBefore = 19;
+    const std::string stat = ReadFileOf(process, "stat");
+    std::istringstream fields(stat.substr(std::min(stat.size(), stat.rfind(')') + 1)));
+    std::string skipped;
+    for (int field = 0; field < fieldsBefore; ++field)
+        fields >> skipped;
+    unsigned long long start = 0;
+    fields >> start;
+    return start;
+}
+
+// While a process becomes another program, it has memory but no environment for a moment. Some programs never
+// show theirs; those that run since before this one are left out.
+bool IsBecomingAProgram(const std::filesystem::path& process)
+{
+    const std::string pages = ReadFileOf(process, "statm");
+    return !pages.empty() && !pages.starts_with('0') && ReadFileOf(process, "environ").empty() &&
+           StartOf(process) >= StartOf("/proc/self");
+}
+
+} // namespace
+
+std::vector<std::string> ProcessesWithEnvironment(const std::string& text, Starting starting)
 {
     std::vector<std::string> found;
     std::error_code ignored;
@@ -255,10 +291,9 @@ std::vector<std::string> ProcessesWithEnvironment(const std::string& text)
         if (number.find_first_not_of("0123456789") != std::string::npos ||
             number == std::to_string(::getpid()))
             continue;
-        // Tests look at all processes again and again, so that this takes whole blocks, not characters.
-        std::ostringstream environment;
-        environment << std::ifstream(entry.path() / "environ", std::ios::binary).rdbuf();
-        if (environment.view().find(text) == std::string_view::npos)
+        const std::string environment = ReadFileOf(entry.path(), "environ");
+        if (environment.find(text) == std::string::npos &&
+            (starting == Starting::LeaveOut || !environment.empty() || !IsBecomingAProgram(entry.path())))
             continue;
         std::string name;
         std::getline(std::ifstream(entry.path() / "comm"), name);

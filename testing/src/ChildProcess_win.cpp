@@ -261,7 +261,7 @@ void ChildProcess::Kill()
         ::TerminateProcess(state->process.get(), 1);
 }
 
-std::vector<std::string> ProcessesWithEnvironment(const std::string&)
+std::vector<std::string> ProcessesWithEnvironment(const std::string&, Starting)
 {
     std::vector<std::string> found;
     const Handle snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));

@@ -72,9 +72,17 @@ class ChildProcess
     std::unique_ptr<State> state;
 };
 
+/// While a process becomes another program, it shows no environment for a moment.
+enum class Starting
+{
+    LeaveOut,
+    Include
+};
+
 /// Returns a line "number name" for each other running process whose environment holds the text. Windows does
 /// not tell environments; there, the processes of our scanner are returned.
-std::vector<std::string> ProcessesWithEnvironment(const std::string& text);
+std::vector<std::string> ProcessesWithEnvironment(const std::string& text,
+                                                  Starting starting = Starting::LeaveOut);
 
 /// Waits until there are no such processes. Returns those that are left when the time is up.
 std::vector<std::string> WaitForProcessesToEnd(const std::string& environmentText,
