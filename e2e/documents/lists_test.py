@@ -78,6 +78,21 @@ def variables():
     return [f"{name}: a program asks for it, and no document lists it" for name in sorted(ours - documented)]
 
 
+def categories():
+    """The page about the scanner names each category of its trace, and no other."""
+    real = set()
+    for path, text in product_sources():
+        part = path.relative_to(SOURCE).parts
+        if part[0] == "scanner" or (part[0] == "platform" and part[1] != "zetui"):
+            real |= set(re.findall(r"\bTraceLine\(\s*\d, \"(\w+)\"|\b\w*[cC]ategory(?:\[\])? = \"(\w+)\"", text))
+    text = (SOURCE / "docs/scan-protocol.md").read_text(encoding="utf-8")
+    said = re.search(r"The scanner's categories are (.*?)\. Before", text, re.S)
+    if not said:
+        return ["docs/scan-protocol.md does not say what the scanner's categories are"]
+    return compare("category of the trace", set(re.findall(r"`(\w+)`", said.group(1))),
+                   {name for names in real for name in names if name})
+
+
 def help_of(*command):
     return subprocess.run([PROGRAMS / "zetaudiopluginmanager", *command, "--help"], capture_output=True, text=True,
                           check=True, stdin=subprocess.DEVNULL, timeout=60).stdout
@@ -226,7 +241,7 @@ def names():
 
 def main():
     global SOURCE, PROGRAMS
-    tests = {"switches": switches, "variables": variables, "commands": commands, "logs": logs, "links": links,
+    tests = {"switches": switches, "variables": variables, "categories": categories, "commands": commands, "logs": logs, "links": links,
              "options": build_options, "proofs": proofs, "manuals": manuals, "names": names}
     parser = argparse.ArgumentParser()
     parser.add_argument("--source", type=pathlib.Path, required=True)
