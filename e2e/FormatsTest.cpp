@@ -36,6 +36,24 @@ TEST_F(Formats, AFileThatIsNotNamedLikeAPluginIsRefused)
     EXPECT_EQ(List(), before);
 }
 
+TEST_F(Formats, AFileThatIsOnlyNamedLikeAPluginIsToldByTheScan)
+{
+    const auto notes = plugins / ("notes" + std::string(zettesting::ModuleSuffix()));
+    zettesting::WriteAll(notes, "Buy bread, then milk.\n");
+    const std::string told = "Passed over: 1 file, no plug-in for this system or left out on purpose; "
+                             "looked at again when it changes\n"
+                             "    notes  " +
+                             notes.string() + "\n        a text file\n";
+    EXPECT_THAT(RunWell({"scan"}), HasSubstr(told));
+    EXPECT_THAT(RunWell({"scan"}), Not(HasSubstr("Passed over"))) << "it is not looked at again";
+    EXPECT_THAT(RunWell({"scan", notes.string()}), HasSubstr(told));
+    const ScanSummary summary = Scan({"--rescan"});
+    EXPECT_EQ(summary.passedOver, Strings{notes.string()});
+    EXPECT_EQ(summary.reasons.at(notes.string()), "a text file");
+    EXPECT_EQ(List({"--failed"}).size(), 0u);
+    EXPECT_THAT(RunWell({"report", "-"}), HasSubstr("    a text file\n"));
+}
+
 TEST_F(Formats, APluginThatIsKnownUnderAnOddNameIsStillFoundByIt)
 {
     const auto odd = plugins / "odd.plug";

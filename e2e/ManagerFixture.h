@@ -38,7 +38,7 @@ struct ScanSummary
     long long scanned = -1;
     long long found = -1;
     /// The paths of the plug-ins.
-    std::vector<std::string> added, updated, removed, banned, triedAgain, unreadable, unreached;
+    std::vector<std::string> added, updated, removed, banned, triedAgain, unreadable, passedOver, unreached;
     /// The reasons of all of these plug-ins, by path.
     std::map<std::string, std::string> reasons;
     std::string end, reason;

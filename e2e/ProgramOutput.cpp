@@ -90,7 +90,7 @@ ScanSummary ReadScanSummary(const zettesting::ChildResult& result)
         {"added", &summary.added},           {"updated", &summary.updated},
         {"removed", &summary.removed},       {"banned", &summary.banned},
         {"triedAgain", &summary.triedAgain}, {"unreadable", &summary.unreadable},
-        {"unreached", &summary.unreached}};
+        {"passedOver", &summary.passedOver}, {"unreached", &summary.unreached}};
     std::set<std::string> keys{"scanned", "found", "end", "reason", "seconds"};
     for (const auto& [name, paths] : arrays) {
         keys.insert(name);

@@ -230,7 +230,7 @@ def manuals():
 def names():
     """Each call and class that the page for hosts names is in an installed header."""
     # These are files, JSON, and parts of the reference host that are named as examples.
-    others = {"CMakeLists", "CautionCounter", "ScanWatch", "WindowStore", "ZetPublicHeaders", "triedAgain", "uDCFF"}
+    others = {"CMakeLists", "CautionCounter", "ScanWatch", "WindowStore", "ZetPublicHeaders", "passedOver", "triedAgain", "uDCFF"}
     headers = "".join(path.read_text(encoding="utf-8") for path in (PROGRAMS.parent / "include").rglob("*.h"))
     code = " ".join(re.findall(r"`([^`\n]+)`", (SOURCE / "docs/embedding.md").read_text(encoding="utf-8")))
     named = set(re.findall(r"\b[A-Za-z]*[a-z][A-Z]\w*", code)) - others

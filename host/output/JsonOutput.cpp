@@ -150,6 +150,7 @@ std::string FormatScanReportAsJson(const ScanReport& report)
                                      {"banned", PluginArray(changes.banned, true)},
                                      {"triedAgain", std::move(triedAgain)},
                                      {"unreadable", PluginArray(changes.unreadable, true)},
+                                     {"passedOver", PluginArray(changes.passedOver, true)},
                                      {"unreached", PluginArray(changes.unreached, true)},
                                      {"end", EndWord(report.end.how)},
                                      {"reason", ForJson(report.end.reason)}};

@@ -131,7 +131,7 @@ TEST(JsonOutput, TheScanIsOneObject)
         R"({"scanned":12,"found":9,"added":[],"updated":[],"removed":[],"banned":[{"technology":"VST3",)"
         R"("path":"/a","subcomponent":"sub","name":"a","reason":"why"}],"triedAgain":[],)"
         R"("unreadable":[{"technology":"","path":"/folder","subcomponent":"","name":"/folder",)"
-        R"("reason":"no"}],"unreached":[],"end":"gaveup","reason":"again","seconds":1.250000})"
+        R"("reason":"no"}],"passedOver":[],"unreached":[],"end":"gaveup","reason":"again","seconds":1.250000})"
         "\n");
     const auto value = boost::json::parse(FormatScanReportAsJson(ScanReport{}));
     EXPECT_EQ(value.as_object().at("banned"), boost::json::array());
@@ -147,6 +147,7 @@ TEST(JsonOutput, EachArrayOfTheScanHasItsPlugins)
     report.changes.removed = {NamedPlugin(L"removed")};
     report.changes.banned = {NamedPlugin(L"banned", "1")};
     report.changes.unreadable = {NamedPlugin(L"unreadable", "2")};
+    report.changes.passedOver = {NamedPlugin(L"passedOver", "5")};
     report.changes.unreached = {NamedPlugin(L"unreached", "3")};
     report.triedAgain = {{NamedPlugin(L"triedAgain", "4"), true}, {NamedPlugin(L"other"), false}};
     using zetaudiopluginhostui::ScanEnd;
@@ -157,9 +158,9 @@ TEST(JsonOutput, EachArrayOfTheScanHasItsPlugins)
         const auto value = boost::json::parse(FormatScanReportAsJson(report));
         EXPECT_EQ(value.as_object().at("end"), word);
         for (const char* name :
-             {"added", "updated", "removed", "banned", "triedAgain", "unreadable", "unreached"})
+             {"added", "updated", "removed", "banned", "triedAgain", "unreadable", "passedOver", "unreached"})
             EXPECT_EQ(value.as_object().at(name).as_array()[0].as_object().at("name"), name);
-        for (const char* name : {"banned", "triedAgain", "unreadable", "unreached"})
+        for (const char* name : {"banned", "triedAgain", "unreadable", "passedOver", "unreached"})
             EXPECT_NE(value.as_object().at(name).as_array()[0].as_object().at("reason"), "") << name;
         const auto& tried = value.as_object().at("triedAgain").as_array();
         EXPECT_EQ(tried[0].as_object().at("isStillBanned"), true);

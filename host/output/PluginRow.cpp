@@ -115,6 +115,11 @@ CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoP
     return rows;
 }
 
+bool IsPassedOver(ModuleStatus status)
+{
+    return !StatusOfRecord(status);
+}
+
 bool IsChosen(const PluginRow& row, RowChoice choice)
 {
     const bool isWorking = row.status == RowStatus::Working;

@@ -66,13 +66,16 @@ enum class RowChoice
 };
 
 /// The working plug-ins in the registry's order, then the banned ones, then the others that do not work.
-/// Files that are no plug-ins for this system are left out. Main thread.
+/// Files that are passed over are left out. Main thread.
 std::vector<PluginRow> CollectRows(zetaudiofilterhost::PluginModuleInfoManager& registry,
                                    const zetaudiopluginhost::BannedPluginManager& bannedList);
 /// The same for records and bans that were read from elsewhere. Any thread.
 std::vector<PluginRow>
 CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoPtr>& records,
             const std::map<zetaudiofilterhost::PluginLocator, zetaudiopluginhost::BanInfo>& bans);
+
+/// True for a record that no list shows: its file is no plug-in for this system, or was left out on purpose.
+bool IsPassedOver(zetaudiofilterhost::ModuleStatus status);
 
 /// True when the row belongs to the choice. `All` stands for the rows of the manager's window: working and
 /// banned plug-ins.

@@ -186,8 +186,7 @@ std::string OthersText(const std::vector<PluginModuleInfoManager::InfoPtr>& reco
 {
     std::string lines;
     for (const auto& info : records) {
-        const auto status = info->GetStatus();
-        if (status == ModuleStatus::NotAPlugin || status == ModuleStatus::Skipped)
+        if (IsPassedOver(info->GetStatus()))
             lines += UTF16to8(info->GetLocator().ToString()) + "\n    " + info->GetReason() + "\n";
     }
     return lines.empty() ? "There are none.\n" : lines;

@@ -7,6 +7,7 @@
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
+#include "output/PluginRow.h"
 #include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {
@@ -52,6 +53,7 @@ void ScanChanges::Add(const ScanChanges& other)
     Append(removed, other.removed);
     Append(banned, other.banned);
     Append(unreadable, other.unreadable);
+    Append(passedOver, other.passedOver);
     Append(unreached, other.unreached);
 }
 
@@ -117,6 +119,9 @@ ScanChanges RegistrySnapshot::ChangesTo(const RegistrySnapshot& after, const Loc
             continue;
         if (record.status == ModuleStatus::Unreadable)
             changes.unreadable.push_back(after.Named(locator, record.reason));
+        if (IsPassedOver(record.status) && !IsListed(locator) && !IsBanned(locator) &&
+            !after.IsBanned(locator))
+            changes.passedOver.push_back(after.Named(locator, record.reason));
         if (!record.listed)
             continue;
         const auto old = records.find(locator);

@@ -40,6 +40,10 @@ struct ScanChanges
     std::vector<ChangedPlugin> banned;
     /// Files and folders that may not be read.
     std::vector<ChangedPlugin> unreadable;
+    /// Files that are no plug-ins for this system, and those that were left out on purpose. All that were
+    /// scanned are told, even when nothing has changed, because no list shows them. One in `removed` is not
+    /// told twice.
+    std::vector<ChangedPlugin> passedOver;
     /// These were to be scanned, but the scan did not reach them.
     std::vector<ChangedPlugin> unreached;
 

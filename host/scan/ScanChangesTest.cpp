@@ -74,7 +74,29 @@ TEST_F(ChangesOfAScan, NothingHasChangedWhereNothingHas)
     Put(Vst(L"/b"), ModuleStatus::NotAPlugin);
     banned.AddBannedPlugin(Vst(L"/c"), "why");
     before = Now();
-    EXPECT_EQ(Changes({Vst(L"/a"), Vst(L"/b"), Vst(L"/c")}), ScanChanges());
+    EXPECT_EQ(Changes({Vst(L"/a"), Vst(L"/c")}), ScanChanges());
+}
+
+TEST_F(ChangesOfAScan, WhatWasScannedAndIsInNoListIsPassedOverWheneverItIsScanned)
+{
+    Put(Vst(L"/text"), ModuleStatus::NotAPlugin);
+    Put(Vst(L"/other text"), ModuleStatus::NotAPlugin);
+    Put(Vst(L"/was good"));
+    banned.AddBannedPlugin(Vst(L"/was banned"), "why");
+    before = Now();
+    Put(Vst(L"/shell"), ModuleStatus::Skipped);
+    Put(Vst(L"/was good"), ModuleStatus::NotAPlugin);
+    Put(Vst(L"/failed"), ModuleStatus::Failed);
+    banned.RemoveBannedPlugin(Vst(L"/was banned"));
+    Put(Vst(L"/was banned"), ModuleStatus::NotAPlugin);
+    const ScanChanges changes =
+        Changes({Vst(L"/text"), Vst(L"/shell"), Vst(L"/was good"), Vst(L"/was banned"), Vst(L"/failed")});
+    EXPECT_THAT(Paths(changes.passedOver), ElementsAre(L"/shell", L"/text"));
+    ASSERT_FALSE(changes.passedOver.empty());
+    EXPECT_EQ(changes.passedOver[0].reason, "reason");
+    EXPECT_THAT(Paths(changes.removed), ElementsAre(L"/was good", L"/was banned")) << "told once";
+    EXPECT_THAT(Changes({Vst(L"/text")}, {{Vst(L"/text"), L"text", {}}}).passedOver, IsEmpty())
+        << "not reached";
 }
 
 TEST_F(ChangesOfAScan, WhatWorksNowAndDidNotBeforeIsAdded)

@@ -13,7 +13,7 @@ namespace {
 
 using zetaudiopluginhostui::ScanEnd;
 
-/// The most names of each kind in the last paragraph. The command `list` shows all.
+/// The most names of each kind in the last paragraph. The command `list` shows all plug-ins.
 constexpr std::size_t mostListed = 10;
 
 std::string Count(std::size_t count, const std::string& one, const std::string& several)
@@ -44,11 +44,10 @@ std::string FormatSummary(const ScanReport& report)
     return std::move(text).str();
 }
 
-std::string FormatChange(const std::string& what, const std::vector<ChangedPlugin>& plugins)
+/// The first plug-ins with their paths and reasons, and how many there are beside these.
+std::string FormatPlugins(const std::vector<ChangedPlugin>& plugins, const std::string& whereAllAre = {})
 {
-    if (plugins.empty())
-        return {};
-    std::string text = what + ": " + Count(plugins.size(), "plug-in", "plug-ins") + "\n";
+    std::string text;
     for (std::size_t index = 0; index < std::min(plugins.size(), mostListed); ++index) {
         text += "    " + ForTerminal(plugins[index].name) + "  " +
                 ForTerminal(plugins[index].locator.GetPath()) + "\n";
@@ -56,8 +55,25 @@ std::string FormatChange(const std::string& what, const std::vector<ChangedPlugi
             text += "        " + line + "\n";
     }
     if (plugins.size() > mostListed)
-        text += "    and " + std::to_string(plugins.size() - mostListed) + " more\n";
+        text += "    and " + std::to_string(plugins.size() - mostListed) + " more" + whereAllAre + "\n";
     return text;
+}
+
+std::string FormatChange(const std::string& what, const std::vector<ChangedPlugin>& plugins)
+{
+    return plugins.empty()
+               ? std::string()
+               : what + ": " + Count(plugins.size(), "plug-in", "plug-ins") + "\n" + FormatPlugins(plugins);
+}
+
+/// The command `list` shows none of these files.
+std::string FormatPassedOver(const std::vector<ChangedPlugin>& files)
+{
+    return files.empty() ? std::string()
+                         : "Passed over: " + Count(files.size(), "file", "files") +
+                               ", no plug-in for this system or left out on purpose; looked at again when it "
+                               "changes\n" +
+                               FormatPlugins(files, " ('zetaudiopluginmanager report -' names them)");
 }
 
 /// True for a plug-in that was banned before. It is told once, as one that was tried again.
@@ -80,7 +96,7 @@ std::string FormatAdvice(const ScanReport& report)
                : "";
 }
 
-/// The last paragraph. Empty when the list of plug-ins has not changed.
+/// The last paragraph. Empty when the list of plug-ins has not changed and no file was passed over.
 std::string FormatChanges(const ScanReport& report, bool onlyProblems)
 {
     const ScanChanges& changes = report.changes;
@@ -88,6 +104,8 @@ std::string FormatChanges(const ScanReport& report, bool onlyProblems)
     if (!onlyProblems)
         text += FormatChange("New", changes.added) + FormatChange("Updated", changes.updated);
     text += FormatChange("Gone", changes.removed);
+    if (!onlyProblems)
+        text += FormatPassedOver(changes.passedOver);
     if (!changes.unreached.empty())
         text += "Not scanned: " + Count(changes.unreached.size(), "plug-in", "plug-ins") +
                 (report.Ended(ScanEnd::How::Done) ? "; the next scan tries again\n"

@@ -60,8 +60,8 @@ struct ReportStyle
     bool withAdvice = false;
 };
 
-/// The summary for people. Its last paragraph tells what has changed in the list of plug-ins. The text has
-/// several lines of valid UTF-8 that a terminal shows as they are.
+/// The summary for people. Its last paragraph tells what has changed in the list of plug-ins, and what was
+/// passed over. The text has several lines of valid UTF-8 that a terminal shows as they are.
 std::string FormatScanReport(const ScanReport& report, const ReportStyle& style);
 
 } // namespace zetaudiopluginmanager

@@ -87,6 +87,26 @@ TEST(ScanReport, TheLastParagraphSaysWhatHasChanged)
     EXPECT_THAT(FormatScanReport(report, {}), testing::StartsWith("New: 12")) << "nothing was scanned";
 }
 
+TEST(ScanReport, FilesThatArePassedOverAreNamedWithTheReason)
+{
+    ScanReport report;
+    report.scanned = 12;
+    report.changes.passedOver = {PluginAt(L"/notes.so", "a text\nfile")};
+    EXPECT_THAT(
+        FormatScanReport(report, {}),
+        testing::EndsWith("0 banned.\n\nPassed over: 1 file, no plug-in for this system or left out on "
+                          "purpose; looked at again when it changes\n    Name of /notes.so  /notes.so\n      "
+                          "  a text\n        file\n"));
+    for (int number = 10; number < 21; ++number)
+        report.changes.passedOver.push_back(PluginAt(L"/n" + std::to_wstring(number)));
+    EXPECT_THAT(
+        FormatScanReport(report, {}),
+        testing::AllOf(HasSubstr("\nPassed over: 12 files, no plug-in"),
+                       testing::EndsWith("/n18\n    and 2 more ('zetaudiopluginmanager report -' names "
+                                         "them)\n")));
+    EXPECT_EQ(FormatScanReport(report, {.onlyProblems = true}), "");
+}
+
 TEST(ScanReport, OnlyTheProblemsAreSaidWhenThatIsAskedFor)
 {
     ScanReport report;
