@@ -16,7 +16,7 @@ using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginLocator;
 using zetaudiofilterhost::PluginModuleInfo;
 
-/// Empty for a record that is not listed.
+/// Empty for a record that is passed over.
 std::optional<RowStatus> StatusOfRecord(ModuleStatus status)
 {
     switch (status) {
@@ -113,11 +113,6 @@ CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoP
         rows.push_back(RowOf(locator, ban));
     std::ranges::move(others, std::back_inserter(rows));
     return rows;
-}
-
-bool IsPassedOver(ModuleStatus status)
-{
-    return !StatusOfRecord(status);
 }
 
 bool IsChosen(const PluginRow& row, RowChoice choice)

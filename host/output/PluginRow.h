@@ -74,9 +74,6 @@ std::vector<PluginRow>
 CollectRows(const std::vector<zetaudiofilterhost::PluginModuleInfoManager::InfoPtr>& records,
             const std::map<zetaudiofilterhost::PluginLocator, zetaudiopluginhost::BanInfo>& bans);
 
-/// True for a record that no list shows: its file is no plug-in for this system, or was left out on purpose.
-bool IsPassedOver(zetaudiofilterhost::ModuleStatus status);
-
 /// True when the row belongs to the choice. `All` stands for the rows of the manager's window: working and
 /// banned plug-ins.
 bool IsChosen(const PluginRow& row, RowChoice choice);

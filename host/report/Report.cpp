@@ -32,7 +32,6 @@ namespace zetaudiopluginmanager {
 
 namespace {
 
-using zetaudiofilterhost::ModuleStatus;
 using zetaudiofilterhost::PluginFormat;
 using zetaudiofilterhost::PluginFormats;
 using zetaudiofilterhost::PluginLocator;

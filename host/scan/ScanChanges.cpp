@@ -7,7 +7,6 @@
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/string/Utf.h>
 
-#include "output/PluginRow.h"
 #include "terminal/PluginFile.h"
 
 namespace zetaudiopluginmanager {

@@ -29,6 +29,13 @@ enum class ModuleStatus
     Unreadable,
 };
 
+/// True when no list shows such a record: its file is no plug-in for this process, or was left out on
+/// purpose.
+constexpr bool IsPassedOver(ModuleStatus status) noexcept
+{
+    return status == ModuleStatus::NotAPlugin || status == ModuleStatus::Skipped;
+}
+
 /// One known plug-in module, or one sub-plug-in of a shell. A plain record; the registry hands out shared
 /// pointers to it, used on the main thread. Texts are for showing (valid Unicode); the path is in the
 /// locator.
