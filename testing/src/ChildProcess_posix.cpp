@@ -272,12 +272,12 @@ unsigned long long StartOf(const std::filesystem::path& process)
 }
 
 // While a process becomes another program, it has memory but no environment for a moment. Some programs never
-// show theirs; those that run since before this one are left out.
-bool IsBecomingAProgram(const std::filesystem::path& process)
+// show theirs; those that run since before this one are left out. The environment is not read again here: it
+// may be there by now, and the process would be missed.
+bool MayBeBecomingAProgram(const std::filesystem::path& process)
 {
     const std::string pages = ReadFileOf(process, "statm");
-    return !pages.empty() && !pages.starts_with('0') && ReadFileOf(process, "environ").empty() &&
-           StartOf(process) >= StartOf("/proc/self");
+    return !pages.empty() && !pages.starts_with('0') && StartOf(process) >= StartOf("/proc/self");
 }
 
 } // namespace
@@ -293,7 +293,7 @@ std::vector<std::string> ProcessesWithEnvironment(const std::string& text, Start
             continue;
         const std::string environment = ReadFileOf(entry.path(), "environ");
         if (environment.find(text) == std::string::npos &&
-            (starting == Starting::LeaveOut || !environment.empty() || !IsBecomingAProgram(entry.path())))
+            (starting == Starting::LeaveOut || !environment.empty() || !MayBeBecomingAProgram(entry.path())))
             continue;
         std::string name;
         std::getline(std::ifstream(entry.path() / "comm"), name);
