@@ -104,6 +104,14 @@ std::wstring Joined(const std::vector<std::wstring>& texts, const std::wstring& 
     return all;
 }
 
+/// What the user can do about a ban.
+std::wstring ReloadAdvice()
+{
+    return zetcore::config::Localizer::Get().LocalizeWide(
+        "$$$/AudioPluginManager/DetailReload=“@0” tries it again.",
+        {Localized("$$$/AudioPluginManager/Reload=Reload")});
+}
+
 /// A column's title and its text, as in "Status: Working".
 std::wstring TitledCell(PluginColumn column, const PluginListEntry& entry)
 {
@@ -164,7 +172,9 @@ std::wstring GetDetails(const PluginListEntry& entry)
 {
     const std::wstring separator = L" \u00b7 ";
     const PluginFacts facts = FactsOf(entry);
-    const std::wstring reason = facts.ban.empty() ? std::wstring() : Joined(facts.ban, separator) + L"\n";
+    const std::wstring reason = facts.ban.empty()
+                                    ? std::wstring()
+                                    : Joined(facts.ban, separator) + separator + ReloadAdvice() + L"\n";
     return reason + facts.path + L"\n" + Joined(facts.file, separator);
 }
 

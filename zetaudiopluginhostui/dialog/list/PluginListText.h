@@ -33,8 +33,8 @@ std::wstring GetEnabledDescription(const PluginListEntry& entry);
 /// Says when and why a plug-in was banned, as far as that is known.
 std::wstring GetBanDescription(const zetaudiopluginhost::BanInfo& info);
 
-/// The facts about a plug-in for the foot of the list, in three lines: why it is banned, its path, and maker,
-/// format, version and date of the file, as far as they are known.
+/// The facts about a plug-in for the foot of the list, in three lines: why it is banned and how to try it
+/// again, its path, and maker, format, version and date of the file, as far as they are known.
 std::wstring GetDetails(const PluginListEntry& entry);
 /// The same facts for the clipboard, with the plug-in's name and status. Each has a line.
 std::wstring GetDetailsToCopy(const PluginListEntry& entry);

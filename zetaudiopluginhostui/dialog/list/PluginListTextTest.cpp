@@ -123,7 +123,10 @@ TEST(PluginListText, TheDetailsOfABannedOneBeginWithTheReason)
         << zetcore::string::UTF16to8(details);
     EXPECT_NE(details.find(GetCellText(kColumnPath, entry) + L"\nFormat: "), std::wstring::npos);
     EXPECT_NE(details.find(L"File date: 2023-11-1"), std::wstring::npos);
+    const std::wstring advice = L" \u00b7 \u201cReload\u201d tries it again.\n";
     std::wstring lines = details;
+    ASSERT_NE(lines.find(advice), std::wstring::npos) << "it says what to do next";
+    lines.replace(lines.find(advice), advice.size(), L"\n");
     for (std::size_t at = 0; (at = lines.find(L" \u00b7 ")) != std::wstring::npos;)
         lines.replace(at, 3, L"\n");
     lines.insert(lines.find(GetCellText(kColumnPath, entry)), L"Path: ");
