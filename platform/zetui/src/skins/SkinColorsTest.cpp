@@ -95,7 +95,7 @@ TEST_P(Contrast, OfAButtonsTextAndFocusRingIsEnoughInEachOfItsStates)
     }
 }
 
-TEST_P(Contrast, OfAButtonsFaceOrOutlineShowsItsShapeInRowsWithoutTheKeyboard)
+TEST_P(Contrast, OfAButtonsFaceOrOutlineShowsItsShapeInEachRow)
 {
     const SkinRecord& skin = RecordOf(std::get<0>(GetParam()));
     const ButtonColors button = skin.buttonColors(colors, ButtonLook{});
@@ -104,6 +104,7 @@ TEST_P(Contrast, OfAButtonsFaceOrOutlineShowsItsShapeInRowsWithoutTheKeyboard)
     };
     for (const auto& [name, row] : {std::pair{"base", colors.base},
                                     {"alternate base", colors.alternateBase},
+                                    {"selected row", colors.selection},
                                     {"inactive selected row", colors.inactiveSelection}})
         EXPECT_TRUE(stands(button.fill, row) || stands(button.outline, row)) << name;
 }
