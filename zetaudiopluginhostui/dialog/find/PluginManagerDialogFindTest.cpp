@@ -18,6 +18,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 class DialogFind : public DialogFixture
 {
@@ -123,9 +124,10 @@ TEST_F(DialogFind, LooksIntoThePathAsItIsShown)
     AddPlugin(L"One", path);
     Ban(path + L"2");
     OpenDialog();
-    EXPECT_THAT(ColumnTexts(kColumnPath), ElementsAre(L"/a/\ufffd.so", L"/a/\ufffd.so2"));
+    // Systems disagree about the place of such a name in the list.
+    EXPECT_THAT(ColumnTexts(kColumnPath), UnorderedElementsAre(L"/a/\ufffd.so", L"/a/\ufffd.so2"));
     EnterIntoFindBox(QString::fromStdWString(L"\ufffd"));
-    EXPECT_THAT(Names(), ElementsAre(L"One", L"\ufffd.so2"));
+    EXPECT_THAT(Names(), UnorderedElementsAre(L"One", L"\ufffd.so2"));
 }
 
 TEST_F(DialogFind, AFindTextThatIsOnlyCommittedNarrowsTheListToo)
