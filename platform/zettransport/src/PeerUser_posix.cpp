@@ -1,6 +1,5 @@
 #include "SocketSystem.h"
 
-#include <array>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -26,16 +25,13 @@ bool BelongsToSameUser(const Endpoint& local, const Endpoint& remote)
 {
     if (const auto socket = AskSocket(remote, local))
         return socket->user == ::geteuid();
-    bool ownEndFound = false;
-    for (const char* path : std::array{"/proc/net/tcp", "/proc/net/tcp6"}) {
-        const std::string table = ReadTable(path);
-        if (const auto user = FindSocketOwner(table, remote, local))
-            return *user == ::geteuid();
-        ownEndFound = ownEndFound || FindSocketOwner(table, local, remote).has_value();
-    }
-    // When a table shows our end and not the other's, the other side has gone. A program that has sent
-    // something and left at once must not pass for one of ours. A table that shows neither end tells nothing.
-    return !ownEndFound;
+    // The other side has gone. A program that has sent something and left at once must not pass for one of
+    // ours.
+    if (AskSocket(local, remote))
+        return false;
+    // The kernel does not answer such questions.
+    return MayOwnOtherEnd(::geteuid(), ReadTable("/proc/net/tcp") + ReadTable("/proc/net/tcp6"), local,
+                          remote);
 }
 
 } // namespace zettransport::sockets

@@ -96,4 +96,12 @@ std::optional<std::uint32_t> FindSocketOwner(std::string_view table, const ip::t
     return std::nullopt;
 }
 
+bool MayOwnOtherEnd(std::uint32_t user, std::string_view tables, const ip::tcp::endpoint& ours,
+                    const ip::tcp::endpoint& others)
+{
+    if (const auto owner = FindSocketOwner(tables, others, ours))
+        return *owner == user;
+    return !FindSocketOwner(tables, ours, others);
+}
+
 } // namespace zettransport

@@ -16,4 +16,10 @@ std::optional<std::uint32_t> FindSocketOwner(std::string_view table,
                                              const boost::asio::ip::tcp::endpoint& local,
                                              const boost::asio::ip::tcp::endpoint& remote);
 
+/// Whether the user may own the other end of a connection, by the text of both tables. When they show our end
+/// and not the other's, the other side has gone, and so it is nobody's. When they show neither, they tell
+/// nothing.
+bool MayOwnOtherEnd(std::uint32_t user, std::string_view tables, const boost::asio::ip::tcp::endpoint& ours,
+                    const boost::asio::ip::tcp::endpoint& others);
+
 } // namespace zettransport

@@ -55,6 +55,15 @@ TEST(SocketOwners, FindsNothingForOtherConnectionsAndUnreadableLines)
     EXPECT_FALSE(FindSocketOwner("", End("127.0.0.1", 50000), End("127.0.0.1", 8080)));
 }
 
+TEST(SocketOwners, TheOtherEndMayBeOursUnlessAnotherUserHasItOrNobodyAnyMore)
+{
+    EXPECT_TRUE(MayOwnOtherEnd(1000, table, End("127.0.0.1", 8080), End("127.0.0.1", 50000)));
+    EXPECT_FALSE(MayOwnOtherEnd(33, table, End("127.0.0.1", 8080), End("127.0.0.1", 50000)));
+    EXPECT_FALSE(MayOwnOtherEnd(500, table, End("127.0.0.1", 50002), End("127.0.0.1", 8080)));
+    EXPECT_TRUE(MayOwnOtherEnd(1000, table, End("127.0.0.1", 8080), End("127.0.0.1", 50009)));
+    EXPECT_TRUE(MayOwnOtherEnd(1000, "", End("127.0.0.1", 8080), End("127.0.0.1", 50000)));
+}
+
 } // namespace
 
 } // namespace zettransport
