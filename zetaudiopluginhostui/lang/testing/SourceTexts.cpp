@@ -4,7 +4,6 @@
 #include <array>
 #include <cctype>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include <pugixml.hpp>
@@ -18,8 +17,8 @@ constexpr std::string_view keyStart = "$$$/";
 std::string ReadWhole(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string content{std::istreambuf_iterator<char>(file), {}};
-    if (!file)
+    std::string content(std::filesystem::file_size(path), '\0');
+    if (!file.read(content.data(), static_cast<std::streamsize>(content.size())))
         throw std::runtime_error(path.string() + " cannot be read");
     return content;
 }
@@ -43,6 +42,9 @@ std::size_t ReadLiteral(std::string_view source, std::size_t at, std::string& li
 /// Returns `at` when neither begins there.
 std::size_t SkipCommentOrCharacter(std::string_view source, std::size_t at)
 {
+    // Nearly all characters end here: each test of the tables reads all sources, also with sanitizers.
+    if (source[at] != '/' && source[at] != '\'')
+        return at;
     const std::string_view rest = source.substr(at);
     const auto behind = [&](std::string_view end) {
         const std::size_t found = rest.find(end, 2);
