@@ -124,7 +124,7 @@ class AudioPluginScanFixture : public ScanFixture
     ScanEnd atSignal;
     std::function<void()> onSignal;
     zetcore::events::ScopedConnection connection;
-    const PluginLocator none;
+    const PluginLocator none{};
     std::shared_ptr<AudioPluginScan> scan = std::make_shared<AudioPluginScan>(nullptr);
 };
 

@@ -40,7 +40,7 @@ class ExternalScanStepsFixture : public ExternalScanFixture
     std::string ListSent() const;
     static std::vector<PluginLocator> AllBanned();
 
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
     const PluginLocator b = Plugin("b.so");
     const PluginLocator c = Plugin("c.so");

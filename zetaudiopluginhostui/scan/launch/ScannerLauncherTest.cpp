@@ -60,7 +60,7 @@ class ScannerLaunch : public ExternalScanFixture
     const PortWait::Clock::time_point start{std::chrono::hours(1)};
     PortWait::Clock::duration elapsed{};
     std::function<void()> onPause = [] {};
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
 };
 

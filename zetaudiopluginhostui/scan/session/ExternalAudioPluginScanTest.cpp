@@ -23,7 +23,7 @@ using zetaudiopluginhost::BannedPluginManager;
 class ExternalScan : public ExternalScanFixture
 {
   protected:
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
     const PluginLocator b = Plugin("b.so");
 };

@@ -51,7 +51,7 @@ class ExternalScanCrash : public ExternalScanFixture
         });
     }
 
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
     const PluginLocator b = Plugin("b.so");
     const PluginLocator c = Plugin("c.so");

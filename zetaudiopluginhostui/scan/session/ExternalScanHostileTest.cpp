@@ -105,7 +105,7 @@ class ExternalScanHostile : public ExternalScanFixture
         zetcore::debug::DebugDatabase::Instance().SetEntry(restartLimitKey, number);
     }
 
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
     const PluginLocator b = Plugin("b.so");
 };

@@ -66,7 +66,7 @@ class LockOrder : public ExternalScanFixture
         zetcore::debug::TraceLine(9, "LockOrder", "from inside");
     }
 
-    const PluginLocator none;
+    const PluginLocator none{};
     const PluginLocator a = Plugin("a.so");
     const PluginLocator b = Plugin("b.so");
     std::atomic<int> lines = 0;

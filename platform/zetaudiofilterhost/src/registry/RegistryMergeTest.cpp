@@ -203,13 +203,13 @@ TEST_F(RegistryMergeTest, LoadingDeletesWhatKilledSavesHaveLeft)
 TEST_F(RegistryMergeTest, AChoiceOfTheOtherDoesNotOverrideOurs)
 {
     // The choice for a plug-in that is not in the registry at the moment.
-    const auto removeWith = [this](PluginModuleInfoManager& manager, bool isEnabled) {
+    const auto removeWith = [](PluginModuleInfoManager& manager, bool isEnabled) {
         Held(manager, Vst(L"/a.so")).SetEnabled(isEnabled);
         std::vector<PluginLocator> vanished;
         manager.CollectPotentialPlugins(true, vanished);
         manager.RemovePluginLocators(vanished);
     };
-    const auto isEnabledAgain = [this](PluginModuleInfoManager& manager) {
+    const auto isEnabledAgain = [](PluginModuleInfoManager& manager) {
         Add(manager, L"a");
         return Held(manager, Vst(L"/a.so")).IsEnabled();
     };
