@@ -171,7 +171,7 @@ TEST_F(FileGuard, TheNextScanRemovesAHomeThatWasLeft)
 }
 
 // A scanner that is built with a sanitizer notes no refusals: the sanitizer stands before the same calls.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef ZET_SANITIZED
 TEST_F(FileGuard, TheLogSaysWhatWasRefused)
 {
     const std::string log = ScanAndReadLog();

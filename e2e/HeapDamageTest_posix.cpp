@@ -10,7 +10,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using Strings = std::vector<std::string>;
 
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if defined(__GLIBC__) && !defined(ZET_SANITIZED)
 constexpr bool heapCanBeDamaged = true;
 #else
 constexpr bool heapCanBeDamaged = false;

@@ -22,7 +22,7 @@ class LongScan : public FaultFixture
   protected:
     // Each restart sends the list of what is left, which takes the sanitizers much longer. What a restart may
     // keep is the same for any number.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef ZET_SANITIZED
     static constexpr int total = 2000;
 #else
     static constexpr int total = 5000;
