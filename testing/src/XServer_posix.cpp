@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
@@ -22,6 +23,15 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int numberDescriptor = 3;
 
+/// Nobody else takes a number that comes from this process's own. The lowest free number would be 0 on many
+/// machines: plug-ins that are told of no display try that one, and end their process when the server goes.
+std::array<char, 16> DisplayOf(pid_t process)
+{
+    std::array<char, 16> text{':'};
+    std::to_chars(text.data() + 1, text.data() + text.size() - 1, 100 + process % 50000);
+    return text;
+}
+
 /// The server must end when this process ends, even by a crash. `posix_spawn` cannot arrange that.
 [[noreturn]] void BecomeServer(int numberPipe)
 {
@@ -33,8 +43,9 @@ constexpr int numberDescriptor = 3;
         ::fcntl(numberPipe, F_SETFD, 0);
     else
         ::dup2(numberPipe, numberDescriptor);
-    ::execlp(ZET_XVFB, "Xvfb", "-displayfd", "3", "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
-             "-noreset", static_cast<char*>(nullptr));
+    const std::array<char, 16> display = DisplayOf(::getpid());
+    ::execlp(ZET_XVFB, "Xvfb", display.data(), "-displayfd", "3", "-screen", "0", "1280x1024x24", "-nolisten",
+             "tcp", "-noreset", static_cast<char*>(nullptr));
     ::_exit(127);
 }
 
