@@ -1,4 +1,6 @@
-#include "ClapPlugin.h"
+#include "ClapCounts.h"
+
+#include "Export.h"
 
 namespace zettestplugin {
 

@@ -1,25 +1,17 @@
 #pragma once
 
-#include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <string_view>
 
 #include <clap/ClapAbi.h>
 
+#include "ClapCounts.h"
 #include "Export.h"
 
 /// The code that all CLAP samples share. Each brings its own clap_entry.
 namespace zettestplugin {
 
 using namespace zetaudiopluginhost::clap;
-
-/// For tests to look at: how many calls of init have no deinit yet, and how many instances there are.
-struct ClapCounts
-{
-    int entered = 0, instances = 0;
-};
-ClapCounts& Counts() noexcept;
 
 constexpr Descriptor Describe(const char* id, const char* name, const char* vendor, const char* version,
                               const char* const* features)
@@ -94,12 +86,12 @@ struct ClapLibrary
     }
     static const Plugin* Create(const PluginFactory*, const Host* host, const char* id)
     {
-        const auto one =
-            std::find_if(std::begin(descriptors), std::end(descriptors),
-                         [id](const Descriptor& each) { return each.id && std::string_view(each.id) == id; });
-        if (one == std::end(descriptors) || !host || host->version.major != interfaceVersion.major)
+        if (!host || host->version.major != interfaceVersion.major)
             return nullptr;
-        return (new ClapInstance(*one, host))->Interface();
+        for (const Descriptor& each : descriptors)
+            if (each.id && std::string_view(each.id) == id)
+                return (new ClapInstance(each, host))->Interface();
+        return nullptr;
     }
     static constexpr PluginFactory factory{&Count, &Get, &Create};
 

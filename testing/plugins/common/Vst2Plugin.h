@@ -1,9 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <cstring>
-#include <memory>
-#include <string_view>
+#include <utility>
 
 #include <vst2/Vst2Abi.h>
 
@@ -87,11 +85,11 @@ class Vst2Plugin
         return host(&effect, opcode, 0, 0, pointer, 0.0f);
     }
 
-    static std::intptr_t Answer(void* buffer, std::string_view text, std::size_t size)
+    static std::intptr_t Answer(void* buffer, const char* text, std::size_t size)
     {
-        const std::size_t length = std::min(text.size(), size - 1);
-        std::memcpy(buffer, text.data(), length);
-        static_cast<char*>(buffer)[length] = '\0';
+        auto* answer = static_cast<char*>(buffer);
+        std::strncpy(answer, text, size - 1);
+        answer[size - 1] = '\0';
         return 1;
     }
 
@@ -113,7 +111,7 @@ class Vst2Plugin
     static void ProcessNothing(Effect* effect, float**, float** outputs, std::int32_t frames)
     {
         for (std::int32_t channel = 0; channel < effect->numOutputs; ++channel)
-            std::fill_n(outputs[channel], frames, 0.0f);
+            std::memset(outputs[channel], 0, static_cast<std::size_t>(frames) * sizeof(float));
     }
 };
 
@@ -121,9 +119,7 @@ class Vst2Plugin
 template<class Plugin = Vst2Plugin, class... Arguments>
 Effect* MakeEffect(const Vst2Description& description, HostCallback host, Arguments&&... arguments)
 {
-    return std::make_unique<Plugin>(description, host, std::forward<Arguments>(arguments)...)
-        .release()
-        ->Interface();
+    return (new Plugin(description, host, std::forward<Arguments>(arguments)...))->Interface();
 }
 
 /// For the samples of which only the behaviour matters.

@@ -1,4 +1,6 @@
-#include "Vst3Plugin.h"
+#include "Vst3Entry.h"
+
+#include "Export.h"
 
 namespace zettestplugin {
 

@@ -1,23 +1,18 @@
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <memory>
-#include <string_view>
 #include <vector>
 
 #include <vst3/Vst3Abi.h>
 
 #include "Export.h"
+#include "Vst3Entry.h"
 
 /// The code that all VST3 samples share. Each sample has its own GetPluginFactory.
 namespace zettestplugin {
 
 using namespace zetaudiopluginhost::vst3;
-
-/// True when the host has entered the module, as the platform demands before it asks for the factory.
-bool ModuleIsEntered() noexcept;
 
 struct Vst3Class
 {
@@ -40,11 +35,11 @@ struct Vst3Description
 };
 
 /// Copies a text into an array. A text that is too long leaves no room for a terminator.
-template<class Unit, std::size_t size>
-void Fill(Unit (&array)[size], std::string_view text)
+template<class Unit, std::size_t size, class Character>
+void Fill(Unit (&array)[size], const Character* text)
 {
-    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(std::min(size, text.size())),
-                   array, [](char c) { return static_cast<Unit>(c); });
+    for (std::size_t i = 0; i < size && text[i] != 0; ++i)
+        array[i] = static_cast<Unit>(text[i]);
 }
 
 /// A component without busses. It fails without a host that tells its name.
@@ -166,31 +161,31 @@ class Vst3Factory final : public IPluginFactory3
     {
         return FillClass(index, info, [](const Vst3Class& one, PClassInfoW& filled) {
             FillMore(one, filled);
-            if (one.wideName) {
-                const std::u16string_view wide(one.wideName);
-                std::copy_n(wide.begin(), std::min(wide.size(), std::size(filled.name)), filled.name);
-            }
+            if (one.wideName)
+                Fill(filled.name, one.wideName);
         });
     }
 
     Result ZET_VST3_CALL CreateInstance(const char* cid, const char* wanted, void** object) override
     {
         *object = nullptr;
-        const bool known =
-            std::any_of(description.classes.begin(), description.classes.end(), [&](const Vst3Class& one) {
-                return one.cid.Is(cid) && std::string_view(one.category) == audioModuleClass;
-            });
-        if (!known)
-            return invalidArgument;
+        for (const Vst3Class& one : description.classes)
+            if (one.cid.Is(cid) && std::strcmp(one.category, audioModuleClass) == 0)
+                return CreateComponent(wanted, object);
+        return invalidArgument;
+    }
+
+    Result ZET_VST3_CALL SetHostContext(FUnknown*) override { return resultOk; }
+
+  private:
+    static Result CreateComponent(const char* wanted, void** object)
+    {
         auto* component = new Vst3Component;
         const Result result = component->QueryInterface(wanted, object);
         component->Release();
         return result;
     }
 
-    Result ZET_VST3_CALL SetHostContext(FUnknown*) override { return resultOk; }
-
-  private:
     template<class Info, class More>
     Result FillClass(std::int32_t index, Info* info, More more)
     {

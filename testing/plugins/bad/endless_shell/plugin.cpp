@@ -17,7 +17,7 @@ class Endless : public Vst2Plugin
         if (opcode != EffectShellGetNextPlugin)
             return Vst2Plugin::Dispatch(opcode, value, pointer);
         given = given % 0x7FFFFFFF + 1;
-        Answer(pointer, "Endless " + std::to_string(given), maxEffectName);
+        Answer(pointer, ("Endless " + std::to_string(given)).c_str(), maxEffectName);
         return given;
     }
 

@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "Vst2Plugin.h"
 
 using namespace zettestplugin;
