@@ -139,6 +139,10 @@ function(zet_library name)
       set(has_headers OFF)
     endif()
   endif()
+  # The compiler is told each folder by its plain name. It and its cache put "folder/." into debug information in two ways.
+  set(include_folder "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}")
+  cmake_path(NORMAL_PATH include_folder)
+  string(REGEX REPLACE "/$" "" include_folder "${include_folder}")
   if(NOT ARG_LAYER)
     set(ARG_LAYER ${name})
   endif()
@@ -159,7 +163,7 @@ function(zet_library name)
   zet_join_files(${name}_objects ALL)
   target_compile_definitions(${name}_objects PRIVATE ${name}_EXPORTS)
   target_include_directories(${name}_objects
-    PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}" "${generated}"
+    PUBLIC "${include_folder}" "${generated}"
     PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/src")
   target_link_libraries(${name}_objects
     PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
@@ -185,14 +189,14 @@ function(zet_library name)
   zet_sanitize(${name})
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_include_directories(${name} PUBLIC
-    "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}>" "$<BUILD_INTERFACE:${generated}>")
+    "$<BUILD_INTERFACE:${include_folder}>" "$<BUILD_INTERFACE:${generated}>")
   target_link_libraries(${name} PUBLIC ${ARG_USES} ${ARG_LINK} PRIVATE ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
   set_property(TARGET ${name} PROPERTY ZET_PRIVATE_LINK ${ARG_PRIVATE_USES} ${ARG_PRIVATE_LINK})
   zet_layer(${name} ${ARG_LAYER})
   zet_layer(${name}_objects ${ARG_LAYER})
 
   if(has_headers AND NOT ARG_SHARES_HEADERS)
-    zet_check_headers_alone(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}")
+    zet_check_headers_alone(${name} "${include_folder}")
   endif()
 endfunction()
 
