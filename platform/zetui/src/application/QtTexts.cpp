@@ -35,11 +35,11 @@ QString QtTexts::translate(const char* context, const char* sourceText, const ch
     const std::lock_guard lock(mutex);
     if (language != wanted) {
         language = wanted;
+        loaded = false;
         // Qt's texts are English in the program.
-        if (language == "en" || !LoadQtTexts(texts, language))
-            static_cast<void>(texts.load(nullptr, 0));
+        loaded = language != "en" && LoadQtTexts(texts, language);
     }
-    return texts.translate(context, sourceText, disambiguation, count);
+    return loaded ? texts.translate(context, sourceText, disambiguation, count) : QString();
 }
 
 } // namespace zetui::ui

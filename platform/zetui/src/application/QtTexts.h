@@ -18,9 +18,13 @@ class QtTexts : public QTranslator
                       int count) const override;
 
   private:
-    mutable std::mutex mutex;
-    /// The language of `texts`.
+    /// Recursive, because Qt may ask for a text of its own while it loads the texts: an error of the file
+    /// system's has a message that can be translated.
+    mutable std::recursive_mutex mutex;
+    /// The language that `texts` was last loaded in.
     mutable std::string language = "en";
+    /// Whether `texts` can be asked. It cannot while it is being loaded, nor when its language has no texts.
+    mutable bool loaded = false;
     mutable QTranslator texts;
 };
 
