@@ -26,6 +26,8 @@ class RecordingPresentation
     std::vector<std::string> calls;
     /// Every extra text, in order.
     std::vector<std::string> extraTexts;
+    /// How often a bar was filled, because all was done.
+    int fullBars = 0;
     /// The window that each progress dialog and alert belongs to.
     std::vector<HWND> parents;
     /// Called after each step. True presses the cancel button.
@@ -67,6 +69,7 @@ class RecordingPresentation
                                   std::to_string(total) + ")" + text);
             stepped = true;
         }
+        void Finish() override { ++owner.fullBars; }
         void Hide() override
         {
             owner.calls.push_back("hide");

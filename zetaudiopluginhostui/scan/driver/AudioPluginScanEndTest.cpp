@@ -239,6 +239,7 @@ class ScanThatThrows : public AudioPluginScanEndTest
         EXPECT_EQ(NameOf(c), L"before");
         EXPECT_FALSE(std::filesystem::exists(Marker()));
         EXPECT_EQ(shown.calls.back(), "hide");
+        EXPECT_EQ(shown.fullBars, 0) << "the scan did not reach its end";
         EXPECT_THAT(shown.Starting("caution"), IsEmpty());
         EXPECT_EQ(scan->GetEnd().how, ScanEnd::How::GaveUp);
         EXPECT_EQ(AudioPluginScan::GetLastEnd(), scan->GetEnd());
@@ -275,6 +276,7 @@ TEST_F(ScanThatThrows, InThisProcessPutsBackWhatWasNotReachedAndSaves)
     // The object can scan again.
     shown.onStep = {};
     Scan({a, b, c});
+    EXPECT_EQ(shown.fullBars, 1);
     EXPECT_EQ(scan->GetEnd(), ScanEnd{});
     EXPECT_NE(NameOf(b), L"before");
 }

@@ -61,6 +61,8 @@ void AudioPluginScan::ScanInSeparateProcess(Preferences& preferences,
                 } catch (...) {
                     self->hostError = std::current_exception();
                     progressDialog->PostClose();
+                    // Hidden now, the dialog does not fill its bar: the scan has not reached its end.
+                    progressDialog->UI_Show(false);
                 }
             });
     } catch (const zetcore::filesupport::file_exception& error) {

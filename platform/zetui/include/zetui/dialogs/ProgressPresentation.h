@@ -25,7 +25,8 @@ class ZETUI_API ProgressPresentation
     /// go back.
     virtual void SetProgress(unsigned long long progress, unsigned long long total,
                              const std::string& text) = 0;
-    /// Called when all is done: the bar is full when `Hide` takes it away. The base does nothing.
+    /// Called when all is done: the bar is full when `Hide` takes it away. It is not called when the user
+    /// cancels, or when an exception ends the work. The base does nothing.
     virtual void Finish();
     virtual void Hide() = 0;
     /// Deals with pending input and repaints. With `wait`, it may sleep for a moment when there is nothing to
