@@ -25,6 +25,7 @@ set(ZET_STABLE_HEADERS
   zetui/archiveddialog/ControlStore.h
   zetui/dialogs/ProgressPresentation.h
   zetui/dialogs/TerminalPresentation.h
+  zetui/dialogs/messagebox.h
   zetui/screen/WindowVariant.h
   zetui/skins/Skins.h)
 set(ZET_NEEDED_HEADERS

@@ -136,6 +136,18 @@ if(result EQUAL 0 OR NOT error MATCHES "ZET_DIALOG_OR_SCAN")
   message(FATAL_ERROR "a host may link both: ${error}")
 endif()
 
+# A component that there is not is named, with those that there are.
+file(WRITE "${WORK}/unknown/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)
+project(unknown LANGUAGES CXX)
+find_package(zetaudiopluginhostui REQUIRED COMPONENTS scan scanner)
+")
+execute_process(COMMAND ${CMAKE_COMMAND} -S "${WORK}/unknown" -B "${WORK}/unknown/build" -G "${GENERATOR}"
+  "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" RESULT_VARIABLE result ERROR_VARIABLE error
+  OUTPUT_QUIET)
+if(result EQUAL 0 OR NOT error MATCHES "no component 'scanner'; there are[ \n]+'dialog' and 'scan'")
+  message(FATAL_ERROR "a component that there is not is not named: ${error}")
+endif()
+
 run(COMMAND "${PYTHON}" -B "${EXAMPLES}/process/scan.py" "${prefix}/bin/zetaudiopluginmanager" "${WORK}/prefs"
     "${PLUGIN}" OUTPUT told)
 if(NOT told MATCHES "^1/1 working [^\n]*vst2_effect[^\n]*\ndone: 1 plug-ins in 1 files\n$")

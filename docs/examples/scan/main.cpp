@@ -85,12 +85,13 @@ try {
         if (info->GetStatus() != zetaudiofilterhost::ModuleStatus::Working)
             std::printf("not used: %s: %s\n", zetcore::string::UTF16to8(info->GetLocator().GetPath()).c_str(),
                         info->GetReason().c_str());
-    if (scan.GetEnd().how != zetaudiopluginhostui::ScanEnd::How::Done)
+    const bool isDone = scan.GetEnd().how == zetaudiopluginhostui::ScanEnd::How::Done;
+    if (!isDone)
         std::fprintf(stderr, "the scan ended early: %s\n", scan.GetEnd().reason.c_str());
 
     zetui::dialogs::SetPresentation(nullptr);
     zetaudiopluginhostui::Terminate();
-    return 0;
+    return isDone ? 0 : 1;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 1;
