@@ -135,7 +135,8 @@ class FindProxy final : public QSortFilterProxyModel
     void Find(const std::wstring& lowerCaseText)
     {
         text = lowerCaseText;
-        invalidateFilter();
+        // The proxy's own text is not read here. To set it filters anew, in every version of Qt.
+        setFilterFixedString(QString::fromStdWString(text));
     }
 
   protected:

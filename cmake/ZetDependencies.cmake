@@ -1,6 +1,12 @@
 # Finds the libraries of others that the build needs, and names all that are missing at once.
 set(zet_missing "")
 
+if(POLICY CMP0167 AND NOT WIN32)
+  # Boost says itself where it is. Our libraries for Windows are its headers alone, which CMake's own search finds.
+  # A macro keeps the policies that it was written under, so that this comes first.
+  cmake_policy(SET CMP0167 NEW)
+endif()
+
 # zet_need(DEBIAN-PACKAGE what find_package takes...): a macro, because the targets must be known to the whole project.
 macro(zet_need debian)
   find_package(${ARGN} QUIET)
@@ -19,10 +25,6 @@ macro(zet_need_header variable header debian)
   endif()
 endmacro()
 
-if(POLICY CMP0167 AND NOT WIN32)
-  # Boost says itself where it is. Our libraries for Windows are its headers alone, which CMake's own search finds.
-  cmake_policy(SET CMP0167 NEW)
-endif()
 zet_need("libc6-dev" Threads)
 zet_need("libboost1.81-dev" Boost 1.81)
 zet_need("libpugixml-dev" pugixml)

@@ -55,7 +55,8 @@ stand_in dpkg-query 'exit 1'
 stand_in id 'echo 0'
 stand_in env 'while [[ $1 == *=* ]]; do shift; done; exec "$@"'
 stand_in apt-get 'echo "$*" >>"$HOME/apt"'
-stand_in apt-cache '[ "${*: -1}" != libboost1.81-dev ]'
+# It knows each name, as it does where another package mentions it, and has no version of this one.
+stand_in apt-cache '[ "$1 $2" = "madison libboost1.81-dev" ] || echo "${*: -1} | 1.0 | source"'
 run_dev build && exit 1
 expect 'DPkg::Lock::Timeout=600 update' "$work/apt"
 expect 'DPkg::Lock::Timeout=600 install' "$work/apt"
@@ -63,7 +64,7 @@ expect ' libboost-dev ' "$work/apt"
 refuse libboost1.81-dev "$work/apt"
 
 # A package that this release has not: what is in it is looked for.
-stand_in apt-cache '[ "${*: -1}" != clang-format-14 ]'
+stand_in apt-cache '[ "$1 $2" = "madison clang-format-14" ] || echo "${*: -1} | 1.0 | source"'
 run_dev format && exit 1
 expect 'missing: command clang-format-14 (Debian 12: clang-format-14)' "$work/said"
 stand_in clang-format-14 'exit 0'

@@ -22,6 +22,9 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "host/reference"))
+from program_help import commands_in, help_of  # noqa: E402 (its folder has to be named first)
+
 PROGRAM = "zetaudiopluginmanager"
 COMMAND_WORDS = (PROGRAM, "zetaudiofilterscan", "./dev", ".ci/", "cmake", "ctest", "ninja", "tools/", "sudo", "apt", "apt-get",
                  "dpkg", "git", "python3", "xvfb-run", "wine", "mkdir", "ls", "rm", "cp", "tail", "export", "build/")
@@ -98,8 +101,7 @@ class Programs:
 
     def help_of(self, command):
         if command not in self.helps:
-            self.helps[command] = subprocess.run([self.program, *command, "--help"], capture_output=True, text=True,
-                                                 stdin=subprocess.DEVNULL, timeout=60).stdout
+            self.helps[command] = help_of(self.program, *command)
         return self.helps[command]
 
     def mistakes_in(self, line):
@@ -112,7 +114,7 @@ class Programs:
         match = re.search(rf"(?<![\w/-]){PROGRAM} (.*)$", line)
         if not match:
             return found
-        every = re.findall(r"^  ([a-z]+) ", self.help_of(()), re.M)
+        every = commands_in(self.help_of(()))
         words = re.split(r"[\s|]+", match.group(1).strip("`"))
         command = next((word for word in words if word in every), None)
         if command is None and any(re.fullmatch(r"[a-z]+", word) for word in words[:1]):

@@ -4,8 +4,10 @@ import argparse
 import gzip
 import pathlib
 import re
-import subprocess
 import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "host/reference"))
+from program_help import commands_in, help_of, options_in  # noqa: E402 (its folder has to be named first)
 
 SOURCE = PROGRAMS = None
 FOLDERS = ("platform", "zetaudiopluginhostui", "scanner", "host")
@@ -93,35 +95,31 @@ def categories():
                    {name for names in real for name in names if name})
 
 
-def help_of(*command):
-    return subprocess.run([PROGRAMS / "zetaudiopluginmanager", *command, "--help"], capture_output=True, text=True,
-                          check=True, stdin=subprocess.DEVNULL, timeout=60).stdout
-
-
-def options_in(help_text):
-    return set(re.findall(r"^  (?:-\w,)?(--[a-z-]+)", help_text, re.M)) - {"--help", "--version"}
+def options_of(help_text):
+    return set(options_in(help_text)) - {"--help", "--version"}
 
 
 def commands():
     """The README's usage has each command with its options, and each general option."""
-    text = help_of()
+    program = PROGRAMS / "zetaudiopluginmanager"
+    text = help_of(program)
     usage = re.search(r"^ *zetaudiopluginmanager \[--prefs.*?(?=^ {0,3}\S|^```)", section("README.md", "The command line"),
                       re.M | re.S)
     if not usage:
         return ["README.md shows no usage of zetaudiopluginmanager"]
     first, *lines = usage.group(0).splitlines()
-    real = set(re.findall(r"^  ([a-z]+) {2,}", text.split("Subcommands:")[-1], re.M))
+    real = set(commands_in(text))
     documented, problems = set(), []
     for line in lines:
         words = re.match(r"\s+([a-z|]+)", line)
         for command in words.group(1).split("|") if words else ():
             documented.add(command)
-            options = options_in(help_of(command))
-            for sub in re.findall(r"^  ([a-z]+) {2,}", help_of(command).partition("Subcommands:")[2], re.M):
-                options |= options_in(help_of(command, sub))
+            options = options_of(help_of(program, command))
+            for sub in commands_in(help_of(program, command)):
+                options |= options_of(help_of(program, command, sub))
             problems += compare(f"option of {command}", set(re.findall(r"--[a-z-]+", line)), options)
     return problems + compare("command", documented, real) + compare(
-        "general option", set(re.findall(r"--[a-z-]+", first)), options_in(text))
+        "general option", set(re.findall(r"--[a-z-]+", first)), options_of(text))
 
 
 def logs():

@@ -26,6 +26,14 @@ constexpr const char* footer =
     "  4    an unexpected error ended it\n"
     "  130  cancelled";
 
+/// Newer versions of the parser fill the lines of the text below the help. Older ones leave them as they are.
+template<typename Formatter>
+void KeepLines(Formatter& formatter)
+{
+    if constexpr (requires { formatter.enable_footer_formatting(false); })
+        formatter.enable_footer_formatting(false);
+}
+
 CLI::Option* AddFiles(CLI::App& app, std::vector<std::string>& files, const std::string& name)
 {
     return app.add_option(name, files)->type_name("");
@@ -223,6 +231,7 @@ void AddOptionsAndCommands(CLI::App& app, Choice& choice, bool hasDisplay)
     // Paths may start with a slash on Windows, too.
     app.allow_windows_style_options(false);
     app.footer(footer);
+    KeepLines(*app.get_formatter());
     AddManage(app, choice);
     AddScan(app, choice);
     AddList(app, choice);

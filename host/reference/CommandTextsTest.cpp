@@ -67,7 +67,7 @@ TEST(CommandTexts, KnowWhatMayStandInEachPlace)
     EXPECT_EQ(OptionOf(program, "--skin").kind, WordKind::OneOf);
     EXPECT_THAT(OptionOf(program, "--skin").words, ElementsAreArray(SkinNames()));
     EXPECT_THAT(OptionOf(program, "--theme").words, ElementsAreArray(ThemeNames()));
-    const OptionText& progress = OptionOf(Named(program, "scan"), "--progress");
+    const OptionText progress = OptionOf(Named(program, "scan"), "--progress");
     EXPECT_EQ(progress.value, "KIND");
     EXPECT_EQ(progress.kind, WordKind::OneOf);
     EXPECT_THAT(progress.words, ElementsAre("json"));

@@ -12,6 +12,8 @@ import subprocess
 import sys
 import time
 
+from program_help import commands_in, help_of, options_in
+
 PROGRAM_NAME = "zetaudiopluginmanager"
 BANS = """<?xml version="1.0" encoding="UTF-8"?>
 <bannedplugins version="1.0">
@@ -50,12 +52,9 @@ def lines_from_help(program):
     lines = []
 
     def look(words):
-        shown = subprocess.run([program, *words, "--help"], capture_output=True, text=True, check=True, timeout=60,
-                               stdin=subprocess.DEVNULL).stdout
-        options, _, commands = shown.partition("Subcommands:")
-        names = re.findall(r"^  (?:-\w,)?(--[a-z-]+)", options, re.M)
-        below = re.findall(r"^  ([a-z]+) {2,}", commands, re.M)
-        for word in names + below:
+        shown = help_of(program, *words)
+        below = commands_in(shown)
+        for word in options_in(shown) + below:
             lines.append((" ".join([*words, word[:-1]]) + "\t", [*words, word]))
         for command in below:
             look([*words, command])
