@@ -154,7 +154,13 @@ TEST_F(Choices, FoldersCanBeAddedRemovedAndReset)
     EXPECT_EQ(RunWell({"folders"}), line) << "a folder is kept once";
     RunWell({"folders", "add", "--offline", "not there"});
     EXPECT_THAT(RunWell({"folders"}), HasSubstr("VST   " + (folder / "not there").string() + "\n"));
-    RunWell({"folders", "remove", "plugins", "not there"});
+    EXPECT_EQ(Run({"folders"}).error, "zetaudiopluginmanager: scans pass these folders over:\n"
+                                      "zetaudiopluginmanager:   " +
+                                          (folder / "not there").string() + " (not there)\n");
+    EXPECT_EQ(Run({"--quiet", "folders"}).error, "");
+    RunWell({"folders", "remove", "not there"});
+    EXPECT_EQ(Run({"folders"}).error, "");
+    RunWell({"folders", "remove", "plugins"});
     EXPECT_EQ(RunWell({"folders"}), "");
     RunWell({"folders", "reset"});
     EXPECT_THAT(RunWell({"folders"}), HasSubstr((folder / "home").string()));

@@ -105,26 +105,48 @@ TEST_F(ExitStatus, AFolderInPlaceOfTheRegistryIsOne)
     EXPECT_TRUE(std::filesystem::is_directory(registry));
 }
 
-TEST_F(ExitStatus, ADamagedRegistryIsKeptAsideAndNamed)
+TEST_F(ExitStatus, DamagedFilesAreOneKeptAsideAndNamed)
 {
-    Install("good/vst2_effect", "effect");
+    const auto effect = Install("good/vst2_effect", "effect");
     RunWell({"scan"});
+    RunWell({"ban", effect.string()});
     Strings files;
     for (const auto& entry : std::filesystem::directory_iterator(prefs)) {
         if (entry.path().extension() == ".xml")
             files.push_back(entry.path().string());
     }
-    ASSERT_FALSE(files.empty());
-    const std::string damage = "<plugins><unfinished";
-    for (const std::string& file : files)
-        zettesting::WriteAll(file, damage);
-    const auto result = Run({"list", "--json"});
-    EXPECT_EQ(result.exitStatus, 0) << result.error;
-    EXPECT_EQ(result.output, "[]\n");
-    for (const std::string& file : files) {
-        EXPECT_THAT(result.error, HasSubstr(file));
-        EXPECT_EQ(zettesting::ReadAll(file + ".damaged"), damage);
+    ASSERT_GE(files.size(), 3u) << "the registry, the bans and the unsupported ones";
+    int kept = 0;
+    for (const std::string damage : {"<plugins><unfinished", "\xFF\xFEno text", "<other/>"}) {
+        for (const std::string& file : files)
+            zettesting::WriteAll(file, damage);
+        const auto result = Run({"list", "--json"});
+        EXPECT_EQ(result.exitStatus, 1) << result.error;
+        EXPECT_EQ(result.output, "[]\n");
+        const std::string ending = ".damaged" + (kept++ == 0 ? std::string() : std::to_string(kept));
+        for (const std::string& file : files) {
+            EXPECT_THAT(result.error, HasSubstr(file));
+            EXPECT_EQ(zettesting::ReadAll(file + ending), damage);
+            if (file.find("Unsupported") == std::string::npos) {
+                EXPECT_THAT(result.error, HasSubstr("kept as " + file + ending + "\n"));
+            }
+        }
+        const auto next = Run({"list"});
+        EXPECT_EQ(next.exitStatus, 0) << "it is told once";
+        EXPECT_EQ(next.error, "");
     }
+}
+
+TEST_F(ExitStatus, AnEmptyRegistryIsDamagedToo)
+{
+    Install("good/vst2_effect", "effect");
+    RunWell({"scan"});
+    const std::string registry = (prefs / "AudioPlugins.xml").string();
+    ASSERT_TRUE(std::filesystem::exists(registry));
+    zettesting::WriteAll(registry, "");
+    const auto result = Run({"list"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.error, HasSubstr("; kept as " + registry + ".damaged\n"));
 }
 
 TEST_F(ExitStatus, AScannerThatIsNotThereIsThree)

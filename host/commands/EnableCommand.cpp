@@ -22,12 +22,15 @@ std::vector<InfoPtr> WorkingRecords(const HostSession& session, const std::strin
         return {};
     }
     std::vector<InfoPtr> records = session.Registry().FindModule(module);
-    if (records.empty())
+    if (records.empty()) {
         Say("not a known plug-in ('scan' looks for new ones): " + shown);
-    const std::string reason = records.empty() ? std::string() : records.front()->GetReason();
+        return {};
+    }
+    const std::string reason = records.front()->GetReason();
     std::erase_if(records, [](const InfoPtr& info) { return info->GetStatus() != ModuleStatus::Working; });
-    if (records.empty() && !reason.empty())
-        Say("holds no working plug-in: " + shown + " (" + reason + ")");
+    if (records.empty())
+        Say("holds no working plug-in ('scan' with its name scans it again): " + shown +
+            (reason.empty() ? "" : " (" + reason + ")"));
     return records;
 }
 

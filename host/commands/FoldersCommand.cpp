@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <memory>
 #include <ostream>
+#include <set>
+#include <string_view>
 
 #include <zetaudiofilterhost/PluginFormat.h>
 #include <zetcore/string/Utf.h>
 
+#include "report/FolderFacts.h"
 #include "terminal/DisplayText.h"
 #include "terminal/PluginFile.h"
 
@@ -43,6 +46,24 @@ void List(HostSession& session, std::ostream& output)
                 output << name << std::string(width - name.size(), ' ') << ForTerminal(folder) << '\n';
             });
     }
+}
+
+/// Each folder that the next scan cannot look into, once, although several formats may have it.
+void TellOfFoldersPassedOver(HostSession& session)
+{
+    std::set<std::wstring> seen;
+    std::string text;
+    for (const PluginFormat& format : PluginFormats()) {
+        const PluginTechnology& technology = FoldersOf(session, format);
+        std::for_each(technology.DirectoryBegin(), technology.DirectoryEnd(),
+                      [&](const std::wstring& folder) {
+                          const std::string_view state = FolderStateText(folder);
+                          if (!state.empty() && seen.insert(folder).second)
+                              text += "\n  " + ForTerminal(folder) + std::string(state);
+                      });
+    }
+    if (!text.empty())
+        Say("scans pass these folders over:" + text);
 }
 
 bool Add(HostSession& session, const std::vector<std::wstring>& folders, bool offline)
@@ -98,6 +119,8 @@ ExitStatus RunFoldersCommand(HostSession& session, const FolderOptions& options,
     switch (options.action) {
     case FolderAction::List:
         List(session, output);
+        if (!session.IsQuiet())
+            TellOfFoldersPassedOver(session);
         return session.Status();
     case FolderAction::Add:
         if (!Add(session, AbsolutePaths(options.folders), options.offline))

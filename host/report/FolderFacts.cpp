@@ -37,7 +37,9 @@ std::string FactsOfFile(const File& file)
     return std::filesystem::is_directory(native, noFile) ? ", a folder" : ", no file";
 }
 
-std::string_view StateText(const std::wstring& folder)
+} // namespace
+
+std::string_view FolderStateText(const std::wstring& folder)
 {
     switch (zetcore::filesupport::LookAtFolder(folder)) {
     case zetcore::filesupport::FolderState::There:
@@ -49,8 +51,6 @@ std::string_view StateText(const std::wstring& folder)
     }
     return " (offline)";
 }
-
-} // namespace
 
 FolderNames NamesIn(const Dir& folder, std::size_t most)
 {
@@ -96,7 +96,8 @@ std::string SearchedFolderLines(const std::vector<SearchedFolder>& folders, std:
                 std::to_string(mostFolders) + " were looked at]\n";
     for (std::size_t index = 0; index < folders.size(); ++index)
         text += UTF16to8(folders[index].format) + "  " + UTF16to8(folders[index].path) +
-                std::string(index < mostFolders ? StateText(folders[index].path) : std::string_view()) + "\n";
+                std::string(index < mostFolders ? FolderStateText(folders[index].path) : std::string_view()) +
+                "\n";
     return text;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <zetcore/filesupport/paths/Dir.h>
@@ -27,6 +28,9 @@ std::string MoreNamesLine(const FolderNames& names);
 /// The files in a folder with their sizes and times, a line for each, in the order of their names. Sizes and
 /// times are those of the first `mostFiles` of at most `mostNames` names.
 std::string FileLines(const zetcore::filesupport::Dir& folder, std::size_t mostFiles, std::size_t mostNames);
+
+/// What keeps a scan from looking into the folder, in brackets. Empty for a folder that is there.
+std::string_view FolderStateText(const std::wstring& folder);
 
 /// A folder in which plug-ins are looked for.
 struct SearchedFolder

@@ -57,6 +57,9 @@ constexpr std::string_view installAgainKey =
 constexpr std::string_view interruptedKey = "$$$/AudioPluginManager/ScanNote/Interrupted=An earlier scan was "
                                             "interrupted. The plug-ins that it did not "
                                             "reach are in the list as before: @0";
+constexpr std::string_view damagedKey =
+    "$$$/AudioPluginManager/ScanNote/Damaged=This file is damaged and was put aside: its name ends in "
+    "“.damaged” now. The program starts without what it held.";
 
 /// The most names in a list, for one list, two lists and so on. The note must fit on the screen of a small
 /// notebook (1024 by 768): a name takes at most two lines, and several lists share the room.
@@ -222,6 +225,13 @@ void TellOfInterruptedScan(std::size_t count)
 {
     messagebox::ShowNote(nullptr, zetcore::utility::GetClientName(),
                          zetcore::string::UTF8to16(Text(interruptedKey, {std::to_string(count)})), {});
+}
+
+void TellOfDamagedFile(const zetcore::filesupport::File& file)
+{
+    const std::string text =
+        Text(damagedKey) + "\n\n" + ForTerminal(zetcore::string::ForDisplay(file.FullPath()));
+    messagebox::ShowNote(nullptr, zetcore::utility::GetClientName(), zetcore::string::UTF8to16(text), {});
 }
 
 void ScanNoteTeller::Tell(const ScanWatch::Result& result)

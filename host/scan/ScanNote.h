@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include <zetcore/filesupport/paths/File.h>
+
 #include "scan/ScanWatch.h"
 
 /// The note that the windows show when a scan is over, in the user's language.
@@ -15,6 +17,9 @@ std::string FormatScanNote(const ScanWatch::Result& result);
 
 /// Tells how many plug-ins an interrupted scan did not reach.
 void TellOfInterruptedScan(std::size_t count);
+
+/// Tells that this file was damaged and has been put aside.
+void TellOfDamagedFile(const zetcore::filesupport::File& file);
 
 /// Shows the note of each scan, and scans those that it did not reach again when the user wants to. Main
 /// thread.

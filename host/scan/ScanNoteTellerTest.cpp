@@ -159,6 +159,14 @@ TEST_F(ScanNoteShown, AGoodScanShowsNothingAndSavesNothingMore)
     EXPECT_EQ(registrySaves + banSaves, 0);
 }
 
+TEST_F(ScanNoteShown, ADamagedFileIsToldWithItsPlace)
+{
+    TellOfDamagedFile(zetcore::filesupport::File(L"/prefs/AudioPlugins.xml"));
+    EXPECT_THAT(alerts, ElementsAre(AllOf(HasSubstr("“.damaged”"),
+                                          testing::EndsWith("\n\n/prefs/AudioPlugins.xml"))));
+    EXPECT_THAT(questions, IsEmpty());
+}
+
 TEST_F(ScanNoteShown, ABadPluginIsToldOnceAndItsBanIsSaved)
 {
     const Watched host(*this);

@@ -6,8 +6,8 @@ namespace zetaudiopluginmanager {
 enum class ExitStatus : int
 {
     Done = 0,
-    /// The work is done, but something could not be saved or written to standard output. Also: an existing
-    /// preferences file could not be read, and nothing was done.
+    /// The work is done, but something could not be saved or written to standard output, or a damaged
+    /// preferences file was put aside. Also: an existing one could not be read, and nothing was done.
     NotSaved = 1,
     /// Also: a window was asked for, but there is no display.
     WrongUsage = 2,

@@ -112,17 +112,22 @@ void HostSession::PutBackAtStart()
 void HostSession::CheckAtStart()
 {
     const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
-    if (unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile))
-        Say("the list of unsupported plug-ins could not be read and starts anew: " +
-            unsupportedFile.FullPathUTF8());
+    const bool unsupportedIsDamaged =
+        unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile);
     const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
     const bool isFirstStart = !registryFile.Exists();
 
     zetaudiopluginhostui::AudioPluginManager::GetInstance().CheckForCrashedPluginsAndNotifyUser(nullptr,
                                                                                                 nullptr);
-    for (const auto& error : {banned->GetLoadError(), registry->GetLoadError()})
-        if (error)
-            Say(error->text);
+    if (unsupportedIsDamaged)
+        TellOfDamage(unsupportedFile,
+                     "the list of unsupported plug-ins could not be read and starts anew, and the damaged "
+                     "one is kept with \".damaged\" behind its name: " +
+                         unsupportedFile.FullPathUTF8());
+    if (const auto damage = banned->GetLoadError())
+        TellOfDamage(PreferencesFile(BannedPluginManager::GetSettingsFileName()), damage->text);
+    if (const auto damage = registry->GetLoadError())
+        TellOfDamage(registryFile, damage->text);
     if (isFirstStart) {
         registry->ResetToDefaultFolders();
         SaveRegistry();
@@ -131,6 +136,14 @@ void HostSession::CheckAtStart()
     cautionsAtStart = Cautions();
     if (cautionsAtStart > 0)
         SaveBannedList();
+}
+
+void HostSession::TellOfDamage(const File& file, const std::string& damage)
+{
+    Say(damage);
+    if (surroundings.windows)
+        TellOfDamagedFile(file);
+    wasDamaged = true;
 }
 
 zetui::dialogs::TerminalPresentation::Counts HostSession::Shown() const
@@ -174,7 +187,7 @@ void HostSession::SaveBannedList()
 
 ExitStatus HostSession::Status() const
 {
-    return notSaved || Cautions() > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
+    return notSaved || wasDamaged || Cautions() > cautionsAtStart ? ExitStatus::NotSaved : ExitStatus::Done;
 }
 
 } // namespace zetaudiopluginmanager

@@ -8,6 +8,7 @@
 
 #include <zetaudiofilterhost/PluginModuleInfoManager.h>
 #include <zetaudiopluginhost/BannedPluginManager.h>
+#include <zetcore/filesupport/paths/File.h>
 #include <zetcore/threads/PlainEventLoop.h>
 #include <zetui/dialogs/TerminalPresentation.h>
 
@@ -43,10 +44,10 @@ class HostSession
   public:
     /// Starts as every host does: it initialises the module and lets it load the lists and the registry and
     /// act on what a crash has left. Without a registry file, it sets and saves the default folders. It names
-    /// a damaged file and goes on without it. It puts back the records that an interrupted scan has left
-    /// aside, and says so. In windows, it shows a note after each scan. With `quiet`, the terminal shows
-    /// alerts only. Throws `file_exception` when an existing file cannot be read, and `no_display` when
-    /// windows are wanted and there is no display.
+    /// a damaged file, which is kept aside, and goes on without it. It puts back the records that an
+    /// interrupted scan has left aside, and says so. In windows, it shows a note after each scan. With
+    /// `quiet`, the terminal shows alerts only. Throws `file_exception` when an existing file cannot be read,
+    /// and `no_display` when windows are wanted and there is no display.
     explicit HostSession(Surface surface, bool quiet = false);
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
@@ -65,7 +66,8 @@ class HostSession
     void SaveBannedList();
     void Save(const std::function<void()>& save);
 
-    /// `NotSaved` when these operations could not save something, or the module, which then showed a caution.
+    /// `NotSaved` when these operations could not save something, or the module, which then showed a caution,
+    /// or when a file was damaged at the start.
     ExitStatus Status() const;
 
   private:
@@ -85,6 +87,8 @@ class HostSession
     };
 
     void CheckAtStart();
+    /// Says it on standard error, and in windows in a note, too.
+    void TellOfDamage(const zetcore::filesupport::File& file, const std::string& damage);
     /// Puts back the records that an interrupted scan has left aside.
     void PutBackAtStart();
     void WriteRegistry();
@@ -97,6 +101,7 @@ class HostSession
     zetaudiofilterhost::PluginModuleInfoManager* registry;
     zetaudiopluginhost::BannedPluginManager* banned;
     bool notSaved = false;
+    bool wasDamaged = false;
     /// The cautions of the check at the start have nothing to do with the command.
     int cautionsAtStart = 0;
     ScanNoteTeller scanNote;

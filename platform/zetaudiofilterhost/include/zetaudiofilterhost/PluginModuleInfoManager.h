@@ -179,7 +179,7 @@ class ZETAUDIOFILTERHOST_API PluginModuleInfoManager
     /// `.damaged`, and leaves an empty registry with default folders; false then, and `GetLoadError` says
     /// what was wrong (file name and line). Throws `file_exception` when an existing file cannot be read.
     bool LoadConfiguration(const zetcore::filesupport::File& file);
-    /// The damage of the file that was loaded last.
+    /// The damage of the file that was loaded last, with the file's name and line, and where it is kept.
     std::optional<zetcore::utility::Reason> GetLoadError() const;
 
     /// The full path text of the locator's module, for showing.

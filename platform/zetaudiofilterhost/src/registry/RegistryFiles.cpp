@@ -7,6 +7,7 @@
 #include <zetcore/filesupport/paths/FileException.h>
 #include <zetcore/filesupport/sharing/FileLock.h>
 #include <zetcore/filesupport/sharing/TemporaryFiles.h>
+#include <zetcore/string/Utf.h>
 #include <zetcore/threads/MainThread.h>
 
 namespace zetaudiofilterhost {
@@ -219,13 +220,13 @@ bool PluginModuleInfoManager::LoadConfiguration(const File& file)
         state->Clear();
         state->loadError = zetcore::utility::Reason{error.what()};
     }
-    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError->text);
     try {
-        FileUtils::KeepAside(file);
+        state->loadError->text += "; kept as " + zetcore::string::UTF16to8(FileUtils::KeepAside(file));
     } catch (const file_exception& error) {
         zetcore::debug::TraceLine(1, "PluginRegistry", error.what());
         state->damagedPath = file.FullPath();
     }
+    zetcore::debug::TraceLine(1, "PluginRegistry", state->loadError->text);
     ResetAllToDefaultFolders();
     state->NoteKnown(file, {});
     return false;

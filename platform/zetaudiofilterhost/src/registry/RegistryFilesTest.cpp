@@ -146,6 +146,8 @@ TEST_F(RegistryFilesTest, ADamagedFileIsNamedKeptAsideAndLeavesAnEmptyRegistry)
     EXPECT_FALSE(registry.LoadConfiguration(file));
     EXPECT_THAT(zettesting::TextOf(registry.GetLoadError()),
                 HasSubstr("AudioPlugins.xml, line 2: element module, attribute size"));
+    EXPECT_THAT(zettesting::TextOf(registry.GetLoadError()),
+                testing::EndsWith("; kept as " + KeptAside().string()));
     EXPECT_TRUE(HasTraced(zettesting::TextOf(registry.GetLoadError())));
     EXPECT_EQ(registry.RecordCount(), 0u);
     EXPECT_FALSE(FoldersOf(registry, TechnologyType::VST).empty());

@@ -95,7 +95,7 @@ class ZETAUDIOPLUGINHOST_API BannedPluginManager
     /// not even a damaged one: that is empty, as is a missing file. Throws `file_exception` when an existing
     /// file cannot be read.
     static BannedSet PeekAtConfiguration(const zetcore::filesupport::File& file);
-    /// The damage of the file that was loaded last.
+    /// The damage of the file that was loaded last, with the file's name and line, and where it is kept.
     std::optional<zetcore::utility::Reason> GetLoadError() const;
     /// The bans in a file, for a program that only looks: no list is concerned, nothing is written, and a
     /// damaged file stays where it is. A missing file has no bans. Throws `std::runtime_error` naming file

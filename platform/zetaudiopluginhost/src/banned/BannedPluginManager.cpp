@@ -147,7 +147,10 @@ bool BannedPluginManager::LoadConfiguration(const File& file)
     if (LoadConfigurationOfOther(file))
         return true;
     try {
-        FileUtils::KeepAside(file);
+        const std::string kept = zetcore::string::UTF16to8(FileUtils::KeepAside(file));
+        const std::lock_guard lock(state->mutex);
+        if (state->loadError)
+            state->loadError->text += "; kept as " + kept;
     } catch (const file_exception& notKept) {
         zetcore::debug::TraceLine(1, State::traceCategory, notKept.what());
     }

@@ -151,7 +151,9 @@ TEST_F(BannedPluginManagerTest, ADamagedFileIsNamedWithItsLineAndKeptAside)
     EXPECT_THAT(zettesting::TextOf(manager.GetLoadError()), HasSubstr("BannedAudioPlugins.xml, line "));
     EXPECT_THAT(*traceLines, Contains(HasSubstr("BannedAudioPlugins.xml, line ")));
     EXPECT_FALSE(std::filesystem::exists(ListPath()));
-    EXPECT_EQ(zettesting::ReadAll(prefs / "BannedAudioPlugins.xml.damaged"), damaged);
+    const auto kept = prefs / "BannedAudioPlugins.xml.damaged";
+    EXPECT_EQ(zettesting::ReadAll(kept), damaged);
+    EXPECT_THAT(zettesting::TextOf(manager.GetLoadError()), testing::EndsWith("; kept as " + kept.string()));
 
     zettesting::WriteAll(ListPath(), "<something/>");
     EXPECT_FALSE(manager.LoadConfiguration(ListFile()));
