@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTableView>
@@ -252,6 +253,29 @@ TEST_F(ManageCommand, ADamagedSettingsFileOpensTheWindowAllTheSame)
     EXPECT_EQ(Run({"manage"}, Cancel), 0);
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("PluginManagerWindow.xml"));
     EXPECT_TRUE(std::filesystem::exists(prefs / "PluginManagerWindow.xml.damaged"));
+}
+
+TEST_F(ManageCommand, ADamagedListIsToldInANoteAndIsExitStatusOne)
+{
+    const std::string list = (prefs / "AudioPlugins.xml").string();
+    zettesting::WriteAll(list, "<audioplugins");
+    testing::internal::CaptureStderr();
+    std::string note, next;
+    const int status = Run({"manage"}, [&](QWidget& window) {
+        for (const QLabel* label : window.findChildren<QLabel*>())
+            note += label->text().toStdString() + "\n";
+        UserActs(
+            [&](QWidget& manager) {
+                next = manager.windowTitle().toStdString();
+                Cancel(manager);
+            },
+            &window);
+        Cancel(window);
+    });
+    EXPECT_EQ(status, 1);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("kept as " + list + ".damaged"));
+    EXPECT_THAT(note, HasSubstr("\n\n" + list + "\n"));
+    EXPECT_EQ(next, "Audio Plug-In Manager");
 }
 
 TEST_F(ManageCommand, SettingsThatCannotBeSavedAreExitStatusOne)

@@ -161,9 +161,10 @@ TEST_F(ScanNoteShown, AGoodScanShowsNothingAndSavesNothingMore)
 
 TEST_F(ScanNoteShown, ADamagedFileIsToldWithItsPlace)
 {
-    TellOfDamagedFile(zetcore::filesupport::File(L"/prefs/AudioPlugins.xml"));
-    EXPECT_THAT(alerts, ElementsAre(AllOf(HasSubstr("“.damaged”"),
-                                          testing::EndsWith("\n\n/prefs/AudioPlugins.xml"))));
+    const std::filesystem::path file = folder.Path() / "AudioPlugins.xml";
+    TellOfDamagedFile(zetcore::filesupport::File(zettesting::ToWide(file)));
+    EXPECT_THAT(alerts,
+                ElementsAre(AllOf(HasSubstr("“.damaged”"), testing::EndsWith("\n\n" + file.string()))));
     EXPECT_THAT(questions, IsEmpty());
 }
 
