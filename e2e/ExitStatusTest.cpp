@@ -127,9 +127,10 @@ TEST_F(ExitStatus, DamagedFilesAreOneKeptAsideAndNamed)
         for (const std::string& file : files) {
             EXPECT_THAT(result.error, HasSubstr(file));
             EXPECT_EQ(zettesting::ReadAll(file + ending), damage);
-            if (file.find("Unsupported") == std::string::npos) {
-                EXPECT_THAT(result.error, HasSubstr("kept as " + file + ending + "\n"));
-            }
+            EXPECT_THAT(result.error,
+                        HasSubstr(file.find("Unsupported") == std::string::npos
+                                      ? "kept as " + file + ending + "\n"
+                                      : "the old one has \".damaged\" behind its name: " + file));
         }
         const auto next = Run({"list"});
         EXPECT_EQ(next.exitStatus, 0) << "it is told once";
@@ -137,16 +138,23 @@ TEST_F(ExitStatus, DamagedFilesAreOneKeptAsideAndNamed)
     }
 }
 
-TEST_F(ExitStatus, AnEmptyRegistryIsDamagedToo)
+TEST_F(ExitStatus, EmptyFilesAreDamagedToo)
 {
     Install("good/vst2_effect", "effect");
     RunWell({"scan"});
     const std::string registry = (prefs / "AudioPlugins.xml").string();
-    ASSERT_TRUE(std::filesystem::exists(registry));
+    const std::string unsupported = (prefs / "UnsupportedAudioPlugins.xml").string();
+    const std::string shipped = zettesting::ReadAll(unsupported);
     zettesting::WriteAll(registry, "");
     const auto result = Run({"list"});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_THAT(result.error, HasSubstr("; kept as " + registry + ".damaged\n"));
+    zettesting::WriteAll(unsupported, "");
+    const auto next = Run({"list"});
+    EXPECT_EQ(next.exitStatus, 1);
+    EXPECT_THAT(next.error, HasSubstr("was empty and starts anew: " + unsupported + "\n"));
+    EXPECT_FALSE(std::filesystem::exists(unsupported + ".damaged")) << "nothing was in it";
+    EXPECT_EQ(zettesting::ReadAll(unsupported), shipped);
 }
 
 TEST_F(ExitStatus, AScannerThatIsNotThereIsThree)

@@ -1,6 +1,8 @@
 #include "session/HostSession.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include <zetaudiopluginhostui/AudioPluginManager.h>
 #include <zetaudiopluginhostui/Module.h>
@@ -9,6 +11,7 @@
 #include <zetcore/filesupport/paths/Dir.h>
 #include <zetcore/filesupport/paths/File.h>
 #include <zetcore/filesupport/paths/FileException.h>
+#include <zetcore/filesupport/paths/NativePath.h>
 #include <zetcore/threads/MainThread.h>
 #include <zetui/application/Application.h>
 
@@ -37,6 +40,22 @@ void LimitFruitlessRestarts()
     auto& database = zetcore::debug::DebugDatabase::Instance();
     if (database.GetEntry(key, "").empty())
         database.SetEntry(key, "10");
+}
+
+bool IsEmpty(const File& file)
+{
+    std::error_code error;
+    return std::filesystem::file_size(zetcore::filesupport::ToNativePath(file.FullPath()), error) == 0 &&
+           !error;
+}
+
+/// The module starts that list anew, and keeps the old one aside where it has anything in it.
+std::string UnsupportedListText(bool wasEmpty)
+{
+    const std::string list = "the list of unsupported plug-ins ";
+    return list + (wasEmpty
+                       ? "was empty and starts anew: "
+                       : "could not be read and starts anew; the old one has \".damaged\" behind its name: ");
 }
 
 } // namespace
@@ -114,6 +133,7 @@ void HostSession::CheckAtStart()
     const File unsupportedFile = PreferencesFile(BannedPluginManager::GetPermanentBannedSettingsFileName());
     const bool unsupportedIsDamaged =
         unsupportedFile.Exists() && !banned->LoadStaticConfiguration(unsupportedFile);
+    const bool unsupportedIsEmpty = unsupportedIsDamaged && IsEmpty(unsupportedFile);
     const File registryFile = PreferencesFile(PluginModuleInfoManager::GetSettingsFileName());
     const bool isFirstStart = !registryFile.Exists();
 
@@ -121,13 +141,13 @@ void HostSession::CheckAtStart()
                                                                                                 nullptr);
     if (unsupportedIsDamaged)
         TellOfDamage(unsupportedFile,
-                     "the list of unsupported plug-ins could not be read and starts anew, and the damaged "
-                     "one is kept with \".damaged\" behind its name: " +
-                         unsupportedFile.FullPathUTF8());
+                     UnsupportedListText(unsupportedIsEmpty) + unsupportedFile.FullPathUTF8(),
+                     !unsupportedIsEmpty);
+    const File bannedFile = PreferencesFile(BannedPluginManager::GetSettingsFileName());
     if (const auto damage = banned->GetLoadError())
-        TellOfDamage(PreferencesFile(BannedPluginManager::GetSettingsFileName()), damage->text);
+        TellOfDamage(bannedFile, damage->text, !bannedFile.Exists());
     if (const auto damage = registry->GetLoadError())
-        TellOfDamage(registryFile, damage->text);
+        TellOfDamage(registryFile, damage->text, !registryFile.Exists());
     if (isFirstStart) {
         registry->ResetToDefaultFolders();
         SaveRegistry();
@@ -138,10 +158,11 @@ void HostSession::CheckAtStart()
         SaveBannedList();
 }
 
-void HostSession::TellOfDamage(const File& file, const std::string& damage)
+void HostSession::TellOfDamage(const File& file, const std::string& damage, bool isKept)
 {
     Say(damage);
-    if (surroundings.windows)
+    // The note says that the file was put aside.
+    if (surroundings.windows && isKept)
         TellOfDamagedFile(file);
     wasDamaged = true;
 }

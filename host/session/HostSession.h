@@ -87,8 +87,8 @@ class HostSession
     };
 
     void CheckAtStart();
-    /// Says it on standard error, and in windows in a note, too.
-    void TellOfDamage(const zetcore::filesupport::File& file, const std::string& damage);
+    /// Says it on standard error, and where the file is kept, in windows in a note, too.
+    void TellOfDamage(const zetcore::filesupport::File& file, const std::string& damage, bool isKept);
     /// Puts back the records that an interrupted scan has left aside.
     void PutBackAtStart();
     void WriteRegistry();
