@@ -121,6 +121,16 @@ if(NOT result EQUAL 3 OR NOT error MATCHES "there is no display")
   message(FATAL_ERROR "the host with the dialog ended with ${result}: ${error}")
 endif()
 
+# expect_refusal(NAME MESSAGE): CMake must refuse the project of this name in WORK, with this message.
+function(expect_refusal name message)
+  execute_process(COMMAND ${CMAKE_COMMAND} -S "${WORK}/${name}" -B "${WORK}/${name}/build" -G "${GENERATOR}"
+    "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" RESULT_VARIABLE result ERROR_VARIABLE error
+    OUTPUT_QUIET)
+  if(result EQUAL 0 OR NOT error MATCHES "${message}")
+    message(FATAL_ERROR "the project '${name}' was not refused with \"${message}\": ${error}")
+  endif()
+endfunction()
+
 # A host that links the module as well as the scan alone would have everything twice. CMake refuses it.
 file(WRITE "${WORK}/both/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)
 project(both LANGUAGES CXX)
@@ -129,24 +139,14 @@ file(WRITE main.cpp \"int main() {}\")
 add_executable(both main.cpp)
 target_link_libraries(both PRIVATE zetaudiopluginhostui::zetaudiopluginhostui zetaudiopluginhostui::scan)
 ")
-execute_process(COMMAND ${CMAKE_COMMAND} -S "${WORK}/both" -B "${WORK}/both/build" -G "${GENERATOR}"
-  "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" RESULT_VARIABLE result ERROR_VARIABLE error
-  OUTPUT_QUIET)
-if(result EQUAL 0 OR NOT error MATCHES "ZET_DIALOG_OR_SCAN")
-  message(FATAL_ERROR "a host may link both: ${error}")
-endif()
+expect_refusal(both "ZET_DIALOG_OR_SCAN")
 
 # A component that there is not is named, with those that there are.
 file(WRITE "${WORK}/unknown/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)
 project(unknown LANGUAGES CXX)
 find_package(zetaudiopluginhostui REQUIRED COMPONENTS scan scanner)
 ")
-execute_process(COMMAND ${CMAKE_COMMAND} -S "${WORK}/unknown" -B "${WORK}/unknown/build" -G "${GENERATOR}"
-  "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${prefix}" RESULT_VARIABLE result ERROR_VARIABLE error
-  OUTPUT_QUIET)
-if(result EQUAL 0 OR NOT error MATCHES "no component 'scanner'; there are[ \n]+'dialog' and 'scan'")
-  message(FATAL_ERROR "a component that there is not is not named: ${error}")
-endif()
+expect_refusal(unknown "no component 'scanner'; there are[ \n]+'dialog' and 'scan'")
 
 run(COMMAND "${PYTHON}" -B "${EXAMPLES}/process/scan.py" "${prefix}/bin/zetaudiopluginmanager" "${WORK}/prefs"
     "${PLUGIN}" OUTPUT told)

@@ -29,7 +29,7 @@ std::string MoreNamesLine(const FolderNames& names);
 /// times are those of the first `mostFiles` of at most `mostNames` names.
 std::string FileLines(const zetcore::filesupport::Dir& folder, std::size_t mostFiles, std::size_t mostNames);
 
-/// What keeps a scan from looking into the folder, in brackets. Empty for a folder that is there.
+/// Says in brackets why a scan cannot look into the folder. The text is empty for a folder that is there.
 std::string_view FolderStateText(const std::wstring& folder);
 
 /// A folder in which plug-ins are looked for.

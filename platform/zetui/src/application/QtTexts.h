@@ -23,7 +23,7 @@ class QtTexts : public QTranslator
     mutable std::recursive_mutex mutex;
     /// The language that `texts` was last loaded in.
     mutable std::string language = "en";
-    /// Whether `texts` can be asked. It cannot while it is being loaded, nor when its language has no texts.
+    /// True once `texts` holds the texts of `language`. Qt has no texts for some languages.
     mutable bool loaded = false;
     mutable QTranslator texts;
 };
