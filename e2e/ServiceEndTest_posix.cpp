@@ -2,9 +2,11 @@
 #include <csignal>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <unistd.h>
+#include <zettesting/Patience.h>
 
 #include "FaultFixture.h"
 
@@ -71,6 +73,19 @@ TEST_F(ServiceEnd, ItIsTheSameWhenTheHostIsTheLastToGetIt)
     using Kind = SeenProcess::Kind;
     ExpectCancelledAtTheSecond(ScanUntil([this] {
         Send(NumbersOf({Kind::Worker, Kind::Supervisor, Kind::Host}));
+    }));
+}
+
+// Service managers look for processes until they find no more.
+TEST_F(ServiceEnd, ItIsTheSameWhenTheWorkersAreSoughtSeveralTimes)
+{
+    using Kind = SeenProcess::Kind;
+    ExpectCancelledAtTheSecond(ScanUntil([this] {
+        Send(NumbersOf({Kind::Worker}));
+        EXPECT_TRUE(zettesting::Becomes(
+            [this] { return ScanLogs().find("asked its process to end") != std::string::npos; }));
+        Send(Numbers(Kind::Worker));
+        Send(NumbersOf({Kind::Supervisor, Kind::Host}));
     }));
 }
 

@@ -16,6 +16,7 @@
 #include "TraceCategory.h"
 #include "supervisor/log/EntityOutput.h"
 #include "supervisor/log/ScanLog.h"
+#include "supervisor/process/SupervisorProcess.h"
 #include "supervisor/verdicts/DisplayLoss.h"
 
 namespace zetaudiofilterscan {
@@ -35,6 +36,9 @@ namespace {
 // A process that ends closes its channel first. It may take so long from there to its end.
 constexpr std::chrono::seconds maxWaitForEnd{1};
 constexpr std::chrono::milliseconds memoryPause{500};
+// A service manager asks one process after another to end, the host perhaps as the last one. A second try
+// that began before that would be ended, too, and its plug-in would be blamed.
+constexpr std::chrono::seconds maxWaitForHost{1};
 constexpr std::size_t maxTextCharacters = 300;
 
 bool WasLoaded(const ScanOutcome& outcome)
@@ -107,7 +111,7 @@ void Trials::Configure(Terms newTerms, ScanLog& scanLog)
 {
     terms = std::move(newTerms);
     log = &scanLog;
-    notStarted.clear();
+    later.clear();
     if (spare)
         spare->ForgetSettings();
     for (std::unique_ptr<Slot>& slot : slots) {
@@ -137,7 +141,7 @@ ModuleFileStamp Trials::Start(const LookAhead::Start& start, const PluginLocator
         if (!slot)
             slot = std::make_unique<Slot>(TakeProcess());
     } catch (const std::exception& error) {
-        notStarted.push_back({start.worker, NotStarted{error.what()}});
+        later.push_back({{start.worker, NotStarted{error.what()}}, Time::min()});
         return stamp;
     }
     slot->worker->Configure(terms.settings);
@@ -150,7 +154,7 @@ ModuleFileStamp Trials::Start(const LookAhead::Start& start, const PluginLocator
 void Trials::Kill(Number number)
 {
     slots.at(number).reset();
-    std::erase_if(notStarted, [number](const Event& event) { return event.worker == number; });
+    std::erase_if(later, [number](const Later& one) { return one.event.worker == number; });
 }
 
 // They end at the same time, and none is waited for before all are told.
@@ -165,13 +169,13 @@ void Trials::KillAll()
         slot.reset();
     spare.reset();
     spawner.End();
-    notStarted.clear();
+    later.clear();
 }
 
 void Trials::Wait(const Interrupt& interrupt, Time until, std::chrono::microseconds lookAround)
 {
-    if (!notStarted.empty())
-        return;
+    for (const Later& one : later)
+        until = std::min(until, one.time);
     std::vector<WorkerProcess*> processes;
     for (const std::unique_ptr<Slot>& slot : slots) {
         if (!slot)
@@ -187,16 +191,24 @@ void Trials::Wait(const Interrupt& interrupt, Time until, std::chrono::microseco
 
 std::optional<Trials::Event> Trials::Take()
 {
-    if (!notStarted.empty()) {
-        Event event = std::move(notStarted.back());
-        notStarted.pop_back();
+    if (std::optional<Event> event = TakeLater())
         return event;
-    }
     for (Number number = 0; number < slots.size(); ++number)
         if (slots[number])
             if (std::optional<Event> event = TakeFrom(number))
                 return event;
     return std::nullopt;
+}
+
+std::optional<Trials::Event> Trials::TakeLater()
+{
+    const auto due =
+        std::ranges::find_if(later, [now = Clock::now()](const Later& one) { return one.time <= now; });
+    if (due == later.end())
+        return std::nullopt;
+    Event event = std::move(due->event);
+    later.erase(due);
+    return event;
 }
 
 std::optional<Trials::Event> Trials::TakeFrom(Number number)
@@ -248,7 +260,7 @@ std::optional<PluginFailure> Trials::LookAtLimits(Slot& slot, Time now) const
                          .details = {std::to_string(terms.memoryLimit / bytesOfMegabyte)}};
 }
 
-// The result is empty when the message was not the answer.
+// The result is empty when the message was not the answer, or when its trial is told of later.
 std::optional<Trials::Event> Trials::TakeMessage(Number number)
 {
     Slot& slot = *slots[number];
@@ -280,13 +292,14 @@ std::optional<Trials::Event> Trials::TakeMessage(Number number)
     return EndTrial(number, std::move(failure));
 }
 
-Trials::Event Trials::EndTrial(Number number, LookAhead::TrialFailure failure)
+// The result is empty when it is told of later.
+std::optional<Trials::Event> Trials::EndTrial(Number number, LookAhead::TrialFailure failure)
 {
     const std::unique_ptr<Slot> slot = std::move(slots[number]);
     if (!slot->trial)
-        return {number, EndedIdle{}};
+        return Event{number, EndedIdle{}};
     if (!slot->worker->HasBegun())
-        return {number, NotBegun{}};
+        return Event{number, NotBegun{}};
     // The last output comes with the end.
     slot->worker->Process().Finish();
     const EntityOutput& output = slot->trial->output;
@@ -296,7 +309,13 @@ Trials::Event Trials::EndTrial(Number number, LookAhead::TrialFailure failure)
     facts.lastOutput = TidyLine(output.LastLine(), maxTextCharacters);
     failure.lostDisplay =
         (facts.kind == Kind::Crashed || facts.kind == Kind::Exited) && TellsOfLostDisplay(output.Tail());
-    return {number, std::move(failure)};
+    if (facts.kind != Kind::Crashed || !AsksToEnd(facts.code))
+        return Event{number, std::move(failure)};
+    log->Note(
+        NameForLog(slot->trial->locator) +
+        ": a signal has asked its process to end. Nobody is blamed yet, because the host may be asked, too.");
+    later.push_back({{number, std::move(failure)}, Clock::now() + maxWaitForHost});
+    return std::nullopt;
 }
 
 ScanOutcome OutcomeOf(EntityAnswer answer, std::uint32_t requestNumber, const PluginLocator& locator)

@@ -97,10 +97,11 @@ class Trials
     struct Slot;
 
     std::unique_ptr<Worker> TakeProcess();
+    std::optional<Event> TakeLater();
     std::optional<Event> TakeFrom(Number number);
     std::optional<Event> TakeMessage(Number number);
     std::optional<zetaudiopluginhost::PluginFailure> LookAtLimits(Slot& slot, Time now) const;
-    Event EndTrial(Number number, LookAhead::TrialFailure failure);
+    std::optional<Event> EndTrial(Number number, LookAhead::TrialFailure failure);
 
     WorkerSpawner spawner;
     Terms terms;
@@ -108,8 +109,14 @@ class Trials
     std::vector<std::unique_ptr<Slot>> slots;
     /// A worker that nobody has used yet, for the next slot without one.
     std::unique_ptr<Worker> spare;
-    /// Trials that could not be started.
-    std::vector<Event> notStarted;
+    /// Trials without a process, and when they are to be told of. Those that could not be started are told of
+    /// at once.
+    struct Later
+    {
+        Event event;
+        Time time;
+    };
+    std::vector<Later> later;
 };
 
 /// The outcome in a worker's answer. Throws `std::runtime_error` that says what is wrong with it: the answer

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <cstdint>
+
 namespace zetaudiofilterscan {
 
 /// Keeps signals that are meant for the host from ending the scanner: those that a terminal sends to all of
 /// its programs (the host ends the scanner itself), and a broken pipe.
 void SetUpSupervisorProcess();
+
+/// True for a signal by which users, terminals and service managers ask programs to end. It is the host's
+/// matter, whichever of the processes gets it first. Windows has none: there, only the host is asked.
+bool AsksToEnd(std::int64_t signal);
 
 /// Takes from this process, and from the workers that it will start, what they do not need: no privileges can
 /// be gained; there is no memory image, which could hold the host's paths, and no error dialog; on Linux,

@@ -1,6 +1,7 @@
 #include "supervisor/process/SupervisorProcess.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -20,6 +21,8 @@
 namespace zetaudiofilterscan {
 
 namespace {
+
+constexpr std::array requestsToEnd = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 // Sample libraries are the ones that open many.
 constexpr rlim_t mostFiles = 8192;
@@ -60,9 +63,11 @@ void SetUpSupervisorProcess()
 {
     // Service managers send SIGTERM to every process of a service. The host ends the scan then, and the
     // connection's end is the end of this process; ending sooner would look like the plug-in's fault.
-    // The last one makes a file that may not grow any more an error of the write, and not the end of the
-    // process.
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ})
+    for (const int signal : requestsToEnd)
+        std::signal(signal, SIG_IGN);
+    // Without the second one, a file that may not grow any more would be the end of the process, and not an
+    // error of the write.
+    for (const int signal : {SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_IGN);
     // A host that ignores it would make the workers vanish before their end was seen.
     std::signal(SIGCHLD, SIG_DFL);
@@ -74,6 +79,11 @@ void SetUpSupervisorProcess()
     // is printed.
     for (int descriptor = 0; descriptor >= 0 && descriptor <= STDERR_FILENO;)
         descriptor = ::open("/dev/null", O_RDWR);
+}
+
+bool AsksToEnd(std::int64_t signal)
+{
+    return std::ranges::find(requestsToEnd, signal) != requestsToEnd.end();
 }
 
 void GiveUpPrivileges()

@@ -15,6 +15,11 @@ void SetUpSupervisorProcess()
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
+bool AsksToEnd(std::int64_t)
+{
+    return false;
+}
+
 // The job that holds the workers ends whatever they start; nothing else can be given up here.
 void GiveUpPrivileges() {}
 
