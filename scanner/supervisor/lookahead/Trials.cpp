@@ -222,7 +222,7 @@ std::optional<Trials::Event> Trials::TakeFrom(Number number)
             process.ReadNow();
         while (const std::optional<WorkerProcess::Event> event = process.TakeEvent()) {
             if (*event == WorkerProcess::Event::Ended)
-                return EndTrial(number, {HowItEnded(process)});
+                return TakeEnd(number);
             if (*event == WorkerProcess::Event::ChannelClosed) {
                 if (!slot.endsUntil)
                     slot.endsUntil = now + maxWaitForEnd;
@@ -260,7 +260,7 @@ std::optional<PluginFailure> Trials::LookAtLimits(Slot& slot, Time now) const
                          .details = {std::to_string(terms.memoryLimit / bytesOfMegabyte)}};
 }
 
-// The result is empty when the message was not the answer, or when its trial is told of later.
+// The result is empty when the message was not the answer.
 std::optional<Trials::Event> Trials::TakeMessage(Number number)
 {
     Slot& slot = *slots[number];
@@ -292,14 +292,29 @@ std::optional<Trials::Event> Trials::TakeMessage(Number number)
     return EndTrial(number, std::move(failure));
 }
 
-// The result is empty when it is told of later.
-std::optional<Trials::Event> Trials::EndTrial(Number number, LookAhead::TrialFailure failure)
+// The process has ended by itself. The result is empty when that is told of later.
+std::optional<Trials::Event> Trials::TakeEnd(Number number)
+{
+    Slot& slot = *slots[number];
+    const std::string name = slot.trial ? NameForLog(slot.trial->locator) : std::string();
+    const PluginFailure failure = HowItEnded(slot.worker->Process());
+    Event event = EndTrial(number, {failure});
+    const bool wasAsked = failure.kind == Kind::Crashed && AsksToEnd(failure.code);
+    if (!wasAsked || !std::holds_alternative<LookAhead::TrialFailure>(event.what))
+        return event;
+    log->Note(name + ": a signal has asked its process to end. Nobody is blamed yet, because the host may be "
+                     "asked, too.");
+    later.push_back({std::move(event), Clock::now() + maxWaitForHost});
+    return std::nullopt;
+}
+
+Trials::Event Trials::EndTrial(Number number, LookAhead::TrialFailure failure)
 {
     const std::unique_ptr<Slot> slot = std::move(slots[number]);
     if (!slot->trial)
-        return Event{number, EndedIdle{}};
+        return {number, EndedIdle{}};
     if (!slot->worker->HasBegun())
-        return Event{number, NotBegun{}};
+        return {number, NotBegun{}};
     // The last output comes with the end.
     slot->worker->Process().Finish();
     const EntityOutput& output = slot->trial->output;
@@ -309,13 +324,7 @@ std::optional<Trials::Event> Trials::EndTrial(Number number, LookAhead::TrialFai
     facts.lastOutput = TidyLine(output.LastLine(), maxTextCharacters);
     failure.lostDisplay =
         (facts.kind == Kind::Crashed || facts.kind == Kind::Exited) && TellsOfLostDisplay(output.Tail());
-    if (facts.kind != Kind::Crashed || !AsksToEnd(facts.code))
-        return Event{number, std::move(failure)};
-    log->Note(
-        NameForLog(slot->trial->locator) +
-        ": a signal has asked its process to end. Nobody is blamed yet, because the host may be asked, too.");
-    later.push_back({{number, std::move(failure)}, Clock::now() + maxWaitForHost});
-    return std::nullopt;
+    return {number, std::move(failure)};
 }
 
 ScanOutcome OutcomeOf(EntityAnswer answer, std::uint32_t requestNumber, const PluginLocator& locator)

@@ -101,7 +101,8 @@ class Trials
     std::optional<Event> TakeFrom(Number number);
     std::optional<Event> TakeMessage(Number number);
     std::optional<zetaudiopluginhost::PluginFailure> LookAtLimits(Slot& slot, Time now) const;
-    std::optional<Event> EndTrial(Number number, LookAhead::TrialFailure failure);
+    std::optional<Event> TakeEnd(Number number);
+    Event EndTrial(Number number, LookAhead::TrialFailure failure);
 
     WorkerSpawner spawner;
     Terms terms;
