@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -141,7 +142,7 @@ ModuleFileStamp Trials::Start(const LookAhead::Start& start, const PluginLocator
         if (!slot)
             slot = std::make_unique<Slot>(TakeProcess());
     } catch (const std::exception& error) {
-        later.push_back({{start.worker, NotStarted{error.what()}}, Time::min()});
+        later.push_back({{start.worker, NotStarted{error.what()}}, Clock::now()});
         return stamp;
     }
     slot->worker->Configure(terms.settings);
@@ -200,14 +201,16 @@ std::optional<Trials::Event> Trials::Take()
     return std::nullopt;
 }
 
+// The last one comes first: each plug-in that begins again goes to the front of those that wait, so that they
+// are in the order of the list afterwards.
 std::optional<Trials::Event> Trials::TakeLater()
 {
-    const auto due =
-        std::ranges::find_if(later, [now = Clock::now()](const Later& one) { return one.time <= now; });
-    if (due == later.end())
+    const auto due = std::find_if(later.rbegin(), later.rend(),
+                                  [now = Clock::now()](const Later& one) { return one.time <= now; });
+    if (due == later.rend())
         return std::nullopt;
     Event event = std::move(due->event);
-    later.erase(due);
+    later.erase(std::next(due).base());
     return event;
 }
 
